@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+#include <utility>
+
+namespace ca {
+
+/// The C run-time's heap: what crosses the module boundary is released by the host with free().
+struct CCRTAllocator {
+    /// Throws std::bad_alloc. A size of 0 still gives an own block.
+    static void* Allocate(std::size_t size) {
+        void* block = std::malloc(size != 0 ? size : 1);
+        if (block == nullptr) {
+            throw std::bad_alloc();
+        }
+        return block;
+    }
+    static void Free(void* block) { std::free(block); }
+};
+
+/// Owns one buffer of `Allocator`; moves, never copies.
+template <class T, class Allocator>
+class HeapPtr {
+  public:
+    HeapPtr() = default;
+    /// Takes ownership of a buffer of the allocator.
+    explicit HeapPtr(T* block) : m_block(block) {}
+    HeapPtr(HeapPtr&& other) noexcept : m_block(other.Detach()) {}
+    HeapPtr& operator=(HeapPtr&& other) noexcept {
+        if (this != &other) {
+            Attach(other.Detach());
+        }
+        return *this;
+    }
+    HeapPtr(const HeapPtr&) = delete;
+    HeapPtr& operator=(const HeapPtr&) = delete;
+    ~HeapPtr() { Free(); }
+
+    /// A buffer of `count` elements, not initialised. Throws std::bad_alloc.
+    static HeapPtr Make(std::size_t count) {
+        return HeapPtr(static_cast<T*>(Allocator::Allocate(count * sizeof(T))));
+    }
+
+    T* Get() const { return m_block; }
+    explicit operator bool() const { return m_block != nullptr; }
+
+    /// Gives the buffer away; the caller releases it.
+    T* Detach() { return std::exchange(m_block, nullptr); }
+    void Attach(T* block) {
+        Free();
+        m_block = block;
+    }
+    void Free() { Allocator::Free(Detach()); }
+
+  private:
+    T* m_block = nullptr;
+};
+
+using BytePtr = HeapPtr<unsigned char, CCRTAllocator>;
+
+}  // namespace ca

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "common/Json.h"
+
+#include <string>
+
+namespace ca {
+
+/// A record: writes itself as one JSON value and reads itself back from one.
+/// The order of the virtual operations is part of the interface.
+class ISerializable {
+  public:
+    /// Replaces what the record held. Throws ca::Exception 16300 for a value of the wrong shape.
+    virtual void FromJson(const JsonValue& value) = 0;
+    /// Writes exactly one value; the caller has written the key.
+    virtual void ToJson(JsonWriter& writer) const = 0;
+    /// The record's type number, which names its key in a packet.
+    virtual int GetType() const = 0;
+    virtual std::string GetTagString() const { return {}; }
+    virtual ~ISerializable() = default;
+
+  protected:
+    ISerializable() = default;
+    ISerializable(const ISerializable&) = default;
+    ISerializable& operator=(const ISerializable&) = default;
+};
+
+/// Type numbers of the records; kTypeFileData to kTypeAttrCertInfo index the key table.
+enum RecordType : int {
+    kTypeFileData = 0,
+    kTypeStores = 1,
+    kTypeCertificates = 2,
+    kTypeCrl = 3,  ///< reserved: no record
+    kTypeSignInfo = 4,
+    kTypeSignInfoArray = 5,
+    kTypeCertInfo = 6,
+    kTypeCertInfos = 7,
+    kTypeStoreAddress = 8,
+    kTypeStoreAddresses = 9,
+    kTypeCrlInfo = 10,
+    kTypeConfig = 11,
+    kTypePkiConfig = 12,
+    kTypeVerifyResult = 13,
+    kTypeCmsInfo = 14,  ///< reserved: no record
+    kTypeCertForCheck = 15,
+    kTypeOrvexChainStatus = 16,  ///< reserved: no record
+    kTypeAttrCertInfo = 17,
+    // Nested only; these two have no key in a packet.
+    kTypeExtensionCollection = 18,
+    kTypeAttributeCollection = 19,
+};
+
+}  // namespace ca

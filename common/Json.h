@@ -1,0 +1,82 @@
+#pragma once
+
+// The one way to include rapidjson here: its settings must be the same in every translation unit.
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+#ifdef RAPIDJSON_ASSERT
+#error "include common/Json.h before any header of rapidjson"
+#endif
+
+namespace ca {
+
+/// Where a value is being read, for the report of a value of the wrong type.
+struct JsonPosition {
+    const char* file;  ///< source file name without folders; static text
+    long line;
+    const char* key;  ///< the JSON key; static text
+};
+
+/// Names the key that this thread reads next; see CA_JSON_KEY.
+void SetJsonPosition(const JsonPosition& position) noexcept;
+
+/// What rapidjson's assertions end in. Logs the position of the key being read through the host's
+/// callback, then stops the process; with MOD_FOO_REPORT_JSON_TYPES throws ca::Exception 16300.
+[[noreturn]] void JsonTypeFault(const char* condition);
+
+}  // namespace ca
+
+#define CA_JSON_KEY(name) (::ca::SetJsonPosition({__FILE_NAME__, __LINE__, (name)}))
+
+#define RAPIDJSON_ASSERT(condition) \
+    (static_cast<bool>(condition) ? static_cast<void>(0) : ::ca::JsonTypeFault(#condition))
+#define RAPIDJSON_HAS_STDSTRING 1
+#if defined(__SSE2__) && !defined(RAPIDJSON_SSE2)
+#define RAPIDJSON_SSE2
+#endif
+
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace ca {
+
+/// rapidjson's allocator concept over malloc; out of memory is std::bad_alloc instead of a null
+/// pointer that rapidjson would write through.
+class CJsonAllocator {
+  public:
+    static const bool kNeedFree = true;
+    void* Malloc(std::size_t size) { return size != 0 ? Checked(std::malloc(size)) : nullptr; }
+    void* Realloc(void* block, [[maybe_unused]] std::size_t oldSize, std::size_t newSize) {
+        if (newSize == 0) {
+            std::free(block);
+            return nullptr;
+        }
+        return Checked(std::realloc(block, newSize));
+    }
+    static void Free(void* block) { std::free(block); }
+
+  private:
+    static void* Checked(void* block) {
+        if (block == nullptr) {
+            throw std::bad_alloc();
+        }
+        return block;
+    }
+};
+
+using JsonPool = rapidjson::MemoryPoolAllocator<CJsonAllocator>;
+using JsonDocument = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, CJsonAllocator>;
+using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
+using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, CJsonAllocator>;
+using JsonWriter =
+    rapidjson::Writer<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, CJsonAllocator>;
+
+/// Flags for every parse of strangers' text: no recursion on the input's depth.
+inline constexpr unsigned kJsonParseFlags = rapidjson::kParseIterativeFlag;
+
+}  // namespace ca

@@ -1,0 +1,67 @@
+#include "common/Lng.h"
+
+#include <array>
+#include <atomic>
+#include <cwctype>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+struct Collections {
+    const wchar_t* english[kMessageCount];
+    const wchar_t* russian[kMessageCount];
+};
+
+// Built by the compiler from the table rows: no start-up cost, and the arrays stay in read-only
+// memory.
+constexpr Collections BuildCollections() {
+    Collections all{};
+    for (std::size_t i = 0; i < kMessageCount; ++i) {
+        all.english[i] = L"";
+        all.russian[i] = L"";
+    }
+#define CA_MESSAGE(name, id, en, ru) \
+    all.english[id] = en;            \
+    all.russian[id] = ru;
+#include "common/MessageTable.inc"
+#undef CA_MESSAGE
+#define CA_OID(oid, id, shortName, en, ru) \
+    all.english[id] = en;                  \
+    all.russian[id] = ru;
+#include "common/OidTable.inc"
+#undef CA_OID
+    return all;
+}
+
+constexpr Collections kCollections = BuildCollections();
+
+std::atomic<std::uint32_t> currentLanguage{Ru::LangID};
+
+}  // namespace
+
+const wchar_t* const (&En::MessageCollection)[kMessageCount] = kCollections.english;
+const wchar_t* const (&Ru::MessageCollection)[kMessageCount] = kCollections.russian;
+
+void SetZORNALng(const wchar_t* lang) {
+    if (lang == nullptr) {
+        throw std::logic_error("SetZORNALng: null language");
+    }
+    std::wstring name(lang);
+    for (wchar_t& c : name) {
+        c = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(c)));
+    }
+    currentLanguage.store(name == L"ru" ? Ru::LangID : En::LangID, std::memory_order_relaxed);
+}
+
+std::uint32_t GetZORNALng() noexcept {
+    return currentLanguage.load(std::memory_order_relaxed);
+}
+
+const wchar_t* SetZORNAMessage(ZornaMessage id) noexcept {
+    const auto index = static_cast<std::size_t>(id);
+    if (index >= kMessageCount) {
+        return L"ZORNA_LANGUAGE_MESSAGE_ID_ERROR";
+    }
+    return IsRussian() ? kCollections.russian[index] : kCollections.english[index];
+}

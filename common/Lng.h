@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// Numbers of the texts, 0 to 938; MessageTable.inc and OidTable.inc name those in use.
+enum ZornaMessage : int {
+#define CA_MESSAGE(name, id, english, russian) name = id,
+#include "common/MessageTable.inc"
+#undef CA_MESSAGE
+    kMsgLast = 938
+};
+
+inline constexpr std::size_t kMessageCount = 939;
+
+namespace En {
+inline constexpr std::uint32_t LangID = 1033;
+extern const wchar_t* const (&MessageCollection)[kMessageCount];
+}  // namespace En
+
+namespace Ru {
+inline constexpr std::uint32_t LangID = 1049;
+extern const wchar_t* const (&MessageCollection)[kMessageCount];
+}  // namespace Ru
+
+/// Selects Russian for "ru" in any letter case, English for every other text.
+/// The language is one value of the whole process, Russian at start; safe from any thread.
+/// Throws std::logic_error for null.
+void SetZORNALng(const wchar_t* lang);
+
+/// The current language: En::LangID or Ru::LangID.
+std::uint32_t GetZORNALng() noexcept;
+
+/// True when texts are to be Russian.
+inline bool IsRussian() noexcept {
+    return GetZORNALng() == Ru::LangID;
+}
+
+/// The text of a message in the current language; static, never null, "" for an id without a text.
+/// An id above 938 gives "ZORNA_LANGUAGE_MESSAGE_ID_ERROR".
+const wchar_t* SetZORNAMessage(ZornaMessage id) noexcept;
