@@ -1,0 +1,216 @@
+#pragma once
+
+#include "common/Encode.h"
+
+#include <cstddef>
+#include <iosfwd>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+// INI files in memory. CIniFileW and CIniFileA behave alike; they differ in the character type and
+// in the last letter of their nested classes' names.
+
+/// Remove members of `chars` from one end or from both. Encode.h has the narrow RTrim().
+void LTrim(std::wstring& text, const std::wstring& chars);
+void LTrim(std::string& text, const std::string& chars);
+void RTrim(std::wstring& text, const std::wstring& chars);
+void Trim(std::wstring& text, const std::wstring& chars);
+void Trim(std::string& text, const std::string& chars);
+
+namespace ini {
+
+/// wcscasecmp() and strcasecmp() under one name.
+int CompareNoCase(const std::wstring& a, const std::wstring& b);
+int CompareNoCase(const std::string& a, const std::string& b);
+
+template <class Char>
+class SectionT;
+template <class Char>
+class FileT;
+
+/// Orders keys and sections by name without regard to letter case; also finds them by a bare name.
+template <class Item, class Char>
+struct NameLess {
+    using is_transparent = void;
+    using String = std::basic_string<Char>;
+    bool operator()(const Item* a, const Item* b) const { return Less(a->Name(), b->Name()); }
+    bool operator()(const Item* a, const String& b) const { return Less(a->Name(), b); }
+    bool operator()(const String& a, const Item* b) const { return Less(a, b->Name()); }
+
+  private:
+    static bool Less(const String& a, const String& b) { return CompareNoCase(a, b) < 0; }
+};
+
+/// One "name=value". Lives in its section, which owns it.
+template <class Char>
+class KeyT {
+  public:
+    using String = std::basic_string<Char>;
+
+    KeyT(SectionT<Char>* section, String name) : m_section(section), m_name(std::move(name)) {}
+
+    const String& GetKeyName() const { return m_name; }
+    /// False, and nothing changed, when the section has another key of that name.
+    bool SetKeyName(String name);
+    const String& GetValue() const { return m_value; }
+    void SetValue(String value) { m_value = std::move(value); }
+
+    const String& Name() const { return m_name; }
+
+  private:
+    friend class SectionT<Char>;
+
+    SectionT<Char>* m_section;
+    String m_name;
+    String m_value;
+};
+
+// The name of a section's nested key class ends in the letter of the character type.
+template <class Char>
+struct KeyNames;
+template <>
+struct KeyNames<wchar_t> {
+    using CIniKeyW = KeyT<wchar_t>;
+};
+template <>
+struct KeyNames<char> {
+    using CIniKeyA = KeyT<char>;
+};
+
+/// A section: its keys, and its free lines in file order. Lives in its file, which owns it.
+template <class Char>
+class SectionT : public KeyNames<Char> {
+  public:
+    using String = std::basic_string<Char>;
+    using Key = KeyT<Char>;
+    using KeySet = std::set<Key*, NameLess<Key, Char>>;
+
+    SectionT(FileT<Char>* file, String name) : m_file(file), m_name(std::move(name)) {}
+    SectionT(const SectionT&) = delete;
+    SectionT& operator=(const SectionT&) = delete;
+    ~SectionT() { RemoveAllKeys(); }
+
+    const String& GetSectionName() const { return m_name; }
+    /// False, and nothing changed, when the file has another section of that name.
+    bool SetSectionName(String name);
+
+    const KeySet& GetKeys() const { return m_keys; }
+    /// Null when absent; the name is taken as it stands.
+    Key* GetKey(const String& name) const;
+    /// The key of the trimmed name, created when absent. Owned by the section.
+    Key* AddKey(String name);
+    /// Destroys a key of this section; every other pointer is ignored.
+    void RemoveKey(Key* key);
+    void RemoveAllKeys();
+    /// Empty when there is no such key.
+    String GetKeyValue(const String& key) const;
+    void SetKeyValue(const String& key, String value);
+    bool RenameKey(const String& oldName, String newName);
+
+    const std::vector<String>& GetLines() const { return m_lines; }
+    std::size_t GetLineCount() const { return m_lines.size(); }
+    void AddLine(String line) { m_lines.push_back(std::move(line)); }
+
+    const String& Name() const { return m_name; }
+
+  private:
+    friend class FileT<Char>;
+
+    FileT<Char>* m_file;
+    String m_name;
+    KeySet m_keys;  // owned; freed by RemoveKey() and RemoveAllKeys()
+    std::vector<String> m_lines;
+};
+
+/// The whole file. Sections are unique and ordered by name without regard to letter case.
+/// Not for concurrent use.
+template <class Char>
+class FileT {
+  public:
+    using String = std::basic_string<Char>;
+    using Section = SectionT<Char>;
+    using SectionSet = std::set<Section*, NameLess<Section, Char>>;
+
+    FileT() = default;
+    FileT(const FileT&) = delete;
+    FileT& operator=(const FileT&) = delete;
+    ~FileT() { RemoveAllSections(); }
+
+    /// Reads lines up to the stream's end or failure; what was read till then stays.
+    /// \param merge  adds to what is there instead of replacing it.
+    void Load(std::basic_istream<Char>& in, bool merge);
+    /// The same from a file, read as octets; the wide variant takes them as UTF-8.
+    /// False, with the sections as they were, when it cannot be opened.
+    bool Load(const String& path, bool merge);
+    /// Writes sections and keys in set order, each line ended by a line feed. Free lines are left
+    /// to the owner of their section.
+    void Save(std::basic_ostream<Char>& out) const;
+
+    const SectionSet& GetSections() const { return m_sections; }
+    /// Null when absent; the name is taken as it stands.
+    Section* GetSection(const String& name) const;
+    /// The section of the trimmed name, created when absent. Owned by the file.
+    Section* AddSection(String name);
+    /// Destroys a section of this file; every other pointer is ignored.
+    void RemoveSection(Section* section);
+    void RemoveAllSections();
+    /// False, and nothing changed, when there is no such section or another has the new name.
+    bool RenameSection(const String& oldName, String newName);
+
+    /// Empty when section or key is absent.
+    String GetKeyValue(const String& section, const String& key) const;
+    /// Creates section and key as needed.
+    void SetKeyValue(const String& section, const String& key, String value);
+    bool RenameKey(const String& section, const String& oldName, String newName);
+
+  private:
+    friend class SectionT<Char>;
+
+    void LoadLine(String line, Section*& current);
+
+    SectionSet m_sections;  // owned; freed by RemoveSection() and RemoveAllSections()
+};
+
+extern template class KeyT<wchar_t>;
+extern template class KeyT<char>;
+extern template class SectionT<wchar_t>;
+extern template class SectionT<char>;
+extern template class FileT<wchar_t>;
+extern template class FileT<char>;
+
+/// A file to be read into with merging: `in >> CIniFileW::CIniMergeW(file)`.
+template <class File>
+class MergeT {
+  public:
+    explicit MergeT(File& file) : m_file(file) {}
+    File& Target() const { return m_file; }
+
+  private:
+    File& m_file;
+};
+
+}  // namespace ini
+
+class CIniFileW : public ini::FileT<wchar_t> {
+  public:
+    using CIniSectionW = ini::SectionT<wchar_t>;
+    using CIniMergeW = ini::MergeT<CIniFileW>;
+    using ci_less_w = ini::NameLess<CIniSectionW, wchar_t>;
+};
+
+class CIniFileA : public ini::FileT<char> {
+  public:
+    using CIniSectionA = ini::SectionT<char>;
+    using CIniMergeA = ini::MergeT<CIniFileA>;
+    using ci_less_a = ini::NameLess<CIniSectionA, char>;
+};
+
+std::wistream& operator>>(std::wistream& in, CIniFileW& file);
+std::wistream& operator>>(std::wistream& in, CIniFileW::CIniMergeW merge);
+std::wostream& operator<<(std::wostream& out, CIniFileW& file);
+std::istream& operator>>(std::istream& in, CIniFileA& file);
+std::istream& operator>>(std::istream& in, CIniFileA::CIniMergeA merge);
+std::ostream& operator<<(std::ostream& out, CIniFileA& file);
