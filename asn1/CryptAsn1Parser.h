@@ -1,0 +1,200 @@
+#pragma once
+
+#include "common/HeapPtr.h"
+#include "common/Json.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <span>
+#include <string>
+#include <vector>
+
+// BER/DER as ITU-T X.690 has it, cut into a tree of tag-length-value nodes over the caller's
+// buffer. Lengths and offsets are octets. Nothing here recurses on the depth of a tree.
+
+class CAsn1BlockPool;
+class CAsn1Object;
+
+/// One tag-length-value node. Owns its children; views the buffer it was parsed from.
+/// A tree may be read from several threads; changing it needs the caller's lock.
+class CAsn1Block {
+  public:
+    unsigned char* start = nullptr;    ///< First identifier octet; null for a block not parsed.
+    unsigned char* content = nullptr;  ///< First content octet, in the caller's buffer.
+    CAsn1Block* parent = nullptr;      ///< Null for a root.
+    std::uint32_t contentLength = 0;   ///< Without the end-of-contents pair.
+    std::uint32_t totalLength = 0;     ///< Identifier, length and content; 0 until known.
+    std::uint32_t offset = 0;          ///< Of the identifier in the parsed buffer.
+    /// The one identifier octet. Deliberate: the high-tag-number form is not recognised; its
+    /// further octets are read as the length.
+    std::uint8_t tag = 0;
+    bool isUnknownLength : 1 = false;  ///< The length octet is 0x80 (indefinite form).
+    bool excluded : 1 = false;         ///< Taken out: left out of lengths and of what is written.
+    bool corrupted : 1 = false;        ///< Its parse did not end.
+
+    CAsn1Block() = default;
+    CAsn1Block(const CAsn1Block&) = delete;
+    CAsn1Block& operator=(const CAsn1Block&) = delete;
+    ~CAsn1Block();
+
+    // Blocks of one parse share slabs of memory; others are on the heap. `delete` knows which.
+    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size, CAsn1BlockPool& pool);
+    static void operator delete(CAsn1Block* block, std::destroying_delete_t);
+
+    bool IsConstructed() const { return (tag & 0x20U) != 0; }
+    // Deliberate: each test looks at one bit, so a private tag (0xC0) is of both classes, and an
+    // index keeps the other class's bit.
+    bool IsContextSpecific() const { return (tag & 0x80U) != 0; }
+    bool IsApplicationSpecific() const { return (tag & 0x40U) != 0; }
+    unsigned GetContextSpecificIndex() const { return tag & 0x5FU; }
+    unsigned GetApplicationSpecificIndex() const { return tag & 0x9FU; }
+
+    /// Parses one block with its subtree at data[*pos]; replaces what this block held.
+    /// \param pos     position in `data`; advanced behind the block.
+    /// \param offset  advanced alike, except over the header of an empty constructed block.
+    ///                Deliberate: what follows such a block reports an offset 2 too low.
+    /// \param size    octets of `data`, which outlives the tree.
+    /// \param noThrow a truncation is logged, and the block ends where the data end.
+    /// \param continueOnLengthMismatch  children longer than their parent are logged as an error
+    ///                and the parent goes on; otherwise the parent ends there.
+    /// Throws ca::Exception 0x80093102 at a truncation, 0x80093103 (logged) when overrunning
+    /// children would make more blocks than `data` has octets. The blocks left open are flagged
+    /// corrupted and keep a total length of 0.
+    void Parse(unsigned char* data, unsigned int* pos, unsigned int* offset, unsigned int size,
+               bool noThrow, bool continueOnLengthMismatch);
+
+    /// Octets this block takes when written; stored as totalLength.
+    /// \param recompute  first sets the content length of every constructed block of the subtree
+    ///                   that has children to the sum of those not excluded.
+    /// Throws ca::Exception 0x80093103 when a length does not fit 32 bits.
+    unsigned int GetTotalLength(bool recompute);
+
+    /// Writes the block at out[*pos] with the stored lengths, the shortest length form, and
+    /// advances *pos. `out` has room for totalLength octets there.
+    /// Throws ca::Exception 0x80093103 instead of writing more than totalLength octets.
+    void GetAsn1Data(unsigned char* out, unsigned int* pos) const;
+
+    /// The octets the block was parsed from: totalLength of them, fewer where the buffer ends.
+    std::span<unsigned char> GetRawEncoding() const;
+
+    /// Appends an empty child; owned by this block.
+    CAsn1Block* AddInnerBlock();
+    /// Deep copy that has this block as its parent but is not yet among its children: the caller
+    /// owns it until it hands it to AppendInnerBlock(). The contents stay views of the buffer.
+    CAsn1Block* ImportInnerBlock(const CAsn1Block* source);
+    /// Takes ownership of `block`, which leaves the children of its former parent if it was there.
+    void AppendInnerBlock(CAsn1Block* block);
+    /// Takes `child` out of the children; null when it is none of them.
+    std::unique_ptr<CAsn1Block> TakeInnerBlock(CAsn1Block* child);
+    void DeleteInnerBlocks();
+
+    /// Child `i`, null when there is none.
+    CAsn1Block* GetInnerBlock(std::size_t i) const {
+        return i < m_childCount ? m_children->items[i] : nullptr;
+    }
+    std::size_t GetInnerBlockCount() const { return m_childCount; }
+    /// The children in order of appearance; valid until they change.
+    std::span<CAsn1Block* const> GetInnerBlocks() const {
+        return m_childCount != 0 ? std::span<CAsn1Block* const>(m_children->items, m_childCount)
+                                 : std::span<CAsn1Block* const>();
+    }
+
+    /// First child at index `from` or later with this identifier octet; null when there is none.
+    CAsn1Block* GetBlockByTag(unsigned int wanted, std::size_t from) const;
+    /// First child at index `from` or later that is context-specific or application-specific and
+    /// has index `idx` there; null when there is none.
+    CAsn1Block* GetBlockBySpecificIdx(unsigned int idx, std::size_t from) const;
+    /// The block at a path of child indices ("0/2/1"; empty items skipped). Null for an empty path
+    /// and for an index without a child. Throws std::invalid_argument or std::out_of_range for an
+    /// item that is not an int.
+    CAsn1Block* GetBlockByPath(const std::wstring& path) const;
+
+    /// Writes the members of this block's JSON object: the key "structure" and its value. The
+    /// caller has opened the object and closes it.
+    /// BIT STRINGs of the tree get their unused bits cleared in the buffer.
+    void ToJson(ca::JsonWriter& writer) const;
+    /// The whole dump: an object with "structure" and, when the block has octets, "data".
+    /// \return UTF-8, zero-terminated; the length without the zero in `length` when given.
+    ca::BytePtr ToJson(std::size_t* length = nullptr) const;
+
+  private:
+    friend class CAsn1BlockPool;
+    friend class CAsn1BlockReader;
+
+    // The children's pointers with what is known about their storage.
+    struct Children {
+        std::uint32_t capacity;
+        std::uint32_t slabDistance;  // 8-octet units back to the slab's head; 0: on the heap
+        CAsn1Block* items[1];        // `capacity` of them
+    };
+
+    void ReserveChild();
+
+    Children* m_children = nullptr;
+    std::uint32_t m_childCount = 0;
+    std::uint32_t m_available = 0;     // octets from `start` to the end of the parsed buffer
+    std::uint16_t m_slabDistance = 0;  // as Children::slabDistance
+};
+
+/// The roots of one buffer. The buffer outlives the parser; it is changed only by reading a
+/// BIT STRING (see CAsn1BitString). One thread at a time.
+class CCryptAsn1Parser {
+  public:
+    CCryptAsn1Parser() = default;
+    CCryptAsn1Parser(const CCryptAsn1Parser&) = delete;
+    CCryptAsn1Parser& operator=(const CCryptAsn1Parser&) = delete;
+    ~CCryptAsn1Parser();
+
+    /// Cuts `data` into roots; replaces the roots of an earlier call. Blocks are never more than
+    /// `size`; beyond that the parse ends with the error code 0x80093103, logged once.
+    /// \param stopAtTruncation  true: a truncation ends the parse with the code 0x80093102; the
+    ///        roots stay, the open blocks are flagged corrupted. False: it is logged, and the block
+    ///        ends where the buffer ends.
+    /// \param continueOnLengthMismatch  see CAsn1Block::Parse().
+    /// \param singleRoot  what follows the first root is ignored, with a line in the log.
+    /// Of the lines about one kind of damage the first 16 are logged.
+    void Parse(unsigned char* data, unsigned int size, bool stopAtTruncation,
+               bool continueOnLengthMismatch, bool singleRoot);
+
+    /// The error that ended the last parse; 0 for none.
+    std::uint32_t GetLastErrorCode() const { return m_errorCode; }
+
+    /// Octets Build() writes: all lengths recomputed. Throws ca::Exception 0x80093103 when the sum
+    /// does not fit 32 bits.
+    unsigned int GetTotalLength();
+
+    /// Writes every root to `out`, which has room for what GetTotalLength() returned last; an error
+    /// code of the parse is logged first.
+    /// Throws ca::Exception 0x80093103 instead of writing more than that.
+    void Build(unsigned char* out);
+
+    std::size_t GetRootCount() const { return m_roots.size(); }
+    /// Root `i`, null when there is none.
+    CAsn1Block* GetRoot(std::size_t i) const { return i < m_roots.size() ? m_roots[i] : nullptr; }
+    std::span<CAsn1Block* const> GetRoots() const { return m_roots; }
+    /// As CAsn1Block::GetBlockByPath(); the first index selects the root.
+    CAsn1Block* GetBlockByPath(const std::wstring& path) const;
+
+    /// The JSON dump of the first root, zero-terminated UTF-8; null when there is no root.
+    ca::BytePtr GetAsn1Structure(std::size_t* length = nullptr) const;
+    /// Parses what `data` holds up to a truncation and dumps the first root.
+    ca::BytePtr GetAsn1Structure(unsigned char* data, unsigned int size,
+                                 std::size_t* length = nullptr);
+
+  private:
+    void DeleteRoots() noexcept;
+
+    std::vector<CAsn1Block*> m_roots;
+    std::uint32_t m_totalLength = 0;
+    std::uint32_t m_errorCode = 0;
+};
+
+/// Octets that a length of 128 or more takes behind the first length octet; 0 for a shorter one.
+unsigned int GetBytesCount(unsigned int length);
+
+/// The typed object of a block, chosen by its identifier octet; CAsn1Unknown for every octet
+/// without a class. Never null; the caller owns it.
+CAsn1Object* CreatePrimitiveObject(CAsn1Block* block, CAsn1Object* parent);
