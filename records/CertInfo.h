@@ -1,0 +1,102 @@
+#pragma once
+
+#include "common/ISerializable.h"
+#include "records/CertInfoExtension.h"
+#include "records/OwnedPtr.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace ca {
+
+/// Describes one certificate (RFC 5280 4.1) in readable form.
+/// Times are texts "dd.mm.yyyy hh:mm:ss"; binary values are lower-case hex unless said otherwise.
+class CertInfo : public ISerializable {
+  public:
+    /// A missing key leaves its field. Throws ca::Exception 16300 for no object, a member of the
+    /// wrong type, or records nested deeper than kMaxRecordNesting.
+    void FromJson(const JsonValue& value) override;
+    void ToJson(JsonWriter& writer) const override;
+    int GetType() const override { return kTypeCertInfo; }
+
+    std::wstring id;        ///< names the certificate in requests
+    std::wstring validity;  ///< text of validityNumber
+    std::uint32_t validityNumber = 0;
+    std::wstring version;
+    std::wstring serial;
+    std::wstring signatureAlg;
+    std::wstring hashAlg;
+    std::wstring issuer;          ///< readable form
+    std::wstring oidIssuer;       ///< attribute types as dotted identifiers
+    std::wstring x500NameIssuer;  ///< RFC 4514 form
+    std::wstring validFrom;       ///< local time
+    std::wstring validFromUtc;
+    std::wstring validTo;  ///< local time
+    std::wstring validToUtc;
+    std::wstring description;      ///< subject, readable form
+    std::wstring oidDescription;   ///< subject, attribute types as dotted identifiers
+    std::wstring x500Description;  ///< subject, RFC 4514 form
+    std::wstring subjectTags;      ///< "TAG=value;" list
+    std::wstring issuerTags;       ///< "TAG=value;" list
+    std::wstring publicKeyAlg;
+    std::wstring publicKey;
+    std::wstring publicKeyParams;
+    bool hasPrivateKey = false;
+    std::wstring issuerUniqueId;
+    std::wstring subjectUniqueId;
+    std::wstring publicKeyHashAlgs;  ///< comma list, best first
+    std::wstring rawData;            ///< the certificate's encoding, Base64
+    std::uint32_t keyUsage = 0;      ///< first octet of the bit string in bits 7-0, second in 15-8
+    std::wstring keyUsageStr;        ///< GetKeyUsageStr() of keyUsage
+    std::wstring error;              ///< first fault met while the record was filled
+    CertInfoExtensionCollection extensions;
+};
+
+/// A certificate and, where it is known, its issuer's.
+class CertInfo2 : public CertInfo {
+  public:
+    void FromJson(const JsonValue& value) override;
+    /// "IssuerCert" is written only when there is one.
+    void ToJson(JsonWriter& writer) const override;
+
+    /// The names of the usages in bit order, joined by ", ", in the current language.
+    /// \param bits  as CertInfo::keyUsage; unknown bits have no name.
+    static std::wstring GetKeyUsageStr(unsigned bits);
+
+    OwnedPtr<CertInfo2> issuerCert;
+};
+
+/// Restrictions of CertInfos2::GetCertIdList(), as bits; each one leaves certificates out.
+enum CertFilter : unsigned {
+    kCertFilterAll = 0,
+    kCertFilterInPeriod = 1,        ///< not those whose validityNumber is 16123
+    kCertFilterWithPrivateKey = 2,  ///< only those with hasPrivateKey
+};
+
+/// Certificates in order.
+class CertInfos2 : public ISerializable {
+  public:
+    /// Appends the elements; a value that is no array changes nothing.
+    void FromJson(const JsonValue& value) override;
+    void ToJson(JsonWriter& writer) const override;
+    int GetType() const override { return kTypeCertInfos; }
+
+    /// Appends to `list` the identifiers of the certificates that pass every bit of `filter`.
+    void GetCertIdList(unsigned filter, std::vector<std::wstring>& list) const;
+
+    std::vector<OwnedPtr<CertInfo2>> items;
+};
+
+/// A certificate that the host sends for checking.
+class CertForCheck : public ISerializable {
+  public:
+    void FromJson(const JsonValue& value) override;
+    void ToJson(JsonWriter& writer) const override;
+    int GetType() const override { return kTypeCertForCheck; }
+
+    std::wstring certId;
+    std::wstring cert;  ///< the certificate as text
+};
+
+}  // namespace ca

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "common/ISerializable.h"
+#include "records/AttrCertInfo.h"
+#include "records/CertInfo.h"
+#include "records/OwnedPtr.h"
+#include "records/VerificationResult.h"
+
+#include <string>
+#include <vector>
+
+namespace ca {
+
+struct SignInfo;
+
+/// The signatures of one signed item, in order.
+class SignInfos : public ISerializable {
+  public:
+    SignInfos();
+    SignInfos(const SignInfos& other);
+    SignInfos& operator=(const SignInfos& other);
+    SignInfos(SignInfos&& other) noexcept;
+    SignInfos& operator=(SignInfos&& other) noexcept;
+    ~SignInfos() override;
+
+    /// Appends the elements; a value that is no array changes nothing.
+    void FromJson(const JsonValue& value) override;
+    void ToJson(JsonWriter& writer) const override;
+    int GetType() const override { return kTypeSignInfo; }
+
+    std::vector<OwnedPtr<SignInfo>> items;
+};
+
+/// A signed or unsigned attribute of a signature.
+struct SignExtension {
+    void FromJson(const JsonValue& value);
+    void ToJson(JsonWriter& writer) const;
+
+    std::wstring extensionName;
+    std::wstring extensionOid;                ///< dotted
+    std::wstring extensionInterpretedString;  ///< readable
+    std::wstring extensionInterpretedData;    ///< the value's encoding, Base64
+};
+
+/// Describes one signature (RFC 5652 5.3) and, nested, the signatures on it.
+struct SignInfo {
+    /// A missing key leaves its field; lists are replaced. Throws ca::Exception 16300 for no
+    /// object, a member of the wrong type, or records nested deeper than kMaxRecordNesting.
+    void FromJson(const JsonValue& value);
+    void ToJson(JsonWriter& writer) const;
+
+    VerificationResult verifyResultEx;
+    std::wstring verifyResult;  ///< text
+    std::wstring signId;
+    std::wstring comment;
+    std::wstring uri;       ///< of the signed resource
+    std::wstring signTime;  ///< local time
+    std::wstring signTimeUtc;
+    std::wstring signAlg;
+    std::wstring hashAlg;
+    bool isAttached = false;  ///< the signature encloses the content
+    CertInfo signCert;
+    AttrCertInfo attrCert;
+    SignInfos coSigners;
+    std::vector<OwnedPtr<SignExtension>> extensions;
+};
+
+/// The signatures of several signed items, one list an item.
+class SignInfosArray : public ISerializable {
+  public:
+    /// Appends the elements; a value that is no array changes nothing.
+    void FromJson(const JsonValue& value) override;
+    void ToJson(JsonWriter& writer) const override;
+    int GetType() const override { return kTypeSignInfoArray; }
+
+    std::vector<OwnedPtr<SignInfos>> items;
+};
+
+}  // namespace ca
