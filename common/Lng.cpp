@@ -26,8 +26,8 @@ constexpr Collections BuildCollections() {
     all.russian[id] = ru;
 #include "common/MessageTable.inc"
 #undef CA_MESSAGE
-#define CA_OID(oid, id, shortName, en, ru) \
-    all.english[id] = en;                  \
+#define CA_OID(oid, id, kind, shortName, en, ru) \
+    all.english[id] = en;                        \
     all.russian[id] = ru;
 #include "common/OidTable.inc"
 #undef CA_OID

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "common/Lng.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace ca {
+
+/// What an object identifier names.
+enum class OidKind : std::uint8_t {
+    kNameAttribute,      ///< Attribute type of distinguished names (X.520, RFC 4519).
+    kAttribute,          ///< Attribute of requests, directories, key stores, devices.
+    kAcAttribute,        ///< Attribute of attribute certificates (RFC 5755 4.4).
+    kCmsAttribute,       ///< Signed or unsigned attribute of a message (RFC 5652 11).
+    kExtension,          ///< Certificate extension (RFC 5280 4.2).
+    kAcExtension,        ///< Attribute certificate extension (RFC 5755 4.3).
+    kCrlExtension,       ///< CRL extension (RFC 5280 5.2).
+    kCrlEntryExtension,  ///< CRL entry extension (RFC 5280 5.3).
+    kOcspExtension,      ///< OCSP request or response extension (RFC 6960 4.4).
+    kKeyPurpose,         ///< Extended key usage (RFC 5280 4.2.1.12).
+    kPolicy,             ///< Certificate policy.
+    kPolicyQualifier,    ///< Policy qualifier.
+    kStatement,          ///< Qualified certificate statement (RFC 3739 3.2.6).
+    kAccessMethod,       ///< Access method of an information access extension.
+    kOtherName,          ///< Type of an otherName (RFC 5280 4.2.1.6).
+    kContentType,        ///< Content type of a message, bag or response.
+    kCommitment,         ///< Commitment of a signer (RFC 5126 5.11.1).
+    kSignature,          ///< Signature algorithm, with or without its digest.
+    kDigest,             ///< Digest algorithm.
+    kKey,                ///< Public key algorithm.
+    kKeyAgreement,       ///< Key agreement algorithm.
+    kKeyWrap,            ///< Key wrapping algorithm.
+    kKeyDerivation,      ///< Key derivation function.
+    kCipher,             ///< Content encryption algorithm.
+    kMac,                ///< Message authentication code.
+    kCompression,        ///< Compression algorithm.
+    kCurve,              ///< Named elliptic curve.
+    kParameters,         ///< Parameter set, or a value inside parameters or an extension.
+};
+
+/// One row of the table of object identifiers.
+struct OidInfo {
+    const wchar_t* dotted;   ///< "1.2.840.113549.1.1.1"
+    const char* shortName;   ///< "CN", "INN", "rsaEncryption"; unique, never empty.
+    ZornaMessage messageId;  ///< Its readable name: SetZORNAMessage(messageId).
+    OidKind kind;
+};
+
+/// All rows, ordered by the arcs of the identifier.
+std::span<const OidInfo> AllOids() noexcept;
+
+/// The row of an identifier given by its content octets, as encoded (without tag and length).
+/// \return null when the table has no row; static otherwise.
+/// Constant time, no allocation, any thread. This is the look-up for everything read from outside:
+/// equal octets mean equal identifiers, which texts whose arcs wrapped do not.
+const OidInfo* FindOid(std::span<const unsigned char> encoded) noexcept;
+
+/// The row of an identifier given by its dotted text, "2.5.4.3"; null when there is none.
+const OidInfo* FindOidByText(std::wstring_view dotted) noexcept;
+
+/// The row with this short name; letter case counts. Null when there is none.
+const OidInfo* FindOidByShortName(std::string_view shortName) noexcept;
+
+/// The readable name in the current language, the dotted text (OidText) when there is no row.
+/// Throws only std::bad_alloc.
+std::wstring OidName(std::span<const unsigned char> encoded);
+
+/// The dotted text of any content octets, for display: base 128 throughout, arcs of any size exact.
+/// Octets that are no whole identifier (none at all, or the last arc unfinished) and those longer
+/// than 256 give "#" and their hexadecimal digits, cut after 256 octets with "...".
+/// (CAsn1ObjectIdentifier keeps its own rule: it sums the first arc and wraps at 32 bits.)
+/// Throws only std::bad_alloc.
+std::wstring OidText(std::span<const unsigned char> encoded);
+
+}  // namespace ca
