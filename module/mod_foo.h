@@ -1,0 +1,109 @@
+#ifndef MOD_FOO_H
+#define MOD_FOO_H
+
+/**
+ * The module's interface to its host: C11 and C++.
+ *
+ * A host loads libmod_foo.so.1, resolves the three CM_ functions by name, creates one module with
+ * CM_Init(), hands it requests with CM_ProcessClientRequest() from any number of threads, and frees
+ * it with CM_Free(). Nothing is ever thrown through these functions.
+ */
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+#ifndef __cplusplus
+#include <wchar.h>
+#endif
+
+#if defined(__GNUC__)
+#define MOD_FOO_EXPORT __attribute__((visibility("default")))
+#else
+#define MOD_FOO_EXPORT
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * One request and its answer. All sizes are octets.
+ *
+ * Request framing: UTF-8 JSON text, an object. The text ends at the first NUL inside
+ * `requestLength`, or at `requestLength` when there is none. With the key "fileDataSize": N the N
+ * octets behind that NUL are the request's file data.
+ *
+ * Answer framing: UTF-8 JSON text and one NUL. Without raw data `responseSize` is the length of the
+ * text, the NUL not counted. When the request came with "fileDataSize" and the answer holds file
+ * data, the object carries "fileDataSize": B, the NUL is followed by B octets, and `responseSize`
+ * counts text, NUL and octets.
+ */
+typedef struct CMPacket {
+    uint64_t hostData[2]; /**< The host's own; never read or written by the module. */
+
+    /**
+     * In: the request; stays the host's. Null is answered with error 16300. The module may write
+     * inside [request, request + requestLength) during the call when the request carries
+     * "fileDataEncodedSize": its Base64 file data is then cut out of the text in place.
+     */
+    char* request;
+    uint32_t requestLength; /**< In: octets at `request`. */
+
+    /**
+     * In: true when the request comes from an interactive user's own process. False: it comes
+     * through the service, and operations that use a private key or show a window need the
+     * configuration's AllowServicePrivateKeyAccess.
+     */
+    bool interactive;
+
+    /**
+     * Out: the answer. The host releases it with free(). Overwritten without being read, so an
+     * older answer has to be released first. Null with size 0 only when there was no memory even
+     * for the shortest answer.
+     */
+    char* response;
+    uint32_t responseSize; /**< Out: octets of the answer, see above. */
+} CMPacket;
+
+/**
+ * The host's log sink. `line` is a NUL-terminated text (UTF-32) that is valid during the call only;
+ * `isError` marks an error line. Returns whether it took the line. It is entered from every thread
+ * that runs a request, may not throw, and may not call the module.
+ */
+typedef bool (*CMLogCallback)(const wchar_t* line, bool isError);
+
+/**
+ * Creates a module and reads the configuration; a missing or broken one means defaults.
+ *
+ * \param silent    Only the low eight bits count: not 0 for a module that shows no windows.
+ * \param callback  Log sink of the whole process, of the module created last; null logs nothing.
+ * \return The module, or null when it could not be created. To be released with CM_Free().
+ *
+ * Not to be called while another module of this process runs requests: callback and language are
+ * the process's.
+ */
+MOD_FOO_EXPORT void* CM_Init(int silent, CMLogCallback callback);
+
+/**
+ * Runs one request and fills `response` and `responseSize`. Does nothing when either argument is
+ * null. Any number of threads may run requests of one module at the same time, each with a packet
+ * of its own. Every failure is an answer: "errorCode" is 0 on success.
+ */
+MOD_FOO_EXPORT void CM_ProcessClientRequest(void* module, CMPacket* packet);
+
+/** Releases the module; null is ignored. No request of it may be running. */
+MOD_FOO_EXPORT void CM_Free(void* module);
+
+#ifdef __cplusplus
+}  // extern "C"
+
+class CCertInfoDlg;
+
+/// A new certificate dialog, to be shown by the caller; it deletes itself when closed. It stays on
+/// top of other windows and takes the keyboard focus. Null without a running Qt GUI application,
+/// and outside of its GUI thread.
+/// The symbol is decorated: "_Z17createCertInfoDlgv" (Itanium C++ ABI).
+MOD_FOO_EXPORT CCertInfoDlg* createCertInfoDlg();
+#endif
+
+#endif  // MOD_FOO_H
