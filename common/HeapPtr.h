@@ -17,6 +17,14 @@ struct CCRTAllocator {
         }
         return block;
     }
+    /// Throws std::bad_alloc; the block stays as it was then. A null block is a fresh one.
+    static void* Reallocate(void* block, std::size_t size) {
+        void* moved = std::realloc(block, size != 0 ? size : 1);
+        if (moved == nullptr) {
+            throw std::bad_alloc();
+        }
+        return moved;
+    }
     static void Free(void* block) { std::free(block); }
 };
 
@@ -51,6 +59,11 @@ class HeapPtr {
     void Attach(T* block) {
         Free();
         m_block = block;
+    }
+    /// Changes the buffer to `count` elements and keeps those that fit. Throws std::bad_alloc; the
+    /// buffer stays as it was then.
+    void Resize(std::size_t count) {
+        m_block = static_cast<T*>(Allocator::Reallocate(m_block, count * sizeof(T)));
     }
     void Free() { Allocator::Free(Detach()); }
 

@@ -1,0 +1,172 @@
+#include "common/CurlLibrary.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+#include <dlfcn.h>
+#include <new>
+#include <pthread.h>
+#include <unistd.h>
+#include <vector>
+
+namespace ca {
+namespace {
+
+constexpr char kLibraryFile[] = "Qlocurl.so";
+constexpr char kOwnExecutable[] = "/proc/self/exe";
+constexpr long kGlobalAll = 3;  // CURL_GLOBAL_ALL
+
+struct LibraryCloser {
+    void operator()(void* library) const { dlclose(library); }
+};
+using LibraryHandle = std::unique_ptr<void, LibraryCloser>;
+
+[[noreturn]] void ThrowLoaderError() {
+    const char* text = dlerror();
+    throw Exception(kErrCurlInit, u8u16(std::string(text != nullptr ? text : "")));
+}
+
+template <class Function>
+void Resolve(const LibraryHandle& library, const char* name, Function& function) {
+    void* symbol = dlsym(library.get(), name);
+    if (symbol == nullptr) {
+        ThrowLoaderError();
+    }
+    function = reinterpret_cast<Function>(symbol);
+}
+
+// Keeps a SIGPIPE of this thread from the process: writing to a connection that the server has
+// closed raises it inside TLS libraries, and its default is the end of the process. The signal goes
+// to the thread that wrote, so blocking it here and taking it off is enough.
+class SigPipeGuard {
+  public:
+    SigPipeGuard() {
+        sigemptyset(&m_pipe);
+        sigaddset(&m_pipe, SIGPIPE);
+        sigset_t pending;
+        sigpending(&pending);
+        m_wasPending = sigismember(&pending, SIGPIPE) == 1;
+        m_active = !m_wasPending && pthread_sigmask(SIG_BLOCK, &m_pipe, &m_before) == 0;
+    }
+    SigPipeGuard(const SigPipeGuard&) = delete;
+    SigPipeGuard& operator=(const SigPipeGuard&) = delete;
+    ~SigPipeGuard() {
+        if (m_active) {
+            const std::timespec noWait{};
+            while (sigtimedwait(&m_pipe, nullptr, &noWait) < 0 && errno == EINTR) {
+            }
+            pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+        }
+    }
+
+  private:
+    sigset_t m_pipe{};
+    sigset_t m_before{};
+    bool m_wasPending = false;
+    bool m_active = false;
+};
+
+}  // namespace
+
+std::filesystem::path CurlLibraryPath() {
+    std::vector<char> target(256);
+    for (;;) {
+        const ssize_t length = readlink(kOwnExecutable, target.data(), target.size());
+        if (length < 0) {
+            throw Exception(kErrCurlInit);
+        }
+        const auto size = static_cast<std::size_t>(length);
+        if (size < target.size()) {
+            const std::filesystem::path executable(target.begin(), target.begin() + length);
+            return executable.parent_path() / kLibraryFile;
+        }
+        target.resize(target.size() * 2);  // may have been cut
+    }
+}
+
+const CurlLibrary& CurlLibrary::Get() {
+    // A constructor that throws leaves the static unmade, and the next call tries again.
+    static const CurlLibrary library;
+    return library;
+}
+
+CurlLibrary::CurlLibrary() {
+    LibraryHandle library(dlopen(CurlLibraryPath().c_str(), RTLD_NOW | RTLD_LOCAL));
+    if (!library) {
+        ThrowLoaderError();
+    }
+    Resolve(library, "curl_global_init", globalInit);
+    Resolve(library, "curl_easy_init", easyInit);
+    Resolve(library, "curl_easy_cleanup", easyCleanup);
+    Resolve(library, "curl_easy_setopt", easySetOption);
+    Resolve(library, "curl_easy_perform", easyPerform);
+    Resolve(library, "curl_easy_getinfo", easyGetInfo);
+    Resolve(library, "curl_easy_strerror", easyErrorText);
+    Resolve(library, "curl_slist_append", listAppend);
+    Resolve(library, "curl_slist_free_all", listFree);
+    if (const int code = globalInit(kGlobalAll); code != kCurlOk) {
+        throw Exception(kErrCurlInit, u8u16(std::string(easyErrorText(code))));
+    }
+    // Deliberate: never closed, see Get().
+    static_cast<void>(library.release());
+}
+
+CurlEasy::CurlEasy()
+    : m_library(CurlLibrary::Get()),
+      m_headers(nullptr, m_library.listFree),
+      m_handle(m_library.easyInit(), m_library.easyCleanup) {
+    if (!m_handle) {
+        throw Exception(kErrCurlInit);
+    }
+    Set(kCurlErrorBuffer, static_cast<const void*>(m_errorText.data()));
+}
+
+void CurlEasy::Check(CurlOption option, int code) {
+    if (code == kCurlOutOfMemory) {
+        throw std::bad_alloc();
+    }
+    if (code != kCurlOk) {
+        throw Exception(kErrCurlInit, L"option " + std::to_wstring(option));
+    }
+}
+
+void CurlEasy::AddHeader(const char* line) {
+    CurlList* longer = m_library.listAppend(m_headers.get(), line);
+    if (longer == nullptr) {
+        throw std::bad_alloc();  // the old list is still ours
+    }
+    static_cast<void>(m_headers.release());
+    m_headers.reset(longer);
+    Set(kCurlHttpHeader, static_cast<const void*>(longer));
+}
+
+int CurlEasy::Perform() {
+    const SigPipeGuard guard;
+    m_errorText[0] = '\0';
+    return m_library.easyPerform(m_handle.get());
+}
+
+long CurlEasy::Status() const {
+    long status = 0;
+    m_library.easyGetInfo(m_handle.get(), kCurlInfoStatus, &status);
+    return status;
+}
+
+CurlOffset CurlEasy::AnnouncedLength() const {
+    CurlOffset length = -1;
+    m_library.easyGetInfo(m_handle.get(), kCurlInfoContentLength, &length);
+    return length;
+}
+
+std::string CurlEasy::ErrorText(int code) const {
+    const auto end = std::find(m_errorText.begin(), m_errorText.end(), '\0');
+    std::string text(m_errorText.begin(), end);
+    return text.empty() ? std::string(m_library.easyErrorText(code)) : text;
+}
+
+}  // namespace ca

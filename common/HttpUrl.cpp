@@ -1,0 +1,62 @@
+#include "common/HttpUrl.h"
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+
+#include <QtCore/QUrl>
+
+#include <algorithm>
+
+namespace ca {
+namespace {
+
+// A backslash is read as a slash by some parsers and as part of the user information by others;
+// what is checked must be what is requested, so it is refused with the blanks and controls.
+bool IsForbidden(wchar_t c) {
+    const auto code = static_cast<char32_t>(c);
+    const bool control = code <= 0x20 || (code >= 0x7F && code <= 0xA0);
+    const bool noCharacter = (code >= 0xD800 && code <= 0xDFFF) || code > 0x10FFFF;
+    return control || noCharacter || c == L'\\';
+}
+
+void CheckText(const std::wstring& text) {
+    if (text.empty() || text.size() > kMaxUrlLength ||
+        std::any_of(text.begin(), text.end(), IsForbidden)) {
+        throw Exception(kErrParameters);
+    }
+}
+
+}  // namespace
+
+HttpUrl ParseHttpUrl(const std::wstring& url) {
+    CheckText(url);
+    QUrl parsed(QString::fromStdWString(url), QUrl::TolerantMode);
+    const bool isSecure = parsed.scheme() == QLatin1String("https");
+    const bool isHttp = isSecure || parsed.scheme() == QLatin1String("http");
+    if (!parsed.isValid() || !isHttp || parsed.host().isEmpty() || parsed.port(1) == 0) {
+        throw Exception(kErrParameters);
+    }
+    HttpUrl result{parsed.toEncoded(QUrl::RemoveFragment).toStdString(), {}, isSecure};
+    const bool hasQuery = parsed.hasQuery();
+    parsed.setQuery(QString());
+    parsed.setFragment(QString());
+    parsed.setUserInfo(QString());
+    result.display = parsed.toString(QUrl::FullyEncoded).toStdWString();
+    if (hasQuery) {
+        result.display += L"?...";
+    }
+    return result;
+}
+
+std::string ParseHost(const std::wstring& host) {
+    CheckText(host);
+    QUrl url;
+    url.setHost(QString::fromStdWString(host));
+    std::string ascii = url.host(QUrl::FullyEncoded).toStdString();
+    if (ascii.empty()) {
+        throw Exception(kErrParameters);
+    }
+    return ascii.find(':') == std::string::npos ? ascii : '[' + ascii + ']';
+}
+
+}  // namespace ca
