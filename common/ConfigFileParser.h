@@ -92,6 +92,9 @@ class ConfigFileParser : public ISerializable {
     std::vector<std::wstring> FixExtensionPaths();
 
   private:
+    struct Findings;
+    Findings LoadFirst(const std::vector<std::wstring>& paths);
+
     ServiceSettings m_settings;
     std::wstring m_sourcePath;
 };

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <iosfwd>
-#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -44,6 +43,34 @@ struct NameLess {
     static bool Less(const String& a, const String& b) { return CompareNoCase(a, b) < 0; }
 };
 
+/// Owns the keys of a section or the sections of a file: unique by name, in the order of NameLess.
+template <class Item, class Char>
+class NamedSet {
+  public:
+    using String = std::basic_string<Char>;
+    using Set = std::set<Item*, NameLess<Item, Char>>;
+
+    NamedSet() = default;
+    NamedSet(const NamedSet&) = delete;
+    NamedSet& operator=(const NamedSet&) = delete;
+    ~NamedSet() { Clear(); }
+
+    const Set& Items() const { return m_items; }
+    /// Null when absent; the name is taken as it stands.
+    Item* Find(const String& name) const;
+    /// The item of the trimmed name, created with `parent` when absent.
+    template <class Parent>
+    Item* Add(Parent* parent, String name);
+    void Remove(Item* item);
+    void Clear();
+    /// Puts the item to the place of its trimmed new name. False, and nothing changed, when there
+    /// is no such item or another one has the new name.
+    bool Rename(const String& oldName, String newName);
+
+  private:
+    Set m_items;  // owned
+};
+
 /// One "name=value". Lives in its section, which owns it.
 template <class Char>
 class KeyT {
@@ -54,14 +81,14 @@ class KeyT {
 
     const String& GetKeyName() const { return m_name; }
     /// False, and nothing changed, when the section has another key of that name.
-    bool SetKeyName(String name);
+    bool SetKeyName(String name) { return m_section->RenameKey(m_name, std::move(name)); }
     const String& GetValue() const { return m_value; }
     void SetValue(String value) { m_value = std::move(value); }
 
     const String& Name() const { return m_name; }
 
   private:
-    friend class SectionT<Char>;
+    friend class NamedSet<KeyT, Char>;
 
     SectionT<Char>* m_section;
     String m_name;
@@ -86,29 +113,28 @@ class SectionT : public KeyNames<Char> {
   public:
     using String = std::basic_string<Char>;
     using Key = KeyT<Char>;
-    using KeySet = std::set<Key*, NameLess<Key, Char>>;
+    using KeySet = typename NamedSet<Key, Char>::Set;
 
     SectionT(FileT<Char>* file, String name) : m_file(file), m_name(std::move(name)) {}
-    SectionT(const SectionT&) = delete;
-    SectionT& operator=(const SectionT&) = delete;
-    ~SectionT() { RemoveAllKeys(); }
 
     const String& GetSectionName() const { return m_name; }
     /// False, and nothing changed, when the file has another section of that name.
-    bool SetSectionName(String name);
+    bool SetSectionName(String name) { return m_file->RenameSection(m_name, std::move(name)); }
 
-    const KeySet& GetKeys() const { return m_keys; }
+    const KeySet& GetKeys() const { return m_keys.Items(); }
     /// Null when absent; the name is taken as it stands.
-    Key* GetKey(const String& name) const;
+    Key* GetKey(const String& name) const { return m_keys.Find(name); }
     /// The key of the trimmed name, created when absent. Owned by the section.
-    Key* AddKey(String name);
-    /// Destroys a key of this section; every other pointer is ignored.
-    void RemoveKey(Key* key);
-    void RemoveAllKeys();
+    Key* AddKey(String name) { return m_keys.Add(this, std::move(name)); }
+    /// Destroys a key of this section; null is ignored.
+    void RemoveKey(Key* key) { m_keys.Remove(key); }
+    void RemoveAllKeys() { m_keys.Clear(); }
     /// Empty when there is no such key.
     String GetKeyValue(const String& key) const;
-    void SetKeyValue(const String& key, String value);
-    bool RenameKey(const String& oldName, String newName);
+    void SetKeyValue(const String& key, String value) { AddKey(key)->SetValue(std::move(value)); }
+    bool RenameKey(const String& oldName, String newName) {
+        return m_keys.Rename(oldName, std::move(newName));
+    }
 
     const std::vector<String>& GetLines() const { return m_lines; }
     std::size_t GetLineCount() const { return m_lines.size(); }
@@ -117,27 +143,21 @@ class SectionT : public KeyNames<Char> {
     const String& Name() const { return m_name; }
 
   private:
-    friend class FileT<Char>;
+    friend class NamedSet<SectionT, Char>;
 
     FileT<Char>* m_file;
     String m_name;
-    KeySet m_keys;  // owned; freed by RemoveKey() and RemoveAllKeys()
+    NamedSet<Key, Char> m_keys;
     std::vector<String> m_lines;
 };
 
-/// The whole file. Sections are unique and ordered by name without regard to letter case.
-/// Not for concurrent use.
+/// The whole file. Not for concurrent use.
 template <class Char>
 class FileT {
   public:
     using String = std::basic_string<Char>;
     using Section = SectionT<Char>;
-    using SectionSet = std::set<Section*, NameLess<Section, Char>>;
-
-    FileT() = default;
-    FileT(const FileT&) = delete;
-    FileT& operator=(const FileT&) = delete;
-    ~FileT() { RemoveAllSections(); }
+    using SectionSet = typename NamedSet<Section, Char>::Set;
 
     /// Reads lines up to the stream's end or failure; what was read till then stays.
     /// \param merge  adds to what is there instead of replacing it.
@@ -149,37 +169,32 @@ class FileT {
     /// to the owner of their section.
     void Save(std::basic_ostream<Char>& out) const;
 
-    const SectionSet& GetSections() const { return m_sections; }
+    const SectionSet& GetSections() const { return m_sections.Items(); }
     /// Null when absent; the name is taken as it stands.
-    Section* GetSection(const String& name) const;
+    Section* GetSection(const String& name) const { return m_sections.Find(name); }
     /// The section of the trimmed name, created when absent. Owned by the file.
-    Section* AddSection(String name);
-    /// Destroys a section of this file; every other pointer is ignored.
-    void RemoveSection(Section* section);
-    void RemoveAllSections();
+    Section* AddSection(String name) { return m_sections.Add(this, std::move(name)); }
+    /// Destroys a section of this file; null is ignored.
+    void RemoveSection(Section* section) { m_sections.Remove(section); }
+    void RemoveAllSections() { m_sections.Clear(); }
     /// False, and nothing changed, when there is no such section or another has the new name.
-    bool RenameSection(const String& oldName, String newName);
+    bool RenameSection(const String& oldName, String newName) {
+        return m_sections.Rename(oldName, std::move(newName));
+    }
 
     /// Empty when section or key is absent.
     String GetKeyValue(const String& section, const String& key) const;
     /// Creates section and key as needed.
-    void SetKeyValue(const String& section, const String& key, String value);
+    void SetKeyValue(const String& section, const String& key, String value) {
+        AddSection(section)->SetKeyValue(key, std::move(value));
+    }
     bool RenameKey(const String& section, const String& oldName, String newName);
 
   private:
-    friend class SectionT<Char>;
+    Section* LoadLine(const String& line, Section* current);
 
-    void LoadLine(String line, Section*& current);
-
-    SectionSet m_sections;  // owned; freed by RemoveSection() and RemoveAllSections()
+    NamedSet<Section, Char> m_sections;
 };
-
-extern template class KeyT<wchar_t>;
-extern template class KeyT<char>;
-extern template class SectionT<wchar_t>;
-extern template class SectionT<char>;
-extern template class FileT<wchar_t>;
-extern template class FileT<char>;
 
 /// A file to be read into with merging: `in >> CIniFileW::CIniMergeW(file)`.
 template <class File>

@@ -1,0 +1,427 @@
+#include "common/ConfigFileParser.h"
+
+#include "common/AtomicFile.h"
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "common/inifile.h"
+
+#include <climits>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cwchar>
+#include <iterator>
+#include <optional>
+#include <pwd.h>
+#include <sstream>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <variant>
+
+namespace {
+
+using ca::JsonValue;
+using ca::JsonWriter;
+using ca::ServiceSettings;
+using TextList = std::vector<std::wstring>;
+
+constexpr std::size_t kMaxFileSize = 4U << 20;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr const wchar_t* kSettingsSection = L"Service settings";
+constexpr const wchar_t* kHeaderLine = L"###QetCryptoSvc automatically generated config file###\r\n";
+
+struct Number {
+    int ServiceSettings::*field;
+    int low;
+    int high;
+};
+struct Flag {
+    bool ServiceSettings::*field;
+};
+struct Text {
+    std::wstring ServiceSettings::*field;
+};
+struct List {
+    TextList ServiceSettings::*field;
+};
+
+/// One setting; a list's key is the name of its section.
+struct Row {
+    const char* key;
+    const wchar_t* wideKey;
+    std::variant<Number, Flag, Text, List> kind;
+};
+
+constexpr Row kRows[] = {
+#define CA_NUMBER(key, low, high, preset) \
+    {#key, L## #key, Number{&ServiceSettings::key, low, high}},
+#define CA_FLAG(key, preset) {#key, L## #key, Flag{&ServiceSettings::key}},
+#define CA_TEXT(key, preset) {#key, L## #key, Text{&ServiceSettings::key}},
+#define CA_LIST(name, section) {section, L##section, List{&ServiceSettings::name}},
+#include "common/SettingTable.inc"
+};
+
+// Whether a text of a client can be the value of an INI line.
+bool FitsInLine(const std::wstring& text) {
+    return text.find_first_of(L"\r\n") == std::wstring::npos;
+}
+
+// Whether the INI engine reads the text back as one free line of a list section.
+bool IsListItem(const std::wstring& text) {
+    if (text.empty() || !FitsInLine(text) || text.front() == L' ' || text.front() == L'\t') {
+        return false;
+    }
+    if (text.front() == L'#') {
+        return text.find(L'=') != std::wstring::npos;
+    }
+    return text.front() != L'[' || text[text.find_last_not_of(L" \t")] != L']';
+}
+
+// std::stoi() without its exceptions: leading blanks and a sign are taken, what follows the digits
+// is ignored.
+std::optional<int> ParseInteger(const std::wstring& text) {
+    wchar_t* end = nullptr;
+    errno = 0;
+    const long value = std::wcstol(text.c_str(), &end, 10);
+    if (end == text.c_str() || errno == ERANGE || value < INT_MIN || value > INT_MAX) {
+        return std::nullopt;
+    }
+    return static_cast<int>(value);
+}
+
+/// Reads rows from an INI file; an absent key leaves its setting, and so does a wrong value.
+class IniReader {
+  public:
+    IniReader(const CIniFileW& file, ServiceSettings& settings)
+        : m_file(file), m_section(file.GetSection(kSettingsSection)), m_settings(settings) {}
+
+    bool HasSettings() const { return m_section != nullptr; }
+
+    /// False when the value is wrong.
+    bool Read(const Row& row) const {
+        if (const List* const list = std::get_if<List>(&row.kind)) {
+            const auto* const section = m_file.GetSection(row.wideKey);
+            if (section != nullptr) {
+                m_settings.*list->field = section->GetLines();
+            }
+            return true;
+        }
+        const auto* const key = HasSettings() ? m_section->GetKey(row.wideKey) : nullptr;
+        return key == nullptr ||
+               std::visit([&](const auto& kind) { return Take(kind, key->GetValue()); }, row.kind);
+    }
+
+  private:
+    bool Take(const Number& number, const std::wstring& text) const {
+        const std::optional<int> value = ParseInteger(text);
+        if (!value || *value < number.low || *value > number.high) {
+            return false;
+        }
+        m_settings.*number.field = *value;
+        return true;
+    }
+    bool Take(const Flag& flag, const std::wstring& text) const {
+        const std::optional<int> value = ParseInteger(text);
+        if (!value || *value < 0) {
+            return false;
+        }
+        m_settings.*flag.field = *value != 0;
+        return true;
+    }
+    bool Take(const Text& text, const std::wstring& value) const {
+        m_settings.*text.field = value;
+        return true;
+    }
+    static bool Take(const List& /*list*/, const std::wstring& /*text*/) { return false; }
+
+    const CIniFileW& m_file;
+    const CIniFileW::CIniSectionW* m_section;
+    ServiceSettings& m_settings;
+};
+
+/// Writes the keys into an INI file and the list sections behind it.
+class IniWriter {
+  public:
+    explicit IniWriter(const ServiceSettings& settings)
+        : m_settings(settings), m_section(m_file.AddSection(kSettingsSection)) {}
+
+    std::wstring Write() {
+        for (const Row& row : kRows) {
+            std::visit([&](const auto& kind) { Put(row.wideKey, kind); }, row.kind);
+        }
+        std::wostringstream out;
+        out << kHeaderLine << m_file;
+        return out.str() + m_lists;
+    }
+
+  private:
+    void WriteLong(const wchar_t* key, long value) {
+        m_section->SetKeyValue(key, std::to_wstring(value));
+    }
+    void WriteArraySection(const wchar_t* section, const TextList& items) {
+        m_lists.append(L"[").append(section).append(L"]\n");
+        for (const std::wstring& item : items) {
+            m_lists.append(item).append(L"\n");
+        }
+    }
+    void Put(const wchar_t* key, const Number& number) { WriteLong(key, m_settings.*number.field); }
+    void Put(const wchar_t* key, const Flag& flag) { WriteLong(key, m_settings.*flag.field); }
+    void Put(const wchar_t* key, const Text& text) {
+        m_section->SetKeyValue(key, m_settings.*text.field);
+    }
+    void Put(const wchar_t* key, const List& list) {
+        WriteArraySection(key, m_settings.*list.field);
+    }
+
+    const ServiceSettings& m_settings;
+    CIniFileW m_file;
+    CIniFileW::CIniSectionW* m_section;
+    std::wstring m_lists;
+};
+
+void Expect(bool rightType) {
+    if (!rightType) {
+        throw ca::Exception(ca::kErrJsonParse);
+    }
+}
+
+std::wstring ToText(const JsonValue& value) {
+    Expect(value.IsString());
+    return ca::u8u16(std::string(value.GetString(), value.GetStringLength()));
+}
+
+void Take(const Number& number, const JsonValue& value, ServiceSettings& settings) {
+    Expect(value.IsNumber());
+    if (value.IsInt() && value.GetInt() >= number.low && value.GetInt() <= number.high) {
+        settings.*number.field = value.GetInt();
+    }
+}
+
+void Take(const Flag& flag, const JsonValue& value, ServiceSettings& settings) {
+    Expect(value.IsBool());
+    settings.*flag.field = value.GetBool();
+}
+
+void Take(const Text& text, const JsonValue& value, ServiceSettings& settings) {
+    std::wstring content = ToText(value);
+    if (FitsInLine(content)) {
+        settings.*text.field = std::move(content);
+    }
+}
+
+void Take(const List& list, const JsonValue& value, ServiceSettings& settings) {
+    Expect(value.IsArray());
+    TextList items;
+    for (const JsonValue& element : value.GetArray()) {
+        std::wstring item = ToText(element);
+        if (IsListItem(item)) {
+            items.push_back(std::move(item));
+        }
+    }
+    settings.*list.field = std::move(items);
+}
+
+void Write(JsonWriter& writer, int value) {
+    writer.Int(value);
+}
+
+void Write(JsonWriter& writer, bool value) {
+    writer.Bool(value);
+}
+
+void Write(JsonWriter& writer, const std::wstring& value) {
+    writer.String(ca::u16u8(value));
+}
+
+void Write(JsonWriter& writer, const TextList& value) {
+    writer.StartArray();
+    for (const std::wstring& item : value) {
+        Write(writer, item);
+    }
+    writer.EndArray();
+}
+
+// The user's home directory. The environment of a set-uid process is its caller's, so there the
+// password file decides alone.
+std::wstring HomeDirectory() {
+    const char* const variable = ::secure_getenv("HOME");
+    if (variable != nullptr && *variable != '\0') {
+        return ca::PathToWString(variable);
+    }
+    std::vector<char> buffer(16384);
+    struct passwd entry = {};
+    struct passwd* found = nullptr;
+    ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
+    return found != nullptr && found->pw_dir != nullptr ? ca::PathToWString(found->pw_dir) : L"";
+}
+
+bool IsExtensionPath(const std::wstring& path) {
+    const std::wstring name = path.substr(path.rfind(L'/') + 1);
+    const std::size_t suffix = name.rfind(L".so");
+    if (path.empty() || path.front() != L'/' || suffix == std::wstring::npos || suffix == 0 ||
+        (suffix + 3 != name.size() && name[suffix + 3] != L'.')) {
+        return false;
+    }
+    struct stat info = {};
+    return ::stat(ca::PathFromWString(path).c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+std::wstring Join(const TextList& items) {
+    std::wstring joined;
+    for (const std::wstring& item : items) {
+        joined.append(joined.empty() ? L"" : L", ").append(item);
+    }
+    return joined;
+}
+
+}  // namespace
+
+namespace ca {
+
+/// What reading a file came to; put into words after the language is known.
+struct ConfigFileParser::Findings {
+    FileStatus status = FileStatus::kMissing;
+    TextList paths;  ///< the files that were tried
+    bool hasSettings = true;
+    TextList wrongKeys;
+
+    bool IsRead() const { return status == FileStatus::kDone; }
+    std::wstring Describe(bool silent) const {
+        switch (status) {
+            case FileStatus::kDone:
+                break;
+            case FileStatus::kMissing:
+                return SetZORNAMessage(kMsgConfigNotFound) + Join(paths);
+            case FileStatus::kTooLarge:
+                return SetZORNAMessage(kMsgConfigTooLarge) + paths.back();
+            default:
+                return SetZORNAMessage(kMsgConfigUnreadable) + paths.back();
+        }
+        if (silent || (hasSettings && wrongKeys.empty())) {
+            return {};
+        }
+        return hasSettings ? SetZORNAMessage(kMsgConfigWrongValues) + Join(wrongKeys)
+                           : SetZORNAMessage(kMsgConfigNoSection) + paths.back();
+    }
+};
+
+void ConfigFileParser::ClearAll() {
+    m_settings = {};
+}
+
+std::wstring ConfigFileParser::GetConfigDir(ConfigType type) {
+    return type == kConfigUser ? HomeDirectory() + L"/.config/ZORNA" : L"/etc/ZORNA";
+}
+
+std::wstring ConfigFileParser::GetConfigPath(ConfigType type) {
+    return GetConfigDir(type) + L"/QetCryptoSvcConfig.ini";
+}
+
+std::wstring ConfigFileParser::GetLogDir(ConfigType type) {
+    return type == kConfigUser ? GetConfigDir(type) + L"/log" : L"/var/log/ZORNA";
+}
+
+bool ConfigFileParser::ReadConfig(std::wstring& errorText, bool silent) {
+    const char* const given = ::secure_getenv("MOD_FOO_CONFIG");
+    const Findings findings =
+        given != nullptr && *given != '\0'
+            ? LoadFirst({PathToWString(given)})
+            : LoadFirst({GetConfigPath(kConfigUser), GetConfigPath(kConfigSystem)});
+    SetZORNALng(m_settings.Language.c_str());
+    errorText = findings.Describe(silent);
+    return findings.IsRead();
+}
+
+bool ConfigFileParser::ParseConfigFile(const std::wstring& path, std::wstring& errorText,
+                                       bool silent) {
+    const Findings findings = LoadFirst({path});
+    errorText = findings.Describe(silent);
+    return findings.IsRead();
+}
+
+// Reads the first file that exists. One that exists but cannot be read ends the search: silently
+// taking another one's settings would hide the fault.
+ConfigFileParser::Findings ConfigFileParser::LoadFirst(const TextList& paths) {
+    ClearAll();
+    m_sourcePath.clear();
+    Findings findings;
+    std::string content;
+    for (const std::wstring& path : paths) {
+        findings.paths.push_back(path);
+        findings.status = ReadWholeFile(PathFromWString(path), kMaxFileSize, content);
+        if (findings.status != FileStatus::kMissing) {
+            break;
+        }
+    }
+    if (!findings.IsRead()) {
+        return findings;
+    }
+    if (content.starts_with(kByteOrderMark)) {
+        content.erase(0, kByteOrderMark.size());
+    }
+    CIniFileW file;
+    std::wistringstream in(u8u16(content));
+    file.Load(in, /*merge=*/false);
+
+    const IniReader reader(file, m_settings);
+    findings.hasSettings = reader.HasSettings();
+    for (const Row& row : kRows) {
+        if (!reader.Read(row)) {
+            findings.wrongKeys.push_back(row.wideKey);
+        }
+    }
+    m_sourcePath = findings.paths.back();
+    return findings;
+}
+
+bool ConfigFileParser::WriteConfigFile(const std::wstring& path, std::wstring& errorText) const {
+    const std::string content = u16u8(IniWriter(m_settings).Write());
+    const FileStatus status = ReplaceFile(PathFromWString(path), content);
+    errorText.clear();
+    if (status != FileStatus::kDone) {
+        errorText = SetZORNAMessage(status == FileStatus::kNotOpened ? kMsgConfigOpenFailed
+                                                                     : kMsgConfigWriteFailed);
+    }
+    return status == FileStatus::kDone;
+}
+
+void ConfigFileParser::FromJson(const JsonValue& value) {
+    Expect(value.IsObject());
+    ServiceSettings settings = m_settings;
+    for (const Row& row : kRows) {
+        const auto member = value.FindMember(row.key);
+        if (member != value.MemberEnd()) {
+            std::visit([&](const auto& kind) { Take(kind, member->value, settings); }, row.kind);
+        }
+    }
+    m_settings = std::move(settings);
+}
+
+void ConfigFileParser::ToJson(JsonWriter& writer) const {
+    writer.StartObject();
+    for (const Row& row : kRows) {
+        writer.Key(row.key);
+        std::visit([&](const auto& kind) { Write(writer, m_settings.*kind.field); }, row.kind);
+    }
+    writer.EndObject();
+}
+
+bool ConfigFileParser::AnyExtensionPathIsWrong() const {
+    return !std::all_of(m_settings.DllExtensions.begin(), m_settings.DllExtensions.end(),
+                        IsExtensionPath);
+}
+
+std::vector<std::wstring> ConfigFileParser::FixExtensionPaths() {
+    TextList& paths = m_settings.DllExtensions;
+    const auto wrong = std::stable_partition(paths.begin(), paths.end(), IsExtensionPath);
+    TextList removed(std::make_move_iterator(wrong), std::make_move_iterator(paths.end()));
+    paths.erase(wrong, paths.end());
+    return removed;
+}
+
+}  // namespace ca
