@@ -1,0 +1,266 @@
+#include "asn1/OidTable.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <vector>
+
+namespace ca {
+
+namespace {
+
+constexpr OidInfo kRows[] = {
+#define CA_OID(oid, id, kind, shortName, en, ru) \
+    {L##oid, shortName, static_cast<ZornaMessage>(id), OidKind::kind},
+#include "common/OidTable.inc"
+#undef CA_OID
+};
+
+constexpr std::size_t kRowCount = std::size(kRows);
+constexpr std::size_t kMaxEncoded = 16;  // octets of the longest row, and some room
+
+// Content octets of an identifier of the table, or of a text somebody asks for.
+struct Encoded {
+    unsigned char octets[kMaxEncoded] = {};
+    unsigned char size = 0;  // 0: no identifier, or one longer than any row
+};
+
+// Appends one arc, base 128; false when there is no room.
+constexpr bool AppendArc(Encoded& out, std::uint64_t arc) {
+    unsigned groups = 1;
+    for (std::uint64_t rest = arc >> 7U; rest != 0; rest >>= 7U) {
+        ++groups;
+    }
+    if (out.size + groups > kMaxEncoded) {
+        return false;
+    }
+    for (unsigned left = groups; left-- > 0;) {
+        const auto group = static_cast<unsigned char>((arc >> (7U * left)) & 0x7FU);
+        out.octets[out.size++] = static_cast<unsigned char>(group | (left != 0 ? 0x80U : 0U));
+    }
+    return true;
+}
+
+// Takes the digits of one arc off the text; false when they are no arc of 32 bits in its usual
+// form.
+constexpr bool TakeArc(std::wstring_view& text, std::uint64_t& arc) {
+    arc = 0;
+    std::size_t used = 0;
+    for (; used < text.size() && text[used] >= L'0' && text[used] <= L'9'; ++used) {
+        arc = arc * 10 + static_cast<std::uint64_t>(text[used] - L'0');
+        if (arc > UINT32_MAX) {
+            return false;
+        }
+    }
+    const bool padded = used > 1 && text[0] == L'0';
+    text.remove_prefix(used);
+    return used != 0 && !padded;
+}
+
+constexpr bool TakeDot(std::wstring_view& text) {
+    if (text.empty() || text[0] != L'.') {
+        return false;
+    }
+    text.remove_prefix(1);
+    return true;
+}
+
+// The encoding of a dotted text; of size 0 when it is none or longer than any row.
+constexpr Encoded EncodeOid(std::wstring_view text) {
+    Encoded out;
+    std::uint64_t root = 0;
+    std::uint64_t arc = 0;
+    if (!TakeArc(text, root) || root > 2 || !TakeDot(text) || !TakeArc(text, arc) ||
+        (root < 2 && arc > 39) || !AppendArc(out, root * 40 + arc)) {
+        return {};
+    }
+    while (!text.empty()) {
+        if (!TakeDot(text) || !TakeArc(text, arc) || !AppendArc(out, arc)) {
+            return {};
+        }
+    }
+    return out;
+}
+
+constexpr std::array<Encoded, kRowCount> EncodeRows() {
+    std::array<Encoded, kRowCount> all;
+    for (std::size_t i = 0; i < kRowCount; ++i) {
+        all[i] = EncodeOid(kRows[i].dotted);
+    }
+    return all;
+}
+
+constexpr std::array<Encoded, kRowCount> kEncoded = EncodeRows();
+
+// FNV-1a over octets or characters.
+template <class Units>
+constexpr std::uint32_t Hash(const Units& units) {
+    std::uint32_t hash = 2166136261U;
+    for (const auto unit : units) {
+        hash = (hash ^ static_cast<unsigned char>(unit)) * 16777619U;
+    }
+    return hash ^ (hash >> 15U);
+}
+
+// An open-addressing index into the rows, made by the compiler.
+struct Index {
+    static constexpr std::size_t kSlots = 4096;
+    static constexpr std::uint16_t kFree = 0xFFFF;
+
+    std::uint16_t slots[kSlots] = {};
+    std::size_t longestProbe = 0;
+};
+
+// `keyOf(i)` gives the key of row i.
+template <class KeyOf>
+constexpr Index BuildIndex(KeyOf keyOf) {
+    Index index;
+    for (std::uint16_t& slot : index.slots) {
+        slot = Index::kFree;
+    }
+    for (std::size_t i = 0; i < kRowCount; ++i) {
+        std::size_t slot = Hash(keyOf(i)) % Index::kSlots;
+        std::size_t probes = 1;
+        for (; index.slots[slot] != Index::kFree; ++probes) {
+            slot = (slot + 1) % Index::kSlots;
+        }
+        index.slots[slot] = static_cast<std::uint16_t>(i);
+        index.longestProbe = std::max(index.longestProbe, probes);
+    }
+    return index;
+}
+
+template <class Key, class KeyOf>
+const OidInfo* Find(const Index& index, const Key& key, KeyOf keyOf) noexcept {
+    for (std::size_t slot = Hash(key) % Index::kSlots; index.slots[slot] != Index::kFree;
+         slot = (slot + 1) % Index::kSlots) {
+        if (std::ranges::equal(keyOf(index.slots[slot]), key)) {
+            return &kRows[index.slots[slot]];
+        }
+    }
+    return nullptr;
+}
+
+constexpr auto kEncodingOf = [](std::size_t i) {
+    return std::span<const unsigned char>(kEncoded[i].octets, kEncoded[i].size);
+};
+constexpr auto kShortNameOf = [](std::size_t i) { return std::string_view(kRows[i].shortName); };
+
+constexpr Index kByEncoding = BuildIndex(kEncodingOf);
+constexpr Index kByShortName = BuildIndex(kShortNameOf);
+static_assert(kByEncoding.longestProbe <= 8 && kByShortName.longestProbe <= 8,
+              "keys from outside must not make a look-up slow");
+
+constexpr std::size_t kMaxShown = 256;  // octets of an identifier that is shown
+
+std::wstring HexText(std::span<const unsigned char> octets) {
+    static constexpr wchar_t kDigits[] = L"0123456789abcdef";
+    std::wstring text = L"#";
+    for (const unsigned char octet : octets.first(std::min(octets.size(), kMaxShown))) {
+        text += kDigits[octet >> 4U];
+        text += kDigits[octet & 0x0FU];
+    }
+    if (octets.size() > kMaxShown) {
+        text += L"...";
+    }
+    return text;
+}
+
+// A number of any size, least significant part first, nine decimal digits a part.
+class DecimalNumber {
+  public:
+    void Append7Bits(unsigned bits) {
+        std::uint64_t carry = bits;
+        for (std::uint32_t& part : m_parts) {
+            carry += static_cast<std::uint64_t>(part) * 128;
+            part = static_cast<std::uint32_t>(carry % kBase);
+            carry /= kBase;
+        }
+        if (carry != 0) {
+            m_parts.push_back(static_cast<std::uint32_t>(carry));
+        }
+    }
+
+    bool IsBelow(std::uint32_t limit) const {
+        return m_parts.empty() || (m_parts.size() == 1 && m_parts[0] < limit);
+    }
+
+    // The number is not below `amount`.
+    void Subtract(std::uint32_t amount) {
+        for (std::uint32_t& part : m_parts) {
+            const bool borrow = part < amount;
+            part = static_cast<std::uint32_t>(part + (borrow ? kBase : 0) - amount);
+            amount = borrow ? 1 : 0;
+        }
+    }
+
+    std::wstring Text() const {
+        std::size_t i = m_parts.size();
+        while (i > 1 && m_parts[i - 1] == 0) {
+            --i;
+        }
+        std::wstring text = i == 0 ? L"0" : std::to_wstring(m_parts[i - 1]);
+        while (i-- > 1) {
+            const std::wstring digits = std::to_wstring(m_parts[i - 1]);
+            text.append(9 - digits.size(), L'0').append(digits);
+        }
+        return text;
+    }
+
+  private:
+    static constexpr std::uint64_t kBase = 1000000000;
+
+    std::vector<std::uint32_t> m_parts;
+};
+
+}  // namespace
+
+std::span<const OidInfo> AllOids() noexcept {
+    return kRows;
+}
+
+const OidInfo* FindOid(std::span<const unsigned char> encoded) noexcept {
+    if (encoded.empty() || encoded.size() > kMaxEncoded) {
+        return nullptr;
+    }
+    return Find(kByEncoding, encoded, kEncodingOf);
+}
+
+const OidInfo* FindOidByText(std::wstring_view dotted) noexcept {
+    const Encoded encoded = EncodeOid(dotted);
+    return FindOid({encoded.octets, encoded.size});
+}
+
+const OidInfo* FindOidByShortName(std::string_view shortName) noexcept {
+    return Find(kByShortName, shortName, kShortNameOf);
+}
+
+std::wstring OidName(std::span<const unsigned char> encoded) {
+    const OidInfo* row = FindOid(encoded);
+    return row != nullptr ? SetZORNAMessage(row->messageId) : OidText(encoded);
+}
+
+std::wstring OidText(std::span<const unsigned char> encoded) {
+    if (encoded.empty() || encoded.size() > kMaxShown || (encoded.back() & 0x80U) != 0) {
+        return HexText(encoded);
+    }
+    std::wstring text;
+    DecimalNumber arc;
+    for (const unsigned char octet : encoded) {
+        arc.Append7Bits(octet & 0x7FU);
+        if ((octet & 0x80U) != 0) {
+            continue;
+        }
+        if (text.empty()) {
+            // X.690 8.19.4: the first two arcs share a number, root * 40 + second arc.
+            const std::uint32_t root = arc.IsBelow(40) ? 0 : arc.IsBelow(80) ? 1 : 2;
+            arc.Subtract(root * 40);
+            text = std::to_wstring(root);
+        }
+        text.append(1, L'.').append(arc.Text());
+        arc = DecimalNumber();
+    }
+    return text;
+}
+
+}  // namespace ca
