@@ -1,0 +1,127 @@
+#include "records/CertInfo.h"
+
+#include "common/ErrorCodes.h"
+#include "common/Lng.h"
+#include "records/JsonFields.h"
+
+namespace {
+
+using ca::JsonField;
+
+// clang-format off
+constexpr std::tuple kCertInfoFields{
+    JsonField{"Id", &ca::CertInfo::id},
+    JsonField{"Validity", &ca::CertInfo::validity},
+    JsonField{"ValidityNumber", &ca::CertInfo::validityNumber},
+    JsonField{"Version", &ca::CertInfo::version},
+    JsonField{"Serial", &ca::CertInfo::serial},
+    JsonField{"SignatureAlg", &ca::CertInfo::signatureAlg},
+    JsonField{"HashAlg", &ca::CertInfo::hashAlg},
+    JsonField{"Issuer", &ca::CertInfo::issuer},
+    JsonField{"OIDIssuer", &ca::CertInfo::oidIssuer},
+    JsonField{"X500NameIssuer", &ca::CertInfo::x500NameIssuer},
+    JsonField{"ValidFrom", &ca::CertInfo::validFrom},
+    JsonField{"ValidFromUTC", &ca::CertInfo::validFromUtc},
+    JsonField{"ValidTo", &ca::CertInfo::validTo},
+    JsonField{"ValidToUTC", &ca::CertInfo::validToUtc},
+    JsonField{"Description", &ca::CertInfo::description},
+    JsonField{"OIDDescription", &ca::CertInfo::oidDescription},
+    JsonField{"X500Description", &ca::CertInfo::x500Description},
+    JsonField{"SubjectTags", &ca::CertInfo::subjectTags},
+    JsonField{"IssuerTags", &ca::CertInfo::issuerTags},
+    JsonField{"PublicKeyAlg", &ca::CertInfo::publicKeyAlg},
+    JsonField{"PublicKey", &ca::CertInfo::publicKey},
+    JsonField{"PublicKeyParams", &ca::CertInfo::publicKeyParams},
+    JsonField{"HasPrivateKey", &ca::CertInfo::hasPrivateKey},
+    JsonField{"IssuerUniqueId", &ca::CertInfo::issuerUniqueId},
+    JsonField{"SubjectUniqueId", &ca::CertInfo::subjectUniqueId},
+    JsonField{"PublicKeyHashAlgs", &ca::CertInfo::publicKeyHashAlgs},
+    JsonField{"RawData", &ca::CertInfo::rawData},
+    JsonField{"KeyUsage", &ca::CertInfo::keyUsage},
+    JsonField{"KeyUsageStr", &ca::CertInfo::keyUsageStr},
+    JsonField{"Error", &ca::CertInfo::error},
+    JsonField{"Extensions", &ca::CertInfo::extensions}};
+
+constexpr auto kCertInfo2Fields = std::tuple_cat(
+    kCertInfoFields, std::tuple{JsonField{"IssuerCert", &ca::CertInfo2::issuerCert}});
+
+constexpr std::tuple kCertForCheckFields{
+    JsonField{"CertId", &ca::CertForCheck::certId},
+    JsonField{"Cert", &ca::CertForCheck::cert}};
+
+struct KeyUsageName {
+    unsigned bit;
+    ZornaMessage name;
+};
+
+// RFC 5280 4.2.1.3, in the order of the bit string.
+constexpr KeyUsageName kKeyUsageNames[] = {
+    {0x80, kMsgUsageDigitalSignature}, {0x40, kMsgUsageNonRepudiation},
+    {0x20, kMsgUsageKeyEncipherment},  {0x10, kMsgUsageDataEncipherment},
+    {0x08, kMsgUsageKeyAgreement},     {0x04, kMsgUsageCertSigning},
+    {0x02, kMsgUsageCrlSigning},       {0x01, kMsgUsageEncipherOnly},
+    {0x8000, kMsgUsageDecipherOnly}};
+
+bool PassesFilter(const ca::CertInfo& cert, unsigned filter) {
+    const bool isOutOfPeriod = cert.validityNumber == ca::kErrCertTimeInvalid;
+    return !((filter & ca::kCertFilterInPeriod) != 0 && isOutOfPeriod) &&
+           !((filter & ca::kCertFilterWithPrivateKey) != 0 && !cert.hasPrivateKey);
+}
+// clang-format on
+
+}  // namespace
+
+namespace ca {
+
+void CertInfo::FromJson(const JsonValue& value) {
+    ReadObject(value, *this, kCertInfoFields);
+}
+
+void CertInfo::ToJson(JsonWriter& writer) const {
+    WriteObject(writer, *this, kCertInfoFields);
+}
+
+void CertInfo2::FromJson(const JsonValue& value) {
+    ReadObject(value, *this, kCertInfo2Fields);
+}
+
+void CertInfo2::ToJson(JsonWriter& writer) const {
+    WriteObject(writer, *this, kCertInfo2Fields);
+}
+
+std::wstring CertInfo2::GetKeyUsageStr(unsigned bits) {
+    std::wstring names;
+    for (const KeyUsageName& usage : kKeyUsageNames) {
+        if ((bits & usage.bit) != 0) {
+            names += names.empty() ? L"" : L", ";
+            names += SetZORNAMessage(usage.name);
+        }
+    }
+    return names;
+}
+
+void CertInfos2::FromJson(const JsonValue& value) {
+    AppendJson(value, items);
+}
+
+void CertInfos2::ToJson(JsonWriter& writer) const {
+    WriteJson(writer, items);
+}
+
+void CertInfos2::GetCertIdList(unsigned filter, std::vector<std::wstring>& list) const {
+    for (const OwnedPtr<CertInfo2>& cert : items) {
+        if (PassesFilter(*cert, filter)) {
+            list.push_back(cert->id);
+        }
+    }
+}
+
+void CertForCheck::FromJson(const JsonValue& value) {
+    ReadObject(value, *this, kCertForCheckFields);
+}
+
+void CertForCheck::ToJson(JsonWriter& writer) const {
+    WriteObject(writer, *this, kCertForCheckFields);
+}
+
+}  // namespace ca

@@ -1,0 +1,45 @@
+#include "records/JsonFields.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+
+namespace {
+
+thread_local int nesting = 0;
+
+}  // namespace
+
+namespace ca {
+
+void RequireJson(bool isRight) {
+    if (!isRight) {
+        throw Exception(kErrJsonParse);
+    }
+}
+
+CNestingGuard::CNestingGuard() {
+    RequireJson(nesting < kMaxRecordNesting);
+    ++nesting;
+}
+
+CNestingGuard::~CNestingGuard() {
+    --nesting;
+}
+
+void WriteJson(JsonWriter& writer, const std::wstring& text) {
+    writer.String(u16u8(text));
+}
+
+void ReadJson(const JsonValue& value, std::wstring& text) {
+    RequireJson(value.IsString());
+    text = u8u16(std::string(value.GetString(), value.GetStringLength()));
+}
+
+const JsonValue* FindJson(const JsonValue& object, std::string_view key) {
+    const auto member = object.FindMember(
+        JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))));
+    return member != object.MemberEnd() ? &member->value : nullptr;
+}
+
+}  // namespace ca

@@ -1,0 +1,162 @@
+#pragma once
+
+// A record names its fields once, as a table of key and member in the order of the JSON text; the
+// templates here write and read any record by its table.
+
+#include "common/Json.h"
+#include "records/OwnedPtr.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace ca {
+
+/// Objects of records one inside the other; deeper text is refused with 16300, so that reading,
+/// writing and destroying may recurse.
+inline constexpr int kMaxRecordNesting = 32;
+
+/// Counts the objects that this thread is reading. Throws ca::Exception 16300 past the bound.
+class CNestingGuard {
+  public:
+    CNestingGuard();
+    CNestingGuard(const CNestingGuard&) = delete;
+    CNestingGuard& operator=(const CNestingGuard&) = delete;
+    ~CNestingGuard();
+};
+
+/// Throws ca::Exception 16300 unless `isRight`.
+void RequireJson(bool isRight);
+
+/// One field: its key and the member, of the record or of a base of it, that holds its value.
+template <class Owner, class Value>
+struct JsonField {
+    std::string_view key;
+    Value Owner::*member;
+};
+
+// The forms a value has. A record is what has FromJson() and ToJson().
+
+void WriteJson(JsonWriter& writer, const std::wstring& text);
+void ReadJson(const JsonValue& value, std::wstring& text);
+
+/// A number or a flag.
+template <class Value, std::enable_if_t<std::is_arithmetic_v<Value>, int> = 0>
+void WriteJson(JsonWriter& writer, Value plain) {
+    if constexpr (std::is_same_v<Value, bool>) {
+        writer.Bool(plain);
+    } else {
+        static_assert(std::is_same_v<Value, std::uint32_t>);
+        writer.Uint(plain);
+    }
+}
+
+template <class Value, std::enable_if_t<std::is_arithmetic_v<Value>, int> = 0>
+void ReadJson(const JsonValue& value, Value& plain) {
+    RequireJson(value.Is<Value>());
+    plain = value.Get<Value>();
+}
+
+template <class Record>
+auto WriteJson(JsonWriter& writer, const Record& record) -> decltype(record.ToJson(writer)) {
+    record.ToJson(writer);
+}
+
+template <class Record>
+auto ReadJson(const JsonValue& value, Record& record) -> decltype(record.FromJson(value)) {
+    record.FromJson(value);
+}
+
+/// A record that may be absent.
+template <class Record>
+void ReadJson(const JsonValue& value, OwnedPtr<Record>& record) {
+    OwnedPtr<Record> fresh = std::make_unique<Record>();
+    fresh->FromJson(value);
+    record = std::move(fresh);
+}
+
+template <class Element>
+void WriteJson(JsonWriter& writer, const std::vector<OwnedPtr<Element>>& elements) {
+    writer.StartArray();
+    for (const OwnedPtr<Element>& element : elements) {
+        element->ToJson(writer);
+    }
+    writer.EndArray();
+}
+
+/// Appends one new element for each of the array; nothing changes when the value is no array, and
+/// when an element throws.
+template <class Element>
+void AppendJson(const JsonValue& value, std::vector<Element>& elements) {
+    if (!value.IsArray()) {
+        return;
+    }
+    std::vector<Element> fresh(value.Size());
+    auto place = fresh.begin();
+    for (const JsonValue& element : value.GetArray()) {
+        ReadJson(element, *place++);
+    }
+    elements.insert(elements.end(), std::make_move_iterator(fresh.begin()),
+                    std::make_move_iterator(fresh.end()));
+}
+
+/// Replaces the elements by those of the array; nothing changes when the value is no array.
+template <class Element>
+void ReadJson(const JsonValue& value, std::vector<Element>& elements) {
+    if (value.IsArray()) {
+        std::vector<Element> fresh;
+        AppendJson(value, fresh);
+        elements.swap(fresh);
+    }
+}
+
+template <class Record, class Owner, class Value>
+void WriteField(JsonWriter& writer, const Record& record, const JsonField<Owner, Value>& field) {
+    writer.Key(field.key.data(), static_cast<rapidjson::SizeType>(field.key.size()));
+    WriteJson(writer, record.*field.member);
+}
+
+/// An absent record leaves its key out.
+template <class Record, class Owner, class Nested>
+void WriteField(JsonWriter& writer, const Record& record,
+                const JsonField<Owner, OwnedPtr<Nested>>& field) {
+    if (const OwnedPtr<Nested>& nested = record.*field.member; nested != nullptr) {
+        writer.Key(field.key.data(), static_cast<rapidjson::SizeType>(field.key.size()));
+        nested->ToJson(writer);
+    }
+}
+
+/// The member of `object` under `key`, null when there is none; the first one of several.
+const JsonValue* FindJson(const JsonValue& object, std::string_view key);
+
+template <class Record, class Owner, class Value>
+void ReadField(const JsonValue& object, Record& record, const JsonField<Owner, Value>& field) {
+    if (const JsonValue* value = FindJson(object, field.key); value != nullptr) {
+        ReadJson(*value, record.*field.member);
+    }
+}
+
+/// Writes one object of the fields in the table's order.
+template <class Record, class... Fields>
+void WriteObject(JsonWriter& writer, const Record& record, const std::tuple<Fields...>& table) {
+    writer.StartObject();
+    std::apply([&](const auto&... fields) { (WriteField(writer, record, fields), ...); }, table);
+    writer.EndObject();
+}
+
+/// Reads the fields that the object has; the others stay as they are.
+/// Throws ca::Exception 16300 for no object and for a member of the wrong type.
+template <class Record, class... Fields>
+void ReadObject(const JsonValue& object, Record& record, const std::tuple<Fields...>& table) {
+    RequireJson(object.IsObject());
+    const CNestingGuard guard;
+    std::apply([&](const auto&... fields) { (ReadField(object, record, fields), ...); }, table);
+}
+
+}  // namespace ca

@@ -1,0 +1,77 @@
+#include "records/SignInfo.h"
+
+#include "records/JsonFields.h"
+
+namespace {
+
+using ca::JsonField;
+
+// clang-format off
+constexpr std::tuple kSignExtensionFields{
+    JsonField{"ExtensionName", &ca::SignExtension::extensionName},
+    JsonField{"ExtensionOID", &ca::SignExtension::extensionOid},
+    JsonField{"ExtensionInterpretedString", &ca::SignExtension::extensionInterpretedString},
+    JsonField{"ExtensionInterpretedData", &ca::SignExtension::extensionInterpretedData}};
+
+constexpr std::tuple kSignInfoFields{
+    JsonField{"VerifyResultEx", &ca::SignInfo::verifyResultEx},
+    JsonField{"VerifyResult", &ca::SignInfo::verifyResult},
+    JsonField{"SignId", &ca::SignInfo::signId},
+    JsonField{"Comment", &ca::SignInfo::comment},
+    JsonField{"Uri", &ca::SignInfo::uri},
+    JsonField{"SignTime", &ca::SignInfo::signTime},
+    JsonField{"SignTimeUTC", &ca::SignInfo::signTimeUtc},
+    JsonField{"SignAlg", &ca::SignInfo::signAlg},
+    JsonField{"HashAlg", &ca::SignInfo::hashAlg},
+    JsonField{"IsAttached", &ca::SignInfo::isAttached},
+    JsonField{"SignCert", &ca::SignInfo::signCert},
+    JsonField{"AttrCert", &ca::SignInfo::attrCert},
+    JsonField{"CoSigners", &ca::SignInfo::coSigners},
+    JsonField{"Extensions", &ca::SignInfo::extensions}};
+// clang-format on
+
+}  // namespace
+
+namespace ca {
+
+// Here, where SignInfo is complete.
+SignInfos::SignInfos() = default;
+SignInfos::SignInfos(const SignInfos& other) = default;
+SignInfos& SignInfos::operator=(const SignInfos& other) = default;
+SignInfos::SignInfos(SignInfos&& other) noexcept = default;
+SignInfos& SignInfos::operator=(SignInfos&& other) noexcept = default;
+SignInfos::~SignInfos() = default;
+
+void SignInfos::FromJson(const JsonValue& value) {
+    AppendJson(value, items);
+}
+
+void SignInfos::ToJson(JsonWriter& writer) const {
+    WriteJson(writer, items);
+}
+
+void SignExtension::FromJson(const JsonValue& value) {
+    ReadObject(value, *this, kSignExtensionFields);
+}
+
+void SignExtension::ToJson(JsonWriter& writer) const {
+    WriteObject(writer, *this, kSignExtensionFields);
+}
+
+void SignInfo::FromJson(const JsonValue& value) {
+    ReadObject(value, *this, kSignInfoFields);
+}
+
+void SignInfo::ToJson(JsonWriter& writer) const {
+    WriteObject(writer, *this, kSignInfoFields);
+}
+
+void SignInfosArray::FromJson(const JsonValue& value) {
+    AppendJson(value, items);
+}
+
+void SignInfosArray::ToJson(JsonWriter& writer) const {
+    WriteJson(writer, items);
+}
+
+}  // namespace ca

@@ -1,0 +1,29 @@
+#include "records/VerificationResult.h"
+
+#include "records/JsonFields.h"
+
+namespace {
+
+using ca::JsonField;
+
+// clang-format off
+constexpr std::tuple kResultFields{
+    JsonField{"SignatureVerifyResult", &ca::VerificationResult::signatureVerifyResult},
+    JsonField{"SignatureVerifyResultString", &ca::VerificationResult::signatureVerifyResultString},
+    JsonField{"CertificateVerifyResult", &ca::VerificationResult::certificateVerifyResult},
+    JsonField{"CertificateVerifyResultString", &ca::VerificationResult::certificateVerifyResultString}};
+// clang-format on
+
+}  // namespace
+
+namespace ca {
+
+void VerificationResult::FromJson(const JsonValue& value) {
+    ReadObject(value, *this, kResultFields);
+}
+
+void VerificationResult::ToJson(JsonWriter& writer) const {
+    WriteObject(writer, *this, kResultFields);
+}
+
+}  // namespace ca
