@@ -1,0 +1,19 @@
+# Debian package names by purpose; sourced by the scripts that install them.
+
+# What building and running need.
+BUILD_PACKAGES=(
+    build-essential cmake ninja-build ccache pkg-config
+    qtbase5-dev rapidjson-dev libcli11-dev
+    libcurl4 ca-certificates
+)
+
+# What the tests need on top.
+TEST_PACKAGES=(
+    libgtest-dev libgmock-dev libssl-dev openssl xvfb xauth dpkg-dev file clang-14 libclang-rt-14-dev
+)
+
+# The peers that the benchmarks are linked with.
+BENCH_PACKAGES=(
+    libbenchmark-dev libssl-dev libbotan-2-dev libtasn1-6-dev libmodpbase64-dev libglib2.0-dev
+    libgnutls28-dev openssl locales
+)
