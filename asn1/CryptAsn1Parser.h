@@ -54,7 +54,7 @@ class CAsn1Block {
 
     /// Parses one block with its subtree at data[*pos]; replaces what this block held.
     /// \param pos     position in `data`; advanced behind the block.
-    /// \param offset  advanced alike, except over the header of an empty constructed block.
+    /// \param absoluteOffset  advanced alike, except over the header of an empty constructed block.
     ///                Deliberate: what follows such a block reports an offset 2 too low.
     /// \param size    octets of `data`, which outlives the tree.
     /// \param noThrow a truncation is logged, and the block ends where the data end.
@@ -63,8 +63,8 @@ class CAsn1Block {
     /// Throws ca::Exception 0x80093102 at a truncation, 0x80093103 (logged) when overrunning
     /// children would make more blocks than `data` has octets. The blocks left open are flagged
     /// corrupted and keep a total length of 0.
-    void Parse(unsigned char* data, unsigned int* pos, unsigned int* offset, unsigned int size,
-               bool noThrow, bool continueOnLengthMismatch);
+    void Parse(unsigned char* data, unsigned int* pos, unsigned int* absoluteOffset,
+               unsigned int size, bool noThrow, bool continueOnLengthMismatch);
 
     /// Octets this block takes when written; stored as totalLength.
     /// \param recompute  first sets the content length of every constructed block of the subtree
@@ -137,6 +137,7 @@ class CAsn1Block {
     std::uint32_t m_childCount = 0;
     std::uint32_t m_available = 0;     // octets from `start` to the end of the parsed buffer
     std::uint16_t m_slabDistance = 0;  // as Children::slabDistance
+    bool m_loose = false;              // has a parent but is not among its children
 };
 
 /// The roots of one buffer. The buffer outlives the parser; it is changed only by reading a

@@ -1,0 +1,174 @@
+#include "asn1/Asn1BlockPool.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace {
+
+// Distances are counted in these units, so that 16 bits reach over a whole slab.
+constexpr std::size_t kUnit = 8;
+constexpr std::size_t kSlabHead = 8;
+constexpr std::size_t kMinSlab = 1024;
+constexpr std::size_t kMaxSlab = 512 * 1024 - 64;  // with the heap's own head: whole pages
+constexpr std::size_t kMaxPooledList = 4096;       // longer lists of children go to the heap
+// What an open slab counts in advance; replaced by the true number when it is closed.
+constexpr std::uint32_t kOpen = 1U << 31;
+
+static_assert(kMaxSlab / kUnit <= std::numeric_limits<std::uint16_t>::max());
+
+}  // namespace
+
+class CAsn1BlockPool::Returner {
+  public:
+    Returner() = default;
+    Returner(const Returner&) = delete;
+    Returner& operator=(const Returner&) = delete;
+    ~Returner() { Flush(); }
+
+    void Return(void* piece, std::size_t distance) noexcept {
+        auto* slab = reinterpret_cast<Slab*>(static_cast<unsigned char*>(piece) - distance * kUnit);
+        if (slab != m_slab) {
+            Flush();
+            m_slab = slab;
+        }
+        ++m_count;
+    }
+
+    void ReturnChildren(CAsn1Block& block) noexcept {
+        CAsn1Block::Children* list = std::exchange(block.m_children, nullptr);
+        block.m_childCount = 0;
+        if (list != nullptr && list->slabDistance != 0) {
+            Return(list, list->slabDistance);
+        } else {
+            ::operator delete(list);
+        }
+    }
+
+    void ReturnBlock(CAsn1Block* block) noexcept {
+        if (block->m_children != nullptr) {
+            ReturnChildren(*block);
+        }
+        if (block->m_slabDistance != 0) {
+            Return(block, block->m_slabDistance);
+        } else {
+            ::operator delete(block);
+        }
+    }
+
+    static void Drop(Slab* slab, std::uint32_t count) noexcept {
+        if (slab->pieces.fetch_sub(count, std::memory_order_acq_rel) == count) {
+            ::operator delete(slab);
+        }
+    }
+
+  private:
+    void Flush() noexcept {
+        if (m_slab != nullptr) {
+            Drop(m_slab, m_count);
+        }
+        m_slab = nullptr;
+        m_count = 0;
+    }
+
+    Slab* m_slab = nullptr;
+    std::uint32_t m_count = 0;
+};
+
+CAsn1BlockPool::CAsn1BlockPool(std::size_t expected)
+    : m_slabSize(std::clamp(expected / kUnit * kUnit, kMinSlab, kMaxSlab)) {}
+
+CAsn1Block* CAsn1BlockPool::NewBlock() {
+    auto* block = new (*this) CAsn1Block;
+    block->m_slabDistance = DistanceOf(block);
+    return block;
+}
+
+void CAsn1BlockPool::ReserveChildren(CAsn1Block& block, std::size_t count) {
+    const std::size_t size = ListSize(count);
+    if (size > kMaxPooledList) {
+        ReserveOnHeap(block, count);
+        return;
+    }
+    auto* list = static_cast<CAsn1Block::Children*>(Carve(size));
+    list->capacity = static_cast<std::uint32_t>(count);
+    list->slabDistance = DistanceOf(list);
+    block.m_children = list;
+}
+
+void CAsn1BlockPool::ReserveOnHeap(CAsn1Block& block, std::size_t count) {
+    auto* list = static_cast<CAsn1Block::Children*>(::operator new(ListSize(count)));
+    list->capacity = static_cast<std::uint32_t>(count);
+    list->slabDistance = 0;
+    block.m_children = list;
+}
+
+void CAsn1BlockPool::SetChildren(CAsn1Block& block, std::span<CAsn1Block* const> children) {
+    ReserveChildren(block, children.size());
+    std::copy(children.begin(), children.end(), block.m_children->items);
+    block.m_childCount = static_cast<std::uint32_t>(children.size());
+}
+
+void CAsn1BlockPool::Destroy(std::span<CAsn1Block* const> blocks) noexcept {
+    Returner returner;
+    for (CAsn1Block* root : blocks) {
+        CAsn1Block* block = root;
+        // Down along the last children, shortening each list by the child that goes. Parents are
+        // set on the way, so the way up needs no stack.
+        for (;;) {
+            if (block->m_childCount != 0) {
+                CAsn1Block* child = block->m_children->items[--block->m_childCount];
+                if (child->m_children == nullptr) {
+                    returner.ReturnBlock(child);
+                } else {
+                    child->parent = block;
+                    block = child;
+                }
+                continue;
+            }
+            CAsn1Block* up = block == root ? nullptr : block->parent;
+            returner.ReturnBlock(block);
+            if (up == nullptr) {
+                break;
+            }
+            block = up;
+        }
+    }
+}
+
+void CAsn1BlockPool::FreeChildren(CAsn1Block& block) noexcept {
+    Returner().ReturnChildren(block);
+}
+
+void* CAsn1BlockPool::Carve(std::size_t size) {
+    if (static_cast<std::size_t>(m_end - m_next) < size) {
+        OpenSlab(size);
+    }
+    ++m_pieces;
+    return std::exchange(m_next, m_next + size);
+}
+
+std::uint16_t CAsn1BlockPool::DistanceOf(const void* piece) const {
+    const auto distance =
+        static_cast<const unsigned char*>(piece) - reinterpret_cast<const unsigned char*>(m_slab);
+    return static_cast<std::uint16_t>(static_cast<std::size_t>(distance) / kUnit);
+}
+
+void CAsn1BlockPool::OpenSlab(std::size_t atLeast) {
+    const std::size_t size = std::max(m_slabSize, kSlabHead + atLeast);
+    void* memory = ::operator new(size);
+    CloseSlab();
+    m_slab = new (memory) Slab{kOpen};
+    m_next = static_cast<unsigned char*>(memory) + kSlabHead;
+    m_end = static_cast<unsigned char*>(memory) + size;
+    m_slabSize = std::min(m_slabSize * 2, kMaxSlab);
+}
+
+void CAsn1BlockPool::CloseSlab() noexcept {
+    if (m_slab != nullptr) {
+        Returner::Drop(m_slab, kOpen - m_pieces);
+    }
+    m_slab = nullptr;
+    m_next = m_end = nullptr;
+    m_pieces = 0;
+}

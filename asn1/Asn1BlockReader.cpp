@@ -1,0 +1,314 @@
+#include "asn1/Asn1BlockReader.h"
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/Log.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <span>
+
+namespace {
+
+constexpr unsigned kLinesPerDamage = 16;
+constexpr std::uint32_t kStretch = 256;
+constexpr std::uint32_t kNoPair = 0xFFFFFFFF;
+constexpr std::uint32_t kEndOfContents = 2;
+constexpr std::uint32_t kShortHeader = 2;
+// Pool octets per octet of input: a block and its place among the children for every four octets
+// suit real structures.
+constexpr std::size_t kPoolPerOctet = 16;
+
+std::uint32_t HeaderLength(const CAsn1Block& block) {
+    return static_cast<std::uint32_t>(block.content - block.start);
+}
+
+}  // namespace
+
+CAsn1BlockReader::CAsn1BlockReader(unsigned char* data, std::uint32_t position, std::uint32_t size,
+                                   bool noThrow, bool continueOnLengthMismatch)
+    : m_data(data),
+      m_position(std::min(position, size)),
+      m_size(size),
+      m_blocksLeft(std::max<std::uint32_t>(Remaining(), 1)),  // even an empty buffer has a root
+      m_noThrow(noThrow),
+      m_continueOnLengthMismatch(continueOnLengthMismatch),
+      m_pool(std::size_t{Remaining()} * kPoolPerOctet) {}
+
+CAsn1Block* CAsn1BlockReader::NewRoot() {
+    CountBlock();
+    return m_pool.NewBlock();
+}
+
+void CAsn1BlockReader::Read(CAsn1Block& root) {
+    try {
+        ReadBelow(root);
+    } catch (...) {
+        Unwind();
+        throw;
+    }
+}
+
+void CAsn1BlockReader::CountBlock() {
+    if (m_blocksLeft == 0) {
+        ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/true);
+    }
+    --m_blocksLeft;
+}
+
+void CAsn1BlockReader::ReadBelow(CAsn1Block& root) {
+    const CAsn1Block* ended = ReadHeader(root) ? &root : nullptr;
+    while (!m_open.empty()) {
+        if (ended != nullptr && IsLastChild(m_open.back(), *ended)) {
+            ended = m_open.back().block;
+            Close(m_open.back());
+            m_open.pop_back();
+            continue;
+        }
+        if (Remaining() < kShortHeader) {
+            Truncated();
+            ended = m_open.back().block;
+            Close(m_open.back());
+            m_open.pop_back();
+            continue;
+        }
+        CountBlock();
+        m_children.push_back(nullptr);
+        CAsn1Block* child = m_pool.NewBlock();
+        m_children.back() = child;
+        child->parent = m_open.back().block;
+        ended = ReadHeader(*child) ? child : nullptr;
+    }
+}
+
+// Reads up to the content, or to the end of a block that has no children. True when it ended.
+bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
+    block.corrupted = true;
+    block.start = m_data + m_position;
+    block.content = block.start;
+    block.offset = m_offset;
+    block.m_available = Remaining();
+    if (block.m_available != 0) {
+        block.tag = *block.start;
+    }
+    if (!ReadLength(block)) {
+        Truncated();
+        EndAtBuffer(block);
+        return true;
+    }
+    if (!block.IsConstructed()) {
+        ReadPrimitive(block);
+        return true;
+    }
+    if (block.contentLength == 0 && !block.isUnknownLength) {
+        // Deliberate: the header is not added to the offset, so what follows an empty constructed
+        // block reports an offset too low.
+        block.totalLength = HeaderLength(block);
+        m_position += block.totalLength;
+        block.corrupted = false;
+        return true;
+    }
+    m_open.push_back({&block, 0, m_children.size()});
+    m_position += HeaderLength(block);
+    m_offset += HeaderLength(block);
+    return false;
+}
+
+// Sets content, content length and the form. False when the header ends behind the buffer.
+bool CAsn1BlockReader::ReadLength(CAsn1Block& block) {
+    if (Remaining() < kShortHeader) {
+        return false;
+    }
+    const std::uint32_t first = block.start[1];
+    block.content = block.start + kShortHeader;
+    if (first < 0x80) {
+        block.contentLength = first;
+        return true;
+    }
+    if (first == 0x80) {
+        block.isUnknownLength = true;
+        m_lengthsFinal = false;
+        return true;
+    }
+    const std::uint32_t count = first & 0x7FU;
+    if (Remaining() - kShortHeader < count) {
+        block.content = block.start;
+        return false;
+    }
+    // Deliberate: more than four octets wrap into 32 bits instead of failing.
+    std::uint32_t length = 0;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        length += std::uint32_t{block.content[i]} << (8 * (count - 1 - i) % 32);
+    }
+    block.content += count;
+    block.contentLength = length;
+    m_lengthsFinal = m_lengthsFinal && count == GetBytesCount(length);
+    return true;
+}
+
+void CAsn1BlockReader::ReadPrimitive(CAsn1Block& block) {
+    if (block.isUnknownLength) {
+        ReadIndefinitePrimitive(block);
+        return;
+    }
+    const std::uint32_t header = HeaderLength(block);
+    if (block.contentLength > Remaining() - header) {
+        Truncated();
+        EndAtBuffer(block);
+        return;
+    }
+    block.totalLength = header + block.contentLength;
+    m_position += block.totalLength;
+    m_offset += block.totalLength;
+    block.corrupted = false;
+}
+
+void CAsn1BlockReader::ReadIndefinitePrimitive(CAsn1Block& block) {
+    const std::uint32_t content = PositionOf(block.content);
+    // Deliberate: a pair at the very start of the content does not end it.
+    const std::uint32_t pair = FindZeroPair(content + 1);
+    if (pair == kNoPair) {
+        Truncated();
+        EndAtBuffer(block);
+        return;
+    }
+    block.contentLength = pair - content;
+    block.totalLength = kShortHeader + block.contentLength;
+    m_position = pair + kEndOfContents;
+    m_offset += block.totalLength + kEndOfContents;
+    block.corrupted = false;
+}
+
+// The block gets what the buffer still has. A header that is cut off has no content.
+void CAsn1BlockReader::EndAtBuffer(CAsn1Block& block) {
+    const std::uint32_t rest = Remaining();
+    const std::uint32_t header = HeaderLength(block);
+    if (header == 0) {
+        block.content = block.start + rest;
+    }
+    block.contentLength = header == 0 ? 0 : rest - header;
+    block.totalLength = rest;
+    block.corrupted = false;
+    m_position = m_size;
+    m_offset += rest;
+    m_lengthsFinal = false;
+}
+
+// Whether the open block ends behind `child`, its latest.
+bool CAsn1BlockReader::IsLastChild(Frame& frame, const CAsn1Block& child) {
+    const CAsn1Block& block = *frame.block;
+    if (block.isUnknownLength) {
+        if (Remaining() < kEndOfContents) {
+            Truncated();
+            return true;
+        }
+        return m_data[m_position] == 0 && m_data[m_position + 1] == 0;
+    }
+    // Deliberate: content lengths are summed, not total lengths, and headers allowed on top, so
+    // small overruns pass.
+    frame.childrenLength += child.contentLength;
+    if (frame.childrenLength > std::uint64_t{block.contentLength} + HeaderLength(block)) {
+        if (MayLog(Damage::kOverrun)) {
+            ca::LogEventFmt(L"Поврежденные asn.1 данные в смещении %i", /*flag=*/false,
+                            static_cast<int>(block.offset));
+        }
+        if (!m_continueOnLengthMismatch) {
+            return true;
+        }
+        if (MayLog(Damage::kOverrunError)) {
+            ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/false);
+        }
+    }
+    return m_position - PositionOf(block.content) >= block.contentLength;
+}
+
+// Ends the open block; the position follows its length, which may lead back into its children.
+void CAsn1BlockReader::Close(const Frame& frame) {
+    CAsn1Block& block = *frame.block;
+    if (m_children.size() > frame.firstChild) {
+        m_pool.SetChildren(block, std::span(m_children).subspan(frame.firstChild));
+        m_children.resize(frame.firstChild);
+    }
+    const std::uint32_t content = PositionOf(block.content);
+    if (block.isUnknownLength) {
+        block.contentLength = m_position - content;
+        const std::uint32_t ending = std::min(kEndOfContents, Remaining());
+        m_position += ending;
+        m_offset += ending;
+    } else {
+        m_lengthsFinal = m_lengthsFinal && m_position - content == block.contentLength;
+        block.contentLength = std::min(block.contentLength, m_size - content);
+        m_position = content + block.contentLength;
+    }
+    block.totalLength = HeaderLength(block) + block.contentLength;
+    block.corrupted = false;
+}
+
+// Hangs the children read so far below the blocks left open.
+void CAsn1BlockReader::Unwind() noexcept {
+    for (; !m_open.empty(); m_open.pop_back()) {
+        const Frame& frame = m_open.back();
+        auto children = std::span(m_children).subspan(frame.firstChild);
+        if (!children.empty() && children.back() == nullptr) {
+            children = children.first(children.size() - 1);
+        }
+        try {
+            if (!children.empty()) {
+                m_pool.SetChildren(*frame.block, children);
+            }
+        } catch (const std::bad_alloc&) {
+            CAsn1BlockPool::Destroy(children);
+        }
+        m_children.resize(frame.firstChild);
+    }
+}
+
+// The first pair of zero octets at `from` or later, kNoPair when there is none. A search looks at
+// one stretch at most, so that searches over the same octets stay cheap.
+std::uint32_t CAsn1BlockReader::FindZeroPair(std::uint32_t from) {
+    if (from >= m_size) {
+        return kNoPair;
+    }
+    const std::uint32_t next = from / kStretch + 1;
+    const auto end = static_cast<std::uint32_t>(
+        std::min<std::uint64_t>(std::uint64_t{next} * kStretch, m_size - 1));
+    for (std::uint32_t i = from; i < end; ++i) {
+        if (m_data[i] == 0 && m_data[i + 1] == 0) {
+            return i;
+        }
+    }
+    if (m_zeroPairs.empty()) {
+        IndexZeroPairs();
+    }
+    return m_zeroPairs[next];
+}
+
+void CAsn1BlockReader::IndexZeroPairs() {
+    const std::uint32_t stretches = (m_size - 1) / kStretch + 1;
+    m_zeroPairs.assign(std::size_t{stretches} + 1, kNoPair);
+    std::uint32_t found = kNoPair;
+    for (std::uint32_t i = m_size - 1; i-- > 0;) {
+        if (m_data[i] == 0 && m_data[i + 1] == 0) {
+            found = i;
+        }
+        if (i % kStretch == 0) {
+            m_zeroPairs[i / kStretch] = found;
+        }
+    }
+}
+
+void CAsn1BlockReader::Truncated() {
+    if (!m_noThrow) {
+        throw ca::Exception(ca::kErrAsn1UnexpectedEnd);
+    }
+    if (MayLog(Damage::kTruncation)) {
+        ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1UnexpectedEnd, /*throwIt=*/false);
+    }
+}
+
+// Strangers could otherwise fill the host's log with one line an octet.
+bool CAsn1BlockReader::MayLog(Damage damage) {
+    unsigned& logged = m_logged[static_cast<std::size_t>(damage)];
+    return logged < kLinesPerDamage && ++logged != 0;
+}

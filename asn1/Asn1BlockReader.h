@@ -1,0 +1,78 @@
+#pragma once
+
+#include "asn1/Asn1BlockPool.h"
+#include "asn1/CryptAsn1Parser.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+/// Cuts one buffer into blocks, with the open blocks on a stack of its own.
+///
+/// Overrunning children let a position go back, so the same octets can be cut again and again; the
+/// blocks of one reader are therefore never more than the octets of the buffer.
+class CAsn1BlockReader {
+  public:
+    /// The meaning of the flags is that of CAsn1Block::Parse().
+    CAsn1BlockReader(unsigned char* data, std::uint32_t position, std::uint32_t size, bool noThrow,
+                     bool continueOnLengthMismatch);
+
+    /// An empty block for Read(), owned by the caller. Throws ca::Exception 0x80093103 (logged)
+    /// when the octets of the buffer are used up.
+    CAsn1Block* NewRoot();
+
+    /// Reads one block and its subtree at the current position into `root`, which is empty.
+    /// Throws as CAsn1Block::Parse() does; what was read up to there hangs below `root`.
+    void Read(CAsn1Block& root);
+
+    std::uint32_t GetPosition() const { return m_position; }
+    std::uint32_t GetOffset() const { return m_offset; }
+    void SetOffset(std::uint32_t offset) { m_offset = offset; }
+    /// True while every length read so far is what CAsn1Block::GetTotalLength(true) would compute.
+    bool AreLengthsFinal() const { return m_lengthsFinal; }
+
+  private:
+    // A constructed block whose children are being read.
+    struct Frame {
+        CAsn1Block* block;
+        std::uint64_t childrenLength;  // sum of the children's content lengths
+        std::size_t firstChild;        // index in m_children
+    };
+    enum class Damage { kTruncation, kOverrun, kOverrunError };
+
+    std::uint32_t Remaining() const { return m_size - m_position; }
+    std::uint32_t PositionOf(const unsigned char* octet) const {
+        return static_cast<std::uint32_t>(octet - m_data);
+    }
+
+    void CountBlock();
+    void ReadBelow(CAsn1Block& root);
+    bool ReadHeader(CAsn1Block& block);
+    bool ReadLength(CAsn1Block& block);
+    void ReadPrimitive(CAsn1Block& block);
+    void ReadIndefinitePrimitive(CAsn1Block& block);
+    void EndAtBuffer(CAsn1Block& block);
+    bool IsLastChild(Frame& frame, const CAsn1Block& child);
+    void Close(const Frame& frame);
+    void Unwind() noexcept;
+    std::uint32_t FindZeroPair(std::uint32_t from);
+    void IndexZeroPairs();
+    void Truncated();
+    bool MayLog(Damage damage);
+
+    unsigned char* m_data;
+    std::uint32_t m_position;
+    std::uint32_t m_size;
+    std::uint32_t m_offset = 0;
+    std::uint32_t m_blocksLeft;
+    bool m_noThrow;
+    bool m_continueOnLengthMismatch;
+    bool m_lengthsFinal = true;
+    std::vector<Frame> m_open;
+    std::vector<CAsn1Block*> m_children;  // of the open blocks, outermost first
+    // Per stretch of the buffer the first pair of zero octets that starts there or later.
+    std::vector<std::uint32_t> m_zeroPairs;
+    std::array<unsigned, 3> m_logged{};
+    CAsn1BlockPool m_pool;
+};
