@@ -142,7 +142,7 @@ FileStatus ReplaceFile(const std::string& path, std::string_view content, mode_t
     const std::string target = Resolve(path);
     struct stat old = {};
     const bool exists = ::stat(target.c_str(), &old) == 0;
-    if (exists && !S_ISREG(old.st_mode)) {
+    if (target.empty() || (exists && !S_ISREG(old.st_mode))) {
         return FileStatus::kNotOpened;
     }
     TemporaryFile file(target);
