@@ -43,7 +43,11 @@ namespace ca {
 
 bool LogEventFmt(const wchar_t* format, bool flag, ...) {
     std::va_list arguments;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wvarargs"
+    // Deliberate: the signature is fixed; a promoted last parameter does no harm with these ABIs.
     va_start(arguments, flag);
+#pragma GCC diagnostic pop
     std::va_list again;
     va_copy(again, arguments);
     const int length = MeasureFormatted(format, arguments);
