@@ -47,6 +47,7 @@ enum CurlOption : int {
     kCurlPostFields = 10015,  ///< not copied
     kCurlUserAgent = 10018,
     kCurlHttpHeader = 10023,  ///< not copied
+    kCurlHeaderData = 10029,
     kCurlProgressData = 10057,
     kCurlCaFile = 10065,
     kCurlCaPath = 10097,
@@ -57,6 +58,7 @@ enum CurlOption : int {
     kCurlRedirectProtocolsText = 10319,  ///< since 7.85
     // functions
     kCurlWriteFunction = 20011,
+    kCurlHeaderFunction = 20079,
     kCurlProgressFunction = 20219,
     // CurlOffset
     kCurlMaxFileSize = 30117,
@@ -75,6 +77,7 @@ enum CurlCode : int {
     kCurlUrlMalformed = 3,
     kCurlWeirdServerReply = 8,
     kCurlHttp2 = 16,
+    kCurlPartialFile = 18,
     kCurlHttpReturnedError = 22,
     kCurlWriteError = 23,
     kCurlOutOfMemory = 27,
@@ -84,6 +87,7 @@ enum CurlCode : int {
     kCurlHttp2Stream = 92,
 };
 
+/// Of body octets, and of header lines.
 using CurlWriteFunction = std::size_t (*)(char* data, std::size_t size, std::size_t count,
                                           void* user);
 using CurlProgressFunction = int (*)(void* user, CurlOffset downloadTotal, CurlOffset downloaded,

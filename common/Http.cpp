@@ -17,6 +17,7 @@
 #include <iterator>
 #include <new>
 #include <optional>
+#include <string_view>
 
 namespace ca {
 namespace {
@@ -181,6 +182,8 @@ class Transfer {
     void Judge(int code);
 
     static std::size_t OnBody(char* data, std::size_t size, std::size_t count, void* user) noexcept;
+    static std::size_t OnHeader(char* data, std::size_t size, std::size_t count,
+                                void* user) noexcept;
     static int OnProgress(void* user, CurlOffset downloadTotal, CurlOffset downloaded,
                           CurlOffset uploadTotal, CurlOffset uploaded) noexcept;
     void LogProgress(CurlOffset downloaded, CurlOffset uploaded);
@@ -191,7 +194,8 @@ class Transfer {
     std::chrono::milliseconds m_progressInterval;
     Clock::time_point m_lastProgress = Clock::now();
     std::size_t m_sendSize = 0;
-    bool m_outOfMemory = false;  // in a callback, where nothing may be thrown
+    bool m_isHeaderComplete = false;  // of the answer that came last
+    bool m_outOfMemory = false;       // in a callback, where nothing may be thrown
 };
 
 void Transfer::SetSafety() {
@@ -257,6 +261,8 @@ void Transfer::SetProxy(const HttpSettings& settings) {
 void Transfer::SetCallbacks() {
     m_curl.Set(kCurlWriteFunction, static_cast<CurlWriteFunction>(&Transfer::OnBody));
     m_curl.Set(kCurlWriteData, static_cast<const void*>(this));
+    m_curl.Set(kCurlHeaderFunction, static_cast<CurlWriteFunction>(&Transfer::OnHeader));
+    m_curl.Set(kCurlHeaderData, static_cast<const void*>(this));
     m_curl.Set(kCurlNoProgress, 0L);
     m_curl.Set(kCurlProgressFunction, static_cast<CurlProgressFunction>(&Transfer::OnProgress));
     m_curl.Set(kCurlProgressData, static_cast<const void*>(this));
@@ -273,6 +279,13 @@ std::size_t Transfer::OnBody(char* data, std::size_t size, std::size_t count, vo
         self.m_outOfMemory = true;
     }
     return octets + 1;  // any other number than the octets given ends the transfer
+}
+
+std::size_t Transfer::OnHeader(char* data, std::size_t size, std::size_t count,
+                               void* user) noexcept {
+    const std::string_view line(data, size * count);
+    static_cast<Transfer*>(user)->m_isHeaderComplete = line == "\r\n" || line == "\n";
+    return line.size();
 }
 
 int Transfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, CurlOffset,
@@ -309,6 +322,10 @@ void Transfer::Run() {
 
 // Logs and throws what went wrong; the exception's message is the detail.
 void Transfer::Judge(int code) {
+    if (code == kCurlOk && !m_isHeaderComplete) {
+        // The library takes an answer that breaks off in its header for one without a body.
+        code = kCurlPartialFile;
+    }
     const long status = m_curl.Status();
     const bool isSuccessStatus = status >= 200 && status < 300;
     if (code == kCurlHttpReturnedError || (code == kCurlOk && !isSuccessStatus)) {
