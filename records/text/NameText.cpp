@@ -1,0 +1,245 @@
+#include "records/text/NameText.h"
+
+#include "asn1/OidTable.h"
+#include "common/Encode.h"
+#include "records/text/Blocks.h"
+#include "records/text/TextLines.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using ca::Octets;
+
+// Types that RFC 4514 3 names, and the identity attributes of the Russian certificate profile,
+// which readers must find by name in every form.
+struct X500Row {
+    std::wstring_view dotted;
+    const wchar_t* keyword;
+};
+constexpr X500Row kX500Keywords[] = {
+    {L"2.5.4.3", L"CN"},
+    {L"2.5.4.7", L"L"},
+    {L"2.5.4.8", L"ST"},
+    {L"2.5.4.10", L"O"},
+    {L"2.5.4.11", L"OU"},
+    {L"2.5.4.6", L"C"},
+    {L"2.5.4.9", L"STREET"},
+    {L"0.9.2342.19200300.100.1.25", L"DC"},
+    {L"1.2.643.3.131.1.1", L"INN"},
+    {L"0.9.2342.19200300.100.1.1", L"UID"},
+    {L"1.2.643.100.1", L"OGRN"},
+    {L"1.2.643.100.3", L"SNILS"},
+    {L"1.2.643.100.4", L"INNLE"},
+    {L"1.2.643.100.5", L"OGRNIP"},
+};
+
+struct Attribute {
+    const CAsn1Block* value;
+    const ca::OidInfo* info;  // null for a type without a name
+    std::wstring dotted;
+    std::wstring shown;  // the value with hidden characters made visible
+    bool startsRdn;
+};
+
+std::wstring ShortName(const Attribute& attribute) {
+    if (attribute.info == nullptr) {
+        return attribute.dotted;
+    }
+    const std::string_view name = attribute.info->shortName;
+    return {name.begin(), name.end()};
+}
+
+void AppendQuoted(std::wstring& out, const std::wstring& value) {
+    const bool needsQuotes = value.find_first_of(L",+\"") != std::wstring::npos ||
+                             value.starts_with(L' ') || value.ends_with(L' ');
+    if (!needsQuotes) {
+        out += value;
+        return;
+    }
+    out += L'"';
+    for (const wchar_t c : value) {
+        out.append(c == L'"' ? 2 : 1, c);
+    }
+    out += L'"';
+}
+
+void AppendTagValue(std::wstring& out, const std::wstring& value) {
+    for (const wchar_t c : value) {
+        if (c == L'\\' || c == L';' || c == L'=') {
+            out += L'\\';
+        }
+        out += c;
+    }
+}
+
+// A line end has its own escape in the tag list; every other hidden character is shown as \uXXXX,
+// whose backslash is not one of the value's.
+void AppendTagText(std::wstring& out, const Attribute& attribute) {
+    if (!ca::IsText(*attribute.value)) {
+        AppendTagValue(out, attribute.shown);
+        return;
+    }
+    const std::wstring text = ca::TextOf(*attribute.value);
+    for (const wchar_t c : std::wstring_view(text).substr(0, ca::kMaxValueText)) {
+        if (c == L'\n') {
+            out += L"\\n";
+        } else if (ca::IsHiddenCharacter(c)) {
+            ca::AppendVisible(out, {&c, 1});
+        } else {
+            AppendTagValue(out, std::wstring(1, c));
+        }
+    }
+}
+
+// RFC 4514 2.4: backslash before the special characters, hexadecimal pairs of the UTF-8 octets for
+// what would not show.
+void AppendX500Text(std::wstring& out, std::wstring_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar_t c = text[i];
+        const bool isOuterBlank = c == L' ' && (i == 0 || i + 1 == text.size());
+        if (ca::IsHiddenCharacter(c)) {
+            for (const char octet : ca::u16u8(std::wstring(1, c))) {
+                const auto value = static_cast<unsigned char>(octet);
+                out += L'\\';
+                ca::AppendHex(out, {&value, 1});
+            }
+            continue;
+        }
+        if (isOuterBlank || (c == L'#' && i == 0) ||
+            std::wstring_view(L"\"+,;<>\\").find(c) != std::wstring_view::npos) {
+            out += L'\\';
+        }
+        out += c;
+    }
+}
+
+void AppendX500(std::wstring& out, const Attribute& attribute) {
+    const auto* row = std::find_if(
+        std::begin(kX500Keywords), std::end(kX500Keywords),
+        [&](const X500Row& candidate) { return candidate.dotted == attribute.dotted; });
+    if (row == std::end(kX500Keywords) || !ca::IsText(*attribute.value)) {
+        out += row == std::end(kX500Keywords) ? attribute.dotted : row->keyword;
+        out += L"=#";
+        ca::AppendHex(out, attribute.value->GetRawEncoding());
+        return;
+    }
+    out += row->keyword;
+    out += L'=';
+    const std::wstring text = ca::TextOf(*attribute.value);
+    AppendX500Text(out, std::wstring_view(text).substr(0, ca::kMaxValueText));
+}
+
+struct Collected {
+    std::vector<Attribute> attributes;  // in encoded order, at most kMaxListed
+    std::size_t hidden = 0;             // how many more there are
+    bool isWhole = true;                // nothing in the name is no attribute
+};
+
+Collected CollectAttributes(const CAsn1Block& name) {
+    Collected found;
+    bool& isWhole = found.isWhole;
+    isWhole = name.tag == ca::kTagSequence || name.IsContextSpecific();
+    for (const CAsn1Block* rdn : name.GetInnerBlocks()) {
+        bool startsRdn = true;
+        isWhole = isWhole && rdn->tag == ca::kTagSet && rdn->GetInnerBlockCount() != 0;
+        for (const CAsn1Block* pair : rdn->GetInnerBlocks()) {
+            const Octets type = ca::ContentIf(pair->GetInnerBlock(0), ca::kTagOid);
+            const CAsn1Block* value = pair->GetInnerBlock(1);
+            if (type.empty() || value == nullptr) {
+                isWhole = false;
+                continue;
+            }
+            if (found.attributes.size() == ca::kMaxListed) {
+                ++found.hidden;
+                continue;
+            }
+            const ca::OidInfo* info = ca::FindOid(type);
+            found.attributes.push_back({value, info,
+                                        info != nullptr ? info->dotted : ca::OidText(type),
+                                        ca::ValueText(*value), startsRdn});
+            startsRdn = false;
+        }
+    }
+    return found;
+}
+
+void AppendReadable(std::wstring& out, const Attribute& attribute, const std::wstring& type) {
+    if (!out.empty()) {
+        out += attribute.startsRdn ? L", " : L" + ";
+    }
+    out += type;
+    out += L'=';
+    AppendQuoted(out, attribute.shown);
+}
+
+// Whole RDNs from the last to the first, their attributes in encoded order.
+std::wstring X500Text(const std::vector<Attribute>& attributes) {
+    std::wstring out;
+    std::size_t end = attributes.size();
+    while (end != 0) {
+        std::size_t begin = end - 1;
+        while (begin != 0 && !attributes[begin].startsRdn) {
+            --begin;
+        }
+        for (std::size_t i = begin; i < end; ++i) {
+            if (!out.empty()) {
+                out += i == begin ? L',' : L'+';
+            }
+            AppendX500(out, attributes[i]);
+        }
+        end = begin;
+    }
+    return out;
+}
+
+std::wstring MoreText(std::size_t count) {
+    ca::CTextLines lines;
+    lines.Shows(ca::kMaxListed, ca::kMaxListed + count);
+    return lines.Take();
+}
+
+}  // namespace
+
+namespace ca {
+
+NameForms DescribeName(const CAsn1Block& name) {
+    const Collected found = CollectAttributes(name);
+    NameForms forms;
+    if (!found.isWhole) {
+        forms.error = SetZORNAMessage(kMsgNameUnreadable);
+    }
+    for (const Attribute& attribute : found.attributes) {
+        const std::wstring shortName = ShortName(attribute);
+        AppendReadable(forms.readable, attribute, shortName);
+        AppendReadable(forms.oid, attribute, attribute.dotted);
+        forms.tags += shortName;
+        forms.tags += L'=';
+        AppendTagText(forms.tags, attribute);
+        forms.tags += L';';
+    }
+    forms.x500 = X500Text(found.attributes);
+    if (found.hidden != 0) {
+        const std::wstring more = L", " + MoreText(found.hidden);
+        forms.readable += more;
+        forms.oid += more;
+    }
+    return forms;
+}
+
+std::wstring ReadableName(const CAsn1Block& name) {
+    const Collected found = CollectAttributes(name);
+    std::wstring text;
+    for (const Attribute& attribute : found.attributes) {
+        if (text.size() > kMaxValueText) {
+            text += L"\u2026";
+            break;
+        }
+        AppendReadable(text, attribute, ShortName(attribute));
+    }
+    return text;
+}
+
+}  // namespace ca

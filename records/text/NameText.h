@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+class CAsn1Block;
+
+namespace ca {
+
+/// The four forms of a distinguished name. An empty name is four empty texts (RFC 5280 4.1.2.6).
+struct NameForms {
+    /// Encoded order, short type names: `C=RU, O="Ромашка, ООО", CN=Иванов Иван`. " + " joins the
+    /// attributes of one RDN; a value with a comma, plus, quote or outer blank stands in quotes,
+    /// quotes inside doubled.
+    std::wstring readable;
+    std::wstring oid;   ///< the same with dotted types
+    std::wstring x500;  ///< RFC 4514: last RDN first
+    std::wstring
+        tags;  ///< encoded order, `TAG=value;`, with `\` before `\`, `;`, `=`; `\n` a line end
+    /// What could not be read, for the record's "Error"; empty when all could.
+    std::wstring error;
+};
+
+/// Describes a Name or RDNSequence (RFC 5280 4.1.2.4). What is no attribute is left out and noted.
+NameForms DescribeName(const CAsn1Block& name);
+
+/// The readable form alone.
+std::wstring ReadableName(const CAsn1Block& name);
+
+}  // namespace ca

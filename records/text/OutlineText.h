@@ -1,0 +1,24 @@
+#pragma once
+
+#include <span>
+#include <string>
+
+class CAsn1Block;
+
+namespace ca {
+
+/// True when the octets are exactly one or more whole BER elements, to any depth. No log lines, no
+/// recursion; memory grows with the depth only.
+bool IsWellFormed(std::span<const unsigned char> octets);
+
+/// One line an element, nested ones indented: "SEQUENCE", "UTF8 STRING: text".
+std::wstring OutlineText(const CAsn1Block& block);
+
+/// "Unreadable value: " and the octets as hexadecimal digits.
+std::wstring UnreadableText(std::span<const unsigned char> octets);
+
+/// For a value whose type is not known: the outline of well-formed elements, hexadecimal digits for
+/// anything else. The octets are not changed.
+std::wstring UnknownValueText(std::span<const unsigned char> octets);
+
+}  // namespace ca

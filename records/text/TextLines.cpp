@@ -1,0 +1,96 @@
+#include "records/text/TextLines.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ca {
+
+namespace {
+
+// Deeper levels stand where this one does: the indentation may not outgrow what it indents.
+constexpr std::size_t kMaxIndent = 32;
+
+}  // namespace
+
+bool CTextLines::Start() {
+    m_isOpen = m_text.size() < kMaxValueText;
+    if (!m_isOpen) {
+        ++m_hidden;
+        return false;
+    }
+    if (!m_isEmpty) {
+        m_text += L'\n';
+    }
+    m_isEmpty = false;
+    m_text.append(2 * std::min(m_level, kMaxIndent), L' ');
+    return true;
+}
+
+void CTextLines::Line(std::wstring_view text) {
+    if (Start()) {
+        m_text += text;
+    }
+}
+
+void CTextLines::Line(std::wstring_view label, std::wstring_view value) {
+    if (!Start()) {
+        return;
+    }
+    m_text += label;
+    m_text += L':';
+    if (!value.empty()) {
+        m_text += L' ';
+        m_text += value;
+    }
+}
+
+void CTextLines::Block(std::wstring_view lines) {
+    while (!lines.empty()) {
+        const std::size_t end = std::min(lines.find(L'\n'), lines.size());
+        Line(lines.substr(0, end));
+        lines.remove_prefix(std::min(end + 1, lines.size()));
+    }
+}
+
+void CTextLines::Append(std::wstring_view text) {
+    if (m_isOpen) {
+        m_text += text;
+    }
+}
+
+bool CTextLines::Shows(std::size_t index, std::size_t count) {
+    if (index < std::min(count, kMaxListed)) {
+        return true;
+    }
+    if (index < count) {
+        m_isOpen = true;
+        SayMore(count - index);
+    }
+    return false;
+}
+
+void CTextLines::SayMore(std::size_t count) {
+    std::wstring line = SetZORNAMessage(kMsgAndMore);
+    const std::size_t place = line.find(L'N');
+    if (place != std::wstring::npos) {
+        line.replace(place, 1, std::to_wstring(count));
+    }
+    if (!m_isEmpty) {
+        m_text += L'\n';
+    }
+    m_isEmpty = false;
+    m_text.append(2 * std::min(m_level, kMaxIndent), L' ');
+    m_text += line;
+}
+
+std::wstring CTextLines::Take() {
+    if (m_hidden != 0) {
+        m_level = 0;
+        SayMore(std::exchange(m_hidden, 0));
+    }
+    m_isEmpty = true;
+    m_isOpen = false;
+    return std::exchange(m_text, {});
+}
+
+}  // namespace ca

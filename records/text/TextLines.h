@@ -1,0 +1,63 @@
+#pragma once
+
+#include "common/Lng.h"
+#include "records/text/VisibleText.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace ca {
+
+/// Builds a text of lines: "\n" between them, two blanks a nesting level in front. Appends only, so
+/// its cost is that of the text. Past kMaxValueText characters lines are counted instead of shown.
+///
+/// What is handed in as a line, a label or a value is taken as it stands: texts from outside go
+/// through Visible() first.
+class CTextLines {
+  public:
+    /// Starts a line.
+    void Line(std::wstring_view text);
+    /// A line "label: value"; without a value "label:".
+    void Line(std::wstring_view label, std::wstring_view value);
+    void Line(ZornaMessage label, std::wstring_view value) { Line(SetZORNAMessage(label), value); }
+    void Line(ZornaMessage text) { Line(SetZORNAMessage(text)); }
+    /// The lines of a text made elsewhere, each at the current level on top of its own.
+    void Block(std::wstring_view lines);
+    /// Continues the last line.
+    void Append(std::wstring_view text);
+
+    /// What is said while one lives stands one level deeper.
+    class Level {
+      public:
+        explicit Level(CTextLines& lines) : m_lines(lines) { ++m_lines.m_level; }
+        Level(const Level&) = delete;
+        Level& operator=(const Level&) = delete;
+        ~Level() { --m_lines.m_level; }
+
+      private:
+        CTextLines& m_lines;
+    };
+
+    /// The level of the lines that follow, for walks that keep their own stack.
+    void SetLevel(std::size_t level) { m_level = level; }
+
+    /// For a loop over a list that strangers made: true while element `index` is to be shown. At
+    /// the bound says how many of `count` are left and ends the loop.
+    bool Shows(std::size_t index, std::size_t count);
+
+    /// The text; the object is empty then.
+    std::wstring Take();
+
+  private:
+    bool Start();
+    void SayMore(std::size_t count);
+
+    std::wstring m_text;
+    std::size_t m_level = 0;
+    std::size_t m_hidden = 0;  // lines past the bound
+    bool m_isEmpty = true;
+    bool m_isOpen = false;  // Append() has a line to continue
+};
+
+}  // namespace ca

@@ -1,0 +1,183 @@
+#include "records/text/VisibleText.h"
+
+#include "common/Encode.h"
+#include "records/text/Blocks.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+using ca::ContentOf;
+using ca::Octets;
+
+constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
+constexpr wchar_t kReplacement = 0xFFFD;
+constexpr std::wstring_view kCut = L"\u2026";
+
+enum class Charset : unsigned char { kNone, kUtf8, kTeletex, kUcs2, kUcs4 };
+
+// Universal string types by identifier octet (X.680 8.4); the ASCII subsets read as UTF-8.
+constexpr std::array<Charset, 0x1F> kCharsets = [] {
+    std::array<Charset, 0x1F> sets{};
+    for (const int tag : {0x0C, 0x12, 0x13, 0x16, 0x19, 0x1A, 0x1B}) {
+        sets[static_cast<std::size_t>(tag)] = Charset::kUtf8;
+    }
+    sets[0x14] = Charset::kTeletex;
+    sets[0x1C] = Charset::kUcs4;
+    sets[0x1E] = Charset::kUcs2;
+    return sets;
+}();
+
+Charset CharsetOf(const CAsn1Block& block) noexcept {
+    return block.tag < kCharsets.size() ? kCharsets[block.tag] : Charset::kNone;
+}
+
+std::wstring FromUtf8(Octets octets) {
+    return ca::u8u16(std::string(octets.begin(), octets.end()));
+}
+
+std::wstring FromTeletex(Octets octets) {
+    std::wstring text = FromUtf8(octets);
+    if (text.find(kReplacement) != std::wstring::npos) {
+        text.assign(octets.begin(), octets.end());
+    }
+    return text;
+}
+
+wchar_t CodePoint(std::uint32_t value) {
+    const bool isValid = value < 0xD800 || (value > 0xDFFF && value <= 0x10FFFF);
+    return isValid ? static_cast<wchar_t>(value) : kReplacement;
+}
+
+std::uint32_t BigEndian(Octets octets) {
+    std::uint32_t value = 0;
+    for (const unsigned char octet : octets) {
+        value = (value << 8) | octet;
+    }
+    return value;
+}
+
+// UTF-16 although X.680 has only the basic plane there: surrogate pairs are what writers put.
+std::wstring FromUcs2(Octets octets) {
+    std::wstring text;
+    text.reserve(octets.size() / 2);
+    std::size_t i = 0;
+    while (i + 2 <= octets.size()) {
+        std::uint32_t value = BigEndian(octets.subspan(i, 2));
+        i += 2;
+        if (value >= 0xD800 && value < 0xDC00 && i + 2 <= octets.size()) {
+            const std::uint32_t low = BigEndian(octets.subspan(i, 2));
+            if (low >= 0xDC00 && low < 0xE000) {
+                value = 0x10000 + ((value - 0xD800) << 10) + (low - 0xDC00);
+                i += 2;
+            }
+        }
+        text += CodePoint(value);
+    }
+    if (i < octets.size()) {
+        text += kReplacement;
+    }
+    return text;
+}
+
+std::wstring FromUcs4(Octets octets) {
+    std::wstring text;
+    text.reserve(octets.size() / 4 + 1);
+    std::size_t i = 0;
+    for (; i + 4 <= octets.size(); i += 4) {
+        text += CodePoint(BigEndian(octets.subspan(i, 4)));
+    }
+    if (i < octets.size()) {
+        text += kReplacement;
+    }
+    return text;
+}
+
+}  // namespace
+
+namespace ca {
+
+bool IsHiddenCharacter(wchar_t c) noexcept {
+    const auto code = static_cast<std::uint32_t>(c);
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x200E || code == 0x200F ||
+           (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+void AppendVisible(std::wstring& out, std::wstring_view text) {
+    const bool isCut = text.size() > kMaxValueText;
+    for (const wchar_t c : text.substr(0, kMaxValueText)) {
+        if (!IsHiddenCharacter(c)) {
+            out += c;
+            continue;
+        }
+        out += L"\\u";
+        for (int shift = 12; shift >= 0; shift -= 4) {
+            out += kHexDigits[(static_cast<std::uint32_t>(c) >> shift) & 0xF];
+        }
+    }
+    if (isCut) {
+        out += kCut;
+    }
+}
+
+std::wstring Visible(std::wstring_view text) {
+    std::wstring out;
+    AppendVisible(out, text);
+    return out;
+}
+
+void AppendHex(std::wstring& out, Octets octets) {
+    const Octets shown = octets.first(std::min(octets.size(), kMaxValueText / 2));
+    out.reserve(out.size() + 2 * shown.size());
+    for (const unsigned char octet : shown) {
+        out += kHexDigits[octet >> 4];
+        out += kHexDigits[octet & 0xF];
+    }
+    if (shown.size() < octets.size()) {
+        out += kCut;
+    }
+}
+
+std::wstring Hex(Octets octets) {
+    std::wstring out;
+    AppendHex(out, octets);
+    return out;
+}
+
+bool IsText(const CAsn1Block& block) noexcept {
+    return CharsetOf(block) != Charset::kNone;
+}
+
+std::wstring TextOf(const CAsn1Block& block) {
+    switch (CharsetOf(block)) {
+        case Charset::kUtf8:
+            return FromUtf8(ContentOf(block));
+        case Charset::kTeletex:
+            return FromTeletex(ContentOf(block));
+        case Charset::kUcs2:
+            return FromUcs2(ContentOf(block));
+        case Charset::kUcs4:
+            return FromUcs4(ContentOf(block));
+        case Charset::kNone:
+            break;
+    }
+    return {};
+}
+
+std::wstring ValueText(const CAsn1Block& block) {
+    if (IsText(block)) {
+        return Visible(TextOf(block));
+    }
+    std::wstring out = L"#";
+    AppendHex(out, block.GetRawEncoding());
+    return out;
+}
+
+std::wstring Base64Text(Octets octets) {
+    std::string narrow;
+    Base64Encode(octets.data(), static_cast<unsigned>(octets.size()), narrow);
+    return {narrow.begin(), narrow.end()};
+}
+
+}  // namespace ca

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+
+class CAsn1Block;
+
+namespace ca {
+
+/// Characters of one value's text; what is longer is cut, with a mark.
+inline constexpr std::size_t kMaxValueText = 65536;
+/// Elements of one list that a text shows; what is more is counted.
+inline constexpr std::size_t kMaxListed = 1000;
+
+/// True for characters that would not show, or would change how what stands around them is shown:
+/// controls (C0, DEL, C1) and bidirectional marks (U+200E/F, U+202A-202E, U+2066-2069).
+bool IsHiddenCharacter(wchar_t c) noexcept;
+
+/// Appends a text from outside with its hidden characters as \uXXXX, cut after kMaxValueText.
+void AppendVisible(std::wstring& out, std::wstring_view text);
+std::wstring Visible(std::wstring_view text);
+
+/// Appends lower-case hexadecimal digits, two an octet, cut after kMaxValueText characters.
+void AppendHex(std::wstring& out, std::span<const unsigned char> octets);
+std::wstring Hex(std::span<const unsigned char> octets);
+
+/// True when the block is of one of the character string types of X.680.
+bool IsText(const CAsn1Block& block) noexcept;
+
+/// The characters of a block of a string type, as they stand (not yet made visible). UTF-8 with
+/// malformed octets as U+FFFD; a TeletexString that is no UTF-8 is read as Latin-1, which is what
+/// issuers put there. Empty for other types.
+std::wstring TextOf(const CAsn1Block& block);
+
+/// Visible(TextOf(block)) for string types; "#" and the hexadecimal encoding for all others.
+std::wstring ValueText(const CAsn1Block& block);
+
+/// Base64 of octets as a record's text.
+std::wstring Base64Text(std::span<const unsigned char> octets);
+
+}  // namespace ca
