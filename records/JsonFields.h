@@ -6,9 +6,10 @@
 #include "common/Json.h"
 #include "records/OwnedPtr.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -40,6 +41,8 @@ struct JsonField {
     std::string_view key;
     Value Owner::*member;
 };
+template <class Owner, class Value>
+JsonField(std::string_view, Value Owner::*) -> JsonField<Owner, Value>;
 
 // The forms a value has. A record is what has FromJson() and ToJson().
 
@@ -73,12 +76,23 @@ auto ReadJson(const JsonValue& value, Record& record) -> decltype(record.FromJso
     record.FromJson(value);
 }
 
-/// A record that may be absent.
+/// A value that may be absent; null in the text does not stand for its absence.
+template <class Value>
+concept Absentable = requires(const Value& value) {
+    static_cast<bool>(value);
+    *value;
+};
+
 template <class Record>
 void ReadJson(const JsonValue& value, OwnedPtr<Record>& record) {
     OwnedPtr<Record> fresh = std::make_unique<Record>();
-    fresh->FromJson(value);
+    ReadJson(value, *fresh);
     record = std::move(fresh);
+}
+
+template <class Value>
+void ReadJson(const JsonValue& value, std::optional<Value>& plain) {
+    ReadJson(value, plain.emplace());
 }
 
 template <class Element>
@@ -116,19 +130,20 @@ void ReadJson(const JsonValue& value, std::vector<Element>& elements) {
     }
 }
 
+/// An absent value leaves its key out.
 template <class Record, class Owner, class Value>
 void WriteField(JsonWriter& writer, const Record& record, const JsonField<Owner, Value>& field) {
+    const Value& value = record.*field.member;
+    if constexpr (Absentable<Value>) {
+        if (!value) {
+            return;
+        }
+    }
     writer.Key(field.key.data(), static_cast<rapidjson::SizeType>(field.key.size()));
-    WriteJson(writer, record.*field.member);
-}
-
-/// An absent record leaves its key out.
-template <class Record, class Owner, class Nested>
-void WriteField(JsonWriter& writer, const Record& record,
-                const JsonField<Owner, OwnedPtr<Nested>>& field) {
-    if (const OwnedPtr<Nested>& nested = record.*field.member; nested != nullptr) {
-        writer.Key(field.key.data(), static_cast<rapidjson::SizeType>(field.key.size()));
-        nested->ToJson(writer);
+    if constexpr (Absentable<Value>) {
+        WriteJson(writer, *value);
+    } else {
+        WriteJson(writer, value);
     }
 }
 

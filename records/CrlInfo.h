@@ -1,0 +1,56 @@
+#pragma once
+
+#include "common/ISerializable.h"
+#include "records/CertInfoExtension.h"
+#include "records/OwnedPtr.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ca {
+
+/// One entry of a revocation list (RFC 5280 5.1.2.6, 5.3). Text forms as in CertInfo.
+struct RevokedCert {
+    void FromJson(const JsonValue& value);
+    void ToJson(JsonWriter& writer) const;
+
+    std::wstring serial;
+    std::wstring revocationDate;  ///< local time
+    std::wstring revocationDateUtc;
+    std::wstring reason;             ///< "" when not given
+    std::wstring invalidityDate;     ///< local time; "" when not given
+    std::wstring certificateIssuer;  ///< readable form; "" when it is the list's issuer
+    CertInfoExtensionCollection extensions;
+};
+
+/// Describes one certificate revocation list (RFC 5280 5). Text forms as in CertInfo.
+class CrlInfo : public ISerializable {
+  public:
+    /// A missing key leaves its field. Throws ca::Exception 16300 for a wrong type.
+    void FromJson(const JsonValue& value) override;
+    void ToJson(JsonWriter& writer) const override;
+    int GetType() const override { return kTypeCrlInfo; }
+
+    std::wstring version;
+    std::wstring signatureAlg;
+    std::wstring hashAlg;
+    std::wstring issuer;
+    std::wstring oidIssuer;
+    std::wstring x500NameIssuer;
+    std::wstring issuerTags;
+    std::wstring thisUpdate;  ///< local time
+    std::wstring thisUpdateUtc;
+    std::wstring nextUpdate;  ///< local time; "" when absent
+    std::wstring nextUpdateUtc;
+    std::wstring number;                         ///< hex
+    std::optional<std::wstring> baseNumber;      ///< hex; written for a delta list only
+    std::uint32_t revokedCount = 0;              ///< all entries, also those not described
+    std::vector<OwnedPtr<RevokedCert>> revoked;  ///< the described entries, in the list's order
+    CertInfoExtensionCollection extensions;
+    std::wstring rawData;  ///< the list's encoding, Base64
+    std::wstring error;    ///< first fault met while the record was filled
+};
+
+}  // namespace ca
