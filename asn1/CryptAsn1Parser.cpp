@@ -66,7 +66,7 @@ class BlockWriter {
             WriteHeader(block);
             const auto children = block.GetInnerBlocks();
             if (children.empty()) {
-                WriteOctets(block.content, block.contentLength);
+                WriteContent(block);
                 WriteEnd(block);
             } else {
                 open.push_back({&block, children.data(), children.data() + children.size()});
@@ -106,6 +106,14 @@ class BlockWriter {
             }
         }
         WriteOctets(header, 2 + count);
+    }
+
+    void WriteContent(const CAsn1Block& block) {
+        const auto octets = block.GetRawContent();
+        if (octets.size() != block.contentLength) {
+            throw ca::Exception(ca::kErrAsn1Corrupted);
+        }
+        WriteOctets(octets.data(), octets.size());
     }
 
     void WriteEnd(const CAsn1Block& block) {
@@ -205,6 +213,14 @@ void CAsn1Block::GetAsn1Data(unsigned char* out, unsigned int* pos) const {
 
 std::span<unsigned char> CAsn1Block::GetRawEncoding() const {
     return {start, start != nullptr ? std::min(totalLength, m_available) : 0};
+}
+
+std::span<unsigned char> CAsn1Block::GetRawContent() const {
+    if (start == nullptr) {
+        return {content, contentLength};
+    }
+    const auto header = static_cast<std::uint32_t>(content - start);
+    return {content, std::min(contentLength, m_available - header)};
 }
 
 CAsn1Block* CAsn1Block::AddInnerBlock() {

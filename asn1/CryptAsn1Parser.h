@@ -79,6 +79,9 @@ class CAsn1Block {
 
     /// The octets the block was parsed from: totalLength of them, fewer where the buffer ends.
     std::span<unsigned char> GetRawEncoding() const;
+    /// The content octets as they stand in the buffer, fewer where it ends. Of a block whose
+    /// content was replaced: the new content.
+    std::span<unsigned char> GetRawContent() const;
 
     /// Appends an empty child; owned by this block.
     CAsn1Block* AddInnerBlock();
