@@ -1,0 +1,155 @@
+#include "records/Payload.h"
+
+#include "common/Encode.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view kBegin = "-----BEGIN ";
+constexpr std::string_view kEnd = "-----END ";
+constexpr std::string_view kDashes = "-----";
+constexpr std::string_view kBlanks = " \t\r\n\f\v";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t kMaxLabel = 64;
+
+bool IsBlank(char c) {
+    return kBlanks.find(c) != std::string_view::npos;
+}
+
+bool IsBase64Character(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' ||
+           c == '/' || c == '=';
+}
+
+// Base64 and white space only, and some of the former.
+bool IsBase64Text(std::string_view text) {
+    bool hasAny = false;
+    for (const char c : text) {
+        if (IsBase64Character(c)) {
+            hasAny = true;
+        } else if (!IsBlank(c)) {
+            return false;
+        }
+    }
+    return hasAny;
+}
+
+// Tells a text from octets that happen to hold a PEM line somewhere: its first characters all
+// print. A BER element of more than a few octets has its length, or the tag of its first member,
+// there.
+bool IsTextStart(std::string_view text) {
+    constexpr std::size_t kLookedAt = 8;
+    return std::ranges::all_of(text.substr(0, kLookedAt), [](char c) {
+        return (c >= 0x20 && c != 0x7F) || IsBlank(c) || static_cast<unsigned char>(c) >= 0xC0;
+    });
+}
+
+// The decoded octets of a body; nothing for one that does not decode.
+ca::PayloadItem DecodeBody(std::string_view body, std::string label) {
+    ca::PayloadItem item;
+    item.label = std::move(label);
+    item.decoded = ca::BytePtr::Make(3 * (body.size() / 4 + 1));
+    // The decoder passes over line ends only; blanks and tabs are taken out beforehand.
+    std::string packed;
+    if (body.find_first_of(" \t\f\v") != std::string_view::npos) {
+        packed.reserve(body.size());
+        std::copy_if(body.begin(), body.end(), std::back_inserter(packed),
+                     [](char c) { return !IsBlank(c); });
+        body = packed;
+    }
+    const Base64Run run = base64_decode_run(body.data(), body.size(), item.decoded.Get());
+    item.octets = {item.decoded.Get(), run.written};
+    return item;
+}
+
+// RFC 1421 4.6: headers stand before the body, a blank line between them.
+std::string_view SkipHeaders(std::string_view body) {
+    const std::size_t colon = body.find(':');
+    if (colon == std::string_view::npos) {
+        return body;
+    }
+    for (const std::string_view blankLine : {"\n\n", "\n\r\n"}) {
+        const std::size_t end = body.find(blankLine, colon);
+        if (end != std::string_view::npos) {
+            return body.substr(end + blankLine.size());
+        }
+    }
+    return body;
+}
+
+// The block that begins at the front of `text`; `text` is moved behind its body.
+ca::PayloadItem TakePemBlock(std::string_view& text) {
+    text.remove_prefix(kBegin.size());
+    const std::size_t labelEnd = text.substr(0, kMaxLabel + kDashes.size()).find(kDashes);
+    if (labelEnd == std::string_view::npos) {
+        return {};
+    }
+    std::string label(text.substr(0, labelEnd));
+    text.remove_prefix(labelEnd + kDashes.size());
+    const std::size_t bodyEnd = std::min(text.find(kDashes), text.size());
+    const std::string_view body = SkipHeaders(text.substr(0, bodyEnd));
+    text.remove_prefix(bodyEnd);
+    if (text.starts_with(kEnd)) {
+        text.remove_prefix(kEnd.size());
+    }
+    return DecodeBody(body, std::move(label));
+}
+
+std::vector<ca::PayloadItem> DecodePem(std::string_view text) {
+    std::vector<ca::PayloadItem> items;
+    for (std::size_t at = text.find(kBegin); at != std::string_view::npos; at = text.find(kBegin)) {
+        text.remove_prefix(at);
+        items.push_back(TakePemBlock(text));
+    }
+    return items;
+}
+
+// The body behind the headers of a MIME entity sent as Base64 (RFC 2045 6.8); "" when it is none.
+std::string_view MimeBody(std::string_view text) {
+    constexpr std::string_view kHeader = "content-transfer-encoding:";
+    constexpr std::string_view kBase64 = "base64";
+    const auto isSame = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; };
+    const auto header =
+        std::search(text.begin(), text.end(), kHeader.begin(), kHeader.end(), isSame);
+    if (header == text.end()) {
+        return {};
+    }
+    std::string_view rest = text.substr(static_cast<std::size_t>(header - text.begin()));
+    const std::string_view line = rest.substr(0, rest.find('\n'));
+    if (std::search(line.begin(), line.end(), kBase64.begin(), kBase64.end(), isSame) ==
+        line.end()) {
+        return {};
+    }
+    const std::string_view body = SkipHeaders(rest);
+    return body.size() == rest.size() ? std::string_view() : body;
+}
+
+}  // namespace
+
+namespace ca {
+
+std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data) {
+    const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
+    std::vector<PayloadItem> items;
+    std::string_view inner = text.starts_with(kByteOrderMark) ? text.substr(3) : text;
+    const std::size_t first = inner.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) {
+        return items;
+    }
+    if (text.find(kBegin) != std::string_view::npos && IsTextStart(inner.substr(first))) {
+        return DecodePem(inner);
+    }
+    if (IsBase64Text(inner)) {
+        items.push_back(DecodeBody(inner, {}));
+    } else if (const std::string_view body = MimeBody(inner); !body.empty()) {
+        items.push_back(DecodeBody(body, {}));
+    } else {
+        items.emplace_back().octets = data;
+    }
+    return items;
+}
+
+}  // namespace ca
