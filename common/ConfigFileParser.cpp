@@ -1,6 +1,6 @@
 #include "common/ConfigFileParser.h"
 
-#include "common/AtomicFile.h"
+#include "common/ConfigFile.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -17,7 +17,6 @@
 #include <optional>
 #include <pwd.h>
 #include <sstream>
-#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -30,10 +29,9 @@ using ca::JsonWriter;
 using ca::ServiceSettings;
 using TextList = std::vector<std::wstring>;
 
-constexpr std::size_t kMaxFileSize = 4U << 20;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr const wchar_t* kSettingsSection = L"Service settings";
-constexpr const wchar_t* kHeaderLine = L"###QetCryptoSvc automatically generated config file###\r\n";
+constexpr const wchar_t* kHeaderLine =
+    L"###QetCryptoSvc automatically generated config file###\r\n";
 
 struct Number {
     int ServiceSettings::*field;
@@ -286,21 +284,14 @@ namespace ca {
 /// What reading a file came to; put into words after the language is known.
 struct ConfigFileParser::Findings {
     FileStatus status = FileStatus::kMissing;
-    TextList paths;  ///< the files that were tried
+    TextList paths;  ///< the file that was found, or all that were tried
     bool hasSettings = true;
     TextList wrongKeys;
 
     bool IsRead() const { return status == FileStatus::kDone; }
     std::wstring Describe(bool silent) const {
-        switch (status) {
-            case FileStatus::kDone:
-                break;
-            case FileStatus::kMissing:
-                return SetZORNAMessage(kMsgConfigNotFound) + Join(paths);
-            case FileStatus::kTooLarge:
-                return SetZORNAMessage(kMsgConfigTooLarge) + paths.back();
-            default:
-                return SetZORNAMessage(kMsgConfigUnreadable) + paths.back();
+        if (!IsRead()) {
+            return DescribeReadFailure(status, Join(paths));
         }
         if (silent || (hasSettings && wrongKeys.empty())) {
             return {};
@@ -353,16 +344,14 @@ ConfigFileParser::Findings ConfigFileParser::LoadFirst(const TextList& paths) {
     std::string content;
     for (const std::wstring& path : paths) {
         findings.paths.push_back(path);
-        findings.status = ReadWholeFile(PathFromWString(path), kMaxFileSize, content);
+        findings.status = ReadConfigText(path, content);
         if (findings.status != FileStatus::kMissing) {
+            findings.paths = {path};
             break;
         }
     }
     if (!findings.IsRead()) {
         return findings;
-    }
-    if (content.starts_with(kByteOrderMark)) {
-        content.erase(0, kByteOrderMark.size());
     }
     CIniFileW file;
     std::wistringstream in(u8u16(content));
@@ -380,14 +369,7 @@ ConfigFileParser::Findings ConfigFileParser::LoadFirst(const TextList& paths) {
 }
 
 bool ConfigFileParser::WriteConfigFile(const std::wstring& path, std::wstring& errorText) const {
-    const std::string content = u16u8(IniWriter(m_settings).Write());
-    const FileStatus status = ReplaceFile(PathFromWString(path), content);
-    errorText.clear();
-    if (status != FileStatus::kDone) {
-        errorText = SetZORNAMessage(status == FileStatus::kNotOpened ? kMsgConfigOpenFailed
-                                                                     : kMsgConfigWriteFailed);
-    }
-    return status == FileStatus::kDone;
+    return WriteConfigText(path, u16u8(IniWriter(m_settings).Write()), errorText);
 }
 
 void ConfigFileParser::FromJson(const JsonValue& value) {

@@ -3,6 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "tests/common/JsonText.h"
 #include "tests/common/TemporaryDir.h"
 
 #include <gtest/gtest.h>
@@ -13,20 +14,6 @@
 namespace {
 
 const std::string kName = "ZORNA/QetCryptoSvcConfig.ini";
-
-std::string ToJson(const ca::ISerializable& record) {
-    ca::JsonBuffer buffer;
-    ca::JsonWriter writer(buffer);
-    record.ToJson(writer);
-    return buffer.GetString();
-}
-
-void FromJson(ca::ISerializable& record, const std::string& json) {
-    ca::JsonDocument document;
-    document.Parse<ca::kJsonParseFlags>(json.c_str());
-    ASSERT_FALSE(document.HasParseError()) << json;
-    record.FromJson(document);
-}
 
 class ConfigFileParserTest : public testing::Test {
   protected:
@@ -49,7 +36,7 @@ class ConfigFileParserTest : public testing::Test {
 
 TEST_F(ConfigFileParserTest, StartsWithTheDefaults) {
     EXPECT_EQ(
-        ToJson(m_config),
+        ToJsonText(m_config),
         R"({"LogMode":0,"LogFile":"QetCryptoSvc.log","ShowTrayIcon":true,)"
         R"("IgnoreUnknownRevocationStatus":false,"ForceCRLDownload":false,)"
         R"("UseOnlyCustomCDPs":false,"UnloadPFXAfterUsage":true,)"
@@ -144,12 +131,12 @@ TEST_F(ConfigFileParserTest, SurvivesAnyContent) {
     for (int i = 0; i < 100000; ++i) {
         binary += static_cast<char>(i * 7919 >> 5);
     }
-    const std::string defaults = ToJson(ca::ConfigFileParser());
+    const std::string defaults = ToJsonText(ca::ConfigFileParser());
     for (const std::string& content :
          {std::string(), std::string("\0\0\0", 3), binary, "[" + std::string(100000, '['),
           std::string(100000, '='), std::string("\xEF\xBB"), std::string("[Other]\nLogMode=3\n")}) {
         EXPECT_TRUE(Parse(content));
-        EXPECT_EQ(ToJson(m_config), defaults);
+        EXPECT_EQ(ToJsonText(m_config), defaults);
         EXPECT_TRUE(m_error.starts_with(L"Configuration file has no section")) << content.size();
     }
     EXPECT_TRUE(ParseSettings(binary + "\nLogMode=3\n" + std::string("TSPUrl=a\0b\n", 11)));
@@ -205,8 +192,8 @@ TEST_F(ConfigFileParserTest, DoesNotPassOverAnUnreadableFile) {
 }
 
 TEST_F(ConfigFileParserTest, WritesWhatItReadsBack) {
-    FromJson(m_config,
-             R"({"LogMode":3,"LogFile":" журнал 📜 ","EnableAuth":true,"AuthPassword":"a=b;#",
+    FromJsonText(m_config,
+                 R"({"LogMode":3,"LogFile":" журнал 📜 ","EnableAuth":true,"AuthPassword":"a=b;#",
         "Custom CDP list":["http://a/?x=1","#c=d","[x]y"],"Dll extensions":["/b.so"]})");
     const std::wstring path = ca::PathToWString(m_directory.File("out.ini"));
     ASSERT_TRUE(m_config.WriteConfigFile(path, m_error));
@@ -221,7 +208,7 @@ TEST_F(ConfigFileParserTest, WritesWhatItReadsBack) {
     ca::ConfigFileParser read;
     EXPECT_TRUE(read.ParseConfigFile(path, m_error, false));
     EXPECT_EQ(m_error, L"");
-    EXPECT_EQ(ToJson(read), ToJson(m_config));
+    EXPECT_EQ(ToJsonText(read), ToJsonText(m_config));
 }
 
 TEST_F(ConfigFileParserTest, ReportsAFileThatCannotBeWritten) {
@@ -231,11 +218,11 @@ TEST_F(ConfigFileParserTest, ReportsAFileThatCannotBeWritten) {
 }
 
 TEST_F(ConfigFileParserTest, TakesJsonButLeavesTheLanguage) {
-    FromJson(m_config, R"({"Language":"Ru","LogMode":2,"TSPUrl":"http://a","unknown":[{}]})");
+    FromJsonText(m_config, R"({"Language":"Ru","LogMode":2,"TSPUrl":"http://a","unknown":[{}]})");
     EXPECT_FALSE(IsRussian());
-    FromJson(m_config, R"({"HttpPort":65536,"HttpsPort":-1,"ProxyPort":1e99,"CertInclude":1.5,)"
-                       R"("TSPTimeout":2147483648,"TSPUrl":"a\nLogMode=3",)"
-                       R"("Custom CDP list":["", " a", "[b] ", "#c", "d\re", "f"]})");
+    FromJsonText(m_config, R"({"HttpPort":65536,"HttpsPort":-1,"ProxyPort":1e99,"CertInclude":1.5,)"
+                           R"("TSPTimeout":2147483648,"TSPUrl":"a\nLogMode=3",)"
+                           R"("Custom CDP list":["", " a", "[b] ", "#c", "d\re", "f"]})");
     EXPECT_EQ(m_config.GetLogMode(), 2);
     EXPECT_EQ(m_config.GetHttpPort(), 8080);
     EXPECT_EQ(m_config.GetHttpsPort(), 8081);
@@ -247,19 +234,19 @@ TEST_F(ConfigFileParserTest, TakesJsonButLeavesTheLanguage) {
 }
 
 TEST_F(ConfigFileParserTest, RefusesWrongJsonTypesWhole) {
-    const std::string before = ToJson(m_config);
+    const std::string before = ToJsonText(m_config);
     for (const char* const json :
          {"[]", "null", "5", R"({"LogMode":"1"})", R"({"LogMode":true})", R"({"EnableHttp":1})",
           R"({"LogMode":2,"Language":null})", R"({"LogMode":2,"Dll extensions":"a"})",
           R"({"LogMode":2,"Dll extensions":["a",1]})"}) {
         SCOPED_TRACE(json);
         try {
-            FromJson(m_config, json);
+            FromJsonText(m_config, json);
             ADD_FAILURE() << "taken";
         } catch (const ca::Exception& e) {
             EXPECT_EQ(e.errorCode, ca::kErrJsonParse);
         }
-        EXPECT_EQ(ToJson(m_config), before);
+        EXPECT_EQ(ToJsonText(m_config), before);
     }
 }
 

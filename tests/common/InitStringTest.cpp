@@ -3,6 +3,7 @@
 #include "common/Exception.h"
 #include "common/InitString.h"
 #include "common/Lng.h"
+#include "tests/common/JsonText.h"
 
 #include <gtest/gtest.h>
 
@@ -134,10 +135,8 @@ TEST_F(InitStringTest, StartsFromTheConfiguration) {
               L"CRL_INET_TIMEOUT=30000;CRL_FORCE_DOWNLOAD=0;CRL_CUSTOM_ONLY=0;"
               L"CRL_IGNORE_UNKNOWN=0;CERT_INCLUDE=2;CERT_CHECK_EXPIRED=1;CERT_FULL_CHECK=0;");
 
-    ca::JsonDocument document;
-    document.Parse(R"({"TSPTimeout":2147483647,"TSPUrl":"http://a/;b","CheckOCSP":true,
+    FromJsonText(config, R"({"TSPTimeout":2147483647,"TSPUrl":"http://a/;b","CheckOCSP":true,
         "ProxyAddress":"p","ProxyPassword":"\";INET_TIMEOUT=1;"})");
-    config.FromJson(document);
     ca::InitString items(ca::BuildBaseInitString(config) + L"tsp_inet_timeout=5");
     EXPECT_EQ(items.GetText(L"INET_TIMEOUT"), L"30000");
     EXPECT_EQ(items.GetText(L"TSP_INET_TIMEOUT"), L"5");

@@ -1,0 +1,43 @@
+#include "common/ConfigFile.h"
+
+#include "common/Encode.h"
+#include "common/Lng.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t kMaxFileSize = 4U << 20;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+}  // namespace
+
+namespace ca {
+
+FileStatus ReadConfigText(const std::wstring& path, std::string& content) {
+    const FileStatus status = ReadWholeFile(PathFromWString(path), kMaxFileSize, content);
+    if (content.starts_with(kByteOrderMark)) {
+        content.erase(0, kByteOrderMark.size());
+    }
+    return status;
+}
+
+std::wstring DescribeReadFailure(FileStatus status, const std::wstring& paths) {
+    const ZornaMessage message = status == FileStatus::kMissing    ? kMsgConfigNotFound
+                                 : status == FileStatus::kTooLarge ? kMsgConfigTooLarge
+                                                                   : kMsgConfigUnreadable;
+    return SetZORNAMessage(message) + paths;
+}
+
+bool WriteConfigText(const std::wstring& path, const std::string& content,
+                     std::wstring& errorText) {
+    const FileStatus status = ReplaceFile(PathFromWString(path), content);
+    errorText.clear();
+    if (status != FileStatus::kDone) {
+        errorText = SetZORNAMessage(status == FileStatus::kNotOpened ? kMsgConfigOpenFailed
+                                                                     : kMsgConfigWriteFailed);
+    }
+    return status == FileStatus::kDone;
+}
+
+}  // namespace ca

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "common/ISerializable.h"
+
+#include <string>
+#include <vector>
+
+namespace ca {
+
+/// How much a certificate's revocation state counts.
+enum class RevocationCheck : int {
+    kNone,      ///< not looked at
+    kIfKnown,   ///< a revoked certificate is refused, an unknown state is not
+    kRequired,  ///< an unknown state is refused too
+};
+
+// One structure an object of PkiSettingTable.inc, one member a key, preset to its default;
+// docs/pki-config.md says what they mean. PkiSettings is the whole.
+// clang-format off
+#define CA_PKI_OBJECT(type) struct type {
+#define CA_PKI_FLAG(key, preset) bool key = preset;
+#define CA_PKI_NUMBER(key, low, high, preset) int key = preset;
+#define CA_PKI_CHOICE(key, type, names, preset) type key = preset;
+#define CA_PKI_TEXT(key, rule, preset) std::wstring key = preset;
+#define CA_PKI_REQUIRED(key, rule) std::wstring key;
+#define CA_PKI_TEXTS(key, rule, ...) std::vector<std::wstring> key = {__VA_ARGS__};
+#define CA_PKI_PART(key, type, ...) type key = {__VA_ARGS__};
+#define CA_PKI_PARTS(key, type) std::vector<type> key;
+#define CA_PKI_END };
+// clang-format on
+#include "common/PkiSettingTable.inc"
+
+/// The PKI configuration: a JSON file beside the service configuration, or a record of the same
+/// form. Takes no lock; an object that nobody writes may be read from any thread.
+class PKIConfigFileParser : public ISerializable {
+  public:
+    /// Restores every default.
+    void ClearAll() { m_settings = {}; }
+
+    /// "QetCryptoSvcPKIConfig.json" in the directory of the service configuration's file; in the
+    /// user's configuration directory when that path is empty.
+    static std::wstring GetConfigPath(const std::wstring& serviceConfigPath);
+
+    /// Reads the file. A file that is missing is no fault: the PKI configuration is optional. A
+    /// wrong value gets its default, a wrong entry of a list is left out, the rest is honoured.
+    /// \param errorText  what was wrong, with the keys, for a person to read; empty when nothing.
+    /// \param silent     nobody will see the text: single wrong values are not put into it.
+    /// \return false when everything has its default because the file could not be read or is no
+    ///         JSON object.
+    bool ParseConfigFile(const std::wstring& path, std::wstring& errorText, bool silent);
+
+    /// Writes indented JSON, replacing the file in one step; its directory must exist.
+    /// \return false, with message 150 or 151 in `errorText`, when that failed.
+    bool WriteConfigFile(const std::wstring& path, std::wstring& errorText) const;
+
+    /// Absent keys keep what was there; a list replaces the former one.
+    /// Throws ca::Exception, with nothing changed and a message that names the key as in
+    /// "tsp.servers[2].timeout": 16300 for a wrong type, 16268 for a value that is not allowed.
+    void FromJson(const JsonValue& value) override;
+    void ToJson(JsonWriter& writer) const override;
+    int GetType() const override { return kTypePkiConfig; }
+
+    const PkiSettings& Settings() const noexcept { return m_settings; }
+
+  private:
+    PkiSettings m_settings;
+};
+
+}  // namespace ca
