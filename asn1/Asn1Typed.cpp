@@ -1,0 +1,141 @@
+#include "asn1/Asn1Typed.h"
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+
+namespace {
+
+// Segments of segments are allowed but never useful; each level is searched for its end anew.
+constexpr std::size_t kMaxSegmentDepth = 16;
+
+[[noreturn]] void ThrowBadSegments() {
+    throw ca::Exception(ca::kErrAsn1Corrupted);
+}
+
+void AppendSegments(std::span<unsigned char> content, std::vector<unsigned char>& out) {
+    CAsn1Cursor open[kMaxSegmentDepth] = {CAsn1Cursor(content)};
+    for (std::size_t depth = 1; depth != 0;) {
+        CAsn1Cursor& cursor = open[depth - 1];
+        if (cursor.AtEnd()) {
+            --depth;
+            continue;
+        }
+        CAsn1Element segment;
+        if (cursor.Next(segment) != Asn1Fault::kNone ||
+            (segment.tag & ~kAsn1ConstructedBit) != kAsn1OctetString) {
+            ThrowBadSegments();
+        }
+        if (!segment.IsConstructed()) {
+            out.insert(out.end(), segment.content.begin(), segment.content.end());
+        } else if (depth == kMaxSegmentDepth) {
+            ThrowBadSegments();
+        } else {
+            open[depth++] = CAsn1Cursor(segment.content);
+        }
+    }
+}
+
+}  // namespace
+
+std::span<unsigned char> CAsn1TypedObject::RawOctets() const {
+    if (!m_element.raw.empty() || GetBlock() == nullptr) {
+        return m_element.raw;
+    }
+    return GetBlock()->GetRawEncoding();
+}
+
+std::span<unsigned char> CAsn1TypedObject::ContentOctets() const {
+    return m_element.raw.empty() ? Content() : m_element.content;
+}
+
+CAsn1Element ReadElement(std::span<unsigned char> octets, std::string_view name) {
+    if (octets.empty()) {
+        throw MakeAsn1Missing(name, 0);
+    }
+    CAsn1Element element;
+    // Blocks count in 32 bits.
+    const Asn1Fault fault =
+        octets.size() > UINT32_MAX ? Asn1Fault::kMalformed : CAsn1Cursor(octets).Next(element);
+    if (fault != Asn1Fault::kNone) {
+        throw MakeAsn1Fault(fault, name, 0);
+    }
+    return element;
+}
+
+void BindBlock(CAsn1Block& block, const CAsn1Element& element, std::uint32_t offset) {
+    block.start = element.raw.data();
+    block.content = element.content.data();
+    block.contentLength = static_cast<std::uint32_t>(element.content.size());
+    block.totalLength = static_cast<std::uint32_t>(element.raw.size());
+    block.offset = offset;
+    block.tag = element.tag;
+    block.isUnknownLength = element.indefinite;
+}
+
+void BindRoot(CAsn1Block& block, const CAsn1Element& element, Asn1Blocks blocks) {
+    if (blocks == Asn1Blocks::kAll && element.IsConstructed()) {
+        unsigned int position = 0;
+        unsigned int offset = 0;
+        try {
+            block.Parse(element.raw.data(), &position, &offset,
+                        static_cast<unsigned int>(element.raw.size()), /*noThrow=*/false,
+                        /*continueOnLengthMismatch=*/false);
+        } catch (const ca::Exception&) {
+            block.DeleteInnerBlocks();
+            block.corrupted = true;
+        }
+    }
+    BindBlock(block, element, 0);
+}
+
+std::span<const unsigned char> OctetsOf(const CAsn1Object* object) {
+    const CAsn1Block* block = object != nullptr ? object->GetBlock() : nullptr;
+    return block != nullptr ? std::span<const unsigned char>(block->content, block->contentLength)
+                            : std::span<const unsigned char>();
+}
+
+std::vector<unsigned char> OctetStringOf(const CAsn1Object* object) {
+    std::vector<unsigned char> out;
+    const CAsn1Block* block = object != nullptr ? object->GetBlock() : nullptr;
+    if (block == nullptr) {
+        return out;
+    }
+    const std::span<unsigned char> content(block->content, block->contentLength);
+    out.reserve(content.size());
+    if (block->IsConstructed()) {
+        AppendSegments(content, out);
+    } else {
+        out.assign(content.begin(), content.end());
+    }
+    return out;
+}
+
+bool CAsn1Bits::operator[](std::size_t bit) const {
+    return bit / 8 < octets.size() && bit < octets.size() * 8 - unused &&
+           (octets[bit / 8] & (0x80U >> (bit % 8))) != 0;
+}
+
+CAsn1Bits BitsOf(const CAsn1Object* object) {
+    const auto content = OctetsOf(object);
+    if (content.empty() || content[0] > 7 || (content.size() == 1 && content[0] != 0)) {
+        return {};
+    }
+    return {content.subspan(1), content[0]};
+}
+
+bool BooleanOf(const CAsn1Object* object) {
+    const auto content = OctetsOf(object);
+    return !content.empty() && content[0] != 0;
+}
+
+std::int64_t IntegerOf(const CAsn1Object* object, std::int64_t otherwise) {
+    const auto content = OctetsOf(object);
+    if (content.empty() || content.size() > sizeof(std::int64_t)) {
+        return otherwise;
+    }
+    std::uint64_t value = (content[0] & 0x80U) != 0 ? ~std::uint64_t{0} : 0;
+    for (const unsigned char octet : content) {
+        value = value << 8U | octet;
+    }
+    return static_cast<std::int64_t>(value);
+}
