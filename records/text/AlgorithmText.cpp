@@ -7,7 +7,6 @@
 #include <array>
 #include <bit>
 #include <string_view>
-#include <vector>
 
 namespace {
 
@@ -75,8 +74,8 @@ constexpr std::string_view kEc = "id-ecPublicKey";
 constexpr std::string_view kGostKeys[] = {"id-tc26-gost3410-12-256", "id-tc26-gost3410-12-512",
                                           "id-GostR3410-2001", "id-GostR3410-94"};
 
-Octets TypeOf(const CAsn1Block* algorithm) {
-    return algorithm != nullptr ? ContentIf(algorithm->GetInnerBlock(0), ca::kTagOid) : Octets();
+Octets TypeOf(const CAsn1Element& algorithm) {
+    return ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier);
 }
 
 std::string_view ShortNameOf(Octets type) {
@@ -107,100 +106,82 @@ struct PssParams {
     std::uint32_t saltLength = 20;
 };
 
-PssParams ReadPss(const CAsn1Block& algorithm) {
+PssParams ReadPss(const CAsn1Element& algorithm) {
     PssParams params;
-    const CAsn1Block* fields = algorithm.GetInnerBlock(1);
-    if (fields == nullptr) {
-        return params;
-    }
-    for (const CAsn1Block* field : fields->GetInnerBlocks()) {
-        const CAsn1Block* value = field->GetInnerBlock(0);
-        if (value == nullptr) {
-            continue;
-        }
-        if (field->tag == ca::ContextConstructed(0)) {
+    CAsn1Element field;
+    for (CAsn1Cursor fields(ca::Child(algorithm, 1).content);
+         !fields.AtEnd() && fields.Next(field) == Asn1Fault::kNone;) {
+        const CAsn1Element value = ca::Child(field, 0);
+        if (field.tag == ca::ContextConstructed(0)) {
             params.digest = ca::OidName(TypeOf(value));
-        } else if (field->tag == ca::ContextConstructed(1)) {
-            params.maskDigest = ca::OidName(TypeOf(value->GetInnerBlock(1)));
-        } else if (field->tag == ca::ContextConstructed(2)) {
-            ca::ReadSmallInteger(*value, params.saltLength);
+        } else if (field.tag == ca::ContextConstructed(1)) {
+            params.maskDigest = ca::OidName(TypeOf(ca::Child(value, 1)));
+        } else if (field.tag == ca::ContextConstructed(2)) {
+            ca::ReadSmallInteger(value, params.saltLength);
         }
     }
     return params;
 }
 
+// Bits of a magnitude behind its leading zeros.
+std::size_t BitSize(Octets magnitude) {
+    const auto first = std::ranges::find_if(magnitude, [](unsigned char o) { return o != 0; });
+    const auto octets = static_cast<std::size_t>(magnitude.end() - first);
+    return octets != 0 ? 8 * (octets - 1) + static_cast<std::size_t>(std::bit_width(*first)) : 0;
+}
+
+std::wstring BitsText(std::size_t bits) {
+    return std::to_wstring(bits) + L' ' + SetZORNAMessage(kMsgBit);
+}
+
 // A SEQUENCE { modulus INTEGER, publicExponent INTEGER } (RFC 8017 A.1.1) inside the key's bits.
-void DescribeRsa(Octets bits, ca::PublicKeyForms& forms) {
-    std::vector<unsigned char> copy(bits.begin(), bits.end());
-    CCryptAsn1Parser parser;
-    parser.Parse(copy.data(), static_cast<unsigned>(copy.size()), /*stopAtTruncation=*/true,
-                 /*continueOnLengthMismatch=*/false, /*singleRoot=*/true);
-    const CAsn1Block* key = parser.GetRoot(0);
-    const Octets modulus =
-        key != nullptr ? ContentIf(key->GetInnerBlock(0), ca::kTagInteger) : Octets();
-    const CAsn1Block* exponent = key != nullptr ? key->GetInnerBlock(1) : nullptr;
-    if (modulus.empty() || ContentIf(exponent, ca::kTagInteger).empty()) {
+void DescribeRsa(const CAsn1Element& bitString, ca::PublicKeyForms& forms) {
+    const CAsn1Element key = ca::FirstElement(
+        bitString.content.subspan(std::min<std::size_t>(1, bitString.content.size())));
+    const Octets modulus = ContentIf(ca::Child(key, 0), kAsn1Integer);
+    const CAsn1Element exponent = ca::Child(key, 1);
+    if (modulus.empty() || ContentIf(exponent, kAsn1Integer).empty()) {
         forms.error = SetZORNAMessage(kMsgKeyUnreadable);
         return;
     }
-    const auto first = std::find_if(modulus.begin(), modulus.end(),
-                                    [](unsigned char octet) { return octet != 0; });
-    const auto octets = static_cast<std::size_t>(modulus.end() - first);
-    const std::size_t size = octets != 0 ? 8 * (octets - 1) + std::bit_width(*first) : 0;
     std::uint32_t small = 0;
-    forms.params = std::to_wstring(size) + L' ' + SetZORNAMessage(kMsgBit) + L", " +
-                   SetZORNAMessage(kMsgExponent) + L' ' +
-                   (ca::ReadSmallInteger(*exponent, small) ? std::to_wstring(small)
-                                                           : ca::Hex(ca::ContentOf(*exponent)));
+    forms.params = BitsText(BitSize(modulus)) + L", " + SetZORNAMessage(kMsgExponent) + L' ' +
+                   (ca::ReadSmallInteger(exponent, small) ? std::to_wstring(small)
+                                                          : ca::Hex(exponent.content));
 }
 
 // ECParameters: a named curve, or SpecifiedECDomain ::= SEQUENCE { version, fieldID SEQUENCE {
 // fieldType, prime INTEGER }, ... } (SEC 1 C.2, RFC 3279 2.3.5).
-void DescribeEc(const CAsn1Block* params, ca::PublicKeyForms& forms) {
-    if (params == nullptr) {
+void DescribeEc(const CAsn1Element& params, ca::PublicKeyForms& forms) {
+    if (params.tag == kAsn1ObjectIdentifier) {
+        forms.params = ca::OidName(params.content);
         return;
     }
-    if (params->tag == ca::kTagOid) {
-        forms.params = ca::OidName(ca::ContentOf(*params));
+    const CAsn1Element prime = ca::Child(ca::Child(params, 1), 1);
+    if (params.tag != kAsn1Sequence || prime.raw.empty()) {
         return;
     }
-    const CAsn1Block* field = params->GetInnerBlock(1);
-    const CAsn1Block* prime = field != nullptr ? field->GetInnerBlock(1) : nullptr;
-    if (params->tag != ca::kTagSequence || prime == nullptr) {
-        return;
+    std::size_t size = BitSize(ContentIf(prime, kAsn1Integer));
+    if (std::uint32_t degree = 0; ca::ReadSmallInteger(ca::Child(prime, 0), degree)) {
+        size = degree;  // a field of characteristic two: its degree comes first
     }
-    forms.params = SetZORNAMessage(kMsgExplicitParameters);
-    std::uint32_t size = 0;
-    if (prime->tag == ca::kTagInteger) {
-        Octets octets = ca::ContentOf(*prime);
-        while (!octets.empty() && octets[0] == 0) {
-            octets = octets.subspan(1);
-        }
-        size =
-            octets.empty()
-                ? 0
-                : static_cast<std::uint32_t>(8 * (octets.size() - 1) + std::bit_width(octets[0]));
-    } else if (prime->GetInnerBlock(0) != nullptr) {  // characteristic two: m comes first
-        ca::ReadSmallInteger(*prime->GetInnerBlock(0), size);
-    }
-    forms.params += L", " + std::to_wstring(size) + L' ' + SetZORNAMessage(kMsgBit);
+    forms.params = SetZORNAMessage(kMsgExplicitParameters) + (L", " + BitsText(size));
 }
 
 // GostR3410-PublicKeyParameters ::= SEQUENCE { publicKeyParamSet, digestParamSet OPTIONAL,
 // encryptionParamSet OPTIONAL } (RFC 4491 2.3.2, RFC 9215 4).
-void DescribeGost(const CAsn1Block* params, Octets bits, ca::PublicKeyForms& forms) {
+void DescribeGost(const CAsn1Element& params, Octets bits, ca::PublicKeyForms& forms) {
     ca::CTextLines lines;
-    if (params != nullptr) {
-        for (const CAsn1Block* set : params->GetInnerBlocks()) {
-            if (set->tag == ca::kTagOid) {
-                lines.Line(ca::OidName(ca::ContentOf(*set)));
-            }
+    CAsn1Element set;
+    for (CAsn1Cursor sets(params.content); !sets.AtEnd() && sets.Next(set) == Asn1Fault::kNone;) {
+        if (set.tag == kAsn1ObjectIdentifier) {
+            lines.Line(ca::OidName(set.content));
         }
     }
     forms.params = lines.Take();
     // OCTET STRING header: one octet of length up to 127, one more for the 512-bit keys' 128.
     const std::size_t header = bits.size() > 1 && bits[1] == 0x81 ? 3 : 2;
-    if (bits.size() > header && bits[0] == ca::kTagOctetString &&
+    if (bits.size() > header && bits[0] == kAsn1OctetString &&
         bits[header - 1] == bits.size() - header) {
         bits = bits.subspan(header);
     } else {
@@ -221,11 +202,11 @@ std::wstring JoinNames(std::span<const std::string_view> shortNames) {
 }
 
 // Best first: the digest as strong as the curve, then the longer ones (RFC 5480 4).
-std::wstring EcDigests(const CAsn1Block* params) {
+std::wstring EcDigests(const CAsn1Element& params) {
     constexpr std::array<std::string_view, 3> kAll = {"id-sha256", "id-sha384", "id-sha512"};
     constexpr std::string_view k384[] = {"secp384r1", "brainpoolP384r1", "brainpoolP320r1"};
     constexpr std::string_view k512[] = {"secp521r1", "brainpoolP512r1"};
-    const std::string_view curve = ShortNameOf(ContentIf(params, ca::kTagOid));
+    const std::string_view curve = ShortNameOf(ContentIf(params, kAsn1ObjectIdentifier));
     std::size_t first = 0;
     if (std::ranges::find(k384, curve) != std::end(k384)) {
         first = 1;
@@ -239,8 +220,8 @@ std::wstring EcDigests(const CAsn1Block* params) {
 
 namespace ca {
 
-std::wstring AlgorithmText(const CAsn1Block& algorithm) {
-    const Octets type = TypeOf(&algorithm);
+std::wstring AlgorithmText(const CAsn1Element& algorithm) {
+    const Octets type = TypeOf(algorithm);
     std::wstring text = type.empty() ? std::wstring() : OidName(type);
     if (ShortNameOf(type) == kPss) {
         const PssParams params = ReadPss(algorithm);
@@ -250,8 +231,8 @@ std::wstring AlgorithmText(const CAsn1Block& algorithm) {
     return text;
 }
 
-std::wstring SignatureDigestText(const CAsn1Block& algorithm) {
-    const std::string_view name = ShortNameOf(TypeOf(&algorithm));
+std::wstring SignatureDigestText(const CAsn1Element& algorithm) {
+    const std::string_view name = ShortNameOf(TypeOf(algorithm));
     if (name == kPss) {
         return ReadPss(algorithm).digest;
     }
@@ -259,33 +240,33 @@ std::wstring SignatureDigestText(const CAsn1Block& algorithm) {
     return digest.empty() ? std::wstring() : NameOf(digest);
 }
 
-std::wstring SignerAlgorithmText(const CAsn1Block& signature, const CAsn1Block& digest) {
-    const OidInfo* info = FindOid(TypeOf(&signature));
+std::wstring SignerAlgorithmText(const CAsn1Element& signature, const CAsn1Element& digest) {
+    const OidInfo* info = FindOid(TypeOf(signature));
     const bool isKeyAlone = info != nullptr && info->kind == OidKind::kKey;
-    if (!isKeyAlone || TypeOf(&digest).empty()) {
+    if (!isKeyAlone || TypeOf(digest).empty()) {
         return AlgorithmText(signature);
     }
     return SetZORNAMessage(info->messageId) + std::wstring(L" ") + SetZORNAMessage(kMsgWith) +
-           L' ' + OidName(TypeOf(&digest));
+           L' ' + OidName(TypeOf(digest));
 }
 
-PublicKeyForms DescribePublicKey(const CAsn1Block& publicKeyInfo) {
+PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo) {
     PublicKeyForms forms;
-    const CAsn1Block* algorithm = publicKeyInfo.GetInnerBlock(0);
-    const CAsn1Block* bitString = publicKeyInfo.GetInnerBlock(1);
+    const CAsn1Element algorithm = Child(publicKeyInfo, 0);
+    const CAsn1Element bitString = Child(publicKeyInfo, 1);
     const Octets type = TypeOf(algorithm);
-    if (type.empty() || bitString == nullptr || bitString->tag != kTagBitString) {
+    if (type.empty() || bitString.tag != kAsn1BitString) {
         forms.error = SetZORNAMessage(kMsgKeyUnreadable);
         return forms;
     }
-    const CAsn1Block* params = algorithm->GetInnerBlock(1);
-    const Octets bits = BitsOf(*bitString);
+    const CAsn1Element params = Child(algorithm, 1);
+    const Octets bits = BitOctets(bitString);
     const std::string_view name = ShortNameOf(type);
-    forms.algorithm = AlgorithmText(*algorithm);
+    forms.algorithm = AlgorithmText(algorithm);
     forms.key = Hex(bits);
     if (name == kRsa || name == kPss) {
         constexpr std::string_view kRsaDigests[] = {"id-sha256", "id-sha384", "id-sha512"};
-        DescribeRsa(bits, forms);
+        DescribeRsa(bitString, forms);
         forms.hashAlgs = JoinNames(kRsaDigests);
     } else if (name == kEc) {
         DescribeEc(params, forms);

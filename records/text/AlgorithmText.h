@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/text/Blocks.h"
+#include "records/text/Elements.h"
 
 #include <string>
 
@@ -8,14 +8,14 @@ namespace ca {
 
 /// The readable name of an AlgorithmIdentifier (RFC 5280 4.1.1.2); the dotted text of an unknown
 /// one. RSA-PSS with its parameters: "RSA-PSS, SHA-256, MGF1 SHA-256, 32" (RFC 4055 3.1).
-std::wstring AlgorithmText(const CAsn1Block& algorithm);
+std::wstring AlgorithmText(const CAsn1Element& algorithm);
 
 /// The name of the digest that a signature algorithm works with; "" when it is not known.
-std::wstring SignatureDigestText(const CAsn1Block& algorithm);
+std::wstring SignatureDigestText(const CAsn1Element& algorithm);
 
 /// The signature algorithm of a message's signer: a key algorithm alone, as CMS allows, is
 /// completed by the digest ("RSA with SHA-256").
-std::wstring SignerAlgorithmText(const CAsn1Block& signature, const CAsn1Block& digest);
+std::wstring SignerAlgorithmText(const CAsn1Element& signature, const CAsn1Element& digest);
 
 /// A SubjectPublicKeyInfo in words.
 struct PublicKeyForms {
@@ -25,6 +25,6 @@ struct PublicKeyForms {
     std::wstring hashAlgs;  ///< digests that go with the key, best first, ", " between them
     std::wstring error;     ///< what could not be read; empty when all could
 };
-PublicKeyForms DescribePublicKey(const CAsn1Block& publicKeyInfo);
+PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo);
 
 }  // namespace ca

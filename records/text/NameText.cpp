@@ -2,7 +2,7 @@
 
 #include "asn1/OidTable.h"
 #include "common/Encode.h"
-#include "records/text/Blocks.h"
+#include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ constexpr X500Row kX500Keywords[] = {
 };
 
 struct Attribute {
-    const CAsn1Block* value;
+    CAsn1Element value;
     const ca::OidInfo* info;  // null for a type without a name
     std::wstring dotted;
     std::wstring shown;  // the value with hidden characters made visible
@@ -78,11 +78,11 @@ void AppendTagValue(std::wstring& out, const std::wstring& value) {
 // A line end has its own escape in the tag list; every other hidden character is shown as \uXXXX,
 // whose backslash is not one of the value's.
 void AppendTagText(std::wstring& out, const Attribute& attribute) {
-    if (!ca::IsText(*attribute.value)) {
+    if (!ca::IsText(attribute.value)) {
         AppendTagValue(out, attribute.shown);
         return;
     }
-    const std::wstring text = ca::TextOf(*attribute.value);
+    const std::wstring text = ca::TextOf(attribute.value);
     for (const wchar_t c : std::wstring_view(text).substr(0, ca::kMaxValueText)) {
         if (c == L'\n') {
             out += L"\\n";
@@ -120,15 +120,15 @@ void AppendX500(std::wstring& out, const Attribute& attribute) {
     const auto* row = std::find_if(
         std::begin(kX500Keywords), std::end(kX500Keywords),
         [&](const X500Row& candidate) { return candidate.dotted == attribute.dotted; });
-    if (row == std::end(kX500Keywords) || !ca::IsText(*attribute.value)) {
+    if (row == std::end(kX500Keywords) || !ca::IsText(attribute.value)) {
         out += row == std::end(kX500Keywords) ? attribute.dotted : row->keyword;
         out += L"=#";
-        ca::AppendHex(out, attribute.value->GetRawEncoding());
+        ca::AppendHex(out, attribute.value.raw);
         return;
     }
     out += row->keyword;
     out += L'=';
-    const std::wstring text = ca::TextOf(*attribute.value);
+    const std::wstring text = ca::TextOf(attribute.value);
     AppendX500Text(out, std::wstring_view(text).substr(0, ca::kMaxValueText));
 }
 
@@ -138,30 +138,43 @@ struct Collected {
     bool isWhole = true;                // nothing in the name is no attribute
 };
 
-Collected CollectAttributes(const CAsn1Block& name) {
-    Collected found;
-    bool& isWhole = found.isWhole;
-    isWhole = name.tag == ca::kTagSequence || name.IsContextSpecific();
-    for (const CAsn1Block* rdn : name.GetInnerBlocks()) {
-        bool startsRdn = true;
-        isWhole = isWhole && rdn->tag == ca::kTagSet && rdn->GetInnerBlockCount() != 0;
-        for (const CAsn1Block* pair : rdn->GetInnerBlocks()) {
-            const Octets type = ca::ContentIf(pair->GetInnerBlock(0), ca::kTagOid);
-            const CAsn1Block* value = pair->GetInnerBlock(1);
-            if (type.empty() || value == nullptr) {
-                isWhole = false;
-                continue;
-            }
-            if (found.attributes.size() == ca::kMaxListed) {
-                ++found.hidden;
-                continue;
-            }
-            const ca::OidInfo* info = ca::FindOid(type);
-            found.attributes.push_back({value, info,
-                                        info != nullptr ? info->dotted : ca::OidText(type),
-                                        ca::ValueText(*value), startsRdn});
-            startsRdn = false;
+// The attributes of one SET OF SEQUENCE { type, value }.
+void CollectRdn(const CAsn1Element& rdn, Collected& found) {
+    bool startsRdn = true;
+    CAsn1Element pair;
+    for (CAsn1Cursor pairs(rdn.content); !pairs.AtEnd();) {
+        if (pairs.Next(pair) != Asn1Fault::kNone) {
+            found.isWhole = false;
+            return;
         }
+        const Octets type = ca::ContentIf(ca::Child(pair, 0), kAsn1ObjectIdentifier);
+        const CAsn1Element value = ca::Child(pair, 1);
+        if (type.empty() || value.raw.empty()) {
+            found.isWhole = false;
+            continue;
+        }
+        if (found.attributes.size() == ca::kMaxListed) {
+            ++found.hidden;
+            continue;
+        }
+        const ca::OidInfo* info = ca::FindOid(type);
+        found.attributes.push_back({value, info, info != nullptr ? info->dotted : ca::OidText(type),
+                                    ca::ValueText(value), startsRdn});
+        startsRdn = false;
+    }
+}
+
+Collected CollectAttributes(const CAsn1Element& name) {
+    Collected found;
+    found.isWhole = name.tag == kAsn1Sequence || (name.tag & 0xE0U) == ca::ContextConstructed(0);
+    CAsn1Cursor names(name.content);
+    while (found.isWhole && !names.AtEnd()) {
+        CAsn1Element rdn;
+        if (names.Next(rdn) != Asn1Fault::kNone || rdn.tag != kAsn1Set || rdn.content.empty()) {
+            found.isWhole = false;
+            break;
+        }
+        CollectRdn(rdn, found);
     }
     return found;
 }
@@ -205,7 +218,7 @@ std::wstring MoreText(std::size_t count) {
 
 namespace ca {
 
-NameForms DescribeName(const CAsn1Block& name) {
+NameForms DescribeName(const CAsn1Element& name) {
     const Collected found = CollectAttributes(name);
     NameForms forms;
     if (!found.isWhole) {
@@ -229,7 +242,7 @@ NameForms DescribeName(const CAsn1Block& name) {
     return forms;
 }
 
-std::wstring ReadableName(const CAsn1Block& name) {
+std::wstring ReadableName(const CAsn1Element& name) {
     const Collected found = CollectAttributes(name);
     std::wstring text;
     for (const Attribute& attribute : found.attributes) {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-class CAsn1Block;
+struct CAsn1Element;
 
 namespace ca {
 
@@ -21,9 +21,9 @@ struct NameForms {
 };
 
 /// Describes a Name or RDNSequence (RFC 5280 4.1.2.4). What is no attribute is left out and noted.
-NameForms DescribeName(const CAsn1Block& name);
+NameForms DescribeName(const CAsn1Element& name);
 
 /// The readable form alone.
-std::wstring ReadableName(const CAsn1Block& name);
+std::wstring ReadableName(const CAsn1Element& name);
 
 }  // namespace ca

@@ -1,16 +1,20 @@
 #include "records/text/OutlineText.h"
 
 #include "asn1/OidTable.h"
-#include "records/text/Blocks.h"
+#include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 #include "records/text/TimeText.h"
 
-#include <utility>
+#include <string_view>
 #include <vector>
 
 namespace {
 
 using ca::Octets;
+
+// Deeper elements are not said: reading into one of indefinite length looks at all of it.
+constexpr std::size_t kMaxOutlineDepth = 32;
+constexpr std::wstring_view kMore = L"\u2026";
 
 struct TagRow {
     std::uint8_t tag;
@@ -18,67 +22,66 @@ struct TagRow {
 };
 
 constexpr TagRow kTagNames[] = {
-    {ca::kTagBoolean, L"BOOLEAN"},
-    {ca::kTagInteger, L"INTEGER"},
-    {ca::kTagBitString, L"BIT STRING"},
-    {ca::kTagOctetString, L"OCTET STRING"},
-    {ca::kTagNull, L"NULL"},
-    {ca::kTagOid, L"OBJECT IDENTIFIER"},
-    {ca::kTagEnumerated, L"ENUMERATED"},
+    {kAsn1Boolean, L"BOOLEAN"},
+    {kAsn1Integer, L"INTEGER"},
+    {kAsn1BitString, L"BIT STRING"},
+    {kAsn1OctetString, L"OCTET STRING"},
+    {kAsn1Null, L"NULL"},
+    {kAsn1ObjectIdentifier, L"OBJECT IDENTIFIER"},
+    {kAsn1Enumerated, L"ENUMERATED"},
     {0x0C, L"UTF8 STRING"},
     {0x0D, L"RELATIVE OID"},
     {0x12, L"NUMERIC STRING"},
     {0x13, L"PRINTABLE STRING"},
     {0x14, L"TELETEX STRING"},
     {0x16, L"IA5 STRING"},
-    {ca::kTagUtcTime, L"UTC TIME"},
-    {ca::kTagGeneralizedTime, L"GENERALIZED TIME"},
+    {kAsn1UtcTime, L"UTC TIME"},
+    {kAsn1GeneralizedTime, L"GENERALIZED TIME"},
     {0x1A, L"VISIBLE STRING"},
     {0x1B, L"GENERAL STRING"},
     {0x1C, L"UNIVERSAL STRING"},
     {0x1E, L"UNICODE STRING"},
     {0x24, L"OCTET STRING"},
-    {ca::kTagSequence, L"SEQUENCE"},
-    {ca::kTagSet, L"SET"},
+    {kAsn1Sequence, L"SEQUENCE"},
+    {kAsn1Set, L"SET"},
 };
 
-std::wstring TagText(const CAsn1Block& block) {
+std::wstring TagText(const CAsn1Element& element) {
     for (const TagRow& row : kTagNames) {
-        if (row.tag == block.tag) {
+        if (row.tag == element.tag) {
             return row.name;
         }
     }
     constexpr const wchar_t* kClasses[] = {L"[UNIVERSAL ", L"[APPLICATION ", L"[", L"[PRIVATE "};
-    return kClasses[block.tag >> 6] + std::to_wstring(block.tag & 0x1FU) + L"]";
+    return kClasses[element.tag >> 6] + std::to_wstring(element.tag & 0x1FU) + L"]";
 }
 
-std::wstring PrimitiveText(const CAsn1Block& block) {
-    switch (block.tag) {
-        case ca::kTagOid:
-            return ca::OidName(ca::ContentOf(block)) + L" (" + ca::OidText(ca::ContentOf(block)) +
-                   L")";
-        case ca::kTagUtcTime:
-        case ca::kTagGeneralizedTime:
-            return ca::TimeLine(block);
-        case ca::kTagInteger:
-        case ca::kTagEnumerated: {
+std::wstring PrimitiveText(const CAsn1Element& element) {
+    switch (element.tag) {
+        case kAsn1ObjectIdentifier:
+            return ca::OidName(element.content) + L" (" + ca::OidText(element.content) + L")";
+        case kAsn1UtcTime:
+        case kAsn1GeneralizedTime:
+            return ca::TimeLine(element);
+        case kAsn1Integer:
+        case kAsn1Enumerated: {
             std::uint32_t value = 0;
-            return ca::ReadSmallInteger(block, value) ? std::to_wstring(value)
-                                                      : ca::Hex(ca::ContentOf(block));
+            return ca::ReadSmallInteger(element, value) ? std::to_wstring(value)
+                                                        : ca::Hex(element.content);
         }
-        case ca::kTagBitString:
-            return ca::Hex(ca::BitsOf(block));
+        case kAsn1BitString:
+            return ca::Hex(ca::BitOctets(element));
         default:
-            return ca::IsText(block) ? ca::Visible(ca::TextOf(block))
-                                     : ca::Hex(ca::ContentOf(block));
+            return ca::IsText(element) ? ca::Visible(ca::TextOf(element))
+                                       : ca::Hex(element.content);
     }
 }
 
-void SayBlock(const CAsn1Block& block, ca::CTextLines& lines) {
-    if (block.IsConstructed() || block.contentLength == 0) {
-        lines.Line(TagText(block));
+void SayElement(const CAsn1Element& element, ca::CTextLines& lines) {
+    if (element.IsConstructed() || element.content.empty()) {
+        lines.Line(TagText(element));
     } else {
-        lines.Line(TagText(block), PrimitiveText(block));
+        lines.Line(TagText(element), PrimitiveText(element));
     }
 }
 
@@ -156,26 +159,33 @@ bool IsWellFormed(Octets octets) {
     return !octets.empty();
 }
 
-std::wstring OutlineText(const CAsn1Block& block) {
+std::wstring OutlineText(const CAsn1Element& element) {
     CTextLines lines;
-    SayBlock(block, lines);
-    // The way from `block` down to the element said last: a parent and its next child.
-    std::vector<std::pair<const CAsn1Block*, std::size_t>> way{{&block, 0}};
+    SayElement(element, lines);
+    // What is left to say of each open element, outermost first.
+    std::vector<CAsn1Cursor> open;
+    if (element.IsConstructed()) {
+        open.emplace_back(element.content);
+    }
     std::size_t said = 1;
-    while (!way.empty()) {
-        auto& [parent, next] = way.back();
-        const CAsn1Block* child = parent->GetInnerBlock(next++);
-        if (child == nullptr) {
-            way.pop_back();
+    while (!open.empty()) {
+        CAsn1Element child;
+        if (open.back().AtEnd() || open.back().Next(child) != Asn1Fault::kNone) {
+            open.pop_back();
             continue;
         }
+        lines.SetLevel(open.size());
         if (++said > kMaxListed) {
-            lines.Line(L"\u2026");
+            lines.Line(kMore);
             break;
         }
-        lines.SetLevel(way.size());
-        SayBlock(*child, lines);
-        way.emplace_back(child, 0);
+        SayElement(child, lines);
+        if (child.IsConstructed() && open.size() < kMaxOutlineDepth) {
+            open.emplace_back(child.content);
+        } else if (child.IsConstructed()) {
+            lines.Append(L" ");
+            lines.Append(kMore);
+        }
     }
     return lines.Take();
 }
@@ -190,15 +200,16 @@ std::wstring UnknownValueText(Octets octets) {
     if (octets.empty() || !IsWellFormed(octets)) {
         return Hex(octets);
     }
-    // Parsing wants octets it may change; reading an outline changes none, but the caller's are not
-    // ours to lend.
-    std::vector<unsigned char> copy(octets.begin(), octets.end());
-    CCryptAsn1Parser parser;
-    parser.Parse(copy.data(), static_cast<unsigned>(copy.size()), /*stopAtTruncation=*/true,
-                 /*continueOnLengthMismatch=*/false, /*singleRoot=*/false);
+    // The cursor hands out octets that may be changed; what is made of them here is a text.
+    CAsn1Cursor cursor({const_cast<unsigned char*>(octets.data()), octets.size()});
     CTextLines lines;
-    for (std::size_t i = 0; lines.Shows(i, parser.GetRootCount()); ++i) {
-        lines.Block(OutlineText(*parser.GetRoot(i)));
+    CAsn1Element element;
+    for (std::size_t i = 0; !cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone; ++i) {
+        if (i == kMaxListed) {
+            lines.Line(kMore);
+            break;
+        }
+        lines.Block(OutlineText(element));
     }
     return lines.Take();
 }

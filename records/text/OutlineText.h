@@ -3,7 +3,7 @@
 #include <span>
 #include <string>
 
-class CAsn1Block;
+struct CAsn1Element;
 
 namespace ca {
 
@@ -12,7 +12,7 @@ namespace ca {
 bool IsWellFormed(std::span<const unsigned char> octets);
 
 /// One line an element, nested ones indented: "SEQUENCE", "UTF8 STRING: text".
-std::wstring OutlineText(const CAsn1Block& block);
+std::wstring OutlineText(const CAsn1Element& element);
 
 /// "Unreadable value: " and the octets as hexadecimal digits.
 std::wstring UnreadableText(std::span<const unsigned char> octets);

@@ -1,6 +1,6 @@
 #include "records/text/TimeText.h"
 
-#include "records/text/Blocks.h"
+#include "records/text/Elements.h"
 #include "records/text/OutlineText.h"
 
 #include <ctime>
@@ -131,12 +131,12 @@ std::wstring Format(const std::tm& date) {
 
 namespace ca {
 
-std::optional<std::int64_t> ReadTime(const CAsn1Block& block) {
-    const bool isShortYear = block.tag == kTagUtcTime;
-    if (!isShortYear && block.tag != kTagGeneralizedTime) {
+std::optional<std::int64_t> ReadTime(const CAsn1Element& element) {
+    const bool isShortYear = element.tag == kAsn1UtcTime;
+    if (!isShortYear && element.tag != kAsn1GeneralizedTime) {
         return std::nullopt;
     }
-    CDigits digits({reinterpret_cast<const char*>(block.content), block.contentLength});
+    CDigits digits({reinterpret_cast<const char*>(element.content.data()), element.content.size()});
     std::tm date{};
     if (!TakeDate(digits, isShortYear, date) || !TakeClock(digits, date) || !IsPossible(date)) {
         return std::nullopt;
@@ -165,14 +165,14 @@ TimeForms DescribeTime(std::int64_t seconds) {
     return forms;
 }
 
-TimeForms DescribeTime(const CAsn1Block& block) {
-    const auto seconds = ReadTime(block);
+TimeForms DescribeTime(const CAsn1Element& element) {
+    const auto seconds = ReadTime(element);
     return seconds ? DescribeTime(*seconds) : TimeForms();
 }
 
-std::wstring TimeLine(const CAsn1Block& block) {
-    const TimeForms time = DescribeTime(block);
-    return time.seconds ? TimeLine(time) : UnreadableText(block.GetRawEncoding());
+std::wstring TimeLine(const CAsn1Element& element) {
+    const TimeForms time = DescribeTime(element);
+    return time.seconds ? TimeLine(time) : UnreadableText(element.raw);
 }
 
 std::wstring TimeLine(const TimeForms& time) {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-class CAsn1Block;
+struct CAsn1Element;
 
 namespace ca {
 
@@ -12,21 +12,21 @@ namespace ca {
 struct TimeForms {
     std::wstring local;  ///< "dd.mm.yyyy hh:mm:ss" in the process's time zone; "" when unreadable
     std::wstring utc;    ///< the same in UTC
-    /// Seconds since 1970-01-01 UTC; none when the block is no possible time.
+    /// Seconds since 1970-01-01 UTC; none when the element is no possible time.
     std::optional<std::int64_t> seconds;
 };
 
-/// Reads a UTCTime or GeneralizedTime block. Years of two digits follow RFC 5280 4.1.2.5.1 (50 to
+/// Reads a UTCTime or GeneralizedTime element. Years of two digits follow RFC 5280 4.1.2.5.1 (50 to
 /// 99 are 19YY); fractions are dropped, offsets applied, a time without a zone is taken as UTC.
-std::optional<std::int64_t> ReadTime(const CAsn1Block& block);
+std::optional<std::int64_t> ReadTime(const CAsn1Element& element);
 
 /// ReadTime() with its texts. 99991231235959Z, which says that there is no end (RFC 5280 4.1.2.5),
 /// reads the same in both.
-TimeForms DescribeTime(const CAsn1Block& block);
+TimeForms DescribeTime(const CAsn1Element& element);
 TimeForms DescribeTime(std::int64_t seconds);
 
 /// "local (utc UTC)", for a line of a text; the unreadable value's text for an impossible time.
-std::wstring TimeLine(const CAsn1Block& block);
+std::wstring TimeLine(const CAsn1Element& element);
 std::wstring TimeLine(const TimeForms& time);
 
 }  // namespace ca

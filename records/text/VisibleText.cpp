@@ -1,14 +1,13 @@
 #include "records/text/VisibleText.h"
 
 #include "common/Encode.h"
-#include "records/text/Blocks.h"
+#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <array>
 
 namespace {
 
-using ca::ContentOf;
 using ca::Octets;
 
 constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
@@ -29,8 +28,8 @@ constexpr std::array<Charset, 0x1F> kCharsets = [] {
     return sets;
 }();
 
-Charset CharsetOf(const CAsn1Block& block) noexcept {
-    return block.tag < kCharsets.size() ? kCharsets[block.tag] : Charset::kNone;
+Charset CharsetOf(const CAsn1Element& element) noexcept {
+    return element.tag < kCharsets.size() ? kCharsets[element.tag] : Charset::kNone;
 }
 
 std::wstring FromUtf8(Octets octets) {
@@ -145,32 +144,32 @@ std::wstring Hex(Octets octets) {
     return out;
 }
 
-bool IsText(const CAsn1Block& block) noexcept {
-    return CharsetOf(block) != Charset::kNone;
+bool IsText(const CAsn1Element& element) noexcept {
+    return CharsetOf(element) != Charset::kNone;
 }
 
-std::wstring TextOf(const CAsn1Block& block) {
-    switch (CharsetOf(block)) {
+std::wstring TextOf(const CAsn1Element& element) {
+    switch (CharsetOf(element)) {
         case Charset::kUtf8:
-            return FromUtf8(ContentOf(block));
+            return FromUtf8(element.content);
         case Charset::kTeletex:
-            return FromTeletex(ContentOf(block));
+            return FromTeletex(element.content);
         case Charset::kUcs2:
-            return FromUcs2(ContentOf(block));
+            return FromUcs2(element.content);
         case Charset::kUcs4:
-            return FromUcs4(ContentOf(block));
+            return FromUcs4(element.content);
         case Charset::kNone:
             break;
     }
     return {};
 }
 
-std::wstring ValueText(const CAsn1Block& block) {
-    if (IsText(block)) {
-        return Visible(TextOf(block));
+std::wstring ValueText(const CAsn1Element& element) {
+    if (IsText(element)) {
+        return Visible(TextOf(element));
     }
     std::wstring out = L"#";
-    AppendHex(out, block.GetRawEncoding());
+    AppendHex(out, element.raw);
     return out;
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-class CAsn1Block;
+struct CAsn1Element;
 
 namespace ca {
 
@@ -26,16 +26,16 @@ std::wstring Visible(std::wstring_view text);
 void AppendHex(std::wstring& out, std::span<const unsigned char> octets);
 std::wstring Hex(std::span<const unsigned char> octets);
 
-/// True when the block is of one of the character string types of X.680.
-bool IsText(const CAsn1Block& block) noexcept;
+/// True when the element is of one of the character string types of X.680.
+bool IsText(const CAsn1Element& element) noexcept;
 
-/// The characters of a block of a string type, as they stand (not yet made visible). UTF-8 with
+/// The characters of a element of a string type, as they stand (not yet made visible). UTF-8 with
 /// malformed octets as U+FFFD; a TeletexString that is no UTF-8 is read as Latin-1, which is what
 /// issuers put there. Empty for other types.
-std::wstring TextOf(const CAsn1Block& block);
+std::wstring TextOf(const CAsn1Element& element);
 
-/// Visible(TextOf(block)) for string types; "#" and the hexadecimal encoding for all others.
-std::wstring ValueText(const CAsn1Block& block);
+/// Visible(TextOf(element)) for string types; "#" and the hexadecimal encoding for all others.
+std::wstring ValueText(const CAsn1Element& element);
 
 /// Base64 of octets as a record's text.
 std::wstring Base64Text(std::span<const unsigned char> octets);

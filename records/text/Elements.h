@@ -1,0 +1,77 @@
+#pragma once
+
+#include "asn1/Asn1Element.h"
+#include "asn1/Asn1Tags.h"
+
+#include <cstdint>
+#include <span>
+
+namespace ca {
+
+using Octets = std::span<const unsigned char>;
+
+/// Identifier octets of [number], primitive and constructed.
+constexpr unsigned char ContextTag(unsigned number) {
+    return static_cast<unsigned char>(0x80U | number);
+}
+constexpr unsigned char ContextConstructed(unsigned number) {
+    return static_cast<unsigned char>(0xA0U | number);
+}
+
+/// The element that begins at the first of `octets`; one without octets when there is none.
+inline CAsn1Element FirstElement(std::span<unsigned char> octets) {
+    CAsn1Element element;
+    CAsn1Cursor cursor(octets);
+    if (!cursor.AtEnd()) {
+        cursor.Next(element);
+    }
+    return element;
+}
+
+/// Member `index` of a constructed element; one without octets when there is none.
+inline CAsn1Element Child(const CAsn1Element& parent, std::size_t index) {
+    CAsn1Element element;
+    if (!parent.IsConstructed()) {
+        return element;
+    }
+    CAsn1Cursor cursor(parent.content);
+    for (std::size_t i = 0; i <= index; ++i) {
+        if (cursor.AtEnd() || cursor.Next(element) != Asn1Fault::kNone) {
+            return {};
+        }
+    }
+    return element;
+}
+
+/// The content of an element with this identifier octet; empty for another one.
+inline Octets ContentIf(const CAsn1Element& element, unsigned char tag) {
+    return element.tag == tag ? Octets(element.content) : Octets();
+}
+
+/// The octets of a BIT STRING behind the count of unused bits.
+inline Octets BitOctets(const CAsn1Element& bitString) {
+    const Octets content = bitString.content;
+    return content.empty() ? content : content.subspan(1);
+}
+
+/// Reads a non-negative INTEGER or ENUMERATED of up to four octets behind leading zeros; the type
+/// may be hidden by an implicit tag.
+inline bool ReadSmallInteger(const CAsn1Element& element, std::uint32_t& value) {
+    Octets octets = element.content;
+    if (element.IsConstructed() || octets.empty() || (octets[0] & 0x80U) != 0) {
+        return false;
+    }
+    while (octets.size() > 1 && octets[0] == 0) {
+        octets = octets.subspan(1);
+    }
+    if (octets.size() > 4) {
+        return false;
+    }
+    value = 0;
+    for (const unsigned char octet : octets) {
+        value = (value << 8) | octet;
+    }
+    return true;
+}
+
+}  // namespace ca
