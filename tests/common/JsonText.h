@@ -17,7 +17,7 @@ inline std::string ToJsonText(const ca::ISerializable& record) {
 /// Reads the record from a JSON text.
 inline void FromJsonText(ca::ISerializable& record, const std::string& json) {
     ca::JsonDocument document;
-    document.Parse<ca::kJsonParseFlags>(json.c_str());
+    document.Parse<ca::kJsonParseFlags>(json.data(), json.size());
     ASSERT_FALSE(document.HasParseError()) << json;
     record.FromJson(document);
 }
