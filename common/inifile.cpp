@@ -230,33 +230,3 @@ template class FileT<wchar_t>;
 template class FileT<char>;
 
 }  // namespace ini
-
-std::wistream& operator>>(std::wistream& in, CIniFileW& file) {
-    file.Load(in, /*merge=*/false);
-    return in;
-}
-
-std::wistream& operator>>(std::wistream& in, CIniFileW::CIniMergeW merge) {
-    merge.Target().Load(in, /*merge=*/true);
-    return in;
-}
-
-std::wostream& operator<<(std::wostream& out, CIniFileW& file) {
-    file.Save(out);
-    return out;
-}
-
-std::istream& operator>>(std::istream& in, CIniFileA& file) {
-    file.Load(in, /*merge=*/false);
-    return in;
-}
-
-std::istream& operator>>(std::istream& in, CIniFileA::CIniMergeA merge) {
-    merge.Target().Load(in, /*merge=*/true);
-    return in;
-}
-
-std::ostream& operator<<(std::ostream& out, CIniFileA& file) {
-    file.Save(out);
-    return out;
-}

@@ -197,35 +197,45 @@ class FileT {
 };
 
 /// A file to be read into with merging: `in >> CIniFileW::CIniMergeW(file)`.
-template <class File>
+template <class Char>
 class MergeT {
   public:
-    explicit MergeT(File& file) : m_file(file) {}
-    File& Target() const { return m_file; }
+    explicit MergeT(FileT<Char>& file) : m_file(file) {}
+    FileT<Char>& Target() const { return m_file; }
 
   private:
-    File& m_file;
+    FileT<Char>& m_file;
 };
+
+// Load() without and with merging, and Save().
+template <class Char>
+std::basic_istream<Char>& operator>>(std::basic_istream<Char>& in, FileT<Char>& file) {
+    file.Load(in, /*merge=*/false);
+    return in;
+}
+template <class Char>
+std::basic_istream<Char>& operator>>(std::basic_istream<Char>& in, MergeT<Char> merge) {
+    merge.Target().Load(in, /*merge=*/true);
+    return in;
+}
+template <class Char>
+std::basic_ostream<Char>& operator<<(std::basic_ostream<Char>& out, const FileT<Char>& file) {
+    file.Save(out);
+    return out;
+}
 
 }  // namespace ini
 
 class CIniFileW : public ini::FileT<wchar_t> {
   public:
     using CIniSectionW = ini::SectionT<wchar_t>;
-    using CIniMergeW = ini::MergeT<CIniFileW>;
+    using CIniMergeW = ini::MergeT<wchar_t>;
     using ci_less_w = ini::NameLess<CIniSectionW, wchar_t>;
 };
 
 class CIniFileA : public ini::FileT<char> {
   public:
     using CIniSectionA = ini::SectionT<char>;
-    using CIniMergeA = ini::MergeT<CIniFileA>;
+    using CIniMergeA = ini::MergeT<char>;
     using ci_less_a = ini::NameLess<CIniSectionA, char>;
 };
-
-std::wistream& operator>>(std::wistream& in, CIniFileW& file);
-std::wistream& operator>>(std::wistream& in, CIniFileW::CIniMergeW merge);
-std::wostream& operator<<(std::wostream& out, CIniFileW& file);
-std::istream& operator>>(std::istream& in, CIniFileA& file);
-std::istream& operator>>(std::istream& in, CIniFileA::CIniMergeA merge);
-std::ostream& operator<<(std::ostream& out, CIniFileA& file);

@@ -17,7 +17,7 @@ class IniFileTest : public testing::Test {
   public:
     using String = typename File::String;
     using Char = typename String::value_type;
-    using Merge = ini::MergeT<File>;
+    using Merge = ini::MergeT<Char>;
 
     static String T(std::string_view text) { return String(text.begin(), text.end()); }
     static std::string N(const String& text) { return std::string(text.begin(), text.end()); }
