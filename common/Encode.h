@@ -14,6 +14,7 @@ extern const std::string base64_chars;
 
 /// Writes the Base64 text of `length` octets to `out`, which holds at least 4 * ((length + 2) / 3)
 /// characters; no line breaks, no terminating NUL. Returns the characters written, as `outLength`.
+/// Throws ca::Exception 16197 when that count needs more than 32 bits.
 unsigned base64_encode(const unsigned char* in, unsigned length, char* out, unsigned& outLength);
 
 /// Decodes up to the first "=" or other character outside the alphabet; CR and LF are skipped.
@@ -56,8 +57,8 @@ bool DecodeBase64IfNeeded(const unsigned char* data, unsigned length,
                           unsigned& outLength);
 
 // UTF-8 and UTF-32. Despite the names the wide side holds one code point per wchar_t. Malformed
-// input becomes U+FFFD, never a failure. Pointer forms read up to the NUL and throw
-// std::logic_error for null.
+// input becomes U+FFFD (a lone surrogate in UTF-32 "?"), never a failure; a leading byte-order mark
+// is dropped. Pointer forms, and both of u16u8(), read up to the NUL; null throws std::logic_error.
 
 void u8u16(const char* text, std::wstring& out);
 std::wstring u8u16(const std::string& text);

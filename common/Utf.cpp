@@ -1,0 +1,199 @@
+#include "common/Encode.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <cwchar>
+#include <emmintrin.h>
+#include <stdexcept>
+
+// Both directions convert into a buffer on the stack and append it: the target is never filled with
+// zeros first, which would be a good part of the time of a short text.
+//
+// Malformed input is replaced as the toolkit's string class does it, since texts meet there again:
+// - a leading byte-order mark is dropped;
+// - each octet that begins no well-formed sequence (RFC 3629) becomes one U+FFFD;
+// - a pair of surrogates in UTF-32 is joined, a lone one becomes "?".
+// Above U+10FFFF it would cut the value to 16 bits and go on; here such a value becomes U+FFFD.
+
+namespace {
+
+constexpr std::uint32_t kReplacement = 0xFFFD;
+constexpr std::uint32_t kByteOrderMark = 0xFEFF;
+constexpr std::size_t kChunk = 512;      // code points converted before they are appended
+constexpr std::size_t kMaxSequence = 4;  // octets of one code point
+
+using Octets = const unsigned char*;
+
+template <class Char>
+const Char* RequireText(const Char* text) {
+    if (text == nullptr) {
+        throw std::logic_error("basic_string: construction from null is not valid");
+    }
+    return text;
+}
+
+// What the first octet of a sequence says: how many follow, the bits it brings, and the lowest code
+// point that needs the length, below which the form is overlong.
+struct Lead {
+    std::size_t following;
+    std::uint32_t bits;
+    std::uint32_t lowest;
+};
+
+Lead ReadLead(std::uint32_t octet) {
+    if ((octet & 0xE0) == 0xC0) {
+        return {1, octet & 0x1F, 0x80};
+    }
+    if ((octet & 0xF0) == 0xE0) {
+        return {2, octet & 0x0F, 0x800};
+    }
+    if ((octet & 0xF8) == 0xF0) {
+        return {3, octet & 0x07, 0x10000};
+    }
+    return {};
+}
+
+bool IsSurrogate(std::uint32_t code) {
+    return (code & 0xFFFFF800) == 0xD800;
+}
+
+// One code point at `in`, which it moves on.
+std::uint32_t DecodeOne(Octets& in, Octets end) {
+    const std::uint32_t first = *in++;
+    if (first < 0x80) {
+        return first;
+    }
+    const Lead lead = ReadLead(first);
+    if (lead.following == 0 || static_cast<std::size_t>(end - in) < lead.following) {
+        return kReplacement;
+    }
+    std::uint32_t code = lead.bits;
+    for (std::size_t i = 0; i < lead.following; ++i) {
+        if ((in[i] & 0xC0) != 0x80) {
+            return kReplacement;
+        }
+        code = code << 6 | (in[i] & 0x3F);
+    }
+    if (code < lead.lowest || code > 0x10FFFF || IsSurrogate(code)) {
+        return kReplacement;
+    }
+    in += lead.following;
+    return code;
+}
+
+void AppendWide(Octets in, Octets end, std::wstring& out) {
+    wchar_t buffer[kChunk];
+    while (in != end) {
+        wchar_t* to = buffer;
+        wchar_t* const full = buffer + kChunk;
+        while (in != end && to != full) {
+            *to++ = static_cast<wchar_t>(DecodeOne(in, end));
+        }
+        out.append(buffer, to);
+    }
+}
+
+void DecodeText(const char* text, std::size_t length, std::wstring& out) {
+    out.clear();
+    if (length >= 3 && std::memcmp(text, "\xEF\xBB\xBF", 3) == 0) {
+        text += 3;
+        length -= 3;
+    }
+    const auto* const in = reinterpret_cast<Octets>(text);
+    AppendWide(in, in + length, out);
+}
+
+// The code point at `in`, which it moves on; surrogates are joined.
+std::uint32_t JoinOne(const wchar_t*& in, const wchar_t* end) {
+    const auto code = static_cast<std::uint32_t>(*in++);
+    if (code > 0x10FFFF) {
+        return kReplacement;
+    }
+    if (!IsSurrogate(code)) {
+        return code;
+    }
+    const std::uint32_t next = in != end ? static_cast<std::uint32_t>(*in) : 0;
+    if (code >= 0xDC00 || (next & 0xFFFFFC00) != 0xDC00) {
+        return '?';
+    }
+    ++in;
+    return 0x10000 + ((code & 0x3FF) << 10) + (next & 0x3FF);
+}
+
+char* EncodeOne(std::uint32_t code, char* out) {
+    const auto put = [&out](std::uint32_t octet) { *out++ = static_cast<char>(octet); };
+    if (code < 0x80) {
+        put(code);
+        return out;
+    }
+    if (code < 0x800) {
+        put(0xC0 | code >> 6);
+    } else if (code < 0x10000) {
+        put(0xE0 | code >> 12);
+        put(0x80 | (code >> 6 & 0x3F));
+    } else {
+        put(0xF0 | code >> 18);
+        put(0x80 | (code >> 12 & 0x3F));
+        put(0x80 | (code >> 6 & 0x3F));
+    }
+    put(0x80 | (code & 0x3F));
+    return out;
+}
+
+void EncodeText(const wchar_t* in, std::size_t length, std::string& out) {
+    out.clear();
+    const wchar_t* const end = in + length;
+    if (length != 0 && static_cast<std::uint32_t>(*in) == kByteOrderMark) {
+        ++in;
+    }
+    char buffer[kChunk * kMaxSequence];
+    while (in != end) {
+        char* to = buffer;
+        for (std::size_t i = 0; i < kChunk && in != end; ++i) {
+            to = EncodeOne(JoinOne(in, end), to);
+        }
+        out.append(buffer, to);
+    }
+}
+
+}  // namespace
+
+namespace ca {
+
+void u8u16(const char* text, std::wstring& out) {
+    DecodeText(RequireText(text), std::strlen(text), out);
+}
+
+std::wstring u8u16(const std::string& text) {
+    std::wstring out;
+    DecodeText(text.data(), text.size(), out);
+    return out;
+}
+
+void u16u8(const wchar_t* text, std::string& out) {
+    EncodeText(RequireText(text), std::wcslen(text), out);
+}
+
+std::string u16u8(const std::wstring& text) {
+    std::string out;
+    EncodeText(text.data(), std::wcslen(text.c_str()), out);
+    return out;
+}
+
+std::string PathFromWString(const std::wstring& path) {
+    return u16u8(path);
+}
+
+std::wstring PathToWString(const std::string& path) {
+    return u8u16(path);
+}
+
+}  // namespace ca
+
+std::string CW2A(const wchar_t* text) {
+    std::string out;
+    ca::u16u8(text, out);
+    return out;
+}
