@@ -15,6 +15,7 @@
 /// Further identifier octets and their bits (ITU-T X.680 8.4, X.690 8.1.2).
 enum Asn1TagOctet : unsigned char {
     kAsn1Enumerated = 0x0A,
+    kAsn1UniversalString = 0x1C,
     kAsn1ConstructedBit = 0x20,
     kAsn1ContextBit = 0x80,
 };

@@ -1,0 +1,10 @@
+#include "asn1/x509/Asn1SubjectPublicKeyInfo.h"
+
+#include "asn1/FieldReader.h"
+
+void CAsn1SubjectPublicKeyInfo::Decode() {
+    CFieldReader fields(*this);
+    m_algorithm = fields.Required<CAsn1AlgorithmIdentifier>("algorithm");
+    m_subjectPublicKey = fields.Required<CAsn1BitString>("subjectPublicKey");
+    fields.End();
+}
