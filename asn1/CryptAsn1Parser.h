@@ -82,6 +82,8 @@ class CAsn1Block {
     /// The content octets as they stand in the buffer, fewer where it ends. Of a block whose
     /// content was replaced: the new content.
     std::span<unsigned char> GetRawContent() const;
+    /// Octets from `start` to the end of the parsed buffer; 0 for a block not parsed.
+    std::uint32_t GetAvailable() const { return m_available; }
 
     /// Appends an empty child; owned by this block.
     CAsn1Block* AddInnerBlock();

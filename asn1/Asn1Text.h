@@ -1,0 +1,26 @@
+#pragma once
+
+#include "asn1/CryptAsn1Parser.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+
+// How contents read as text; what the typed classes and the JSON dump share. UTF-8.
+
+namespace ca {
+
+/// Appends two digits an octet. \param flags  those of CAsn1Integer::GetHexString().
+void AppendHex(std::span<const unsigned char> octets, unsigned flags, std::string& out);
+
+/// A number of up to four octets read unsigned, more in hexadecimal.
+void AppendInteger(std::span<const unsigned char> octets, unsigned flags, std::string& out);
+
+/// The text of big-endian 16-bit units.
+std::wstring ReadUtf16(std::span<const unsigned char> content);
+
+/// Widens text known to be ASCII.
+std::wstring WidenAscii(std::string_view text);
+
+}  // namespace ca
