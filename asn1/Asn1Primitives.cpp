@@ -182,7 +182,7 @@ void CAsn1ContructedOctetString::Decode() {
         std::size_t next;
     };
     // Overrunning segments can show the same octets many times; the value stays within the buffer.
-    const std::size_t limit = root->GetAvailable();
+    const std::size_t limit = root->start != nullptr ? root->GetAvailable() : SIZE_MAX;
     std::vector<Level> open{{root, 0}};
     while (!open.empty()) {
         const CAsn1Block* segment = open.back().block->GetInnerBlock(open.back().next++);

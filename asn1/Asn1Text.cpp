@@ -2,29 +2,58 @@
 
 #include "asn1/Asn1Primitives.h"
 
+#include <array>
 #include <charconv>
+#include <langinfo.h>
+
+namespace {
+
+constexpr char kLowerDigits[] = "0123456789abcdef";
+constexpr char kUpperDigits[] = "0123456789ABCDEF";
+constexpr std::size_t kUtcFields = 6;  // YYMMDDhhmmss
+
+// The locale's time of day is hh:mm:ss, as in the "C" locale.
+bool HasPlainTimeFormat() {
+    const std::string_view format = nl_langinfo(T_FMT);
+    return format == "%H:%M:%S" || format == "%T";
+}
+
+bool AreFieldsInRange(std::span<const int, kUtcFields> fields) {
+    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const auto [year, month, day, hour, minute, second] =
+        std::array{fields[0], fields[1], fields[2], fields[3], fields[4], fields[5]};
+    if (month < 1 || month > 12 || hour > 23 || minute > 59 || second > 59) {
+        return false;
+    }
+    const bool leap = month == 2 && year % 4 == 0;  // of 2000 to 2099
+    return day >= 1 && day <= kDays[month - 1] + (leap ? 1 : 0);
+}
+
+}  // namespace
 
 namespace ca {
+
+char* WriteHex(std::span<const unsigned char> octets, char* out) noexcept {
+    for (const unsigned char octet : octets) {
+        *out++ = kLowerDigits[octet >> 4];
+        *out++ = kLowerDigits[octet & 0xF];
+    }
+    return out;
+}
 
 void AppendHex(std::span<const unsigned char> octets, unsigned flags, std::string& out) {
     if ((flags & CAsn1Integer::kSkipLeadingZero) != 0 && !octets.empty() && octets[0] == 0) {
         octets = octets.subspan(1);
     }
-    const char* digits =
-        (flags & CAsn1Integer::kUpperCase) != 0 ? "0123456789ABCDEF" : "0123456789abcdef";
+    const char* digits = (flags & CAsn1Integer::kUpperCase) != 0 ? kUpperDigits : kLowerDigits;
     const bool colons = (flags & CAsn1Integer::kColons) != 0;
-    const std::size_t before = out.size();
-    out.resize(before + octets.size() * (colons ? 3 : 2));
-    char* next = out.data() + before;
-    for (const unsigned char octet : octets) {
-        *next++ = digits[octet >> 4];
-        *next++ = digits[octet & 0xF];
-        if (colons) {
-            *next++ = ':';
+    out.reserve(out.size() + octets.size() * (colons ? 3 : 2));
+    for (std::size_t i = 0; i < octets.size(); ++i) {
+        if (colons && i != 0) {
+            out += ':';
         }
-    }
-    if (colons && !octets.empty()) {
-        out.pop_back();
+        out += digits[octets[i] >> 4];
+        out += digits[octets[i] & 0xF];
     }
 }
 
@@ -40,6 +69,33 @@ void AppendInteger(std::span<const unsigned char> octets, unsigned flags, std::s
     char digits[10];
     const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
     out.append(digits, end);
+}
+
+bool AppendPlainUtcTime(std::span<const unsigned char> content, std::string& out) {
+    constexpr std::size_t kDigits = kUtcFields * 2;
+    const bool zoned =
+        content.size() > kDigits && (content[kDigits] == '+' || content[kDigits] == '-');
+    if (content.size() < kDigits || zoned || !HasPlainTimeFormat()) {
+        return false;
+    }
+    int fields[kUtcFields];
+    for (std::size_t i = 0; i < kUtcFields; ++i) {
+        const unsigned tens = content[2 * i] - unsigned{'0'};
+        const unsigned ones = content[2 * i + 1] - unsigned{'0'};
+        if (tens > 9 || ones > 9) {
+            return false;
+        }
+        fields[i] = static_cast<int>(tens * 10 + ones);
+    }
+    if (!AreFieldsInRange(fields)) {
+        return false;
+    }
+    const auto field = [&content](std::size_t i) {
+        return std::string_view(reinterpret_cast<const char*>(content.data()) + 2 * i, 2);
+    };
+    out.append(field(2)).append(".").append(field(1)).append(".20").append(field(0));
+    out.append(" ").append(field(3)).append(":").append(field(4)).append(":").append(field(5));
+    return true;
 }
 
 std::wstring ReadUtf16(std::span<const unsigned char> content) {

@@ -1,10 +1,13 @@
 #include "asn1/Asn1Time.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cwchar>
 #include <string>
 
 namespace {
+
+constexpr std::size_t kLongestTime = 32;  // more than every field reaches
 
 // The field of `digits` characters at `position`, as std::stoi reads it.
 int Field(const std::string& text, std::size_t position, std::size_t digits) {
@@ -53,7 +56,8 @@ void CAsn1Time::SetTimeZoneOffset(int hours, int minutes) {
 }
 
 void CAsn1Time::_DecodeTime(CAsn1Block* block, int& zoneMinutes, std::tm& time) const {
-    const auto content = block->GetRawContent();
+    auto content = block->GetRawContent();
+    content = content.first(std::min(content.size(), kLongestTime));
     const bool generalized = IsGeneralized();
     const std::string text(content.begin(), content.end());
     const std::size_t month = generalized ? 4 : 2;

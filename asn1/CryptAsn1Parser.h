@@ -120,10 +120,10 @@ class CAsn1Block {
     /// Writes the members of this block's JSON object: the key "structure" and its value. The
     /// caller has opened the object and closes it.
     /// BIT STRINGs of the tree get their unused bits cleared in the buffer.
-    void ToJson(ca::JsonWriter& writer) const;
+    void ToJson(ca::JsonWriter& writer);
     /// The whole dump: an object with "structure" and, when the block has octets, "data".
     /// \return UTF-8, zero-terminated; the length without the zero in `length` when given.
-    ca::BytePtr ToJson(std::size_t* length = nullptr) const;
+    ca::BytePtr ToJson(std::size_t* length = nullptr);
 
   private:
     friend class CAsn1BlockPool;
