@@ -1,0 +1,480 @@
+#include "common/ConfigFileParser.h"
+#include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
+#include "common/Exception.h"
+#include "common/Http.h"
+#include "common/Json.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "tests/common/HttpTestServer.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using ca_test::ClosedPort;
+using ca_test::Connection;
+using ca_test::HttpTestServer;
+using ca_test::Identity;
+using ca_test::Request;
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+std::mutex logMutex;
+std::vector<std::wstring> logLines;
+
+bool KeepLine(const wchar_t* line, bool) {
+    const std::lock_guard lock(logMutex);
+    logLines.emplace_back(line);
+    return true;
+}
+
+std::wstring AllLines() {
+    const std::lock_guard lock(logMutex);
+    std::wstring all;
+    for (const std::wstring& line : logLines) {
+        all += line + L'\n';
+    }
+    return all;
+}
+
+const std::string kOk = "HTTP/1.1 200 OK\r\nContent-Length: 5\r\nConnection: close\r\n\r\nhello";
+
+/// Sends the same octets to everybody and hangs up.
+HttpTestServer::Handler Canned(const std::string& answer) {
+    return [answer](Connection& connection, const Request&) { connection.Write(answer); };
+}
+
+/// Sends `answer`, then `part` again and again until the client has gone.
+HttpTestServer::Handler Endless(const std::string& answer, const std::string& part,
+                                milliseconds pause) {
+    return [=](Connection& connection, const Request&) {
+        bool isConnected = connection.Write(answer);
+        while (isConnected) {
+            std::this_thread::sleep_for(pause);
+            isConnected = connection.Write(part);
+        }
+    };
+}
+
+std::string RedirectTo(const std::string& place, int status = 302) {
+    return "HTTP/1.1 " + std::to_string(status) + " Moved\r\nLocation: " + place +
+           "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+}
+
+std::string Narrow(const std::wstring& ascii) {
+    return std::string(ascii.begin(), ascii.end());
+}
+
+class HttpTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::vector<std::wstring> customTexts;
+        LogInit(KeepLine, customTexts);
+        logLines.clear();
+        SetZORNALng(L"en");
+        m_settings.totalTimeoutMs = 10000;
+    }
+    void TearDown() override {
+        std::vector<std::wstring> customTexts;
+        LogInit(nullptr, customTexts);
+        SetZORNALng(L"ru");
+    }
+
+    /// The body, or "error <code>".
+    std::string Fetch(const std::wstring& url) {
+        ca::BytePtr body;
+        unsigned length = 77;
+        try {
+            ca::Http::GetBlob(url, m_settings, body, length);
+        } catch (const ca::Exception& e) {
+            EXPECT_FALSE(body) << "a failure leaves the result as it was";
+            EXPECT_EQ(77U, length);
+            return "error " + std::to_string(e.errorCode);
+        }
+        EXPECT_TRUE(body);
+        return std::string(body.Get(), body.Get() + length);
+    }
+
+    /// Empty after success, otherwise the exception's message; its code must be 16305.
+    std::wstring Send(const std::wstring& url, std::string_view text) {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+        try {
+            ca::Http::Upload(url, {bytes, text.size()}, m_settings, m_settings.totalTimeoutMs);
+        } catch (const ca::Exception& e) {
+            EXPECT_EQ(ca::kErrUpload, e.errorCode);
+            return e.message;
+        }
+        return {};
+    }
+
+    ca::HttpSettings m_settings;
+};
+
+struct AnswerCase {
+    const char* name;
+    std::string answer;
+    std::string result;
+};
+
+TEST_F(HttpTest, JudgesEachKindOfAnswer) {
+    m_settings.maxBodySize = 1000;
+    const std::string gigantic = "HTTP/1.1 200 OK\r\nContent-Length: 9223372036854775807\r\n\r\nx";
+    const AnswerCase cases[] = {
+        {"counted", kOk, "hello"},
+        {"chunked",
+         "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nhel\r\n2\r\nlo\r\n0\r\n\r\n",
+         "hello"},
+        {"until close", "HTTP/1.0 200 OK\r\n\r\nhello", "hello"},
+        {"empty", "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n", ""},
+        {"no content", "HTTP/1.1 204 No Content\r\n\r\n", ""},
+        {"body of exactly the limit", "HTTP/1.0 200 OK\r\n\r\n" + std::string(1000, 'x'),
+         std::string(1000, 'x')},
+        {"one octet too many", "HTTP/1.0 200 OK\r\n\r\n" + std::string(1001, 'x'), "error 16264"},
+        {"announced too many", gigantic, "error 16264"},
+        {"not found", "HTTP/1.1 404 Not Found\r\nContent-Length: 4\r\n\r\ngone", "error 16264"},
+        {"server failed", "HTTP/1.1 503 Busy\r\n\r\n", "error 16264"},
+        {"redirect without a target", "HTTP/1.1 304 Not Modified\r\n\r\n", "error 16264"},
+        {"redirect to itself", RedirectTo("/again"), "error 16264"},
+        {"redirect to a file", RedirectTo("file:///etc/passwd"), "error 16264"},
+        {"redirect to ftp", RedirectTo("ftp://127.0.0.1/x"), "error 16264"},
+        {"redirect to nonsense", RedirectTo("http://[::"), "error 16264"},
+        {"not HTTP", "hello there\r\n\r\n", "error 16264"},
+        {"broken chunk", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nZZ\r\n",
+         "error 16263"},
+        {"fewer octets than announced", "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\nhello",
+         "error 16263"},
+        {"cut in the header", "HTTP/1.1 200 OK\r\nContent-Le", "error 16263"},
+        {"nothing", "", "error 16263"},
+    };
+    for (const AnswerCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const HttpTestServer server(Canned(c.answer));
+        EXPECT_EQ(c.result, Fetch(server.Url()));
+    }
+}
+
+TEST_F(HttpTest, FollowsARedirectToAnotherServer) {
+    const HttpTestServer last(Canned(kOk));
+    const HttpTestServer first(Canned(RedirectTo(Narrow(last.Url(L"/there")))));
+    std::wstring url = first.Url();
+    url.insert(url.find(L"127"), L"name:secret@");
+
+    EXPECT_EQ("hello", Fetch(url));
+    EXPECT_THAT(first.Requests().front().head, HasSubstr("Authorization: Basic "));
+    EXPECT_THAT(last.Requests().front().head, StartsWith("GET /there HTTP/1.1\r\n"));
+    EXPECT_THAT(last.Requests().front().head, Not(HasSubstr("Authorization")));
+}
+
+TEST_F(HttpTest, KeepsALargeBodyWhole) {
+    std::string body(5'000'000, '\0');
+    for (std::size_t i = 0; i < body.size(); ++i) {
+        body[i] = static_cast<char>(i * 2654435761U >> 24);
+    }
+    const HttpTestServer counted(Canned(
+        "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body));
+    const HttpTestServer uncounted(Canned("HTTP/1.0 200 OK\r\n\r\n" + body));
+
+    EXPECT_TRUE(Fetch(counted.Url()) == body);
+    EXPECT_TRUE(Fetch(uncounted.Url()) == body);
+}
+
+TEST_F(HttpTest, EndsInTimeWhateverTheServerDoes) {
+    const std::string head = "HTTP/1.1 200 OK\r\n";
+    struct {
+        const char* name;
+        HttpTestServer::Handler handler;
+        const char* result;
+    } const cases[] = {
+        {"endless body", Endless(head + "\r\n", std::string(65536, 'x'), milliseconds(0)),
+         "error 16264"},
+        {"slow body", Endless(head + "\r\n", "x", milliseconds(20)), "error 16263"},
+        {"slow header", Endless(head, "X-Header: x\r\n", milliseconds(20)), "error 16263"},
+        {"silent", [](Connection& connection, const Request&) { connection.Read(); },
+         "error 16263"},
+    };
+    m_settings.maxBodySize = 1'000'000;
+    m_settings.totalTimeoutMs = 300;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const HttpTestServer server(c.handler);
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(c.result, Fetch(server.Url()));
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    }
+}
+
+TEST_F(HttpTest, ReportsARefusedConnection) {
+    const ClosedPort port;
+    EXPECT_EQ("error 16263", Fetch(port.Url()));
+    EXPECT_THAT(AllLines(), HasSubstr(L"Data were not sent. Curl error 7\n"));
+}
+
+TEST_F(HttpTest, RefusesUrlsBeforeAnythingIsSent) {
+    const HttpTestServer server(Canned(kOk));
+    const std::wstring good = server.Url();
+    const std::wstring host = good.substr(7);
+    const std::wstring urls[] = {
+        L"",
+        L"127.0.0.1",
+        L"file:///etc/passwd",
+        L"ftp://" + host,
+        L"//" + host,
+        L"http:" + host,
+        L"http:///path",
+        L"http://127.0.0.1:0/",
+        L"http://127.0.0.1:65536/",
+        L"http://name:secret/x@" + host,
+        L" " + good,
+        good + L"a b",
+        good + L"a\r\nX-Injected: 1",
+        good + L'\0',
+        good + L'\x85',
+        good + L"\\",
+        good + wchar_t{0xD800},
+        good + static_cast<wchar_t>(0x110000),
+        good + std::wstring(8192, L'x'),
+    };
+    for (const std::wstring& url : urls) {
+        logLines.clear();
+        EXPECT_EQ("error 16268", Fetch(url)) << testing::PrintToString(url);
+        EXPECT_THAT(logLines, ElementsAre(L"Sending data is not possible"));
+    }
+    EXPECT_TRUE(server.Requests().empty());
+}
+
+TEST_F(HttpTest, EncodesWhatAUrlMayNotHold) {
+    const HttpTestServer server(Canned(kOk));
+    EXPECT_EQ("hello", Fetch(server.Url(L"/\x434|?q=%41%2F\U0001F600#part")));
+    EXPECT_THAT(server.Requests().front().head,
+                StartsWith("GET /%D0%B4%7C?q=A%2F%F0%9F%98%80 HTTP/1.1\r\n"));
+}
+
+TEST_F(HttpTest, LogsEachStepWithoutCredentials) {
+    const HttpTestServer good(Canned(kOk));
+    const HttpTestServer bad(Canned("HTTP/1.1 403 No\r\n\r\n"));
+    const ClosedPort port;
+    const std::wstring targets[] = {good.Url(L"/a?token=secret#secret"), bad.Url(L"/b"),
+                                    port.Url(L"/c")};
+    for (std::wstring url : targets) {
+        Fetch(url.insert(url.find(L"127"), L"secret:secret@"));
+    }
+    EXPECT_THAT(AllLines(), Not(HasSubstr(L"secret")));
+    ASSERT_GE(logLines.size(), 6U);
+    const std::wstring sending = L"Sending Data ( 0 bytes). Url = ";
+    EXPECT_EQ(sending + good.Url(L"/a") + L"?...", logLines[0]);
+    EXPECT_EQ(L"Data were sent. Received 5 bytes", logLines[1]);
+    EXPECT_EQ(sending + bad.Url(L"/b"), logLines[2]);
+    EXPECT_EQ(L"Curl request error: status 403, error code 22", logLines[3]);
+    EXPECT_EQ(sending + port.Url(L"/c"), logLines[4]);
+    EXPECT_EQ(L"Data were not sent. Curl error 7", logLines[5]);
+}
+
+TEST_F(HttpTest, LogsTheProgressOfALongTransferInTheChosenLanguage) {
+    const HttpTestServer server(Endless("HTTP/1.1 200 OK\r\n\r\n", "x", milliseconds(20)));
+    m_settings.totalTimeoutMs = 400;
+    m_settings.progressIntervalMs = 50;
+    SetZORNALng(L"ru");
+    EXPECT_EQ("error 16263", Fetch(server.Url()));
+    EXPECT_THAT(AllLines(), HasSubstr(L"\nДанные отправлены. Получено "));
+}
+
+TEST_F(HttpTest, KeepsABrokenPipeFromTheProcess) {
+    // Stands for a TLS library that writes to a closed connection; the signal's default would end
+    // this process.
+    std::vector<std::wstring> customTexts;
+    LogInit(
+        [](const wchar_t* line, bool isError) {
+            KeepLine(line, isError);
+            return std::wstring(line).find(L"Received") == std::wstring::npos ||
+                   raise(SIGPIPE) == 0;
+        },
+        customTexts);
+    const HttpTestServer server(Endless("HTTP/1.1 200 OK\r\n\r\n", "x", milliseconds(20)));
+    m_settings.totalTimeoutMs = 400;
+    m_settings.progressIntervalMs = 50;
+    EXPECT_EQ("error 16263", Fetch(server.Url()));
+    EXPECT_THAT(AllLines(), HasSubstr(L"Received"));
+    sigset_t pending;
+    sigpending(&pending);
+    EXPECT_EQ(0, sigismember(&pending, SIGPIPE));
+}
+
+class HttpsTest : public HttpTest {
+  protected:
+    void SetUp() override {
+        HttpTest::SetUp();
+        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        m_caFile = std::filesystem::temp_directory_path() /
+                   ("http_ca_" + name + "_" + std::to_string(getpid()) + ".pem");
+        std::ofstream(m_caFile) << m_root.Pem();
+        m_settings.caFile = m_caFile.wstring();
+    }
+    void TearDown() override {
+        std::filesystem::remove(m_caFile);
+        HttpTest::TearDown();
+    }
+
+    const Identity m_root = ca_test::MakeRoot();
+    const Identity m_server = ca_test::MakeServer(m_root, "IP:127.0.0.1");
+    std::filesystem::path m_caFile;
+};
+
+TEST_F(HttpsTest, TalksToATrustedServerOnly) {
+    const HttpTestServer trusted(Canned(kOk), &m_server);
+    EXPECT_EQ("hello", Fetch(trusted.Url()));
+
+    const Identity otherHost = ca_test::MakeServer(m_root, "DNS:other.example");
+    const HttpTestServer wrongName(Canned(kOk), &otherHost);
+    EXPECT_EQ("error 16263", Fetch(wrongName.Url()));
+
+    const Identity otherRoot = ca_test::MakeRoot();
+    const Identity stranger = ca_test::MakeServer(otherRoot, "IP:127.0.0.1");
+    const HttpTestServer untrusted(Canned(kOk), &stranger);
+    EXPECT_EQ("error 16263", Fetch(untrusted.Url()));
+
+    m_settings.caFile.clear();
+    EXPECT_EQ("error 16263", Fetch(trusted.Url())) << "a throw-away root is not the system's";
+    EXPECT_TRUE(wrongName.Requests().empty());
+    EXPECT_TRUE(untrusted.Requests().empty());
+    EXPECT_EQ(1U, trusted.Requests().size());
+}
+
+TEST_F(HttpsTest, SurvivesBrokenTls) {
+    for (const std::string& answer :
+         {kOk, std::string(), std::string("\x16\x03\x03\xFF\xFF\x02")}) {
+        const HttpTestServer server(Canned(answer), nullptr, HttpTestServer::Reading::kNothing);
+        std::wstring url = server.Url();
+        url.replace(0, 4, L"https");
+        EXPECT_EQ("error 16263", Fetch(url));
+    }
+}
+
+TEST_F(HttpsTest, DoesNotFollowARedirectOutOfTls) {
+    const HttpTestServer plain(Canned(kOk));
+    const HttpTestServer secure(Canned(RedirectTo(Narrow(plain.Url()))), &m_server);
+    EXPECT_EQ("error 16264", Fetch(secure.Url()));
+    EXPECT_TRUE(plain.Requests().empty());
+}
+
+TEST_F(HttpsTest, SurvivesAServerThatHangsUpDuringAnUpload) {
+    const std::string body(8'000'000, 'x');
+    const HttpTestServer server(Canned(""), &m_server, HttpTestServer::Reading::kHead);
+    EXPECT_THAT(Send(server.Url(), body), StartsWith(L"Error occured during upload operation: "));
+}
+
+TEST_F(HttpTest, UploadsByPost) {
+    const HttpTestServer server(Canned("HTTP/1.1 201 Created\r\nContent-Length: 2\r\n\r\nok"));
+    std::string body(3'000'000, 'x');
+    body[5] = '\0';
+    for (const std::string& text : {body, std::string()}) {
+        EXPECT_EQ(L"", Send(server.Url(L"/put"), text));
+        const Request request = server.Requests().back();
+        EXPECT_TRUE(request.body == text);
+        EXPECT_THAT(request.head, StartsWith("POST /put HTTP/1.1\r\n"));
+        EXPECT_THAT(request.head, HasSubstr("Content-Type: application/octet-stream\r\n"));
+        EXPECT_THAT(request.head, Not(HasSubstr("Expect")));
+    }
+    EXPECT_EQ(L"Sending Data ( 3000000 bytes). Url = " + server.Url(L"/put"), logLines[0]);
+    EXPECT_EQ(L"Data were sent. Received 2 bytes", logLines[1]);
+}
+
+TEST_F(HttpTest, UploadsTheBodyAgainAfterARedirect) {
+    const HttpTestServer last(Canned(kOk));
+    for (const int status : {301, 302, 307, 308}) {
+        const HttpTestServer first(Canned(RedirectTo(Narrow(last.Url()), status)));
+        EXPECT_EQ(L"", Send(first.Url(), "result"));
+        EXPECT_EQ("result", last.Requests().back().body) << status;
+    }
+}
+
+TEST_F(HttpTest, ReportsAFailedUploadWithItsReason) {
+    const std::wstring text = ::GetErrorMessage(ca::kErrUpload, false);
+    const HttpTestServer refusing(Canned("HTTP/1.1 507 Full\r\n\r\n"));
+    EXPECT_EQ(text + L"HTTP 507", Send(refusing.Url(), "x"));
+
+    const ClosedPort port;
+    EXPECT_THAT(Send(port.Url(), "x"), StartsWith(text + L"Failed to connect"));
+    EXPECT_EQ(text + L"Incorrect parameters.", Send(L"ftp://127.0.0.1/", "x"));
+
+    const HttpTestServer endless(
+        Endless("HTTP/1.1 200 OK\r\n\r\n", std::string(65536, 'x'), milliseconds(0)));
+    EXPECT_THAT(Send(endless.Url(), "x"), StartsWith(text));
+}
+
+TEST_F(HttpTest, AsksTheProxyAndProvesItself) {
+    const HttpTestServer proxy([](Connection& connection, const Request& request) {
+        const bool isKnown =
+            request.head.find("Proxy-Authorization: Basic dXNlcjpwOndvcmQ=") != std::string::npos;
+        connection.Write(isKnown ? kOk
+                                 : "HTTP/1.1 407 Who\r\nProxy-Authenticate: Basic realm=\"x\"\r\n"
+                                   "Content-Length: 0\r\nConnection: close\r\n\r\n");
+    });
+    m_settings.proxyAddress = L"127.0.0.1";
+    m_settings.proxyPort = proxy.Port();
+    EXPECT_EQ("error 16264", Fetch(L"http://host.invalid/x"));
+    m_settings.proxyLogin = L"user";
+    m_settings.proxyPassword = L"p:word";
+    EXPECT_EQ("hello", Fetch(L"http://host.invalid/x"));
+    EXPECT_THAT(proxy.Requests().back().head, StartsWith("GET http://host.invalid/x HTTP/1.1\r\n"));
+    EXPECT_THAT(AllLines(), Not(HasSubstr(L"p:word")));
+
+    m_settings.proxyAddress = L"127.0.0.1\r\n";
+    EXPECT_EQ("error 16268", Fetch(L"http://host.invalid/x"));
+}
+
+TEST_F(HttpTest, TakesProxyAndTimeOutFromTheConfiguration) {
+    ca::ConfigFileParser config;
+    EXPECT_TRUE(ca::HttpSettings::FromConfig(config).proxyAddress.empty());
+    ca::JsonDocument document;
+    document.Parse<ca::kJsonParseFlags>(
+        R"({"ProxyAddress": "a", "ProxyPort": 65535, "ProxyType": 3, "ProxyLogin": "l",
+            "ProxyPassword": "p", "GeneralTimeout": 2147483647})");
+    config.FromJson(document);
+
+    const ca::HttpSettings settings = ca::HttpSettings::FromConfig(config);
+    EXPECT_EQ(L"a", settings.proxyAddress);
+    EXPECT_EQ(65535, settings.proxyPort);
+    EXPECT_EQ(ca::ProxyType::kSocks5, settings.proxyType);
+    EXPECT_EQ(L"l", settings.proxyLogin);
+    EXPECT_EQ(L"p", settings.proxyPassword);
+    EXPECT_EQ(2147483647U, settings.totalTimeoutMs);
+}
+
+TEST_F(HttpTest, IgnoresTheProxyOfTheEnvironment) {
+    const HttpTestServer server(Canned(kOk));
+    const ClosedPort port;
+    setenv("http_proxy", Narrow(port.Url()).c_str(), 1);
+    EXPECT_EQ("hello", Fetch(server.Url()));
+    unsetenv("http_proxy");
+}
+
+TEST_F(HttpTest, ServesManyThreadsAtOnce) {
+    const HttpTestServer server(Canned(kOk));
+    std::vector<std::thread> threads(8);
+    for (std::thread& thread : threads) {
+        thread = std::thread([this, &server] {
+            for (int round = 0; round < 5; ++round) {
+                EXPECT_EQ("hello", Fetch(server.Url()));
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(40U, server.Requests().size());
+}
+
+}  // namespace
