@@ -116,6 +116,10 @@ void AppendJson(const JsonValue& value, std::vector<Element>& elements) {
     for (const JsonValue& element : value.GetArray()) {
         ReadJson(element, *place++);
     }
+    if (elements.empty()) {
+        elements.swap(fresh);
+        return;
+    }
     elements.insert(elements.end(), std::make_move_iterator(fresh.begin()),
                     std::make_move_iterator(fresh.end()));
 }
