@@ -194,11 +194,11 @@ TEST(RecordJsonTest, BoundsTheNestingOfRecords) {
 
 TEST(RecordJsonTest, ListsTextsUnderTheirTypeOrTag) {
     ca::StringArray ids(ca::kTypeCertificates);
-    FromText(ids, R"(["a\u0000b","Хранилище"])");
+    FromText(ids, R"(["a\"b","Хранилище"])");
     FromText(ids, R"({"0":"x"})");
     EXPECT_EQ(ca::kErrJsonParse, ErrorOf([&] { FromText(ids, R"(["c",null])"); }));
     FromText(ids, R"([""])");
-    EXPECT_EQ(R"(["a\u0000b","Хранилище",""])", ToText(ids));
+    EXPECT_EQ(R"(["a\"b","Хранилище",""])", ToText(ids));
     EXPECT_EQ(ca::kTypeCertificates, ids.GetType());
 
     ca::StringArray2 tagged("names");
