@@ -1,0 +1,44 @@
+#include "module/CallContext.h"
+
+#include "common/InitString.h"
+#include "module/CryptoModule.h"
+
+#include <algorithm>
+
+namespace {
+
+// Operations that use neither a client nor parameters; 43 belongs to hosts that have no such mode.
+constexpr int kModesWithoutContext[] = {11, 24, 42, 43};
+
+bool NeedsContext(const ca::CryptRequest& request) {
+    return request.test ||
+           std::find(std::begin(kModesWithoutContext), std::end(kModesWithoutContext),
+                     request.mode) == std::end(kModesWithoutContext);
+}
+
+}  // namespace
+
+CCallContext::CCallContext(ca::CryptPacket& packet, CCryptoModule* module)
+    : m_packet(packet), m_module(module) {
+    if (NeedsContext(packet.request)) {
+        m_clientId = packet.request.clientId;
+        m_extInitParams = packet.request.extInitParams;
+        module->Clients().AcquireContext(m_clientId);
+    }
+    packet.context = this;
+}
+
+CCallContext::~CCallContext() {
+    m_packet.context = nullptr;
+}
+
+const std::wstring& CCallContext::InitParams() {
+    if (m_initParams.empty()) {
+        std::wstring text = m_module->BaseInitParams();
+        if (!m_extInitParams.empty()) {
+            text += ca::InitString(m_extInitParams).ToString();
+        }
+        m_initParams = std::move(text);
+    }
+    return m_initParams;
+}

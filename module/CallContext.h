@@ -1,0 +1,35 @@
+#pragma once
+
+#include "module/CryptPacket.h"
+
+#include <string>
+
+class CCryptoModule;
+
+/// What one call knows besides its packet; lives on the dispatch's stack and is linked into the
+/// packet meanwhile.
+class CCallContext {
+  public:
+    /// Acquires the client's context, so that it counts as used. Modes that have nothing to do (see
+    /// the implementation) leave everything empty, unless the packet's test flag is set.
+    CCallContext(ca::CryptPacket& packet, CCryptoModule* module);
+    CCallContext(const CCallContext&) = delete;
+    CCallContext& operator=(const CCallContext&) = delete;
+    ~CCallContext();
+
+    /// The client whose context this call uses.
+    const std::wstring& ClientId() const noexcept { return m_clientId; }
+
+    /// The parameter text of the call: the configuration's items, then the request's own, which
+    /// win. Put together at the first question, since most operations never ask. May hold
+    /// passwords, see ca::InitString::ToLogString().
+    /// Throws ca::Exception 16268 when the request's items break the grammar.
+    const std::wstring& InitParams();
+
+  private:
+    ca::CryptPacket& m_packet;
+    CCryptoModule* m_module;
+    std::wstring m_clientId;
+    std::wstring m_extInitParams;
+    std::wstring m_initParams;
+};

@@ -1,0 +1,276 @@
+#include "module/CryptPacket.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/Http.h"
+#include "module/JsonText.h"
+#include "module/RecordTypes.h"
+
+#include <limits>
+#include <memory>
+#include <utility>
+#include <variant>
+
+namespace ca {
+namespace {
+
+// Keys that are not rows of the table below, because their values are more than one plain member.
+constexpr std::string_view kKeyHashAlg = "hashAlg";
+constexpr std::string_view kKeyParams = "params";
+constexpr std::string_view kKeySendSignData = "sendSignData";
+constexpr std::string_view kKeySignatures = "signatures";
+constexpr std::string_view kKeyFileDataUrl = "fileDataUrl";
+constexpr std::string_view kKeyFileDataSize = "fileDataSize";
+constexpr std::string_view kKeyCurrentStores = "currentStores";
+constexpr std::string_view kKeyIsAttached = "isAttached";
+
+// The type of the member is the JSON type that the key must have.
+using RequestMember = std::variant<std::int32_t CryptRequest::*, std::uint32_t CryptRequest::*,
+                                   bool CryptRequest::*, std::wstring CryptRequest::*>;
+
+struct RequestKey {
+    std::string_view key;
+    RequestMember member;
+    std::uint32_t presence;  // RequestPresence; 0: absence and the empty value are the same
+};
+
+// clang-format off
+constexpr RequestKey kRequestKeys[] = {
+    {"mode",             &CryptRequest::mode,             0},
+    {"extInitParams",    &CryptRequest::extInitParams,    0},
+    {"clientId",         &CryptRequest::clientId,         0},
+    {"test",             &CryptRequest::test,             kPresentTest},
+    {kKeyIsAttached,     &CryptRequest::isAttached,       kPresentIsAttached},
+    {"needExtraction",   &CryptRequest::needExtraction,   kPresentNeedExtraction},
+    {"addSigner",        &CryptRequest::addSigner,        kPresentAddSigner},
+    {"streamFinalChunk", &CryptRequest::streamFinalChunk, kPresentStreamFinalChunk},
+    {"certInclude",      &CryptRequest::certInclude,      kPresentCertInclude},
+    {"signerIndex",      &CryptRequest::signerIndex,      kPresentSignerIndex},
+    {"streamId",         &CryptRequest::streamId,         kPresentStreamId},
+    {"senderCertId",     &CryptRequest::senderCertId,     0},
+    {"recipientCertId",  &CryptRequest::recipientCertId,  0},
+    {"comment",          &CryptRequest::comment,          0},
+    {"uri",              &CryptRequest::uri,              0},
+    {"uploadUrl",        &CryptRequest::uploadUrl,        0},
+    {"redirected",       &CryptRequest::redirected,       0},
+};
+// clang-format on
+
+// The records that a request may bring besides its file data, in the order in which they are read.
+constexpr RecordType kRequestRecords[] = {kTypeStoreAddress, kTypeStoreAddresses, kTypeConfig,
+                                          kTypePkiConfig};
+
+// Reads one value into the member that a row names.
+struct MemberReader {
+    CryptRequest& request;
+    const JsonValue& value;
+
+    void operator()(std::int32_t CryptRequest::*member) const {
+        request.*member = static_cast<std::int32_t>(value.GetUint());
+    }
+    void operator()(std::uint32_t CryptRequest::*member) const {
+        request.*member = value.GetUint();
+    }
+    void operator()(bool CryptRequest::*member) const { request.*member = value.GetBool(); }
+    void operator()(std::wstring CryptRequest::*member) const { request.*member = WideText(value); }
+};
+
+Blob DecodedBlob(const JsonValue& value) {
+    value.GetString();  // stops at a wrong type, as for every key of a packet
+    Blob blob;
+    blob.AssignBase64(value);
+    return blob;
+}
+
+// The octets of the wide text itself, as an operation's parameter.
+Blob WideOctets(const std::wstring& text) {
+    const std::size_t size = text.size() * sizeof(wchar_t);
+    if (size > std::numeric_limits<std::uint32_t>::max()) {
+        throw Exception(kErrExecution);
+    }
+    Blob blob;
+    blob.Assign(text.data(), static_cast<std::uint32_t>(size));
+    return blob;
+}
+
+// File data of the `size` octets behind the NUL that ends a text.
+std::unique_ptr<FileData> RawPayload(const char* data, std::size_t length, std::size_t textLength,
+                                     std::uint32_t size) {
+    if (length < std::uint64_t{size} + textLength + 1) {
+        throw Exception(kErrNoArgumentData);
+    }
+    auto payload = std::make_unique<FileData>();
+    payload->Assign(data + textLength + 1, size);
+    return payload;
+}
+
+std::unique_ptr<FileData> FetchPayload(const JsonValue& url, const ConfigFileParser* config) {
+    const HttpSettings settings =
+        config != nullptr ? HttpSettings::FromConfig(*config) : HttpSettings();
+    BytePtr body;
+    unsigned length = 0;
+    Http::GetBlob(WideText(url), settings, body, length);
+    auto payload = std::make_unique<FileData>();
+    payload->Adopt(std::move(body), length);
+    return payload;
+}
+
+// Reads the record that stands under its key, if it does. A list that is no array is left out, so
+// that it does not pass for an empty one.
+void ReadRecord(const JsonValue& root, RecordType type, SerializableContainer& objects) {
+    const JsonValue* value = FindKey(root, RecordKey(type));
+    if (value == nullptr || (IsListRecord(type) && !value->IsArray())) {
+        return;
+    }
+    std::unique_ptr<ISerializable> record = MakeRecord(type);
+    if (record != nullptr) {
+        record->FromJson(*value);
+        objects.SetObject(record.release(), /*clear=*/false);  // the container owns it now
+    }
+}
+
+void WriteText(JsonWriter& writer, const std::wstring& text) {
+    writer.String(u16u8(text));
+}
+
+}  // namespace
+
+void CryptRequest::FromJson(const char* data, unsigned length) {
+    if (data == nullptr) {
+        throw Exception(kErrJsonParse);
+    }
+    // Raw octets lie behind the text as it came, whatever the look at the payload makes of it.
+    const std::size_t textLength = JsonTextLength(data, length);
+    const bool hasPayload = objects.PreParseFileData(const_cast<char*>(data), textLength);
+    const JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
+    const JsonValue& root = text.Root();
+
+    ReadFields(root);
+    ReadBlobs(root);
+    if (const JsonValue* url = FindKey(root, kKeyFileDataUrl)) {
+        objects.SetObject(FetchPayload(*url, m_config).release(), /*clear=*/false);
+    } else if (const JsonValue* size = FindKey(root, kKeyFileDataSize)) {
+        auto payload = RawPayload(data, length, textLength, size->GetUint());
+        objects.SetObject(payload.release(), /*clear=*/false);
+        attachBinary = true;
+    } else if (!hasPayload) {
+        ReadRecord(root, kTypeFileData, objects);
+    }
+    ReadRecords(root);
+}
+
+void CryptRequest::ReadFields(const JsonValue& root) {
+    for (const RequestKey& row : kRequestKeys) {
+        if (const JsonValue* value = FindKey(root, row.key)) {
+            std::visit(MemberReader{*this, *value}, row.member);
+            present |= row.presence;
+        }
+    }
+}
+
+void CryptRequest::ReadBlobs(const JsonValue& root) {
+    if (const JsonValue* algorithm = FindKey(root, kKeyHashAlg)) {
+        params = WideOctets(WideText(*algorithm));
+    } else if (const JsonValue* encoded = FindKey(root, kKeyParams)) {
+        params = DecodedBlob(*encoded);
+    }
+    if (const JsonValue* encoded = FindKey(root, kKeySendSignData)) {
+        sendSignData = DecodedBlob(*encoded);
+    }
+    if (const JsonValue* list = FindKey(root, kKeySignatures)) {
+        for (const JsonValue& encoded : list->GetArray()) {
+            signatures.push_back(DecodedBlob(encoded));
+        }
+    }
+}
+
+void CryptRequest::ReadRecords(const JsonValue& root) {
+    for (const RecordType type : kRequestRecords) {
+        ReadRecord(root, type, objects);
+    }
+    const JsonValue* stores = FindKey(root, kKeyCurrentStores);
+    if (stores != nullptr && stores->IsArray()) {
+        currentStores.emplace().FromJson(*stores);
+    }
+}
+
+void CryptResponse::ToJson(JsonBuffer& text) const {
+    JsonWriter writer(text);
+    writer.StartObject();
+    writer.Key("errorCode");
+    writer.Uint(errorCode);
+    writer.Key("errorMessage");
+    WriteText(writer, errorMessage);
+    if (!needCertId.empty()) {
+        writer.Key("needCertId");
+        WriteText(writer, needCertId);
+    }
+    if (streamId != 0) {
+        writer.Key("streamId");
+        writer.Uint(streamId);
+    }
+    if (!sendSignData.empty()) {
+        writer.Key("sendSignData");
+        sendSignData.WriteBase64(writer);
+    }
+    objects.WriteTo(writer, {.isAttached = isAttached, .rawFileData = attachBinary});
+    writer.EndObject();
+}
+
+void CryptResponse::FromJson(const char* data, unsigned length) {
+    if (data == nullptr) {
+        throw Exception(kErrJsonParse);
+    }
+    const std::size_t textLength = JsonTextLength(data, length);
+    const JsonText text(data, textLength);
+    const JsonValue& root = text.Root();
+    if (const JsonValue* value = FindKey(root, "errorCode")) {
+        errorCode = value->GetUint();
+    }
+    if (const JsonValue* value = FindKey(root, "errorMessage")) {
+        errorMessage = WideText(*value);
+    }
+    if (const JsonValue* value = FindKey(root, "needCertId")) {
+        needCertId = WideText(*value);
+    }
+    if (const JsonValue* value = FindKey(root, "streamId")) {
+        streamId = value->GetUint();
+    }
+    if (const JsonValue* value = FindKey(root, kKeySendSignData)) {
+        sendSignData = DecodedBlob(*value);
+    }
+    if (const JsonValue* value = FindKey(root, kKeyIsAttached)) {
+        isAttached = value->GetBool();
+    }
+    for (int type = kTypeFileData; RecordKey(type) != nullptr; ++type) {
+        ReadRecord(root, static_cast<RecordType>(type), objects);
+    }
+    if (const JsonValue* size = FindKey(root, kKeyFileDataSize)) {
+        auto payload = RawPayload(data, length, textLength, size->GetUint());
+        objects.SetObject(payload.release(), /*clear=*/false);
+        attachBinary = true;
+    }
+}
+
+const FileData* CryptResponse::RawFileData() {
+    return attachBinary ? FindFileData(objects) : nullptr;
+}
+
+void CryptPacket::UploadFileData(std::uint32_t timeoutMs) {
+    const FileData* result = FindFileData(response.objects);
+    if (result == nullptr) {
+        return;
+    }
+    const HttpSettings settings =
+        m_config != nullptr ? HttpSettings::FromConfig(*m_config) : HttpSettings();
+    Http::Upload(request.uploadUrl, result->Octets(), settings, timeoutMs);
+}
+
+void CryptPacket::Cancel() noexcept {
+    if (cancellation != nullptr) {
+        cancellation->Cancel();
+    }
+}
+
+}  // namespace ca

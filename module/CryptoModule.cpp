@@ -1,0 +1,216 @@
+#include "module/CryptoModule.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
+#include "common/Exception.h"
+#include "common/InitString.h"
+#include "common/Lng.h"
+#include "module/CallContext.h"
+#include "module/CancellationToken.h"
+#include "module/JsonText.h"
+#include "module/MessageBox.h"
+#include "module/RecordTypes.h"
+
+#include <cstring>
+#include <limits>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+// Deliberate: every failure of a request is logged under this one position, whatever line of this
+// file reports it; hosts look for it in their logs.
+constexpr const char* kReportFile = "CryptoModule.cpp";
+constexpr long kReportLine = 53;
+
+constexpr int kLogModePayloads = 3;                // of the configuration's LogMode
+constexpr std::uint32_t kUploadTimeoutMs = 30000;  // the whole transfer
+constexpr std::size_t kAnswerCapacity = 256;       // most answers fit without growing
+
+void ReportFailure(std::uint32_t code, ca::CryptResponse& response) {
+    const std::wstring location = ca::GetLineString(kReportFile, kReportLine, __DATE__);
+    ca::LogError(L"", location.c_str(), code, /*throwIt=*/false);
+    response.errorCode = code;
+    response.errorMessage = GetErrorMessage(code, true);
+}
+
+// Writes the answer into a buffer of its own and hands that to the host.
+void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
+    ca::JsonBuffer text(nullptr, kAnswerCapacity);
+    response.ToJson(text);
+    const ca::FileData* raw = response.RawFileData();
+    const std::size_t textSize = text.GetSize();
+    const std::size_t rawSize = raw != nullptr ? raw->size() : 0;
+    // The terminating NUL counts only when octets follow it.
+    const std::uint64_t answerSize = std::uint64_t{textSize} + (raw != nullptr ? 1 + rawSize : 0);
+    if (answerSize > std::numeric_limits<std::uint32_t>::max()) {
+        throw std::length_error("answer beyond the interface's 32 bits");
+    }
+
+    ca::BytePtr answer = ca::BytePtr::Make(textSize + 1 + rawSize);
+    std::memcpy(answer.Get(), text.GetString(), textSize);
+    answer.Get()[textSize] = 0;
+    if (rawSize != 0) {
+        std::memcpy(answer.Get() + textSize + 1, raw->data(), rawSize);
+    }
+    packet.responseSize = static_cast<std::uint32_t>(answerSize);
+    packet.response = reinterpret_cast<char*>(answer.Detach());  // the host calls free()
+}
+
+// Links a token into a packet as long as the call runs.
+class CTokenLink {
+  public:
+    CTokenLink(ca::CryptPacket& packet, CancellationToken& token) : m_packet(packet) {
+        m_packet.cancellation = &token;
+    }
+    CTokenLink(const CTokenLink&) = delete;
+    CTokenLink& operator=(const CTokenLink&) = delete;
+    ~CTokenLink() { m_packet.cancellation = nullptr; }
+
+  private:
+    ca::CryptPacket& m_packet;
+};
+
+}  // namespace
+
+namespace ca {
+
+void CryptoModule::ProcessJson(CMPacket& packet) {
+    CryptPacket call(&m_config);
+    try {
+        call.request.FromJson(packet.request, packet.requestLength);
+        if (m_config.GetLogMode() == kLogModePayloads) {
+            LogPayload(call);
+        }
+        const std::wstring uploadUrl = call.request.uploadUrl;
+        call.response.isAttached = call.request.isAttached;
+        ProcessClientRequest(call, packet.interactive);
+        call.response.attachBinary = call.request.attachBinary;
+        if (call.response.errorCode == kErrNone && !uploadUrl.empty() &&
+            call.request.streamFinalChunk) {
+            call.request.uploadUrl = uploadUrl;  // an operation may have used it up
+            call.UploadFileData(kUploadTimeoutMs);
+        }
+    } catch (const Exception& failure) {
+        ReportFailure(failure.errorCode, call.response);
+    }
+    SetAnswer(packet, call.response);
+}
+
+void CryptoModule::AnswerFailure(CMPacket& packet) noexcept {
+    packet.response = nullptr;
+    packet.responseSize = 0;
+    try {
+        CryptResponse response;
+        response.errorCode = kErrExecution;
+        response.errorMessage = ::GetErrorMessage(kErrExecution, true);
+        SetAnswer(packet, response);
+        CryptResponse unused;
+        ReportFailure(kErrExecution, unused);
+    } catch (...) {
+        // Deliberate: no memory for text or log line. What was set of the answer stands.
+    }
+}
+
+void CryptoModule::LogPayload(CryptPacket& packet) const {
+    const FileData* payload = FindFileData(packet.request.objects);
+    if (payload == nullptr) {
+        return;
+    }
+    std::string text;
+    Base64Encode(payload->data(), payload->size(), text);
+    LogEvent((L"Request filedata : " + u8u16(text)).c_str(), false);
+}
+
+bool CryptoModule::ReadConfig() {
+    std::wstring errorText;
+    const bool wasRead = m_config.ReadConfig(errorText, m_silent);
+    if (m_silent || (wasRead && errorText.empty())) {
+        return true;
+    }
+    std::wstring warning = SetZORNAMessage(kMsgConfigReadFailed) + errorText;
+    if (!wasRead) {
+        warning += SetZORNAMessage(kMsgUsingDefaults);
+    }
+    if (!MessageBoxWarning(warning, SetZORNAMessage(kMsgConfigReadCaption))) {
+        m_warning = std::move(warning);
+    }
+    return true;
+}
+
+std::wstring CryptoModule::TakeWarning() {
+    std::vector<std::wstring> lines;
+    Split(std::exchange(m_warning, {}), L"\r\n", lines);
+    std::wstring joined;
+    for (const std::wstring& line : lines) {
+        joined += (joined.empty() ? L"" : L" ") + line;
+    }
+    return joined;
+}
+
+}  // namespace ca
+
+CCryptoModule::CCryptoModule(bool silent)
+    : ca::CryptoModule(silent), m_clients(this), m_streams(this) {}
+
+CCryptoModule::~CCryptoModule() {
+    CleanUp();
+}
+
+bool CCryptoModule::Init(LogCallback log) {
+    if (!ReadConfig()) {
+        return false;
+    }
+    m_baseInitParams = ca::BuildBaseInitString(m_config);
+    std::vector<std::wstring> customTexts = m_config.GetCustomErrorHandlers();
+    if (!LogInit(log, customTexts)) {
+        return false;
+    }
+    if (const std::wstring warning = TakeWarning(); !warning.empty()) {
+        LogEvent(warning.c_str(), true);
+    }
+    LogEvent(SetZORNAMessage(kMsgModuleInitialized), false);
+    return true;
+}
+
+void CCryptoModule::CleanUp() {
+    m_clients.CleanUp();
+}
+
+void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interactive) {
+    CCallContext context(packet, this);
+    LogEvent((L"clientId =  " + packet.request.clientId).c_str(), false);
+
+    CancellationToken token;
+    const CTokenLink link(packet, token);
+    try {
+        RunMode(packet, interactive);
+    } catch (const ca::Exception& failure) {
+        packet.response.errorCode = failure.errorCode;
+    }
+    if (token.IsCancelled()) {
+        return;
+    }
+    if (packet.response.errorMessage.empty()) {
+        packet.response.errorMessage = GetErrorMessage(packet.response.errorCode, true);
+    }
+    if (!packet.request.test) {
+        LogEvent(L"<", false);
+    }
+}
+
+void CCryptoModule::RunMode(ca::CryptPacket& packet, bool interactive) {
+    const bool isAllowed = m_config.GetAllowServicePrivateKeyAccess() || interactive;
+    const CModeRow* row = FindMode(packet.request.mode);
+    if (row == nullptr) {
+        throw ca::Exception(ca::kErrModeNotSupported);
+    }
+    if (row->gate == kGated && !isAllowed) {
+        throw ca::Exception(ca::kErrPrivateKeyAccess);
+    }
+    if (row->handler != nullptr && !packet.request.test) {
+        LogEvent(row->logText, false);
+        (this->*row->handler)(packet);
+    }
+}

@@ -1,0 +1,139 @@
+#pragma once
+
+#include "common/ConfigFileParser.h"
+#include "common/Log.h"
+#include "module/ClientContext.h"
+#include "module/CryptPacket.h"
+#include "module/StreamArray.h"
+#include "module/mod_foo.h"
+
+#include <string>
+
+namespace ca {
+
+/// The JSON front end of a module: reads a request, has it run, and frames the answer.
+class CryptoModule {
+  public:
+    /// Runs one decoded request. \param interactive  see CMPacket.
+    virtual void ProcessClientRequest(CryptPacket& packet, bool interactive) = 0;
+
+    CryptoModule(const CryptoModule&) = delete;
+    CryptoModule& operator=(const CryptoModule&) = delete;
+
+    /// Runs the host's request and sets its answer. Every ca::Exception becomes an answer; other
+    /// exceptions leave, the packet's answer being untouched then.
+    void ProcessJson(CMPacket& packet);
+
+    /// Answers 16197 to a request that ended in an exception outside of these layers; without
+    /// memory even for that, null and size 0.
+    static void AnswerFailure(CMPacket& packet) noexcept;
+
+    /// Reads the service configuration. What is wrong with it is shown to the user, or kept for
+    /// TakeWarning() where nothing can be shown. Always true: defaults stand in.
+    bool ReadConfig();
+
+    const ConfigFileParser& Config() const noexcept { return m_config; }
+
+  protected:
+    // Deliberate: no virtual destructor here; the table of virtual operations is fixed, and nothing
+    // is destroyed through this class.
+    explicit CryptoModule(bool silent) : m_silent(silent) {}
+    ~CryptoModule() = default;
+
+    /// The warning that could not be shown, as one line; empty when there is none.
+    std::wstring TakeWarning();
+
+    bool m_silent;  ///< no user interface
+    ConfigFileParser m_config;
+
+  private:
+    void LogPayload(CryptPacket& packet) const;
+
+    std::wstring m_warning;
+};
+
+}  // namespace ca
+
+/// This provider: its operations are placeholders, everything around them is real.
+/// Requests run on any number of threads at once.
+class CCryptoModule : public ca::CryptoModule {
+  public:
+    explicit CCryptoModule(bool silent);
+
+    /// Logs, checks the permission and runs the operation that the packet's mode names. Faults of
+    /// the operation end up in the packet's error fields; only std::exception leaves.
+    void ProcessClientRequest(ca::CryptPacket& packet, bool interactive) override;
+
+    virtual ~CCryptoModule();
+
+    /// Reads the configuration, then logs through `log`. False: the module cannot be used.
+    bool Init(LogCallback log);
+    /// Forgets all clients.
+    void CleanUp();
+
+    CClientContextArray& Clients() noexcept { return m_clients; }
+    const CStreamArray& Streams() const noexcept { return m_streams; }
+    /// The configuration's part of every call's parameter text, see ca::BuildBaseInitString().
+    const std::wstring& BaseInitParams() const noexcept { return m_baseInitParams; }
+
+  private:
+    using Handler = void (CCryptoModule::*)(ca::CryptPacket& packet);
+
+    /// What a row asks of a request that comes through the service.
+    enum Gate : bool {
+        kOpen = false,
+        kGated = true,  ///< uses a private key or shows a window: needs the permission
+    };
+
+    /// One operation of the interface.
+    struct CModeRow {
+        int mode;
+        const wchar_t* logText;  ///< null: nothing to log and nothing to call
+        Handler handler;         ///< null with `logText`
+        Gate gate;
+    };
+
+    static const CModeRow kModes[];  ///< ascending by mode
+    /// The row of a mode; null when there is none.
+    static const CModeRow* FindMode(int mode) noexcept;
+
+    void RunMode(ca::CryptPacket& packet, bool interactive);
+
+    // The handlers, by subject in ops/. Each reads the packet's request, puts its results into the
+    // response's container, and fails by throwing ca::Exception.
+    void Encrypt(ca::CryptPacket& packet);
+    void Sign(ca::CryptPacket& packet);
+    void Verify(ca::CryptPacket& packet);
+    void SetCert(ca::CryptPacket& packet);
+    void GetCertInfo(ca::CryptPacket& packet);
+    void GetCRL(ca::CryptPacket& packet);
+    void CertValidation(ca::CryptPacket& packet);
+    void CoSign(ca::CryptPacket& packet);
+    void GetSignInfo(ca::CryptPacket& packet);
+    void ShowSign(ca::CryptPacket& packet);
+    void StreamEncode(ca::CryptPacket& packet);
+    void StreamDecoding(ca::CryptPacket& packet);
+    void GetCertInfo2(ca::CryptPacket& packet);
+    void GetCert(ca::CryptPacket& packet);
+    void SetCurStore(ca::CryptPacket& packet);
+    void EnumStore(ca::CryptPacket& packet);
+    void EnumCerts(ca::CryptPacket& packet);
+    void ShowCert(ca::CryptPacket& packet);
+    void TranslateCRL2(ca::CryptPacket& packet);
+    void GetRecipientsList(ca::CryptPacket& packet);
+    void GetSignType(ca::CryptPacket& packet);
+    void SetCert2(ca::CryptPacket& packet);
+    void GetCurStore(ca::CryptPacket& packet);
+    void CreateHash(ca::CryptPacket& packet);
+    void SignRaw(ca::CryptPacket& packet);
+    void VerifyRaw(ca::CryptPacket& packet);
+    void SignHash(ca::CryptPacket& packet);
+    void GetSignInfo2(ca::CryptPacket& packet);
+    void SignHashRaw(ca::CryptPacket& packet);
+    void ReleaseClient(ca::CryptPacket& packet);
+    void ParseCert(ca::CryptPacket& packet);
+
+    CClientContextArray m_clients;
+    CStreamArray m_streams;
+    std::wstring m_baseInitParams;
+};

@@ -1,0 +1,40 @@
+// Operations on certificates: placeholder results of a provider that holds one certificate.
+
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "module/CryptoModule.h"
+#include "records/CertInfo.h"
+#include "records/FileData.h"
+#include "records/StringArray.h"
+
+#include <memory>
+
+namespace {
+
+constexpr const wchar_t* kCertId = L"FooCertId";
+constexpr const wchar_t* kCertSubject = L"Foo Subject";
+constexpr const wchar_t* kCertIssuer = L"Foo Issuer";
+
+}  // namespace
+
+// Answers with the identifiers of the certificates. Placeholder: the one certificate.
+void CCryptoModule::EnumCerts(ca::CryptPacket& packet) {
+    auto ids = std::make_unique<ca::StringArray>(ca::kTypeCertificates);
+    ids->items.emplace_back(kCertId);
+    packet.Response().SetObject(ids.release(), /*clear=*/true);  // the container owns it now
+}
+
+// Answers with a certificate's encoding. Placeholder: empty file data.
+void CCryptoModule::GetCert(ca::CryptPacket& packet) {
+    packet.Response().SetObject(std::make_unique<ca::FileData>().release(), /*clear=*/true);
+}
+
+// Answers with a certificate's description. Placeholder: names and identifier only.
+void CCryptoModule::GetCertInfo2(ca::CryptPacket& packet) {
+    auto info = std::make_unique<ca::CertInfo2>();
+    info->id = kCertId;
+    info->description = kCertSubject;
+    info->issuer = kCertIssuer;
+    packet.Response().SetObject(info.release(), /*clear=*/true);
+    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+}

@@ -1,0 +1,93 @@
+// Operations on a client's current stores.
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "module/CryptoModule.h"
+#include "records/StringArray.h"
+
+#include <memory>
+#include <unordered_set>
+
+namespace {
+
+// The addresses that a request brings; the first of the three places that has any counts.
+ca::StoreAddresses RequestedStores(ca::CryptPacket& packet) {
+    ca::SerializableContainer& objects = packet.Request();
+    if (const auto* list =
+            dynamic_cast<const ca::StoreAddresses*>(objects.GetObj(ca::kTypeStoreAddresses))) {
+        return *list;
+    }
+    if (const auto* single =
+            dynamic_cast<const ca::StoreAddress*>(objects.GetObj(ca::kTypeStoreAddress))) {
+        ca::StoreAddresses list;
+        list.push_back(*single);
+        return list;
+    }
+    if (!packet.request.currentStores) {
+        ca::LogError(L"SetCurStore", CA_HERE, ca::kErrNoArgumentData, /*throwIt=*/true);
+    }
+    return *packet.request.currentStores;
+}
+
+// The temporary store is the module's own and needs no location.
+bool IsUsable(const ca::StoreAddress& store) {
+    return store.IsTempStore() || (!store.IsEmpty() && store.location != ca::kLocationNone);
+}
+
+// Adds a store name, each once without regard to letter case, as store names compare.
+class CStoreNames {
+  public:
+    explicit CStoreNames(ca::StringArray& names) : m_names(names) {}
+
+    void Add(const wchar_t* name) {
+        if (name == nullptr) {
+            return;
+        }
+        std::wstring lowered = name;
+        ca::tolower(lowered);
+        if (m_seen.insert(std::move(lowered)).second) {
+            m_names.items.emplace_back(name);
+        }
+    }
+
+  private:
+    ca::StringArray& m_names;
+    std::unordered_set<std::wstring> m_seen;
+};
+
+}  // namespace
+
+// Replaces the client's current stores; on refusal they stay as they were.
+void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
+    ca::StoreAddresses stores = RequestedStores(packet);
+    LogEvent(SetZORNAMessage(kMsgCurStoreReceived), false);
+    for (const ca::StoreAddress& store : stores) {
+        if (!IsUsable(store)) {
+            ca::LogError(store.name.c_str(), CA_HERE, ca::kErrStoreAddress, /*throwIt=*/true);
+        }
+    }
+    m_clients.ReplaceStores(packet.request.clientId, std::move(stores));
+    LogEvent(SetZORNAMessage(kMsgCurStoreAssigned), false);
+}
+
+// Answers with the client's current stores.
+void CCryptoModule::GetCurStore(ca::CryptPacket& packet) {
+    auto stores =
+        std::make_unique<ca::StoreAddresses>(m_clients.CopyStores(packet.request.clientId));
+    packet.Response().SetObject(stores.release(), /*clear=*/true);  // the container owns it now
+}
+
+// Answers with the names of the provider's own stores and of the client's current ones.
+void CCryptoModule::EnumStore(ca::CryptPacket& packet) {
+    auto names = std::make_unique<ca::StringArray>(ca::kTypeStores);
+    CStoreNames list(*names);
+    list.Add(ca::kStoreMy);
+    list.Add(ca::kStoreTemporary);
+    for (const ca::StoreAddress& store : m_clients.CopyStores(packet.request.clientId)) {
+        list.Add(store.GetName());
+    }
+    packet.Response().SetObject(names.release(), /*clear=*/true);
+}

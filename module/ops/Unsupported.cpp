@@ -1,0 +1,45 @@
+// Operations of the interface that this provider does not have yet. They refuse, so that nobody
+// takes an empty answer for a result.
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "module/CryptoModule.h"
+
+namespace {
+
+[[noreturn]] void Refuse() {
+    throw ca::Exception(ca::kErrModeNotSupported);
+}
+
+}  // namespace
+
+void CCryptoModule::Verify(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::SetCert(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::SetCert2(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::GetCertInfo(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::GetCRL(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::GetSignInfo(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::GetSignInfo2(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::GetSignType(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::GetRecipientsList(ca::CryptPacket&) {
+    Refuse();
+}
+void CCryptoModule::ShowCert(ca::CryptPacket&) {
+    Refuse();
+}
