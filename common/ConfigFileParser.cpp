@@ -64,9 +64,10 @@ constexpr Row kRows[] = {
 #include "common/SettingTable.inc"
 };
 
-// Whether a text of a client can be the value of an INI line.
+// Whether a text of a client can be the value of an INI line. No NUL either: it would end the text
+// wherever it is converted.
 bool FitsInLine(const std::wstring& text) {
-    return text.find_first_of(L"\r\n") == std::wstring::npos;
+    return text.find_first_of(L"\r\n\0", 0, 3) == std::wstring::npos;
 }
 
 // Whether the INI engine reads the text back as one free line of a list section.
@@ -353,8 +354,10 @@ ConfigFileParser::Findings ConfigFileParser::LoadFirst(const TextList& paths) {
     if (!findings.IsRead()) {
         return findings;
     }
+    std::wstring text = u8u16(content);
+    std::replace(text.begin(), text.end(), L'\0', L'\xFFFD');  // as everything malformed
     CIniFileW file;
-    std::wistringstream in(u8u16(content));
+    std::wistringstream in(std::move(text));
     file.Load(in, /*merge=*/false);
 
     const IniReader reader(file, m_settings);

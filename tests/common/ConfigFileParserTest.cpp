@@ -141,7 +141,9 @@ TEST_F(ConfigFileParserTest, SurvivesAnyContent) {
     }
     EXPECT_TRUE(ParseSettings(binary + "\nLogMode=3\n" + std::string("TSPUrl=a\0b\n", 11)));
     EXPECT_EQ(m_config.GetLogMode(), 3);
-    EXPECT_EQ(m_config.GetTSPUrl(), std::wstring(L"a\0b", 3));
+    EXPECT_EQ(m_config.GetTSPUrl(),
+              L"a\xFFFD"
+              L"b");
 }
 
 TEST_F(ConfigFileParserTest, RefusesFilesWithoutAnEnd) {
@@ -220,9 +222,10 @@ TEST_F(ConfigFileParserTest, ReportsAFileThatCannotBeWritten) {
 TEST_F(ConfigFileParserTest, TakesJsonButLeavesTheLanguage) {
     FromJsonText(m_config, R"({"Language":"Ru","LogMode":2,"TSPUrl":"http://a","unknown":[{}]})");
     EXPECT_FALSE(IsRussian());
-    FromJsonText(m_config, R"({"HttpPort":65536,"HttpsPort":-1,"ProxyPort":1e99,"CertInclude":1.5,)"
-                           R"("TSPTimeout":2147483648,"TSPUrl":"a\nLogMode=3",)"
-                           R"("Custom CDP list":["", " a", "[b] ", "#c", "d\re", "f"]})");
+    FromJsonText(m_config,
+                 R"({"HttpPort":65536,"HttpsPort":-1,"ProxyPort":1e99,"CertInclude":1.5,)"
+                 R"("TSPTimeout":2147483648,"TSPUrl":"a\nLogMode=3",)"
+                 R"("Custom CDP list":["", " a", "[b] ", "#c", "d\re", "g\u0000", "f"]})");
     EXPECT_EQ(m_config.GetLogMode(), 2);
     EXPECT_EQ(m_config.GetHttpPort(), 8080);
     EXPECT_EQ(m_config.GetHttpsPort(), 8081);
