@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 // The base of the typed classes: objects whose members are declared. A class names itself (kName),
@@ -133,19 +134,21 @@ enum class Asn1Blocks {
 /// tree give a block without children: the members that can be read are read all the same.
 void BindRoot(CAsn1Block& block, const CAsn1Element& element, Asn1Blocks blocks);
 
-/// A typed object over octets, with its block: the outermost object of what is read.
+/// A typed or primitive object over octets, with its block: the outermost object of what is read.
 template <class T>
 class CAsn1Root {
   public:
     /// Binds the element at the front of `octets`, which outlive this; Decode() is the caller's.
     /// Throws as ReadElement(), and kErrAsn1BadTag for an element that is no T.
     explicit CAsn1Root(std::span<unsigned char> octets, Asn1Blocks blocks = Asn1Blocks::kAll) {
-        const CAsn1Element element = ReadElement(octets, T::kName);
+        const CAsn1Element element = ReadElement(octets, Asn1TypeOf<T>::kName);
         if (!Asn1TypeOf<T>::Accepts(element.tag)) {
-            throw MakeAsn1WrongTag(T::kName, element.tag, 0);
+            throw MakeAsn1WrongTag(Asn1TypeOf<T>::kName, element.tag, 0);
         }
         BindRoot(m_block, element, blocks);
-        m_object.SetElement(element);
+        if constexpr (std::is_base_of_v<CAsn1TypedObject, T>) {
+            m_object.SetElement(element);
+        }
         m_rest = octets.subspan(element.raw.size());
     }
     CAsn1Root(const CAsn1Root&) = delete;

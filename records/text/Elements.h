@@ -28,6 +28,12 @@ inline CAsn1Element FirstElement(std::span<unsigned char> octets) {
     return element;
 }
 
+/// The same for octets that nobody may change: a cursor hands its octets out as changeable, and
+/// what describes them changes none.
+inline CAsn1Element FirstElement(Octets octets) {
+    return FirstElement(std::span(const_cast<unsigned char*>(octets.data()), octets.size()));
+}
+
 /// Member `index` of a constructed element; one without octets when there is none.
 inline CAsn1Element Child(const CAsn1Element& parent, std::size_t index) {
     CAsn1Element element;

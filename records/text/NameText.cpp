@@ -188,6 +188,18 @@ void AppendReadable(std::wstring& out, const Attribute& attribute, const std::ws
     AppendQuoted(out, attribute.shown);
 }
 
+std::wstring ReadableText(const Collected& found) {
+    std::wstring text;
+    for (const Attribute& attribute : found.attributes) {
+        if (text.size() > ca::kMaxValueText) {
+            text += L"\u2026";
+            break;
+        }
+        AppendReadable(text, attribute, ShortName(attribute));
+    }
+    return text;
+}
+
 // Whole RDNs from the last to the first, their attributes in encoded order.
 std::wstring X500Text(const std::vector<Attribute>& attributes) {
     std::wstring out;
@@ -243,16 +255,13 @@ NameForms DescribeName(const CAsn1Element& name) {
 }
 
 std::wstring ReadableName(const CAsn1Element& name) {
-    const Collected found = CollectAttributes(name);
-    std::wstring text;
-    for (const Attribute& attribute : found.attributes) {
-        if (text.size() > kMaxValueText) {
-            text += L"\u2026";
-            break;
-        }
-        AppendReadable(text, attribute, ShortName(attribute));
-    }
-    return text;
+    return ReadableText(CollectAttributes(name));
+}
+
+std::wstring ReadableRdn(const CAsn1Element& rdn) {
+    Collected found;
+    CollectRdn(rdn, found);
+    return ReadableText(found);
 }
 
 }  // namespace ca

@@ -25,5 +25,7 @@ NameForms DescribeName(const CAsn1Element& name);
 
 /// The readable form alone.
 std::wstring ReadableName(const CAsn1Element& name);
+/// The readable form of one RDN, whatever its tag.
+std::wstring ReadableRdn(const CAsn1Element& rdn);
 
 }  // namespace ca

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "asn1/Asn1List.h"
+#include "asn1/Asn1Typed.h"
+#include "records/text/TextLines.h"
+
+#include <span>
+#include <type_traits>
+
+namespace ca {
+
+/// A typed object over octets, already decoded; primitive ones are bound only.
+/// Throws ca::Exception for octets that are no T.
+template <class T>
+class CDecoded {
+  public:
+    explicit CDecoded(std::span<unsigned char> octets) : m_root(octets) {
+        if constexpr (std::is_base_of_v<CAsn1TypedObject, T>) {
+            m_root->Decode();
+        }
+    }
+    const T& operator*() const { return *m_root; }
+    const T* operator->() const { return &*m_root; }
+
+  private:
+    CAsn1Root<T> m_root;
+};
+
+/// The element a walk stands at. Throws its fault when it is not whole.
+template <class T>
+const T* Good(CAsn1ListCursor<T>& at) {
+    if (at.Fault() != nullptr) {
+        throw *at.Fault();
+    }
+    return at.Item();
+}
+
+/// Says the elements of a list, as many as a text shows; the fault of one that is not whole is
+/// thrown.
+template <class T, unsigned char Tag, class Say>
+void SayEach(const CAsn1ListOf<T, Tag>& list, CTextLines& lines, Say say) {
+    const std::size_t count = list.Count();
+    std::size_t index = 0;
+    for (auto at = list.Elements(); lines.Shows(index, count) && at.Next(); ++index) {
+        say(*Good(at));
+    }
+}
+
+/// Octets as the typed classes take them; what only describes changes none.
+inline std::span<unsigned char> Changeable(std::span<const unsigned char> octets) {
+    return {const_cast<unsigned char*>(octets.data()), octets.size()};
+}
+
+}  // namespace ca

@@ -1,0 +1,88 @@
+#include "records/text/ExtensionText.h"
+
+#include "asn1/OidTable.h"
+#include "common/Exception.h"
+#include "records/text/Elements.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/OutlineText.h"
+
+#include <array>
+
+namespace {
+
+using ca::Octets;
+
+using FormatterTable = std::array<ca::ExtensionFormatter, kMessageCount>;
+
+// Formatters by the message id of their identifier, so that a look-up compares no texts.
+FormatterTable BuildFormatters() {
+    FormatterTable table{};
+    for (const auto rows :
+         {ca::StandardExtensionRows(), ca::QualifiedExtensionRows(), ca::VendorExtensionRows()}) {
+        for (const ca::ExtensionRow& row : rows) {
+            if (const ca::OidInfo* info = ca::FindOidByShortName(row.shortName)) {
+                table[static_cast<std::size_t>(info->messageId)] = row.say;
+            }
+        }
+    }
+    return table;
+}
+
+ca::ExtensionFormatter FindFormatter(Octets oid) {
+    static const FormatterTable kTable = BuildFormatters();
+    const ca::OidInfo* info = ca::FindOid(oid);
+    return info != nullptr ? kTable[static_cast<std::size_t>(info->messageId)] : nullptr;
+}
+
+}  // namespace
+
+namespace ca {
+
+ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
+    const ExtensionFormatter say = FindFormatter(oid);
+    if (say == nullptr) {
+        return {UnknownValueText(value), {}};
+    }
+    try {
+        CTextLines lines;
+        say(value, lines);
+        return {lines.Take(), {}};
+    } catch (const Exception& fault) {
+        return {UnreadableText(value), OidWithName(oid) + L": " + fault.message};
+    }
+}
+
+void FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
+                   std::wstring& error) {
+    const CAsn1Element element = FirstElement(extension);
+    const Octets oid = ContentIf(Child(element, 0), kAsn1ObjectIdentifier);
+    CAsn1Element value = Child(element, 1);
+    if (value.tag == kAsn1Boolean) {
+        record.critical = !value.content.empty() && value.content[0] != 0;
+        value = Child(element, 2);
+    }
+    if (oid.empty() || value.tag != kAsn1OctetString) {
+        record.rawData = Base64Text(extension);
+        record.formattedData = UnreadableText(extension);
+        AddError(error, record.formattedData);
+        return;
+    }
+    record.oidFriendlyName = OidName(oid);
+    record.oidValue = OidText(oid);
+    record.rawData = Base64Text(value.content);
+    ValueForms forms = DescribeExtension(oid, value.content);
+    record.formattedData = std::move(forms.text);
+    AddError(error, forms.error);
+}
+
+void AddError(std::wstring& errors, std::wstring_view fault) {
+    if (fault.empty() || errors.size() > kMaxValueText) {
+        return;
+    }
+    if (!errors.empty()) {
+        errors += L'\n';
+    }
+    errors += fault.substr(0, kMaxValueText);
+}
+
+}  // namespace ca

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "records/CertInfoExtension.h"
+#include "records/text/TextLines.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace ca {
+
+/// Says the value of one type of extension, a line an element.
+/// \param value  the encoding inside extnValue.
+/// Throws ca::Exception for a value that is no such type.
+using ExtensionFormatter = void (*)(std::span<unsigned char> value, CTextLines& lines);
+
+/// Which formatter an extension has; the short name is that of the table of object identifiers.
+struct ExtensionRow {
+    std::string_view shortName;
+    ExtensionFormatter say;
+};
+
+// The rows by subject.
+std::span<const ExtensionRow> StandardExtensionRows();   ///< RFC 5280, certificates and CRLs
+std::span<const ExtensionRow> QualifiedExtensionRows();  ///< qualified and national profiles
+std::span<const ExtensionRow> VendorExtensionRows();     ///< everything else
+
+/// A value in words.
+struct ValueForms {
+    std::wstring text;
+    std::wstring error;  ///< the object identifier and what was wrong; empty when nothing was
+};
+
+/// The text of an extension's value; an outline or hexadecimal digits for a type without a
+/// formatter, "Unreadable value: " and the digits for a value that is not of its type.
+/// Cost is linear in the value.
+ValueForms DescribeExtension(std::span<const unsigned char> oid, std::span<unsigned char> value);
+
+/// Reads one Extension (RFC 5280 4.1) into its record; what is wrong is appended to `error`.
+/// \param extension  SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }, as received.
+void FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
+                   std::wstring& error);
+
+/// Adds a fault to a record's "Error", one a line. What is past kMaxValueText characters is
+/// dropped.
+void AddError(std::wstring& errors, std::wstring_view fault);
+
+}  // namespace ca

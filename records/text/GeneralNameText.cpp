@@ -1,0 +1,214 @@
+#include "records/text/GeneralNameText.h"
+
+#include "asn1/OidTable.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+
+using ca::Octets;
+
+constexpr std::size_t kIpV4 = 4;
+constexpr std::size_t kIpV6 = 16;
+
+std::wstring IpV4Text(Octets octets) {
+    std::wstring text;
+    for (const unsigned char octet : octets) {
+        if (!text.empty()) {
+            text += L'.';
+        }
+        text += std::to_wstring(octet);
+    }
+    return text;
+}
+
+// The longest run of two or more zero groups, the first of equals (RFC 5952 4.2).
+struct ZeroRun {
+    std::size_t begin = 8;
+    std::size_t length = 1;
+};
+
+ZeroRun LongestZeroRun(Octets octets) {
+    ZeroRun best;
+    std::size_t length = 0;
+    for (std::size_t group = 0; group < 8; ++group) {
+        const bool isZero = octets[2 * group] == 0 && octets[2 * group + 1] == 0;
+        length = isZero ? length + 1 : 0;
+        if (length > best.length) {
+            best = {group + 1 - length, length};
+        }
+    }
+    return best;
+}
+
+void AppendGroup(std::wstring& text, unsigned value) {
+    constexpr wchar_t kDigits[] = L"0123456789abcdef";
+    int shift = 12;
+    while (shift > 0 && (value >> shift) == 0) {
+        shift -= 4;
+    }
+    for (; shift >= 0; shift -= 4) {
+        text += kDigits[(value >> shift) & 0xF];
+    }
+}
+
+std::wstring IpV6Text(Octets octets) {
+    const ZeroRun zeros = LongestZeroRun(octets);
+    std::wstring text;
+    for (std::size_t group = 0; group < 8; ++group) {
+        if (group == zeros.begin) {
+            text += L"::";
+            group += zeros.length - 1;
+            continue;
+        }
+        if (!text.empty() && text.back() != L':') {
+            text += L':';
+        }
+        AppendGroup(text, static_cast<unsigned>(octets[2 * group] << 8 | octets[2 * group + 1]));
+    }
+    return text;
+}
+
+// Length of the prefix that a mask stands for; -1 for ones behind a zero.
+int PrefixLength(Octets mask) {
+    int length = 0;
+    bool hasEnded = false;
+    for (const unsigned char octet : mask) {
+        const int ones = std::countl_one(octet);
+        if (std::popcount(octet) != ones || (hasEnded && ones != 0)) {
+            return -1;
+        }
+        length += ones;
+        hasEnded = ones != 8;
+    }
+    return length;
+}
+
+// OtherName ::= SEQUENCE { type-id OBJECT IDENTIFIER, value [0] EXPLICIT ANY }
+void SayOtherName(const CAsn1Element& name, ca::CTextLines& lines) {
+    const Octets type = ca::ContentIf(ca::Child(name, 0), kAsn1ObjectIdentifier);
+    const CAsn1Element value = ca::Child(ca::Child(name, 1), 0);
+    if (type.empty() || value.raw.empty()) {
+        lines.Line(ca::UnreadableText(name.raw));
+        return;
+    }
+    const ca::OidInfo* info = ca::FindOid(type);
+    const bool isUpn = info != nullptr && info->shortName == std::string_view("msUPN");
+    const std::wstring label = isUpn ? L"UPN" : ca::OidWithName(type);
+    if (ca::IsText(value)) {
+        lines.Line(label, ca::Visible(ca::TextOf(value)));
+        return;
+    }
+    if (value.tag == kAsn1OctetString) {
+        lines.Line(label, ca::Hex(value.content));
+        return;
+    }
+    lines.Line(label, L"");
+    const ca::CTextLines::Level level(lines);
+    lines.Block(ca::OutlineText(value));
+}
+
+void SayOutlined(ZornaMessage label, const CAsn1Element& name, ca::CTextLines& lines) {
+    lines.Line(label, L"");
+    const ca::CTextLines::Level level(lines);
+    CAsn1Element member;
+    CAsn1Cursor members(name.content);
+    while (!members.AtEnd() && members.Next(member) == Asn1Fault::kNone) {
+        lines.Block(ca::OutlineText(member));
+    }
+}
+
+// The IA5String forms; what is no UTF-8 shows as U+FFFD.
+std::wstring AsciiText(const CAsn1Element& name) {
+    CAsn1Element text = name;
+    text.tag = kAsn1Ia5String;
+    return ca::Visible(ca::TextOf(text));
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring IpAddressText(Octets address) {
+    if (address.size() == kIpV4) {
+        return IpV4Text(address);
+    }
+    return address.size() == kIpV6 ? IpV6Text(address) : std::wstring();
+}
+
+std::wstring IpRangeText(Octets addressAndMask) {
+    if (addressAndMask.size() != 2 * kIpV4 && addressAndMask.size() != 2 * kIpV6) {
+        return {};
+    }
+    const Octets address = addressAndMask.first(addressAndMask.size() / 2);
+    const Octets mask = addressAndMask.last(addressAndMask.size() / 2);
+    const int prefix = PrefixLength(mask);
+    return IpAddressText(address) + L'/' +
+           (prefix >= 0 ? std::to_wstring(prefix) : IpAddressText(mask));
+}
+
+std::wstring OidWithName(Octets oid) {
+    const OidInfo* info = FindOid(oid);
+    if (info == nullptr) {
+        return OidText(oid);
+    }
+    return SetZORNAMessage(info->messageId) + (std::wstring(L" (") + info->dotted) + L')';
+}
+
+void SayGeneralName(const CAsn1Element& name, CTextLines& lines) {
+    switch (name.tag) {
+        case ContextConstructed(0):
+            SayOtherName(name, lines);
+            return;
+        case ContextTag(1):
+            lines.Line(L"E-mail", AsciiText(name));
+            return;
+        case ContextTag(2):
+            lines.Line(L"DNS", AsciiText(name));
+            return;
+        case ContextConstructed(3):
+            SayOutlined(kMsgX400Address, name, lines);
+            return;
+        case ContextConstructed(4):
+            lines.Line(kMsgDirectoryName, ReadableName(Child(name, 0)));
+            return;
+        case ContextConstructed(5):
+            SayOutlined(kMsgEdiPartyName, name, lines);
+            return;
+        case ContextTag(6):
+            lines.Line(L"URI", AsciiText(name));
+            return;
+        case ContextTag(7): {
+            const std::wstring address = IpAddressText(name.content);
+            const std::wstring range = address.empty() ? IpRangeText(name.content) : address;
+            lines.Line(L"IP", range.empty() ? UnreadableText(name.content) : range);
+            return;
+        }
+        case ContextTag(8):
+            lines.Line(kMsgRegisteredId, OidWithName(name.content));
+            return;
+        default:
+            lines.Line(UnreadableText(name.raw));
+    }
+}
+
+void SayGeneralNames(std::span<unsigned char> content, CTextLines& lines) {
+    CAsn1Cursor cursor(content);
+    CAsn1Element name;
+    for (std::size_t i = 0; !cursor.AtEnd(); ++i) {
+        if (i == kMaxListed) {
+            lines.Line(L"\u2026");
+            return;
+        }
+        if (cursor.Next(name) != Asn1Fault::kNone) {
+            lines.Line(UnreadableText(cursor.Rest()));
+            return;
+        }
+        SayGeneralName(name, lines);
+    }
+}
+
+}  // namespace ca

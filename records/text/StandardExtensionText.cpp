@@ -1,0 +1,325 @@
+#include "asn1/Asn1Oid.h"
+#include "asn1/OidTable.h"
+#include "asn1/x509/AccessDescription.h"
+#include "asn1/x509/AuthorityKeyIdentifier.h"
+#include "asn1/x509/BasicConstraints.h"
+#include "asn1/x509/DistributionPoint.h"
+#include "asn1/x509/NameConstraints.h"
+#include "asn1/x509/PolicyInformation.h"
+#include "asn1/x509/PolicyMapping.h"
+#include "asn1/x509/PrivateKeyUsagePeriod.h"
+#include "common/ErrorCodes.h"
+#include "records/CertInfo.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+#include "records/text/ReasonText.h"
+#include "records/text/TimeText.h"
+
+// The extensions of RFC 5280 (certificates 4.2, CRLs 5.2, CRL entries 5.3).
+
+namespace {
+
+using ca::CTextLines;
+using ca::Octets;
+using Value = std::span<unsigned char>;
+
+// A magnitude as a decimal number where it fits, in hexadecimal digits otherwise.
+std::wstring NumberText(const CAsn1Object* number) {
+    const std::int64_t value = IntegerOf(number, -1);
+    return value >= 0 ? std::to_wstring(value) : ca::Hex(OctetsOf(number));
+}
+
+std::wstring ElementText(const CAsn1Any* any) {
+    return ca::ValueText(ca::FirstElement(any->Raw()));
+}
+
+void SayBasicConstraints(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1BasicConstraints> constraints(value);
+    lines.Line(kMsgCa, SetZORNAMessage(constraints->IsCa() ? kMsgYes : kMsgNo));
+    const CAsn1Integer* length = constraints->PathLenConstraint();
+    if (length != nullptr || constraints->IsCa()) {
+        lines.Line(kMsgPathLength,
+                   length != nullptr ? NumberText(length) : SetZORNAMessage(kMsgNotLimited));
+    }
+}
+
+void SayKeyUsage(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1BitString> bits(value);
+    const Octets octets = BitsOf(&*bits).octets;
+    unsigned usage = octets.empty() ? 0 : octets[0];
+    usage |= octets.size() > 1 ? static_cast<unsigned>(octets[1]) << 8 : 0U;
+    const std::wstring words = ca::CertInfo2::GetKeyUsageStr(usage);
+    lines.Line(words + (words.empty() ? L"(" : L" (") + ca::Hex(octets) + L")");
+}
+
+void SayOidList(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> list(value);
+    ca::SayEach(*list, lines, [&](const CAsn1ObjectIdentifier& oid) {
+        lines.Line(ca::OidWithName(OctetsOf(&oid)));
+    });
+}
+
+void SayOctetString(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1OctetString> octets(value);
+    lines.Line(ca::Hex(OctetsOf(&*octets)));
+}
+
+void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1AuthorityKeyIdentifier> id(value);
+    if (id->KeyIdentifier() != nullptr) {
+        lines.Line(kMsgKey, ca::Hex(OctetsOf(id->KeyIdentifier())));
+    }
+    if (id->AuthorityCertIssuer() != nullptr) {
+        lines.Line(kMsgIssuer, L"");
+        const CTextLines::Level level(lines);
+        ca::SayGeneralNames(id->AuthorityCertIssuer()->ContentOctets(), lines);
+    }
+    if (id->AuthorityCertSerialNumber() != nullptr) {
+        lines.Line(kMsgSerial, ca::Hex(OctetsOf(id->AuthorityCertSerialNumber())));
+    }
+}
+
+void SayAlternativeNames(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> names(value);
+    ca::SayGeneralNames(names->ContentOctets(), lines);
+}
+
+// DistributionPointName ::= CHOICE { fullName [0] GeneralNames,
+//                                    nameRelativeToCRLIssuer [1] RelativeDistinguishedName }
+void SayPointName(const CAsn1Any* name, CTextLines& lines) {
+    if (name == nullptr) {
+        return;
+    }
+    if (name->Tag() == ca::ContextConstructed(0)) {
+        ca::SayGeneralNames(name->ContentOctets(), lines);
+    } else {
+        lines.Line(kMsgRelativeName, ca::ReadableRdn(ca::FirstElement(name->Raw())));
+    }
+}
+
+void SayDistributionPoints(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1DistributionPoint>> points(value);
+    ca::SayEach(*points, lines, [&](const CAsn1DistributionPoint& point) {
+        SayPointName(point.Name(), lines);
+        if (point.Reasons() != nullptr) {
+            lines.Line(kMsgReasons, ca::ReasonFlagsText(BitsOf(point.Reasons())));
+        }
+        if (point.CrlIssuer() != nullptr) {
+            lines.Line(kMsgCrlIssuer, L"");
+            const CTextLines::Level level(lines);
+            ca::SayGeneralNames(point.CrlIssuer()->ContentOctets(), lines);
+        }
+    });
+}
+
+void SayIssuingDistributionPoint(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1IssuingDistributionPoint> point(value);
+    SayPointName(point->Name(), lines);
+    const std::pair<bool, ZornaMessage> flags[] = {
+        {point->OnlyContainsUserCerts(), kMsgOnlyUserCerts},
+        {point->OnlyContainsCaCerts(), kMsgOnlyCaCerts},
+        {point->OnlyContainsAttributeCerts(), kMsgOnlyAttributeCerts},
+        {point->IndirectCrl(), kMsgIndirectCrl},
+    };
+    for (const auto& [isSet, text] : flags) {
+        if (isSet) {
+            lines.Line(text);
+        }
+    }
+    if (point->OnlySomeReasons() != nullptr) {
+        lines.Line(kMsgReasons, ca::ReasonFlagsText(BitsOf(point->OnlySomeReasons())));
+    }
+}
+
+void SayInformationAccess(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1AccessDescription>> list(value);
+    ca::SayEach(*list, lines, [&](const CAsn1AccessDescription& access) {
+        const std::wstring method = ca::OidName(OctetsOf(access.AccessMethod()));
+        CAsn1Element location = ca::FirstElement(access.AccessLocation()->Raw());
+        if (location.tag == ca::ContextTag(6)) {
+            location.tag = kAsn1Ia5String;
+            lines.Line(method, ca::ValueText(location));
+            return;
+        }
+        lines.Line(method, L"");
+        const CTextLines::Level level(lines);
+        ca::SayGeneralName(location, lines);
+    });
+}
+
+void SayNotice(const CAsn1Any& qualifier, CTextLines& lines) {
+    CAsn1Root<CAsn1UserNotice> notice(ca::Changeable(qualifier.Raw()));
+    notice->Decode();
+    lines.Line(kMsgNotice, notice->ExplicitText() != nullptr ? ElementText(notice->ExplicitText())
+                                                             : std::wstring());
+    const CAsn1NoticeReference* reference = notice->NoticeRef();
+    if (reference == nullptr) {
+        return;
+    }
+    const CTextLines::Level level(lines);
+    lines.Line(kMsgOrganization, ElementText(reference->Organization()));
+    std::wstring numbers;
+    std::size_t index = 0;
+    for (auto at = reference->NoticeNumbers()->Elements(); at.Next() && index < ca::kMaxListed;
+         ++index) {
+        numbers += (numbers.empty() ? L"" : L", ") + NumberText(ca::Good(at));
+    }
+    lines.Line(kMsgNoticeNumbers, numbers);
+}
+
+void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
+    const ca::OidInfo* type = ca::FindOid(OctetsOf(info.PolicyQualifierId()));
+    const std::string_view name = type != nullptr ? type->shortName : std::string_view();
+    if (name == "id-qt-cps") {
+        lines.Line(kMsgCps, ElementText(info.Qualifier()));
+    } else if (name == "id-qt-unotice") {
+        SayNotice(*info.Qualifier(), lines);
+    } else {
+        lines.Line(ca::OidWithName(OctetsOf(info.PolicyQualifierId())), L"");
+        const CTextLines::Level level(lines);
+        lines.Block(ca::OutlineText(ca::FirstElement(info.Qualifier()->Raw())));
+    }
+}
+
+void SayPolicies(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1PolicyInformation>> list(value);
+    ca::SayEach(*list, lines, [&](const CAsn1PolicyInformation& policy) {
+        lines.Line(ca::OidWithName(OctetsOf(policy.PolicyIdentifier())));
+        if (policy.PolicyQualifiers() == nullptr) {
+            return;
+        }
+        const CTextLines::Level level(lines);
+        ca::SayEach(
+            *policy.PolicyQualifiers(), lines,
+            [&](const CAsn1PolicyQualifierInfo& qualifier) { SayQualifier(qualifier, lines); });
+    });
+}
+
+void SayPolicyMappings(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1PolicyMapping>> list(value);
+    ca::SayEach(*list, lines, [&](const CAsn1PolicyMapping& mapping) {
+        lines.Line(ca::OidText(OctetsOf(mapping.IssuerDomainPolicy())) + L" -> " +
+                   ca::OidText(OctetsOf(mapping.SubjectDomainPolicy())));
+    });
+}
+
+void SayPolicyConstraints(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1PolicyConstraints> constraints(value);
+    if (constraints->RequireExplicitPolicy() != nullptr) {
+        lines.Line(kMsgRequireExplicitPolicy, NumberText(constraints->RequireExplicitPolicy()));
+    }
+    if (constraints->InhibitPolicyMapping() != nullptr) {
+        lines.Line(kMsgInhibitPolicyMapping, NumberText(constraints->InhibitPolicyMapping()));
+    }
+}
+
+void SayInhibitAnyPolicy(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1Integer> certificates(value);
+    lines.Line(kMsgInhibitAnyPolicy, NumberText(&*certificates));
+}
+
+void SaySubtrees(ZornaMessage label, const CAsn1SequenceOf<CAsn1GeneralSubtree>* subtrees,
+                 CTextLines& lines) {
+    if (subtrees == nullptr) {
+        return;
+    }
+    lines.Line(label, L"");
+    const CTextLines::Level level(lines);
+    ca::SayEach(*subtrees, lines, [&](const CAsn1GeneralSubtree& subtree) {
+        ca::SayGeneralName(ca::FirstElement(subtree.Base()->Raw()), lines);
+    });
+}
+
+void SayNameConstraints(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1NameConstraints> constraints(value);
+    SaySubtrees(kMsgPermitted, constraints->PermittedSubtrees(), lines);
+    SaySubtrees(kMsgExcluded, constraints->ExcludedSubtrees(), lines);
+}
+
+void SayTimeMember(ZornaMessage label, const CAsn1Object* time, CTextLines& lines) {
+    if (time == nullptr) {
+        return;
+    }
+    // The context tag hides the type, which is the only one there can be.
+    CAsn1Element element;
+    element.tag = kAsn1GeneralizedTime;
+    element.content = ca::Changeable(OctetsOf(time));
+    const ca::TimeForms forms = ca::DescribeTime(element);
+    lines.Line(label, forms.seconds ? forms.local : ca::UnreadableText(element.content));
+}
+
+void SayPrivateKeyUsagePeriod(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1PrivateKeyUsagePeriod> period(value);
+    SayTimeMember(kMsgNotBefore, period->NotBefore(), lines);
+    SayTimeMember(kMsgNotAfter, period->NotAfter(), lines);
+}
+
+void SayNumber(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1Integer> number(value);
+    lines.Line(ca::Hex(OctetsOf(&*number)));
+}
+
+void SayReason(Value value, CTextLines& lines) {
+    const CAsn1Element element = ca::FirstElement(value);
+    std::uint32_t reason = 0;
+    if (element.tag != kAsn1Enumerated || !ca::ReadSmallInteger(element, reason)) {
+        throw MakeAsn1WrongTag("CRLReason", element.tag, 0);
+    }
+    lines.Line(ca::ReasonText(reason));
+}
+
+void SayTime(Value value, CTextLines& lines) {
+    lines.Line(ca::TimeLine(ca::FirstElement(value)));
+}
+
+void SayHoldInstruction(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1ObjectIdentifier> instruction(value);
+    lines.Line(ca::OidWithName(OctetsOf(&*instruction)));
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"basicConstraints", SayBasicConstraints},
+    {"keyUsage", SayKeyUsage},
+    {"extKeyUsage", SayOidList},
+    {"msApplicationCertPolicies", SayPolicies},
+    {"msApplicationPolicyMappings", SayPolicyMappings},
+    {"msApplicationPolicyConstraints", SayPolicyConstraints},
+    {"subjectKeyIdentifier", SayOctetString},
+    {"authorityKeyIdentifier", SayAuthorityKeyIdentifier},
+    {"subjectAltName", SayAlternativeNames},
+    {"issuerAltName", SayAlternativeNames},
+    {"certificateIssuer", SayAlternativeNames},
+    {"cRLDistributionPoints", SayDistributionPoints},
+    {"freshestCRL", SayDistributionPoints},
+    {"msCRLSelfCDP", SayDistributionPoints},
+    {"issuingDistributionPoint", SayIssuingDistributionPoint},
+    {"authorityInfoAccess", SayInformationAccess},
+    {"subjectInfoAccess", SayInformationAccess},
+    {"certificatePolicies", SayPolicies},
+    {"policyMappings", SayPolicyMappings},
+    {"policyConstraints", SayPolicyConstraints},
+    {"inhibitAnyPolicy", SayInhibitAnyPolicy},
+    {"nameConstraints", SayNameConstraints},
+    {"privateKeyUsagePeriod", SayPrivateKeyUsagePeriod},
+    {"cRLNumber", SayNumber},
+    {"deltaCRLIndicator", SayNumber},
+    {"msCRLVirtualBase", SayNumber},
+    {"cRLReason", SayReason},
+    {"invalidityDate", SayTime},
+    {"expiredCertsOnCRL", SayTime},
+    {"msCRLNextPublish", SayTime},
+    {"holdInstructionCode", SayHoldInstruction},
+};
+
+}  // namespace
+
+namespace ca {
+
+std::span<const ExtensionRow> StandardExtensionRows() {
+    return kRows;
+}
+
+}  // namespace ca
