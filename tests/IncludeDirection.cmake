@@ -1,0 +1,39 @@
+# Includes run common <- asn1 <- records <- module, and the host tool knows the C header only.
+# Fails with the list of the lines that run the wrong way. SOURCE_DIR: the project's root.
+
+set(not_in_common asn1 records module host)
+set(not_in_asn1 records module host)
+set(not_in_records module host)
+set(not_in_module host)
+set(not_in_host common records)
+
+set(wrong "")
+foreach(folder common asn1 records module host)
+    file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}
+        ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp ${SOURCE_DIR}/${folder}/*.inc)
+    if(NOT files AND NOT folder STREQUAL "host")
+        message(FATAL_ERROR "no sources in ${SOURCE_DIR}/${folder}")
+    endif()
+    list(JOIN not_in_${folder} "|" forbidden)
+    foreach(file IN LISTS files)
+        file(STRINGS ${SOURCE_DIR}/${file} includes REGEX "^[ \t]*#[ \t]*include[ \t]*\"")
+        foreach(line IN LISTS includes)
+            if(line MATCHES "\"(${forbidden})/" OR line MATCHES "\"\\.\\./"
+               OR (folder STREQUAL "host" AND line MATCHES "\"module/"
+                   AND NOT line MATCHES "\"module/mod_foo\\.h\""))
+                string(APPEND wrong "\n${file}: ${line}")
+            endif()
+        endforeach()
+        # Widgets stay with the dialog and the message box.
+        if(NOT folder STREQUAL "module")
+            file(STRINGS ${SOURCE_DIR}/${file} widgets
+                REGEX "#[ \t]*include[ \t]*<(QApplication|QDialog|QLabel|QMessageBox|QWidget)>")
+            if(widgets)
+                string(APPEND wrong "\n${file}: ${widgets}")
+            endif()
+        endif()
+    endforeach()
+endforeach()
+if(wrong)
+    message(FATAL_ERROR "includes that run the wrong way:${wrong}")
+endif()
