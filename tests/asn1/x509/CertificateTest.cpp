@@ -1,6 +1,6 @@
 #include "asn1/OidTable.h"
-#include "asn1/x509/Asn1Certificate.h"
-#include "asn1/x509/Asn1GeneralName.h"
+#include "asn1/x509/Certificate.h"
+#include "asn1/x509/GeneralName.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "tests/asn1/DerWriter.h"

@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1Name.h"
+#include "asn1/x509/Name.h"
 
 #include "asn1/FieldReader.h"
 

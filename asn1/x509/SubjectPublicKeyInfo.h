@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/x509/Asn1AlgorithmIdentifier.h"
+#include "asn1/x509/AlgorithmIdentifier.h"
 
 // SubjectPublicKeyInfo ::= SEQUENCE {
 //     algorithm         AlgorithmIdentifier,

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "asn1/Asn1Strings.h"
-#include "asn1/x400/Asn1OrAddress.h"
-#include "asn1/x509/Asn1Name.h"
+#include "asn1/x400/OrAddress.h"
+#include "asn1/x509/Name.h"
 
 // OtherName ::= SEQUENCE {
 //     type-id  OBJECT IDENTIFIER,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/x509/Asn1TbsCertificate.h"
+#include "asn1/x509/TbsCertificate.h"
 
 // Certificate ::= SEQUENCE {
 //     tbsCertificate      TBSCertificate,   -- what is signed: its Raw()

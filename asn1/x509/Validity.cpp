@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1Validity.h"
+#include "asn1/x509/Validity.h"
 
 #include "asn1/FieldReader.h"
 

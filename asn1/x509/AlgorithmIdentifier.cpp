@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1AlgorithmIdentifier.h"
+#include "asn1/x509/AlgorithmIdentifier.h"
 
 #include "asn1/FieldReader.h"
 

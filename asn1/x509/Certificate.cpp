@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1Certificate.h"
+#include "asn1/x509/Certificate.h"
 
 #include "asn1/FieldReader.h"
 

@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1TbsCertificate.h"
+#include "asn1/x509/TbsCertificate.h"
 
 #include "asn1/FieldReader.h"
 

@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1GeneralName.h"
+#include "asn1/x509/GeneralName.h"
 
 #include "asn1/FieldReader.h"
 

@@ -1,4 +1,4 @@
-#include "asn1/x400/Asn1OrAddress.h"
+#include "asn1/x400/OrAddress.h"
 
 #include "asn1/FieldReader.h"
 

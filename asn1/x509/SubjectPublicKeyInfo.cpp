@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1SubjectPublicKeyInfo.h"
+#include "asn1/x509/SubjectPublicKeyInfo.h"
 
 #include "asn1/FieldReader.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "asn1/x509/Asn1AlgorithmIdentifier.h"
-#include "asn1/x509/Asn1Extension.h"
-#include "asn1/x509/Asn1Name.h"
-#include "asn1/x509/Asn1SubjectPublicKeyInfo.h"
-#include "asn1/x509/Asn1Validity.h"
+#include "asn1/x509/AlgorithmIdentifier.h"
+#include "asn1/x509/Extension.h"
+#include "asn1/x509/Name.h"
+#include "asn1/x509/SubjectPublicKeyInfo.h"
+#include "asn1/x509/Validity.h"
 
 // TBSCertificate ::= SEQUENCE {
 //     version          [0]  EXPLICIT Version DEFAULT v1,     -- INTEGER

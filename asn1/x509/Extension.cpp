@@ -1,4 +1,4 @@
-#include "asn1/x509/Asn1Extension.h"
+#include "asn1/x509/Extension.h"
 
 #include "asn1/FieldReader.h"
 
