@@ -1,0 +1,22 @@
+#pragma once
+
+#include "records/AttrCertInfo.h"
+
+#include <span>
+
+namespace ca {
+
+/// True for octets that begin with the frame of an attribute certificate: a signed SEQUENCE whose
+/// first part has the holder where a certificate has its serial number. Looks at a few tags only.
+bool LooksLikeAttributeCertificate(std::span<const unsigned char> octets) noexcept;
+
+/// Describes an attribute certificate, version 2 (RFC 5755 4) or 1 (RFC 5652 10.2.7, X.509-1997).
+///
+/// What cannot be read leaves its fields empty, or as "Unreadable value: " and digits, and is named
+/// in `record.error`; everything else is filled. Cost is linear in the octets.
+/// \param der     one element, as received; never changed. Octets behind it are named as a fault.
+/// \param record  a fresh one; owns all it gets.
+/// Throws only std::bad_alloc.
+void FillAttrCertInfo(std::span<unsigned char> der, AttrCertInfo& record);
+
+}  // namespace ca

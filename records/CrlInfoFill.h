@@ -1,0 +1,43 @@
+#pragma once
+
+#include "records/CrlInfo.h"
+#include "records/text/VisibleText.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace ca {
+
+class InitString;
+
+/// Which entries of a list are described; all are counted.
+struct CrlPage {
+    std::size_t first = 0;           ///< index of the first one
+    std::size_t count = kMaxListed;  ///< how many from there on
+    /// Describe the entries of this serial number instead: magnitude, most significant octet first,
+    /// without leading zeros. A list of several issuers may have more than one.
+    std::optional<std::vector<unsigned char>> serial;
+};
+
+/// The page that a call's parameters ask for: CRL_FIRST, CRL_COUNT (decimal), CRL_SERIAL
+/// (hexadecimal digits, blanks and colons between them allowed).
+/// Throws ca::Exception 16268 for a value that is no such number.
+CrlPage ReadCrlPage(const InitString& parameters);
+
+/// True for octets that begin with the frame of a certificate revocation list: a signed SEQUENCE
+/// whose first part goes on as only TBSCertList does. Looks at a few tags only.
+bool LooksLikeCrl(std::span<const unsigned char> octets) noexcept;
+
+/// Describes a certificate revocation list (RFC 5280 5).
+///
+/// One walk over the entries; what is not described costs no memory. What cannot be read leaves its
+/// fields empty, or as "Unreadable value: " and digits, and is named in `record.error`; everything
+/// else is filled. Cost is linear in the octets.
+/// \param der     one element, as received; never changed. Octets behind it are named as a fault.
+/// \param record  a fresh one; owns all it gets.
+/// Throws only std::bad_alloc.
+void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& record);
+
+}  // namespace ca
