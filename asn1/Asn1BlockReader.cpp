@@ -85,6 +85,9 @@ void CAsn1BlockReader::ReadBelow(CAsn1Block& root) {
 // Reads up to the content, or to the end of a block that has no children. True when it ended.
 bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
     block.corrupted = true;
+    if (Remaining() < kShortHeader) {
+        Truncated();  // nothing of the block is recorded when this throws
+    }
     block.start = m_data + m_position;
     block.content = block.start;
     block.offset = m_offset;
@@ -92,8 +95,7 @@ bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
     if (block.m_available != 0) {
         block.tag = *block.start;
     }
-    if (!ReadLength(block)) {
-        Truncated();
+    if (Remaining() < kShortHeader || !ReadLength(block)) {
         EndAtBuffer(block);
         return true;
     }
@@ -117,9 +119,6 @@ bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
 
 // Sets content, content length and the form. False when the header ends behind the buffer.
 bool CAsn1BlockReader::ReadLength(CAsn1Block& block) {
-    if (Remaining() < kShortHeader) {
-        return false;
-    }
     const std::uint32_t first = block.start[1];
     block.content = block.start + kShortHeader;
     if (first < 0x80) {
@@ -134,6 +133,7 @@ bool CAsn1BlockReader::ReadLength(CAsn1Block& block) {
     const std::uint32_t count = first & 0x7FU;
     if (Remaining() - kShortHeader < count) {
         block.content = block.start;
+        Truncated();
         return false;
     }
     // Deliberate: more than four octets wrap into 32 bits instead of failing.

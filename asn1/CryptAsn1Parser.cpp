@@ -201,6 +201,10 @@ unsigned int CAsn1Block::GetTotalLength(bool recompute) {
         }
         return totalLength;
     }
+    if (m_childCount == 0) {
+        // Less than stated where a truncation ended the parse.
+        contentLength = static_cast<std::uint32_t>(GetRawContent().size());
+    }
     totalLength = CheckedLength(contentLength + FrameLength(*this));
     return totalLength;
 }

@@ -1,0 +1,129 @@
+#pragma once
+
+// What the tests of the ASN.1 engine share.
+
+#include "asn1/CryptAsn1Parser.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <sys/mman.h>
+#include <unistd.h>
+#include <vector>
+
+using Bytes = std::vector<unsigned char>;
+
+/// "30 80 02" to octets; blanks are free.
+inline Bytes Hex(std::string_view text) {
+    Bytes octets;
+    std::string digits;
+    for (const char c : text) {
+        if (c != ' ') {
+            digits += c;
+        }
+        if (digits.size() == 2) {
+            octets.push_back(static_cast<unsigned char>(std::stoi(digits, nullptr, 16)));
+            digits.clear();
+        }
+    }
+    return octets;
+}
+
+inline void Append(Bytes& to, const Bytes& more) {
+    to.insert(to.end(), more.begin(), more.end());
+}
+
+/// Octets whose neighbours on both sides cannot be touched: behind them a page without access, in
+/// front of them the rest of their own page, checked at the end.
+class GuardedBuffer {
+  public:
+    explicit GuardedBuffer(std::span<const unsigned char> octets) : m_size(octets.size()) {
+        const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+        m_mappedSize = (m_size / page + 2) * page;
+        m_mapped =
+            mmap(nullptr, m_mappedSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (m_mapped == MAP_FAILED) {
+            throw std::bad_alloc();
+        }
+        auto* end = static_cast<unsigned char*>(m_mapped) + m_mappedSize - page;
+        mprotect(end, page, PROT_NONE);
+        m_data = end - m_size;
+        std::copy(octets.begin(), octets.end(), m_data);
+    }
+    GuardedBuffer(const GuardedBuffer&) = delete;
+    GuardedBuffer& operator=(const GuardedBuffer&) = delete;
+    ~GuardedBuffer() { munmap(m_mapped, m_mappedSize); }
+
+    unsigned char* Data() const { return m_data; }
+    unsigned Size() const { return static_cast<unsigned>(m_size); }
+
+  private:
+    std::size_t m_size;
+    std::size_t m_mappedSize;
+    void* m_mapped;
+    unsigned char* m_data;
+};
+
+/// A tree in one line: tag+content/total@offset, "~" for the indefinite form, "!" for corrupted,
+/// children in parentheses. Recursive: for shallow trees.
+inline std::string Draw(const CAsn1Block& block) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%02X+%u/%u@%u", block.tag, block.contentLength,
+                  block.totalLength, block.offset);
+    std::string drawn = text;
+    drawn += block.isUnknownLength ? "~" : "";
+    drawn += block.corrupted ? "!" : "";
+    std::string children;
+    for (const CAsn1Block* child : block.GetInnerBlocks()) {
+        EXPECT_EQ(child->parent, &block);
+        children += (children.empty() ? "" : " ") + Draw(*child);
+    }
+    return children.empty() ? drawn : drawn + "(" + children + ")";
+}
+
+inline std::string Draw(const CCryptAsn1Parser& parser) {
+    std::string drawn;
+    for (const CAsn1Block* root : parser.GetRoots()) {
+        drawn += (drawn.empty() ? "" : " ") + Draw(*root);
+    }
+    return drawn;
+}
+
+/// Catches the lines of the log; restores the language.
+class Asn1Test : public testing::Test {
+  protected:
+    Asn1Test() {
+        s_lines.clear();
+        LogInit(&Asn1Test::Catch, m_texts);
+        SetZORNALng(L"en");
+    }
+    ~Asn1Test() override {
+        LogInit(nullptr, m_texts);
+        SetZORNALng(L"ru");
+    }
+
+    static const std::vector<std::wstring>& Lines() { return s_lines; }
+    static std::size_t LinesWith(const std::wstring& part) {
+        return static_cast<std::size_t>(std::count_if(
+            s_lines.begin(), s_lines.end(),
+            [&part](const std::wstring& line) { return line.find(part) != std::wstring::npos; }));
+    }
+
+  private:
+    static bool Catch(const wchar_t* line, bool) {
+        s_lines.emplace_back(line);
+        return true;
+    }
+
+    static inline std::vector<std::wstring> s_lines;
+    std::vector<std::wstring> m_texts;
+};

@@ -1,0 +1,588 @@
+#include "asn1/CryptAsn1Parser.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "tests/asn1/Asn1Testing.h"
+
+#include <functional>
+#include <pthread.h>
+#include <random>
+#include <stdexcept>
+
+namespace {
+
+constexpr bool kStop = true;   // stopAtTruncation
+constexpr bool kRead = false;  // read on behind a truncation
+
+void Parse(CCryptAsn1Parser& parser, Bytes& data, bool stop = kStop) {
+    parser.Parse(data.data(), static_cast<unsigned>(data.size()), stop,
+                 /*continueOnLengthMismatch=*/false, /*singleRoot=*/false);
+}
+
+Bytes Build(CCryptAsn1Parser& parser) {
+    Bytes out(parser.GetTotalLength());
+    const GuardedBuffer guarded(out);
+    parser.Build(guarded.Data());
+    return {guarded.Data(), guarded.Data() + guarded.Size()};
+}
+
+struct TreeCase {
+    const char* name;
+    const char* data;
+    std::uint32_t error;
+    const char* tree;
+};
+
+class BlockParserTest : public Asn1Test {};
+
+TEST_F(BlockParserTest, CutsTheRuledTrees) {
+    const TreeCase cases[] = {
+        {"indefinite", "30 80 02 01 05 00 00", 0, "30+3/7@0~(02+1/3@2)"},
+        {"empty primitive", "04 00", 0, "04+0/2@0"},
+        {"offset behind an empty constructed", "30 00 02 01 01", 0, "30+0/2@0 02+1/3@0"},
+        {"offset below", "30 07 31 00 04 01 AA 05 00", 0, "30+7/9@0(31+0/2@2 04+1/3@2 05+0/2@5)"},
+        {"shortest length", "04 81 05 01 02 03 04 05", 0, "04+5/7@0"},
+        {"shortest length below", "30 04 04 82 00 00", 0, "30+2/4@0(04+0/2@2)"},
+        {"high tag number", "1F 81 02 AA BB", 0, "1F+2/4@0"},
+        {"six length octets wrap", "04 86 00 05 00 00 00 01 AA BB CC DD EE FF", 0, "04+6/8@0"},
+        {"five of them add", "04 85 02 00 00 00 01 AA BB CC", 0, "04+3/5@0"},
+        {"pair at the start of a scan", "04 80 00 00 01 00 00", 0, "04+3/7@0~"},
+        {"pair of three zeros", "04 80 01 00 00 00 00", 0, "04+1/5@0~ 00+0/2@5"},
+        {"no child before the end", "30 80 00 00 00 00", 0, "30+2/6@0~(00+0/2@2)"},
+        {"end missing at once", "30 80 00 00", 0x80093102, "30+0/0@0~!(00+0/2@2)"},
+        // The children may go beyond by the header, their own headers not counted.
+        {"overrun that passes", "30 02 04 02 AA BB", 0x80093102, "30+2/4@0(04+2/4@2) AA+0/0@6!"},
+        {"overrun cut again", "30 03 04 07 AA 05 00 05 00 05 00", 0,
+         "30+9/11@0(04+7/9@2) 05+0/2@11 05+0/2@13 05+0/2@15"},
+        {"two roots", "05 00 01 01 FF", 0, "05+0/2@0 01+1/3@2"},
+        {"nothing", "", 0x80093102, "00+0/0@0!"},
+        {"one octet", "30", 0x80093102, "00+0/0@0!"},
+        {"length cut off", "30 84 01 02 03", 0x80093102, "30+0/0@0!"},
+        {"content cut off", "30 05 02 01 07 04 03", 0x80093102, "30+5/0@0!(02+1/3@2 04+3/0@5!)"},
+        {"root's content cut off", "04 03 AA BB", 0x80093102, "04+3/0@0!"},
+        {"four GiB", "04 84 FF FF FF FF 00", 0x80093102, "04+4294967295/0@0!"},
+        {"scan to the end", "04 80 01 02 00", 0x80093102, "04+0/0@0~!"},
+        {"lengths stay as read at a fault", "30 09 04 81 01 AA 04 05", 0x80093102,
+         "30+9/0@0!(04+1/4@2 04+5/0@6!)"},
+    };
+    for (const TreeCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const GuardedBuffer data(Hex(c.data));
+        CCryptAsn1Parser parser;
+        parser.Parse(data.Data(), data.Size(), kStop, false, false);
+        EXPECT_EQ(parser.GetLastErrorCode(), c.error);
+        EXPECT_EQ(Draw(parser), c.tree);
+    }
+}
+
+TEST_F(BlockParserTest, ReadsOnBehindATruncationInsideTheBuffer) {
+    const TreeCase cases[] = {
+        {"nothing", "", 0, "00+0/2@0"},
+        {"one octet", "30", 0, "30+0/2@0"},
+        {"length cut off", "30 84 01 02 03", 0, "30+0/2@0"},
+        {"content cut off", "04 05 AA BB", 0, "04+2/4@0"},
+        {"below", "30 08 02 01 07 04 03 AA", 0, "30+6/8@0(02+1/3@2 04+1/3@5)"},
+        {"no room for a child", "30 05 05 00 02", 0, "30+2/4@0(05+0/2@2)"},
+        {"end missing", "30 80 02 01 07", 0, "30+3/7@0~(02+1/3@2)"},
+        {"half an end", "30 80 02 01 07 00", 0, "30+3/7@0~(02+1/3@2)"},
+        {"scan to the end", "04 80 01 02 00", 0, "04+3/7@0~"},
+    };
+    for (const TreeCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::size_t before = Lines().size();
+        const GuardedBuffer data(Hex(c.data));
+        CCryptAsn1Parser parser;
+        parser.Parse(data.Data(), data.Size(), kRead, false, false);
+        EXPECT_EQ(parser.GetLastErrorCode(), c.error);
+        EXPECT_EQ(Draw(parser), c.tree);
+        EXPECT_GT(Lines().size(), before);
+    }
+}
+
+TEST_F(BlockParserTest, TellsOfChildrenLongerThanTheirParent) {
+    Bytes data = Hex("30 02 05 00 30 03 04 07 AA 05 00 05 00 05 00");
+    CCryptAsn1Parser parser;
+    Parse(parser, data);
+    EXPECT_EQ(Lines(), std::vector<std::wstring>{L"Поврежденные asn.1 данные в смещении 4"});
+    EXPECT_FALSE(parser.GetRoot(1)->corrupted);
+
+    // Going on, the parent takes every child up to its end, each with an error of its own.
+    CAsn1Block block;
+    unsigned position = 0;
+    unsigned offset = 100;
+    data = Hex("31 09 30 02 04 06 00 00 05 00 05 00 05 00");
+    block.Parse(data.data(), &position, &offset, static_cast<unsigned>(data.size()),
+                /*noThrow=*/false, /*continueOnLengthMismatch=*/true);
+    EXPECT_EQ(position, 11U);
+    EXPECT_EQ(LinesWith(L"смещении 102"), 1U);
+    EXPECT_EQ(LinesWith(L": CAsn1Block::Parse"), 1U);
+}
+
+TEST_F(BlockParserTest, StopsBehindTheFirstRootWhenAsked) {
+    Bytes data = Hex("05 00 05 00");
+    CCryptAsn1Parser parser;
+    parser.Parse(data.data(), 4, kStop, false, /*singleRoot=*/true);
+    EXPECT_EQ(Draw(parser), "05+0/2@0");
+    EXPECT_EQ(Lines(), std::vector<std::wstring>{SetZORNAMessage(kMsgAsn1TrailingData)});
+    parser.Parse(data.data(), 2, kStop, false, /*singleRoot=*/true);
+    EXPECT_EQ(Lines().size(), 1U);
+}
+
+TEST_F(BlockParserTest, TestsTheClassBitByBit) {
+    const struct {
+        std::uint8_t tag;
+        bool constructed, context, application;
+        unsigned contextIndex, applicationIndex;
+    } cases[] = {{0x30, true, false, false, 0x10, 0x10},
+                 {0x83, false, true, false, 0x03, 0x83},
+                 {0x63, true, false, true, 0x43, 0x03},
+                 {0xE5, true, true, true, 0x45, 0x85}};
+    for (const auto& c : cases) {
+        CAsn1Block block;
+        block.tag = c.tag;
+        EXPECT_EQ(block.IsConstructed(), c.constructed);
+        EXPECT_EQ(block.IsContextSpecific(), c.context);
+        EXPECT_EQ(block.IsApplicationSpecific(), c.application);
+        EXPECT_EQ(block.GetContextSpecificIndex(), c.contextIndex);
+        EXPECT_EQ(block.GetApplicationSpecificIndex(), c.applicationIndex);
+    }
+}
+
+TEST_F(BlockParserTest, CountsLengthOctets) {
+    const std::pair<unsigned, unsigned> cases[] = {
+        {0, 0},     {127, 0},   {128, 1},      {255, 1},       {256, 2},
+        {65535, 2}, {65536, 3}, {0xFFFFFF, 3}, {0x1000000, 4}, {0xFFFFFFFF, 4}};
+    for (const auto& [length, count] : cases) {
+        EXPECT_EQ(GetBytesCount(length), count) << length;
+    }
+}
+
+TEST_F(BlockParserTest, FindsBlocks) {
+    Bytes data = Hex("30 0B 02 01 01 30 04 05 00 80 00 A1 00 04 00");
+    CCryptAsn1Parser parser;
+    Parse(parser, data);
+    const std::pair<const wchar_t*, int> paths[] = {
+        {L"0", 0x30}, {L"0/0", 0x02}, {L"0//1/1", 0x80},  {L"/0/2/", 0xA1}, {L"1", 0x04},
+        {L"", -1},    {L"/", -1},     {L"2", -1},         {L"0/9", -1},     {L"0/0/0", -1},
+        {L"-1", -1},  {L"0/-1", -1},  {L"2147483647", -1}};
+    for (const auto& [path, tag] : paths) {
+        const CAsn1Block* block = parser.GetBlockByPath(path);
+        EXPECT_EQ(block != nullptr ? block->tag : -1, tag) << path;
+    }
+    EXPECT_THROW(parser.GetBlockByPath(L"0/x"), std::invalid_argument);
+    EXPECT_THROW(parser.GetBlockByPath(L"99999999999"), std::out_of_range);
+
+    const CAsn1Block* root = parser.GetRoot(0);
+    EXPECT_EQ(root->GetBlockByPath(L"1/0")->tag, 0x05);
+    EXPECT_EQ(root->GetBlockByTag(0x30, 0), root->GetInnerBlock(1));
+    EXPECT_EQ(root->GetBlockByTag(0x30, 2), nullptr);
+    EXPECT_EQ(root->GetBlockBySpecificIdx(1, 0), root->GetInnerBlock(2));
+    EXPECT_EQ(root->GetBlockBySpecificIdx(1, 99), nullptr);
+    EXPECT_EQ(root->GetInnerBlock(3), nullptr);
+}
+
+// A literal, recursive telling of the rules, for small inputs: what the parser's own stack must
+// come to.
+class LiteralParser {
+  public:
+    struct Fault {
+        std::uint32_t code;
+    };
+
+    explicit LiteralParser(std::size_t size) : m_blocksLeft(size) {}
+
+    std::string Roots(const unsigned char* data, unsigned size, std::uint32_t& error) {
+        std::string drawn;
+        unsigned position = 0;
+        unsigned offset = 0;
+        try {
+            do {
+                const std::string root = Block(data, position, offset, size).drawn;
+                drawn += (drawn.empty() ? "" : " ") + root;
+            } while (position < size);
+        } catch (const Fault& fault) {
+            error = fault.code;
+        }
+        return drawn;
+    }
+
+  private:
+    struct Read {
+        std::uint64_t content;
+        std::uint64_t written;
+        std::string drawn;
+    };
+
+    static void Need(bool there) {
+        if (!there) {
+            throw Fault{ca::kErrAsn1UnexpectedEnd};
+        }
+    }
+
+    Read Block(const unsigned char* data, unsigned& position, unsigned& offset, unsigned size) {
+        if (m_blocksLeft-- == 0) {
+            throw Fault{ca::kErrAsn1Corrupted};
+        }
+        Need(size - position >= 2 && position <= size);
+        const unsigned remaining = size - position;
+        const unsigned char* start = data + position;
+        const unsigned at = offset;
+        const bool indefinite = start[1] == 0x80;
+        const unsigned count = start[1] > 0x80 ? start[1] & 0x7FU : 0;
+        const unsigned header = 2 + count;
+        Need(remaining >= header);
+        std::uint32_t content = start[1] < 0x80 ? start[1] : 0;
+        for (unsigned i = 0; i < count; ++i) {
+            content += std::uint32_t{start[2 + i]} << 8 * (count - 1 - i) % 32;
+        }
+        const unsigned char* octets = start + header;
+        std::uint64_t written = content;
+        std::string children;
+        if ((start[0] & 0x20) != 0) {
+            if (content > 0 || indefinite) {
+                offset += header;
+                content = Children(octets, remaining, header, indefinite, content, offset, written,
+                                   children);
+            }
+        } else if (indefinite) {
+            unsigned i = 1;
+            for (;; ++i) {
+                Need(header + 1 + i <= remaining);
+                if (octets[i] == 0 && header + i + 1 < remaining && octets[i + 1] == 0) {
+                    break;
+                }
+            }
+            written = content = i;
+            offset += header + i + 2;
+        } else {
+            Need(content <= remaining - header);
+            offset += header + content;
+        }
+        position += header + content + (indefinite ? 2 : 0);
+        return Finished(start[0], content, written, at, indefinite, children);
+    }
+
+    std::uint32_t Children(const unsigned char* octets, unsigned remaining, unsigned header,
+                           bool indefinite, std::uint32_t content, unsigned& offset,
+                           std::uint64_t& written, std::string& children) {
+        unsigned local = 0;
+        std::uint64_t sum = 0;
+        written = 0;
+        for (;;) {
+            Need(local + header + 2 <= remaining);
+            const Read child = Block(octets, local, offset, remaining - header);
+            children += (children.empty() ? "" : " ") + child.drawn;
+            written += child.written;
+            sum += child.content;
+            if (!indefinite) {
+                if (sum > std::uint64_t{content} + header || local >= content) {
+                    return content;
+                }
+                continue;
+            }
+            Need(local + 2 <= remaining - header);
+            if (octets[local] == 0 && octets[local + 1] == 0) {
+                offset += 2;
+                return local;
+            }
+        }
+    }
+
+    static Read Finished(unsigned char tag, std::uint64_t content, std::uint64_t written,
+                         unsigned at, bool indefinite, const std::string& children) {
+        unsigned bits = 0;
+        while (written >> bits != 0) {
+            ++bits;
+        }
+        const std::uint64_t total = written + (indefinite      ? 4
+                                               : written < 128 ? 2
+                                                               : 2 + (bits + 7) / 8);
+        char text[80];
+        std::snprintf(text, sizeof text, "%02X+%u/%u@%u", tag, static_cast<unsigned>(written),
+                      static_cast<unsigned>(total), at);
+        return {content, total,
+                std::string(text) + (indefinite ? "~" : "") +
+                    (children.empty() ? "" : "(" + children + ")")};
+    }
+
+    std::size_t m_blocksLeft;
+};
+
+TEST_F(BlockParserTest, AgreesWithALiteralReadingOfTheRules) {
+    std::mt19937 random(20261121);
+    const unsigned char frequent[] = {0x30, 0x31, 0xA0, 0x02, 0x04, 0x00, 0x00, 0x80,
+                                      0x81, 0x01, 0x02, 0x03, 0x05, 0x08, 0x24, 0x0A};
+    unsigned whole = 0;
+    for (int round = 0; round < 40000; ++round) {
+        Bytes data(random() % 40);
+        for (unsigned char& octet : data) {
+            octet = random() % 8 == 0 ? static_cast<unsigned char>(random())
+                                      : frequent[random() % std::size(frequent)];
+        }
+        const GuardedBuffer guarded(data);
+        CCryptAsn1Parser parser;
+        parser.Parse(guarded.Data(), guarded.Size(), kStop, false, false);
+        std::uint32_t error = 0;
+        const std::string tree = LiteralParser(std::max<std::size_t>(data.size(), 1))
+                                     .Roots(guarded.Data(), guarded.Size(), error);
+        ASSERT_EQ(parser.GetLastErrorCode(), error) << testing::PrintToString(data);
+        if (error == 0) {
+            ASSERT_EQ(Draw(parser), tree) << testing::PrintToString(data);
+            ++whole;
+        }
+    }
+    EXPECT_GT(whole, 800U);
+}
+
+// An independent writer of DER: nested lists of octets.
+Bytes Write(unsigned char tag, const Bytes& content) {
+    Bytes out{tag};
+    if (content.size() < 0x80) {
+        out.push_back(static_cast<unsigned char>(content.size()));
+    } else {
+        Bytes length;
+        for (std::size_t rest = content.size(); rest != 0; rest >>= 8) {
+            length.insert(length.begin(), static_cast<unsigned char>(rest));
+        }
+        out.push_back(static_cast<unsigned char>(0x80 | length.size()));
+        Append(out, length);
+    }
+    Append(out, content);
+    return out;
+}
+
+Bytes RandomDer(std::mt19937& random, int depth) {
+    if (depth == 0 || random() % 3 == 0) {
+        Bytes content(random() % 12 == 0 ? random() % 70000 : random() % 200);
+        std::generate(content.begin(), content.end(), std::ref(random));
+        return Write(static_cast<unsigned char>(random() % 31 | (random() % 4) << 6), content);
+    }
+    Bytes content;
+    for (unsigned i = 1 + random() % 4; i-- > 0;) {
+        Append(content, RandomDer(random, depth - 1));
+    }
+    return Write(static_cast<unsigned char>(0x20 | random() % 31), content);
+}
+
+TEST_F(BlockParserTest, WritesDerBackAsItWas) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        Bytes data = RandomDer(random, 6);
+        CCryptAsn1Parser parser;
+        Parse(parser, data);
+        ASSERT_EQ(parser.GetLastErrorCode(), 0U);
+        ASSERT_EQ(Build(parser), data);
+    }
+}
+
+TEST_F(BlockParserTest, WritesTheShortestLengths) {
+    Bytes data = Hex("30 83 00 00 09 04 82 00 02 AA BB 05 81 00");
+    CCryptAsn1Parser parser;
+    Parse(parser, data);
+    EXPECT_EQ(Build(parser), Hex("30 06 04 02 AA BB 05 00"));
+
+    data = Hex("24 80 04 02 AA BB 00 00");
+    Parse(parser, data);
+    EXPECT_EQ(Build(parser), data);
+
+    const std::pair<std::size_t, const char*> lengths[] = {
+        {127, "04 7F"}, {128, "04 81 80"}, {200, "04 81 C8"}, {65536, "04 83 01 00 00"}};
+    for (const auto& [length, header] : lengths) {
+        data = Write(0x04, Bytes(length, 0x11));
+        Parse(parser, data);
+        const Bytes built = Build(parser);
+        const Bytes expected = Hex(header);
+        EXPECT_TRUE(std::equal(expected.begin(), expected.end(), built.begin())) << length;
+    }
+}
+
+TEST_F(BlockParserTest, KeepsWhatStandsBeforeEveryTruncation) {
+    std::mt19937 random(11);
+    Bytes whole =
+        Hex("30 1D 30 80 02 01 05 04 80 41 00 00 00 00 A0 06 06 04 2A 86 48 86 03 02 00 "
+            "01 31 00 0C 02 41 42");
+    Append(whole, Write(0x30, RandomDer(random, 2)));
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        const GuardedBuffer data(std::span<const unsigned char>(whole).first(size));
+        for (const bool stop : {kStop, kRead}) {
+            CCryptAsn1Parser parser;
+            parser.Parse(data.Data(), data.Size(), stop, false, false);
+            ASSERT_GE(parser.GetRootCount(), 1U);
+            ASSERT_TRUE(stop || parser.GetLastErrorCode() == 0);
+            const CAsn1Block* last = parser.GetRoot(parser.GetRootCount() - 1);
+            ASSERT_EQ(last->corrupted, parser.GetLastErrorCode() != 0);
+            Build(parser);  // within what was announced
+            ASSERT_TRUE(parser.GetAsn1Structure());
+        }
+    }
+}
+
+TEST_F(BlockParserTest, NeverMakesMoreBlocksThanOctets) {
+    // A literal reading makes a hundred million and more blocks of these.
+    for (const std::size_t size : {200U, 400U, 500U, 4000U}) {
+        std::mt19937 random(static_cast<unsigned>(size));
+        Bytes data;
+        while (data.size() < size) {
+            data.push_back(static_cast<unsigned char>((0x20 + random() % 0x60) | 0x20));
+        }
+        data.resize(size * 2);
+        for (const bool stop : {kStop, kRead}) {
+            const std::size_t before = LinesWith(L": CAsn1Block::Parse");
+            CCryptAsn1Parser parser;
+            Parse(parser, data, stop);
+            if (size >= 400) {
+                EXPECT_EQ(parser.GetLastErrorCode(), ca::kErrAsn1Corrupted);
+                EXPECT_EQ(LinesWith(L": CAsn1Block::Parse"), before + 1);
+                const CAsn1Block* open = parser.GetRoot(parser.GetRootCount() - 1);
+                EXPECT_TRUE(open->corrupted);
+                EXPECT_EQ(open->totalLength, 0U);
+            }
+            std::size_t blocks = 0;
+            std::vector<const CAsn1Block*> open(parser.GetRoots().begin(), parser.GetRoots().end());
+            while (!open.empty()) {
+                const auto children = open.back()->GetInnerBlocks();
+                open.pop_back();
+                open.insert(open.end(), children.begin(), children.end());
+                ++blocks;
+            }
+            EXPECT_LE(blocks, data.size());
+        }
+    }
+}
+
+TEST_F(BlockParserTest, TakesATotalAbove32BitsAsCorrupted) {
+    // Each parent of 4 octets shows most of the buffer again as a primitive of its own.
+    Bytes data;
+    for (int i = 0; i < 60000; ++i) {
+        Append(data, Hex("30 02 04 83 04 00 00 00"));
+    }
+    data.resize(data.size() + 0x40000);
+    CCryptAsn1Parser parser;
+    Parse(parser, data);
+    EXPECT_EQ(parser.GetLastErrorCode(), ca::kErrAsn1Corrupted);
+    EXPECT_EQ(LinesWith(L": CAsn1Block::GetTotalLength"), 1U);
+    EXPECT_THROW(parser.GetTotalLength(), ca::Exception);
+}
+
+TEST_F(BlockParserTest, SearchesTheSameOctetsOnlyOnce) {
+    // Every parent's child runs to the one pair at the end: quadratic when searched anew.
+    Bytes data;
+    for (int i = 0; i < 400000; ++i) {
+        Append(data, Hex("30 02 04 80"));
+    }
+    for (const bool paired : {false, true}) {
+        data.resize(data.size() + (paired ? 2 : 0));
+        for (const bool stop : {kStop, kRead}) {
+            CCryptAsn1Parser parser;
+            Parse(parser, data, stop);
+            EXPECT_GE(parser.GetRootCount(), stop && !paired ? 1U : 400000U);
+        }
+    }
+}
+
+TEST_F(BlockParserTest, LogsEachKindOfDamageAFewTimesOnly) {
+    Bytes data;
+    for (int i = 0; i < 1000; ++i) {
+        Append(data, Hex("30 01 04 70"));  // too long for its parent, and at the end for the buffer
+    }
+    CCryptAsn1Parser parser;
+    parser.Parse(data.data(), static_cast<unsigned>(data.size()), kRead,
+                 /*continueOnLengthMismatch=*/true, false);
+    EXPECT_EQ(LinesWith(L"Поврежденные asn.1 данные"), 16U);
+    EXPECT_GE(LinesWith(L": CAsn1Block::Parse"), 17U);
+    EXPECT_LE(LinesWith(L""), 16U + 2 * 32U + 2U);  // the two last end the parse
+}
+
+// Runs on a stack that any recursion on depth would leave at once.
+void OnSmallStack(const std::function<void()>& task) {
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, 256 * 1024);
+    pthread_t thread;
+    auto run = [](void* argument) -> void* {
+        (*static_cast<const std::function<void()>*>(argument))();
+        return nullptr;
+    };
+    std::function<void()> copy = task;
+    ASSERT_EQ(pthread_create(&thread, &attributes, run, &copy), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+}
+
+TEST_F(BlockParserTest, NeedsNoStackForDepth) {
+    constexpr std::size_t kDepth = 200000;
+    Bytes open;
+    for (std::size_t i = 0; i < kDepth; ++i) {
+        Append(open, {0x30, 0x80});
+    }
+    Bytes closed = open;
+    Append(closed, {0x05, 0x00});
+    closed.resize(closed.size() + 2 * kDepth);
+    OnSmallStack([&] {
+        for (Bytes* data : {&open, &closed}) {
+            CCryptAsn1Parser parser;
+            Parse(parser, *data);
+            EXPECT_EQ(parser.GetLastErrorCode(), data == &open ? ca::kErrAsn1UnexpectedEnd : 0U);
+            const std::size_t octets = 4 * kDepth + (data == &open ? 0 : 2);
+            EXPECT_EQ(parser.GetTotalLength(), octets);
+            CAsn1Block holder;
+            const std::unique_ptr<CAsn1Block> copy(holder.ImportInnerBlock(parser.GetRoot(0)));
+            EXPECT_GT(copy->GetTotalLength(true), 2 * kDepth);
+            EXPECT_TRUE(parser.GetAsn1Structure());
+            if (data == &closed) {
+                EXPECT_TRUE(Build(parser) == closed);
+            }
+        }
+    });
+}
+
+TEST_F(BlockParserTest, EditsATreeAndWritesIt) {
+    Bytes data = Hex("30 06 02 01 01 04 01 AA");
+    Bytes other = Hex("31 80 05 00 0C 01 41 00 00");
+    CCryptAsn1Parser parser;
+    CCryptAsn1Parser source;
+    Parse(parser, data);
+    Parse(source, other);
+    CAsn1Block* root = parser.GetRoot(0);
+
+    root->GetInnerBlock(0)->excluded = true;
+    CAsn1Block* copy = root->ImportInnerBlock(source.GetRoot(0));
+    EXPECT_EQ(root->GetInnerBlockCount(), 2U);
+    EXPECT_EQ(copy->parent, root);
+    root->AppendInnerBlock(copy);
+    root->AppendInnerBlock(copy);  // already there
+    CAsn1Block* added = root->AddInnerBlock();
+    added->tag = 0x05;
+    EXPECT_EQ(Build(parser), Hex("30 0C 04 01 AA 31 05 05 00 0C 01 41 05 00"));
+
+    // A block moves from one tree to another and outlives its parser.
+    CAsn1Block* moved = source.GetRoot(0)->GetInnerBlock(1);
+    root->AppendInnerBlock(moved);
+    EXPECT_EQ(source.GetRoot(0)->GetInnerBlockCount(), 1U);
+    source.Parse(other.data(), 0, kStop, false, false);
+    root->TakeInnerBlock(copy).reset();
+    EXPECT_EQ(root->TakeInnerBlock(nullptr), nullptr);
+    EXPECT_EQ(Build(parser), Hex("30 08 04 01 AA 05 00 0C 01 41"));
+
+    // More children than were announced are refused, not written.
+    unsigned position = 0;
+    const Bytes announced(root->totalLength);
+    const GuardedBuffer out(announced);
+    for (int i = 0; i < 100; ++i) {
+        root->AddInnerBlock();
+    }
+    EXPECT_THROW(root->GetAsn1Data(out.Data(), &position), ca::Exception);
+    EXPECT_THROW(parser.Build(out.Data()), ca::Exception);
+    root->DeleteInnerBlocks();
+    EXPECT_EQ(root->GetInnerBlockCount(), 0U);
+}
+
+TEST_F(BlockParserTest, LogsTheErrorOfTheParseWhenBuilding) {
+    Bytes data = Hex("30 05 02 01 07 04 03");
+    CCryptAsn1Parser parser;
+    Parse(parser, data);
+    EXPECT_TRUE(Lines().empty());
+    EXPECT_EQ(Build(parser).size(), parser.GetTotalLength());
+    EXPECT_EQ(LinesWith(L": CCryptAsn1Parser::Build"), 1U);
+}
+
+}  // namespace
