@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+class CAsn1Certificate;
+class CAsn1TbsCertificate;
+
 namespace ca {
 
 /// Describes one certificate (RFC 5280 4.1) in readable form.
@@ -19,6 +22,11 @@ class CertInfo : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeCertInfo; }
+
+    /// Describes a decoded certificate; see CertInfoFill.h, which reads one from its octets.
+    void FromAsn1(const CAsn1Certificate& certificate);
+    /// The fields that the signed part holds; "Id", "RawData" and the signature's are left.
+    void FillFromTbsCert(const CAsn1TbsCertificate& tbs);
 
     std::wstring id;        ///< names the certificate in requests
     std::wstring validity;  ///< text of validityNumber
@@ -49,7 +57,7 @@ class CertInfo : public ISerializable {
     std::wstring rawData;            ///< the certificate's encoding, Base64
     std::uint32_t keyUsage = 0;      ///< first octet of the bit string in bits 7-0, second in 15-8
     std::wstring keyUsageStr;        ///< GetKeyUsageStr() of keyUsage
-    std::wstring error;              ///< first fault met while the record was filled
+    std::wstring error;              ///< faults met while the record was filled, one a line
     CertInfoExtensionCollection extensions;
 };
 

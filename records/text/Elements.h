@@ -2,6 +2,7 @@
 
 #include "asn1/Asn1Element.h"
 #include "asn1/Asn1Tags.h"
+#include "asn1/CryptAsn1Base.h"
 
 #include <cstdint>
 #include <span>
@@ -32,6 +33,29 @@ inline CAsn1Element FirstElement(std::span<unsigned char> octets) {
 /// what describes them changes none.
 inline CAsn1Element FirstElement(Octets octets) {
     return FirstElement(std::span(const_cast<unsigned char*>(octets.data()), octets.size()));
+}
+
+/// The element that an object is bound to.
+inline CAsn1Element ElementOf(const CAsn1Object& object) {
+    const CAsn1Block& block = *object.GetBlock();
+    CAsn1Element element;
+    element.tag = block.tag;
+    element.indefinite = block.isUnknownLength;
+    element.raw = block.GetRawEncoding();
+    element.content = {block.content, block.contentLength};
+    return element;
+}
+
+/// Elements that are left to read, what cannot be read counting as one.
+inline std::size_t CountElements(CAsn1Cursor cursor) {
+    std::size_t count = 0;
+    CAsn1Element element;
+    for (; !cursor.AtEnd(); ++count) {
+        if (cursor.Next(element) != Asn1Fault::kNone) {
+            cursor = {};
+        }
+    }
+    return count;
 }
 
 /// Member `index` of a constructed element; one without octets when there is none.

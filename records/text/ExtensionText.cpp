@@ -52,8 +52,8 @@ ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
     }
 }
 
-void FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
-                   std::wstring& error) {
+ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
+                             std::wstring& error) {
     const CAsn1Element element = FirstElement(extension);
     const Octets oid = ContentIf(Child(element, 0), kAsn1ObjectIdentifier);
     CAsn1Element value = Child(element, 1);
@@ -65,7 +65,7 @@ void FillExtension(std::span<unsigned char> extension, CertInfoExtension& record
         record.rawData = Base64Text(extension);
         record.formattedData = UnreadableText(extension);
         AddError(error, record.formattedData);
-        return;
+        return {};
     }
     record.oidFriendlyName = OidName(oid);
     record.oidValue = OidText(oid);
@@ -73,6 +73,7 @@ void FillExtension(std::span<unsigned char> extension, CertInfoExtension& record
     ValueForms forms = DescribeExtension(oid, value.content);
     record.formattedData = std::move(forms.text);
     AddError(error, forms.error);
+    return {oid, value.content};
 }
 
 void AddError(std::wstring& errors, std::wstring_view fault) {

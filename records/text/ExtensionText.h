@@ -36,10 +36,16 @@ struct ValueForms {
 /// Cost is linear in the value.
 ValueForms DescribeExtension(std::span<const unsigned char> oid, std::span<unsigned char> value);
 
+/// Where the parts of an extension stand; both empty when it could not be read.
+struct ExtensionParts {
+    std::span<const unsigned char> oid;  ///< content octets of extnID
+    std::span<unsigned char> value;      ///< the encoding inside extnValue
+};
+
 /// Reads one Extension (RFC 5280 4.1) into its record; what is wrong is appended to `error`.
 /// \param extension  SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }, as received.
-void FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
-                   std::wstring& error);
+ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
+                             std::wstring& error);
 
 /// Adds a fault to a record's "Error", one a line. What is past kMaxValueText characters is
 /// dropped.

@@ -1,0 +1,180 @@
+#include "records/CertInfoFill.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/x509/Certificate.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/sha1.h"
+#include "records/ValidityText.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Elements.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+#include "records/text/TimeText.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+using ca::CertInfo;
+using ca::Octets;
+
+void FillVersion(const CAsn1TbsCertificate& tbs, CertInfo& record) {
+    const std::int64_t version = tbs.Version() != nullptr ? IntegerOf(tbs.Version(), -1) : 0;
+    if (version < 0) {
+        ca::AddError(record.error, SetZORNAMessage(kMsgUnknownVersion));
+        return;
+    }
+    record.version = L'V' + std::to_wstring(version + 1);
+    if (version > 2) {
+        ca::AddError(record.error, SetZORNAMessage(kMsgUnknownVersion));
+    }
+}
+
+void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
+    if (tbs.Issuer() != nullptr) {
+        ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*tbs.Issuer()));
+        record.issuer = std::move(issuer.readable);
+        record.oidIssuer = std::move(issuer.oid);
+        record.x500NameIssuer = std::move(issuer.x500);
+        record.issuerTags = std::move(issuer.tags);
+        ca::AddError(record.error, issuer.error);
+    }
+    if (tbs.Subject() != nullptr) {
+        ca::NameForms subject = ca::DescribeName(ca::ElementOf(*tbs.Subject()));
+        record.description = std::move(subject.readable);
+        record.oidDescription = std::move(subject.oid);
+        record.x500Description = std::move(subject.x500);
+        record.subjectTags = std::move(subject.tags);
+        ca::AddError(record.error, subject.error);
+    }
+}
+
+ca::TimeForms TimeOf(const CAsn1Object* time, std::wstring& error) {
+    if (time == nullptr) {
+        return {};
+    }
+    const CAsn1Element element = ca::ElementOf(*time);
+    ca::TimeForms forms = ca::DescribeTime(element);
+    if (!forms.seconds) {
+        ca::AddError(error, ca::UnreadableText(element.raw));
+    }
+    return forms;
+}
+
+void FillPeriod(const CAsn1TbsCertificate& tbs, CertInfo& record) {
+    if (tbs.Validity() == nullptr) {
+        return;
+    }
+    ca::TimeForms from = TimeOf(tbs.Validity()->NotBefore(), record.error);
+    ca::TimeForms to = TimeOf(tbs.Validity()->NotAfter(), record.error);
+    ca::FillValidity(from, to, record.validity, record.validityNumber);
+    record.validFrom = std::move(from.local);
+    record.validFromUtc = std::move(from.utc);
+    record.validTo = std::move(to.local);
+    record.validToUtc = std::move(to.utc);
+}
+
+void FillPublicKey(const CAsn1TbsCertificate& tbs, CertInfo& record) {
+    if (tbs.SubjectPublicKeyInfo() == nullptr) {
+        return;
+    }
+    ca::PublicKeyForms key = ca::DescribePublicKey(ca::ElementOf(*tbs.SubjectPublicKeyInfo()));
+    record.publicKeyAlg = std::move(key.algorithm);
+    record.publicKey = std::move(key.key);
+    record.publicKeyParams = std::move(key.params);
+    record.publicKeyHashAlgs = std::move(key.hashAlgs);
+    ca::AddError(record.error, key.error);
+}
+
+void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
+    const Octets bits = ca::BitOctets(ca::FirstElement(value));
+    record.keyUsage = bits.empty() ? 0 : bits[0];
+    record.keyUsage |= bits.size() > 1 ? static_cast<std::uint32_t>(bits[1]) << 8 : 0U;
+    record.keyUsageStr = ca::CertInfo2::GetKeyUsageStr(record.keyUsage);
+}
+
+void FillAlgorithms(const CAsn1Certificate& certificate, CertInfo& record) {
+    const CAsn1AlgorithmIdentifier* outer = certificate.SignatureAlgorithm();
+    const CAsn1AlgorithmIdentifier* inner = certificate.TbsCertificate()->Signature();
+    const CAsn1AlgorithmIdentifier* shown = outer != nullptr ? outer : inner;
+    if (shown == nullptr) {
+        return;
+    }
+    const CAsn1Element element = ca::ElementOf(*shown);
+    record.signatureAlg = ca::AlgorithmText(element);
+    record.hashAlg = ca::SignatureDigestText(element);
+    if (outer != nullptr && inner != nullptr && !std::ranges::equal(outer->Raw(), inner->Raw())) {
+        ca::AddError(record.error, SetZORNAMessage(kMsgAlgorithmsDiffer));
+    }
+}
+
+}  // namespace
+
+namespace ca {
+
+bool LooksLikeCertificate(Octets octets) {
+    const CAsn1Element tbs = Child(FirstElement(octets), 0);
+    // version [0] or, left out, the serial number; four SEQUENCEs follow the serial.
+    const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
+    if (tbs.tag != kAsn1Sequence || Child(tbs, serial).tag != kAsn1Integer) {
+        return false;
+    }
+    for (std::size_t member = 1; member <= 5; ++member) {
+        if (Child(tbs, serial + member).tag != kAsn1Sequence) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
+    FillVersion(tbs, *this);
+    serial = SerialText(OctetsOf(tbs.SerialNumber()));
+    FillNames(tbs, *this);
+    FillPeriod(tbs, *this);
+    FillPublicKey(tbs, *this);
+    issuerUniqueId = Hex(BitsOf(tbs.IssuerUniqueId()).octets);
+    subjectUniqueId = Hex(BitsOf(tbs.SubjectUniqueId()).octets);
+    if (tbs.Extensions() != nullptr) {
+        FillExtensions(*tbs.Extensions(), extensions, error,
+                       [this](const OidInfo* type, std::span<unsigned char> value) {
+                           if (type != nullptr && type->shortName == std::string_view("keyUsage")) {
+                               FillKeyUsage(value, *this);
+                           }
+                       });
+    }
+}
+
+void CertInfo::FromAsn1(const CAsn1Certificate& certificate) {
+    id = Sha1Hex(certificate.Raw());
+    rawData = Base64Text(certificate.Raw());
+    FillAlgorithms(certificate, *this);
+    FillFromTbsCert(*certificate.TbsCertificate());
+}
+
+void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
+    if (!LooksLikeCertificate(der)) {
+        throw Exception(kErrCertificate);
+    }
+    CAsn1Root<CAsn1Certificate> certificate(der);
+    try {
+        certificate->Decode();
+    } catch (const Exception& fault) {
+        AddError(record.error, fault.message);
+    }
+    if (certificate->TbsCertificate() == nullptr) {
+        throw Exception(kErrCertificate);
+    }
+    record.FromAsn1(*certificate);
+}
+
+std::wstring Sha1Hex(Octets octets) {
+    return SHA1().GetHash(std::wstring(octets.begin(), octets.end()));
+}
+
+}  // namespace ca

@@ -1,0 +1,21 @@
+#include "records/ValidityText.h"
+
+#include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
+#include "common/Lng.h"
+
+#include <ctime>
+
+namespace ca {
+
+void FillValidity(const TimeForms& from, const TimeForms& to, std::wstring& text,
+                  std::uint32_t& number) {
+    const std::int64_t now = std::time(nullptr);
+    const bool isOutside =
+        (from.seconds && now < *from.seconds) || (to.seconds && now > *to.seconds);
+    number = isOutside ? kErrCertTimeInvalid : kErrNotVerified;
+    text = isOutside ? ::GetErrorMessage(kErrCertTimeInvalid, /*prefix=*/false)
+                     : SetZORNAMessage(kMsgCertNotVerified);
+}
+
+}  // namespace ca

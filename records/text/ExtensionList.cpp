@@ -1,0 +1,57 @@
+#include "records/text/ExtensionList.h"
+
+#include "records/text/Elements.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_set>
+
+namespace {
+
+std::string_view AsText(ca::Octets octets) {
+    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
+}
+
+}  // namespace
+
+namespace ca {
+
+void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& records,
+                    std::wstring& error, const ExtensionVisitor& visit) {
+    std::unordered_set<std::string_view> seen;
+    CAsn1Cursor cursor(list.ContentOctets());
+    while (!cursor.AtEnd() && records.items.size() < kMaxListed) {
+        CAsn1Element extension;
+        if (cursor.Next(extension) != Asn1Fault::kNone) {
+            extension.raw = cursor.Rest();
+            cursor = {};
+        }
+        auto record = std::make_unique<CertInfoExtension>();
+        const ExtensionParts parts = FillExtension(extension.raw, *record, error);
+        records.items.emplace_back(std::move(record));
+        if (parts.oid.empty()) {
+            continue;
+        }
+        if (!seen.insert(AsText(parts.oid)).second) {
+            AddError(error,
+                     SetZORNAMessage(kMsgExtensionRepeated) + (L": " + OidWithName(parts.oid)));
+        }
+        if (visit) {
+            visit(FindOid(parts.oid), parts.value);
+        }
+    }
+    if (!cursor.AtEnd()) {
+        CTextLines more;
+        more.Shows(kMaxListed, kMaxListed + CountElements(cursor));
+        AddError(error, more.Take());
+    }
+}
+
+std::wstring SerialText(Octets octets) {
+    const bool hasLeadingZero = octets.size() > 1 && octets[0] == 0;
+    return Hex(octets.subspan(hasLeadingZero ? 1 : 0));
+}
+
+}  // namespace ca

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "asn1/OidTable.h"
+#include "asn1/x509/Extension.h"
+#include "records/CertInfoExtension.h"
+
+#include <functional>
+#include <span>
+#include <string>
+
+namespace ca {
+
+/// Is told of each extension that could be read: its row of the table of identifiers (null when it
+/// has none) and the encoding inside extnValue.
+using ExtensionVisitor = std::function<void(const OidInfo* type, std::span<unsigned char> value)>;
+
+/// Appends the records of all extensions, in order, repeated ones too; at most kMaxListed. Faults
+/// and repetitions are added to `error`.
+void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& records,
+                    std::wstring& error, const ExtensionVisitor& visit = {});
+
+/// A serial number's content octets as hexadecimal digits, one leading 00 dropped.
+std::wstring SerialText(std::span<const unsigned char> octets);
+
+}  // namespace ca

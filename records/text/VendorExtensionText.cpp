@@ -1,0 +1,9 @@
+#include "records/text/ExtensionText.h"
+
+namespace ca {
+
+std::span<const ExtensionRow> VendorExtensionRows() {
+    return {};
+}
+
+}  // namespace ca
