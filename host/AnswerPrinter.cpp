@@ -1,0 +1,112 @@
+#include "host/AnswerPrinter.h"
+
+#include "host/JsonEvents.h"
+#include "host/Terminal.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned kIndent = 2;
+// Deeper levels are not indented further: a level a line would cost the square of the depth.
+constexpr std::size_t kIndentedLevels = 32;
+constexpr std::size_t kShownOfBadAnswer = 2000;
+constexpr std::size_t kShownOctets = 16;
+
+using PrettyWriter = rapidjson::PrettyWriter<ca::JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>,
+                                             ca::CJsonAllocator>;
+
+// Characters, not octets, so that no character is cut in two.
+std::size_t OctetsOfCharacters(std::string_view utf8, std::size_t characters) {
+    std::size_t end = 0;
+    while (end < utf8.size()) {
+        const bool starts = (static_cast<unsigned char>(utf8[end]) & 0xC0U) != 0x80U;
+        if (starts && characters-- == 0) {
+            break;
+        }
+        ++end;
+    }
+    return end;
+}
+
+// Writes for people: strings cut, indentation bounded.
+class PrettyForwarder : public host::CJsonForwarder<PrettyWriter> {
+  public:
+    PrettyForwarder(PrettyWriter& writer, std::size_t longest)
+        : CJsonForwarder(writer), m_longest(longest) {}
+
+    bool String(const char* text, rapidjson::SizeType length, bool copy) {
+        const std::string_view whole(text, length);
+        const std::size_t shown =
+            m_longest == 0 ? whole.size() : OctetsOfCharacters(whole, m_longest);
+        if (shown == whole.size()) {
+            return CJsonForwarder::String(text, length, copy);
+        }
+        return GetWriter().String(std::string(whole.substr(0, shown)) + "... (" +
+                                  std::to_string(length) + " octets)");
+    }
+    bool StartObject() { return CJsonForwarder::StartObject() && Indent(); }
+    bool StartArray() { return CJsonForwarder::StartArray() && Indent(); }
+    bool Key(const char* text, rapidjson::SizeType length, bool copy) {
+        return Indent() && CJsonForwarder::Key(text, length, copy);
+    }
+
+  private:
+    bool Indent() {
+        GetWriter().SetIndent(' ', GetDepth() <= kIndentedLevels ? kIndent : 0);
+        return true;
+    }
+
+    std::size_t m_longest;
+};
+
+// Valid UTF-8 whatever the octets are.
+std::string Readable(std::string_view octets) {
+    return host::Visible(std::string(octets.substr(0, kShownOfBadAnswer)));
+}
+
+}  // namespace
+
+namespace host {
+
+std::string PrettyAnswer(const CAnswer& answer, std::size_t longest) {
+    const std::string_view text = answer.GetText();
+    if (!IsJson(text)) {
+        return text.empty() ? "" : Readable(text) + "\n";
+    }
+    ca::JsonBuffer buffer;
+    PrettyWriter writer(buffer);
+    PrettyForwarder forwarder(writer, longest);
+    static_cast<void>(ReadJsonEvents(text, forwarder));
+    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+}
+
+std::string LineAnswer(const CAnswer& answer) {
+    if (!answer.GetFault().empty()) {
+        return "{\"hostError\":" + QuoteJson(answer.GetFault()) +
+               ",\"answer\":" + QuoteJson(answer.GetText().substr(0, kShownOfBadAnswer)) + "}";
+    }
+    ca::JsonBuffer buffer;
+    ca::JsonWriter writer(buffer);
+    CJsonForwarder forwarder(writer);
+    static_cast<void>(ReadJsonEvents(answer.GetText(), forwarder));
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+std::string LineError(std::string_view reason) {
+    return "{\"hostError\":" + QuoteJson(reason) + "}";
+}
+
+std::string SummariseOctets(std::span<const unsigned char> octets) {
+    static constexpr char kDigits[] = "0123456789abcdef";
+    std::string text = std::to_string(octets.size()) + (octets.size() == 1 ? " octet" : " octets");
+    const std::size_t shown = std::min(octets.size(), kShownOctets);
+    for (std::size_t i = 0; i < shown; ++i) {
+        text += i == 0 ? ": " : " ";
+        text += kDigits[octets[i] >> 4U];
+        text += kDigits[octets[i] & 0x0FU];
+    }
+    return shown < octets.size() ? text + " ..." : text;
+}
+
+}  // namespace host

@@ -1,0 +1,41 @@
+#include "host/JsonEvents.h"
+
+#include "common/Encode.h"
+
+namespace {
+
+// Takes the text of a root that is a string.
+class RootString : public host::CJsonEvents {
+  public:
+    bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) {
+        if (GetDepth() == 0) {
+            value = std::string(text, length);
+        }
+        return true;
+    }
+
+    std::optional<std::string> value;
+};
+
+}  // namespace
+
+namespace host {
+
+std::string QuoteJson(std::string_view text) {
+    ca::JsonBuffer buffer;
+    ca::JsonWriter writer(buffer);
+    writer.String(ca::u16u8(ca::u8u16(std::string(text))));
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
+bool IsJson(std::string_view text) {
+    CJsonEvents events;
+    return ReadJsonEvents(text, events).empty();
+}
+
+std::optional<std::string> UnquoteJson(std::string_view json) {
+    RootString root;
+    return ReadJsonEvents(json, root).empty() ? root.value : std::nullopt;
+}
+
+}  // namespace host

@@ -1,0 +1,46 @@
+#include "host/LogSink.h"
+
+#include "common/Encode.h"
+#include "host/Terminal.h"
+
+#include <atomic>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+std::atomic<bool> shown{false};
+
+constexpr const char* kRed = "\033[31m";
+constexpr const char* kPlain = "\033[0m";
+
+}  // namespace
+
+namespace host {
+
+void ShowLog(bool show) {
+    shown = show;
+}
+
+bool LogLine(const wchar_t* line, bool isError) noexcept {
+    if (line == nullptr) {
+        return false;
+    }
+    if (!shown) {
+        return true;
+    }
+    try {
+        const bool coloured = isError && IsTerminal(STDERR_FILENO);
+        std::string text = isError ? "log ! " : "log   ";
+        text += ca::u16u8(Visible(std::wstring_view(line)));
+        text = (coloured ? kRed : "") + text + (coloured ? kPlain : "") + "\n";
+        // One call a line: lines of several threads do not mix.
+        return std::fwrite(text.data(), 1, text.size(), stderr) == text.size();
+    } catch (const std::exception&) {
+        return false;  // out of memory; the module goes on without the line
+    }
+}
+
+}  // namespace host

@@ -1,0 +1,38 @@
+#include "host/ModeTable.h"
+
+#include <algorithm>
+#include <charconv>
+#include <strings.h>
+
+namespace {
+
+constexpr host::ModeRow kModes[] = {
+#define CMHOST_MODE(number, name, gated, purpose) {number, name, gated, purpose},
+#include "host/ModeTable.inc"
+#undef CMHOST_MODE
+};
+
+}  // namespace
+
+namespace host {
+
+std::span<const ModeRow> AllModes() {
+    return kModes;
+}
+
+std::optional<std::uint32_t> FindMode(std::string_view nameOrNumber) {
+    std::uint32_t number = 0;
+    const char* const last = nameOrNumber.data() + nameOrNumber.size();
+    const auto [end, error] = std::from_chars(nameOrNumber.data(), last, number);
+    if (error == std::errc() && end == last) {
+        return number;
+    }
+    const auto* const row =
+        std::find_if(std::begin(kModes), std::end(kModes), [nameOrNumber](const ModeRow& mode) {
+            return !mode.name.empty() && mode.name.size() == nameOrNumber.size() &&
+                   ::strncasecmp(mode.name.data(), nameOrNumber.data(), mode.name.size()) == 0;
+        });
+    return row != std::end(kModes) ? std::optional(row->number) : std::nullopt;
+}
+
+}  // namespace host

@@ -1,0 +1,90 @@
+#include "host/ModuleLoader.h"
+
+#include "host/HostError.h"
+#include "host/LogSink.h"
+
+#include <cstdint>
+#include <dlfcn.h>
+#include <filesystem>
+#include <limits>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kSoName = "libmod_foo.so.1";
+
+// Where the library stands relative to the executable: beside it, in an installation, in a build
+// tree. Last the bare name, which the loader looks for by itself.
+std::vector<std::string> Candidates() {
+    std::error_code error;
+    const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+    std::vector<std::string> paths;
+    for (const char* relative : {".", "../lib", CMHOST_LIBRARY_DIR, "../module"}) {
+        const fs::path path = (folder / relative / kSoName).lexically_normal();
+        if (!error && fs::exists(path, error)) {
+            paths.push_back(path.string());
+        }
+        error.clear();
+    }
+    paths.emplace_back(kSoName);
+    return paths;
+}
+
+std::string LoaderError() {
+    const char* const text = ::dlerror();
+    return text != nullptr ? text : "unknown reason";
+}
+
+template <class Function>
+void Resolve(void* library, const std::string& path, const char* name, Function& function) {
+    function = reinterpret_cast<Function>(::dlsym(library, name));
+    if (function == nullptr) {
+        throw host::CHostError(host::kExitNoModule,
+                               path + " is no module: it has no function " + name);
+    }
+}
+
+}  // namespace
+
+namespace host {
+
+CModuleLibrary::CModuleLibrary(const std::string& path)
+    : m_path(path.empty() ? Candidates().front() : path) {
+    // A bare file name given by the user is a file here, not a name to look up.
+    const bool isFile = !path.empty() && path.find('/') == std::string::npos;
+    m_library = ::dlopen((isFile ? "./" + path : m_path).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (m_library == nullptr) {
+        throw CHostError(kExitNoModule, "the module does not load: " + LoaderError());
+    }
+    Resolve(m_library, m_path, "CM_Init", m_init);
+    Resolve(m_library, m_path, "CM_ProcessClientRequest", m_process);
+    Resolve(m_library, m_path, "CM_Free", m_free);
+}
+
+CModule::CModule(const CModuleLibrary& library, bool silent)
+    : m_library(library), m_handle(library.m_init(silent ? 1 : 0, &LogLine)) {
+    if (m_handle == nullptr) {
+        throw CHostError(kExitNoModule, library.GetPath() + " gives no module (CM_Init failed)");
+    }
+}
+
+CModule::~CModule() {
+    m_library.m_free(m_handle);
+}
+
+CAnswer CModule::Ask(CRequest& request) const {
+    if (request.octets.size() > std::numeric_limits<std::uint32_t>::max()) {
+        throw CHostError(kExitUsage, "a request has to be smaller than 4 GiB");
+    }
+    CMPacket packet{};
+    packet.request = request.octets.data();
+    packet.requestLength = static_cast<std::uint32_t>(request.octets.size());
+    packet.interactive = request.interactive;
+    m_library.m_process(m_handle, &packet);
+    return CAnswer(packet.response, packet.responseSize);
+}
+
+}  // namespace host

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "host/Answer.h"
+#include "host/Request.h"
+#include "module/mod_foo.h"
+
+#include <string>
+
+namespace host {
+
+/// A provider of the module interface, loaded with dlopen and known by its C entry points only.
+class CModuleLibrary {
+  public:
+    /// \param path  the library; "" looks for libmod_foo.so.1 beside the executable, where an
+    ///              installation and a build tree have it, then on the loader's own path.
+    /// Throws CHostError (no module) when it does not load or lacks an entry point.
+    explicit CModuleLibrary(const std::string& path);
+
+    const std::string& GetPath() const { return m_path; }
+
+  private:
+    friend class CModule;
+
+    // Deliberate: never dlclose()d. A provider may have started threads or registered exit
+    // handlers whose code must not vanish before the process ends.
+    void* m_library = nullptr;
+    std::string m_path;
+    decltype(&CM_Init) m_init = nullptr;
+    decltype(&CM_ProcessClientRequest) m_process = nullptr;
+    decltype(&CM_Free) m_free = nullptr;
+};
+
+/// One module instance. Ask() may be called from several threads.
+class CModule {
+  public:
+    /// \param library  outlives the instance.
+    /// Throws CHostError (no module) when the provider gives none.
+    CModule(const CModuleLibrary& library, bool silent);
+    CModule(const CModule&) = delete;
+    CModule& operator=(const CModule&) = delete;
+    ~CModule();
+
+    /// Runs one request. Whatever the provider leaves in the packet becomes an answer, see CAnswer.
+    /// The module may write into the request's text.
+    CAnswer Ask(CRequest& request) const;
+
+  private:
+    const CModuleLibrary& m_library;
+    void* m_handle;
+};
+
+}  // namespace host

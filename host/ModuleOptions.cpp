@@ -1,0 +1,36 @@
+#include "host/ModuleOptions.h"
+
+#include "host/LogSink.h"
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+namespace host {
+
+void AddLanguageOption(CLI::App& command, std::string& language) {
+    command.add_option("--language", language, "Language of the texts: ru or en")
+        ->check(CLI::IsMember({"ru", "en"}, CLI::ignore_case));
+}
+
+void ModuleOptions::AddTo(CLI::App& command) {
+    command
+        .add_option("--module", module,
+                    "The provider's library (default: the libmod_foo.so.1 that belongs to this "
+                    "program, else the system's)")
+        ->type_name("PATH");
+    command.add_option("--config", config, "Configuration file that the module reads")
+        ->check(CLI::ExistingFile);
+    AddLanguageOption(command, language);
+    command.add_flag("--log", log,
+                     "Show the module's log lines on the standard error, errors marked with !");
+    command.add_flag("--silent", silent,
+                     "Create the module without user interface: no window, and no log line about "
+                     "its configuration");
+}
+
+CLoadedModule::CLoadedModule(const ModuleOptions& options)
+    : m_config(options.config, options.language),
+      m_library(options.module),
+      m_module((ShowLog(options.log), m_library), options.silent) {}
+
+}  // namespace host

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/ConfigOverride.h"
+#include "host/ModuleLoader.h"
+
+#include <CLI/App.hpp>
+
+#include <string>
+
+namespace host {
+
+/// The options shared by every command that loads a module.
+struct ModuleOptions {
+    std::string module;    ///< "" for the search of CModuleLibrary
+    std::string config;    ///< "" for the one the module finds
+    std::string language;  ///< "ru", "en" or ""
+    bool log = false;
+    bool silent = false;
+
+    /// Adds the options to a command.
+    void AddTo(CLI::App& command);
+};
+
+/// A module made as the options say.
+class CLoadedModule {
+  public:
+    /// Throws CHostError, see CConfigOverride, CModuleLibrary and CModule.
+    explicit CLoadedModule(const ModuleOptions& options);
+
+    const CModule& Get() const { return m_module; }
+
+  private:
+    CConfigOverride m_config;
+    CModuleLibrary m_library;
+    CModule m_module;
+};
+
+/// Adds --language to a command, which takes "ru" and "en".
+void AddLanguageOption(CLI::App& command, std::string& language);
+
+}  // namespace host

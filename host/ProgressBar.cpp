@@ -1,0 +1,46 @@
+#include "host/ProgressBar.h"
+
+#include "host/Terminal.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::chrono::milliseconds kFirst{1000};
+constexpr std::chrono::milliseconds kInterval{100};
+constexpr std::size_t kColumns = 30;
+constexpr const char* kEraseLine = "\r\033[K";
+
+}  // namespace
+
+namespace host {
+
+CProgressBar::CProgressBar(bool enabled)
+    : m_enabled(enabled && IsTerminal(STDERR_FILENO)), m_nextTime(Clock::now() + kFirst) {}
+
+CProgressBar::~CProgressBar() {
+    if (m_visible) {
+        std::fputs(kEraseLine, stderr);
+    }
+}
+
+void CProgressBar::Show(std::size_t done, double share) {
+    if (!m_enabled || Clock::now() < m_nextTime) {
+        return;
+    }
+    m_nextTime = Clock::now() + kInterval;
+    m_visible = true;
+    std::string bar;
+    if (share >= 0) {
+        const auto filled =
+            std::min(kColumns, static_cast<std::size_t>(share * static_cast<double>(kColumns)));
+        bar = "[" + std::string(filled, '#') + std::string(kColumns - filled, '.') + "] " +
+              std::to_string(static_cast<int>(share * 100)) + " %  ";
+    }
+    std::fprintf(stderr, "%s%s%zu requests", kEraseLine, bar.c_str(), done);
+}
+
+}  // namespace host

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+
+namespace host {
+
+/// A bar on the standard error's terminal that appears once a job has taken a second, and goes
+/// when it ends. One thread at a time.
+class CProgressBar {
+  public:
+    /// \param enabled  false shows nothing ever.
+    explicit CProgressBar(bool enabled);
+    CProgressBar(const CProgressBar&) = delete;
+    CProgressBar& operator=(const CProgressBar&) = delete;
+    ~CProgressBar();
+
+    /// \param done   requests so far
+    /// \param share  of the input that is read, 0 to 1; negative when its size is not known.
+    void Show(std::size_t done, double share);
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    bool m_enabled;
+    bool m_visible = false;
+    Clock::time_point m_nextTime;
+};
+
+}  // namespace host

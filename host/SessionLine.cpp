@@ -1,0 +1,89 @@
+#include "host/SessionLine.h"
+
+#include "host/FileIo.h"
+#include "host/HostError.h"
+#include "host/JsonEvents.h"
+#include "host/ModeTable.h"
+
+#include <optional>
+#include <utility>
+
+namespace {
+
+using host::CHostError;
+using host::CRequestBuilder;
+
+[[noreturn]] void Fail(const std::string& text) {
+    throw CHostError(host::kExitUsage, text);
+}
+
+// A directive whose value is a string; nothing when the line has none.
+std::optional<std::string> TakeText(CRequestBuilder& builder, const char* key) {
+    const std::optional<std::string> json = builder.Take(key);
+    if (!json) {
+        return std::nullopt;
+    }
+    std::optional<std::string> text = host::UnquoteJson(*json);
+    if (!text) {
+        Fail(std::string(key) + " takes a string");
+    }
+    return text;
+}
+
+void ApplyMode(CRequestBuilder& builder) {
+    if (const auto name = TakeText(builder, "@mode")) {
+        const std::optional<std::uint32_t> mode = host::FindMode(*name);
+        if (!mode) {
+            Fail("there is no operation \"" + *name + "\"");
+        }
+        builder.Set("mode", std::to_string(*mode));
+    }
+}
+
+bool TakeInteractive(CRequestBuilder& builder, bool otherwise) {
+    const std::optional<std::string> json = builder.Take("@interactive");
+    if (!json) {
+        return otherwise;
+    }
+    if (*json != "true" && *json != "false") {
+        Fail("@interactive takes true or false");
+    }
+    return *json == "true";
+}
+
+host::PayloadForm TakeForm(CRequestBuilder& builder) {
+    const std::string form = TakeText(builder, "@form").value_or("base64");
+    if (form != "base64" && form != "binary") {
+        Fail("@form takes \"base64\" or \"binary\"");
+    }
+    return form == "binary" ? host::PayloadForm::kBinary : host::PayloadForm::kBase64;
+}
+
+}  // namespace
+
+namespace host {
+
+SessionRequest ReadSessionLine(std::string line, bool interactive) {
+    SessionRequest session;
+    session.request.interactive = interactive;
+    CRequestBuilder builder;
+    const bool hasDirectives = line.find("\"@") != std::string::npos &&
+                               builder.Load(line).empty() && !builder.FindPrefixed("@").empty();
+    if (!hasDirectives) {
+        session.request.octets = std::move(line);
+        return session;
+    }
+    ApplyMode(builder);
+    session.request.interactive = TakeInteractive(builder, interactive);
+    session.output = TakeText(builder, "@output").value_or("");
+    const PayloadForm form = TakeForm(builder);
+    const std::optional<std::string> file = TakeText(builder, "@file");
+    if (const std::string unknown = builder.FindPrefixed("@"); !unknown.empty()) {
+        Fail("unknown directive " + unknown);
+    }
+    const std::string payload = file ? ReadFile(*file) : "";
+    session.request.octets = builder.Build(file ? &payload : nullptr, form);
+    return session;
+}
+
+}  // namespace host

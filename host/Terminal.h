@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace host {
+
+/// True when the file descriptor is a terminal that can be written to in colour.
+bool IsTerminal(int descriptor);
+
+/// Columns of the terminal; `fallback` for anything else.
+std::size_t TerminalWidth(int descriptor, std::size_t fallback);
+
+/// The text with control characters, line breaks and characters that reorder text replaced by ".",
+/// so that strangers' octets cannot steer a terminal.
+std::wstring Visible(std::wstring_view text);
+std::string Visible(const std::string& utf8);
+
+/// Columns the text takes: wide East Asian characters count two, combining marks none.
+std::size_t DisplayWidth(std::wstring_view text);
+
+/// The longest beginning that fits into `columns`, ended by "..." when something was cut.
+std::wstring CutToWidth(std::wstring_view text, std::size_t columns);
+
+}  // namespace host

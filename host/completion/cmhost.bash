@@ -1,0 +1,45 @@
+# bash completion for cmhost
+
+# Options of the command $2, as the program $1 itself lists them: they cannot drift apart.
+_cmhost_options() {
+    "$1" "$2" --help 2>/dev/null | grep -oE -- '(^|[ ,])(-[a-z]|--[a-z0-9-]+)' | tr -d ' ,'
+}
+
+_cmhost() {
+    local current previous command
+    current=${COMP_WORDS[COMP_CWORD]}
+    previous=${COMP_WORDS[COMP_CWORD - 1]}
+    command=${COMP_WORDS[1]}
+    COMPREPLY=()
+
+    if ((COMP_CWORD == 1)); then
+        mapfile -t COMPREPLY < <(compgen -W 'modes call run asn1 --help --version' -- "$current")
+        return
+    fi
+    case $previous in
+        --language)
+            mapfile -t COMPREPLY < <(compgen -W 'ru en' -- "$current")
+            return
+            ;;
+        --client | --set | --path | --threads)
+            return
+            ;;
+        --file | --json | --module | --config | --output | -o | --raw | --rebuild)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            return
+            ;;
+    esac
+    if [[ $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$(_cmhost_options "${COMP_WORDS[0]}" "$command")" \
+            -- "$current")
+    elif [[ $command == call && COMP_CWORD -eq 2 ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" modes --names 2>/dev/null)" \
+            -- "$current")
+    elif [[ $command == run || $command == asn1 ]]; then
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    fi
+}
+
+complete -F _cmhost cmhost

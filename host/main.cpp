@@ -1,0 +1,79 @@
+#include "host/CallCommand.h"
+#include "host/HostError.h"
+#include "host/ModesCommand.h"
+#include "host/RunCommand.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string_view>
+#include <unistd.h>
+
+namespace {
+
+constexpr const char* kAbout =
+    R"(Host of a crypto module: sends it requests and shows its answers.)";
+
+constexpr const char* kFooter = R"(Exit codes:
+  0  answered, and every errorCode is 0
+  1  an answer carries an errorCode, or is no proper answer
+  2  wrong usage, or a file that cannot be read or written
+  3  the module does not load
+
+`cmhost COMMAND --help` shows the options of a command with examples.)";
+
+// A module stops the process when a request breaks its contract; the user is told where that came
+// from. Only async-signal-safe calls.
+extern "C" void OnAbort(int signal) {
+    constexpr std::string_view kNote =
+        "cmhost: the process was stopped, by the module as it seems: a request key of the wrong "
+        "JSON type does that (--log shows which)\n";
+    [[maybe_unused]] const auto ignored = ::write(STDERR_FILENO, kNote.data(), kNote.size());
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+int Report(const char* text, int exitCode) {
+    std::fprintf(stderr, "cmhost: %s\n", text);
+    return exitCode;
+}
+
+int Run(int argc, const char* const* argv) {
+    int exitCode = host::kExitUsage;
+    CLI::App program(kAbout, "cmhost");
+    program.set_version_flag("--version", "cmhost " CMHOST_VERSION);
+    program.require_subcommand(/*min=*/0, /*max=*/1);
+    program.footer(kFooter);
+    host::AddModesCommand(program, exitCode);
+    host::AddCallCommand(program, exitCode);
+    host::AddRunCommand(program, exitCode);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return program.exit(error) == 0 ? host::kExitDone : host::kExitUsage;
+    }
+    if (program.get_subcommands().empty()) {
+        std::fputs(program.help().c_str(), stderr);
+    }
+    return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGABRT, &OnAbort);
+    try {
+        return Run(argc, argv);
+    } catch (const host::CHostError& error) {
+        return Report(error.what(), error.GetExitCode());
+    } catch (const std::bad_alloc&) {
+        return Report("out of memory", host::kExitUsage);
+    } catch (const std::exception& error) {
+        return Report(error.what(), host::kExitUsage);
+    }
+}
