@@ -4,6 +4,7 @@
 #include "common/HeapPtr.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <string_view>
@@ -138,12 +139,7 @@ unsigned DecodeText(const char* text, std::size_t length, unsigned char** out,
 
 namespace ca::base64 {
 
-void Cursor::SkipLineBreaks() {
-    while (m_in != m_end && IsLineBreak(*m_in)) {
-        ++m_in;
-    }
-}
-
+// Whole groups of four, as long as no other character stands between them.
 void Cursor::TakeUnbroken() {
     while (Left() >= 4) {
         const std::uint32_t group =
@@ -174,12 +170,15 @@ bool Cursor::TakeGroup() {
     return collected == 4;
 }
 
-Base64Run DecodePlain(const char* in, std::size_t length, unsigned char* out) {
-    Cursor cursor(in, length, out);
+Base64Run Cursor::TakeRest() {
     do {
-        cursor.TakeUnbroken();
-    } while (cursor.TakeGroup());
-    return cursor.Result();
+        TakeUnbroken();
+    } while (TakeGroup());
+    return Result();
+}
+
+Base64Run DecodePlain(const char* in, std::size_t length, unsigned char* out) {
+    return Cursor(in, length, out).TakeRest();
 }
 
 }  // namespace ca::base64

@@ -2,7 +2,6 @@
 
 #include "common/Encode.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -30,14 +29,21 @@ class Cursor {
         m_out += chars / 4 * 3;
     }
 
-    void SkipLineBreaks();
-
-    /// Takes whole groups of four as long as no other character stands between them.
-    void TakeUnbroken();
+    /// Passes CR and LF; false when there was none.
+    bool SkipLineBreaks() {
+        const char* const before = m_in;
+        while (m_in != m_end && (*m_in == '\r' || *m_in == '\n')) {
+            ++m_in;
+        }
+        return m_in != before;
+    }
 
     /// Takes one group of four that line breaks may interrupt. False when the scan ended before
     /// its fourth character; what had been collected is then written.
     bool TakeGroup();
+
+    /// Takes everything up to the end of the scan.
+    Base64Run TakeRest();
 
     Base64Run Result() const {
         return {static_cast<std::size_t>(m_out - m_outBegin),
@@ -45,6 +51,8 @@ class Cursor {
     }
 
   private:
+    void TakeUnbroken();
+
     const char* m_in;
     const char* m_end;
     unsigned char* m_out;
