@@ -4,7 +4,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <cwchar>
 #include <emmintrin.h>
 #include <stdexcept>
 
@@ -27,11 +26,11 @@ constexpr std::size_t kMaxSequence = 4;  // octets of one code point
 using Octets = const unsigned char*;
 
 template <class Char>
-const Char* RequireText(const Char* text) {
+std::size_t LengthOf(const Char* text) {
     if (text == nullptr) {
         throw std::logic_error("basic_string: construction from null is not valid");
     }
-    return text;
+    return std::char_traits<Char>::length(text);
 }
 
 // What the first octet of a sequence says: how many follow, the bits it brings, and the lowest code
@@ -264,7 +263,7 @@ void EncodeText(const wchar_t* in, std::size_t length, std::string& out) {
 namespace ca {
 
 void u8u16(const char* text, std::wstring& out) {
-    DecodeText(RequireText(text), std::strlen(text), out);
+    DecodeText(text, LengthOf(text), out);
 }
 
 std::wstring u8u16(const std::string& text) {
@@ -274,12 +273,12 @@ std::wstring u8u16(const std::string& text) {
 }
 
 void u16u8(const wchar_t* text, std::string& out) {
-    EncodeText(RequireText(text), std::wcslen(text), out);
+    EncodeText(text, LengthOf(text), out);
 }
 
 std::string u16u8(const std::wstring& text) {
     std::string out;
-    EncodeText(text.data(), std::wcslen(text.c_str()), out);
+    EncodeText(text.data(), LengthOf(text.c_str()), out);
     return out;
 }
 

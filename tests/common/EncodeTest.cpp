@@ -1,0 +1,85 @@
+#include "common/Encode.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <regex>
+
+namespace {
+
+TEST(EncodeTest, TrimsMembersOfTheSet) {
+    const struct {
+        std::string text, chars, both, right;
+    } cases[] = {
+        {"  a b \t", " \t", "a b", "  a b"}, {"   ", " ", "", ""},  {"", " ", "", ""},
+        {" a ", "", " a ", " a "},           {"xyx", "xy", "", ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        std::string text = c.text;
+        ca::trim(text, c.chars);
+        EXPECT_EQ(c.both, text);
+        std::wstring wide = ca::u8u16(c.text);
+        ca::trim(wide, ca::u8u16(c.chars));
+        EXPECT_EQ(ca::u8u16(c.both), wide);
+        text = c.text;
+        RTrim(text, c.chars);
+        EXPECT_EQ(c.right, text);
+    }
+}
+
+TEST(EncodeTest, SplitsWithoutEmptyItems) {
+    std::vector<std::wstring> items = {L"old"};
+    ca::Split(L";a;;b;", L";", items);
+    EXPECT_THAT(items, testing::ElementsAre(L"a", L"b"));
+    ca::Split(L"", L";", items);
+    EXPECT_THAT(items, testing::IsEmpty());
+    std::vector<std::string> narrow;
+    ca::SplitA("one, two", ", ", narrow);
+    EXPECT_THAT(narrow, testing::ElementsAre("one", "two"));
+    ca::SplitA("whole", "", narrow);
+    EXPECT_THAT(narrow, testing::ElementsAre("whole"));
+}
+
+TEST(EncodeTest, TakesTheTail) {
+    EXPECT_EQ(L"bc", ca::tail(L"abc", 2));
+    EXPECT_EQ(L"abc", ca::tail(L"abc", 5));
+    EXPECT_EQ(L"", ca::tail(L"abc", 0));
+}
+
+TEST(EncodeTest, FoldsCase) {
+    std::wstring text = L"MiXed 1";
+    ca::toupper(text);
+    EXPECT_EQ(L"MIXED 1", text);
+    ca::tolower(text);
+    EXPECT_EQ(L"mixed 1", text);
+    EXPECT_TRUE(ca::iequals(L"MIXED 1", text));
+    EXPECT_FALSE(ca::iequals(L"mixed", text));
+}
+
+TEST(EncodeTest, ReversesBits) {
+    EXPECT_EQ(0x80, ca::ReverseByte(0x01));
+    EXPECT_EQ(0x2D, ca::ReverseByte(0xB4));
+    EXPECT_EQ(0x35, ca::ReverseByte(0xAC));
+}
+
+TEST(EncodeTest, GeneratesRandomUuids) {
+    const std::string uuid = ca::UuidGenerate();
+    const std::regex form(
+        "\\{[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}\\}");
+    EXPECT_TRUE(std::regex_match(uuid, form)) << uuid;
+    EXPECT_NE(uuid, ca::UuidGenerate());
+}
+
+TEST(EncodeTest, KeepsTheSourceLengthInTheLocaleConversions) {
+    const std::string before = std::setlocale(LC_CTYPE, nullptr);
+    ASSERT_NE(nullptr, std::setlocale(LC_CTYPE, "C.UTF-8"));
+    EXPECT_EQ("abc", wstr_to_str(L"abc"));
+    EXPECT_EQ(std::wstring(L"яю\0\0", 4), str_to_wstr("яю"));
+    // Four letters of two octets do not fit in four octets.
+    EXPECT_EQ("яю", wstr_to_str(L"яюяю"));
+    std::setlocale(LC_CTYPE, before.c_str());
+}
+
+}  // namespace

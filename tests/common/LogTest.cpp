@@ -1,0 +1,104 @@
+#include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+using Lines = std::vector<std::pair<std::wstring, bool>>;
+
+Lines lines;
+bool answer = true;
+
+bool Collect(const wchar_t* line, bool isError) {
+    lines.emplace_back(line, isError);
+    return answer;
+}
+
+class LogTest : public testing::Test {
+  protected:
+    LogTest() {
+        lines.clear();
+        answer = true;
+        SetZORNALng(L"en");
+        LogInit(Collect, m_noTexts);
+    }
+    ~LogTest() override {
+        LogInit(nullptr, m_noTexts);
+        SetZORNALng(L"ru");
+    }
+
+    std::vector<std::wstring> m_noTexts;
+};
+
+TEST_F(LogTest, DropsLinesWithoutACallback) {
+    LogInit(nullptr, m_noTexts);
+    EXPECT_FALSE(LogEvent(L"lost", true));
+    EXPECT_FALSE(ca::LogEventFmt(L"%d", true, 1));
+}
+
+TEST_F(LogTest, PassesLineMarkAndAnswerThrough) {
+    EXPECT_TRUE(LogEvent(L"one", false));
+    answer = false;
+    EXPECT_FALSE(ca::LogEventFmt(L"%ls %d", true, L"two", 2));
+    EXPECT_EQ((Lines{{L"one", false}, {L"two 2", true}}), lines);
+}
+
+TEST_F(LogTest, KeepsTheCustomTexts) {
+    std::vector<std::wstring> texts = {L"a", L"b"};
+    EXPECT_TRUE(LogInit(Collect, texts));
+    EXPECT_EQ(texts, ca::GlobalErrorMessageHelper().CustomTexts());
+}
+
+TEST_F(LogTest, ReportsAnErrorInTwoLines) {
+    ca::LogError(L"open failed", L"config:42", 16301, /*throwIt=*/false);
+    EXPECT_EQ(
+        (Lines{{L"config:42: open failed", true}, {L"config:42: ERROR File not found.", true}}),
+        lines);
+    try {
+        ca::LogError(nullptr, L"here:1", 16301, /*throwIt=*/true);
+        FAIL() << "nothing was thrown";
+    } catch (const ca::Exception& e) {
+        EXPECT_EQ(16301U, e.errorCode);
+        EXPECT_EQ(L"File not found.", e.message);
+    }
+    EXPECT_EQ(L"here:1: ", lines.at(2).first);
+}
+
+TEST_F(LogTest, LogsTheBareNumberOfACodeWithoutText) {
+    ca::LogError(L"", L"here:1", ca::kErrPrivateKeyAccess, /*throwIt=*/false);
+    EXPECT_EQ(L"here:1: 50", lines.at(1).first);
+    ca::LogError(L"", L"here:1", 0x80093102, /*throwIt=*/false);
+    EXPECT_EQ(L"here:1: 2148086018", lines.at(3).first);
+}
+
+TEST_F(LogTest, RefusesANullLocation) {
+    EXPECT_THROW(ca::LogError(L"", nullptr, 16301, /*throwIt=*/false), std::logic_error);
+    EXPECT_TRUE(lines.empty());
+}
+
+TEST_F(LogTest, FormatsLongCyrillicLinesInTheCLocale) {
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "C");
+    const std::wstring text(9000, L'Я');
+    EXPECT_TRUE(ca::LogEventFmt(L"Имя: %ls.", false, text.c_str()));
+    // No letter, and one that the locale cannot read: an empty line, but a line.
+    EXPECT_TRUE(ca::LogEventFmt(L"%s", false, "\xFF"));
+    std::setlocale(LC_ALL, before.c_str());
+    EXPECT_EQ((Lines{{L"Имя: " + text + L".", false}, {L"", false}}), lines);
+}
+
+TEST_F(LogTest, NamesASourcePosition) {
+    EXPECT_EQ(L"CryptoModule.cpp:53", ca::GetLineString("CryptoModule.cpp", 53, "build"));
+    EXPECT_EQ(0U, std::wstring(CA_HERE).find(L"LogTest.cpp:"));
+}
+
+}  // namespace
