@@ -1,4 +1,5 @@
-# Includes run common <- asn1 <- records <- module, and the host tool knows the C header only.
+# Includes run common <- asn1 <- records <- module. The host tool knows the module by its C header
+# only; beside that it uses the ASN.1 engine for its listing, and the helpers named here.
 # Fails with the list of the lines that run the wrong way. SOURCE_DIR: the project's root.
 
 set(not_in_common asn1 records module host)
@@ -6,6 +7,8 @@ set(not_in_asn1 records module host)
 set(not_in_records module host)
 set(not_in_module host)
 set(not_in_host common records)
+
+set(host_helpers "\"(common/(Encode|HeapPtr|Json|Lng|Log)|records/Payload)\\.h\"")
 
 set(wrong "")
 foreach(folder common asn1 records module host)
@@ -17,6 +20,9 @@ foreach(folder common asn1 records module host)
     list(JOIN not_in_${folder} "|" forbidden)
     foreach(file IN LISTS files)
         file(STRINGS ${SOURCE_DIR}/${file} includes REGEX "^[ \t]*#[ \t]*include[ \t]*\"")
+        if(folder STREQUAL "host")
+            list(FILTER includes EXCLUDE REGEX "${host_helpers}")
+        endif()
         foreach(line IN LISTS includes)
             if(line MATCHES "\"(${forbidden})/" OR line MATCHES "\"\\.\\./"
                OR (folder STREQUAL "host" AND line MATCHES "\"module/"
