@@ -1,0 +1,159 @@
+// The host tool with the module it belongs to.
+
+#include "tests/host/HostProcess.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <sstream>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class CmhostTest : public HostProcessTest {};
+
+struct CommandCase {
+    const char* name;
+    std::vector<std::string> arguments;
+    int exitCode;
+    std::vector<std::string> out;
+    std::vector<std::string> err;
+};
+
+TEST_F(CmhostTest, AnswersEachCommandLine) {
+    m_directory.Write("data", "some octets");
+    m_directory.Write("request.json", R"({"mode":1,"clientId":"ann","test":true})");
+    m_directory.Write("broken.json", R"({"mode":)");
+    m_directory.Write("list.json", "[]");
+    m_directory.Write("open.ini", "[Service settings]\nAllowServicePrivateKeyAccess=1");
+    const CommandCase cases[] = {
+        {"table", {"modes"}, 0, {"38    EnumCerts          -", "51    SignRaw            yes"}, {}},
+        {"names", {"modes", "--names"}, 0, {"\nEnumCerts\n"}, {}},
+        {"by name", {"call", "enumcerts"}, 0, {"  \"errorCode\": 0,", "\"FooCertId\""}, {}},
+        {"by number", {"call", "38"}, 0, {"\"FooCertId\""}, {}},
+        {"unknown number", {"call", "13"}, 1, {"\"errorCode\": 16303", "Метод"}, {}},
+        {"English", {"call", "13", "--language", "en"}, 1, {"Method not supported"}, {}},
+        {"closed gate", {"call", "Sign"}, 1, {"\"errorCode\": 50,"}, {}},
+        {"interactive", {"call", "Sign", "--interactive", "--file", "data"}, 0, {"fileData"}, {}},
+        {"configured", {"call", "Sign", "--config", "open.ini"}, 0, {"fileData"}, {}},
+        {"configured, in a language",
+         {"call", "11", "--config", "open.ini", "--language", "en"},
+         0,
+         {"\"DONE\""},
+         {}},
+        {"raw result",
+         {"call", "Sign", "--binary", "--file", "data", "--interactive"},
+         0,
+         {"\"fileDataSize\": 64\n"},
+         {"64 octets: ", "-o FILE"}},
+        {"log",
+         {"call", "EnumCerts", "--log", "--language", "en", "--client", "ann"},
+         0,
+         {},
+         {"log   Module initialized\n", "log   clientId =  ann\n", "log   > EnumCerts\n"}},
+        {"not silent", {"call", "38", "--log"}, 0, {}, {"log ! "}},
+        {"from JSON", {"call", "38", "--json", "request.json", "--log"}, 0, {}, {"ann"}},
+        {"no command", {}, 2, {}, {"Usage: cmhost"}},
+        {"unknown command", {"frobnicate"}, 2, {}, {"frobnicate"}},
+        {"unknown operation", {"call", "Frobnicate"}, 2, {}, {"`cmhost modes`"}},
+        {"two framings", {"call", "14", "--base64", "--binary"}, 2, {}, {"excludes"}},
+        {"framing of nothing", {"call", "14", "--binary"}, 2, {}, {"--file"}},
+        {"member without value", {"call", "14", "--set", "comment"}, 2, {}, {"KEY=VALUE"}},
+        {"missing file", {"call", "14", "--file", "none"}, 2, {}, {"none: No such file"}},
+        {"folder as file", {"call", "14", "--file", "."}, 2, {}, {"Is a directory"}},
+        {"broken JSON", {"call", "38", "--json", "broken.json"}, 2, {}, {"is no request"}},
+        {"JSON list", {"call", "38", "--json", "list.json"}, 2, {}, {"not a JSON object"}},
+        {"unknown language", {"call", "38", "--language", "de"}, 2, {}, {"--language"}},
+        {"missing session", {"run", "none"}, 2, {}, {"none"}},
+        {"missing module", {"call", "38", "--module", "none.so"}, 3, {}, {"does not load"}},
+        {"no library", {"call", "38", "--module", "data"}, 3, {}, {"does not load"}},
+        {"help", {"call", "--help"}, 0, {"Examples:", "--interactive"}, {}},
+        {"version", {"--version"}, 0, {"cmhost "}, {}},
+    };
+    for (const CommandCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const HostResult result = Run(c.arguments);
+        EXPECT_EQ(c.exitCode, result.exitCode) << result.err;
+        for (const std::string& fragment : c.out) {
+            EXPECT_THAT(result.out, HasSubstr(fragment));
+        }
+        for (const std::string& fragment : c.err) {
+            EXPECT_THAT(result.err, HasSubstr(fragment));
+        }
+    }
+}
+
+TEST_F(CmhostTest, SilentModuleSaysNothingOfItsConfiguration) {
+    EXPECT_THAT(Run({"call", "38", "--log", "--silent"}).err, Not(HasSubstr("log ! ")));
+}
+
+TEST_F(CmhostTest, WritesTheResultToAFileOrTheStandardOutput) {
+    m_directory.Write("data", "some octets");
+    const std::vector<std::string> base = {"call", "Sign", "--file", "data", "--interactive", "-o"};
+    for (const bool isBinary : {false, true}) {
+        SCOPED_TRACE(isBinary);
+        std::vector<std::string> arguments = base;
+        arguments.emplace_back("signature");
+        arguments.emplace_back(isBinary ? "--binary" : "--base64");
+        EXPECT_EQ(0, Run(arguments).exitCode);
+        EXPECT_EQ(64U, TemporaryDir::Read(m_directory.File("signature")).size());
+
+        arguments[base.size()] = "-";
+        const HostResult result = Run(arguments);
+        EXPECT_EQ(64U, result.out.size());
+        EXPECT_THAT(result.err, HasSubstr("\"errorCode\": 0"));
+    }
+    EXPECT_EQ(
+        2, Run({"call", "Sign", "--file", "data", "--interactive", "-o", "/none/at/all"}).exitCode);
+}
+
+TEST_F(CmhostTest, SessionKeepsWhatItsRequestsSet) {
+    m_directory.Write("data", "some octets");
+    const std::string session =
+        R"({"@mode":"SetCurStore","clientId":"a","storeAddress":{"location":"sscu","name":"MY"}})"
+        "\r\n\n"
+        R"({"mode":47,"clientId":"a"})"
+        "\n"
+        R"({"@mode":"Sign","@file":"data","@form":"binary","@interactive":true,"@output":"sig"})"
+        "\n"
+        R"({"@mode":"Sign","@file":"none"})"
+        "\n"
+        R"({"@mode":"Frobnicate"})"
+        "\n"
+        R"({"@mode":38,"@file":1})"
+        "\n"
+        R"({"@other":1})"
+        "\n"
+        R"({"mode":)"
+        "\n"
+        R"({"mode":38,"comment":"\"@mode"})";  // no line feed at the end
+    const HostResult result = Run({"run", "-", "--language", "en"}, session);
+    EXPECT_EQ(1, result.exitCode);
+    std::istringstream lines(result.out);
+    for (const char* fragment :
+         {"\"errorCode\":0,", "\"storeAddresses\":[{\"location\":\"sscu\",\"address\":\"\"",
+          "\"fileDataSize\":64}", "{\"hostError\":\"cannot open none", "no operation",
+          "@mode takes a string", "unknown directive @other", "\"errorCode\":16300", "FooCertId"}) {
+        std::string line;
+        ASSERT_TRUE(std::getline(lines, line)) << fragment;
+        EXPECT_THAT(line, HasSubstr(fragment));
+    }
+    EXPECT_EQ(std::istringstream::traits_type::eof(), lines.peek());
+    EXPECT_EQ(64U, TemporaryDir::Read(m_directory.File("sig")).size());
+    EXPECT_EQ(0, Run({"run", "-"}, "{\"mode\":38}\n").exitCode);
+}
+
+TEST_F(CmhostTest, RequestThatStopsTheModuleIsExplained) {
+#ifdef MOD_FOO_REPORT_JSON_TYPES
+    EXPECT_EQ(1, Run({"call", "38", "--set", "clientId=5"}).exitCode);
+#else
+    const HostResult result = Run({"call", "38", "--set", "clientId=5", "--log"});
+    EXPECT_EQ(-SIGABRT, result.exitCode);
+    EXPECT_THAT(result.err, HasSubstr("clientId"));
+    EXPECT_THAT(result.err, HasSubstr("stopped"));
+#endif
+}
+
+}  // namespace

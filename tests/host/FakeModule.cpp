@@ -1,0 +1,89 @@
+// A provider that answers as no provider should, chosen by the request's mode.
+
+#include "module/mod_foo.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace {
+
+CMLogCallback logLine = nullptr;
+
+int ModeOf(std::string_view request) {
+    constexpr std::string_view kKey = "\"mode\":";
+    const std::size_t at = request.find(kKey);
+    return at == std::string_view::npos ? 0 : std::atoi(request.data() + at + kKey.size());
+}
+
+void Give(CMPacket& packet, const std::string& octets, std::size_t size) {
+    packet.response = static_cast<char*>(std::malloc(octets.size() + 1));
+    if (packet.response != nullptr) {
+        std::memcpy(packet.response, octets.c_str(), octets.size() + 1);
+        packet.responseSize = static_cast<uint32_t>(size);
+    }
+}
+
+std::string Framed(std::size_t announced, std::string_view octets) {
+    std::string text = "{\"errorCode\":0,\"fileDataSize\":" + std::to_string(announced) + "}";
+    text += '\0';
+    return text.append(octets);
+}
+
+void Answer(CMPacket& packet) {
+    const std::string_view request(packet.request, packet.requestLength);
+    std::string text;
+    switch (ModeOf(request)) {
+        case 1:
+            return;  // no answer at all
+        case 2:
+            text = "{\"errorCode\":0,\"text\":\"\xFF\x1B[31m";
+            break;
+        case 3:
+            text = "{}";
+            break;
+        case 4:
+            Give(packet, "{\"errorCode\":0}", 1U << 30U);
+            return;
+        case 5:
+            text = Framed(7, "abc");
+            break;
+        case 6:  // as deep as one likes
+            text = "{\"errorCode\":0,\"deep\":" + std::string(300000, '[') +
+                   std::string(300000, ']') + "}";
+            break;
+        case 7:  // what the host said beside the text, over several lines
+            text = packet.interactive ? "{\n \"errorCode\":0,\n \"interactive\":true}"
+                                      : "{\n \"errorCode\":0,\n \"interactive\":false}";
+            break;
+        case 8:
+            logLine(L"one\nline \x1B[2J", true);
+            text = "{\"errorCode\":12345678901234567890}";
+            break;
+        default:  // the request itself, octet by octet
+            text = Framed(request.size(), request);
+            break;
+    }
+    Give(packet, text, text.size());
+}
+
+}  // namespace
+
+void* CM_Init(int /*silent*/, CMLogCallback callback) {
+    logLine = callback;
+#ifdef FAKE_GIVES_NO_MODULE
+    return nullptr;
+#else
+    static char instance = 0;
+    return &instance;
+#endif
+}
+
+void CM_ProcessClientRequest(void* /*module*/, CMPacket* packet) {
+    Answer(*packet);
+}
+
+#ifndef FAKE_WITHOUT_FREE
+void CM_Free(void* /*module*/) {}
+#endif

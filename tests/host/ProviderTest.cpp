@@ -1,0 +1,147 @@
+// The host tool with providers that answer as they like.
+
+#include "tests/host/HostProcess.h"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class ProviderTest : public HostProcessTest {
+  protected:
+    HostResult Call(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "call");
+        arguments.insert(arguments.end(), {"--module", MOD_FOO_FAKE_MODULE});
+        return Run(arguments);
+    }
+    // What arrives at a provider.
+    std::string Received(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.end(), {"-o", "received"});
+        EXPECT_EQ(0, Call(arguments).exitCode);
+        return TemporaryDir::Read(m_directory.File("received"));
+    }
+};
+
+TEST_F(ProviderTest, ImproperAnswersAreTold) {
+    const struct {
+        const char* name;
+        const char* mode;
+        const char* fault;
+    } cases[] = {
+        {"none", "1", "gave no answer"},
+        {"not JSON", "2", "not valid JSON"},
+        {"no code", "3", "no \"errorCode\""},
+        {"size of another buffer", "4", "announces 1073741824 octets in a buffer of"},
+        {"octets not there", "5", "3 octets behind its text"},
+        {"code beyond 32 bits", "8", "no \"errorCode\""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const HostResult result = Call({c.mode});
+        EXPECT_EQ(1, result.exitCode);
+        EXPECT_THAT(result.err, HasSubstr(c.fault));
+        EXPECT_THAT(result.out, Not(HasSubstr("\x1B")));
+    }
+}
+
+TEST_F(ProviderTest, DeepAnswerIsPrintedInProportionToItsSize) {
+    const HostResult result = Call({"6"});
+    EXPECT_EQ(0, result.exitCode);
+    EXPECT_GT(result.out.size(), 600000U);
+    EXPECT_LT(result.out.size(), 2000000U);
+}
+
+TEST_F(ProviderTest, LogLinesCannotSteerTheTerminal) {
+    const HostResult result = Call({"8", "--log"});
+    EXPECT_THAT(result.err, HasSubstr("log ! one.line .[2J\n"));
+    EXPECT_THAT(Call({"8"}).err, Not(HasSubstr("log")));
+}
+
+TEST_F(ProviderTest, LibraryThatIsNoModuleIsRefused) {
+    for (const char* library : {MOD_FOO_FAKE_WITHOUT_FREE, MOD_FOO_FAKE_GIVES_NO_MODULE}) {
+        const HostResult result = Run({"call", "38", "--module", library});
+        EXPECT_EQ(3, result.exitCode);
+        EXPECT_THAT(result.err, HasSubstr("module"));
+    }
+}
+
+TEST_F(ProviderTest, RequestsArriveAsTheyWereAsked) {
+    m_directory.Write("data", std::string("a\0b\xFF", 4));
+    m_directory.Write("request.json",
+                      R"({"fileData":"old", "x":1.50, "mode":1, "y":{"mode":[1,{"z":null}]}})");
+    const std::string framed("{\"fileDataSize\":4,\"mode\":38}\0a\0b\xFF", 33);
+    const struct {
+        const char* name;
+        std::vector<std::string> arguments;
+        std::string expected;
+    } cases[] = {
+        {"plain", {"38"}, R"({"mode":38})"},
+        {"client", {"38", "--client", "Анна \"A\""}, R"({"mode":38,"clientId":"Анна \"A\""})"},
+        {"announced Base64",
+         {"38", "--file", "data"},
+         R"({"fileDataEncodedSize":8,"fileData":"YQBi/w==","mode":38})"},
+        {"raw", {"38", "--file", "data", "--binary"}, framed},
+        {"values",
+         {"38", "--set", "a=[1, 2]", "--set", "b=text", "--set", "c=\"42\"", "--set", "d=", "--set",
+          "e=x=y", "--set", "a=7.10"},
+         R"({"mode":38,"a":7.10,"b":"text","c":"42","d":"","e":"x=y"})"},
+        {"over JSON",
+         {"38", "--json", "request.json", "--file", "data"},
+         R"({"fileDataEncodedSize":8,"fileData":"YQBi/w==","x":1.50,"mode":38,)"
+         R"("y":{"mode":[1,{"z":null}]}})"},
+        {"JSON with its own payload",
+         {"38", "--json", "request.json", "--set", "y=0"},
+         R"({"fileData":"old","x":1.50,"mode":38,"y":0})"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(c.expected, Received(c.arguments));
+    }
+    EXPECT_THAT(Call({"7"}).out, HasSubstr("\"interactive\": false"));
+    EXPECT_THAT(Call({"7", "--interactive"}).out, HasSubstr("\"interactive\": true"));
+}
+
+TEST_F(ProviderTest, SessionAnswersInTheOrderOfItsLines) {
+    std::ostringstream session;
+    constexpr int kLines = 3000;
+    for (int i = 0; i < kLines; ++i) {
+        session << "{\"mode\":38,\"n\":\"" << std::string(static_cast<std::size_t>(i), 'x')
+                << "\"}\n";
+    }
+    for (const char* threads : {"1", "5"}) {
+        const HostResult result =
+            Run({"run", "-", "--threads", threads, "--module", MOD_FOO_FAKE_MODULE}, session.str());
+        EXPECT_EQ(0, result.exitCode);
+        std::istringstream lines(result.out);
+        std::string line;
+        for (int i = 0; i < kLines; ++i) {
+            ASSERT_TRUE(std::getline(lines, line));
+            // The provider tells the length of the request: 18 octets round the "x".
+            ASSERT_EQ("{\"errorCode\":0,\"fileDataSize\":" + std::to_string(i + 18) + "}", line);
+        }
+        EXPECT_FALSE(std::getline(lines, line));
+    }
+}
+
+TEST_F(ProviderTest, SessionGoesOnAfterImproperAnswers) {
+    const HostResult result = Run({"run", "-", "--module", MOD_FOO_FAKE_MODULE},
+                                  "{\"mode\":1}\n{\"mode\":2}\n{\"mode\":6}\n{\"mode\":7}\n");
+    EXPECT_EQ(1, result.exitCode);
+    std::istringstream lines(result.out);
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_EQ(R"({"hostError":"the module gave no answer","answer":""})", line);
+    std::getline(lines, line);
+    EXPECT_THAT(line, HasSubstr("not valid JSON"));
+    EXPECT_THAT(line, HasSubstr("\\u001B[31m"));
+    std::getline(lines, line);
+    EXPECT_EQ(600000U + std::string_view(R"({"errorCode":0,"deep":})").size(), line.size());
+    std::getline(lines, line);
+    EXPECT_EQ(R"({"errorCode":0,"interactive":false})", line);
+}
+
+}  // namespace
