@@ -1,4 +1,5 @@
 #include "common/Encode.h"
+#include "common/UtfPaths.h"
 
 #include <QString>
 #include <QVector>
@@ -20,6 +21,23 @@ std::string ToolkitNarrow(const std::wstring& text) {
     return QString::fromUcs4(codes.data(), codes.size()).toUtf8().toStdString();
 }
 
+// By the path that the processor has, once the plain one gave the same.
+std::wstring Wide(const std::string& text) {
+    std::wstring plain;
+    ca::utf::Widen(text.data(), text.size(), plain, ca::utf::Path::kPlain);
+    std::wstring best = ca::u8u16(text);
+    EXPECT_EQ(plain, best);
+    return best;
+}
+
+std::string Narrow(const std::wstring& text) {
+    std::string plain;
+    ca::utf::Narrow(text.data(), text.size(), plain, ca::utf::Path::kPlain);
+    std::string best = ca::u16u8(text);
+    EXPECT_EQ(plain, best);
+    return best;
+}
+
 // Surrounds the octets by text long enough for whole vectors, at a place that differs from call to
 // call.
 std::string Surrounded(const std::string& octets) {
@@ -34,12 +52,12 @@ std::string Surrounded(const std::string& octets) {
 TEST(UtfTest, DecodesEveryShortSequenceAsTheToolkitDoes) {
     for (int first = 0; first < 0x100; ++first) {
         const std::string one(1, static_cast<char>(first));
-        ASSERT_EQ(ToolkitWide(one), ca::u8u16(one)) << first;
+        ASSERT_EQ(ToolkitWide(one), Wide(one)) << first;
         for (int second = 0; second < 0x100; ++second) {
             const std::string two = one + static_cast<char>(second);
-            ASSERT_EQ(ToolkitWide(two), ca::u8u16(two)) << first << ' ' << second;
+            ASSERT_EQ(ToolkitWide(two), Wide(two)) << first << ' ' << second;
             const std::string text = Surrounded(two);
-            ASSERT_EQ(ToolkitWide(text), ca::u8u16(text)) << first << ' ' << second;
+            ASSERT_EQ(ToolkitWide(text), Wide(text)) << first << ' ' << second;
         }
     }
 }
@@ -55,10 +73,10 @@ TEST(UtfTest, DecodesLongSequencesAsTheToolkitDoes) {
                 for (const int octet : {first, int{second}, int{third}}) {
                     octets += static_cast<char>(octet);
                 }
-                ASSERT_EQ(ToolkitWide(octets), ca::u8u16(octets));
+                ASSERT_EQ(ToolkitWide(octets), Wide(octets));
                 for (const int last : {0x41, 0x7F, 0x80, 0xBF, 0xC0}) {
                     const std::string text = Surrounded(octets + static_cast<char>(last));
-                    ASSERT_EQ(ToolkitWide(text), ca::u8u16(text)) << first << ' ' << second;
+                    ASSERT_EQ(ToolkitWide(text), Wide(text)) << first << ' ' << second;
                 }
             }
         }
@@ -72,9 +90,9 @@ TEST(UtfTest, CarriesEveryCodePointBothWays) {
             all += code;
         }
     }
-    const std::string narrow = ca::u16u8(all);
+    const std::string narrow = Narrow(all);
     EXPECT_EQ(ToolkitNarrow(all), narrow);
-    EXPECT_EQ(all, ca::u8u16(narrow));
+    EXPECT_EQ(all, Wide(narrow));
 }
 
 TEST(UtfTest, TreatsSurrogatesAndByteOrderMarksAsTheToolkitDoes) {
@@ -84,24 +102,24 @@ TEST(UtfTest, TreatsSurrogatesAndByteOrderMarksAsTheToolkitDoes) {
         for (const wchar_t second : kCodes) {
             for (const wchar_t third : kCodes) {
                 const std::wstring three = {first, second, third};
-                ASSERT_EQ(ToolkitNarrow(three), ca::u16u8(three));
+                ASSERT_EQ(ToolkitNarrow(three), Narrow(three));
                 const std::wstring text = three + L"привет, abcdefghi" + three;
-                ASSERT_EQ(ToolkitNarrow(text), ca::u16u8(text));
+                ASSERT_EQ(ToolkitNarrow(text), Narrow(text));
             }
         }
     }
-    EXPECT_EQ(L"a\xFEFF", ca::u8u16("\xEF\xBB\xBF"
-                                    "a\xEF\xBB\xBF"));
+    EXPECT_EQ(L"a\xFEFF", Wide("\xEF\xBB\xBF"
+                               "a\xEF\xBB\xBF"));
 }
 
 TEST(UtfTest, ReplacesValuesThatAreNoCodePoints) {
     for (const unsigned value : {0x110000U, 0x200041U, 0x7FFFFFFFU, 0x80000041U, 0xFFFFFFFFU}) {
         const auto wide = static_cast<wchar_t>(value);
-        EXPECT_EQ("\xEF\xBF\xBD", ca::u16u8(std::wstring(1, wide))) << value;
+        EXPECT_EQ("\xEF\xBF\xBD", Narrow(std::wstring(1, wide))) << value;
         EXPECT_EQ(
             "abc\xEF\xBF\xBD"
             "defghijk",
-            ca::u16u8(std::wstring(L"abc") + wide + L"defghijk"))
+            Narrow(std::wstring(L"abc") + wide + L"defghijk"))
             << value;
     }
 }
@@ -111,9 +129,9 @@ TEST(UtfTest, ConvertsLongTextWhole) {
     for (int i = 0; i < 700; ++i) {
         text += "Имя поля " + std::to_string(i) + " \xE2\x82\xAC \xF0\x9F\x98\x80 \xFF;";
     }
-    EXPECT_EQ(ToolkitWide(text), ca::u8u16(text));
-    const std::wstring wide = ca::u8u16(text);
-    EXPECT_EQ(ToolkitNarrow(wide), ca::u16u8(wide));
+    EXPECT_EQ(ToolkitWide(text), Wide(text));
+    const std::wstring wide = Wide(text);
+    EXPECT_EQ(ToolkitNarrow(wide), Narrow(wide));
     EXPECT_EQ(ToolkitNarrow(wide), CW2A(wide.c_str()));
 }
 
