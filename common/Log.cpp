@@ -4,26 +4,37 @@
 #include "common/Exception.h"
 
 #include <atomic>
+#include <cerrno>
 #include <cstdarg>
-#include <cstdio>
 #include <cwchar>
-#include <memory>
 #include <stdexcept>
 
 namespace {
 
 std::atomic<LogCallback> logCallback{nullptr};
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-// Length of the formatted text, or a number below 1. vswprintf only says "does not fit", so the
-// text is written once to the null device; opened for UTF-8, because the stream of a process in the
-// "C" locale refuses every letter outside ASCII.
-int MeasureFormatted(const wchar_t* format, std::va_list arguments) {
-    const std::unique_ptr<std::FILE, FileCloser> sink(std::fopen("/dev/null", "w,ccs=UTF-8"));
-    return sink ? std::vfwprintf(sink.get(), format, arguments) : -1;
+// The formatted text; empty when the format or an argument cannot be written. vswprintf only says
+// "does not fit", so room is given until it does.
+std::wstring Format(const wchar_t* format, std::va_list arguments) {
+    constexpr std::size_t kFirstRoom = 256;
+    constexpr std::size_t kLongestLine = std::size_t{1} << 24;  // characters
+    std::wstring line;
+    for (std::size_t room = kFirstRoom; room <= kLongestLine; room *= 4) {
+        line.resize(room);
+        std::va_list again;
+        va_copy(again, arguments);
+        errno = 0;
+        const int length = std::vswprintf(line.data(), line.size(), format, again);
+        va_end(again);
+        if (length >= 0) {
+            line.resize(static_cast<std::size_t>(length));
+            return line;
+        }
+        if (errno == EILSEQ) {
+            break;
+        }
+    }
+    return {};
 }
 
 }  // namespace
@@ -48,19 +59,8 @@ bool LogEventFmt(const wchar_t* format, bool flag, ...) {
     // Deliberate: the signature is fixed; a promoted last parameter does no harm with these ABIs.
     va_start(arguments, flag);
 #pragma GCC diagnostic pop
-    std::va_list again;
-    va_copy(again, arguments);
-    const int length = MeasureFormatted(format, arguments);
+    const std::wstring line = Format(format, arguments);
     va_end(arguments);
-
-    std::wstring line;
-    if (length > 0) {
-        const auto size = static_cast<std::size_t>(length);
-        line.resize(size + 1);
-        const int written = std::vswprintf(line.data(), line.size(), format, again);
-        line.resize(written > 0 ? size : 0);
-    }
-    va_end(again);
     return LogEvent(line.c_str(), flag);
 }
 
