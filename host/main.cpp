@@ -1,4 +1,3 @@
-#include "host/Asn1Command.h"
 #include "host/CallCommand.h"
 #include "host/HostError.h"
 #include "host/ModesCommand.h"
@@ -53,7 +52,6 @@ int Run(int argc, const char* const* argv) {
     host::AddModesCommand(program, exitCode);
     host::AddCallCommand(program, exitCode);
     host::AddRunCommand(program, exitCode);
-    host::AddAsn1Command(program, exitCode);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "common/ISerializable.h"
+#include "records/Blob.h"
 #include "records/CertInfoExtension.h"
 #include "records/OwnedPtr.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,6 +25,19 @@ struct RevokedCert {
     std::wstring invalidityDate;     ///< local time; "" when not given
     std::wstring certificateIssuer;  ///< readable form; "" when it is the list's issuer
     CertInfoExtensionCollection extensions;
+};
+
+/// The described entries of a list. There may be a million, so those of a filled record are made
+/// one by one while they are written.
+class RevokedCertCollection {
+  public:
+    /// Replaces the elements; a value that is no array changes nothing.
+    void FromJson(const JsonValue& value);
+    void ToJson(JsonWriter& writer) const;
+
+    std::vector<OwnedPtr<RevokedCert>> items;  ///< read from a text, in order
+    /// Writes the filled entries, each one JSON object; none when empty.
+    std::function<void(JsonWriter& writer)> writeFilled;
 };
 
 /// Describes one certificate revocation list (RFC 5280 5). Text forms as in CertInfo.
@@ -44,13 +59,13 @@ class CrlInfo : public ISerializable {
     std::wstring thisUpdateUtc;
     std::wstring nextUpdate;  ///< local time; "" when absent
     std::wstring nextUpdateUtc;
-    std::wstring number;                         ///< hex
-    std::optional<std::wstring> baseNumber;      ///< hex; written for a delta list only
-    std::uint32_t revokedCount = 0;              ///< all entries, also those not described
-    std::vector<OwnedPtr<RevokedCert>> revoked;  ///< the described entries, in the list's order
+    std::wstring number;                     ///< hex
+    std::optional<std::wstring> baseNumber;  ///< hex; written for a delta list only
+    std::uint32_t revokedCount = 0;          ///< all entries, also those not described
+    RevokedCertCollection revoked;           ///< the described entries, in the list's order
     CertInfoExtensionCollection extensions;
-    std::wstring rawData;  ///< the list's encoding, Base64
-    std::wstring error;    ///< first fault met while the record was filled
+    Blob rawData;        ///< the list's encoding; Base64 in the text
+    std::wstring error;  ///< first fault met while the record was filled
 };
 
 }  // namespace ca

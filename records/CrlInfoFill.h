@@ -17,7 +17,8 @@ struct CrlPage {
     std::size_t first = 0;           ///< index of the first one
     std::size_t count = kMaxListed;  ///< how many from there on
     /// Describe the entries of this serial number instead: magnitude, most significant octet first,
-    /// without leading zeros. A list of several issuers may have more than one.
+    /// without leading zeros. A list of several issuers may have more than one; `first` is not
+    /// looked at then.
     std::optional<std::vector<unsigned char>> serial;
 };
 
@@ -28,16 +29,17 @@ CrlPage ReadCrlPage(const InitString& parameters);
 
 /// True for octets that begin with the frame of a certificate revocation list: a signed SEQUENCE
 /// whose first part goes on as only TBSCertList does. Looks at a few tags only.
-bool LooksLikeCrl(std::span<const unsigned char> octets) noexcept;
+bool LooksLikeCrl(std::span<const unsigned char> octets);
 
 /// Describes a certificate revocation list (RFC 5280 5).
 ///
-/// One walk over the entries; what is not described costs no memory. What cannot be read leaves its
-/// fields empty, or as "Unreadable value: " and digits, and is named in `record.error`; everything
-/// else is filled. Cost is linear in the octets.
-/// \param der     one element, as received; never changed. Octets behind it are named as a fault.
-/// \param record  a fresh one; owns all it gets.
-/// Throws only std::bad_alloc.
+/// The record holds a copy of the octets, from which the entries are described when it is written;
+/// what is not described costs no memory. What cannot be read leaves its fields empty, or as
+/// "Unreadable value: " and digits, and is named in `record.error`; everything else is filled.
+/// Cost is linear in the octets.
+/// \param der     the list as received; kept as it is. Octets behind it are named as a fault.
+/// \param record  a fresh one.
+/// Throws ca::Exception 16306 for octets that do not look like a list.
 void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& record);
 
 }  // namespace ca

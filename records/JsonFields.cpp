@@ -36,6 +36,19 @@ void ReadJson(const JsonValue& value, std::wstring& text) {
     text = u8u16(std::string(value.GetString(), value.GetStringLength()));
 }
 
+void WriteJson(JsonWriter& writer, const Blob& octets) {
+    octets.WriteBase64(writer);
+}
+
+void ReadJson(const JsonValue& value, Blob& octets) {
+    RequireJson(value.IsString());
+    if (value.GetStringLength() == 0) {
+        octets.Clear();
+    } else {
+        octets.AssignBase64(value);
+    }
+}
+
 const JsonValue* FindJson(const JsonValue& object, std::string_view key) {
     const auto member = object.FindMember(
         JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))));

@@ -4,6 +4,7 @@
 // templates here write and read any record by its table.
 
 #include "common/Json.h"
+#include "records/Blob.h"
 #include "records/OwnedPtr.h"
 
 #include <cstdint>
@@ -48,6 +49,10 @@ JsonField(std::string_view, Value Owner::*) -> JsonField<Owner, Value>;
 
 void WriteJson(JsonWriter& writer, const std::wstring& text);
 void ReadJson(const JsonValue& value, std::wstring& text);
+
+/// Octets: Base64 in the text, "" for none.
+void WriteJson(JsonWriter& writer, const Blob& octets);
+void ReadJson(const JsonValue& value, Blob& octets);
 
 /// A number or a flag.
 template <class Value, std::enable_if_t<std::is_arithmetic_v<Value>, int> = 0>

@@ -20,8 +20,13 @@ namespace ca {
 
 void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& records,
                     std::wstring& error, const ExtensionVisitor& visit) {
+    FillExtensions(list.ContentOctets(), records, error, visit);
+}
+
+void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollection& records,
+                    std::wstring& error, const ExtensionVisitor& visit) {
     std::unordered_set<std::string_view> seen;
-    CAsn1Cursor cursor(list.ContentOctets());
+    CAsn1Cursor cursor(content);
     while (!cursor.AtEnd() && records.items.size() < kMaxListed) {
         CAsn1Element extension;
         if (cursor.Next(extension) != Asn1Fault::kNone) {

@@ -19,6 +19,10 @@ using ExtensionVisitor = std::function<void(const OidInfo* type, std::span<unsig
 void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& records,
                     std::wstring& error, const ExtensionVisitor& visit = {});
 
+/// The same for the content of Extensions.
+void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollection& records,
+                    std::wstring& error, const ExtensionVisitor& visit = {});
+
 /// A serial number's content octets as hexadecimal digits, one leading 00 dropped.
 std::wstring SerialText(std::span<const unsigned char> octets);
 

@@ -10,6 +10,7 @@
 #include "tests/records/RecordTesting.h"
 
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -89,9 +90,11 @@ void ExpectRoundTrip(const std::string& text) {
     Record record;
     FromText(record, text);
     EXPECT_EQ(text, ToText(record));
-    const Record copy(record);
-    record = Record();
-    EXPECT_EQ(text, ToText(copy));
+    if constexpr (std::is_copy_constructible_v<Record>) {
+        const Record copy(record);
+        record = Record();
+        EXPECT_EQ(text, ToText(copy));
+    }
 }
 
 TEST(RecordJsonTest, WritesWhatItReadInTheOrderOfTheKeys) {

@@ -1,0 +1,221 @@
+#include "records/CrlInfoFill.h"
+
+#include "asn1/crl/CertificateList.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/InitString.h"
+#include "records/CrlEntries.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Elements.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+#include "records/text/TimeText.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+namespace {
+
+using ca::CrlInfo;
+using ca::CrlPage;
+using ca::Octets;
+
+// Digits of a serial number that is asked for; there are none that long.
+constexpr std::size_t kMaxSerialDigits = 4096;
+
+int DigitValue(wchar_t c) {
+    if (c >= L'0' && c <= L'9') {
+        return c - L'0';
+    }
+    const wchar_t lower = static_cast<wchar_t>(c | 0x20);
+    return lower >= L'a' && lower <= L'f' ? lower - L'a' + 10 : -1;
+}
+
+// Octets of a number in hexadecimal digits, without leading zeros. Throws 16268.
+std::vector<unsigned char> ReadSerial(std::wstring_view text) {
+    std::vector<unsigned char> digits;
+    for (const wchar_t c : text) {
+        if (c == L' ' || c == L':') {
+            continue;
+        }
+        const int value = DigitValue(c);
+        if (value < 0 || digits.size() == kMaxSerialDigits) {
+            throw ca::Exception(ca::kErrParameters);
+        }
+        if (value != 0 || !digits.empty()) {
+            digits.push_back(static_cast<unsigned char>(value));
+        }
+    }
+    if (digits.size() % 2 != 0) {
+        digits.insert(digits.begin(), 0);
+    }
+    std::vector<unsigned char> octets;
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        octets.push_back(static_cast<unsigned char>(digits[i] << 4 | digits[i + 1]));
+    }
+    return octets;
+}
+
+void FillVersion(const CAsn1TbsCertList& tbs, CrlInfo& record) {
+    const std::int64_t version = tbs.Version() != nullptr ? IntegerOf(tbs.Version(), -1) : 0;
+    if (version >= 0) {
+        record.version = L'V' + std::to_wstring(version + 1);
+    }
+    if (version < 0 || version > 1) {
+        ca::AddError(record.error, SetZORNAMessage(kMsgUnknownVersion));
+    }
+}
+
+void FillAlgorithms(const CAsn1CertificateList& list, CrlInfo& record) {
+    const CAsn1AlgorithmIdentifier* outer = list.SignatureAlgorithm();
+    const CAsn1AlgorithmIdentifier* inner = list.TbsCertList()->Signature();
+    const CAsn1AlgorithmIdentifier* shown = outer != nullptr ? outer : inner;
+    if (shown == nullptr) {
+        return;
+    }
+    const CAsn1Element element = ca::ElementOf(*shown);
+    record.signatureAlg = ca::AlgorithmText(element);
+    record.hashAlg = ca::SignatureDigestText(element);
+    if (outer != nullptr && inner != nullptr && !std::ranges::equal(outer->Raw(), inner->Raw())) {
+        ca::AddError(record.error, SetZORNAMessage(kMsgAlgorithmsDiffer));
+    }
+}
+
+void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
+    if (tbs.Issuer() == nullptr) {
+        return;
+    }
+    ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*tbs.Issuer()));
+    record.issuer = std::move(issuer.readable);
+    record.oidIssuer = std::move(issuer.oid);
+    record.x500NameIssuer = std::move(issuer.x500);
+    record.issuerTags = std::move(issuer.tags);
+    ca::AddError(record.error, issuer.error);
+}
+
+void FillTime(const CAsn1Time* time, std::wstring& local, std::wstring& utc, std::wstring& error) {
+    if (time == nullptr) {
+        return;
+    }
+    const CAsn1Element element = ca::ElementOf(*time);
+    ca::TimeForms forms = ca::DescribeTime(element);
+    if (!forms.seconds) {
+        ca::AddError(error, ca::UnreadableText(element.raw));
+    }
+    local = std::move(forms.local);
+    utc = std::move(forms.utc);
+}
+
+void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
+    if (tbs.CrlExtensions() == nullptr) {
+        return;
+    }
+    ca::FillExtensions(*tbs.CrlExtensions(), record.extensions, record.error,
+                       [&](const ca::OidInfo* type, std::span<unsigned char> value) {
+                           const std::string_view name = type != nullptr ? type->shortName : "";
+                           const Octets number =
+                               ca::ContentIf(ca::FirstElement(value), kAsn1Integer);
+                           if (name == "cRLNumber") {
+                               record.number = ca::SerialText(number);
+                           } else if (name == "deltaCRLIndicator") {
+                               record.baseNumber = ca::SerialText(number);
+                           }
+                       });
+}
+
+// Counts the entries, and notes the faults of those that are described; they themselves are made
+// when the record is written, from the octets that it holds.
+void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage& page,
+                 CrlInfo& record) {
+    ca::CCrlWalk walk(entries, page);
+    ca::CCrlDescriber describer(issuer);
+    ca::RevokedCert scratch;
+    std::optional<std::size_t> described;
+    while (walk.Next()) {
+        described = walk.Entry().index;
+        if (!ca::IsPlainCrlEntry(walk.Entry()) && record.error.size() < ca::kMaxValueText) {
+            describer.Describe(walk.Entry(), scratch, record.error);
+        }
+    }
+    const std::size_t count = walk.CountAll();
+    if (walk.IsBroken() && described != count - 1) {
+        ca::AddError(record.error,
+                     ca::CrlEntryFault(count - 1, SetZORNAMessage(kMsgAsn1Malformed)));
+    }
+    record.revokedCount = static_cast<std::uint32_t>(count);
+    record.revoked.writeFilled = [entries, issuer, page](ca::JsonWriter& writer) {
+        ca::CCrlWalk again(entries, page);
+        ca::CCrlDescriber texts(issuer);
+        ca::RevokedCert entry;
+        while (again.Next()) {
+            std::wstring noted;
+            texts.Describe(again.Entry(), entry, noted);
+            entry.ToJson(writer);
+        }
+    };
+}
+
+void FillFromTbs(const CAsn1TbsCertList& tbs, const CrlPage& page, CrlInfo& record) {
+    FillVersion(tbs, record);
+    FillIssuer(tbs, record);
+    FillTime(tbs.ThisUpdate(), record.thisUpdate, record.thisUpdateUtc, record.error);
+    FillTime(tbs.NextUpdate(), record.nextUpdate, record.nextUpdateUtc, record.error);
+    FillFromExtensions(tbs, record);
+    if (tbs.RevokedCertificates() != nullptr) {
+        const Octets issuer = tbs.Issuer() != nullptr ? tbs.Issuer()->Raw() : Octets();
+        FillEntries(tbs.RevokedCertificates()->ContentOctets(), issuer, page, record);
+    }
+}
+
+}  // namespace
+
+namespace ca {
+
+CrlPage ReadCrlPage(const InitString& parameters) {
+    constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
+    CrlPage page;
+    page.first = parameters.GetUnsigned(L"CRL_FIRST", 0, kMost, page.first);
+    page.count = parameters.GetUnsigned(L"CRL_COUNT", 0, kMost, page.count);
+    if (const std::wstring* serial = parameters.Find(L"CRL_SERIAL")) {
+        page.serial = ReadSerial(*serial);
+    }
+    return page;
+}
+
+bool LooksLikeCrl(Octets octets) {
+    const CAsn1Element list = FirstElement(octets);
+    const CAsn1Element tbs = Child(list, 0);
+    // version, which may be left out, algorithm, issuer; then a time where a certificate has two.
+    const std::size_t algorithm = Child(tbs, 0).tag == kAsn1Integer ? 1 : 0;
+    const unsigned char time = Child(tbs, algorithm + 2).tag;
+    return list.tag == kAsn1Sequence && tbs.tag == kAsn1Sequence &&
+           Child(tbs, algorithm).tag == kAsn1Sequence &&
+           Child(tbs, algorithm + 1).tag == kAsn1Sequence &&
+           (time == kAsn1UtcTime || time == kAsn1GeneralizedTime);
+}
+
+void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& record) {
+    if (!LooksLikeCrl(der)) {
+        throw Exception(kErrBadData);
+    }
+    const CAsn1Element whole = FirstElement(der);
+    record.rawData.Assign(whole.raw.data(), static_cast<std::uint32_t>(whole.raw.size()));
+    CAsn1Root<CAsn1CertificateList> list({record.rawData.data(), record.rawData.size()},
+                                         Asn1Blocks::kRead);
+    try {
+        list->Decode();
+    } catch (const Exception& fault) {
+        AddError(record.error, fault.message);
+    }
+    if (whole.raw.size() < der.size()) {
+        AddError(record.error, SetZORNAMessage(kMsgAsn1TrailingData));
+    }
+    FillAlgorithms(*list, record);
+    FillFromTbs(*list->TbsCertList(), page, record);
+}
+
+}  // namespace ca
