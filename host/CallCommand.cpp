@@ -27,7 +27,7 @@ constexpr const char* kExamples = R"(Examples:
   cmhost call GetCertInfo --file certificate.pem
   cmhost call Sign --file letter.txt --interactive -o letter.sig
   cmhost call SignRaw --file big.bin --binary --interactive -o big.sig
-  cmhost call SetCurStore --client ann --set 'storeAddresses=["MY"]'
+  cmhost call SetCurStore --client ann --set 'storeAddress={"location":"sscu","name":"MY"}'
   cmhost call 38 --json request.json --log --language en
 
 The answer's JSON goes to the standard output, notes go to the standard error.

@@ -1,3 +1,4 @@
+#include "host/Asn1Command.h"
 #include "host/CallCommand.h"
 #include "host/HostError.h"
 #include "host/ModesCommand.h"
@@ -52,6 +53,7 @@ int Run(int argc, const char* const* argv) {
     host::AddModesCommand(program, exitCode);
     host::AddCallCommand(program, exitCode);
     host::AddRunCommand(program, exitCode);
+    host::AddAsn1Command(program, exitCode);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,0 +1,250 @@
+#include "host/Asn1Command.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "host/Asn1Listing.h"
+#include "host/Asn1Value.h"
+#include "host/FileIo.h"
+#include "host/HostError.h"
+#include "host/LogSink.h"
+#include "host/ModuleOptions.h"
+#include "host/Terminal.h"
+#include "records/Payload.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using host::CHostError;
+
+constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is no terminal
+constexpr std::size_t kLeastWidth = 40;
+
+constexpr const char* kExamples =
+    R"(A file is DER or BER, PEM (all of its blocks) or bare Base64; - is the standard
+input. A line of the listing shows: offset, header+content length, tag, value.
+--raw and --rebuild write the octets of all nodes one after another. The exit code
+is 1 when something does not decode or ends too early; what could be read is shown.
+
+Examples:
+  cmhost asn1 certificate.pem
+  cmhost asn1 certificate.pem --path 0/0/3 --language ru
+  cmhost asn1 bundle.pem --raw bundle.der
+  cmhost asn1 message.p7s --rebuild message.der
+  cmhost asn1 certificate.pem --json)";
+
+struct Asn1Options {
+    std::vector<std::string> files;
+    bool json = false;
+    std::string path;
+    std::string raw;
+    std::string rebuild;
+    std::size_t width = 0;
+    std::string language;
+    bool log = false;
+};
+
+// What the environment asks for when the command line does not say.
+bool WantsRussian(const std::string& language) {
+    if (!language.empty()) {
+        return language.front() == 'r' || language.front() == 'R';
+    }
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const char* const value = std::getenv(name); value != nullptr && *value != '\0') {
+            return std::string_view(value).starts_with("ru");
+        }
+    }
+    return false;
+}
+
+std::string FaultText(std::uint32_t code) {
+    switch (code) {
+        case ca::kErrAsn1UnexpectedEnd:
+            return "the data end too early";
+        case ca::kErrAsn1Corrupted:
+            return "the data are corrupted";
+        default:
+            return "error " + std::to_string(code) + " " +
+                   ca::u16u8(GetErrorMessage(code, /*prefix=*/false));
+    }
+}
+
+// Goes through the files and does what the options ask for with each node.
+class Asn1Run {
+  public:
+    explicit Asn1Run(const Asn1Options& options)
+        : m_options(options),
+          m_lists(!options.json && options.raw != "-" && options.rebuild != "-"),
+          m_width(options.width != 0 ? options.width
+                                     : host::TerminalWidth(STDOUT_FILENO, kWidthOfFiles)) {}
+
+    int Run() {
+        for (const std::string& file : m_options.files) {
+            DoFile(file);
+        }
+        if (!m_options.raw.empty()) {
+            host::WriteFile(m_options.raw, host::AsOctets(m_raw));
+        }
+        if (!m_options.rebuild.empty()) {
+            host::WriteFile(m_options.rebuild, host::AsOctets(m_rebuilt));
+        }
+        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+            throw CHostError(host::kExitUsage, "cannot write the listing");
+        }
+        return m_damaged ? host::kExitAnsweredBad : host::kExitDone;
+    }
+
+  private:
+    void Complain(const std::string& place, const std::string& text) {
+        m_damaged = true;
+        std::fprintf(stderr, "cmhost: %s: %s\n", place.c_str(), text.c_str());
+    }
+
+    void DoFile(const std::string& file) {
+        std::string content = host::ReadFile(file);
+        const std::vector<ca::PayloadItem> items =
+            ca::DecodePayload({reinterpret_cast<unsigned char*>(content.data()), content.size()});
+        if (items.empty()) {
+            Complain(file, "no ASN.1 data");
+        }
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            std::string place = file;
+            if (!items[i].label.empty()) {
+                place += ", " + host::Visible(items[i].label) + " " + std::to_string(i + 1);
+            }
+            try {
+                DoItem(place, items[i].octets, m_options.files.size() + items.size() > 2);
+            } catch (const ca::Exception& error) {
+                Complain(place, FaultText(error.errorCode));
+            }
+        }
+    }
+
+    void DoItem(const std::string& place, std::span<unsigned char> octets, bool withTitle) {
+        if (octets.empty()) {
+            Complain(place, "does not decode");
+            return;
+        }
+        if (octets.size() > std::numeric_limits<unsigned>::max()) {
+            throw CHostError(host::kExitUsage, place + ": 4 GiB and more are too much");
+        }
+        CCryptAsn1Parser parser;
+        parser.Parse(octets.data(), static_cast<unsigned>(octets.size()),
+                     /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
+                     /*singleRoot=*/false);
+        if (withTitle && m_lists) {
+            std::printf("%s:\n", place.c_str());
+        }
+        for (CAsn1Block* const node : SelectNodes(parser)) {
+            DoNode(*node, octets.data());
+        }
+        if (const std::uint32_t code = parser.GetLastErrorCode(); code != 0) {
+            Complain(place, FaultText(code));
+        }
+    }
+
+    std::vector<CAsn1Block*> SelectNodes(const CCryptAsn1Parser& parser) const {
+        if (m_options.path.empty()) {
+            return {parser.GetRoots().begin(), parser.GetRoots().end()};
+        }
+        try {
+            CAsn1Block* const node = parser.GetBlockByPath(ca::u8u16(m_options.path));
+            if (node != nullptr) {
+                return {node};
+            }
+        } catch (const std::logic_error&) {
+            throw CHostError(host::kExitUsage,
+                             "--path takes numbers as in 0/2/1, not \"" + m_options.path + "\"");
+        }
+        throw CHostError(host::kExitUsage, "there is no node " + m_options.path);
+    }
+
+    void DoNode(CAsn1Block& node, const unsigned char* base) {
+        if (!m_options.raw.empty()) {
+            const std::span<const unsigned char> octets = host::FileOctets(node);
+            m_raw.append(octets.begin(), octets.end());
+        }
+        if (!m_options.rebuild.empty()) {
+            Rebuild(node);
+        }
+        if (m_options.json) {
+            std::size_t length = 0;
+            const ca::BytePtr text = node.ToJson(&length);
+            std::fwrite(text.Get(), 1, length, stdout);
+            std::fputc('\n', stdout);
+        } else if (m_lists) {
+            host::ListAsn1(node, base, std::max(m_width, kLeastWidth), stdout);
+        }
+    }
+
+    void Rebuild(CAsn1Block& node) {
+        const std::size_t start = m_rebuilt.size();
+        m_rebuilt.resize(start + node.GetTotalLength(/*recompute=*/true));
+        unsigned position = 0;
+        node.GetAsn1Data(reinterpret_cast<unsigned char*>(m_rebuilt.data()) + start, &position);
+        m_rebuilt.resize(start + position);
+    }
+
+    const Asn1Options& m_options;
+    bool m_lists;  // a listing for people goes to the standard output
+    std::size_t m_width;
+    std::string m_raw;
+    std::string m_rebuilt;
+    bool m_damaged = false;
+};
+
+int ListFiles(const Asn1Options& options) {
+    SetZORNALng(WantsRussian(options.language) ? L"ru" : L"en");
+    host::ShowLog(options.log);
+    std::vector<std::wstring> noTexts;
+    LogInit(&host::LogLine, noTexts);
+    return Asn1Run(options).Run();
+}
+
+}  // namespace
+
+namespace host {
+
+void AddAsn1Command(CLI::App& program, int& exitCode) {
+    CLI::App* const command = program.add_subcommand("asn1", "List files of ASN.1 data");
+    const auto options = std::make_shared<Asn1Options>();
+    command->add_option("files", options->files, "Files to list; - is the standard input")
+        ->required()
+        ->type_name("FILE");
+    command->add_flag("--json", options->json, "The structure as JSON, a line for each node");
+    command->add_option("--path", options->path, "One node: indices from the root, as in 0/2/1")
+        ->type_name("PATH");
+    command
+        ->add_option("--raw", options->raw,
+                     "Write the octets of the node to a file, as they stand; - is the standard "
+                     "output, without a listing")
+        ->type_name("FILE");
+    command
+        ->add_option("--rebuild", options->rebuild,
+                     "Write the octets of the node anew from the tree, lengths in their shortest "
+                     "form; - as above")
+        ->type_name("FILE");
+    command->add_option("--width", options->width, "Columns of a line (default: the terminal's)")
+        ->type_name("N");
+    AddLanguageOption(*command, options->language);
+    command->add_flag("--log", options->log, "Show the parser's log lines on the standard error");
+    command->footer(kExamples);
+    command->callback([options, &exitCode] { exitCode = ListFiles(*options); });
+}
+
+}  // namespace host

@@ -1,0 +1,216 @@
+#include "host/Asn1Value.h"
+
+#include "asn1/Asn1Element.h"
+#include "asn1/Asn1Tags.h"
+#include "asn1/Asn1Text.h"
+#include "asn1/OidTable.h"
+#include "common/Encode.h"
+#include "host/Terminal.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <span>
+#include <string_view>
+
+namespace {
+
+using Octets = std::span<const unsigned char>;
+
+// Names of the universal types by tag number (ITU-T X.680 8.6, table 1).
+constexpr const char* kUniversalNames[] = {
+    "END OF CONTENTS",
+    "BOOLEAN",
+    "INTEGER",
+    "BIT STRING",
+    "OCTET STRING",
+    "NULL",
+    "OBJECT IDENTIFIER",
+    "ObjectDescriptor",
+    "EXTERNAL",
+    "REAL",
+    "ENUMERATED",
+    "EMBEDDED PDV",
+    "UTF8String",
+    "RELATIVE-OID",
+    "TIME",
+    "[UNIVERSAL 15]",
+    "SEQUENCE",
+    "SET",
+    "NumericString",
+    "PrintableString",
+    "TeletexString",
+    "VideotexString",
+    "IA5String",
+    "UTCTime",
+    "GeneralizedTime",
+    "GraphicString",
+    "VisibleString",
+    "GeneralString",
+    "UniversalString",
+    "CHARACTER STRING",
+    "BMPString",
+    "[UNIVERSAL 31]",
+};
+
+constexpr unsigned kNumberBits = 0x1F;
+constexpr std::size_t kMaxNumber = 8;  // octets of an integer shown as a decimal number
+// The longest identifier whose text is wanted; a longer one is shown by its octets.
+constexpr std::size_t kMaxOid = 256;
+
+std::wstring HexText(Octets octets, std::size_t longest) {
+    std::string text;
+    ca::AppendHex(octets.first(std::min(octets.size(), longest / 2 + 1)), 0, text);
+    return ca::WidenAscii(text);
+}
+
+std::wstring NumberText(Octets octets, std::size_t longest) {
+    if (octets.empty() || octets.size() > kMaxNumber) {
+        return HexText(octets, longest);
+    }
+    // Two's complement: the sign fills what stands before the first octet.
+    std::uint64_t value = (octets[0] & 0x80U) != 0 ? ~std::uint64_t{0} : 0;
+    for (const unsigned char octet : octets) {
+        value = value << 8U | octet;
+    }
+    return std::to_wstring(static_cast<std::int64_t>(value));
+}
+
+std::wstring IdentifierText(Octets octets, std::size_t longest) {
+    if (octets.size() > kMaxOid) {
+        return HexText(octets, longest);
+    }
+    std::wstring text = ca::OidText(octets);
+    if (const ca::OidInfo* const info = ca::FindOid(octets)) {
+        text.append(L" ").append(SetZORNAMessage(info->messageId));
+    }
+    return text;
+}
+
+std::wstring BitsText(Octets octets, std::size_t longest) {
+    if (octets.empty()) {
+        return L"";
+    }
+    const std::wstring text = HexText(octets.subspan(1), longest);
+    return octets[0] == 0 ? text : text + L" (" + std::to_wstring(octets[0]) + L" unused bits)";
+}
+
+std::wstring Quoted(const std::wstring& text) {
+    return L"\"" + host::Visible(text) + L"\"";
+}
+
+std::wstring Utf8Text(Octets octets, std::size_t longest) {
+    const auto wanted = octets.first(std::min(octets.size(), 4 * longest));
+    return Quoted(ca::u8u16(std::string(wanted.begin(), wanted.end())));
+}
+
+std::wstring BmpText(Octets octets, std::size_t longest) {
+    return Quoted(ca::ReadUtf16(octets.first(std::min(octets.size(), 2 * longest))));
+}
+
+// UTCTime YYMMDDhhmmssZ, GeneralizedTime YYYYMMDDhhmmssZ (RFC 5280 4.1.2.5); others stay as they
+// are.
+std::wstring TimeText(Octets octets, bool hasCentury, std::size_t longest) {
+    std::string text(octets.begin(), octets.begin() + static_cast<std::ptrdiff_t>(
+                                                          std::min(octets.size(), longest)));
+    const std::size_t digits = hasCentury ? 14 : 12;
+    if (octets.size() != digits + 1 || text.back() != 'Z' ||
+        !std::all_of(text.begin(), text.end() - 1, [](char c) { return c >= '0' && c <= '9'; })) {
+        return Quoted(ca::u8u16(text));
+    }
+    if (!hasCentury) {
+        text.insert(0, text[0] < '5' ? "20" : "19");
+    }
+    const auto part = [&text](std::size_t at, std::size_t count) { return text.substr(at, count); };
+    return ca::WidenAscii(part(0, 4) + "-" + part(4, 2) + "-" + part(6, 2) + " " + part(8, 2) +
+                          ":" + part(10, 2) + ":" + part(12, 2) + " UTC");
+}
+
+// Contents of a type that the tag does not tell: a text when it reads as one.
+std::wstring UnknownText(Octets octets, std::size_t longest) {
+    const bool isText = !octets.empty() && std::all_of(octets.begin(), octets.end(), [](auto c) {
+        return c >= 0x20 && c < 0x7F;
+    });
+    return isText ? Utf8Text(octets, longest) : HexText(octets, longest);
+}
+
+bool IsTextTag(std::uint8_t tag) {
+    constexpr std::uint8_t kOtherTexts[] = {0x15, 0x19, 0x1A, 0x1B};  // Videotex to General
+    return tag == kAsn1Utf8String || (tag >= kAsn1NumericString && tag <= kAsn1TeletexString) ||
+           tag == kAsn1Ia5String ||
+           std::find(std::begin(kOtherTexts), std::end(kOtherTexts), tag) != std::end(kOtherTexts);
+}
+
+}  // namespace
+
+namespace host {
+
+std::string TagText(std::uint8_t tag) {
+    static constexpr const char* kClasses[] = {"", "APPLICATION ", "", "PRIVATE "};
+    const unsigned number = tag & kNumberBits;
+    if (tag >> 6U == 0) {
+        return kUniversalNames[number];
+    }
+    return std::string("[") + kClasses[tag >> 6U] + std::to_string(number) + "]";
+}
+
+std::wstring ValueText(const CAsn1Block& block, std::size_t longest) {
+    const Octets octets = block.GetRawContent();
+    if (block.IsConstructed() || block.content == nullptr) {
+        return L"";
+    }
+    switch (block.tag) {
+        case kAsn1Boolean:
+            return octets.empty() ? L"" : octets[0] != 0 ? L"TRUE" : L"FALSE";
+        case kAsn1Integer:
+        case kAsn1Enumerated:
+            return NumberText(octets, longest);
+        case kAsn1ObjectIdentifier:
+            return IdentifierText(octets, longest);
+        case kAsn1BitString:
+            return BitsText(octets, longest);
+        case kAsn1OctetString:
+            return HexText(octets, longest);
+        case kAsn1UnicodeString:
+            return BmpText(octets, longest);
+        case kAsn1UtcTime:
+        case kAsn1GeneralizedTime:
+            return TimeText(octets, block.tag == kAsn1GeneralizedTime, longest);
+        default:
+            return IsTextTag(block.tag) ? Utf8Text(octets, longest) : UnknownText(octets, longest);
+    }
+}
+
+std::size_t HeaderLength(const CAsn1Block& block) {
+    return block.content != nullptr && block.start != nullptr
+               ? static_cast<std::size_t>(block.content - block.start)
+               : 0;
+}
+
+std::optional<std::uint32_t> AnnouncedLength(const CAsn1Block& block) {
+    const std::size_t header = HeaderLength(block);
+    if (header < 2 || block.isUnknownLength) {
+        return std::nullopt;
+    }
+    if (header == 2) {
+        return block.start[1];
+    }
+    std::uint32_t length = 0;
+    for (std::size_t i = 2; i < header; ++i) {
+        length = length << 8U | block.start[i];
+    }
+    return length;
+}
+
+std::span<const unsigned char> FileOctets(const CAsn1Block& block) {
+    if (block.start == nullptr) {
+        return {};
+    }
+    CAsn1Cursor cursor({block.start, block.GetAvailable()});
+    CAsn1Element element;
+    if (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {
+        return element.raw;
+    }
+    return block.GetRawEncoding();
+}
+
+}  // namespace host
