@@ -35,12 +35,12 @@ class IniFileTest : public testing::Test {
     static std::string Dump(const File& file) {
         std::string text;
         for (const auto* const section : file.GetSections()) {
-            text += "[" + N(section->GetSectionName()) + "]";
+            text.append("[").append(N(section->GetSectionName())).append("]");
             for (const auto* const key : section->GetKeys()) {
                 text += N(key->GetKeyName()) + "=" + N(key->GetValue()) + ";";
             }
             for (const String& line : section->GetLines()) {
-                text += "<" + N(line) + ">";
+                text.append("<").append(N(line)).append(">");
             }
         }
         return text;
