@@ -63,10 +63,9 @@ CAsn1Element ReadElement(std::span<unsigned char> octets, std::string_view name)
 }
 
 void BindBlock(CAsn1Block& block, const CAsn1Element& element, std::uint32_t offset) {
-    block.start = element.raw.data();
+    block.SetRawEncoding(element.raw);
     block.content = element.content.data();
     block.contentLength = static_cast<std::uint32_t>(element.content.size());
-    block.totalLength = static_cast<std::uint32_t>(element.raw.size());
     block.offset = offset;
     block.tag = element.tag;
     block.isUnknownLength = element.indefinite;

@@ -219,6 +219,12 @@ std::span<unsigned char> CAsn1Block::GetRawEncoding() const {
     return {start, start != nullptr ? std::min(totalLength, m_available) : 0};
 }
 
+void CAsn1Block::SetRawEncoding(std::span<unsigned char> encoding) {
+    start = encoding.data();
+    totalLength = static_cast<std::uint32_t>(encoding.size());
+    m_available = totalLength;
+}
+
 std::span<unsigned char> CAsn1Block::GetRawContent() const {
     if (start == nullptr) {
         return {content, contentLength};

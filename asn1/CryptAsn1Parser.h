@@ -79,6 +79,8 @@ class CAsn1Block {
 
     /// The octets the block was parsed from: totalLength of them, fewer where the buffer ends.
     std::span<unsigned char> GetRawEncoding() const;
+    /// Ties a block that Parse() did not make to the octets of its encoding, which outlive it.
+    void SetRawEncoding(std::span<unsigned char> encoding);
     /// The content octets as they stand in the buffer, fewer where it ends. Of a block whose
     /// content was replaced: the new content.
     std::span<unsigned char> GetRawContent() const;

@@ -155,6 +155,8 @@ TEST_P(FieldReaderTest, GivesTheOctetsAsReceived) {
     EXPECT_EQ(Text("behind"), Octets(sample.Rest().begin(), sample.Rest().end()));
     EXPECT_EQ(der.size() - 6, sample->Raw().size());
     EXPECT_EQ(inner, Octets(sample->inner->Raw().begin(), sample->inner->Raw().end()));
+    const auto encoding = sample->inner->GetBlock()->GetRawEncoding();
+    EXPECT_EQ(inner, Octets(encoding.begin(), encoding.end()));
     EXPECT_EQ(pairs, Octets(sample->pairs->Raw().begin(), sample->pairs->Raw().end()));
     auto at = sample->pairs->Elements();
     ASSERT_TRUE(at.Next());
