@@ -72,8 +72,8 @@ bool IsListRecord(int type) noexcept {
     return row != nullptr && row->isList;
 }
 
-const FileData* FindFileData(SerializableContainer& objects) {
-    return dynamic_cast<const FileData*>(objects.GetObj(kTypeFileData));
+FileData* FindFileData(SerializableContainer& objects) {
+    return dynamic_cast<FileData*>(objects.GetObj(kTypeFileData));
 }
 
 }  // namespace ca

@@ -15,6 +15,6 @@ std::unique_ptr<ISerializable> MakeRecord(int type);
 bool IsListRecord(int type) noexcept;
 
 /// The file data in a packet's container, which keeps it; null when there is none.
-const FileData* FindFileData(SerializableContainer& objects);
+FileData* FindFileData(SerializableContainer& objects);
 
 }  // namespace ca

@@ -3,24 +3,16 @@
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
-#include "records/CertInfo.h"
+#include "module/ops/ProviderCertificate.h"
 #include "records/FileData.h"
 #include "records/StringArray.h"
 
 #include <memory>
 
-namespace {
-
-constexpr const wchar_t* kCertId = L"FooCertId";
-constexpr const wchar_t* kCertSubject = L"Foo Subject";
-constexpr const wchar_t* kCertIssuer = L"Foo Issuer";
-
-}  // namespace
-
 // Answers with the identifiers of the certificates. Placeholder: the one certificate.
 void CCryptoModule::EnumCerts(ca::CryptPacket& packet) {
     auto ids = std::make_unique<ca::StringArray>(ca::kTypeCertificates);
-    ids->items.emplace_back(kCertId);
+    ids->items.emplace_back(ca::kProviderCertId);
     packet.Response().SetObject(ids.release(), /*clear=*/true);  // the container owns it now
 }
 
@@ -31,10 +23,6 @@ void CCryptoModule::GetCert(ca::CryptPacket& packet) {
 
 // Answers with a certificate's description. Placeholder: names and identifier only.
 void CCryptoModule::GetCertInfo2(ca::CryptPacket& packet) {
-    auto info = std::make_unique<ca::CertInfo2>();
-    info->id = kCertId;
-    info->description = kCertSubject;
-    info->issuer = kCertIssuer;
-    packet.Response().SetObject(info.release(), /*clear=*/true);
+    packet.Response().SetObject(ca::DescribeProviderCertificate().release(), /*clear=*/true);
     LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
 }

@@ -16,15 +16,6 @@ namespace {
 void CCryptoModule::Verify(ca::CryptPacket&) {
     Refuse();
 }
-void CCryptoModule::SetCert(ca::CryptPacket&) {
-    Refuse();
-}
-void CCryptoModule::SetCert2(ca::CryptPacket&) {
-    Refuse();
-}
-void CCryptoModule::GetCertInfo(ca::CryptPacket&) {
-    Refuse();
-}
 void CCryptoModule::GetCRL(ca::CryptPacket&) {
     Refuse();
 }

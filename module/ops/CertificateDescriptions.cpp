@@ -1,0 +1,88 @@
+// Operations that read the certificates a client hands in.
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "module/CryptoModule.h"
+#include "module/RecordTypes.h"
+#include "module/ops/ProviderCertificate.h"
+#include "module/ops/RequestPayload.h"
+#include "records/CertInfoFill.h"
+#include "records/CertificateBundle.h"
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kNoLeaf = static_cast<std::size_t>(-1);
+
+// Throws 16113 when there is no certificate among the objects.
+ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& items) {
+    ca::CertificateBundle bundle;
+    for (const ca::PayloadItem& item : items) {
+        ca::CollectCertificates(item.octets, bundle);
+    }
+    if (bundle.certificates.empty()) {
+        throw ca::Exception(ca::kErrCertificate);
+    }
+    return bundle;
+}
+
+void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index) {
+    auto info = std::make_unique<ca::CertInfo2>();
+    ca::FillWithIssuers(bundle, index, *info);
+    packet.Response().SetObject(info.release(), /*clear=*/true);
+}
+
+void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle) {
+    auto infos = std::make_unique<ca::CertInfos2>();
+    for (const auto& certificate : bundle.certificates) {
+        auto info = std::make_unique<ca::CertInfo2>();
+        ca::FillCertInfo(certificate, *info);
+        infos->items.emplace_back(std::move(info));
+    }
+    packet.Response().SetObject(infos.release(), /*clear=*/true);
+}
+
+// The certificates must be readable; nothing is kept, since this provider has no store of its own.
+void CheckCertificates(ca::CryptPacket& packet) {
+    const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
+    for (const auto& certificate : RequireCertificates(items).certificates) {
+        ca::CertInfo info;
+        ca::FillCertInfo(certificate, info);
+    }
+}
+
+}  // namespace
+
+// Describes the certificates of the file data. One certificate, or a message whose certificates are
+// one chain, is answered as one record with its issuers nested; several as a list. Without file
+// data the provider's own certificate is meant.
+void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
+    if (ca::FindFileData(packet.Request()) == nullptr) {
+        packet.Response().SetObject(
+            ca::FindProviderCertificate(packet.request.senderCertId).release(), /*clear=*/true);
+        LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+        return;
+    }
+    const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
+    const ca::CertificateBundle bundle = RequireCertificates(items);
+    const bool isOne = bundle.certificates.size() == 1;
+    const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;
+    if (leaf != kNoLeaf) {
+        AnswerOne(packet, bundle, leaf);
+    } else {
+        AnswerAll(packet, bundle);
+    }
+    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+}
+
+void CCryptoModule::SetCert(ca::CryptPacket& packet) {
+    CheckCertificates(packet);
+}
+
+void CCryptoModule::SetCert2(ca::CryptPacket& packet) {
+    CheckCertificates(packet);
+}

@@ -1,0 +1,23 @@
+#include "module/ops/ProviderCertificate.h"
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+
+namespace ca {
+
+std::unique_ptr<CertInfo2> DescribeProviderCertificate() {
+    auto info = std::make_unique<CertInfo2>();
+    info->id = kProviderCertId;
+    info->description = L"Foo Subject";
+    info->issuer = L"Foo Issuer";
+    return info;
+}
+
+std::unique_ptr<CertInfo2> FindProviderCertificate(const std::wstring& id) {
+    if (!id.empty() && id != kProviderCertId) {
+        throw Exception(kErrStore);
+    }
+    return DescribeProviderCertificate();
+}
+
+}  // namespace ca

@@ -1,0 +1,123 @@
+#include "records/CertificateBundle.h"
+
+#include "asn1/OidTable.h"
+#include "records/CertInfoFill.h"
+#include "records/text/Elements.h"
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+
+namespace {
+
+using ca::Octets;
+
+constexpr std::size_t kMaxIssuers = 16;  // records nested in one description
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+std::string_view AsText(Octets octets) {
+    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
+}
+
+struct Names {
+    std::string_view issuer;  // encodings
+    std::string_view subject;
+};
+
+Names NamesOf(std::span<unsigned char> certificate) {
+    const CAsn1Element tbs = ca::Child(ca::FirstElement(certificate), 0);
+    const std::size_t serial = ca::Child(tbs, 0).tag == ca::ContextConstructed(0) ? 1 : 0;
+    return {AsText(ca::Child(tbs, serial + 2).raw), AsText(ca::Child(tbs, serial + 4).raw)};
+}
+
+// Who issued whom in a bundle, by names: index of each certificate's issuer, kNone for none.
+std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
+    std::unordered_map<std::string_view, std::size_t> bySubject;
+    std::vector<Names> names;
+    for (const auto& certificate : bundle.certificates) {
+        names.push_back(NamesOf(certificate));
+        bySubject.emplace(names.back().subject, names.size() - 1);
+    }
+    std::vector<std::size_t> issuers;
+    for (const Names& name : names) {
+        const auto found = bySubject.find(name.issuer);
+        const bool isKnown = found != bySubject.end() && name.issuer != name.subject;
+        issuers.push_back(isKnown ? found->second : kNone);
+    }
+    return issuers;
+}
+
+// The SET OF CertificateChoices [0] of a SignedData inside its ContentInfo; without octets when the
+// element is none.
+CAsn1Element MessageCertificates(const CAsn1Element& contentInfo) {
+    const ca::OidInfo* type =
+        ca::FindOid(ca::ContentIf(ca::Child(contentInfo, 0), kAsn1ObjectIdentifier));
+    if (type == nullptr || type->shortName != std::string_view("id-signedData")) {
+        return {};
+    }
+    const CAsn1Element signedData = ca::Child(ca::Child(contentInfo, 1), 0);
+    constexpr std::size_t kBehindContent = 3;  // version, digestAlgorithms, encapContentInfo
+    const CAsn1Element certificates = ca::Child(signedData, kBehindContent);
+    return certificates.tag == ca::ContextConstructed(0) ? certificates : CAsn1Element();
+}
+
+void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bundle) {
+    CAsn1Cursor cursor(octets);
+    CAsn1Element element;
+    while (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {
+        if (ca::LooksLikeCertificate(element.raw)) {
+            bundle.certificates.push_back(element.raw);
+        }
+    }
+}
+
+}  // namespace
+
+namespace ca {
+
+void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bundle) {
+    const bool isFirst = bundle.certificates.empty();
+    const CAsn1Element certificates = MessageCertificates(FirstElement(object));
+    if (certificates.raw.empty()) {
+        CollectElements(object, bundle);
+        bundle.isMessage = false;
+    } else {
+        CollectElements(certificates.content, bundle);
+        bundle.isMessage = isFirst;
+    }
+}
+
+std::size_t FindLeaf(const CertificateBundle& bundle) {
+    const std::vector<std::size_t> issuers = FindIssuers(bundle);
+    std::vector<bool> hasIssued(issuers.size());
+    for (const std::size_t issuer : issuers) {
+        if (issuer != kNone) {
+            hasIssued[issuer] = true;
+        }
+    }
+    const auto leaf = std::ranges::find(hasIssued, false);
+    if (leaf == hasIssued.end()) {
+        return kNone;
+    }
+    const auto index = static_cast<std::size_t>(leaf - hasIssued.begin());
+    std::size_t covered = 0;
+    for (std::size_t at = index; at != kNone && covered < issuers.size(); at = issuers[at]) {
+        ++covered;
+    }
+    return covered == issuers.size() ? index : kNone;
+}
+
+void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInfo2& record) {
+    const std::vector<std::size_t> issuers = FindIssuers(bundle);
+    CertInfo2* at = &record;
+    FillCertInfo(bundle.certificates[index], *at);
+    for (std::size_t depth = 0; depth < kMaxIssuers && issuers[index] != kNone; ++depth) {
+        index = issuers[index];
+        at->issuerCert = std::make_unique<CertInfo2>();
+        at = at->issuerCert.get();
+        FillCertInfo(bundle.certificates[index], *at);
+    }
+}
+
+}  // namespace ca

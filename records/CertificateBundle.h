@@ -1,0 +1,30 @@
+#pragma once
+
+#include "records/CertInfo.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace ca {
+
+/// The certificates found in what a client handed in.
+struct CertificateBundle {
+    std::vector<std::span<unsigned char>> certificates;  ///< encodings, in order; views
+    /// All came out of one PKCS #7 message, which is how a certificate travels with its chain.
+    bool isMessage = false;
+};
+
+/// Collects the certificates of one object: certificates one behind the other, or those that a
+/// SignedData carries (RFC 5652 5.1). Other elements are passed over.
+void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bundle);
+
+/// Index of the one certificate of the bundle that issued no other and whose path of issuers covers
+/// all of them; npos when there is no such one.
+std::size_t FindLeaf(const CertificateBundle& bundle);
+
+/// Describes certificate `index` with its issuers nested, as far as the bundle holds them and to a
+/// bounded depth. Issuers are found by name. Throws what FillCertInfo() throws for the first.
+void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInfo2& record);
+
+}  // namespace ca
