@@ -2,7 +2,7 @@
 
 # Options of the command $2, as the program $1 itself lists them: they cannot drift apart.
 _cmhost_options() {
-    "$1" "$2" --help 2>/dev/null | grep -oE -- '(^|[ ,])(-[a-z]|--[a-z0-9-]+)' | tr -d ' ,'
+    "$1" "$2" --help 2>/dev/null | sed -nE 's/^  (-[a-z],)?(--[a-z0-9-]+).*/\2/p'
 }
 
 _cmhost() {

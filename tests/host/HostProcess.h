@@ -7,9 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <filesystem>
 #include <spawn.h>
 #include <string>
 #include <sys/wait.h>
+#include <utility>
 #include <vector>
 
 struct HostResult {
@@ -21,7 +23,21 @@ struct HostResult {
 /// Each test has a directory of its own as home and working directory, and no configuration.
 class HostProcessTest : public ::testing::Test {
   protected:
-    HostResult Run(const std::vector<std::string>& arguments, const std::string& input = "") const {
+    HostResult Run(std::vector<std::string> arguments, const std::string& input = "") const {
+        arguments.insert(arguments.begin(), MOD_FOO_CMHOST);
+        return Spawn(std::move(arguments), input);
+    }
+
+    /// A shell script that calls the tool "cmhost".
+    HostResult RunScript(const std::string& script) const {
+        const std::string folder = std::filesystem::path(MOD_FOO_CMHOST).parent_path().string();
+        return Spawn({"/bin/sh", "-c", "PATH='" + folder + "':$PATH\n" + script}, "");
+    }
+
+    TemporaryDir m_directory;
+
+  private:
+    HostResult Spawn(std::vector<std::string> words, const std::string& input) const {
         const std::string in = m_directory.Write("stdin", input);
         const std::string out = m_directory.File("stdout");
         const std::string err = m_directory.File("stderr");
@@ -33,16 +49,13 @@ class HostProcessTest : public ::testing::Test {
         posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), kWrite, 0600);
         posix_spawn_file_actions_addchdir_np(&actions, m_directory.Path().c_str());
 
-        std::vector<std::string> words = {MOD_FOO_CMHOST};
-        words.insert(words.end(), arguments.begin(), arguments.end());
         std::vector<char*> argv;
         for (std::string& word : words) {
             argv.push_back(word.data());
         }
         argv.push_back(nullptr);
         pid_t child = 0;
-        const int error =
-            ::posix_spawn(&child, MOD_FOO_CMHOST, &actions, nullptr, argv.data(), environ);
+        const int error = ::posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
         posix_spawn_file_actions_destroy(&actions);
         HostResult result;
         int status = 0;
@@ -54,9 +67,6 @@ class HostProcessTest : public ::testing::Test {
         return result;
     }
 
-    TemporaryDir m_directory;
-
-  private:
     ScopedVariable m_home{"HOME", m_directory.Path().c_str()};
     ScopedVariable m_config{"MOD_FOO_CONFIG", nullptr};
 };

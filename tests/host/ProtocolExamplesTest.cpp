@@ -1,0 +1,53 @@
+// The examples of docs/protocol.md are what the host tool really says.
+
+#include "tests/host/HostProcess.h"
+
+#include <sstream>
+
+namespace {
+
+struct Example {
+    std::string command;  // with the lines of its here-document
+    std::string output;
+};
+
+// The commands ("$ ", continued by "> ") of the console blocks, each with what stands below it.
+std::vector<Example> ReadExamples(const std::string& document) {
+    std::vector<Example> examples;
+    std::istringstream lines(document);
+    bool isConsole = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("```")) {
+            isConsole = line == "```console";
+        } else if (isConsole && line.starts_with("$ ")) {
+            examples.push_back({line.substr(2) + "\n", ""});
+        } else if (isConsole && line.starts_with("> ")) {
+            examples.back().command += line.substr(2) + "\n";
+        } else if (isConsole) {
+            examples.back().output += line + "\n";
+        }
+    }
+    return examples;
+}
+
+class ProtocolExamplesTest : public HostProcessTest {};
+
+TEST_F(ProtocolExamplesTest, AreWhatTheToolAnswers) {
+    const std::vector<Example> examples = ReadExamples(TemporaryDir::Read(MOD_FOO_PROTOCOL));
+    ASSERT_GT(examples.size(), 10U);
+    // One shell for all of them, as a reader has it; a mark ends each example's output.
+    const std::string mark = "\x1D\n";
+    std::string script;
+    for (const Example& example : examples) {
+        script += "{\n" + example.command + "} 2>&1\nprintf '\\035\\n'\n";
+    }
+    std::string outputs = RunScript(script).out;
+    for (const Example& example : examples) {
+        const std::size_t end = outputs.find(mark);
+        ASSERT_NE(std::string::npos, end) << example.command;
+        EXPECT_EQ(example.output, outputs.substr(0, end)) << example.command;
+        outputs.erase(0, end + mark.size());
+    }
+}
+
+}  // namespace
