@@ -46,9 +46,14 @@ CClientContext& CClientContextArray::FindOrCreate(CStdStr<wchar_t> id) {
     }
     auto context = std::make_unique<CClientContext>(std::move(id));
     context->lastUse = m_clock();
-    m_contexts.reserve(m_contexts.size() + 1);
-    m_places.emplace(context->Id(), m_contexts.size());
-    return *m_contexts.emplace_back(std::move(context));
+    CClientContext& created = *m_contexts.emplace_back(std::move(context));
+    try {
+        m_places.emplace(created.Id(), m_contexts.size() - 1);
+    } catch (...) {
+        m_contexts.pop_back();
+        throw;
+    }
+    return created;
 }
 
 void CClientContextArray::RemoveOld() {

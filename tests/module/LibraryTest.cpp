@@ -182,15 +182,12 @@ TEST_F(LibraryTest, FramesTextAndRawData) {
 TEST_F(LibraryTest, CountsTheTerminatorOnlyBeforeRawData) {
     Init();
     std::string request = ModeRequest(35);
-    CMPacket packet{};
-    packet.hostData[0] = packet.hostData[1] = 0x0123456789ABCDEF;
-    packet.request = request.data();
-    packet.requestLength = static_cast<std::uint32_t>(request.size());
-    ModuleLibrary::Get().process(m_module, &packet);
+    CMPacket packet = Process(request.data(), request.size());
     EXPECT_EQ(packet.responseSize, std::string_view(packet.response).size());
     std::free(packet.response);
 
     request = std::string(R"({"mode":35,"fileDataSize":0})") + '\0';
+    packet.hostData[0] = packet.hostData[1] = 0x0123456789ABCDEF;
     packet.request = request.data();
     packet.requestLength = static_cast<std::uint32_t>(request.size());
     ModuleLibrary::Get().process(m_module, &packet);

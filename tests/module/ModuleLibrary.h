@@ -134,17 +134,21 @@ class LibraryTest : public testing::Test {
     }
     void Free() { ModuleLibrary::Get().free(std::exchange(m_module, nullptr)); }
 
-    /// The answer to a request of exactly these octets, a NUL at the end being one of them.
-    Answer Send(char* data, std::size_t size, bool interactive = true) {
-        if (m_module == nullptr) {
-            Init();
-        }
+    /// The packet of a request of exactly these octets, a NUL at the end being one of them; its
+    /// answer is to be freed. Safe from any thread once Init() has run.
+    CMPacket Process(char* data, std::size_t size, bool interactive = true) const {
         CMPacket packet{};
         packet.request = data;
         packet.requestLength = static_cast<std::uint32_t>(size);
         packet.interactive = interactive;
         ModuleLibrary::Get().process(m_module, &packet);
-        return Answer(packet);
+        return packet;
+    }
+    Answer Send(char* data, std::size_t size, bool interactive = true) {
+        if (m_module == nullptr) {
+            Init();
+        }
+        return Answer(Process(data, size, interactive));
     }
     Answer Call(std::string_view request, bool interactive = true) {
         std::string own(request);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <string>
 #include <thread>
 #include <vector>
@@ -35,7 +36,12 @@ TEST_F(LibraryTest, RequestsAndReleasesOfOneClientAreSafe) {
                               R"(the string's own room"})";
     const std::string one = done + R"(,"storeAddresses":[)" + store + "]}";
     const std::string none = done + R"(,"storeAddresses":[]})";
-    const auto text = [this](const std::string& request) { return Call(request).text; };
+    const auto text = [this](std::string request) {
+        const CMPacket packet = Process(request.data(), request.size());
+        std::string answer(packet.response, packet.responseSize);
+        std::free(packet.response);
+        return answer;
+    };
     InThreads([&](int thread) {
         for (int i = 0; i < 250; ++i) {
             const std::string client =
