@@ -22,9 +22,7 @@ CClientContext* CClientContextArray::AcquireContext(CStdStr<wchar_t> id) {
     }
     const std::lock_guard lock(m_mutex);
     CClientContext& context = FindOrCreate(std::move(id));
-    // Read under the lock: a stamp older than one that another thread has stored since would look
-    // like 49 days of idleness.
-    context.lastUse = m_clock();
+    context.lastUse = now;
     return &context;
 }
 
@@ -58,6 +56,8 @@ CClientContext& CClientContextArray::FindOrCreate(CStdStr<wchar_t> id) {
 
 void CClientContextArray::RemoveOld() {
     const std::lock_guard lock(m_mutex);
+    // Read under the lock: a last use that is later than this time would look like 49 days of
+    // idleness.
     const std::uint32_t now = m_clock();
     for (auto& context : m_contexts) {
         if (context && now - context->lastUse > kMaxIdleMs) {

@@ -118,8 +118,8 @@ std::unique_ptr<FileData> FetchPayload(const JsonValue& url, const ConfigFilePar
 
 // Reads the record that stands under its key, if it does. A list that is no array is left out, so
 // that it does not pass for an empty one.
-void ReadRecord(const JsonValue& root, RecordType type, SerializableContainer& objects) {
-    const JsonValue* value = FindKey(root, RecordKey(type));
+void ReadRecord(const JsonObject& root, RecordType type, SerializableContainer& objects) {
+    const JsonValue* value = root.Find(RecordKey(type));
     if (value == nullptr || (IsListRecord(type) && !value->IsArray())) {
         return;
     }
@@ -144,13 +144,13 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     const std::size_t textLength = JsonTextLength(data, length);
     const bool hasPayload = objects.PreParseFileData(const_cast<char*>(data), textLength);
     const JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
-    const JsonValue& root = text.Root();
+    const JsonObject root = text.Root();
 
     ReadFields(root);
     ReadBlobs(root);
-    if (const JsonValue* url = FindKey(root, kKeyFileDataUrl)) {
+    if (const JsonValue* url = root.Find(kKeyFileDataUrl)) {
         objects.SetObject(FetchPayload(*url, m_config).release(), /*clear=*/false);
-    } else if (const JsonValue* size = FindKey(root, kKeyFileDataSize)) {
+    } else if (const JsonValue* size = root.Find(kKeyFileDataSize)) {
         auto payload = RawPayload(data, length, textLength, size->GetUint());
         objects.SetObject(payload.release(), /*clear=*/false);
         attachBinary = true;
@@ -160,43 +160,44 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     ReadRecords(root);
 }
 
-void CryptRequest::ReadFields(const JsonValue& root) {
+void CryptRequest::ReadFields(const JsonObject& root) {
     for (const RequestKey& row : kRequestKeys) {
-        if (const JsonValue* value = FindKey(root, row.key)) {
+        if (const JsonValue* value = root.Find(row.key)) {
             std::visit(MemberReader{*this, *value}, row.member);
             present |= row.presence;
         }
     }
 }
 
-void CryptRequest::ReadBlobs(const JsonValue& root) {
-    if (const JsonValue* algorithm = FindKey(root, kKeyHashAlg)) {
+void CryptRequest::ReadBlobs(const JsonObject& root) {
+    if (const JsonValue* algorithm = root.Find(kKeyHashAlg)) {
         params = WideOctets(WideText(*algorithm));
-    } else if (const JsonValue* encoded = FindKey(root, kKeyParams)) {
+    } else if (const JsonValue* encoded = root.Find(kKeyParams)) {
         params = DecodedBlob(*encoded);
     }
-    if (const JsonValue* encoded = FindKey(root, kKeySendSignData)) {
+    if (const JsonValue* encoded = root.Find(kKeySendSignData)) {
         sendSignData = DecodedBlob(*encoded);
     }
-    if (const JsonValue* list = FindKey(root, kKeySignatures)) {
+    if (const JsonValue* list = root.Find(kKeySignatures)) {
         for (const JsonValue& encoded : list->GetArray()) {
             signatures.push_back(DecodedBlob(encoded));
         }
     }
 }
 
-void CryptRequest::ReadRecords(const JsonValue& root) {
+void CryptRequest::ReadRecords(const JsonObject& root) {
     for (const RecordType type : kRequestRecords) {
         ReadRecord(root, type, objects);
     }
-    const JsonValue* stores = FindKey(root, kKeyCurrentStores);
+    const JsonValue* stores = root.Find(kKeyCurrentStores);
     if (stores != nullptr && stores->IsArray()) {
         currentStores.emplace().FromJson(*stores);
     }
 }
 
 void CryptResponse::ToJson(JsonBuffer& text) const {
-    JsonWriter writer(text);
+    CJsonAllocator heap;
+    JsonWriter writer(text, &heap);
     writer.StartObject();
     writer.Key("errorCode");
     writer.Uint(errorCode);
@@ -224,29 +225,29 @@ void CryptResponse::FromJson(const char* data, unsigned length) {
     }
     const std::size_t textLength = JsonTextLength(data, length);
     const JsonText text(data, textLength);
-    const JsonValue& root = text.Root();
-    if (const JsonValue* value = FindKey(root, "errorCode")) {
+    const JsonObject root = text.Root();
+    if (const JsonValue* value = root.Find("errorCode")) {
         errorCode = value->GetUint();
     }
-    if (const JsonValue* value = FindKey(root, "errorMessage")) {
+    if (const JsonValue* value = root.Find("errorMessage")) {
         errorMessage = WideText(*value);
     }
-    if (const JsonValue* value = FindKey(root, "needCertId")) {
+    if (const JsonValue* value = root.Find("needCertId")) {
         needCertId = WideText(*value);
     }
-    if (const JsonValue* value = FindKey(root, "streamId")) {
+    if (const JsonValue* value = root.Find("streamId")) {
         streamId = value->GetUint();
     }
-    if (const JsonValue* value = FindKey(root, kKeySendSignData)) {
+    if (const JsonValue* value = root.Find(kKeySendSignData)) {
         sendSignData = DecodedBlob(*value);
     }
-    if (const JsonValue* value = FindKey(root, kKeyIsAttached)) {
+    if (const JsonValue* value = root.Find(kKeyIsAttached)) {
         isAttached = value->GetBool();
     }
     for (int type = kTypeFileData; RecordKey(type) != nullptr; ++type) {
         ReadRecord(root, static_cast<RecordType>(type), objects);
     }
-    if (const JsonValue* size = FindKey(root, kKeyFileDataSize)) {
+    if (const JsonValue* size = root.Find(kKeyFileDataSize)) {
         auto payload = RawPayload(data, length, textLength, size->GetUint());
         objects.SetObject(payload.release(), /*clear=*/false);
         attachBinary = true;

@@ -18,6 +18,8 @@ class CCallContext;
 
 namespace ca {
 
+class JsonObject;
+
 /// Bits of CryptRequest::present: which of the keys whose absence differs from 0 were there.
 enum RequestPresence : std::uint32_t {
     kPresentTest = 1,
@@ -73,9 +75,9 @@ class CryptRequest {
     SerializableContainer objects;  ///< file data and the other records of the request
 
   private:
-    void ReadFields(const JsonValue& root);
-    void ReadBlobs(const JsonValue& root);
-    void ReadRecords(const JsonValue& root);
+    void ReadFields(const JsonObject& root);
+    void ReadBlobs(const JsonObject& root);
+    void ReadRecords(const JsonObject& root);
 
     const ConfigFileParser* m_config;
 };

@@ -37,7 +37,8 @@ void ReportFailure(std::uint32_t code, ca::CryptResponse& response) {
 
 // Writes the answer into a buffer of its own and hands that to the host.
 void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
-    ca::JsonBuffer text(nullptr, kAnswerCapacity);
+    ca::CJsonAllocator heap;
+    ca::JsonBuffer text(&heap, kAnswerCapacity);
     response.ToJson(text);
     const ca::FileData* raw = response.RawFileData();
     const std::size_t textSize = text.GetSize();

@@ -15,14 +15,6 @@ constexpr std::size_t kParseStack = 1024;
 // rapidjson's vector path reads whole aligned blocks, so the copy is filled up to their size.
 constexpr std::size_t kVectorBlock = 16;
 
-BytePtr CopyPadded(const char* text, std::size_t length) {
-    const std::size_t padded = (length / kVectorBlock + 1) * kVectorBlock;
-    BytePtr copy = BytePtr::Make(padded);
-    std::memcpy(copy.Get(), text, length);
-    std::memset(copy.Get() + length, 0, padded - length);
-    return copy;
-}
-
 }  // namespace
 
 std::size_t JsonTextLength(const char* data, std::size_t length) noexcept {
@@ -30,23 +22,45 @@ std::size_t JsonTextLength(const char* data, std::size_t length) noexcept {
     return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - data) : length;
 }
 
+JsonObject::JsonObject(const JsonValue& object) : m_object(object) {
+    for (const auto& member : object.GetObject()) {
+        m_lengths |= LengthBit(member.name.GetStringLength());
+    }
+}
+
+const JsonValue* JsonObject::Find(std::string_view key) const {
+    if ((m_lengths & LengthBit(key.size())) == 0) {
+        return nullptr;
+    }
+    const JsonValue name(
+        rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size())));
+    const auto member = m_object.FindMember(name);
+    if (member == m_object.MemberEnd()) {
+        return nullptr;
+    }
+    CA_JSON_KEY(key.data());
+    return &member->value;
+}
+
 JsonText::JsonText(const char* text, std::size_t length)
-    : m_text(CopyPadded(text, length)), m_pool(kPoolChunk), m_document(&m_pool, kParseStack) {
-    m_document.ParseInsitu<kJsonParseFlags>(reinterpret_cast<char*>(m_text.Get()));
+    : m_pool(m_ownPool, sizeof(m_ownPool), kPoolChunk, &m_heap),
+      m_document(&m_pool, kParseStack, &m_heap) {
+    m_document.ParseInsitu<kJsonParseFlags>(CopyPadded(text, length));
     if (m_document.HasParseError() || !m_document.IsObject()) {
         throw Exception(kErrJsonParse);
     }
 }
 
-const JsonValue* FindKey(const JsonValue& object, std::string_view key) {
-    const JsonValue name(
-        rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size())));
-    const auto member = object.FindMember(name);
-    if (member == object.MemberEnd()) {
-        return nullptr;
+char* JsonText::CopyPadded(const char* text, std::size_t length) {
+    const std::size_t padded = (length / kVectorBlock + 1) * kVectorBlock;
+    unsigned char* copy = m_ownText;
+    if (padded > sizeof(m_ownText)) {
+        m_text = BytePtr::Make(padded);
+        copy = m_text.Get();
     }
-    CA_JSON_KEY(key.data());
-    return &member->value;
+    std::memcpy(copy, text, length);
+    std::memset(copy + length, 0, padded - length);
+    return reinterpret_cast<char*>(copy);
 }
 
 std::wstring WideText(const JsonValue& value) {
