@@ -8,7 +8,7 @@ namespace ca {
 
 /// True for octets that begin with the frame of an attribute certificate: a signed SEQUENCE whose
 /// first part has the holder where a certificate has its serial number. Looks at a few tags only.
-bool LooksLikeAttributeCertificate(std::span<const unsigned char> octets) noexcept;
+bool LooksLikeAttributeCertificate(std::span<const unsigned char> octets);
 
 /// Describes an attribute certificate, version 2 (RFC 5755 4) or 1 (RFC 5652 10.2.7, X.509-1997).
 ///

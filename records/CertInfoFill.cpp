@@ -5,6 +5,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/sha1.h"
+#include "records/SignedFill.h"
 #include "records/ValidityText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Elements.h"
@@ -12,28 +13,13 @@
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
-#include "records/text/OutlineText.h"
-#include "records/text/TimeText.h"
 
-#include <algorithm>
 #include <string_view>
 
 namespace {
 
 using ca::CertInfo;
 using ca::Octets;
-
-void FillVersion(const CAsn1TbsCertificate& tbs, CertInfo& record) {
-    const std::int64_t version = tbs.Version() != nullptr ? IntegerOf(tbs.Version(), -1) : 0;
-    if (version < 0) {
-        ca::AddError(record.error, SetZORNAMessage(kMsgUnknownVersion));
-        return;
-    }
-    record.version = L'V' + std::to_wstring(version + 1);
-    if (version > 2) {
-        ca::AddError(record.error, SetZORNAMessage(kMsgUnknownVersion));
-    }
-}
 
 void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     if (tbs.Issuer() != nullptr) {
@@ -54,24 +40,12 @@ void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     }
 }
 
-ca::TimeForms TimeOf(const CAsn1Object* time, std::wstring& error) {
-    if (time == nullptr) {
-        return {};
-    }
-    const CAsn1Element element = ca::ElementOf(*time);
-    ca::TimeForms forms = ca::DescribeTime(element);
-    if (!forms.seconds) {
-        ca::AddError(error, ca::UnreadableText(element.raw));
-    }
-    return forms;
-}
-
 void FillPeriod(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     if (tbs.Validity() == nullptr) {
         return;
     }
-    ca::TimeForms from = TimeOf(tbs.Validity()->NotBefore(), record.error);
-    ca::TimeForms to = TimeOf(tbs.Validity()->NotAfter(), record.error);
+    ca::TimeForms from = ca::TimeOf(tbs.Validity()->NotBefore(), record.error);
+    ca::TimeForms to = ca::TimeOf(tbs.Validity()->NotAfter(), record.error);
     ca::FillValidity(from, to, record.validity, record.validityNumber);
     record.validFrom = std::move(from.local);
     record.validFromUtc = std::move(from.utc);
@@ -98,21 +72,6 @@ void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
     record.keyUsageStr = ca::CertInfo2::GetKeyUsageStr(record.keyUsage);
 }
 
-void FillAlgorithms(const CAsn1Certificate& certificate, CertInfo& record) {
-    const CAsn1AlgorithmIdentifier* outer = certificate.SignatureAlgorithm();
-    const CAsn1AlgorithmIdentifier* inner = certificate.TbsCertificate()->Signature();
-    const CAsn1AlgorithmIdentifier* shown = outer != nullptr ? outer : inner;
-    if (shown == nullptr) {
-        return;
-    }
-    const CAsn1Element element = ca::ElementOf(*shown);
-    record.signatureAlg = ca::AlgorithmText(element);
-    record.hashAlg = ca::SignatureDigestText(element);
-    if (outer != nullptr && inner != nullptr && !std::ranges::equal(outer->Raw(), inner->Raw())) {
-        ca::AddError(record.error, SetZORNAMessage(kMsgAlgorithmsDiffer));
-    }
-}
-
 }  // namespace
 
 namespace ca {
@@ -133,7 +92,7 @@ bool LooksLikeCertificate(Octets octets) {
 }
 
 void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
-    FillVersion(tbs, *this);
+    version = VersionText(tbs.Version(), /*highest=*/2, error);
     serial = SerialText(OctetsOf(tbs.SerialNumber()));
     FillNames(tbs, *this);
     FillPeriod(tbs, *this);
@@ -153,7 +112,8 @@ void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
 void CertInfo::FromAsn1(const CAsn1Certificate& certificate) {
     id = Sha1Hex(certificate.Raw());
     rawData = Base64Text(certificate.Raw());
-    FillAlgorithms(certificate, *this);
+    FillSignatureAlgorithm(certificate.SignatureAlgorithm(),
+                           certificate.TbsCertificate()->Signature(), signatureAlg, hashAlg, error);
     FillFromTbsCert(*certificate.TbsCertificate());
 }
 

@@ -5,15 +5,12 @@
 #include "common/Exception.h"
 #include "common/InitString.h"
 #include "records/CrlEntries.h"
-#include "records/text/AlgorithmText.h"
+#include "records/SignedFill.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
-#include "records/text/OutlineText.h"
-#include "records/text/TimeText.h"
 
-#include <algorithm>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -60,31 +57,6 @@ std::vector<unsigned char> ReadSerial(std::wstring_view text) {
     return octets;
 }
 
-void FillVersion(const CAsn1TbsCertList& tbs, CrlInfo& record) {
-    const std::int64_t version = tbs.Version() != nullptr ? IntegerOf(tbs.Version(), -1) : 0;
-    if (version >= 0) {
-        record.version = L'V' + std::to_wstring(version + 1);
-    }
-    if (version < 0 || version > 1) {
-        ca::AddError(record.error, SetZORNAMessage(kMsgUnknownVersion));
-    }
-}
-
-void FillAlgorithms(const CAsn1CertificateList& list, CrlInfo& record) {
-    const CAsn1AlgorithmIdentifier* outer = list.SignatureAlgorithm();
-    const CAsn1AlgorithmIdentifier* inner = list.TbsCertList()->Signature();
-    const CAsn1AlgorithmIdentifier* shown = outer != nullptr ? outer : inner;
-    if (shown == nullptr) {
-        return;
-    }
-    const CAsn1Element element = ca::ElementOf(*shown);
-    record.signatureAlg = ca::AlgorithmText(element);
-    record.hashAlg = ca::SignatureDigestText(element);
-    if (outer != nullptr && inner != nullptr && !std::ranges::equal(outer->Raw(), inner->Raw())) {
-        ca::AddError(record.error, SetZORNAMessage(kMsgAlgorithmsDiffer));
-    }
-}
-
 void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
     if (tbs.Issuer() == nullptr) {
         return;
@@ -95,19 +67,6 @@ void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
     record.x500NameIssuer = std::move(issuer.x500);
     record.issuerTags = std::move(issuer.tags);
     ca::AddError(record.error, issuer.error);
-}
-
-void FillTime(const CAsn1Time* time, std::wstring& local, std::wstring& utc, std::wstring& error) {
-    if (time == nullptr) {
-        return;
-    }
-    const CAsn1Element element = ca::ElementOf(*time);
-    ca::TimeForms forms = ca::DescribeTime(element);
-    if (!forms.seconds) {
-        ca::AddError(error, ca::UnreadableText(element.raw));
-    }
-    local = std::move(forms.local);
-    utc = std::move(forms.utc);
 }
 
 void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
@@ -160,10 +119,14 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
 }
 
 void FillFromTbs(const CAsn1TbsCertList& tbs, const CrlPage& page, CrlInfo& record) {
-    FillVersion(tbs, record);
+    record.version = ca::VersionText(tbs.Version(), /*highest=*/1, record.error);
     FillIssuer(tbs, record);
-    FillTime(tbs.ThisUpdate(), record.thisUpdate, record.thisUpdateUtc, record.error);
-    FillTime(tbs.NextUpdate(), record.nextUpdate, record.nextUpdateUtc, record.error);
+    ca::TimeForms thisUpdate = ca::TimeOf(tbs.ThisUpdate(), record.error);
+    record.thisUpdate = std::move(thisUpdate.local);
+    record.thisUpdateUtc = std::move(thisUpdate.utc);
+    ca::TimeForms nextUpdate = ca::TimeOf(tbs.NextUpdate(), record.error);
+    record.nextUpdate = std::move(nextUpdate.local);
+    record.nextUpdateUtc = std::move(nextUpdate.utc);
     FillFromExtensions(tbs, record);
     if (tbs.RevokedCertificates() != nullptr) {
         const Octets issuer = tbs.Issuer() != nullptr ? tbs.Issuer()->Raw() : Octets();
@@ -214,8 +177,10 @@ void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& rec
     if (whole.raw.size() < der.size()) {
         AddError(record.error, SetZORNAMessage(kMsgAsn1TrailingData));
     }
-    FillAlgorithms(*list, record);
-    FillFromTbs(*list->TbsCertList(), page, record);
+    const CAsn1TbsCertList& tbs = *list->TbsCertList();
+    FillSignatureAlgorithm(list->SignatureAlgorithm(), tbs.Signature(), record.signatureAlg,
+                           record.hashAlg, record.error);
+    FillFromTbs(tbs, page, record);
 }
 
 }  // namespace ca

@@ -17,8 +17,8 @@ using FormatterTable = std::array<ca::ExtensionFormatter, kMessageCount>;
 // Formatters by the message id of their identifier, so that a look-up compares no texts.
 FormatterTable BuildFormatters() {
     FormatterTable table{};
-    for (const auto rows :
-         {ca::StandardExtensionRows(), ca::QualifiedExtensionRows(), ca::VendorExtensionRows()}) {
+    for (const auto rows : {ca::StandardExtensionRows(), ca::AttributeExtensionRows(),
+                            ca::QualifiedExtensionRows(), ca::VendorExtensionRows()}) {
         for (const ca::ExtensionRow& row : rows) {
             if (const ca::OidInfo* info = ca::FindOidByShortName(row.shortName)) {
                 table[static_cast<std::size_t>(info->messageId)] = row.say;

@@ -22,6 +22,7 @@ struct ExtensionRow {
 
 // The rows by subject.
 std::span<const ExtensionRow> StandardExtensionRows();   ///< RFC 5280, certificates and CRLs
+std::span<const ExtensionRow> AttributeExtensionRows();  ///< attribute certificates
 std::span<const ExtensionRow> QualifiedExtensionRows();  ///< qualified and national profiles
 std::span<const ExtensionRow> VendorExtensionRows();     ///< everything else
 

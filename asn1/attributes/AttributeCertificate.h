@@ -1,0 +1,88 @@
+#pragma once
+
+#include "asn1/Asn1Time.h"
+#include "asn1/attributes/AttCertIssuer.h"
+#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/Extension.h"
+
+// AttCertValidityPeriod ::= SEQUENCE {
+//     notBeforeTime  GeneralizedTime,
+//     notAfterTime   GeneralizedTime }     RFC 5755, 4.1
+// Not decoded, as the times of Validity; a UTCTime, which some issuers write, is taken too.
+class CAsn1AttCertValidityPeriod : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "AttCertValidityPeriod";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    CAsn1Time* NotBeforeTime() const { return m_notBeforeTime; }
+    CAsn1Time* NotAfterTime() const { return m_notAfterTime; }
+
+  private:
+    CAsn1Time* m_notBeforeTime = nullptr;
+    CAsn1Time* m_notAfterTime = nullptr;
+};
+
+// AttributeCertificateInfo ::= SEQUENCE {
+//     version                AttCertVersion,     -- INTEGER, v2 (1)
+//     holder                 Holder,
+//     issuer                 AttCertIssuer,
+//     signature              AlgorithmIdentifier,
+//     serialNumber           CertificateSerialNumber,     -- INTEGER
+//     attCertValidityPeriod  AttCertValidityPeriod,
+//     attributes             SEQUENCE OF Attribute,
+//     issuerUniqueID         UniqueIdentifier OPTIONAL,     -- BIT STRING
+//     extensions             Extensions OPTIONAL }     RFC 5755, 4.1
+class CAsn1AttributeCertificateInfo : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "AttributeCertificateInfo";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    CAsn1Integer* Version() const { return m_version; }
+    CAsn1Holder* Holder() const { return m_holder; }
+    CAsn1AttCertIssuer* Issuer() const { return m_issuer; }
+    CAsn1AlgorithmIdentifier* Signature() const { return m_signature; }
+    CAsn1Integer* SerialNumber() const { return m_serialNumber; }
+    CAsn1AttCertValidityPeriod* AttCertValidityPeriod() const { return m_attCertValidityPeriod; }
+    CAsn1SequenceOf<CAsn1Attribute>* Attributes() const { return m_attributes; }
+    CAsn1BitString* IssuerUniqueId() const { return m_issuerUniqueId; }
+    CAsn1Extensions* Extensions() const { return m_extensions; }
+
+  private:
+    CAsn1Integer* m_version = nullptr;
+    CAsn1Holder* m_holder = nullptr;
+    CAsn1AttCertIssuer* m_issuer = nullptr;
+    CAsn1AlgorithmIdentifier* m_signature = nullptr;
+    CAsn1Integer* m_serialNumber = nullptr;
+    CAsn1AttCertValidityPeriod* m_attCertValidityPeriod = nullptr;
+    CAsn1SequenceOf<CAsn1Attribute>* m_attributes = nullptr;
+    CAsn1BitString* m_issuerUniqueId = nullptr;
+    CAsn1Extensions* m_extensions = nullptr;
+};
+
+// AttributeCertificate ::= SEQUENCE {
+//     acinfo              AttributeCertificateInfo,   -- what is signed: its Raw()
+//     signatureAlgorithm  AlgorithmIdentifier,
+//     signatureValue      BIT STRING }     RFC 5755, 4.1
+class CAsn1AttributeCertificate : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "AttributeCertificate";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    CAsn1AttributeCertificateInfo* AcInfo() const { return m_acInfo; }
+    CAsn1AlgorithmIdentifier* SignatureAlgorithm() const { return m_signatureAlgorithm; }
+    CAsn1BitString* SignatureValue() const { return m_signatureValue; }
+
+  private:
+    CAsn1AttributeCertificateInfo* m_acInfo = nullptr;
+    CAsn1AlgorithmIdentifier* m_signatureAlgorithm = nullptr;
+    CAsn1BitString* m_signatureValue = nullptr;
+};

@@ -1,0 +1,215 @@
+#include "records/AttrCertInfoFill.h"
+
+#include "asn1/attributes/AttributeCertificateV1.h"
+#include "common/Exception.h"
+#include "records/CertInfoFill.h"
+#include "records/SignedFill.h"
+#include "records/ValidityText.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Elements.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+
+namespace {
+
+using ca::AttrCertInfo;
+using ca::Octets;
+
+// The name of a directory among GeneralNames; without octets when there is none.
+CAsn1Element DirectoryName(const CAsn1GeneralNames& names) {
+    CAsn1Element name;
+    for (CAsn1Cursor cursor(names.ContentOctets()); !cursor.AtEnd();) {
+        if (cursor.Next(name) != Asn1Fault::kNone) {
+            break;
+        }
+        if (name.tag == ca::ContextConstructed(4)) {
+            return ca::Child(name, 0);
+        }
+    }
+    return {};
+}
+
+// The forms of a name of GeneralNames. What has no name of a directory has a readable form only.
+ca::NameForms FormsOf(const CAsn1GeneralNames* names, std::wstring& error) {
+    ca::NameForms forms;
+    if (names == nullptr) {
+        return forms;
+    }
+    const CAsn1Element directory = DirectoryName(*names);
+    if (directory.raw.empty()) {
+        forms.readable = ca::GeneralNamesLine(names->ContentOctets());
+        return forms;
+    }
+    forms = ca::DescribeName(directory);
+    ca::AddError(error, forms.error);
+    return forms;
+}
+
+void FillHolderName(const CAsn1GeneralNames* names, AttrCertInfo& record) {
+    ca::NameForms forms = FormsOf(names, record.error);
+    record.holderIssuer = std::move(forms.readable);
+    record.holderOidIssuer = std::move(forms.oid);
+    record.holderX500NameIssuer = std::move(forms.x500);
+    record.holderIssuerTags = std::move(forms.tags);
+}
+
+void FillHolder(const CAsn1IssuerSerial* base, const CAsn1GeneralNames* entity,
+                const CAsn1ObjectDigestInfo* digest, AttrCertInfo& record) {
+    if (base != nullptr) {
+        FillHolderName(base->Issuer(), record);
+        record.holderSerial = ca::SerialText(OctetsOf(base->Serial()));
+    } else if (entity != nullptr) {
+        FillHolderName(entity, record);
+    } else if (digest != nullptr) {
+        record.holderIssuer = ca::ObjectDigestText(*digest);
+    }
+}
+
+void FillIssuer(const CAsn1GeneralNames* names, AttrCertInfo& record) {
+    ca::NameForms forms = FormsOf(names, record.error);
+    record.issuer = std::move(forms.readable);
+    record.oidIssuer = std::move(forms.oid);
+    record.x500NameIssuer = std::move(forms.x500);
+    record.issuerTags = std::move(forms.tags);
+}
+
+void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo& record) {
+    if (info.Holder() != nullptr) {
+        FillHolder(info.Holder()->BaseCertificateId(), info.Holder()->EntityName(),
+                   info.Holder()->ObjectDigestInfo(), record);
+    }
+    if (info.Issuer() == nullptr) {
+        return;
+    }
+    const CAsn1V2Form* form = info.Issuer()->V2Form();
+    if (form == nullptr) {
+        FillIssuer(info.Issuer()->V1Form(), record);
+    } else if (form->IssuerName() == nullptr && form->BaseCertificateId() != nullptr) {
+        FillIssuer(form->BaseCertificateId()->Issuer(), record);
+    } else if (form->IssuerName() == nullptr && form->ObjectDigestInfo() != nullptr) {
+        record.issuer = ca::ObjectDigestText(*form->ObjectDigestInfo());
+    } else {
+        FillIssuer(form->IssuerName(), record);
+    }
+}
+
+void FillHolderAndIssuer(const CAsn1AttributeCertificateInfoV1& info, AttrCertInfo& record) {
+    if (info.Subject() != nullptr) {
+        FillHolder(info.Subject()->BaseCertificateId(), info.Subject()->SubjectName(), nullptr,
+                   record);
+    }
+    FillIssuer(info.Issuer(), record);
+}
+
+void FillPeriod(const CAsn1AttCertValidityPeriod* period, AttrCertInfo& record) {
+    ca::TimeForms from;
+    ca::TimeForms to;
+    if (period != nullptr) {
+        from = ca::TimeOf(period->NotBeforeTime(), record.error);
+        to = ca::TimeOf(period->NotAfterTime(), record.error);
+    }
+    ca::FillValidity(from, to, record.validity, record.validityNumber);
+    record.validFrom = std::move(from.local);
+    record.validFromUtc = std::move(from.utc);
+    record.validTo = std::move(to.local);
+    record.validToUtc = std::move(to.utc);
+}
+
+void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertInfo& record) {
+    CAsn1Cursor cursor(attributes != nullptr ? attributes->ContentOctets()
+                                             : std::span<unsigned char>());
+    while (!cursor.AtEnd() && record.attributes.items.size() < ca::kMaxListed) {
+        CAsn1Element attribute;
+        if (cursor.Next(attribute) != Asn1Fault::kNone) {
+            attribute.raw = cursor.Rest();
+            cursor = {};
+        }
+        ca::FillAttribute(attribute, record.attributes, record.error);
+    }
+    if (!cursor.AtEnd()) {
+        ca::CTextLines more;
+        more.Shows(ca::kMaxListed, ca::kMaxListed + ca::CountElements(cursor));
+        ca::AddError(record.error, more.Take());
+    }
+}
+
+// Both versions; their parts have the same names.
+template <class Certificate>
+void Fill(std::span<unsigned char> der, AttrCertInfo& record) {
+    CAsn1Root<Certificate> certificate(der);
+    try {
+        certificate->Decode();
+    } catch (const ca::Exception& fault) {
+        ca::AddError(record.error, fault.message);
+    }
+    const auto* info = certificate->AcInfo();
+    if (info == nullptr) {
+        return;
+    }
+    record.version = ca::VersionText(info->Version(), /*highest=*/1, record.error);
+    FillHolderAndIssuer(*info, record);
+    record.serial = ca::SerialText(OctetsOf(info->SerialNumber()));
+    ca::FillSignatureAlgorithm(certificate->SignatureAlgorithm(), info->Signature(),
+                               record.signatureAlg, record.hashAlg, record.error);
+    FillPeriod(info->AttCertValidityPeriod(), record);
+    record.issuerUniqueId = ca::Hex(BitsOf(info->IssuerUniqueId()).octets);
+    FillAttributes(info->Attributes(), record);
+    if (info->Extensions() != nullptr) {
+        ca::FillExtensions(*info->Extensions(), record.extensions, record.error);
+    }
+}
+
+// The first member behind the version.
+CAsn1Element HolderOf(const CAsn1Element& info) {
+    return ca::Child(info, ca::Child(info, 0).tag == kAsn1Integer ? 1 : 0);
+}
+
+bool IsSubjectV1(const CAsn1Element& holder) {
+    return holder.tag == ca::ContextConstructed(0) || holder.tag == ca::ContextConstructed(1);
+}
+
+}  // namespace
+
+namespace ca {
+
+bool LooksLikeAttributeCertificate(Octets octets) {
+    const CAsn1Element certificate = FirstElement(octets);
+    const CAsn1Element info = Child(certificate, 0);
+    const CAsn1Element holder = HolderOf(info);
+    if (certificate.tag != kAsn1Sequence || info.tag != kAsn1Sequence) {
+        return false;
+    }
+    // The version of a certificate is tagged [0] too, but holds a number.
+    const unsigned char inHolder = Child(holder, 0).tag;
+    if (IsSubjectV1(holder)) {
+        return inHolder == kAsn1Sequence;
+    }
+    return Child(info, 0).tag == kAsn1Integer && holder.tag == kAsn1Sequence &&
+           inHolder >= ContextConstructed(0) && inHolder <= ContextConstructed(2);
+}
+
+void FillAttrCertInfo(std::span<unsigned char> der, AttrCertInfo& record) {
+    const CAsn1Element whole = FirstElement(der);
+    if (whole.raw.empty()) {
+        AddError(record.error, UnreadableText(der));
+        return;
+    }
+    record.id = Sha1Hex(whole.raw);
+    record.rawData = Base64Text(whole.raw);
+    if (whole.raw.size() < der.size()) {
+        AddError(record.error, SetZORNAMessage(kMsgAsn1TrailingData));
+    }
+    try {
+        if (IsSubjectV1(HolderOf(Child(whole, 0)))) {
+            Fill<CAsn1AttributeCertificateV1>(whole.raw, record);
+        } else {
+            Fill<CAsn1AttributeCertificate>(whole.raw, record);
+        }
+    } catch (const Exception& fault) {
+        AddError(record.error, fault.message);
+    }
+}
+
+}  // namespace ca

@@ -1,0 +1,50 @@
+#include "records/SignedFill.h"
+
+#include "common/Lng.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Elements.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/OutlineText.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace ca {
+
+std::wstring VersionText(const CAsn1Integer* version, std::int64_t highest, std::wstring& error) {
+    const std::int64_t number = version != nullptr ? IntegerOf(version, -1) : 0;
+    if (number < 0 || number > highest) {
+        AddError(error, SetZORNAMessage(kMsgUnknownVersion));
+    }
+    constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::max();
+    return number < 0 || number == kNone ? std::wstring() : L'V' + std::to_wstring(number + 1);
+}
+
+TimeForms TimeOf(const CAsn1Time* time, std::wstring& error) {
+    if (time == nullptr) {
+        return {};
+    }
+    const CAsn1Element element = ElementOf(*time);
+    TimeForms forms = DescribeTime(element);
+    if (!forms.seconds) {
+        AddError(error, UnreadableText(element.raw));
+    }
+    return forms;
+}
+
+void FillSignatureAlgorithm(const CAsn1AlgorithmIdentifier* outer,
+                            const CAsn1AlgorithmIdentifier* inner, std::wstring& signatureAlg,
+                            std::wstring& hashAlg, std::wstring& error) {
+    const CAsn1AlgorithmIdentifier* shown = outer != nullptr ? outer : inner;
+    if (shown == nullptr) {
+        return;
+    }
+    const CAsn1Element element = ElementOf(*shown);
+    signatureAlg = AlgorithmText(element);
+    hashAlg = SignatureDigestText(element);
+    if (outer != nullptr && inner != nullptr && !std::ranges::equal(outer->Raw(), inner->Raw())) {
+        AddError(error, SetZORNAMessage(kMsgAlgorithmsDiffer));
+    }
+}
+
+}  // namespace ca

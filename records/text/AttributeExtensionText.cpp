@@ -1,0 +1,130 @@
+#include "asn1/attributes/AaControls.h"
+#include "asn1/attributes/Targets.h"
+#include "asn1/x509/BasicConstraints.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+
+// The extensions of attribute certificates (RFC 5755 4.3, 7; X.509 15.3) and of their authorities.
+
+namespace {
+
+using ca::CTextLines;
+using Value = std::span<unsigned char>;
+
+void SayPresent(Value, CTextLines& lines) {
+    lines.Line(kMsgPresent);
+}
+
+void SayAuditIdentity(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1OctetString> identity(value);
+    lines.Line(ca::Hex(OctetsOf(&*identity)));
+}
+
+void SayTargetCert(const CAsn1TargetCert& target, CTextLines& lines) {
+    lines.Line(kMsgTargetCertificate, L"");
+    const CTextLines::Level level(lines);
+    const CAsn1IssuerSerial& certificate = *target.TargetCertificate();
+    lines.Line(kMsgIssuer, ca::GeneralNamesLine(certificate.Issuer()->ContentOctets()));
+    lines.Line(kMsgSerial, ca::SerialText(OctetsOf(certificate.Serial())));
+    if (target.TargetName() != nullptr) {
+        lines.Line(kMsgTargetName, ca::GeneralNameLine(ca::ElementOf(*target.TargetName())));
+    }
+    if (target.CertDigestInfo() != nullptr) {
+        lines.Line(ca::ObjectDigestText(*target.CertDigestInfo()));
+    }
+}
+
+void SayTarget(const CAsn1Target& target, CTextLines& lines) {
+    if (target.TargetName() != nullptr) {
+        lines.Line(kMsgTargetName, ca::GeneralNameLine(ca::ElementOf(*target.TargetName())));
+    } else if (target.TargetGroup() != nullptr) {
+        lines.Line(kMsgTargetGroup, ca::GeneralNameLine(ca::ElementOf(*target.TargetGroup())));
+    } else {
+        SayTargetCert(*target.TargetCert(), lines);
+    }
+}
+
+void SayTargetList(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1Targets> targets(value);
+    ca::SayEach(*targets, lines, [&](const CAsn1Target& target) { SayTarget(target, lines); });
+}
+
+// SEQUENCE OF Targets. Issuers write one list of targets as a rule, some without the outer list.
+void SayTargets(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> lists(value);
+    const CAsn1Element first = ca::FirstElement(lists->ContentOctets());
+    if (first.tag != kAsn1Sequence) {
+        SayTargetList(value, lines);
+        return;
+    }
+    if (first.raw.size() == lists->ContentOctets().size()) {
+        SayTargetList(first.raw, lines);
+        return;
+    }
+    ca::SayEach(*lists, lines, [&](const CAsn1Any& list) {
+        lines.Line(kMsgTargets, L"");
+        const CTextLines::Level level(lines);
+        SayTargetList(ca::Changeable(list.Raw()), lines);
+    });
+}
+
+void SayAttributeTypes(ZornaMessage label, const CAsn1SequenceOf<CAsn1ObjectIdentifier>* types,
+                       CTextLines& lines) {
+    if (types == nullptr) {
+        return;
+    }
+    lines.Line(label, L"");
+    const CTextLines::Level level(lines);
+    ca::SayEach(*types, lines, [&](const CAsn1ObjectIdentifier& type) {
+        lines.Line(ca::OidWithName(OctetsOf(&type)));
+    });
+}
+
+void SayPathLength(const CAsn1Integer* length, CTextLines& lines) {
+    const std::int64_t value = IntegerOf(length, -1);
+    lines.Line(kMsgPathLength, length == nullptr ? SetZORNAMessage(kMsgNotLimited)
+                               : value >= 0      ? std::to_wstring(value)
+                                                 : ca::Hex(OctetsOf(length)));
+}
+
+void SayAuthorityControls(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1AaControls> controls(value);
+    SayPathLength(controls->PathLenConstraint(), lines);
+    SayAttributeTypes(kMsgPermitted, controls->PermittedAttrs(), lines);
+    SayAttributeTypes(kMsgExcluded, controls->ExcludedAttrs(), lines);
+    lines.Line(kMsgUnspecifiedAttributes,
+               SetZORNAMessage(controls->PermitsUnspecified() ? kMsgYes : kMsgNo));
+}
+
+// BasicAttConstraintsSyntax ::= SEQUENCE { authority BOOLEAN DEFAULT FALSE,
+//     pathLenConstraint INTEGER OPTIONAL }     -- as BasicConstraints     X.509, 15.5.2.1
+void SayBasicAttributeConstraints(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1BasicConstraints> constraints(value);
+    lines.Line(kMsgAttributeAuthority, SetZORNAMessage(constraints->IsCa() ? kMsgYes : kMsgNo));
+    if (constraints->IsCa()) {
+        SayPathLength(constraints->PathLenConstraint(), lines);
+    }
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"ac-auditIdentity", SayAuditIdentity},
+    {"ac-proxying", SayTargets},
+    {"targetInformation", SayTargets},
+    {"aaControls", SayAuthorityControls},
+    {"basicAttConstraints", SayBasicAttributeConstraints},
+    {"noRevAvail", SayPresent},
+    {"sOAIdentifier", SayPresent},
+};
+
+}  // namespace
+
+namespace ca {
+
+std::span<const ExtensionRow> AttributeExtensionRows() {
+    return kRows;
+}
+
+}  // namespace ca

@@ -1,0 +1,192 @@
+#include "records/text/AttributeText.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/attributes/Attribute.h"
+#include "asn1/attributes/AttributeValues.h"
+#include "asn1/attributes/Holder.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+using ca::CTextLines;
+using ca::Octets;
+using Value = std::span<unsigned char>;
+
+void SayIetfAttribute(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1IetfAttrSyntax> syntax(value);
+    if (syntax->PolicyAuthority() != nullptr) {
+        lines.Line(kMsgPolicyAuthority,
+                   ca::GeneralNamesLine(syntax->PolicyAuthority()->ContentOctets()));
+    }
+    ca::SayEach(*syntax->Values(), lines, [&](const CAsn1Any& any) {
+        const CAsn1Element element = ca::ElementOf(any);
+        if (element.tag == kAsn1ObjectIdentifier) {
+            lines.Line(ca::OidWithName(element.content));
+        } else if (element.tag == kAsn1OctetString) {
+            lines.Line(ca::Hex(element.content));
+        } else {
+            lines.Line(ca::ValueText(element));
+        }
+    });
+}
+
+void SayServiceInfo(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SvceAuthInfo> info(value);
+    lines.Line(kMsgService, ca::GeneralNameLine(ca::ElementOf(*info->Service())));
+    lines.Line(kMsgIdentity, ca::GeneralNameLine(ca::ElementOf(*info->Ident())));
+    if (info->AuthInfo() != nullptr) {
+        lines.Line(kMsgAuthenticationData, ca::Hex(OctetsOf(info->AuthInfo())));
+    }
+}
+
+void SayRole(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1RoleSyntax> role(value);
+    const std::wstring name = ca::GeneralNameLine(ca::ElementOf(*role->RoleName()));
+    if (role->RoleAuthority() != nullptr) {
+        lines.Line(ca::GeneralNamesLine(role->RoleAuthority()->ContentOctets()), name);
+    } else {
+        lines.Line(name);
+    }
+}
+
+// ClassList ::= BIT STRING { unmarked (0), ... topSecret (5) }
+std::wstring LevelsText(const CAsn1BitString* list) {
+    constexpr ZornaMessage kLevels[] = {kMsgLevelUnmarked,   kMsgLevelUnclassified,
+                                        kMsgLevelRestricted, kMsgLevelConfidential,
+                                        kMsgLevelSecret,     kMsgLevelTopSecret};
+    if (list == nullptr) {
+        return SetZORNAMessage(kMsgLevelUnclassified);  // the default
+    }
+    const CAsn1Bits bits = BitsOf(list);
+    std::wstring text;
+    for (std::size_t bit = 0; bit < std::size(kLevels); ++bit) {
+        if (bits[bit]) {
+            text += text.empty() ? L"" : L", ";
+            text += SetZORNAMessage(kLevels[bit]);
+        }
+    }
+    return text;
+}
+
+void SayClearance(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1Clearance> clearance(value);
+    lines.Line(kMsgSecurityPolicy, ca::OidWithName(OctetsOf(clearance->PolicyId())));
+    lines.Line(kMsgClearanceLevels, LevelsText(clearance->ClassList()));
+    if (clearance->SecurityCategories() == nullptr) {
+        return;
+    }
+    ca::SayEach(*clearance->SecurityCategories(), lines,
+                [&](const CAsn1SecurityCategory& category) {
+                    lines.Line(kMsgCategory, ca::OidWithName(OctetsOf(category.Type())));
+                    const CTextLines::Level level(lines);
+                    lines.Block(ca::UnknownValueText(category.Value()->Raw()));
+                });
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"authenticationInfo", SayServiceInfo},
+    {"accessIdentity", SayServiceInfo},
+    {"chargingIdentity", SayIetfAttribute},
+    {"group", SayIetfAttribute},
+    {"role", SayRole},
+    {"clearance", SayClearance},
+    {"rfc3281-clearance", SayClearance},
+};
+
+ca::ExtensionFormatter FindFormatter(const ca::OidInfo* type) {
+    const auto* row = std::ranges::find_if(kRows, [&](const ca::ExtensionRow& each) {
+        return type != nullptr && each.shortName == type->shortName;
+    });
+    return row != std::end(kRows) ? row->say : nullptr;
+}
+
+// Each value; one that is not of the attribute's type is said as unreadable.
+void SayValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
+               std::wstring& error) {
+    const ca::ExtensionFormatter say = FindFormatter(ca::FindOid(type));
+    ca::SayEach(values, lines, [&](const CAsn1Any& any) {
+        const Value value = ca::Changeable(any.Raw());
+        if (say == nullptr) {
+            lines.Block(ca::UnknownValueText(value));
+            return;
+        }
+        try {
+            CTextLines said;
+            say(value, said);
+            lines.Block(said.Take());
+        } catch (const ca::Exception& fault) {
+            lines.Line(ca::UnreadableText(value));
+            ca::AddError(error, ca::OidWithName(type) + L": " + fault.message);
+        }
+    });
+}
+
+}  // namespace
+
+namespace ca {
+
+void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& records,
+                   std::wstring& error) {
+    auto record = std::make_unique<CertInfoAttribute>();
+    try {
+        const CDecoded<CAsn1Attribute> read(attribute.raw);
+        const Octets type = OctetsOf(read->Type());
+        record->oidFriendlyName = OidName(type);
+        record->oidValue = OidText(type);
+        record->rawData = Base64Text(read->Values()->ContentOctets());
+        CTextLines lines;
+        SayValues(type, *read->Values(), lines, error);
+        record->formattedData = lines.Take();
+    } catch (const Exception& fault) {
+        record->rawData = Base64Text(attribute.raw);
+        record->formattedData = UnreadableText(attribute.raw);
+        AddError(error, fault.message);
+    }
+    records.items.emplace_back(std::move(record));
+}
+
+std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest) {
+    std::wstring text;
+    if (digest.DigestAlgorithm() != nullptr) {
+        text = AlgorithmText(ElementOf(*digest.DigestAlgorithm()));
+    }
+    return text + L": " + Hex(BitsOf(digest.ObjectDigest()).octets);
+}
+
+std::wstring GeneralNameLine(const CAsn1Element& name) {
+    if (name.tag == ContextConstructed(4)) {
+        return ReadableName(Child(name, 0));
+    }
+    CTextLines lines;
+    SayGeneralName(name, lines);
+    std::wstring text = lines.Take();
+    std::ranges::replace(text, L'\n', L' ');
+    return text;
+}
+
+std::wstring GeneralNamesLine(std::span<unsigned char> content) {
+    std::wstring text;
+    CAsn1Element name;
+    std::size_t index = 0;
+    for (CAsn1Cursor cursor(content); !cursor.AtEnd(); ++index) {
+        if (index == kMaxListed || text.size() > kMaxValueText) {
+            return text + L", \u2026";
+        }
+        text += text.empty() ? L"" : L", ";
+        if (cursor.Next(name) != Asn1Fault::kNone) {
+            return text + UnreadableText(cursor.Rest());
+        }
+        text += GeneralNameLine(name);
+    }
+    return text;
+}
+
+}  // namespace ca
