@@ -8,6 +8,7 @@
 #include <cstring>
 #include <new>
 #include <span>
+#include <string>
 
 namespace {
 
@@ -210,8 +211,8 @@ bool CAsn1BlockReader::IsLastChild(Frame& frame, const CAsn1Block& child) {
     frame.childrenLength += child.contentLength;
     if (frame.childrenLength > std::uint64_t{block.contentLength} + HeaderLength(block)) {
         if (MayLog(Damage::kOverrun)) {
-            ca::LogEventFmt(L"Поврежденные asn.1 данные в смещении %i", /*flag=*/false,
-                            static_cast<int>(block.offset));
+            const auto offset = std::to_wstring(static_cast<std::int32_t>(block.offset));
+            LogEvent((L"Поврежденные asn.1 данные в смещении " + offset).c_str(), /*flag=*/false);
         }
         if (!m_continueOnLengthMismatch) {
             return true;
