@@ -15,6 +15,7 @@ constexpr std::size_t kMaxPooledList = 4096;       // longer lists of children g
 // What an open slab counts in advance; replaced by the true number when it is closed.
 constexpr std::uint32_t kOpen = 1U << 31;
 
+static_assert(sizeof(CAsn1Block) == 56);  // millions of them make a tree
 static_assert(kMaxSlab / kUnit <= std::numeric_limits<std::uint16_t>::max());
 
 }  // namespace
@@ -111,7 +112,9 @@ void CAsn1BlockPool::SetChildren(CAsn1Block& block, std::span<CAsn1Block* const>
 
 void CAsn1BlockPool::Destroy(std::span<CAsn1Block* const> blocks) noexcept {
     Returner returner;
-    for (CAsn1Block* root : blocks) {
+    // From the last block to the first, as they lie in memory.
+    for (std::size_t i = blocks.size(); i-- > 0;) {
+        CAsn1Block* const root = blocks[i];
         CAsn1Block* block = root;
         // Down along the last children, shortening each list by the child that goes. Parents are
         // set on the way, so the way up needs no stack.

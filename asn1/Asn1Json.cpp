@@ -10,9 +10,10 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstring>
-#include <exception>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -66,30 +67,40 @@ class JsonText {
     std::size_t m_room = 0;
 };
 
-using TextWriter =
-    rapidjson::Writer<JsonText, rapidjson::UTF8<>, rapidjson::UTF8<>, ca::CJsonAllocator>;
-
-// rapidjson's writer with a short way for text that needs no escapes.
-class DumpWriter : public TextWriter {
+// Writes text that needs no escapes as it is, the rest through rapidjson's writer.
+class DumpWriter {
   public:
-    explicit DumpWriter(JsonText& text) : TextWriter(text), m_text(text) {}
+    explicit DumpWriter(JsonText& text) : m_text(text), m_strings(text) {}
 
-    void Plain(std::string_view text) {
-        char* out = PlainOfSize(text.size());
-        std::memcpy(out, text.data(), text.size());
+    void Raw(std::string_view text) {
+        std::memcpy(m_text.Push(text.size()), text.data(), text.size());
     }
-
+    void Number(std::uint32_t number) {
+        char digits[10];
+        const char* end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+        Raw({digits, end});
+    }
+    void String(std::string_view text) {
+        m_strings.Reset(m_text);
+        m_strings.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+    }
     // A string of `size` characters that the caller writes to where this points.
     char* PlainOfSize(std::size_t size) {
-        Prefix(rapidjson::kStringType);
         char* out = m_text.Push(size + 2);
         out[0] = '"';
         out[size + 1] = '"';
         return out + 1;
     }
+    void Plain(std::string_view text) {
+        std::memcpy(PlainOfSize(text.size()), text.data(), text.size());
+    }
 
   private:
+    using StringWriter =
+        rapidjson::Writer<JsonText, rapidjson::UTF8<>, rapidjson::UTF8<>, ca::CJsonAllocator>;
+
     JsonText& m_text;
+    StringWriter m_strings;
 };
 
 // "30(CONSTRUCTED)", "02 INTEGER(PRIMITIVE)", "80 (PRIMITIVE, CONTEXT)"
@@ -106,15 +117,17 @@ std::string TagText(unsigned char tag) {
     return text;
 }
 
-const std::array<std::string, 256>& TagTexts() {
-    static const auto texts = [] {
+// How the objects of the blocks of each tag begin.
+const std::array<std::string, 256>& Openings() {
+    static const auto openings = [] {
         std::array<std::string, 256> all;
         for (std::size_t tag = 0; tag < all.size(); ++tag) {
-            all[tag] = TagText(static_cast<unsigned char>(tag));
+            all[tag] = R"("structure":{"tag":)" + std::to_string(tag) + R"(,"tagString":")" +
+                       TagText(static_cast<unsigned char>(tag)) + '"';
         }
         return all;
     }();
-    return texts;
+    return openings;
 }
 
 // Reads the same under every text type. A NUL would end the text.
@@ -126,7 +139,7 @@ bool IsPlainAscii(unsigned char octet) {
 class TreeDump {
   public:
     TreeDump(CAsn1Block& root, DumpWriter& writer)
-        : m_root(root), m_writer(writer), m_tagTexts(TagTexts()) {
+        : m_root(root), m_writer(writer), m_openings(Openings()) {
         // Octets of a tree that is well formed are shown once. Overrunning children can bring the
         // same octets up again and again; past a second time over, nodes stay without text.
         m_octetsLeft = root.start != nullptr ? std::uint64_t{root.GetAvailable()} * 2 : UINT64_MAX;
@@ -136,58 +149,59 @@ class TreeDump {
         struct Level {
             CAsn1Block* const* next;
             CAsn1Block* const* end;
+            bool isFirst;
         };
         std::vector<Level> open;
         const auto enter = [&](CAsn1Block& block) {
             WriteMembers(block);
             const auto children = block.GetInnerBlocks();
-            open.push_back({children.data(), children.data() + children.size()});
+            if (children.empty() && !open.empty()) {
+                m_writer.Raw("]}}");
+            } else {
+                open.push_back({children.data(), children.data() + children.size(), true});
+            }
         };
         enter(m_root);
         for (;;) {
             Level& level = open.back();
             if (level.next != level.end) {
-                m_writer.StartObject();
-                enter(**level.next++);
+                CAsn1Block& child = **level.next;
+                m_writer.Raw(level.isFirst ? "{" : ",{");
+                level.isFirst = false;
+                ++level.next;
+                enter(child);
                 continue;
             }
-            m_writer.EndArray();
-            m_writer.EndObject();
             open.pop_back();
+            m_writer.Raw("]}");
             if (open.empty()) {
                 return;
             }
-            m_writer.EndObject();
+            m_writer.Raw("}");
         }
     }
 
   private:
     // All up to the open array of children.
     void WriteMembers(CAsn1Block& block) {
-        m_writer.Plain("structure");
-        m_writer.StartObject();
-        m_writer.Plain("tag");
-        m_writer.Uint(block.tag);
-        m_writer.Plain("tagString");
-        m_writer.Plain(m_tagTexts[block.tag]);
+        m_writer.Raw(m_openings[block.tag]);
         if (block.tag == kAsn1ObjectIdentifier) {
-            m_writer.Plain("description");
+            m_writer.Raw(R"(,"description":)");
             m_writer.String(Description(block));
         }
         if (!block.IsConstructed()) {
-            m_writer.Plain("formattedStringValue");
+            m_writer.Raw(R"(,"formattedStringValue":)");
             WriteText(block);
         }
-        m_writer.Plain("length");
-        m_writer.Uint(block.totalLength);
-        m_writer.Plain("offset");
-        m_writer.Uint(block.offset);
-        m_writer.Plain("isUnknownLength");
-        m_writer.Bool(block.isUnknownLength);
-        m_writer.Plain("corrupted");
-        m_writer.Bool(block.corrupted);
-        m_writer.Plain("innerBlocks");
-        m_writer.StartArray();
+        m_writer.Raw(R"(,"length":)");
+        m_writer.Number(block.totalLength);
+        m_writer.Raw(R"(,"offset":)");
+        m_writer.Number(block.offset);
+        m_writer.Raw(R"(,"isUnknownLength":)");
+        m_writer.Raw(block.isUnknownLength ? "true" : "false");
+        m_writer.Raw(R"(,"corrupted":)");
+        m_writer.Raw(block.corrupted ? "true" : "false");
+        m_writer.Raw(R"(,"innerBlocks":[)");
     }
 
     const std::string& Description(CAsn1Block& block) {
@@ -237,8 +251,8 @@ class TreeDump {
             case kAsn1TeletexString:
             case kAsn1Ia5String:
                 if (std::all_of(content.begin(), content.end(), IsPlainAscii)) {
-                    m_writer.String(reinterpret_cast<const char*>(content.data()),
-                                    static_cast<rapidjson::SizeType>(content.size()));
+                    m_writer.String(
+                        {reinterpret_cast<const char*>(content.data()), content.size()});
                     return;
                 }
                 break;
@@ -260,7 +274,7 @@ class TreeDump {
 
     CAsn1Block& m_root;
     DumpWriter& m_writer;
-    const std::array<std::string, 256>& m_tagTexts;
+    const std::array<std::string, 256>& m_openings;
     std::array<std::string, kMessageCount> m_descriptions;
     std::string m_scratch;
     std::uint64_t m_octetsLeft;
@@ -284,29 +298,27 @@ void WriteBase64(std::span<const unsigned char> octets, DumpWriter& writer) {
 void CAsn1Block::ToJson(ca::JsonWriter& writer) {
     JsonText text;
     DumpWriter members(text);
-    members.StartObject();
     TreeDump(*this, members).Write();
-    members.EndObject();
-    constexpr std::string_view kOpening = "{\"structure\":";
+    constexpr std::string_view kKey = R"("structure":)";
     writer.Key("structure");
-    writer.RawValue(text.GetText() + kOpening.size(), text.GetSize() - kOpening.size() - 1,
+    writer.RawValue(text.GetText() + kKey.size(), text.GetSize() - kKey.size(),
                     rapidjson::kObjectType);
 }
 
 ca::BytePtr CAsn1Block::ToJson(std::size_t* length) {
     JsonText text;
     DumpWriter writer(text);
-    writer.StartObject();
+    writer.Raw("{");
     TreeDump(*this, writer).Write();
     if (totalLength != 0 && start != nullptr) {
-        writer.Plain("data");
+        writer.Raw(R"(,"data":)");
         if (corrupted) {
             writer.Plain("[Данные повреждены]");
         } else {
             WriteBase64(GetRawEncoding(), writer);
         }
     }
-    writer.EndObject();
+    writer.Raw("}");
     if (length != nullptr) {
         *length = text.GetSize();
     }

@@ -34,6 +34,12 @@ class CAsn1Block {
     bool excluded : 1 = false;         ///< Taken out: left out of lengths and of what is written.
     bool corrupted : 1 = false;        ///< Its parse did not end.
 
+  private:
+    // Here, where they take no room of their own: a tree has millions of blocks.
+    bool m_loose : 1 = false;          // has a parent but is not among its children
+    std::uint16_t m_slabDistance = 0;  // as Children::slabDistance
+
+  public:
     CAsn1Block() = default;
     CAsn1Block(const CAsn1Block&) = delete;
     CAsn1Block& operator=(const CAsn1Block&) = delete;
@@ -142,9 +148,7 @@ class CAsn1Block {
 
     Children* m_children = nullptr;
     std::uint32_t m_childCount = 0;
-    std::uint32_t m_available = 0;     // octets from `start` to the end of the parsed buffer
-    std::uint16_t m_slabDistance = 0;  // as Children::slabDistance
-    bool m_loose = false;              // has a parent but is not among its children
+    std::uint32_t m_available = 0;  // octets from `start` to the end of the parsed buffer
 };
 
 /// The roots of one buffer. The buffer outlives the parser; it is changed only by reading a
