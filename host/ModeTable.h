@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// One operation of the module interface.
+/// One operation of the module interface. The texts are literals, so they end with a NUL.
 struct ModeRow {
     std::uint32_t number;  ///< "mode" of a request
     std::string_view name;

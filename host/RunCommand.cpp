@@ -27,7 +27,8 @@ A line goes to the module as it stands, but for members that begin with @:
   "@form": "binary"          how it travels: base64 (default) or binary
   "@output": "letter.sig"    where the octets of the result go
   "@interactive": true       an interactive user's own request (opens the gate)
-A line that cannot be sent is answered {"hostError":"..."}.
+A line that cannot be sent is answered {"hostError":"..."}. These members read and
+write files: play only sessions that you trust.
 
 Examples:
   cmhost run session.jsonl
