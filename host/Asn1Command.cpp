@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <span>
@@ -58,19 +57,6 @@ struct Asn1Options {
     std::string language;
     bool log = false;
 };
-
-// What the environment asks for when the command line does not say.
-bool WantsRussian(const std::string& language) {
-    if (!language.empty()) {
-        return language.front() == 'r' || language.front() == 'R';
-    }
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        if (const char* const value = std::getenv(name); value != nullptr && *value != '\0') {
-            return std::string_view(value).starts_with("ru");
-        }
-    }
-    return false;
-}
 
 std::string FaultText(std::uint32_t code) {
     switch (code) {
@@ -209,7 +195,7 @@ class Asn1Run {
 };
 
 int ListFiles(const Asn1Options& options) {
-    SetZORNALng(WantsRussian(options.language) ? L"ru" : L"en");
+    SetZORNALng(host::WantsRussian(options.language) ? L"ru" : L"en");
     host::ShowLog(options.log);
     std::vector<std::wstring> noTexts;
     LogInit(&host::LogLine, noTexts);

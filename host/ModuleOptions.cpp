@@ -5,11 +5,26 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <cstdlib>
+#include <string_view>
+
 namespace host {
 
 void AddLanguageOption(CLI::App& command, std::string& language) {
     command.add_option("--language", language, "Language of the texts: ru or en")
         ->check(CLI::IsMember({"ru", "en"}, CLI::ignore_case));
+}
+
+bool WantsRussian(const std::string& language) {
+    if (!language.empty()) {
+        return language.front() == 'r' || language.front() == 'R';
+    }
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const char* const value = std::getenv(name); value != nullptr && *value != '\0') {
+            return std::string_view(value).starts_with("ru");
+        }
+    }
+    return false;
 }
 
 void ModuleOptions::AddTo(CLI::App& command) {

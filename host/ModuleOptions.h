@@ -38,4 +38,7 @@ class CLoadedModule {
 /// Adds --language to a command, which takes "ru" and "en".
 void AddLanguageOption(CLI::App& command, std::string& language);
 
+/// Whether texts are to be Russian: as --language says or, for "", the environment's locale.
+bool WantsRussian(const std::string& language);
+
 }  // namespace host

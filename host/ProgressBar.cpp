@@ -18,8 +18,10 @@ constexpr const char* kEraseLine = "\r\033[K";
 
 namespace host {
 
-CProgressBar::CProgressBar(bool enabled)
-    : m_enabled(enabled && IsTerminal(STDERR_FILENO)), m_nextTime(Clock::now() + kFirst) {}
+CProgressBar::CProgressBar(bool enabled, const char* unit)
+    : m_enabled(enabled && IsTerminal(STDERR_FILENO)),
+      m_unit(unit),
+      m_nextTime(Clock::now() + kFirst) {}
 
 CProgressBar::~CProgressBar() {
     if (m_visible) {
@@ -40,7 +42,7 @@ void CProgressBar::Show(std::size_t done, double share) {
         bar = "[" + std::string(filled, '#') + std::string(kColumns - filled, '.') + "] " +
               std::to_string(static_cast<int>(share * 100)) + " %  ";
     }
-    std::fprintf(stderr, "%s%s%zu requests", kEraseLine, bar.c_str(), done);
+    std::fprintf(stderr, "%s%s%zu %s", kEraseLine, bar.c_str(), done, m_unit);
 }
 
 }  // namespace host

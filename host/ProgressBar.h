@@ -10,12 +10,13 @@ namespace host {
 class CProgressBar {
   public:
     /// \param enabled  false shows nothing ever.
-    explicit CProgressBar(bool enabled);
+    /// \param unit     what is counted; static text.
+    explicit CProgressBar(bool enabled, const char* unit = "requests");
     CProgressBar(const CProgressBar&) = delete;
     CProgressBar& operator=(const CProgressBar&) = delete;
     ~CProgressBar();
 
-    /// \param done   requests so far
+    /// \param done   how many so far
     /// \param share  of the input that is read, 0 to 1; negative when its size is not known.
     void Show(std::size_t done, double share);
 
@@ -23,6 +24,7 @@ class CProgressBar {
     using Clock = std::chrono::steady_clock;
 
     bool m_enabled;
+    const char* m_unit;
     bool m_visible = false;
     Clock::time_point m_nextTime;
 };

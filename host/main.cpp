@@ -1,5 +1,6 @@
 #include "host/Asn1Command.h"
 #include "host/CallCommand.h"
+#include "host/DescribeCommand.h"
 #include "host/HostError.h"
 #include "host/ModesCommand.h"
 #include "host/RunCommand.h"
@@ -54,6 +55,7 @@ int Run(int argc, const char* const* argv) {
     host::AddCallCommand(program, exitCode);
     host::AddRunCommand(program, exitCode);
     host::AddAsn1Command(program, exitCode);
+    host::AddDescribeCommand(program, exitCode);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -13,7 +13,7 @@ _cmhost() {
     COMPREPLY=()
 
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W 'modes call run asn1 --help --version' -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W 'modes call run asn1 describe --help --version' -- "$current")
         return
     fi
     case $previous in
@@ -21,7 +21,7 @@ _cmhost() {
             mapfile -t COMPREPLY < <(compgen -W 'ru en' -- "$current")
             return
             ;;
-        --client | --set | --path | --threads)
+        --client | --set | --path | --threads | --width)
             return
             ;;
         --file | --json | --module | --config | --output | -o | --raw | --rebuild)
@@ -36,7 +36,7 @@ _cmhost() {
     elif [[ $command == call && COMP_CWORD -eq 2 ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" modes --names 2>/dev/null)" \
             -- "$current")
-    elif [[ $command == run || $command == asn1 ]]; then
+    elif [[ $command == run || $command == asn1 || $command == describe ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
     fi

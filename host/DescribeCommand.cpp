@@ -1,0 +1,121 @@
+#include "host/DescribeCommand.h"
+
+#include "host/Describer.h"
+#include "host/HostError.h"
+#include "host/ModuleOptions.h"
+#include "host/Terminal.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// Descriptions held while an earlier one is still awaited.
+constexpr std::size_t kWindow = 64;
+constexpr unsigned kMaxThreads = 256;
+constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is no terminal
+constexpr std::size_t kShownReasons = 50;
+
+constexpr const char* kExamples =
+    R"(Certificates, revocation lists, signed and enveloped messages and attribute
+certificates are described, as DER or BER, PEM (with text around), S/MIME or bare
+Base64; - is the standard input. A folder stands for all files below it, in sorted
+order. With more than one file a count of what was not described, and why, goes to
+the standard error at the end. The exit code is 1 when something was not described.
+
+--ndjson writes a line for each file, one of
+  {"file":"a.pem","kind":"certificate","answer":{...}}
+  {"file":"b.txt","error":"...","errorCode":16113}
+with the kinds attributeCertificate, certificate, certificates, crl, envelope and
+signature. The errorCode is left out when the file could not be read.
+
+Examples:
+  cmhost describe certificate.pem
+  cmhost describe message.p7s --language ru
+  openssl s_client -connect host:443 -showcerts </dev/null | cmhost describe -
+  cmhost describe --ndjson --threads 4 archive/ > archive.ndjson)";
+
+struct DescribeOptions {
+    host::ModuleOptions module;
+    std::vector<std::string> files;
+    bool json = false;
+    bool lines = false;
+    unsigned threads = 1;
+    std::size_t width = 0;
+};
+
+void ReportFaults(const host::CDescriber::FaultCounts& faults, std::size_t files) {
+    std::vector<std::pair<std::size_t, std::string>> rows;
+    std::size_t bad = 0;
+    for (const auto& [reason, count] : faults) {
+        bad += count;
+        rows.emplace_back(count, reason);
+    }
+    std::ranges::stable_sort(rows, [](const auto& a, const auto& b) { return a.first > b.first; });
+    std::fprintf(stderr, "cmhost: %zu of %zu files described\n", files - bad, files);
+    for (std::size_t i = 0; i < rows.size() && i < kShownReasons; ++i) {
+        std::fprintf(stderr, "%8zu not: %s\n", rows[i].first,
+                     host::Visible(rows[i].second).c_str());
+    }
+    if (rows.size() > kShownReasons) {
+        std::fprintf(stderr, "         and %zu more reasons\n", rows.size() - kShownReasons);
+    }
+}
+
+int Describe(DescribeOptions& options) {
+    using enum host::DescribeForm;
+    const bool russian = host::WantsRussian(options.module.language);
+    options.module.language = russian ? "ru" : "en";  // labels and values go together
+    const std::vector<host::ListedFile> files = host::ListFiles(options.files);
+    const host::CLoadedModule module(options.module);
+    host::COrderedOutput output(stdout, kWindow);
+    const host::RecordTextOptions text{
+        .width =
+            options.width != 0 ? options.width : host::TerminalWidth(STDOUT_FILENO, kWidthOfFiles),
+        .russian = russian};
+    const host::DescribeForm form = options.lines ? kLines : options.json ? kJson : kText;
+    // It goes with this block: the closing count begins a line of its own.
+    host::CDescriber::FaultCounts faults;
+    {
+        // Descriptions that scroll by are progress enough.
+        host::CProgressBar progress(/*enabled=*/::isatty(STDOUT_FILENO) != 1, "files");
+        host::CDescriber describer(module.Get(), output, progress, form, text);
+        describer.Describe(files, options.threads);
+        faults = describer.GetFaults();
+    }
+    if (files.size() != 1) {
+        ReportFaults(faults, files.size());
+    }
+    return faults.empty() ? host::kExitDone : host::kExitAnsweredBad;
+}
+
+}  // namespace
+
+namespace host {
+
+void AddDescribeCommand(CLI::App& program, int& exitCode) {
+    CLI::App* const command =
+        program.add_subcommand("describe", "Say what files of certificates and messages hold");
+    const auto options = std::make_shared<DescribeOptions>();
+    command->add_option("files", options->files, "Files and folders; - is the standard input")
+        ->required()
+        ->type_name("FILE");
+    CLI::Option* const json =
+        command->add_flag("--json", options->json, "The module's answers, indented");
+    command->add_flag("--ndjson", options->lines, "A line of JSON for each file")->excludes(json);
+    command->add_option("--threads", options->threads, "Threads that ask (default 1)")
+        ->type_name("N")
+        ->check(CLI::Range(1U, kMaxThreads));
+    command->add_option("--width", options->width, "Columns of a line (default: the terminal's)")
+        ->type_name("N");
+    options->module.AddTo(*command);
+    command->footer(kExamples);
+    command->callback([options, &exitCode] { exitCode = Describe(*options); });
+}
+
+}  // namespace host

@@ -1,0 +1,201 @@
+#include "host/Describer.h"
+
+#include "host/AnswerPrinter.h"
+#include "host/FileIo.h"
+#include "host/HostError.h"
+#include "host/JsonEvents.h"
+#include "host/Request.h"
+#include "host/Terminal.h"
+
+#include <optional>
+#include <string_view>
+#include <thread>
+
+namespace {
+
+using host::CAnswer;
+using host::Description;
+
+struct KindRow {
+    std::string_view member;  // of the answer
+    const char* kind;
+    const char* english;
+    const char* russian;
+};
+
+constexpr KindRow kKinds[] = {
+    {"attrCertInfo", "attributeCertificate", "attribute certificate", "атрибутный сертификат"},
+    {"certInfo", "certificate", "certificate", "сертификат"},
+    {"certInfos", "certificates", "certificates", "сертификаты"},
+    {"crlInfo", "crl", "certificate revocation list", "список отозванных сертификатов"},
+    {"signInfo", "signature", "signed message", "подписанное сообщение"},
+};
+// The recipients of an envelope come as certificates.
+constexpr KindRow kEnvelope = {"certInfos", "envelope", "enveloped message",
+                               "зашифрованное сообщение"};
+constexpr KindRow kUnknownKind = {"", "unknown", "unknown", "неизвестно"};
+
+// Finds which record an answer holds, and the text of its error.
+class AnswerLook : public host::CJsonEvents {
+  public:
+    bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
+        if (GetDepth() == 1) {
+            m_key.assign(text, length);
+            for (const KindRow& row : kKinds) {
+                kind = row.member == m_key ? &row : kind;
+            }
+        }
+        return true;
+    }
+    bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) {
+        if (GetDepth() == 1 && m_key == "errorMessage") {
+            message.assign(text, length);
+        }
+        return true;
+    }
+
+    const KindRow* kind = &kUnknownKind;
+    std::string message;
+
+  private:
+    std::string m_key;
+};
+
+// A group of faults must not split by the name of the file.
+std::string WithoutPath(const std::string& text, const std::string& path) {
+    const std::size_t at = text.find(path);
+    return at == std::string::npos || path.empty()
+               ? text
+               : text.substr(0, at) + "FILE" + text.substr(at + path.size());
+}
+
+}  // namespace
+
+namespace host {
+
+struct CDescriber::Outcome {
+    std::optional<CAnswer> answer;  // the last one, good or not
+    const KindRow* kind = &kUnknownKind;
+    std::string fault;  // "" for a good answer
+    std::optional<std::uint32_t> errorCode;
+
+    bool IsGood() const { return fault.empty(); }
+};
+
+CDescriber::CDescriber(const CModule& module, COrderedOutput& output, CProgressBar& progress,
+                       DescribeForm form, const RecordTextOptions& text)
+    : m_module(module), m_output(output), m_progress(progress), m_form(form), m_text(text) {}
+
+void CDescriber::Describe(const std::vector<ListedFile>& files, unsigned threads) {
+    std::vector<std::jthread> others;
+    for (unsigned i = 1; i < threads; ++i) {
+        others.emplace_back([this, &files] { Work(files); });
+    }
+    Work(files);
+    others.clear();  // joins
+    if (m_failure) {
+        std::rethrow_exception(m_failure);
+    }
+}
+
+void CDescriber::Work(const std::vector<ListedFile>& files) noexcept {
+    try {
+        for (std::size_t number = 0; Next(files, number);) {
+            m_output.Put(number, DescribeFile(files[number]));
+        }
+    } catch (...) {
+        const std::lock_guard lock(m_mutex);
+        m_failure = m_failure ? m_failure : std::current_exception();
+        m_output.Abandon();
+    }
+}
+
+bool CDescriber::Next(const std::vector<ListedFile>& files, std::size_t& number) {
+    const std::lock_guard lock(m_mutex);
+    if (m_failure || m_next == files.size()) {
+        return false;
+    }
+    number = m_next++;
+    m_progress.Show(number, static_cast<double>(number) / static_cast<double>(files.size()));
+    return true;
+}
+
+std::string CDescriber::DescribeFile(const ListedFile& file) {
+    const Outcome outcome = Ask(file);
+    if (!outcome.IsGood()) {
+        std::string reason = WithoutPath(outcome.fault, file.path);
+        if (outcome.errorCode) {
+            reason = std::to_string(*outcome.errorCode) + " " + reason;
+        }
+        const std::lock_guard lock(m_mutex);
+        ++m_faults[reason];
+    }
+    return Write(file.path, outcome);
+}
+
+// The first good answer; when there is none, what the likeliest operation says.
+CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
+    Outcome outcome;
+    outcome.fault = file.fault;
+    if (!outcome.IsGood()) {
+        return outcome;
+    }
+    try {
+        std::string content = ReadFile(file.path);
+        const FileGuess guess = GuessFile(content);
+        const std::string& payload = guess.inner ? *guess.inner : content;
+        for (const Description each : guess.order) {
+            CRequestBuilder builder;
+            builder.Set("mode", std::to_string(ModeOf(each)));
+            CRequest request{.octets = builder.Build(&payload, PayloadForm::kBinary)};
+            CAnswer answer = m_module.Ask(request);
+            AnswerLook look;
+            static_cast<void>(ReadJsonEvents(answer.GetText(), look));
+            if (answer.IsGood() || !outcome.answer) {
+                outcome.kind = each == Description::kEnvelope ? &kEnvelope : look.kind;
+                outcome.fault = answer.GetFault().empty() ? look.message : answer.GetFault();
+                outcome.errorCode = answer.GetErrorCode();
+                outcome.answer.emplace(std::move(answer));
+            }
+            if (outcome.answer->IsGood()) {
+                outcome.fault.clear();
+                break;
+            }
+        }
+    } catch (const CHostError& error) {
+        outcome.fault = error.what();
+    }
+    return outcome;
+}
+
+std::string CDescriber::Write(const std::string& path, const Outcome& outcome) const {
+    const std::string code = outcome.errorCode ? std::to_string(*outcome.errorCode) : "";
+    switch (m_form) {
+        case DescribeForm::kLines: {
+            const std::string line = "{\"file\":" + QuoteJson(path);
+            if (outcome.IsGood()) {
+                return line + ",\"kind\":" + QuoteJson(outcome.kind->kind) +
+                       ",\"answer\":" + LineAnswer(*outcome.answer) + "}";
+            }
+            return line + ",\"error\":" + QuoteJson(outcome.fault) +
+                   (code.empty() ? "" : ",\"errorCode\":" + code) + "}";
+        }
+        case DescribeForm::kJson: {
+            std::string text = outcome.answer ? PrettyAnswer(*outcome.answer, /*longest=*/0)
+                                              : LineError(outcome.fault) + "\n";
+            text.pop_back();  // the output ends the line
+            return text;
+        }
+        case DescribeForm::kText:
+            break;
+    }
+    const char* const kind = m_text.russian ? outcome.kind->russian : outcome.kind->english;
+    const std::string title = Visible(path) + ": ";
+    if (!outcome.IsGood()) {
+        return title + (m_text.russian ? "нет описания: " : "not described: ") +
+               Visible(outcome.fault) + (code.empty() ? "" : " (" + code + ")");
+    }
+    return title + kind + "\n" + RecordText(outcome.answer->GetText(), m_text) + "\n";
+}
+
+}  // namespace host

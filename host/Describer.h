@@ -1,0 +1,65 @@
+#pragma once
+
+#include "host/Answer.h"
+#include "host/FileGuess.h"
+#include "host/FileList.h"
+#include "host/ModuleLoader.h"
+#include "host/OrderedOutput.h"
+#include "host/ProgressBar.h"
+#include "host/RecordText.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <map>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+/// How descriptions are written.
+enum class DescribeForm : std::uint8_t {
+    kText,   ///< a headline and the records for people
+    kJson,   ///< the answer, indented
+    kLines,  ///< {"file":...,"kind":...,"answer":...} or {"file":...,"error":...,"errorCode":...}
+};
+
+/// Has files described by a module, one output a file in the order of the files, however many
+/// threads ask.
+class CDescriber {
+  public:
+    /// The references outlive the describer.
+    CDescriber(const CModule& module, COrderedOutput& output, CProgressBar& progress,
+               DescribeForm form, const RecordTextOptions& text);
+
+    /// Returns when every file is done. Throws CHostError (usage) when the output fails.
+    void Describe(const std::vector<ListedFile>& files, unsigned threads);
+
+    /// Why files were not described, and how many for each reason; empty when all were.
+    using FaultCounts = std::map<std::string, std::size_t>;
+    const FaultCounts& GetFaults() const { return m_faults; }
+
+  private:
+    struct Outcome;
+
+    void Work(const std::vector<ListedFile>& files) noexcept;
+    bool Next(const std::vector<ListedFile>& files, std::size_t& number);
+    std::string DescribeFile(const ListedFile& file);
+    Outcome Ask(const ListedFile& file) const;
+    std::string Write(const std::string& path, const Outcome& outcome) const;
+
+    const CModule& m_module;
+    COrderedOutput& m_output;
+    CProgressBar& m_progress;
+    DescribeForm m_form;
+    RecordTextOptions m_text;
+
+    std::mutex m_mutex;  // guards the progress bar and what follows
+    std::size_t m_next = 0;
+    FaultCounts m_faults;
+    std::exception_ptr m_failure;
+};
+
+}  // namespace host

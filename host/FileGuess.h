@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// The operations that describe what a file holds.
+enum class Description : std::uint8_t { kCertificate, kCrl, kSignature, kEnvelope };
+
+/// "mode" of the operation.
+std::uint32_t ModeOf(Description description);
+
+/// How to have a file described.
+struct FileGuess {
+    /// All descriptions, the likeliest first.
+    std::vector<Description> order;
+    /// What to hand in instead of the file: the token of a time-stamp response (RFC 3161 2.4.2).
+    std::optional<std::string> inner;
+};
+
+/// Judges a file by the label of its first PEM block and by the first members of its first object.
+/// Reads no further; what the file really is, the module says. Cost: unwrapping PEM or Base64.
+FileGuess GuessFile(std::string& content);
+
+}  // namespace host

@@ -1,0 +1,323 @@
+#include "host/RecordText.h"
+
+#include "common/Encode.h"
+#include "common/Json.h"
+#include "host/JsonEvents.h"
+#include "host/Terminal.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using ca::JsonValue;
+
+constexpr std::size_t kLeastWidth = 40;
+constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
+constexpr std::size_t kIndent = 2;
+constexpr std::size_t kMaxDepth = 40;
+
+enum class Shown : std::uint8_t { kShown, kHidden, kRows };
+
+struct Label {
+    const char* english;
+    const char* russian;
+    Shown shown;
+};
+
+const Label* FindLabel(std::string_view key) {
+    using enum Shown;
+    static const std::unordered_map<std::string_view, Label> labels = {
+#define HOST_LABEL(key, english, russian, shown) {key, {english, russian, shown}},
+#include "host/RecordLabels.inc"
+#undef HOST_LABEL
+    };
+    const auto found = labels.find(key);
+    return found == labels.end() ? nullptr : &found->second;
+}
+
+// The members of an extension or attribute, which name it.
+struct NamedTextKeys {
+    const char* name;
+    const char* oid;
+    const char* text;
+};
+constexpr NamedTextKeys kNamedTexts[] = {
+    {"OidFriendlyName", "OidValue", "FormattedData"},
+    {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString"},
+};
+
+std::string_view AsText(const JsonValue& value) {
+    return {value.GetString(), value.GetStringLength()};
+}
+
+std::string MemberText(const JsonValue& object, const char* key) {
+    const auto member = object.FindMember(key);
+    const bool isText = member != object.MemberEnd() && member->value.IsString();
+    return isText ? std::string(AsText(member->value)) : "";
+}
+
+const NamedTextKeys* FindNamedText(const JsonValue& value) {
+    for (const NamedTextKeys& keys : kNamedTexts) {
+        if (value.IsObject() && value.HasMember(keys.oid)) {
+            return &keys;
+        }
+    }
+    return nullptr;
+}
+
+bool IsHex(std::wstring_view text) {
+    return text.find_first_not_of(L"0123456789abcdefABCDEF") == std::wstring_view::npos;
+}
+
+// Writes lines of at most so many columns.
+class RecordWriter {
+  public:
+    explicit RecordWriter(const host::RecordTextOptions& options)
+        : m_width(std::max(options.width, kLeastWidth)), m_russian(options.russian) {}
+
+    // A single record needs no heading of its own.
+    void Root(const JsonValue& root) {
+        std::size_t records = 0;
+        const JsonValue* only = nullptr;
+        for (const auto& member : root.GetObject()) {
+            if (member.value.IsObject() || member.value.IsArray()) {
+                ++records;
+                only = &member.value;
+            }
+        }
+        const bool isList = only != nullptr && only->IsArray() && only->Size() == 1;
+        const JsonValue* const record = isList ? &(*only)[0] : only;
+        if (records == 1 && record->IsObject()) {
+            Object(*record, kIndent);
+        } else {
+            Object(root, kIndent);
+        }
+    }
+
+    void Object(const JsonValue& object, std::size_t indent) {
+        const std::size_t column = ValueColumn(object, indent);
+        for (const auto& [key, value] : object.GetObject()) {
+            const Label* const label = FindLabel(AsText(key));
+            if (label != nullptr && label->shown == Shown::kHidden) {
+                continue;
+            }
+            const std::string name = NameOf(key, label);
+            if (const std::optional<std::string> text = ScalarText(value)) {
+                Scalar(name, *text, indent, column);
+            } else if (value.IsObject() && value.MemberCount() != 0) {
+                Nested(name, value, indent);
+            } else if (value.IsArray() && !value.Empty()) {
+                Array(name, value, indent,
+                      /*asRows=*/label != nullptr && label->shown == Shown::kRows);
+            }
+        }
+    }
+
+    std::string Take() {
+        if (m_text.ends_with('\n')) {
+            m_text.pop_back();
+        }
+        return std::move(m_text);
+    }
+
+  private:
+    std::string NameOf(const JsonValue& key, const Label* label) const {
+        if (label == nullptr) {
+            return host::Visible(std::string(AsText(key)));
+        }
+        return m_russian ? label->russian : label->english;
+    }
+
+    // Nothing for lists and records; "" for a value that tells nothing.
+    std::optional<std::string> ScalarText(const JsonValue& value) const {
+        if (value.IsString()) {
+            return std::string(AsText(value));
+        }
+        if (value.IsBool()) {
+            if (m_russian) {
+                return value.GetBool() ? "да" : "нет";
+            }
+            return value.GetBool() ? "yes" : "no";
+        }
+        if (value.IsUint64()) {
+            return std::to_string(value.GetUint64());
+        }
+        return value.IsArray() || value.IsObject() ? std::nullopt : std::optional<std::string>("");
+    }
+
+    // Where the values of an object begin, so that they stand below each other.
+    std::size_t ValueColumn(const JsonValue& object, std::size_t indent) const {
+        std::size_t widest = 0;
+        for (const auto& [key, value] : object.GetObject()) {
+            const Label* const label = FindLabel(AsText(key));
+            const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
+            if (!isHidden && !ScalarText(value).value_or("").empty()) {
+                widest = std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(key, label))));
+            }
+        }
+        return std::min(indent + widest + 2, m_width / 2);
+    }
+
+    void Scalar(const std::string& name, const std::string& text, std::size_t indent,
+                std::size_t column) {
+        if (text.empty()) {
+            return;
+        }
+        const std::string label = name + ": ";
+        const std::size_t used = indent + host::DisplayWidth(ca::u8u16(label));
+        m_text.append(indent, ' ').append(label).append(used < column ? column - used : 0, ' ');
+        Lines(text, column);
+    }
+
+    void Heading(const std::string& name, std::size_t indent) {
+        m_text.append(indent, ' ').append(name).append(":\n");
+    }
+
+    void Nested(const std::string& name, const JsonValue& object, std::size_t indent) {
+        if (indent / kIndent > kMaxDepth) {
+            return;
+        }
+        Heading(name, indent);
+        Object(object, indent + kIndent);
+    }
+
+    void Array(const std::string& name, const JsonValue& array, std::size_t indent, bool asRows) {
+        if (array[0].IsString() || asRows || FindNamedText(array[0]) != nullptr) {
+            Heading(name, indent);
+        }
+        rapidjson::SizeType number = 0;
+        for (const JsonValue& element : array.GetArray()) {
+            ++number;
+            if (const NamedTextKeys* const keys = FindNamedText(element)) {
+                NamedText(element, *keys, indent + kIndent);
+            } else if (const std::optional<std::string> text = ScalarText(element)) {
+                m_text.append(indent + kIndent, ' ');
+                Lines(*text, indent + kIndent);
+            } else if (element.IsObject() && asRows) {
+                Row(element, indent + kIndent);
+            } else if (element.IsObject()) {
+                const std::string count = std::to_string(number) + "/";
+                Nested(name + " " + count + std::to_string(array.Size()), element, indent);
+            }
+        }
+    }
+
+    // The name of an extension, and its text below.
+    void NamedText(const JsonValue& value, const NamedTextKeys& keys, std::size_t indent) {
+        const std::string name = MemberText(value, keys.name);
+        const std::string oid = MemberText(value, keys.oid);
+        std::string title = name.empty() || name == oid ? oid : name + " (" + oid + ")";
+        const auto critical = value.FindMember("Critical");
+        if (critical != value.MemberEnd() && critical->value.IsBool() &&
+            critical->value.GetBool()) {
+            title += m_russian ? ", критическое" : ", critical";
+        }
+        m_text.append(indent, ' ');
+        Lines(title, indent);
+        if (const std::string text = MemberText(value, keys.text); !text.empty()) {
+            m_text.append(indent + kIndent, ' ');
+            Lines(text, indent + kIndent);
+        }
+    }
+
+    // One of many short records, in a line.
+    void Row(const JsonValue& object, std::size_t indent) {
+        std::string row;
+        for (const auto& [key, value] : object.GetObject()) {
+            const Label* const label = FindLabel(AsText(key));
+            const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
+            const std::string text = ScalarText(value).value_or("");
+            if (!isHidden && !text.empty()) {
+                row.append(row.empty() ? "" : "  ").append(text);
+            }
+        }
+        m_text.append(indent, ' ');
+        Lines(row, indent);
+    }
+
+    // Writes a text from where the line is, `column`; all of its further lines begin there.
+    void Lines(const std::string& utf8, std::size_t column) {
+        const std::wstring text = ca::u8u16(utf8);
+        std::size_t at = 0;
+        for (bool isFirst = true; at <= text.size(); isFirst = false) {
+            const std::size_t end = std::min(text.find(L'\n', at), text.size());
+            if (!isFirst) {
+                m_text.append(column, ' ');
+            }
+            Fold(host::Visible(std::wstring_view(text).substr(at, end - at)), column);
+            at = end + 1;
+        }
+    }
+
+    // Writes one line, folded at blanks where there are some; the rest keeps its indentation.
+    void Fold(std::wstring_view line, std::size_t column) {
+        const std::size_t room = std::max(m_width - std::min(m_width, column), kLeastColumns);
+        if (line.size() > room && IsHex(line)) {
+            const std::wstring note =
+                L"... (" + std::to_wstring(line.size() / 2) + (m_russian ? L" байт)" : L" octets)");
+            Put(std::wstring(line.substr(0, room - std::min(room, note.size()))) + note);
+            return;
+        }
+        const std::size_t blanks = std::min(line.find_first_not_of(L' '), room / 2);
+        std::size_t hanging = 0;
+        for (;;) {
+            const std::size_t kept = FoldPoint(line, room - hanging);
+            Put(line.substr(0, kept));
+            line.remove_prefix(std::min(line.find_first_not_of(L' ', kept), line.size()));
+            if (line.empty()) {
+                return;
+            }
+            hanging = blanks;
+            m_text.append(column + hanging, ' ');
+        }
+    }
+
+    // Characters that fit: all, or up to the last blank of the second half, or else as many as can
+    // be, but not none.
+    static std::size_t FoldPoint(std::wstring_view line, std::size_t room) {
+        std::size_t kept = 0;
+        for (std::size_t width = 0; kept < line.size(); ++kept) {
+            width += host::DisplayWidth(line.substr(kept, 1));
+            if (width > room) {
+                break;
+            }
+        }
+        if (kept == line.size()) {
+            return kept;
+        }
+        const std::size_t blank = line.rfind(L' ', kept);
+        const bool isFar = blank != std::wstring_view::npos && blank > kept / 2;
+        return std::max<std::size_t>(isFar ? blank : kept, 1);
+    }
+
+    void Put(std::wstring_view line) {
+        m_text += ca::u16u8(std::wstring(line));
+        m_text += '\n';
+    }
+
+    std::size_t m_width;
+    bool m_russian;
+    std::string m_text;
+};
+
+}  // namespace
+
+namespace host {
+
+std::string RecordText(std::string_view answer, const RecordTextOptions& options) {
+    ca::JsonDocument document;
+    document.Parse<ca::kJsonParseFlags>(answer.data(), answer.size());
+    if (document.HasParseError() || !document.IsObject()) {
+        return "";
+    }
+    RecordWriter writer(options);
+    writer.Root(document);
+    return writer.Take();
+}
+
+}  // namespace host
