@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cstring>
 #include <malloc.h>
-#include <vector>
+#include <utility>
 
 namespace {
 
@@ -106,8 +106,9 @@ std::optional<std::string> CAnswer::ExtractOctets() const {
     if (!members.fileData) {
         return members.fileDataSize ? std::optional<std::string>("") : std::nullopt;
     }
-    std::string octets((members.fileData->size() + 3) / 4 * 3, '\0');
-    const Base64Run run = base64_decode_run(members.fileData->data(), members.fileData->size(),
+    const std::string encoded = std::move(*members.fileData);
+    std::string octets((encoded.size() + 3) / 4 * 3, '\0');
+    const Base64Run run = base64_decode_run(encoded.data(), encoded.size(),
                                             reinterpret_cast<unsigned char*>(octets.data()));
     octets.resize(run.written);
     return octets;
