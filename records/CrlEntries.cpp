@@ -195,7 +195,7 @@ void CCrlDescriber::Describe(const CrlEntry& entry, RevokedCert& record, std::ws
     std::wstring faults;
     record.serial =
         entry.serial.content.empty() ? UnreadableText(entry.raw) : SerialText(entry.serial.content);
-    TimeForms date = DescribeTime(entry.date);
+    TimeForms date = DescribeTime(entry.date, &m_offsets);
     if (!entry.isWhole || !date.seconds) {
         AddError(faults, UnreadableText(entry.raw));
     }

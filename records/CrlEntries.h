@@ -2,6 +2,7 @@
 
 #include "asn1/Asn1Element.h"
 #include "records/CrlInfoFill.h"
+#include "records/text/TimeText.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -69,6 +70,7 @@ class CCrlDescriber {
     // Entries that follow each other mostly share their issuer: its text is made once.
     const unsigned char* m_issuerOctets = nullptr;
     std::wstring m_issuer;
+    CLocalOffsets m_offsets;
 };
 
 /// What is wrong with an entry, for the record's "Error".

@@ -4,9 +4,21 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 
+#include <algorithm>
+
 namespace {
 
 thread_local int nesting = 0;
+
+// True for a text that stands in JSON as it is, an octet a character; most texts do.
+bool IsPlain(std::wstring_view text) {
+    unsigned odd = 0;
+    for (const wchar_t c : text) {  // without a way out, so that it runs a vector at a time
+        odd |= static_cast<unsigned>(c < L' ') | static_cast<unsigned>(c > L'~') |
+               static_cast<unsigned>(c == L'"') | static_cast<unsigned>(c == L'\\');
+    }
+    return odd == 0;
+}
 
 }  // namespace
 
@@ -28,7 +40,12 @@ CNestingGuard::~CNestingGuard() {
 }
 
 void WriteJson(JsonWriter& writer, const std::wstring& text) {
-    writer.String(u16u8(text));
+    if (IsPlain(text)) {
+        std::transform(text.begin(), text.end(), writer.PlainString(text.size()),
+                       [](wchar_t c) { return static_cast<char>(c); });
+    } else {
+        writer.String(u16u8(text));
+    }
 }
 
 void ReadJson(const JsonValue& value, std::wstring& text) {

@@ -148,7 +148,7 @@ void WriteField(JsonWriter& writer, const Record& record, const JsonField<Owner,
             return;
         }
     }
-    writer.Key(field.key.data(), static_cast<rapidjson::SizeType>(field.key.size()));
+    field.key.copy(writer.PlainString(field.key.size()), field.key.size());
     if constexpr (Absentable<Value>) {
         WriteJson(writer, *value);
     } else {

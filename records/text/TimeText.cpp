@@ -3,6 +3,7 @@
 #include "records/text/Elements.h"
 #include "records/text/OutlineText.h"
 
+#include <algorithm>
 #include <ctime>
 #include <string_view>
 
@@ -93,6 +94,36 @@ std::optional<int> TakeZone(CDigits& digits) {
     return isAhead ? seconds : -seconds;
 }
 
+// Days from 1970-01-01 to a date of the Gregorian calendar. Years are counted from March, so that a
+// leap day ends one; 400 years are 146097 days.
+std::int64_t DaysOf(std::int64_t year, int month, int day) {
+    year -= month <= 2 ? 1 : 0;
+    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
+    const std::int64_t yearOfEra = year - era * 400;
+    const int monthFromMarch = month > 2 ? month - 3 : month + 9;
+    const int dayOfYear = (153 * monthFromMarch + 2) / 5 + day - 1;
+    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
+}
+
+// The other way round: year, month and day.
+void SetDate(std::int64_t days, std::tm& date) {
+    days += 719468;
+    const std::int64_t era = (days >= 0 ? days : days - 146096) / 146097;
+    const std::int64_t dayOfEra = days - era * 146097;
+    const std::int64_t yearOfEra =
+        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const std::int64_t monthFromMarch = (5 * dayOfYear + 2) / 153;
+    date.tm_mday = static_cast<int>(dayOfYear - (153 * monthFromMarch + 2) / 5 + 1);
+    date.tm_mon = static_cast<int>(monthFromMarch < 10 ? monthFromMarch + 2 : monthFromMarch - 10);
+    const std::int64_t year = yearOfEra + era * 400 + (date.tm_mon < 2 ? 1 : 0);
+    date.tm_year = static_cast<int>(year - 1900);
+}
+
+std::int64_t DayOf(std::int64_t seconds) {
+    return (seconds >= 0 ? seconds : seconds - (ca::kSecondsOfDay - 1)) / ca::kSecondsOfDay;
+}
+
 bool IsPossible(const std::tm& date) {
     if (date.tm_mon < 0 || date.tm_mon > 11 || date.tm_hour > 23 || date.tm_min > 59 ||
         date.tm_sec > 60) {
@@ -115,7 +146,14 @@ void AppendNumber(std::wstring& out, int value, int digits) {
     }
 }
 
-std::wstring Format(const std::tm& date) {
+std::wstring Format(std::int64_t seconds) {
+    const std::int64_t day = DayOf(seconds);
+    const int clock = static_cast<int>(seconds - day * ca::kSecondsOfDay);
+    std::tm date{};
+    SetDate(day, date);
+    date.tm_hour = clock / 3600;
+    date.tm_min = clock / 60 % 60;
+    date.tm_sec = clock % 60;
     std::wstring out;
     out.reserve(19);
     AppendNumber(out, date.tm_mday, 2);
@@ -125,6 +163,13 @@ std::wstring Format(const std::tm& date) {
     AppendNumber(out += L':', date.tm_min, 2);
     AppendNumber(out += L':', date.tm_sec, 2);
     return out;
+}
+
+// Seconds that the process's time zone is ahead of UTC at a moment.
+std::int64_t LocalOffset(std::int64_t seconds) {
+    const std::time_t time = seconds;
+    std::tm date{};
+    return localtime_r(&time, &date) != nullptr ? date.tm_gmtoff : 0;
 }
 
 }  // namespace
@@ -145,29 +190,40 @@ std::optional<std::int64_t> ReadTime(const CAsn1Element& element) {
     if (!zone || !digits.AtEnd()) {
         return std::nullopt;
     }
-    return timegm(&date) - *zone;
+    return DaysOf(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday) * kSecondsOfDay +
+           date.tm_hour * 3600 + date.tm_min * 60 + date.tm_sec - *zone;
 }
 
-TimeForms DescribeTime(std::int64_t seconds) {
+std::int64_t CLocalOffsets::At(std::int64_t seconds) {
+    m_days.resize(kDays);
+    const std::int64_t day = DayOf(seconds);
+    Day& known = m_days[static_cast<std::size_t>(day) % kDays];
+    if (known.day != day) {
+        const std::int64_t begin = day * kSecondsOfDay;
+        const std::int64_t offset = LocalOffset(begin);
+        known = {day, offset, offset == LocalOffset(begin + kSecondsOfDay)};
+    }
+    return known.isConstant ? known.offset : LocalOffset(seconds);
+}
+
+TimeForms DescribeTime(std::int64_t seconds, CLocalOffsets* offsets) {
     TimeForms forms;
-    const std::time_t time = seconds;
-    std::tm date{};
-    if (seconds < kFirst || seconds > kNoEnd || gmtime_r(&time, &date) == nullptr) {
+    if (seconds < kFirst || seconds > kNoEnd) {
         return forms;
     }
     forms.seconds = seconds;
-    forms.utc = Format(date);
-    if (seconds == kNoEnd || localtime_r(&time, &date) == nullptr) {
-        forms.local = forms.utc;
-    } else {
-        forms.local = Format(date);
-    }
+    forms.utc = Format(seconds);
+    const std::int64_t offset = seconds == kNoEnd    ? 0
+                                : offsets != nullptr ? offsets->At(seconds)
+                                                     : LocalOffset(seconds);
+    const std::int64_t local = std::clamp(seconds + offset, kFirst, kNoEnd);
+    forms.local = offset != 0 ? Format(local) : forms.utc;
     return forms;
 }
 
-TimeForms DescribeTime(const CAsn1Element& element) {
+TimeForms DescribeTime(const CAsn1Element& element, CLocalOffsets* offsets) {
     const auto seconds = ReadTime(element);
-    return seconds ? DescribeTime(*seconds) : TimeForms();
+    return seconds ? DescribeTime(*seconds, offsets) : TimeForms();
 }
 
 std::wstring TimeLine(const CAsn1Element& element) {
