@@ -48,20 +48,6 @@ std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
     return issuers;
 }
 
-// The SET OF CertificateChoices [0] of a SignedData inside its ContentInfo; without octets when the
-// element is none.
-CAsn1Element MessageCertificates(const CAsn1Element& contentInfo) {
-    const ca::OidInfo* type =
-        ca::FindOid(ca::ContentIf(ca::Child(contentInfo, 0), kAsn1ObjectIdentifier));
-    if (type == nullptr || type->shortName != std::string_view("id-signedData")) {
-        return {};
-    }
-    const CAsn1Element signedData = ca::Child(ca::Child(contentInfo, 1), 0);
-    constexpr std::size_t kBehindContent = 3;  // version, digestAlgorithms, encapContentInfo
-    const CAsn1Element certificates = ca::Child(signedData, kBehindContent);
-    return certificates.tag == ca::ContextConstructed(0) ? certificates : CAsn1Element();
-}
-
 void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bundle) {
     CAsn1Cursor cursor(octets);
     CAsn1Element element;
@@ -76,9 +62,24 @@ void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bun
 
 namespace ca {
 
+CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag) {
+    const OidInfo* type = FindOid(ContentIf(Child(contentInfo, 0), kAsn1ObjectIdentifier));
+    if (type == nullptr || type->shortName != std::string_view("id-signedData")) {
+        return {};
+    }
+    const CAsn1Element signedData = Child(Child(contentInfo, 1), 0);
+    constexpr std::size_t kBehindContent = 3;  // version, digestAlgorithms, encapContentInfo
+    for (std::size_t i = kBehindContent; i <= kBehindContent + 1; ++i) {
+        if (const CAsn1Element member = Child(signedData, i); member.tag == tag) {
+            return member;
+        }
+    }
+    return {};
+}
+
 void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bundle) {
     const bool isFirst = bundle.certificates.empty();
-    const CAsn1Element certificates = MessageCertificates(FirstElement(object));
+    const CAsn1Element certificates = SignedDataMember(FirstElement(object), ContextConstructed(0));
     if (certificates.raw.empty()) {
         CollectElements(object, bundle);
         bundle.isMessage = false;

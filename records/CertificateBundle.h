@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Element.h"
 #include "records/CertInfo.h"
 
 #include <cstddef>
@@ -14,6 +15,10 @@ struct CertificateBundle {
     /// All came out of one PKCS #7 message, which is how a certificate travels with its chain.
     bool isMessage = false;
 };
+
+/// The certificates [0] or revocation lists [1] of a SignedData (RFC 5652 5.1) inside its
+/// ContentInfo, by their identifier octet; without octets when there are none.
+CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag);
 
 /// Collects the certificates of one object: certificates one behind the other, or those that a
 /// SignedData carries (RFC 5652 5.1). Other elements are passed over.

@@ -4,6 +4,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/InitString.h"
+#include "records/CertificateBundle.h"
 #include "records/CrlEntries.h"
 #include "records/SignedFill.h"
 #include "records/text/Elements.h"
@@ -159,6 +160,23 @@ bool LooksLikeCrl(Octets octets) {
            Child(tbs, algorithm).tag == kAsn1Sequence &&
            Child(tbs, algorithm + 1).tag == kAsn1Sequence &&
            (time == kAsn1UtcTime || time == kAsn1GeneralizedTime);
+}
+
+std::span<unsigned char> FindCrl(std::span<unsigned char> object) {
+    if (LooksLikeCrl(object)) {
+        return object;
+    }
+    const CAsn1Element lists = SignedDataMember(FirstElement(object), ContextConstructed(1));
+    CAsn1Element list;
+    for (CAsn1Cursor cursor(lists.content); !cursor.AtEnd();) {
+        if (cursor.Next(list) != Asn1Fault::kNone) {
+            break;
+        }
+        if (LooksLikeCrl(list.raw)) {
+            return list.raw;
+        }
+    }
+    return {};
 }
 
 void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& record) {

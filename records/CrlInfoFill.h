@@ -31,6 +31,10 @@ CrlPage ReadCrlPage(const InitString& parameters);
 /// whose first part goes on as only TBSCertList does. Looks at a few tags only.
 bool LooksLikeCrl(std::span<const unsigned char> octets);
 
+/// The list in one object: the object itself, or the first list that a SignedData carries. A view;
+/// empty when there is none.
+std::span<unsigned char> FindCrl(std::span<unsigned char> object);
+
 /// Describes a certificate revocation list (RFC 5280 5).
 ///
 /// The record holds a copy of the octets, from which the entries are described when it is written;

@@ -8,6 +8,7 @@
 #include "module/RecordTypes.h"
 #include "module/ops/ProviderCertificate.h"
 #include "module/ops/RequestPayload.h"
+#include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateBundle.h"
 
@@ -46,6 +47,13 @@ void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle) {
     packet.Response().SetObject(infos.release(), /*clear=*/true);
 }
 
+void AnswerAttributes(ca::CryptPacket& packet, std::span<unsigned char> certificate) {
+    auto info = std::make_unique<ca::AttrCertInfo>();
+    ca::FillAttrCertInfo(certificate, *info);
+    packet.Response().SetObject(info.release(), /*clear=*/true);
+    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+}
+
 // The certificates must be readable; nothing is kept, since this provider has no store of its own.
 void CheckCertificates(ca::CryptPacket& packet) {
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
@@ -58,8 +66,8 @@ void CheckCertificates(ca::CryptPacket& packet) {
 }  // namespace
 
 // Describes the certificates of the file data. One certificate, or a message whose certificates are
-// one chain, is answered as one record with its issuers nested; several as a list. Without file
-// data the provider's own certificate is meant.
+// one chain, is answered as one record with its issuers nested; several as a list. An attribute
+// certificate has a record of its own. Without file data the provider's own certificate is meant.
 void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
     if (ca::FindFileData(packet.Request()) == nullptr) {
         packet.Response().SetObject(
@@ -68,6 +76,10 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         return;
     }
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
+    if (ca::LooksLikeAttributeCertificate(items.front().octets)) {
+        AnswerAttributes(packet, items.front().octets);
+        return;
+    }
     const ca::CertificateBundle bundle = RequireCertificates(items);
     const bool isOne = bundle.certificates.size() == 1;
     const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;

@@ -16,9 +16,6 @@ namespace {
 void CCryptoModule::Verify(ca::CryptPacket&) {
     Refuse();
 }
-void CCryptoModule::GetCRL(ca::CryptPacket&) {
-    Refuse();
-}
 void CCryptoModule::GetSignInfo(ca::CryptPacket&) {
     Refuse();
 }

@@ -24,7 +24,7 @@ constexpr ModeCase kModes[] = {
     {14, L"> Sign", true, 0},              {15, L"> Verify", false, kUnsupported},
     {21, L"> SetCert", false, kUnsupported},
     {22, L"> GetCertInfo", false, kUnsupported},
-    {23, L"> GetCRL", false, kUnsupported},
+    {23, L"> GetCRL", false, kNoData},
     {24, nullptr, false, 0},               {25, L"> CertValidation", false, 0},
     {26, L"> Encrypt", true, 0},           {27, L"> Sign", true, 0},
     {28, L"> CoSign", true, 0},            {29, L"> GetSignInfo", false, kUnsupported},
