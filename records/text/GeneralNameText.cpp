@@ -1,8 +1,11 @@
 #include "records/text/GeneralNameText.h"
 
 #include "asn1/OidTable.h"
+#include "asn1/x509/GeneralName.h"
+#include "common/Exception.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/X400Text.h"
 
 #include <algorithm>
 #include <bit>
@@ -111,13 +114,31 @@ void SayOtherName(const CAsn1Element& name, ca::CTextLines& lines) {
     lines.Block(ca::OutlineText(value));
 }
 
-void SayOutlined(ZornaMessage label, const CAsn1Element& name, ca::CTextLines& lines) {
-    lines.Line(label, L"");
+// X.400 and EDI names: a caption, then what could be read of the name; the digits of one that could
+// not be read whole.
+void SayStructured(ZornaMessage caption, const CAsn1Element& name, ca::CTextLines& lines) {
+    lines.Line(caption, L"");
     const ca::CTextLines::Level level(lines);
-    CAsn1Element member;
-    CAsn1Cursor members(name.content);
-    while (!members.AtEnd() && members.Next(member) == Asn1Fault::kNone) {
-        lines.Block(ca::OutlineText(member));
+    CAsn1Root<CAsn1GeneralName> read(name.raw, Asn1Blocks::kRead);
+    bool isWhole = true;
+    try {
+        read->Decode();
+    } catch (const ca::Exception&) {
+        isWhole = false;
+    }
+    if (read->X400Address() != nullptr) {
+        ca::SayOrAddress(*read->X400Address(), lines);
+    }
+    if (const CAsn1EdiPartyName* edi = read->EdiPartyName()) {
+        if (edi->NameAssigner() != nullptr) {
+            lines.Line(kMsgEdiAssigner, ca::ValueText(ca::ElementOf(*edi->NameAssigner())));
+        }
+        if (edi->PartyName() != nullptr) {
+            lines.Line(kMsgEdiParty, ca::ValueText(ca::ElementOf(*edi->PartyName())));
+        }
+    }
+    if (!isWhole) {
+        lines.Line(ca::UnreadableText(name.raw));
     }
 }
 
@@ -170,13 +191,13 @@ void SayGeneralName(const CAsn1Element& name, CTextLines& lines) {
             lines.Line(L"DNS", AsciiText(name));
             return;
         case ContextConstructed(3):
-            SayOutlined(kMsgX400Address, name, lines);
+            SayStructured(kMsgX400Address, name, lines);
             return;
         case ContextConstructed(4):
             lines.Line(kMsgDirectoryName, ReadableName(Child(name, 0)));
             return;
         case ContextConstructed(5):
-            SayOutlined(kMsgEdiPartyName, name, lines);
+            SayStructured(kMsgEdiPartyName, name, lines);
             return;
         case ContextTag(6):
             lines.Line(L"URI", AsciiText(name));

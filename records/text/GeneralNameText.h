@@ -7,8 +7,8 @@
 
 namespace ca {
 
-/// Says a GeneralName (RFC 5280 4.2.1.6) as one line, "DNS: a.example"; X.400 and EDI names as an
-/// outline below a caption. What is none is said as unreadable.
+/// Says a GeneralName (RFC 5280 4.2.1.6) as one line, "DNS: a.example"; X.400 and EDI names as
+/// lines below a caption. What is none is said as unreadable.
 void SayGeneralName(const CAsn1Element& name, CTextLines& lines);
 
 /// Each name of GeneralNames. \param content  the names, one behind the other.
