@@ -150,7 +150,7 @@ void Widen(const char* text, std::size_t length, std::wstring& out, Path path) {
         const auto begins = [](unsigned char octet) { return (octet & 0xC0) != 0x80; };
         out.reserve(static_cast<std::size_t>(std::count_if(in, end, begins)));
     }
-    wchar_t buffer[kChunk + kWidenLoad];
+    wchar_t buffer[kChunk + kWidenLoad + kBlock];  // a step of each kind may begin just below it
     while (in != end) {
         wchar_t* to = buffer;
         while (in != end && to < buffer + kChunk) {

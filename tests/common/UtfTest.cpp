@@ -135,6 +135,18 @@ TEST(UtfTest, ConvertsLongTextWhole) {
     EXPECT_EQ(ToolkitNarrow(wide), CW2A(wide.c_str()));
 }
 
+TEST(UtfTest, ChangesItsStepAnywhereInALongText) {
+    std::string letters;
+    for (int before = 0; before < 24; ++before) {
+        for (std::size_t ascii = 470; ascii < 530; ++ascii) {
+            const std::string text =
+                letters + std::string(ascii, 'a') + std::string(40, '\xD5') + "abcdefgh";
+            ASSERT_EQ(ToolkitWide(text), Wide(text)) << before << ' ' << ascii;
+        }
+        letters += "\u044F";
+    }
+}
+
 TEST(UtfTest, ReadsToTheNulAndRefusesNull) {
     std::string narrow = "before";
     ca::u16u8(L"я\0b", narrow);
