@@ -68,6 +68,7 @@ void CClientContextArray::RemoveOld() {
     Compact();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): as AcquireContext() takes it
 void CClientContextArray::Remove(CStdStr<wchar_t> id) {
     const std::lock_guard lock(m_mutex);
     const auto place = m_places.find(id);

@@ -30,27 +30,27 @@ RecordPtr MakeStringArray() {
 
 struct RecordRow {
     int type;
-    RecordPtr (*make)();
     bool isList;
+    RecordPtr (*make)();
 };
 
 // clang-format off
 constexpr RecordRow kRecords[] = {
-    {kTypeFileData,       &Make<FileData>,                      false},
-    {kTypeStores,         &MakeStringArray<kTypeStores>,        true},
-    {kTypeCertificates,   &MakeStringArray<kTypeCertificates>,  true},
-    {kTypeSignInfo,       &Make<SignInfos>,                     true},
-    {kTypeSignInfoArray,  &Make<SignInfosArray>,                true},
-    {kTypeCertInfo,       &Make<CertInfo2>,                     false},
-    {kTypeCertInfos,      &Make<CertInfos2>,                    true},
-    {kTypeStoreAddress,   &Make<StoreAddress>,                  false},
-    {kTypeStoreAddresses, &Make<StoreAddresses>,                true},
-    {kTypeCrlInfo,        &Make<CrlInfo>,                       false},
-    {kTypeConfig,         &Make<ConfigFileParser>,              false},
-    {kTypePkiConfig,      &Make<PKIConfigFileParser>,           false},
-    {kTypeVerifyResult,   &Make<VerificationResult>,            false},
-    {kTypeCertForCheck,   &Make<CertForCheck>,                  false},
-    {kTypeAttrCertInfo,   &Make<AttrCertInfo>,                  false},
+    {kTypeFileData,       false, &Make<FileData>},
+    {kTypeStores,         true,  &MakeStringArray<kTypeStores>},
+    {kTypeCertificates,   true,  &MakeStringArray<kTypeCertificates>},
+    {kTypeSignInfo,       true,  &Make<SignInfos>},
+    {kTypeSignInfoArray,  true,  &Make<SignInfosArray>},
+    {kTypeCertInfo,       false, &Make<CertInfo2>},
+    {kTypeCertInfos,      true,  &Make<CertInfos2>},
+    {kTypeStoreAddress,   false, &Make<StoreAddress>},
+    {kTypeStoreAddresses, true,  &Make<StoreAddresses>},
+    {kTypeCrlInfo,        false, &Make<CrlInfo>},
+    {kTypeConfig,         false, &Make<ConfigFileParser>},
+    {kTypePkiConfig,      false, &Make<PKIConfigFileParser>},
+    {kTypeVerifyResult,   false, &Make<VerificationResult>},
+    {kTypeCertForCheck,   false, &Make<CertForCheck>},
+    {kTypeAttrCertInfo,   false, &Make<AttrCertInfo>},
 };
 // clang-format on
 
