@@ -1,0 +1,123 @@
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "module/CryptoModule.h"
+#include "records/FileData.h"
+#include "tests/asn1/DerWriter.h"
+#include "tests/common/TemporaryDir.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+const Octets kAlgorithm = Tlv(0x30, {{0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x04, 0x03, 0x02}});
+const Octets kEmptyName = Tlv(0x30, Octets());
+const Octets kSignature = Tlv(0x03, {0x00, 0x01});
+
+Octets RevocationList() {
+    const Octets date = Tlv(0x17, Text("240101000000Z"));
+    const Octets entries =
+        Tlv(0x30, {Tlv(0x30, {{0x02, 0x01, 0x11}, date}), Tlv(0x30, {{0x02, 0x01, 0x22}, date}),
+                   Tlv(0x30, {{0x02, 0x01, 0x33}, date})});
+    return Tlv(0x30, {Tlv(0x30, {kAlgorithm, kEmptyName, date, entries}), kAlgorithm, kSignature});
+}
+
+Octets AttributeCertificate() {
+    const Octets names = Tlv(0x30, Tlv(0x82, Text("a.example")));
+    const Octets info = Tlv(0x30, {Tlv(0xA1, names), names, kAlgorithm, {0x02, 0x01, 0x07}});
+    return Tlv(0x30, {info, kAlgorithm, kSignature});
+}
+
+// A message that carries a list and nothing else (RFC 5652 5.1).
+Octets Message(const Octets& list) {
+    const Octets content = Tlv(0x30, {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 1}});
+    const Octets signedData = Tlv(
+        0x30, {{0x02, 0x01, 0x01}, Tlv(0x31, Octets()), content, Tlv(0xA1, list), {0x31, 0x00}});
+    return Tlv(0x30,
+               {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 2}, Tlv(0xA0, signedData)});
+}
+
+Octets Pem(const char* label, const Octets& der) {
+    std::string base64;
+    ca::Base64Encode(der.data(), static_cast<unsigned>(der.size()), base64);
+    return Text(std::string("text around\n-----BEGIN ") + label + "-----\n" + base64 +
+                "\n-----END " + label + "-----\n");
+}
+
+class DescribeOperationsTest : public testing::Test {
+  protected:
+    DescribeOperationsTest()
+        : m_variable("MOD_FOO_CONFIG",
+                     m_directory.Write("c.ini", "[Service settings]\nLanguage=En\n").c_str()) {}
+    ~DescribeOperationsTest() override {
+        std::vector<std::wstring> none;
+        LogInit(nullptr, none);
+        SetZORNALng(L"ru");
+    }
+    DescribeOperationsTest(const DescribeOperationsTest&) = delete;
+    DescribeOperationsTest& operator=(const DescribeOperationsTest&) = delete;
+
+    // The answer's text; `code` is the error code that it must have.
+    std::string Answer(int mode, const Octets& payload, std::uint32_t code,
+                       const wchar_t* parameters = L"") {
+        ca::CryptPacket packet;
+        EXPECT_TRUE(m_module.Init([](const wchar_t*, bool) { return true; }));
+        packet.request.mode = mode;
+        packet.request.extInitParams = parameters;
+        auto data = std::make_unique<ca::FileData>();
+        data->Assign(payload.data(), static_cast<std::uint32_t>(payload.size()));
+        packet.Request().SetObject(data.release(), /*clear=*/true);
+        m_module.ProcessClientRequest(packet, /*interactive=*/true);
+        EXPECT_EQ(code, packet.response.errorCode);
+        ca::JsonBuffer text;
+        packet.response.ToJson(text);
+        return {text.GetString(), text.GetSize()};
+    }
+
+    TemporaryDir m_directory;
+    ScopedVariable m_variable;
+    CCryptoModule m_module{/*silent=*/true};
+};
+
+constexpr int kGetCertInfo = 22;
+constexpr int kGetCrl = 23;
+
+TEST_F(DescribeOperationsTest, GetCrlFindsTheListInEveryForm) {
+    const Octets list = RevocationList();
+    const Octets junk = Tlv(0x30, Octets());
+    for (const Octets& payload :
+         {list, Pem("X509 CRL", list), Message(list), Pem("PKCS7", Message(list)),
+          Join({Pem("CERTIFICATE", junk), Pem("X509 CRL", list)})}) {
+        const std::string answer = Answer(kGetCrl, payload, 0);
+        EXPECT_NE(std::string::npos, answer.find(R"("crlInfo":{"Version":"V1")")) << answer;
+        EXPECT_NE(std::string::npos, answer.find(R"("RevokedCount":3)")) << answer;
+    }
+    Answer(kGetCrl, AttributeCertificate(), ca::kErrBadData);
+    Answer(kGetCrl, Text("no list"), ca::kErrBadData);
+    Answer(kGetCrl, {}, ca::kErrNoArgumentData);
+}
+
+TEST_F(DescribeOperationsTest, GetCrlDescribesThePageOfItsParameters) {
+    const std::string page = Answer(kGetCrl, RevocationList(), 0, L"CRL_FIRST=1;CRL_COUNT=1;");
+    EXPECT_NE(std::string::npos, page.find(R"("Revoked":[{"Serial":"22")")) << page;
+    EXPECT_EQ(std::string::npos, page.find(R"("Serial":"33")")) << page;
+    const std::string one = Answer(kGetCrl, RevocationList(), 0, L"CRL_SERIAL=33;");
+    EXPECT_NE(std::string::npos, one.find(R"("Revoked":[{"Serial":"33")")) << one;
+    Answer(kGetCrl, RevocationList(), ca::kErrParameters, L"CRL_COUNT=x;");
+}
+
+TEST_F(DescribeOperationsTest, GetCertInfoDescribesAnAttributeCertificate) {
+    const Octets certificate = AttributeCertificate();
+    for (const Octets& payload : {certificate, Pem("ATTRIBUTE CERTIFICATE", certificate)}) {
+        const std::string answer = Answer(kGetCertInfo, payload, 0);
+        EXPECT_NE(std::string::npos, answer.find(R"("attrCertInfo":{)")) << answer;
+        EXPECT_NE(std::string::npos, answer.find(R"("HolderIssuer":"DNS: a.example")")) << answer;
+    }
+}
+
+}  // namespace
