@@ -4,6 +4,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/InitString.h"
+#include "common/Lng.h"
 #include "records/CertificateBundle.h"
 #include "records/CrlEntries.h"
 #include "records/SignedFill.h"
@@ -22,6 +23,7 @@ using ca::CrlInfo;
 using ca::CrlPage;
 using ca::Octets;
 
+constexpr std::wstring_view kSerial = L"CRL_SERIAL";
 // Digits of a serial number that is asked for; there are none that long.
 constexpr std::size_t kMaxSerialDigits = 4096;
 
@@ -42,7 +44,8 @@ std::vector<unsigned char> ReadSerial(std::wstring_view text) {
         }
         const int value = DigitValue(c);
         if (value < 0 || digits.size() == kMaxSerialDigits) {
-            throw ca::Exception(ca::kErrParameters);
+            throw ca::Exception(ca::kErrParameters,
+                                SetZORNAMessage(kMsgInitStringItem) + std::wstring(kSerial));
         }
         if (value != 0 || !digits.empty()) {
             digits.push_back(static_cast<unsigned char>(value));
@@ -144,7 +147,7 @@ CrlPage ReadCrlPage(const InitString& parameters) {
     CrlPage page;
     page.first = parameters.GetUnsigned(L"CRL_FIRST", 0, kMost, page.first);
     page.count = parameters.GetUnsigned(L"CRL_COUNT", 0, kMost, page.count);
-    if (const std::wstring* serial = parameters.Find(L"CRL_SERIAL")) {
+    if (const std::wstring* serial = parameters.Find(kSerial)) {
         page.serial = ReadSerial(*serial);
     }
     return page;

@@ -24,7 +24,8 @@ struct CrlPage {
 
 /// The page that a call's parameters ask for: CRL_FIRST, CRL_COUNT (decimal), CRL_SERIAL
 /// (hexadecimal digits, blanks and colons between them allowed).
-/// Throws ca::Exception 16268 for a value that is no such number.
+/// Throws ca::Exception 16268, with a message that names the item, for a value that is no such
+/// number.
 CrlPage ReadCrlPage(const InitString& parameters);
 
 /// True for octets that begin with the frame of a certificate revocation list: a signed SEQUENCE
