@@ -8,7 +8,8 @@ namespace {
 constexpr std::size_t kBlockOctets = 64;
 constexpr std::size_t kLengthOctets = 8;
 
-std::uint32_t Octet(wchar_t c) {
+template <class Char>
+std::uint32_t Octet(Char c) {
     return static_cast<std::uint32_t>(c) & 0xFF;
 }
 
@@ -62,7 +63,8 @@ void SHA1::R4(Block& block, State& state, std::size_t i) {
     Turn(state, Parity(state[1], state[2], state[3]) + 0xCA62C1D6 + blk(block, i));
 }
 
-SHA1::Block SHA1::buffer_to_block(const wchar_t* octets) {
+template <class Char>
+SHA1::Block SHA1::buffer_to_block(const Char* octets) {
     Block block;
     for (std::size_t i = 0; i < block.size(); ++i, octets += 4) {
         block[i] = Octet(octets[0]) << 24 | Octet(octets[1]) << 16 | Octet(octets[2]) << 8 |
@@ -71,19 +73,20 @@ SHA1::Block SHA1::buffer_to_block(const wchar_t* octets) {
     return block;
 }
 
-void SHA1::Transform(Block block) {
-    struct Family {
-        void (*round)(Block&, State&, std::size_t);
-        std::size_t end;
-    };
-    static constexpr Family kFamilies[] = {{R0, 16}, {R1, 20}, {R2, 40}, {R3, 60}, {R4, 80}};
-    State state = m_digest;
-    std::size_t i = 0;
-    for (const Family& family : kFamilies) {
-        for (; i < family.end; ++i) {
-            family.round(block, state, i);
-        }
+template <auto Round>
+void SHA1::Rounds(Block& block, State& state, std::size_t first, std::size_t end) {
+    for (std::size_t i = first; i < end; ++i) {
+        Round(block, state, i);
     }
+}
+
+void SHA1::Transform(Block block) {
+    State state = m_digest;
+    Rounds<R0>(block, state, 0, 16);
+    Rounds<R1>(block, state, 16, 20);
+    Rounds<R2>(block, state, 20, 40);
+    Rounds<R3>(block, state, 40, 60);
+    Rounds<R4>(block, state, 60, 80);
     for (std::size_t word = 0; word < state.size(); ++word) {
         m_digest[word] += state[word];
     }
@@ -95,7 +98,8 @@ void SHA1::Reset() {
     m_buffer.clear();
 }
 
-void SHA1::Feed(const wchar_t* octets, std::size_t count) {
+template <class Char>
+void SHA1::Feed(const Char* octets, std::size_t count) {
     m_octets += count;
     while (count != 0) {
         if (m_buffer.empty() && count >= kBlockOctets) {
@@ -105,7 +109,7 @@ void SHA1::Feed(const wchar_t* octets, std::size_t count) {
             continue;
         }
         const std::size_t taken = std::min(count, kBlockOctets - m_buffer.size());
-        m_buffer.append(octets, taken);
+        m_buffer.append(octets, octets + taken);
         octets += taken;
         count -= taken;
         if (m_buffer.size() == kBlockOctets) {
@@ -117,6 +121,10 @@ void SHA1::Feed(const wchar_t* octets, std::size_t count) {
 
 void SHA1::Update(const std::wstring& text) {
     Feed(text.data(), text.size());
+}
+
+void SHA1::Update(std::span<const unsigned char> octets) {
+    Feed(octets.data(), octets.size());
 }
 
 void SHA1::Update(std::wistream& stream) {
@@ -138,6 +146,7 @@ std::wstring SHA1::Final() {
     Feed(padding.data(), padding.size());
 
     std::wstring text;
+    text.reserve(m_digest.size() * 8);
     for (const std::uint32_t word : m_digest) {
         for (int shift = 28; shift >= 0; shift -= 4) {
             text += L"0123456789abcdef"[word >> shift & 0xF];

@@ -4,16 +4,18 @@
 #include <cstddef>
 #include <cstdint>
 #include <istream>
+#include <span>
 #include <string>
 
-/// SHA-1 (FIPS 180-4) of octets that travel as wide characters, one octet each: only the low eight
-/// bits of a character count. An object serves one digest at a time and one thread.
+/// SHA-1 (FIPS 180-4) of octets, or of wide characters that carry one octet each: only the low
+/// eight bits of a character count. An object serves one digest at a time and one thread.
 class SHA1 {
   public:
     SHA1() { Reset(); }
 
     void Reset();
     void Update(const std::wstring& text);
+    void Update(std::span<const unsigned char> octets);
     /// Reads the stream to its end.
     void Update(std::wistream& stream);
 
@@ -36,9 +38,13 @@ class SHA1 {
     static void R2(Block& block, State& state, std::size_t i);
     static void R3(Block& block, State& state, std::size_t i);
     static void R4(Block& block, State& state, std::size_t i);
-    static Block buffer_to_block(const wchar_t* octets);
+    template <class Char>
+    static Block buffer_to_block(const Char* octets);
     void Transform(Block block);
-    void Feed(const wchar_t* octets, std::size_t count);
+    template <auto Round>
+    static void Rounds(Block& block, State& state, std::size_t first, std::size_t end);
+    template <class Char>
+    void Feed(const Char* octets, std::size_t count);
 
     State m_digest;
     std::uint64_t m_octets;  ///< fed so far, those still in the buffer included

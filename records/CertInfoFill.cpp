@@ -134,7 +134,9 @@ void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
 }
 
 std::wstring Sha1Hex(Octets octets) {
-    return SHA1().GetHash(std::wstring(octets.begin(), octets.end()));
+    SHA1 digest;
+    digest.Update(octets);
+    return digest.Final();
 }
 
 }  // namespace ca

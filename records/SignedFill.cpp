@@ -17,7 +17,9 @@ std::wstring VersionText(const CAsn1Integer* version, std::int64_t highest, std:
         AddError(error, SetZORNAMessage(kMsgUnknownVersion));
     }
     constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::max();
-    return number < 0 || number == kNone ? std::wstring() : L'V' + std::to_wstring(number + 1);
+    return number < 0 || number == kNone
+               ? std::wstring()
+               : L'V' + DecimalText(static_cast<std::uint64_t>(number) + 1);
 }
 
 TimeForms TimeOf(const CAsn1Time* time, std::wstring& error) {

@@ -131,7 +131,7 @@ std::size_t BitSize(Octets magnitude) {
 }
 
 std::wstring BitsText(std::size_t bits) {
-    return std::to_wstring(bits) + L' ' + SetZORNAMessage(kMsgBit);
+    return ca::DecimalText(bits) + L' ' + SetZORNAMessage(kMsgBit);
 }
 
 // A SEQUENCE { modulus INTEGER, publicExponent INTEGER } (RFC 8017 A.1.1) inside the key's bits.
@@ -146,7 +146,7 @@ void DescribeRsa(const CAsn1Element& bitString, ca::PublicKeyForms& forms) {
     }
     std::uint32_t small = 0;
     forms.params = BitsText(BitSize(modulus)) + L", " + SetZORNAMessage(kMsgExponent) + L' ' +
-                   (ca::ReadSmallInteger(exponent, small) ? std::to_wstring(small)
+                   (ca::ReadSmallInteger(exponent, small) ? ca::DecimalText(small)
                                                           : ca::Hex(exponent.content));
 }
 

@@ -17,7 +17,7 @@ using ca::Octets;
 // which readers must find by name in every form.
 struct X500Row {
     std::wstring_view dotted;
-    const wchar_t* keyword;
+    std::wstring_view keyword;
 };
 constexpr X500Row kX500Keywords[] = {
     {L"2.5.4.3", L"CN"},
@@ -39,97 +39,125 @@ constexpr X500Row kX500Keywords[] = {
 struct Attribute {
     CAsn1Element value;
     const ca::OidInfo* info;  // null for a type without a name
-    std::wstring dotted;
-    std::wstring shown;  // the value with hidden characters made visible
+    std::wstring ownDotted;   // of such a type
+    std::wstring text;        // "" when the value is none
+    std::wstring escaped;     // the value with what is hidden made visible, where that differs
     bool startsRdn;
+
+    std::wstring_view Dotted() const {
+        return info != nullptr ? std::wstring_view(info->dotted) : ownDotted;
+    }
+    const std::wstring& Shown() const { return escaped.empty() ? text : escaped; }
 };
 
-std::wstring ShortName(const Attribute& attribute) {
+// Appends a text, its special characters by escape(index), all between them as it stands.
+template <class IsSpecial, class Escape>
+void AppendEscaped(std::wstring& out, std::wstring_view text, IsSpecial isSpecial, Escape escape) {
+    std::size_t from = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (isSpecial(text[i])) {
+            out += text.substr(from, i - from);
+            escape(i);
+            from = i + 1;
+        }
+    }
+    out += text.substr(from);
+}
+
+void AppendShortName(std::wstring& out, const Attribute& attribute) {
     if (attribute.info == nullptr) {
-        return attribute.dotted;
+        out += attribute.ownDotted;
+        return;
     }
     const std::string_view name = attribute.info->shortName;
-    return {name.begin(), name.end()};
+    out.append(name.begin(), name.end());
 }
 
 void AppendQuoted(std::wstring& out, const std::wstring& value) {
-    const bool needsQuotes = value.find_first_of(L",+\"") != std::wstring::npos ||
-                             value.starts_with(L' ') || value.ends_with(L' ');
+    const auto isSpecial = [](wchar_t c) { return c == L',' || c == L'+' || c == L'"'; };
+    const bool needsQuotes =
+        value.starts_with(L' ') || value.ends_with(L' ') || std::ranges::any_of(value, isSpecial);
     if (!needsQuotes) {
         out += value;
         return;
     }
     out += L'"';
-    for (const wchar_t c : value) {
-        out.append(c == L'"' ? 2 : 1, c);
-    }
+    AppendEscaped(
+        out, value, [](wchar_t c) { return c == L'"'; }, [&out](std::size_t) { out += L"\"\""; });
     out += L'"';
-}
-
-void AppendTagValue(std::wstring& out, const std::wstring& value) {
-    for (const wchar_t c : value) {
-        if (c == L'\\' || c == L';' || c == L'=') {
-            out += L'\\';
-        }
-        out += c;
-    }
 }
 
 // A line end has its own escape in the tag list; every other hidden character is shown as \uXXXX,
 // whose backslash is not one of the value's.
 void AppendTagText(std::wstring& out, const Attribute& attribute) {
     if (!ca::IsText(attribute.value)) {
-        AppendTagValue(out, attribute.shown);
+        out += attribute.escaped;
         return;
     }
-    const std::wstring text = ca::TextOf(attribute.value);
-    for (const wchar_t c : std::wstring_view(text).substr(0, ca::kMaxValueText)) {
-        if (c == L'\n') {
-            out += L"\\n";
-        } else if (ca::IsHiddenCharacter(c)) {
-            ca::AppendVisible(out, {&c, 1});
-        } else {
-            AppendTagValue(out, std::wstring(1, c));
-        }
-    }
+    const auto text = std::wstring_view(attribute.text).substr(0, ca::kMaxValueText);
+    AppendEscaped(
+        out, text,
+        [](wchar_t c) { return c == L'\\' || c == L';' || c == L'=' || ca::IsHiddenCharacter(c); },
+        [&out, text](std::size_t i) {
+            if (text[i] == L'\n') {
+                out += L"\\n";
+            } else if (ca::IsHiddenCharacter(text[i])) {
+                ca::AppendVisible(out, text.substr(i, 1));
+            } else {
+                out += L'\\';
+                out += text[i];
+            }
+        });
 }
 
 // RFC 4514 2.4: backslash before the special characters, hexadecimal pairs of the UTF-8 octets for
 // what would not show.
 void AppendX500Text(std::wstring& out, std::wstring_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto isSpecial = [](wchar_t c) {
+        switch (c) {
+            case L'"':
+            case L'+':
+            case L',':
+            case L';':
+            case L'<':
+            case L'>':
+            case L'\\':
+            case L' ':
+            case L'#':
+                return true;
+            default:
+                return ca::IsHiddenCharacter(c);
+        }
+    };
+    AppendEscaped(out, text, isSpecial, [&out, text](std::size_t i) {
         const wchar_t c = text[i];
-        const bool isOuterBlank = c == L' ' && (i == 0 || i + 1 == text.size());
         if (ca::IsHiddenCharacter(c)) {
             for (const char octet : ca::u16u8(std::wstring(1, c))) {
                 const auto value = static_cast<unsigned char>(octet);
                 out += L'\\';
                 ca::AppendHex(out, {&value, 1});
             }
-            continue;
+            return;
         }
-        if (isOuterBlank || (c == L'#' && i == 0) ||
-            std::wstring_view(L"\"+,;<>\\").find(c) != std::wstring_view::npos) {
+        const bool isInner = i != 0 && i + 1 != text.size();
+        if (!(c == L' ' && isInner) && !(c == L'#' && i != 0)) {
             out += L'\\';
         }
         out += c;
-    }
+    });
 }
 
 void AppendX500(std::wstring& out, const Attribute& attribute) {
-    const auto* row = std::find_if(
-        std::begin(kX500Keywords), std::end(kX500Keywords),
-        [&](const X500Row& candidate) { return candidate.dotted == attribute.dotted; });
-    if (row == std::end(kX500Keywords) || !ca::IsText(attribute.value)) {
-        out += row == std::end(kX500Keywords) ? attribute.dotted : row->keyword;
+    const auto* row = std::ranges::find(kX500Keywords, attribute.Dotted(), &X500Row::dotted);
+    const bool isKnown = row != std::end(kX500Keywords);
+    out += isKnown ? row->keyword : attribute.Dotted();
+    if (!isKnown || !ca::IsText(attribute.value)) {
         out += L"=#";
         ca::AppendHex(out, attribute.value.raw);
         return;
     }
-    out += row->keyword;
     out += L'=';
-    const std::wstring text = ca::TextOf(attribute.value);
-    AppendX500Text(out, std::wstring_view(text).substr(0, ca::kMaxValueText));
+    AppendX500Text(out, std::wstring_view(attribute.text).substr(0, ca::kMaxValueText));
 }
 
 struct Collected {
@@ -137,6 +165,23 @@ struct Collected {
     std::size_t hidden = 0;             // how many more there are
     bool isWhole = true;                // nothing in the name is no attribute
 };
+
+Attribute ReadAttribute(Octets type, const CAsn1Element& value, bool startsRdn) {
+    Attribute attribute{value, ca::FindOid(type), {}, {}, {}, startsRdn};
+    if (attribute.info == nullptr) {
+        attribute.ownDotted = ca::OidText(type);
+    }
+    if (!ca::IsText(value)) {
+        attribute.escaped = ca::ValueText(value);
+        return attribute;
+    }
+    attribute.text = ca::TextOf(value);
+    if (attribute.text.size() > ca::kMaxValueText ||
+        std::ranges::any_of(attribute.text, ca::IsHiddenCharacter)) {
+        attribute.escaped = ca::Visible(attribute.text);
+    }
+    return attribute;
+}
 
 // The attributes of one SET OF SEQUENCE { type, value }.
 void CollectRdn(const CAsn1Element& rdn, Collected& found) {
@@ -157,9 +202,7 @@ void CollectRdn(const CAsn1Element& rdn, Collected& found) {
             ++found.hidden;
             continue;
         }
-        const ca::OidInfo* info = ca::FindOid(type);
-        found.attributes.push_back({value, info, info != nullptr ? info->dotted : ca::OidText(type),
-                                    ca::ValueText(value), startsRdn});
+        found.attributes.push_back(ReadAttribute(type, value, startsRdn));
         startsRdn = false;
     }
 }
@@ -179,13 +222,24 @@ Collected CollectAttributes(const CAsn1Element& name) {
     return found;
 }
 
-void AppendReadable(std::wstring& out, const Attribute& attribute, const std::wstring& type) {
+void AppendJoint(std::wstring& out, const Attribute& attribute) {
     if (!out.empty()) {
         out += attribute.startsRdn ? L", " : L" + ";
     }
-    out += type;
+}
+
+void AppendReadable(std::wstring& out, const Attribute& attribute) {
+    AppendJoint(out, attribute);
+    AppendShortName(out, attribute);
     out += L'=';
-    AppendQuoted(out, attribute.shown);
+    AppendQuoted(out, attribute.Shown());
+}
+
+void AppendOid(std::wstring& out, const Attribute& attribute) {
+    AppendJoint(out, attribute);
+    out += attribute.Dotted();
+    out += L'=';
+    AppendQuoted(out, attribute.Shown());
 }
 
 std::wstring ReadableText(const Collected& found) {
@@ -195,7 +249,7 @@ std::wstring ReadableText(const Collected& found) {
             text += L"\u2026";
             break;
         }
-        AppendReadable(text, attribute, ShortName(attribute));
+        AppendReadable(text, attribute);
     }
     return text;
 }
@@ -237,10 +291,9 @@ NameForms DescribeName(const CAsn1Element& name) {
         forms.error = SetZORNAMessage(kMsgNameUnreadable);
     }
     for (const Attribute& attribute : found.attributes) {
-        const std::wstring shortName = ShortName(attribute);
-        AppendReadable(forms.readable, attribute, shortName);
-        AppendReadable(forms.oid, attribute, attribute.dotted);
-        forms.tags += shortName;
+        AppendReadable(forms.readable, attribute);
+        AppendOid(forms.oid, attribute);
+        AppendShortName(forms.tags, attribute);
         forms.tags += L'=';
         AppendTagText(forms.tags, attribute);
         forms.tags += L';';

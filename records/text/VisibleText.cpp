@@ -105,15 +105,18 @@ bool IsHiddenCharacter(wchar_t c) noexcept {
 
 void AppendVisible(std::wstring& out, std::wstring_view text) {
     const bool isCut = text.size() > kMaxValueText;
-    for (const wchar_t c : text.substr(0, kMaxValueText)) {
-        if (!IsHiddenCharacter(c)) {
-            out += c;
-            continue;
+    text = text.substr(0, kMaxValueText);
+    for (;;) {
+        const auto hidden = std::ranges::find_if(text, IsHiddenCharacter);
+        out.append(text.begin(), hidden);
+        if (hidden == text.end()) {
+            break;
         }
         out += L"\\u";
         for (int shift = 12; shift >= 0; shift -= 4) {
-            out += kHexDigits[(static_cast<std::uint32_t>(c) >> shift) & 0xF];
+            out += kHexDigits[(static_cast<std::uint32_t>(*hidden) >> shift) & 0xF];
         }
+        text = {hidden + 1, text.end()};
     }
     if (isCut) {
         out += kCut;
@@ -128,10 +131,11 @@ std::wstring Visible(std::wstring_view text) {
 
 void AppendHex(std::wstring& out, Octets octets) {
     const Octets shown = octets.first(std::min(octets.size(), kMaxValueText / 2));
-    out.reserve(out.size() + 2 * shown.size());
+    std::size_t place = out.size();
+    out.resize(place + 2 * shown.size());
     for (const unsigned char octet : shown) {
-        out += kHexDigits[octet >> 4];
-        out += kHexDigits[octet & 0xF];
+        out[place++] = kHexDigits[octet >> 4];
+        out[place++] = kHexDigits[octet & 0xF];
     }
     if (shown.size() < octets.size()) {
         out += kCut;
@@ -142,6 +146,11 @@ std::wstring Hex(Octets octets) {
     std::wstring out;
     AppendHex(out, octets);
     return out;
+}
+
+std::wstring DecimalText(std::uint64_t number) {
+    const std::string digits = std::to_string(number);
+    return {digits.begin(), digits.end()};
 }
 
 bool IsText(const CAsn1Element& element) noexcept {

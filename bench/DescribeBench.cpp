@@ -1,0 +1,137 @@
+// Describing certificates end to end, DER in and text out: whole requests through the entry points,
+// whose answers are JSON with every form of every field, beside the peers' import and full print.
+// Over the certificate authorities that the system trusts; one item is one certificate.
+
+#include "module/mod_foo.h"
+
+#include <benchmark/benchmark.h>
+#include <openssl/bio.h>
+#include <openssl/pem.h>
+#include <openssl/x509.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <gnutls/gnutls.h>
+#include <gnutls/x509.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr const char* kFolder = "/usr/share/ca-certificates";
+
+template <auto Free>
+struct Freer {
+    template <class T>
+    void operator()(T* object) const {
+        Free(object);
+    }
+};
+using BioPtr = std::unique_ptr<BIO, Freer<BIO_free>>;
+using X509Ptr = std::unique_ptr<X509, Freer<X509_free>>;
+
+std::string ReadDer(const std::string& path) {
+    const BioPtr file(BIO_new_file(path.c_str(), "r"));
+    const X509Ptr certificate(PEM_read_bio_X509(file.get(), nullptr, nullptr, nullptr));
+    unsigned char* der = nullptr;
+    const int size = certificate != nullptr ? i2d_X509(certificate.get(), &der) : 0;
+    std::string text(reinterpret_cast<const char*>(der), static_cast<std::size_t>(size));
+    OPENSSL_free(der);
+    return text;
+}
+
+const std::vector<std::string>& Certificates() {
+    static const std::vector<std::string> certificates = [] {
+        std::vector<std::string> list;
+        std::error_code none;
+        for (const auto& file : std::filesystem::recursive_directory_iterator(kFolder, none)) {
+            if (file.path().extension() == ".crt") {
+                list.push_back(ReadDer(file.path().string()));
+            }
+        }
+        return list;
+    }();
+    return certificates;
+}
+
+// One module for all benchmarks; the configuration of the machine is left alone.
+void* Module() {
+    static void* const module = [] {
+        ::setenv("MOD_FOO_CONFIG", "/dev/null", /*overwrite=*/1);
+        return CM_Init(1, [](const wchar_t* line, bool) { return line != nullptr; });
+    }();
+    return module;
+}
+
+// Octets of the answer, 0 when it is a failure.
+std::size_t DescribeByModule(const std::string& der) {
+    std::string request = R"({"mode":22,"fileDataSize":)" + std::to_string(der.size()) + "}";
+    request += '\0';
+    request += der;
+    CMPacket packet{};
+    packet.request = request.data();
+    packet.requestLength = static_cast<std::uint32_t>(request.size());
+    packet.interactive = true;
+    CM_ProcessClientRequest(Module(), &packet);
+    const bool isGood = packet.response != nullptr && std::strstr(packet.response, "certInfo\":");
+    std::free(packet.response);
+    return isGood ? packet.responseSize : 0;
+}
+
+std::size_t DescribeByGnutls(const std::string& der) {
+    gnutls_datum_t octets{};
+    octets.data = reinterpret_cast<unsigned char*>(const_cast<char*>(der.data()));
+    octets.size = static_cast<unsigned>(der.size());
+    gnutls_x509_crt_t certificate = nullptr;
+    gnutls_x509_crt_init(&certificate);
+    gnutls_datum_t text{};
+    if (gnutls_x509_crt_import(certificate, &octets, GNUTLS_X509_FMT_DER) >= 0) {
+        gnutls_x509_crt_print(certificate, GNUTLS_CRT_PRINT_FULL, &text);
+    }
+    gnutls_x509_crt_deinit(certificate);
+    gnutls_free(text.data);
+    return text.size;
+}
+
+std::size_t DescribeByOpenssl(const std::string& der) {
+    const auto* octets = reinterpret_cast<const unsigned char*>(der.data());
+    const X509Ptr certificate(d2i_X509(nullptr, &octets, static_cast<long>(der.size())));
+    const BioPtr memory(BIO_new(BIO_s_mem()));
+    if (certificate == nullptr || X509_print(memory.get(), certificate.get()) != 1) {
+        return 0;
+    }
+    return BIO_ctrl_pending(memory.get());
+}
+
+template <std::size_t (*Describe)(const std::string&)>
+void DescribeAll(benchmark::State& state) {
+    if (Certificates().empty()) {
+        state.SkipWithError("no certificates on this system");
+        return;
+    }
+    std::size_t octets = 0;
+    for (auto _ : state) {
+        for (const std::string& der : Certificates()) {
+            const std::size_t size = Describe(der);
+            if (size == 0) {
+                state.SkipWithError("not described");
+                return;
+            }
+            octets += size;
+        }
+    }
+    const auto items = static_cast<std::int64_t>(Certificates().size() * state.iterations());
+    state.SetItemsProcessed(items);
+    state.counters["per_certificate"] = benchmark::Counter(
+        static_cast<double>(items), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["text"] = static_cast<double>(octets) / static_cast<double>(items);
+}
+
+}  // namespace
+
+BENCHMARK_TEMPLATE(DescribeAll, DescribeByModule)->Name("Describe/module");
+BENCHMARK_TEMPLATE(DescribeAll, DescribeByGnutls)->Name("Describe/GnuTLS");
+BENCHMARK_TEMPLATE(DescribeAll, DescribeByOpenssl)->Name("Describe/OpenSSL");
