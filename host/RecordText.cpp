@@ -20,6 +20,7 @@ constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kMaxDepth = 40;
+constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is folded, not cut
 
 enum class Shown : std::uint8_t { kShown, kHidden, kRows };
 
@@ -257,7 +258,7 @@ class RecordWriter {
     // Writes one line, folded at blanks where there are some; the rest keeps its indentation.
     void Fold(std::wstring_view line, std::size_t column) {
         const std::size_t room = std::max(m_width - std::min(m_width, column), kLeastColumns);
-        if (line.size() > room && IsHex(line)) {
+        if (line.size() > std::max(room, kWholeDigits) && IsHex(line)) {
             const std::wstring note =
                 L"... (" + std::to_wstring(line.size() / 2) + (m_russian ? L" байт)" : L" octets)");
             Put(std::wstring(line.substr(0, room - std::min(room, note.size()))) + note);

@@ -14,7 +14,7 @@ struct RecordTextOptions {
 
 /// The records of an answer as indented text, UTF-8: a line for each member with its label, values
 /// aligned and folded; extensions with their texts. Other forms of what is shown and octets are
-/// left out, hexadecimal numbers that do not fit into a line are cut. Nothing in the text steers a
+/// left out, hexadecimal numbers longer than any digest are cut to the line. Nothing in the text steers a
 /// terminal, whatever the answer holds. Without a line feed at the end.
 /// \param answer  the JSON text of a proper answer.
 /// Records nested deeper than any provider nests them are left out.

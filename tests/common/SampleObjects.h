@@ -1,0 +1,32 @@
+#pragma once
+
+// A self-signed certificate and a revocation list of it, made for the tests: an elliptic curve key,
+// a Cyrillic name with a comma in it, from 2026 to 2054.
+
+// clang-format off
+inline constexpr char kSampleCertificate[] =
+    "-----BEGIN CERTIFICATE-----\n"
+    "MIICPDCCAeKgAwIBAgIFAIChssMwCgYIKoZIzj0EAwIwTjELMAkGA1UEBhMCUlUx\n"
+    "HzAdBgNVBAoMFtCg0L7QvNCw0YjQutCwLCDQntCe0J4xHjAcBgNVBAMMFdCY0LLQ\n"
+    "sNC90L7QsiDQmNCy0LDQvTAgFw0yNjExMjEwNjA2NTdaGA8yMDU0MDQwODA2MDY1\n"
+    "N1owTjELMAkGA1UEBhMCUlUxHzAdBgNVBAoMFtCg0L7QvNCw0YjQutCwLCDQntCe\n"
+    "0J4xHjAcBgNVBAMMFdCY0LLQsNC90L7QsiDQmNCy0LDQvTBZMBMGByqGSM49AgEG\n"
+    "CCqGSM49AwEHA0IABFlIwkiDxmpqaocWcmsm+1HYW1h9ErB55tQykVTdO/emv2Uo\n"
+    "ATUH2VS+qAdnSeWNWFbFtnb6pE2laTfG8by6F1CjgaowgacwEgYDVR0TAQH/BAgw\n"
+    "BgEB/wIBADAOBgNVHQ8BAf8EBAMCAQYwNgYDVR0RBC8wLYIJYS5leGFtcGxlgQ5p\n"
+    "dmFuQGEuZXhhbXBsZYcQIAENuAAAAAAAAAAAAAAAATAqBgNVHR8EIzAhMB+gHaAb\n"
+    "hhlodHRwOi8vYS5leGFtcGxlL2xpc3QuY3JsMB0GA1UdDgQWBBTwk38ONfw0ck22\n"
+    "1d6pQ6+z2dPChzAKBggqhkjOPQQDAgNIADBFAiEAyyntbIc+RexPGt+hdE4bDwOQ\n"
+    "bu68CPK06YnBhfCoF20CIHNmJ1+JH2kIMIMguoNAIUOhTG6DHgt1bBggUaFY6PX9\n"
+    "-----END CERTIFICATE-----\n";
+
+inline constexpr char kSampleCrl[] =
+    "-----BEGIN X509 CRL-----\n"
+    "MIIBDjCBtAIBATAKBggqhkjOPQQDAjBOMQswCQYDVQQGEwJSVTEfMB0GA1UECgwW\n"
+    "0KDQvtC80LDRiNC60LAsINCe0J7QnjEeMBwGA1UEAwwV0JjQstCw0L3QvtCyINCY\n"
+    "0LLQsNC9Fw0yNjExMjEwNjA2NTdaGA8yMDUxMDcxMzA2MDY1N1owIzAhAgIKGxcN\n"
+    "MjYwMTAxMDAwMDAwWjAMMAoGA1UdFQQDCgEBoA4wDDAKBgNVHRQEAwIBATAKBggq\n"
+    "hkjOPQQDAgNJADBGAiEA3JO7R9s5XEouaXsKdJlhviKFFgufGTxsD6OAf3uUhfwC\n"
+    "IQCZvecXa4PlbVFa+D+UY706wdKrjJ3E5xOim9qNTEFpmQ==\n"
+    "-----END X509 CRL-----\n";
+// clang-format on

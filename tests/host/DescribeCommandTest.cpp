@@ -1,0 +1,144 @@
+// `cmhost describe` as its users run it.
+
+#include "tests/common/SampleObjects.h"
+#include "tests/host/HostProcess.h"
+
+#include <gmock/gmock.h>
+#include <rapidjson/document.h>
+
+#include <sstream>
+#include <sys/stat.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+// Characters of UTF-8 text.
+std::size_t Characters(const std::string& utf8) {
+    std::size_t count = 0;
+    for (const char c : utf8) {
+        count += (static_cast<unsigned char>(c) & 0xC0U) != 0x80U ? 1 : 0;
+    }
+    return count;
+}
+
+class DescribeCommandTest : public HostProcessTest {
+  protected:
+    // b.pem, a folder a/ with a list, a letter and links that lead nowhere or back.
+    void WriteArchive() {
+        namespace fs = std::filesystem;
+        fs::create_directories(m_directory.File("archive/a/deep"));
+        m_directory.Write("archive/b.pem", kSampleCertificate);
+        m_directory.Write("archive/a/deep/list.crl", kSampleCrl);
+        m_directory.Write("archive/a/letter.txt", "Dear Ivan,\n");
+        m_directory.Write("archive/a/empty", "");
+        fs::create_directory_symlink("..", m_directory.File("archive/a/circle"));
+        fs::create_symlink("nowhere", m_directory.File("archive/a/broken"));
+        ASSERT_EQ(0, ::mkfifo(m_directory.File("archive/a/pipe").c_str(), 0600));
+    }
+};
+
+TEST_F(DescribeCommandTest, LaysRecordsOutForPeople) {
+    m_directory.Write("c.pem", kSampleCertificate);
+    m_directory.Write("l.pem", kSampleCrl);
+    const HostResult english = Run({"describe", "c.pem", "--language", "en"});
+    EXPECT_EQ(0, english.exitCode);
+    EXPECT_EQ("", english.err);
+    for (const char* fragment :
+         {"c.pem: certificate\n", "\n  Serial number:       80a1b2c3\n",
+          "\n  Subject:             C=RU, O=\"Ромашка, ООО\", CN=Иванов Иван\n",
+          "\n  Extensions:\n    Basic constraints (2.5.29.19), critical\n      CA: yes\n      "
+          "Path"}) {
+        EXPECT_THAT(english.out, HasSubstr(fragment));
+    }
+    EXPECT_THAT(english.out, Not(HasSubstr("RawData")));
+
+    const HostResult russian = Run({"describe", "c.pem", "l.pem", "--language", "ru"});
+    EXPECT_EQ(0, russian.exitCode);
+    for (const char* fragment : {"c.pem: сертификат\n", "\n  Серийный номер:       80a1b2c3\n",
+                                 "l.pem: список отозванных сертификатов\n",
+                                 "\n  Отозванные сертификаты:\n    0a1b  01.01.2026 "}) {
+        EXPECT_THAT(russian.out, HasSubstr(fragment));
+    }
+    EXPECT_THAT(russian.err, HasSubstr("2 of 2 files described"));
+}
+
+TEST_F(DescribeCommandTest, FoldsLinesToTheWidth) {
+    m_directory.Write("c.pem", kSampleCertificate);
+    const HostResult result = Run({"describe", "c.pem", "--language", "en", "--width", "50"});
+    for (const std::string& line : Lines(result.out)) {
+        EXPECT_LE(Characters(line), 50U) << line;
+    }
+    EXPECT_THAT(result.out, HasSubstr("... (65 octets)"));
+    EXPECT_THAT(result.out, HasSubstr("C=RU, O=\"Ромашка, ООО\",\n                       CN="));
+}
+
+TEST_F(DescribeCommandTest, ReadsTheStandardInputAndShowsAnswers) {
+    const HostResult result = Run({"describe", "--json", "-", "--language", "en"},
+                                  std::string("text in front\n") + kSampleCertificate);
+    EXPECT_EQ(0, result.exitCode);
+    rapidjson::Document answer;
+    answer.Parse(result.out.c_str());
+    ASSERT_TRUE(answer.IsObject());
+    EXPECT_STREQ("80a1b2c3", answer["certInfo"]["Serial"].GetString());
+
+    const HostResult letter = Run({"describe", "-", "--language", "en"}, "Dear Ivan,\n");
+    EXPECT_EQ(1, letter.exitCode);
+    EXPECT_THAT(letter.out, HasSubstr("-: not described: "));
+    EXPECT_THAT(letter.out, HasSubstr("(16113)"));
+}
+
+TEST_F(DescribeCommandTest, WalksFoldersInOrderAndCountsWhatIsNotDescribed) {
+    WriteArchive();
+    const HostResult result = Run({"describe", "--ndjson", "archive", "--language", "en"});
+    EXPECT_EQ(1, result.exitCode);
+    std::vector<std::string> summary;
+    for (const std::string& line : Lines(result.out)) {
+        rapidjson::Document row;
+        row.Parse(line.c_str());
+        ASSERT_TRUE(row.IsObject()) << line;
+        std::string text = row["file"].GetString();
+        if (row.HasMember("kind")) {
+            EXPECT_EQ(0U, row["answer"]["errorCode"].GetUint());
+            text += std::string(" ") + row["kind"].GetString();
+        } else {
+            EXPECT_STRNE("", row["error"].GetString());
+            text += row.HasMember("errorCode") ? " refused" : " unreadable";
+        }
+        summary.push_back(text);
+    }
+    EXPECT_THAT(summary, ElementsAre("archive/a/broken unreadable", "archive/a/deep/list.crl crl",
+                                     "archive/a/empty refused", "archive/a/letter.txt refused",
+                                     "archive/b.pem certificate"));
+    EXPECT_THAT(result.err, HasSubstr("2 of 5 files described"));
+    EXPECT_THAT(result.err, HasSubstr("1 not: No such file"));
+    EXPECT_THAT(result.err, HasSubstr("1 not: 16113 "));
+
+    const HostResult threads =
+        Run({"describe", "--ndjson", "archive", "--language", "en", "--threads", "4"});
+    EXPECT_EQ(result.out, threads.out);
+    EXPECT_EQ(result.err, threads.err);
+    EXPECT_EQ(2, Run({"describe", "--ndjson", "--json", "archive"}).exitCode);
+}
+
+TEST_F(DescribeCommandTest, LivesThroughAProviderOfNonsense) {
+    m_directory.Write("c.pem", kSampleCertificate);
+    for (const char* form : {"--width=80", "--json", "--ndjson"}) {
+        const HostResult result =
+            Run({"describe", "--module", MOD_FOO_FAKE_MODULE, "c.pem", form, "--language", "en"});
+        EXPECT_EQ(1, result.exitCode) << form << result.err;
+    }
+}
+
+}  // namespace
