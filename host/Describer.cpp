@@ -133,6 +133,24 @@ std::string CDescriber::DescribeFile(const ListedFile& file) {
     return Write(file.path, outcome);
 }
 
+CDescriber::Outcome CDescriber::Judge(Description asked, CAnswer answer) {
+    AnswerLook look;
+    static_cast<void>(ReadJsonEvents(answer.GetText(), look));
+    Outcome outcome;
+    outcome.kind = asked == Description::kEnvelope ? &kEnvelope : look.kind;
+    outcome.errorCode = answer.GetErrorCode();
+    if (!answer.IsGood()) {
+        outcome.fault = answer.GetFault().empty() ? look.message : answer.GetFault();
+        if (outcome.fault.empty()) {
+            outcome.fault = "the module gives no reason";
+        }
+    } else if (look.kind == &kUnknownKind) {
+        outcome.fault = "the answer describes nothing";
+    }
+    outcome.answer.emplace(std::move(answer));
+    return outcome;
+}
+
 // The first good answer; when there is none, what the likeliest operation says.
 CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
     Outcome outcome;
@@ -148,17 +166,11 @@ CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
             CRequestBuilder builder;
             builder.Set("mode", std::to_string(ModeOf(each)));
             CRequest request{.octets = builder.Build(&payload, PayloadForm::kBinary)};
-            CAnswer answer = m_module.Ask(request);
-            AnswerLook look;
-            static_cast<void>(ReadJsonEvents(answer.GetText(), look));
-            if (answer.IsGood() || !outcome.answer) {
-                outcome.kind = each == Description::kEnvelope ? &kEnvelope : look.kind;
-                outcome.fault = answer.GetFault().empty() ? look.message : answer.GetFault();
-                outcome.errorCode = answer.GetErrorCode();
-                outcome.answer.emplace(std::move(answer));
+            Outcome next = Judge(each, m_module.Ask(request));
+            if (next.IsGood() || !outcome.answer) {
+                outcome = std::move(next);
             }
-            if (outcome.answer->IsGood()) {
-                outcome.fault.clear();
+            if (outcome.IsGood()) {
                 break;
             }
         }

@@ -48,6 +48,7 @@ class CDescriber {
     bool Next(const std::vector<ListedFile>& files, std::size_t& number);
     std::string DescribeFile(const ListedFile& file);
     Outcome Ask(const ListedFile& file) const;
+    static Outcome Judge(Description asked, CAnswer answer);
     std::string Write(const std::string& path, const Outcome& outcome) const;
 
     const CModule& m_module;

@@ -77,10 +77,12 @@ void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
 namespace ca {
 
 bool LooksLikeCertificate(Octets octets) {
-    const CAsn1Element tbs = Child(FirstElement(octets), 0);
+    const CAsn1Element certificate = FirstElement(octets);
+    const CAsn1Element tbs = Child(certificate, 0);
     // version [0] or, left out, the serial number; four SEQUENCEs follow the serial.
     const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
-    if (tbs.tag != kAsn1Sequence || Child(tbs, serial).tag != kAsn1Integer) {
+    if (certificate.tag != kAsn1Sequence || tbs.tag != kAsn1Sequence ||
+        Child(tbs, serial).tag != kAsn1Integer) {
         return false;
     }
     for (std::size_t member = 1; member <= 5; ++member) {

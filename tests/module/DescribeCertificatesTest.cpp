@@ -92,7 +92,7 @@ std::string SerialOf(X509* certificate) {
     char* const text = BN_bn2hex(number.get());
     const std::string hex = Lower(text);
     OPENSSL_free(text);
-    return hex;
+    return hex == "0" ? "00" : hex;
 }
 
 std::string DottedOf(const ASN1_OBJECT* object) {
