@@ -1,32 +1,32 @@
 #pragma once
 
 // A self-signed certificate and a revocation list of it, made for the tests: an elliptic curve key,
-// a Cyrillic name with a comma in it, from 2026 to 2054.
+// a Cyrillic name with a comma in it, from 2020 to 2054.
 
 // clang-format off
 inline constexpr char kSampleCertificate[] =
     "-----BEGIN CERTIFICATE-----\n"
-    "MIICPDCCAeKgAwIBAgIFAIChssMwCgYIKoZIzj0EAwIwTjELMAkGA1UEBhMCUlUx\n"
+    "MIICOzCCAeKgAwIBAgIFAIChssMwCgYIKoZIzj0EAwIwTjELMAkGA1UEBhMCUlUx\n"
     "HzAdBgNVBAoMFtCg0L7QvNCw0YjQutCwLCDQntCe0J4xHjAcBgNVBAMMFdCY0LLQ\n"
-    "sNC90L7QsiDQmNCy0LDQvTAgFw0yNjExMjEwNjA2NTdaGA8yMDU0MDQwODA2MDY1\n"
-    "N1owTjELMAkGA1UEBhMCUlUxHzAdBgNVBAoMFtCg0L7QvNCw0YjQutCwLCDQntCe\n"
+    "sNC90L7QsiDQmNCy0LDQvTAgFw0yMDAxMDEwMDAwMDBaGA8yMDU0MDEwMTAwMDAw\n"
+    "MFowTjELMAkGA1UEBhMCUlUxHzAdBgNVBAoMFtCg0L7QvNCw0YjQutCwLCDQntCe\n"
     "0J4xHjAcBgNVBAMMFdCY0LLQsNC90L7QsiDQmNCy0LDQvTBZMBMGByqGSM49AgEG\n"
     "CCqGSM49AwEHA0IABFlIwkiDxmpqaocWcmsm+1HYW1h9ErB55tQykVTdO/emv2Uo\n"
     "ATUH2VS+qAdnSeWNWFbFtnb6pE2laTfG8by6F1CjgaowgacwEgYDVR0TAQH/BAgw\n"
     "BgEB/wIBADAOBgNVHQ8BAf8EBAMCAQYwNgYDVR0RBC8wLYIJYS5leGFtcGxlgQ5p\n"
     "dmFuQGEuZXhhbXBsZYcQIAENuAAAAAAAAAAAAAAAATAqBgNVHR8EIzAhMB+gHaAb\n"
     "hhlodHRwOi8vYS5leGFtcGxlL2xpc3QuY3JsMB0GA1UdDgQWBBTwk38ONfw0ck22\n"
-    "1d6pQ6+z2dPChzAKBggqhkjOPQQDAgNIADBFAiEAyyntbIc+RexPGt+hdE4bDwOQ\n"
-    "bu68CPK06YnBhfCoF20CIHNmJ1+JH2kIMIMguoNAIUOhTG6DHgt1bBggUaFY6PX9\n"
+    "1d6pQ6+z2dPChzAKBggqhkjOPQQDAgNHADBEAiBQlW3fnLcnUhQUwnr65UG/oTMs\n"
+    "jiTU5R307Ko6hUoU8wIgB3q7I0cRd6UYwotuhGgO7FSgyrYP9hV6e/kDNwghgN0=\n"
     "-----END CERTIFICATE-----\n";
 
 inline constexpr char kSampleCrl[] =
     "-----BEGIN X509 CRL-----\n"
     "MIIBDjCBtAIBATAKBggqhkjOPQQDAjBOMQswCQYDVQQGEwJSVTEfMB0GA1UECgwW\n"
     "0KDQvtC80LDRiNC60LAsINCe0J7QnjEeMBwGA1UEAwwV0JjQstCw0L3QvtCyINCY\n"
-    "0LLQsNC9Fw0yNjExMjEwNjA2NTdaGA8yMDUxMDcxMzA2MDY1N1owIzAhAgIKGxcN\n"
+    "0LLQsNC9Fw0yNjAxMDEwMDAwMDBaGA8yMDU0MDEwMTAwMDAwMFowIzAhAgIKGxcN\n"
     "MjYwMTAxMDAwMDAwWjAMMAoGA1UdFQQDCgEBoA4wDDAKBgNVHRQEAwIBATAKBggq\n"
-    "hkjOPQQDAgNJADBGAiEA3JO7R9s5XEouaXsKdJlhviKFFgufGTxsD6OAf3uUhfwC\n"
-    "IQCZvecXa4PlbVFa+D+UY706wdKrjJ3E5xOim9qNTEFpmQ==\n"
+    "hkjOPQQDAgNJADBGAiEA7+3BUJxwJ5SrgtWRTJsjtUZBHNS8TAh2tT2ugUfcZK0C\n"
+    "IQCw8j48/ysTeRrYiJTAK40jJIJUAfarIb8NdIV6wkr77w==\n"
     "-----END X509 CRL-----\n";
 // clang-format on
