@@ -241,6 +241,9 @@ std::wstring OidName(std::span<const unsigned char> encoded) {
 }
 
 std::wstring OidText(std::span<const unsigned char> encoded) {
+    if (const OidInfo* const row = FindOid(encoded)) {
+        return row->dotted;
+    }
     if (encoded.empty() || encoded.size() > kMaxShown || (encoded.back() & 0x80U) != 0) {
         return HexText(encoded);
     }

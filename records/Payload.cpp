@@ -139,12 +139,14 @@ std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data) {
     if (first == std::string_view::npos) {
         return items;
     }
-    if (text.find(kBegin) != std::string_view::npos && IsTextStart(inner.substr(first))) {
+    // Cheapest first: most payloads are encodings, which are not searched for lines.
+    const bool isText = IsTextStart(inner.substr(first));
+    if (isText && text.find(kBegin) != std::string_view::npos) {
         return DecodePem(inner);
     }
     if (IsBase64Text(inner)) {
         items.push_back(DecodeBody(inner, {}));
-    } else if (const std::string_view body = MimeBody(inner); !body.empty()) {
+    } else if (const std::string_view body = isText ? MimeBody(inner) : ""; !body.empty()) {
         items.push_back(DecodeBody(body, {}));
     } else {
         items.emplace_back().octets = data;

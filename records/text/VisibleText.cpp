@@ -97,12 +97,6 @@ std::wstring FromUcs4(Octets octets) {
 
 namespace ca {
 
-bool IsHiddenCharacter(wchar_t c) noexcept {
-    const auto code = static_cast<std::uint32_t>(c);
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x200E || code == 0x200F ||
-           (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-}
-
 void AppendVisible(std::wstring& out, std::wstring_view text) {
     const bool isCut = text.size() > kMaxValueText;
     text = text.substr(0, kMaxValueText);

@@ -17,7 +17,14 @@ inline constexpr std::size_t kMaxListed = 1000;
 
 /// True for characters that would not show, or would change how what stands around them is shown:
 /// controls (C0, DEL, C1) and bidirectional marks (U+200E/F, U+202A-202E, U+2066-2069).
-bool IsHiddenCharacter(wchar_t c) noexcept;
+inline bool IsHiddenCharacter(wchar_t c) noexcept {
+    const auto code = static_cast<std::uint32_t>(c);
+    if (code - 0x20 < 0x7F - 0x20) {
+        return false;
+    }
+    return code < 0xA0 || code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069);
+}
 
 /// Appends a text from outside with its hidden characters as \uXXXX, cut after kMaxValueText.
 void AppendVisible(std::wstring& out, std::wstring_view text);
