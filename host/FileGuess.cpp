@@ -138,8 +138,8 @@ FileGuess GuessFile(std::string& content) {
     std::ranges::transform(kDescriptions, std::back_inserter(guess.order),
                            &DescriptionRow::description);
     if (first) {
-        std::ranges::stable_partition(guess.order,
-                                      [&first](Description each) { return each == *first; });
+        std::stable_partition(guess.order.begin(), guess.order.end(),
+                              [&first](Description each) { return each == *first; });
     }
     return guess;
 }
