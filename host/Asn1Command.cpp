@@ -1,5 +1,6 @@
 #include "host/Asn1Command.h"
 
+#include "asn1/BlockText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
@@ -7,7 +8,6 @@
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "host/Asn1Listing.h"
-#include "host/Asn1Value.h"
 #include "host/FileIo.h"
 #include "host/HostError.h"
 #include "host/LogSink.h"
@@ -162,7 +162,7 @@ class Asn1Run {
 
     void DoNode(CAsn1Block& node, const unsigned char* base) {
         if (!m_options.raw.empty()) {
-            const std::span<const unsigned char> octets = host::FileOctets(node);
+            const std::span<const unsigned char> octets = ca::FileOctets(node);
             m_raw.append(octets.begin(), octets.end());
         }
         if (!m_options.rebuild.empty()) {

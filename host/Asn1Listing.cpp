@@ -1,7 +1,7 @@
 #include "host/Asn1Listing.h"
 
+#include "asn1/BlockText.h"
 #include "common/Encode.h"
-#include "host/Asn1Value.h"
 #include "host/Terminal.h"
 
 #include <algorithm>
@@ -17,9 +17,9 @@ constexpr std::size_t kIndentedLevels = 20;
 
 std::string PlaceText(const CAsn1Block& block, const unsigned char* base) {
     const auto offset = block.start != nullptr ? block.start - base : std::ptrdiff_t{0};
-    const std::optional<std::uint32_t> length = host::AnnouncedLength(block);
+    const std::optional<std::uint32_t> length = ca::AnnouncedLength(block);
     char text[64];
-    std::snprintf(text, sizeof text, "%8td %2zu+%-8s ", offset, host::HeaderLength(block),
+    std::snprintf(text, sizeof text, "%8td %2zu+%-8s ", offset, ca::HeaderLength(block),
                   length                  ? std::to_string(*length).c_str()
                   : block.isUnknownLength ? "indef"
                                           : "?");
@@ -36,7 +36,7 @@ std::string DepthText(std::size_t depth) {
 
 std::string LineText(const CAsn1Block& block, std::size_t depth, const unsigned char* base,
                      std::size_t width) {
-    std::string text = PlaceText(block, base) + DepthText(depth) + host::TagText(block.tag);
+    std::string text = PlaceText(block, base) + DepthText(depth) + ca::TagText(block.tag);
     if (block.IsConstructed()) {
         const std::size_t count = block.GetInnerBlockCount();
         text += " (" + std::to_string(count) + (count == 1 ? " element)" : " elements)");
@@ -46,7 +46,8 @@ std::string LineText(const CAsn1Block& block, std::size_t depth, const unsigned 
     }
     // The text so far is ASCII.
     const std::size_t room = width > text.size() + 1 ? width - text.size() - 1 : 0;
-    if (const std::wstring value = host::ValueText(block, width); !value.empty() && room != 0) {
+    if (const std::wstring value = host::Visible(ca::BlockText(block, width));
+        !value.empty() && room != 0) {
         text += " " + ca::u16u8(host::CutToWidth(value, room));
     }
     return text + "\n";

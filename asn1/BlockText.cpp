@@ -1,11 +1,10 @@
-#include "host/Asn1Value.h"
+#include "asn1/BlockText.h"
 
 #include "asn1/Asn1Element.h"
 #include "asn1/Asn1Tags.h"
 #include "asn1/Asn1Text.h"
 #include "asn1/OidTable.h"
 #include "common/Encode.h"
-#include "host/Terminal.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -91,11 +90,13 @@ std::wstring BitsText(Octets octets, std::size_t longest) {
         return L"";
     }
     const std::wstring text = HexText(octets.subspan(1), longest);
-    return octets[0] == 0 ? text : text + L" (" + std::to_wstring(octets[0]) + L" unused bits)";
+    return octets[0] == 0 ? text
+                          : text + L" (" + std::to_wstring(octets[0]) + L" " +
+                                SetZORNAMessage(kMsgUnusedBits) + L")";
 }
 
 std::wstring Quoted(const std::wstring& text) {
-    return L"\"" + host::Visible(text) + L"\"";
+    return L"\"" + text + L"\"";
 }
 
 std::wstring Utf8Text(Octets octets, std::size_t longest) {
@@ -142,7 +143,7 @@ bool IsTextTag(std::uint8_t tag) {
 
 }  // namespace
 
-namespace host {
+namespace ca {
 
 std::string TagText(std::uint8_t tag) {
     static constexpr const char* kClasses[] = {"", "APPLICATION ", "", "PRIVATE "};
@@ -153,7 +154,7 @@ std::string TagText(std::uint8_t tag) {
     return std::string("[") + kClasses[tag >> 6U] + std::to_string(number) + "]";
 }
 
-std::wstring ValueText(const CAsn1Block& block, std::size_t longest) {
+std::wstring BlockText(const CAsn1Block& block, std::size_t longest) {
     const Octets octets = block.GetRawContent();
     if (block.IsConstructed() || block.content == nullptr) {
         return L"";
@@ -213,4 +214,4 @@ std::span<const unsigned char> FileOctets(const CAsn1Block& block) {
     return block.GetRawEncoding();
 }
 
-}  // namespace host
+}  // namespace ca

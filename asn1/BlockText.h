@@ -5,18 +5,20 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
-namespace host {
+namespace ca {
 
 /// What people call a tag: "SEQUENCE", "[0]", "[APPLICATION 3]".
 std::string TagText(std::uint8_t tag);
 
-/// The value of a primitive block as people read it, made visible; "" for NULL and a constructed
-/// one. Numbers are signed, times ISO 8601, identifiers dotted with their name in the current
-/// language; octets are hexadecimal. The buffer is not changed.
-/// \param longest  characters that are wanted: of long contents only a beginning is looked at.
-std::wstring ValueText(const CAsn1Block& block, std::size_t longest);
+/// The value of a primitive block as people read it, texts in quotes and with the characters they
+/// have, hidden ones too: the caller makes them visible. "" for NULL and a constructed block.
+/// Numbers are signed, times ISO 8601, identifiers dotted with their name in the current language;
+/// octets are hexadecimal. The buffer is not changed. \param longest  characters that are wanted:
+/// of long contents only a beginning is looked at.
+std::wstring BlockText(const CAsn1Block& block, std::size_t longest);
 
 /// Octets of identifier and length as they stand in the file; 0 for a block cut before its length.
 std::size_t HeaderLength(const CAsn1Block& block);
@@ -28,4 +30,4 @@ std::optional<std::uint32_t> AnnouncedLength(const CAsn1Block& block);
 /// The octets of a block as they stand in the file.
 std::span<const unsigned char> FileOctets(const CAsn1Block& block);
 
-}  // namespace host
+}  // namespace ca
