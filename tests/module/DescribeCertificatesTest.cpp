@@ -224,8 +224,8 @@ TEST_F(DescribeCertificatesTest, AgreesWithOpenSslOnTheAuthoritiesOfTheSystem) {
 }
 
 struct Chain {
-    KeyPtr rootKey{EVP_EC_gen("P-256")};
-    KeyPtr leafKey{EVP_EC_gen("P-256")};
+    KeyPtr rootKey{EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256")};
+    KeyPtr leafKey{EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256")};
     X509Ptr root = Issue("Root", "Root", rootKey.get(), rootKey.get());
     X509Ptr leaf = Issue("Leaf", "Root", leafKey.get(), rootKey.get());
 
