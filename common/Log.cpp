@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <cwchar>
 #include <stdexcept>
 
@@ -13,28 +14,55 @@ namespace {
 
 std::atomic<LogCallback> logCallback{nullptr};
 
-// The formatted text; empty when the format or an argument cannot be written. vswprintf only says
-// "does not fit", so room is given until it does.
+// Length of the formatted text, or a number below 1. vswprintf only says "does not fit", so the
+// text is written once to the null device; opened for UTF-8, because the stream of a process in the
+// "C" locale refuses every letter outside ASCII.
+int MeasureFormatted(const wchar_t* format, std::va_list arguments) {
+    std::FILE* sink = std::fopen("/dev/null", "w,ccs=UTF-8");
+    if (sink == nullptr) {
+        return -1;
+    }
+    const int length = std::vfwprintf(sink, format, arguments);
+    std::fclose(sink);
+    return length;
+}
+
+// Formats into `room` characters; false, with `line` of no use, when they do not do.
+bool FormatInto(std::wstring& line, std::size_t room, const wchar_t* format,
+                std::va_list arguments) {
+    line.resize(room);
+    std::va_list again;
+    va_copy(again, arguments);
+    errno = 0;
+    const int length = std::vswprintf(line.data(), line.size(), format, again);
+    va_end(again);
+    line.resize(length >= 0 ? static_cast<std::size_t>(length) : 0);
+    return length >= 0;
+}
+
+// The formatted text, of any length; empty when the format or an argument cannot be written.
+// Lines that occur fit into a guess. Only longer ones are measured, since glibc keeps some memory
+// of each stream that was opened for a character set.
 std::wstring Format(const wchar_t* format, std::va_list arguments) {
     constexpr std::size_t kFirstRoom = 256;
-    constexpr std::size_t kLongestLine = std::size_t{1} << 24;  // characters
+    constexpr std::size_t kLastGuess = std::size_t{1} << 24;  // characters
     std::wstring line;
-    for (std::size_t room = kFirstRoom; room <= kLongestLine; room *= 4) {
-        line.resize(room);
-        std::va_list again;
-        va_copy(again, arguments);
-        errno = 0;
-        const int length = std::vswprintf(line.data(), line.size(), format, again);
-        va_end(again);
-        if (length >= 0) {
-            line.resize(static_cast<std::size_t>(length));
+    for (std::size_t room = kFirstRoom; room <= kLastGuess; room *= 4) {
+        if (FormatInto(line, room, format, arguments)) {
             return line;
         }
         if (errno == EILSEQ) {
-            break;
+            return {};
         }
     }
-    return {};
+    std::va_list measured;
+    va_copy(measured, arguments);
+    const int length = MeasureFormatted(format, measured);
+    va_end(measured);
+    if (length > 0) {
+        FormatInto(line, static_cast<std::size_t>(length) + 1, format, arguments);
+    }
+    return line;
 }
 
 }  // namespace
