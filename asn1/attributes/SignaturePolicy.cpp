@@ -1,0 +1,36 @@
+#include "asn1/attributes/SignaturePolicy.h"
+
+#include "asn1/FieldReader.h"
+
+void CAsn1SigPolicyQualifierInfo::Decode() {
+    CFieldReader fields(*this);
+    m_sigPolicyQualifierId = fields.Required<CAsn1ObjectIdentifier>("sigPolicyQualifierId");
+    m_sigQualifier = fields.OptionalAny("sigQualifier");
+    fields.End();
+}
+
+void CAsn1SignaturePolicyId::Decode() {
+    CFieldReader fields(*this);
+    m_sigPolicyId = fields.Required<CAsn1ObjectIdentifier>("sigPolicyId");
+    m_sigPolicyHash = fields.Optional<CAsn1OtherHashAlgAndValue>("sigPolicyHash");
+    m_sigPolicyQualifiers =
+        fields.Optional<CAsn1SequenceOf<CAsn1SigPolicyQualifierInfo>>("sigPolicyQualifiers");
+    fields.End();
+}
+
+void CAsn1CommitmentTypeIndication::Decode() {
+    CFieldReader fields(*this);
+    m_commitmentTypeId = fields.Required<CAsn1ObjectIdentifier>("commitmentTypeId");
+    m_commitmentTypeQualifier =
+        fields.Optional<CAsn1SequenceOf<CAsn1Any>>("commitmentTypeQualifier");
+    fields.End();
+}
+
+void CAsn1SignerLocation::Decode() {
+    CFieldReader fields(*this);
+    m_countryName = fields.OptionalExplicit<CAsn1DirectoryString>(0, "countryName");
+    m_localityName = fields.OptionalExplicit<CAsn1DirectoryString>(1, "localityName");
+    m_postalAddress =
+        fields.OptionalImplicit<CAsn1SequenceOf<CAsn1DirectoryString>>(2, "postalAddress");
+    fields.End();
+}
