@@ -101,37 +101,34 @@ constexpr ca::ExtensionRow kRows[] = {
     {"rfc3281-clearance", SayClearance},
 };
 
-ca::ExtensionFormatter FindFormatter(const ca::OidInfo* type) {
-    const auto* row = std::ranges::find_if(kRows, [&](const ca::ExtensionRow& each) {
-        return type != nullptr && each.shortName == type->shortName;
-    });
-    return row != std::end(kRows) ? row->say : nullptr;
+ca::ExtensionFormatter FindFormatter(Octets type) {
+    static const ca::CFormatterTable kTable{kRows};
+    return kTable.Find(type);
 }
 
-// Each value; one that is not of the attribute's type is said as unreadable.
-void SayValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
-               std::wstring& error) {
-    const ca::ExtensionFormatter say = FindFormatter(ca::FindOid(type));
-    ca::SayEach(values, lines, [&](const CAsn1Any& any) {
-        const Value value = ca::Changeable(any.Raw());
+}  // namespace
+
+namespace ca {
+
+void SayAttributeValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
+                        std::wstring& error) {
+    const ExtensionFormatter say = FindFormatter(type);
+    SayEach(values, lines, [&](const CAsn1Any& any) {
+        const Value value = Changeable(any.Raw());
         if (say == nullptr) {
-            lines.Block(ca::UnknownValueText(value));
+            lines.Block(UnknownValueText(value));
             return;
         }
         try {
             CTextLines said;
             say(value, said);
             lines.Block(said.Take());
-        } catch (const ca::Exception& fault) {
-            lines.Line(ca::UnreadableText(value));
-            ca::AddError(error, ca::OidWithName(type) + L": " + fault.message);
+        } catch (const Exception& fault) {
+            lines.Line(UnreadableText(value));
+            AddError(error, OidWithName(type) + L": " + fault.message);
         }
     });
 }
-
-}  // namespace
-
-namespace ca {
 
 void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& records,
                    std::wstring& error) {
@@ -143,7 +140,7 @@ void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& r
         record->oidValue = OidText(type);
         record->rawData = Base64Text(read->Values()->ContentOctets());
         CTextLines lines;
-        SayValues(type, *read->Values(), lines, error);
+        SayAttributeValues(type, *read->Values(), lines, error);
         record->formattedData = lines.Take();
     } catch (const Exception& fault) {
         record->rawData = Base64Text(attribute.raw);

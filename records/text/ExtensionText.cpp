@@ -6,37 +6,36 @@
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
 
-#include <array>
-
 namespace {
 
 using ca::Octets;
 
-using FormatterTable = std::array<ca::ExtensionFormatter, kMessageCount>;
-
-// Formatters by the message id of their identifier, so that a look-up compares no texts.
-FormatterTable BuildFormatters() {
-    FormatterTable table{};
-    for (const auto rows : {ca::StandardExtensionRows(), ca::AttributeExtensionRows(),
-                            ca::QualifiedExtensionRows(), ca::VendorExtensionRows()}) {
-        for (const ca::ExtensionRow& row : rows) {
-            if (const ca::OidInfo* info = ca::FindOidByShortName(row.shortName)) {
-                table[static_cast<std::size_t>(info->messageId)] = row.say;
-            }
-        }
-    }
-    return table;
-}
-
 ca::ExtensionFormatter FindFormatter(Octets oid) {
-    static const FormatterTable kTable = BuildFormatters();
-    const ca::OidInfo* info = ca::FindOid(oid);
-    return info != nullptr ? kTable[static_cast<std::size_t>(info->messageId)] : nullptr;
+    static const ca::CFormatterTable kTable{
+        ca::StandardExtensionRows(), ca::AttributeExtensionRows(), ca::QualifiedExtensionRows(),
+        ca::VendorExtensionRows()};
+    return kTable.Find(oid);
 }
 
 }  // namespace
 
 namespace ca {
+
+CFormatterTable::CFormatterTable(std::initializer_list<std::span<const ExtensionRow>> subjects)
+    : m_formatters(kMessageCount) {
+    for (const auto rows : subjects) {
+        for (const ExtensionRow& row : rows) {
+            if (const OidInfo* info = FindOidByShortName(row.shortName)) {
+                m_formatters[static_cast<std::size_t>(info->messageId)] = row.say;
+            }
+        }
+    }
+}
+
+ExtensionFormatter CFormatterTable::Find(Octets oid) const {
+    const OidInfo* info = FindOid(oid);
+    return info != nullptr ? m_formatters[static_cast<std::size_t>(info->messageId)] : nullptr;
+}
 
 ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
     const ExtensionFormatter say = FindFormatter(oid);

@@ -3,9 +3,11 @@
 #include "records/CertInfoExtension.h"
 #include "records/text/TextLines.h"
 
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ca {
 
@@ -18,6 +20,18 @@ using ExtensionFormatter = void (*)(std::span<unsigned char> value, CTextLines& 
 struct ExtensionRow {
     std::string_view shortName;
     ExtensionFormatter say;
+};
+
+/// Finds formatters by the message id of their identifier, so that a look-up compares no texts.
+class CFormatterTable {
+  public:
+    explicit CFormatterTable(std::initializer_list<std::span<const ExtensionRow>> subjects);
+
+    /// Null for an identifier without one.
+    ExtensionFormatter Find(std::span<const unsigned char> oid) const;
+
+  private:
+    std::vector<ExtensionFormatter> m_formatters;
 };
 
 // The rows by subject.
