@@ -37,6 +37,7 @@ constexpr Collections BuildCollections() {
 constexpr Collections kCollections = BuildCollections();
 
 std::atomic<std::uint32_t> currentLanguage{Ru::LangID};
+constinit thread_local std::uint32_t threadLanguage = 0;  // 0: the process's
 
 }  // namespace
 
@@ -55,7 +56,15 @@ void SetZORNALng(const wchar_t* lang) {
 }
 
 std::uint32_t GetZORNALng() noexcept {
-    return currentLanguage.load(std::memory_order_relaxed);
+    return threadLanguage != 0 ? threadLanguage : currentLanguage.load(std::memory_order_relaxed);
+}
+
+ca::CLanguageScope::CLanguageScope(std::uint32_t language) noexcept : m_outer(threadLanguage) {
+    threadLanguage = language != 0 ? language : m_outer;
+}
+
+ca::CLanguageScope::~CLanguageScope() {
+    threadLanguage = m_outer;
 }
 
 const wchar_t* SetZORNAMessage(ZornaMessage id) noexcept {

@@ -31,6 +31,24 @@ void SetZORNALng(const wchar_t* lang);
 /// The current language: En::LangID or Ru::LangID.
 std::uint32_t GetZORNALng() noexcept;
 
+namespace ca {
+
+/// Another language for the texts that this thread asks for while the scope lasts: a window may be
+/// shown in its user's language while requests are answered in the process's.
+class CLanguageScope {
+  public:
+    /// \param language  En::LangID or Ru::LangID; 0 changes nothing.
+    explicit CLanguageScope(std::uint32_t language) noexcept;
+    CLanguageScope(const CLanguageScope&) = delete;
+    CLanguageScope& operator=(const CLanguageScope&) = delete;
+    ~CLanguageScope();
+
+  private:
+    std::uint32_t m_outer;
+};
+
+}  // namespace ca
+
 /// True when texts are to be Russian.
 inline bool IsRussian() noexcept {
     return GetZORNALng() == Ru::LangID;

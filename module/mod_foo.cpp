@@ -2,7 +2,7 @@
 
 #include "module/mod_foo.h"
 
-#include "module/CertInfoDlg.h"
+#include "module/viewer/CertInfoDlg.h"
 #include "module/CryptoModule.h"
 
 #include <memory>

@@ -99,10 +99,34 @@ MOD_FOO_EXPORT void CM_Free(void* module);
 
 class CCertInfoDlg;
 
-/// A new certificate dialog, to be shown by the caller; it deletes itself when closed. It stays on
+/// A new certificate viewer, to be shown by the caller; it deletes itself when closed. It stays on
 /// top of other windows and takes the keyboard focus. Null without a running Qt GUI application,
 /// and outside of its GUI thread.
 /// The symbol is decorated: "_Z17createCertInfoDlgv" (Itanium C++ ABI).
+///
+/// The viewer is a QDialog, and the address is that of its QObject:
+/// `auto* viewer = reinterpret_cast<QDialog*>(createCertInfoDlg());`. It is filled by name, through
+/// the meta-object, in the GUI thread. Invokable operations (QMetaObject::invokeMethod, direct
+/// connection); false is a failure, and what was shown before stays:
+///
+///     bool setCertificate(QByteArray octets)  DER, PEM, Base64 or PKCS #7; issuers among them
+///                                             appear on the path
+///     bool setRecordJson(QByteArray utf8)     the JSON object of a "CertInfo2", as answers hold it
+///     bool setStructure(QByteArray octets)    BER of any kind (a CRL, a message): its structure
+///     bool exportTo(QString path, QString format)
+///                                             the current certificate as "der", "pem" or "text";
+///                                             "" goes by the path's ending
+///
+/// Properties (QObject::setProperty, property):
+///
+///     QString language        "en", "ru"; "" (as created) for the language of the module
+///     QString lastError       why the last operation failed, "" after a success; read only
+///     uint lastErrorCode      its code, one of those answers carry; read only
+///     int certificateCount    certificates on the path, 0 for none; read only
+///     int currentCertificate  the one shown: 0 the certificate, 1 its issuer, and so on
+///     int page                0 general, 1 details, 2 path, 3 ASN.1 structure
+///
+/// The size of the window is kept between runs in the user's settings, "ZORNA/CertificateViewer".
 MOD_FOO_EXPORT CCertInfoDlg* createCertInfoDlg();
 #endif
 

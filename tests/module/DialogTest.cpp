@@ -1,6 +1,6 @@
 // The module inside a Qt application, on the platform without a screen.
 
-#include "module/CertInfoDlg.h"
+#include "module/viewer/CertInfoDlg.h"
 #include "module/MessageBox.h"
 #include "records/CertInfo.h"
 
