@@ -27,7 +27,10 @@ void CAsn1RoleSyntax::Decode() {
 void CAsn1SecurityCategory::Decode() {
     CFieldReader fields(*this);
     m_type = fields.RequiredImplicit<CAsn1ObjectIdentifier>(0, "type");
-    m_value = fields.RequiredExplicit<CAsn1Any>(1, "value");
+    m_value = fields.OptionalExplicit<CAsn1Any>(1, "value");
+    if (m_value == nullptr) {
+        m_value = fields.RequiredAny("value");
+    }
     fields.End();
 }
 

@@ -70,6 +70,7 @@ class CAsn1RoleSyntax : public CAsn1TypedObject {
 // SecurityCategory ::= SEQUENCE {
 //     type   [0] IMPLICIT OBJECT IDENTIFIER,
 //     value  [1] EXPLICIT ANY DEFINED BY type }     RFC 5755, 4.4.6
+// Some writers tag the value implicitly: Value() is then the element [1] itself.
 class CAsn1SecurityCategory : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;

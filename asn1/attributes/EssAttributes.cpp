@@ -51,6 +51,15 @@ void CAsn1SmimeCapability::Decode() {
     fields.End();
 }
 
+void CAsn1SmimeEncryptionKeyPreference::Decode() {
+    CChoiceReader choice(*this);
+    m_issuerAndSerialNumber =
+        choice.Implicit<CAsn1IssuerAndSerialNumber>(0, "issuerAndSerialNumber");
+    m_recipientKeyId = choice.Implicit<CAsn1RecipientKeyIdentifier>(1, "receipentKeyId");
+    m_subjectAltKeyIdentifier = choice.Implicit<CAsn1OctetString>(2, "subjectAltKeyIdentifier");
+    choice.End();
+}
+
 void CAsn1CmsAlgorithmProtection::Decode() {
     CFieldReader fields(*this);
     m_digestAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("digestAlgorithm");

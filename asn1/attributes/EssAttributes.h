@@ -6,6 +6,8 @@
 #include "asn1/Asn1Strings.h"
 #include "asn1/Asn1Time.h"
 #include "asn1/attributes/AttributeValues.h"
+#include "asn1/cms/RecipientInfo.h"
+#include "asn1/cms/SignerIdentifier.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
 #include "asn1/x509/GeneralName.h"
 #include "asn1/x509/Name.h"
@@ -122,6 +124,29 @@ class CAsn1SmimeCapability : public CAsn1TypedObject {
   private:
     CAsn1ObjectIdentifier* m_capabilityId = nullptr;
     CAsn1Any* m_parameters = nullptr;
+};
+
+// SMIMEEncryptionKeyPreference ::= CHOICE {
+//     issuerAndSerialNumber    [0] IssuerAndSerialNumber,
+//     receipentKeyId           [1] RecipientKeyIdentifier,
+//     subjectAltKeyIdentifier  [2] SubjectKeyIdentifier }   -- OCTET STRING     RFC 8551, 2.5.3
+// The tags are implicit.
+class CAsn1SmimeEncryptionKeyPreference : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "SMIMEEncryptionKeyPreference";
+    static bool Accepts(unsigned char tag) { return (tag & kAsn1ContextBit) != 0; }
+
+    void Decode() override;
+
+    CAsn1IssuerAndSerialNumber* IssuerAndSerialNumber() const { return m_issuerAndSerialNumber; }
+    CAsn1RecipientKeyIdentifier* RecipientKeyId() const { return m_recipientKeyId; }
+    CAsn1OctetString* SubjectAltKeyIdentifier() const { return m_subjectAltKeyIdentifier; }
+
+  private:
+    CAsn1IssuerAndSerialNumber* m_issuerAndSerialNumber = nullptr;
+    CAsn1RecipientKeyIdentifier* m_recipientKeyId = nullptr;
+    CAsn1OctetString* m_subjectAltKeyIdentifier = nullptr;
 };
 
 // CMSAlgorithmProtection ::= SEQUENCE {

@@ -30,7 +30,6 @@ void CAsn1SignerLocation::Decode() {
     CFieldReader fields(*this);
     m_countryName = fields.OptionalExplicit<CAsn1DirectoryString>(0, "countryName");
     m_localityName = fields.OptionalExplicit<CAsn1DirectoryString>(1, "localityName");
-    m_postalAddress =
-        fields.OptionalImplicit<CAsn1SequenceOf<CAsn1DirectoryString>>(2, "postalAddress");
+    m_postalAddress = fields.OptionalImplicit<CAsn1SequenceOf<CAsn1Any>>(2, "postalAddress");
     fields.End();
 }

@@ -73,6 +73,8 @@ class CAsn1CommitmentTypeIndication : public CAsn1TypedObject {
 //     countryName    [0] DirectoryString OPTIONAL,     -- explicit: a CHOICE
 //     localityName   [1] DirectoryString OPTIONAL,
 //     postalAdddress [2] SEQUENCE SIZE (1..6) OF DirectoryString OPTIONAL }     RFC 5126, 5.11.2
+// The tags are explicit. Some writers leave out the SEQUENCE inside [2]: PostalAddress() is then
+// the strings themselves.
 class CAsn1SignerLocation : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;
@@ -83,10 +85,10 @@ class CAsn1SignerLocation : public CAsn1TypedObject {
 
     CAsn1DirectoryString* CountryName() const { return m_countryName; }
     CAsn1DirectoryString* LocalityName() const { return m_localityName; }
-    CAsn1SequenceOf<CAsn1DirectoryString>* PostalAddress() const { return m_postalAddress; }
+    CAsn1SequenceOf<CAsn1Any>* PostalAddress() const { return m_postalAddress; }
 
   private:
     CAsn1DirectoryString* m_countryName = nullptr;
     CAsn1DirectoryString* m_localityName = nullptr;
-    CAsn1SequenceOf<CAsn1DirectoryString>* m_postalAddress = nullptr;
+    CAsn1SequenceOf<CAsn1Any>* m_postalAddress = nullptr;
 };

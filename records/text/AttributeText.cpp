@@ -20,6 +20,11 @@ using ca::CTextLines;
 using ca::Octets;
 using Value = std::span<unsigned char>;
 
+// In the order of their numbers.
+constexpr ZornaMessage kLevels[] = {kMsgLevelUnmarked,   kMsgLevelUnclassified,
+                                    kMsgLevelRestricted, kMsgLevelConfidential,
+                                    kMsgLevelSecret,     kMsgLevelTopSecret};
+
 void SayIetfAttribute(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IetfAttrSyntax> syntax(value);
     if (syntax->PolicyAuthority() != nullptr) {
@@ -59,9 +64,6 @@ void SayRole(Value value, CTextLines& lines) {
 
 // ClassList ::= BIT STRING { unmarked (0), ... topSecret (5) }
 std::wstring LevelsText(const CAsn1BitString* list) {
-    constexpr ZornaMessage kLevels[] = {kMsgLevelUnmarked,   kMsgLevelUnclassified,
-                                        kMsgLevelRestricted, kMsgLevelConfidential,
-                                        kMsgLevelSecret,     kMsgLevelTopSecret};
     if (list == nullptr) {
         return SetZORNAMessage(kMsgLevelUnclassified);  // the default
     }
@@ -80,15 +82,7 @@ void SayClearance(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Clearance> clearance(value);
     lines.Line(kMsgSecurityPolicy, ca::OidWithName(OctetsOf(clearance->PolicyId())));
     lines.Line(kMsgClearanceLevels, LevelsText(clearance->ClassList()));
-    if (clearance->SecurityCategories() == nullptr) {
-        return;
-    }
-    ca::SayEach(*clearance->SecurityCategories(), lines,
-                [&](const CAsn1SecurityCategory& category) {
-                    lines.Line(kMsgCategory, ca::OidWithName(OctetsOf(category.Type())));
-                    const CTextLines::Level level(lines);
-                    lines.Block(ca::UnknownValueText(category.Value()->Raw()));
-                });
+    ca::SaySecurityCategories(clearance->SecurityCategories(), lines);
 }
 
 constexpr ca::ExtensionRow kRows[] = {
@@ -101,9 +95,34 @@ constexpr ca::ExtensionRow kRows[] = {
     {"rfc3281-clearance", SayClearance},
 };
 
-ca::ExtensionFormatter FindFormatter(Octets type) {
-    static const ca::CFormatterTable kTable{kRows};
-    return kTable.Find(type);
+// Each value; one that is not of the attribute's type is said as unreadable.
+void SayValues(ca::ExtensionFormatter say, Octets type, const CAsn1SetOf<CAsn1Any>& values,
+               CTextLines& lines, std::wstring& error) {
+    ca::SayEach(values, lines, [&](const CAsn1Any& any) {
+        const Value value = ca::Changeable(any.Raw());
+        if (say == nullptr) {
+            lines.Block(ca::UnknownValueText(value));
+            return;
+        }
+        try {
+            CTextLines said;
+            say(value, said);
+            lines.Block(said.Take());
+        } catch (const ca::Exception& fault) {
+            lines.Line(ca::UnreadableText(value));
+            ca::AddError(error, ca::OidWithName(type) + L": " + fault.message);
+        }
+    });
+}
+
+// Strings as such, which is what directory attributes are.
+void SayDirectoryValue(Value value, CTextLines& lines) {
+    const CAsn1Element element = ca::FirstElement(value);
+    if (ca::IsText(element)) {
+        lines.Line(ca::ValueText(element));
+    } else {
+        lines.Block(ca::UnknownValueText(value));
+    }
 }
 
 }  // namespace
@@ -112,21 +131,33 @@ namespace ca {
 
 void SayAttributeValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
                         std::wstring& error) {
-    const ExtensionFormatter say = FindFormatter(type);
-    SayEach(values, lines, [&](const CAsn1Any& any) {
-        const Value value = Changeable(any.Raw());
-        if (say == nullptr) {
-            lines.Block(UnknownValueText(value));
-            return;
-        }
-        try {
-            CTextLines said;
-            say(value, said);
-            lines.Block(said.Take());
-        } catch (const Exception& fault) {
-            lines.Line(UnreadableText(value));
-            AddError(error, OidWithName(type) + L": " + fault.message);
-        }
+    static const CFormatterTable kTable{kRows, EssAttributeRows(), CadesAttributeRows(),
+                                        CodeAttributeRows()};
+    SayValues(kTable.Find(type), type, values, lines, error);
+}
+
+void SayClaimedAttribute(const CAsn1Attribute& attribute, CTextLines& lines) {
+    static const CFormatterTable kTable{kRows};
+    const Octets type = OctetsOf(attribute.Type());
+    const ExtensionFormatter say = kTable.Find(type);
+    lines.Line(OidWithName(type), L"");
+    const CTextLines::Level level(lines);
+    std::wstring error;  // Deliberate: what cannot be read is seen in the text
+    SayValues(say != nullptr ? say : SayDirectoryValue, type, *attribute.Values(), lines, error);
+}
+
+std::wstring ClearanceLevelText(std::uint64_t level) {
+    return level < std::size(kLevels) ? SetZORNAMessage(kLevels[level]) : DecimalText(level);
+}
+
+void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, CTextLines& lines) {
+    if (categories == nullptr) {
+        return;
+    }
+    SayEach(*categories, lines, [&](const CAsn1SecurityCategory& category) {
+        lines.Line(kMsgCategory, OidWithName(OctetsOf(category.Type())));
+        const CTextLines::Level level(lines);
+        lines.Block(UnknownValueText(category.Value()->Raw()));
     });
 }
 

@@ -14,7 +14,8 @@ namespace ca {
 template <class T>
 class CDecoded {
   public:
-    explicit CDecoded(std::span<unsigned char> octets) : m_root(octets) {
+    explicit CDecoded(std::span<unsigned char> octets, Asn1Blocks blocks = Asn1Blocks::kAll)
+        : m_root(octets, blocks) {
         if constexpr (std::is_base_of_v<CAsn1TypedObject, T>) {
             m_root->Decode();
         }

@@ -15,6 +15,7 @@
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/PolicyText.h"
 #include "records/text/ReasonText.h"
 #include "records/text/TimeText.h"
 
@@ -26,23 +27,13 @@ using ca::CTextLines;
 using ca::Octets;
 using Value = std::span<unsigned char>;
 
-// A magnitude as a decimal number where it fits, in hexadecimal digits otherwise.
-std::wstring NumberText(const CAsn1Object* number) {
-    const std::int64_t value = IntegerOf(number, -1);
-    return value >= 0 ? std::to_wstring(value) : ca::Hex(OctetsOf(number));
-}
-
-std::wstring ElementText(const CAsn1Any* any) {
-    return ca::ValueText(ca::FirstElement(any->Raw()));
-}
-
 void SayBasicConstraints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1BasicConstraints> constraints(value);
     lines.Line(kMsgCa, SetZORNAMessage(constraints->IsCa() ? kMsgYes : kMsgNo));
     const CAsn1Integer* length = constraints->PathLenConstraint();
     if (length != nullptr || constraints->IsCa()) {
         lines.Line(kMsgPathLength,
-                   length != nullptr ? NumberText(length) : SetZORNAMessage(kMsgNotLimited));
+                   length != nullptr ? ca::NumberText(length) : SetZORNAMessage(kMsgNotLimited));
     }
 }
 
@@ -150,52 +141,10 @@ void SayInformationAccess(Value value, CTextLines& lines) {
     });
 }
 
-void SayNotice(const CAsn1Any& qualifier, CTextLines& lines) {
-    CAsn1Root<CAsn1UserNotice> notice(ca::Changeable(qualifier.Raw()));
-    notice->Decode();
-    lines.Line(kMsgNotice, notice->ExplicitText() != nullptr ? ElementText(notice->ExplicitText())
-                                                             : std::wstring());
-    const CAsn1NoticeReference* reference = notice->NoticeRef();
-    if (reference == nullptr) {
-        return;
-    }
-    const CTextLines::Level level(lines);
-    lines.Line(kMsgOrganization, ElementText(reference->Organization()));
-    std::wstring numbers;
-    std::size_t index = 0;
-    for (auto at = reference->NoticeNumbers()->Elements(); at.Next() && index < ca::kMaxListed;
-         ++index) {
-        numbers += (numbers.empty() ? L"" : L", ") + NumberText(ca::Good(at));
-    }
-    lines.Line(kMsgNoticeNumbers, numbers);
-}
-
-void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
-    const ca::OidInfo* type = ca::FindOid(OctetsOf(info.PolicyQualifierId()));
-    const std::string_view name = type != nullptr ? type->shortName : std::string_view();
-    if (name == "id-qt-cps") {
-        lines.Line(kMsgCps, ElementText(info.Qualifier()));
-    } else if (name == "id-qt-unotice") {
-        SayNotice(*info.Qualifier(), lines);
-    } else {
-        lines.Line(ca::OidWithName(OctetsOf(info.PolicyQualifierId())), L"");
-        const CTextLines::Level level(lines);
-        lines.Block(ca::OutlineText(ca::FirstElement(info.Qualifier()->Raw())));
-    }
-}
-
 void SayPolicies(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1PolicyInformation>> list(value);
-    ca::SayEach(*list, lines, [&](const CAsn1PolicyInformation& policy) {
-        lines.Line(ca::OidWithName(OctetsOf(policy.PolicyIdentifier())));
-        if (policy.PolicyQualifiers() == nullptr) {
-            return;
-        }
-        const CTextLines::Level level(lines);
-        ca::SayEach(
-            *policy.PolicyQualifiers(), lines,
-            [&](const CAsn1PolicyQualifierInfo& qualifier) { SayQualifier(qualifier, lines); });
-    });
+    ca::SayEach(*list, lines,
+                [&](const CAsn1PolicyInformation& policy) { ca::SayPolicy(policy, lines); });
 }
 
 void SayPolicyMappings(Value value, CTextLines& lines) {
@@ -209,16 +158,16 @@ void SayPolicyMappings(Value value, CTextLines& lines) {
 void SayPolicyConstraints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1PolicyConstraints> constraints(value);
     if (constraints->RequireExplicitPolicy() != nullptr) {
-        lines.Line(kMsgRequireExplicitPolicy, NumberText(constraints->RequireExplicitPolicy()));
+        lines.Line(kMsgRequireExplicitPolicy, ca::NumberText(constraints->RequireExplicitPolicy()));
     }
     if (constraints->InhibitPolicyMapping() != nullptr) {
-        lines.Line(kMsgInhibitPolicyMapping, NumberText(constraints->InhibitPolicyMapping()));
+        lines.Line(kMsgInhibitPolicyMapping, ca::NumberText(constraints->InhibitPolicyMapping()));
     }
 }
 
 void SayInhibitAnyPolicy(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Integer> certificates(value);
-    lines.Line(kMsgInhibitAnyPolicy, NumberText(&*certificates));
+    lines.Line(kMsgInhibitAnyPolicy, ca::NumberText(&*certificates));
 }
 
 void SaySubtrees(ZornaMessage label, const CAsn1SequenceOf<CAsn1GeneralSubtree>* subtrees,

@@ -1,0 +1,252 @@
+#include "asn1/OidTable.h"
+#include "asn1/attributes/AttributeCertificate.h"
+#include "asn1/attributes/SignaturePolicy.h"
+#include "asn1/attributes/SignerAttributes.h"
+#include "asn1/attributes/SigningCertificate.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+#include "records/text/PolicyText.h"
+#include "records/text/RevocationText.h"
+#include "records/text/SignatureParts.h"
+
+// The attributes of advanced signatures (RFC 5126, ETSI EN 319 122-1).
+
+namespace {
+
+using ca::CTextLines;
+using ca::Octets;
+using Value = std::span<unsigned char>;
+
+std::wstring TextOf(const CAsn1Any& any) {
+    return ca::ValueText(ca::FirstElement(any.Raw()));
+}
+
+// The name of a type, below it an outline of the value.
+void SayTypedValue(Octets type, const CAsn1Any* value, CTextLines& lines) {
+    if (value == nullptr) {
+        lines.Line(ca::OidWithName(type));
+        return;
+    }
+    lines.Line(ca::OidWithName(type), L"");
+    const CTextLines::Level level(lines);
+    lines.Block(ca::UnknownValueText(value->Raw()));
+}
+
+void SayPolicyQualifier(const CAsn1SigPolicyQualifierInfo& qualifier, CTextLines& lines) {
+    const Octets type = OctetsOf(qualifier.SigPolicyQualifierId());
+    const ca::OidInfo* info = ca::FindOid(type);
+    const std::string_view name = info != nullptr ? info->shortName : std::string_view();
+    const CAsn1Any* value = qualifier.SigQualifier();
+    if (name == "id-spq-ets-uri" && value != nullptr) {
+        lines.Line(kMsgAddress, TextOf(*value));
+    } else if (name == "id-spq-ets-unotice" && value != nullptr) {
+        ca::SayNotice(*value, lines);
+    } else {
+        SayTypedValue(type, value, lines);
+    }
+}
+
+// SignaturePolicy ::= CHOICE { signaturePolicyId SignaturePolicyId,
+//     signaturePolicyImplied NULL }     RFC 5126, 5.8.1
+void SaySignaturePolicy(Value value, CTextLines& lines) {
+    if (ca::FirstElement(value).tag == kAsn1Null) {
+        lines.Line(kMsgPolicyImplied);
+        return;
+    }
+    const ca::CDecoded<CAsn1SignaturePolicyId> policy(value);
+    lines.Line(kMsgPolicy, ca::OidWithName(OctetsOf(policy->SigPolicyId())));
+    if (const CAsn1OtherHashAlgAndValue* digest = policy->SigPolicyHash()) {
+        lines.Line(ca::DigestText(*digest->HashAlgorithm(), digest->HashValue()));
+    }
+    if (policy->SigPolicyQualifiers() != nullptr) {
+        ca::SayEach(*policy->SigPolicyQualifiers(), lines,
+                    [&](const CAsn1SigPolicyQualifierInfo& qualifier) {
+                        SayPolicyQualifier(qualifier, lines);
+                    });
+    }
+}
+
+// CommitmentTypeQualifier ::= SEQUENCE { commitmentTypeIdentifier OBJECT IDENTIFIER,
+//     qualifier ANY OPTIONAL }     -- as SigPolicyQualifierInfo     RFC 5126, 5.11.1
+void SayCommitment(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1CommitmentTypeIndication> commitment(value);
+    lines.Line(ca::OidWithName(OctetsOf(commitment->CommitmentTypeId())));
+    if (commitment->CommitmentTypeQualifier() == nullptr) {
+        return;
+    }
+    const CTextLines::Level level(lines);
+    ca::SayEach(*commitment->CommitmentTypeQualifier(), lines, [&](const CAsn1Any& qualifier) {
+        const ca::CDecoded<CAsn1SigPolicyQualifierInfo> info(ca::Changeable(qualifier.Raw()));
+        SayTypedValue(OctetsOf(info->SigPolicyQualifierId()), info->SigQualifier(), lines);
+    });
+}
+
+void SayNamed(const char* shortName, const std::wstring& text, CTextLines& lines) {
+    const ca::OidInfo* info = ca::FindOidByShortName(shortName);
+    lines.Line(info != nullptr ? SetZORNAMessage(info->messageId) : L"", text);
+}
+
+void SayPostalAddress(const CAsn1SequenceOf<CAsn1Any>& address, CTextLines& lines) {
+    const CAsn1Element first = ca::FirstElement(address.ContentOctets());
+    if (first.tag == kAsn1Sequence) {
+        const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> strings(first.raw);
+        ca::SayEach(*strings, lines, [&](const CAsn1Any& line) { lines.Line(TextOf(line)); });
+    } else {
+        ca::SayEach(address, lines, [&](const CAsn1Any& line) { lines.Line(TextOf(line)); });
+    }
+}
+
+void SaySignerLocation(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SignerLocation> location(value);
+    if (location->CountryName() != nullptr) {
+        SayNamed("C", TextOf(*location->CountryName()), lines);
+    }
+    if (location->LocalityName() != nullptr) {
+        SayNamed("L", TextOf(*location->LocalityName()), lines);
+    }
+    if (location->PostalAddress() != nullptr) {
+        SayNamed("postalAddress", L"", lines);
+        const CTextLines::Level level(lines);
+        SayPostalAddress(*location->PostalAddress(), lines);
+    }
+}
+
+void SayClaimed(const CAsn1ClaimedAttributes& attributes, CTextLines& lines) {
+    lines.Line(kMsgClaimedAttributes, L"");
+    const CTextLines::Level level(lines);
+    ca::SayEach(attributes, lines, [&](const CAsn1Attribute& attribute) {
+        ca::SayClaimedAttribute(attribute, lines);
+    });
+}
+
+void SayAttributeCertificate(const CAsn1Any& any, CTextLines& lines) {
+    const ca::CDecoded<CAsn1AttributeCertificate> certificate(ca::Changeable(any.Raw()));
+    const CAsn1AttributeCertificateInfo& info = *certificate->AcInfo();
+    lines.Line(kMsgAttributeCertificate, L"");
+    const CTextLines::Level level(lines);
+    if (const CAsn1V2Form* issuer = info.Issuer()->V2Form();
+        issuer != nullptr && issuer->IssuerName() != nullptr) {
+        lines.Line(kMsgIssuer, ca::GeneralNamesLine(issuer->IssuerName()->ContentOctets()));
+    }
+    lines.Line(kMsgSerial, ca::SerialText(OctetsOf(info.SerialNumber())));
+    ca::SayEach(*info.Attributes(), lines, [&](const CAsn1Attribute& attribute) {
+        ca::SayClaimedAttribute(attribute, lines);
+    });
+}
+
+void SaySignerAttributes(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1SignerAttribute>> list(value);
+    ca::SayEach(*list, lines, [&](const CAsn1SignerAttribute& attribute) {
+        if (attribute.ClaimedAttributes() != nullptr) {
+            SayClaimed(*attribute.ClaimedAttributes(), lines);
+        } else {
+            SayAttributeCertificate(*attribute.CertifiedAttributes(), lines);
+        }
+    });
+}
+
+void SaySignerAttributesV2(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SignerAttributeV2> attributes(value);
+    if (attributes->ClaimedAttributes() != nullptr) {
+        SayClaimed(*attributes->ClaimedAttributes(), lines);
+    }
+    if (attributes->CertifiedAttributes() != nullptr) {
+        ca::SayEach(
+            *attributes->CertifiedAttributes(), lines,
+            [&](const CAsn1CertifiedAttributeV2& certified) {
+                if (certified.AttributeCertificate() != nullptr) {
+                    SayAttributeCertificate(*certified.AttributeCertificate(), lines);
+                } else {
+                    lines.Block(ca::UnknownValueText(certified.OtherAttributeCertificate()->Raw()));
+                }
+            });
+    }
+    if (attributes->SignedAssertions() != nullptr) {
+        lines.Line(kMsgSignedAssertions, L"");
+        const CTextLines::Level level(lines);
+        lines.Block(ca::UnknownValueText(attributes->SignedAssertions()->ContentOctets()));
+    }
+}
+
+void SayCertificateRefs(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1OtherCertId>> references(value);
+    ca::SayCount(kMsgCertificates, references->Count(), lines);
+    const CTextLines::Level level(lines);
+    ca::SayEach(*references, lines, [&](const CAsn1OtherCertId& reference) {
+        std::wstring line = ca::OtherHashText(*reference.OtherCertHash());
+        if (reference.IssuerSerial() != nullptr) {
+            line += L", " + ca::IssuerSerialText(*reference.IssuerSerial());
+        }
+        lines.Line(line);
+    });
+}
+
+void SayHashes(ZornaMessage label, const CAsn1Element& hashes, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1OctetString>> list(hashes.raw);
+    ca::SayCount(label, list->Count(), lines);
+    const CTextLines::Level level(lines);
+    ca::SayEach(*list, lines,
+                [&](const CAsn1OctetString& hash) { lines.Line(ca::OctetsText(&hash)); });
+}
+
+// ATSHashIndex ::= SEQUENCE {
+//     hashIndAlgorithm         AlgorithmIdentifier,     -- DEFAULT {id-sha256} in the first version
+//     certificatesHashIndex    SEQUENCE OF OCTET STRING,
+//     crlsHashIndex            SEQUENCE OF OCTET STRING,
+//     unsignedAttrsHashIndex   SEQUENCE OF OCTET STRING }     ETSI EN 319 122-1, 5.5.2
+void SayHashIndex(Value value, CTextLines& lines) {
+    const CAsn1Element index = ca::FirstElement(value);
+    const bool hasAlgorithm = ca::Child(ca::Child(index, 0), 0).tag == kAsn1ObjectIdentifier;
+    if (hasAlgorithm) {
+        lines.Line(kMsgFieldHashAlg, ca::AlgorithmText(ca::Child(index, 0)));
+    }
+    constexpr ZornaMessage kLists[] = {kMsgCertificates, kMsgCrls, kMsgUnsignedAttributes};
+    for (std::size_t i = 0; i < std::size(kLists); ++i) {
+        SayHashes(kLists[i], ca::Child(index, i + (hasAlgorithm ? 1 : 0)), lines);
+    }
+}
+
+void SayMimeType(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1UTF8String> type(value);
+    lines.Line(ca::ValueText(ca::ElementOf(*type)));
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"id-aa-timeStampToken", ca::SaySignedMessage},
+    {"id-aa-ets-contentTimestamp", ca::SaySignedMessage},
+    {"id-aa-ets-escTimeStamp", ca::SaySignedMessage},
+    {"id-aa-ets-certCRLTimestamp", ca::SaySignedMessage},
+    {"id-aa-ets-archiveTimestamp", ca::SaySignedMessage},
+    {"id-aa-ets-archiveTimestampV2", ca::SaySignedMessage},
+    {"id-aa-ets-archiveTimestampV3", ca::SaySignedMessage},
+    {"id-aa-ATSHashIndex", SayHashIndex},
+    {"id-aa-ATSHashIndex-v2", SayHashIndex},
+    {"id-aa-ATSHashIndex-v3", SayHashIndex},
+    {"id-aa-ets-sigPolicyId", SaySignaturePolicy},
+    {"id-aa-ets-commitmentType", SayCommitment},
+    {"id-aa-ets-signerLocation", SaySignerLocation},
+    {"id-aa-ets-signerAttr", SaySignerAttributes},
+    {"id-aa-ets-signerAttrV2", SaySignerAttributesV2},
+    {"id-aa-ets-mimeType", SayMimeType},
+    {"id-aa-ets-certificateRefs", SayCertificateRefs},
+    {"id-aa-ets-attrCertificateRefs", SayCertificateRefs},
+    {"id-aa-ets-revocationRefs", ca::SayRevocationRefs},
+    {"id-aa-ets-attrRevocationRefs", ca::SayRevocationRefs},
+    {"id-aa-ets-certValues", ca::SayCertificateValues},
+    {"id-aa-ets-revocationValues", ca::SayRevocationValues},
+};
+
+}  // namespace
+
+namespace ca {
+
+std::span<const ExtensionRow> CadesAttributeRows() {
+    return kRows;
+}
+
+}  // namespace ca

@@ -1,0 +1,73 @@
+#include "records/text/PolicyText.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/x509/PolicyInformation.h"
+#include "records/text/Decoded.h"
+#include "records/text/Elements.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/OutlineText.h"
+
+#include <string_view>
+
+namespace {
+
+using ca::CTextLines;
+
+std::wstring ElementText(const CAsn1Any* any) {
+    return ca::ValueText(ca::FirstElement(any->Raw()));
+}
+
+void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
+    const ca::OidInfo* type = ca::FindOid(OctetsOf(info.PolicyQualifierId()));
+    const std::string_view name = type != nullptr ? type->shortName : std::string_view();
+    if (name == "id-qt-cps") {
+        lines.Line(kMsgCps, ElementText(info.Qualifier()));
+    } else if (name == "id-qt-unotice") {
+        ca::SayNotice(*info.Qualifier(), lines);
+    } else {
+        lines.Line(ca::OidWithName(OctetsOf(info.PolicyQualifierId())), L"");
+        const CTextLines::Level level(lines);
+        lines.Block(ca::OutlineText(ca::FirstElement(info.Qualifier()->Raw())));
+    }
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring NumberText(const CAsn1Object* number) {
+    const std::int64_t value = IntegerOf(number, -1);
+    return value >= 0 ? std::to_wstring(value) : Hex(OctetsOf(number));
+}
+
+void SayNotice(const CAsn1Any& qualifier, CTextLines& lines) {
+    CAsn1Root<CAsn1UserNotice> notice(Changeable(qualifier.Raw()));
+    notice->Decode();
+    lines.Line(kMsgNotice, notice->ExplicitText() != nullptr ? ElementText(notice->ExplicitText())
+                                                             : std::wstring());
+    const CAsn1NoticeReference* reference = notice->NoticeRef();
+    if (reference == nullptr) {
+        return;
+    }
+    const CTextLines::Level level(lines);
+    lines.Line(kMsgOrganization, ElementText(reference->Organization()));
+    std::wstring numbers;
+    std::size_t index = 0;
+    for (auto at = reference->NoticeNumbers()->Elements(); at.Next() && index < kMaxListed;
+         ++index) {
+        numbers += (numbers.empty() ? L"" : L", ") + NumberText(Good(at));
+    }
+    lines.Line(kMsgNoticeNumbers, numbers);
+}
+
+void SayPolicy(const CAsn1PolicyInformation& policy, CTextLines& lines) {
+    lines.Line(OidWithName(OctetsOf(policy.PolicyIdentifier())));
+    if (policy.PolicyQualifiers() == nullptr) {
+        return;
+    }
+    const CTextLines::Level level(lines);
+    SayEach(*policy.PolicyQualifiers(), lines,
+            [&](const CAsn1PolicyQualifierInfo& qualifier) { SayQualifier(qualifier, lines); });
+}
+
+}  // namespace ca

@@ -1,0 +1,147 @@
+#include "records/text/RevocationText.h"
+
+#include "asn1/attributes/RevocationReferences.h"
+#include "asn1/crl/CertificateList.h"
+#include "asn1/x509/Certificate.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+#include "records/text/SignatureParts.h"
+#include "records/text/TimeText.h"
+
+namespace {
+
+using ca::CTextLines;
+using Value = std::span<unsigned char>;
+
+// ResponderID ::= CHOICE { byName [1] Name, byKey [2] KeyHash }     -- explicit     RFC 6960, 4.2.1
+std::wstring ResponderText(const CAsn1Element& responder) {
+    const CAsn1Element id = ca::Child(responder, 0);
+    return responder.tag == ca::ContextConstructed(1)
+               ? ca::ReadableName(id)
+               : SetZORNAMessage(kMsgKey) + (L": " + ca::Hex(id.content));
+}
+
+void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
+    std::wstring line = ca::OtherHashText(*reference.CrlHash());
+    if (const CAsn1CrlIdentifier* id = reference.CrlIdentifier()) {
+        line += L", " + ca::ReadableName(ca::ElementOf(*id->CrlIssuer())) + L", " +
+                ca::TimeLine(ca::ElementOf(*id->CrlIssuedTime()));
+        if (id->CrlNumber() != nullptr) {
+            line += L", " + ca::SerialText(OctetsOf(id->CrlNumber()));
+        }
+    }
+    lines.Line(line);
+}
+
+void SayOcspReference(const CAsn1OcspResponsesId& reference, CTextLines& lines) {
+    const CAsn1OcspIdentifier& id = *reference.OcspIdentifier();
+    std::wstring line = ResponderText(ca::FirstElement(id.OcspResponderId()->Raw())) + L", " +
+                        ca::TimeLine(ca::ElementOf(*id.ProducedAt()));
+    if (reference.OcspRepHash() != nullptr) {
+        line.insert(0, ca::OtherHashText(*reference.OcspRepHash()) + L", ");
+    }
+    lines.Line(line);
+}
+
+// How many elements a list has, below it each of them. One that cannot be read is said as such.
+template <class T, class Say>
+void SayList(ZornaMessage label, const CAsn1SequenceOf<T>* list, CTextLines& lines, Say say) {
+    if (list == nullptr) {
+        return;
+    }
+    const std::size_t count = list->Count();
+    ca::SayCount(label, count, lines);
+    const CTextLines::Level level(lines);
+    std::size_t index = 0;
+    for (auto at = list->Elements(); lines.Shows(index, count) && at.Next(); ++index) {
+        try {
+            say(*ca::Good(at), lines);
+        } catch (const ca::Exception&) {
+            lines.Line(ca::UnreadableText(at.Raw()));
+        }
+    }
+}
+
+void SayOther(const CAsn1Any* other, CTextLines& lines) {
+    if (other != nullptr) {
+        lines.Line(kMsgOtherRevocation, L"");
+        const CTextLines::Level level(lines);
+        lines.Block(ca::UnknownValueText(other->Raw()));
+    }
+}
+
+void SayCertificate(const CAsn1Certificate& certificate, CTextLines& lines) {
+    const CAsn1TbsCertificate& tbs = *certificate.TbsCertificate();
+    lines.Line(ca::ReadableName(ca::ElementOf(*tbs.Subject())));
+    const CTextLines::Level level(lines);
+    lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*tbs.Issuer())));
+    lines.Line(kMsgSerial, ca::SerialText(OctetsOf(tbs.SerialNumber())));
+}
+
+void SayCrl(const CAsn1Any& any, CTextLines& lines) {
+    const ca::CDecoded<CAsn1CertificateList> list(ca::Changeable(any.Raw()), Asn1Blocks::kRead);
+    const CAsn1TbsCertList& tbs = *list->TbsCertList();
+    lines.Line(ca::ReadableName(ca::ElementOf(*tbs.Issuer())) + L", " +
+               ca::TimeLine(ca::ElementOf(*tbs.ThisUpdate())));
+}
+
+// OCSPResponse ::= SEQUENCE { responseStatus ENUMERATED, responseBytes [0] SEQUENCE {
+//     responseType OBJECT IDENTIFIER, response OCTET STRING } OPTIONAL }     RFC 6960, 4.2.1
+// The octets hold a BasicOCSPResponse.
+CAsn1Element BasicResponse(const CAsn1Element& response) {
+    if (ca::Child(response, 0).tag != kAsn1Enumerated) {
+        return response;
+    }
+    return ca::FirstElement(ca::Child(ca::Child(ca::Child(response, 1), 0), 1).content);
+}
+
+// BasicOCSPResponse ::= SEQUENCE { tbsResponseData SEQUENCE { version [0] INTEGER DEFAULT v1,
+//     responderID ResponderID, producedAt GeneralizedTime, ... }, ... }     RFC 6960, 4.2.1
+void SayOcsp(const CAsn1Any& any, CTextLines& lines) {
+    const CAsn1Element data = ca::Child(BasicResponse(ca::FirstElement(any.Raw())), 0);
+    const std::size_t first = ca::Child(data, 0).tag == ca::ContextConstructed(0) ? 1 : 0;
+    const CAsn1Element producedAt = ca::Child(data, first + 1);
+    if (producedAt.tag != kAsn1GeneralizedTime) {
+        throw MakeAsn1WrongTag("ResponseData.producedAt", producedAt.tag, 0);
+    }
+    lines.Line(ResponderText(ca::Child(data, first)) + L", " + ca::TimeLine(producedAt));
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring OtherHashText(const CAsn1OtherHash& hash) {
+    if (const CAsn1OtherHashAlgAndValue* other = hash.OtherHash()) {
+        return DigestText(*other->HashAlgorithm(), other->HashValue());
+    }
+    return DigestText("id-sha1", hash.Sha1Hash());
+}
+
+void SayRevocationRefs(Value value, CTextLines& lines) {
+    const CDecoded<CAsn1SequenceOf<CAsn1CrlOcspRef>> references(value);
+    SayEach(*references, lines, [&](const CAsn1CrlOcspRef& reference) {
+        const auto* crls = reference.Crlids();
+        const auto* responses = reference.Ocspids();
+        SayList(kMsgCrls, crls != nullptr ? crls->Crls() : nullptr, lines, SayCrlReference);
+        SayList(kMsgOcspResponses, responses != nullptr ? responses->OcspResponses() : nullptr,
+                lines, SayOcspReference);
+        SayOther(reference.OtherRev(), lines);
+    });
+}
+
+void SayCertificateValues(Value value, CTextLines& lines) {
+    const CDecoded<CAsn1SequenceOf<CAsn1Certificate>> certificates(value, Asn1Blocks::kRead);
+    SayList(kMsgCertificates, &*certificates, lines, SayCertificate);
+}
+
+void SayRevocationValues(Value value, CTextLines& lines) {
+    const CDecoded<CAsn1RevocationValues> values(value, Asn1Blocks::kRead);
+    SayList(kMsgCrls, values->CrlVals(), lines, SayCrl);
+    SayList(kMsgOcspResponses, values->OcspVals(), lines, SayOcsp);
+    SayOther(values->OtherRevVals(), lines);
+}
+
+}  // namespace ca

@@ -1,0 +1,157 @@
+#include "records/text/SignatureParts.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/attributes/Holder.h"
+#include "asn1/attributes/TstInfo.h"
+#include "asn1/cms/SignedData.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/TimeText.h"
+
+#include <string_view>
+
+namespace {
+
+using ca::CTextLines;
+using ca::Octets;
+
+bool IsType(const CAsn1ObjectIdentifier* type, std::string_view shortName) {
+    const ca::OidInfo* info = ca::FindOid(OctetsOf(type));
+    return info != nullptr && info->shortName == shortName;
+}
+
+// "1.5 s". Parts that do not fit a number count as nothing.
+std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
+    constexpr std::uint64_t kMicros = 1000000;
+    const auto part = [](const CAsn1Integer* number, std::int64_t highest) {
+        const std::int64_t value = IntegerOf(number, 0);
+        return static_cast<std::uint64_t>(value > 0 && value <= highest ? value : 0);
+    };
+    const std::uint64_t fraction =
+        1000 * part(accuracy.Millis(), 999) + part(accuracy.Micros(), 999);
+    std::wstring text = ca::DecimalText(part(accuracy.Seconds(), INT64_MAX));
+    if (fraction != 0) {
+        std::wstring digits = ca::DecimalText(kMicros + fraction);
+        digits.resize(digits.find_last_not_of(L'0') + 1);
+        text += L'.' + digits.substr(1);
+    }
+    return text + L' ' + SetZORNAMessage(kMsgSeconds);
+}
+
+void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
+    const ca::CDecoded<CAsn1TstInfo> stamp(octets);
+    const CAsn1MessageImprint& imprint = *stamp->MessageImprint();
+    lines.Line(kMsgTime, ca::TimeLine(ca::ElementOf(*stamp->GenTime())));
+    lines.Line(kMsgPolicy, ca::OidWithName(OctetsOf(stamp->Policy())));
+    lines.Line(kMsgSerial, ca::SerialText(OctetsOf(stamp->SerialNumber())));
+    lines.Line(ca::DigestText(*imprint.HashAlgorithm(), imprint.HashedMessage()));
+    if (stamp->Accuracy() != nullptr) {
+        lines.Line(kMsgAccuracy, AccuracyText(*stamp->Accuracy()));
+    }
+    if (stamp->Ordering()) {
+        lines.Line(kMsgOrdered, SetZORNAMessage(kMsgYes));
+    }
+    if (stamp->Nonce() != nullptr) {
+        lines.Line(kMsgNonce, ca::Hex(OctetsOf(stamp->Nonce())));
+    }
+    if (stamp->Tsa() != nullptr) {
+        lines.Line(kMsgTimeStampAuthority,
+                   ca::GeneralNameLine(ca::FirstElement(stamp->Tsa()->Raw())));
+    }
+}
+
+void SayContent(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
+    if (content.EContent() != nullptr && IsType(content.EContentType(), "id-ct-TSTInfo")) {
+        std::vector<unsigned char> info = OctetStringOf(content.EContent());
+        SayTstInfo(info, lines);
+    } else {
+        lines.Line(kMsgContent, ca::OidWithName(OctetsOf(content.EContentType())));
+    }
+}
+
+// The value of the signed attribute signingTime; without octets when there is none.
+CAsn1Element SigningTimeOf(const CAsn1SignerInfo& signer) {
+    if (signer.SignedAttrs() == nullptr) {
+        return {};
+    }
+    CAsn1Element attribute;
+    for (CAsn1Cursor cursor(signer.SignedAttrs()->ContentOctets());
+         !cursor.AtEnd() && cursor.Next(attribute) == Asn1Fault::kNone;) {
+        const ca::OidInfo* type =
+            ca::FindOid(ca::ContentIf(ca::Child(attribute, 0), kAsn1ObjectIdentifier));
+        if (type != nullptr && type->shortName == std::string_view("id-signingTime")) {
+            return ca::Child(ca::Child(attribute, 1), 0);
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring OctetsText(const CAsn1OctetString* octets) {
+    return Hex(OctetStringOf(octets));
+}
+
+std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest) {
+    return AlgorithmText(ElementOf(algorithm)) + L": " + OctetsText(digest);
+}
+
+std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest) {
+    const OidInfo* info = FindOidByShortName(shortName);
+    return (info != nullptr ? SetZORNAMessage(info->messageId) : std::wstring()) + L": " +
+           OctetsText(digest);
+}
+
+std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate) {
+    return GeneralNamesLine(certificate.Issuer()->ContentOctets()) + L", " +
+           SerialText(OctetsOf(certificate.Serial()));
+}
+
+std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate) {
+    return ReadableName(ElementOf(*certificate.Issuer())) + L", " +
+           SerialText(OctetsOf(certificate.SerialNumber()));
+}
+
+std::wstring SignerIdText(const CAsn1SignerIdentifier& id) {
+    if (id.IssuerAndSerialNumber() != nullptr) {
+        return IssuerSerialText(*id.IssuerAndSerialNumber());
+    }
+    return SetZORNAMessage(kMsgKey) + (L": " + OctetsText(id.SubjectKeyIdentifier()));
+}
+
+void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines) {
+    lines.Line(label, DecimalText(count));
+}
+
+void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines) {
+    lines.Line(kMsgSigner, SignerIdText(*signer.Sid()));
+    const CTextLines::Level level(lines);
+    lines.Line(kMsgFieldSignatureAlg, SignerAlgorithmText(ElementOf(*signer.SignatureAlgorithm()),
+                                                          ElementOf(*signer.DigestAlgorithm())));
+    if (const CAsn1Element time = SigningTimeOf(signer); !time.raw.empty()) {
+        lines.Line(kMsgTime, TimeLine(time));
+    }
+}
+
+void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines) {
+    const CDecoded<CAsn1ContentInfo> message(contentInfo, Asn1Blocks::kRead);
+    if (message->Content() == nullptr) {
+        throw MakeAsn1Missing("ContentInfo.content", 0);
+    }
+    const CDecoded<CAsn1SignedData> signedData(Changeable(message->Content()->Raw()),
+                                               Asn1Blocks::kRead);
+    SayContent(*signedData->EncapContentInfo(), lines);
+    SayEach(*signedData->SignerInfos(), lines,
+            [&](const CAsn1SignerInfo& signer) { SaySigner(signer, lines); });
+    if (signedData->Certificates() != nullptr) {
+        SayCount(kMsgCertificates, signedData->Certificates()->Count(), lines);
+    }
+}
+
+}  // namespace ca

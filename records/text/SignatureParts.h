@@ -1,0 +1,44 @@
+#pragma once
+
+#include "records/text/Elements.h"
+#include "records/text/TextLines.h"
+
+#include <string>
+
+class CAsn1IssuerAndSerialNumber;
+class CAsn1IssuerSerial;
+class CAsn1OctetString;
+class CAsn1SignerIdentifier;
+class CAsn1SignerInfo;
+
+// Parts that the texts of several attributes of signatures have in common.
+
+namespace ca {
+
+/// The octets of an OCTET STRING, its segments joined, in hexadecimal digits.
+std::wstring OctetsText(const CAsn1OctetString* octets);
+
+/// "SHA-256: hex"
+std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest);
+/// The same for an algorithm that is implied, by its short name.
+std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest);
+
+/// "C=RU, CN=Authority, 0a1b": issuer and serial number in a line.
+std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate);
+std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate);
+
+/// What names a signer or a recipient, in a line: IssuerSerialText(), or "Key: hex".
+std::wstring SignerIdText(const CAsn1SignerIdentifier& id);
+
+/// "Certificates: 3"
+void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines);
+
+/// Says a signer: its identifier, its algorithms and, where it is signed, the time.
+void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines);
+
+/// Says a signed message that is an attribute's value: a time-stamp token (RFC 3161 2.4.2) with
+/// what it stamps, or what any other message holds; its signers and the count of certificates.
+/// Throws ca::Exception for what is no signed message.
+void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines);
+
+}  // namespace ca
