@@ -25,9 +25,6 @@ void CCryptoModule::GetSignInfo2(ca::CryptPacket&) {
 void CCryptoModule::GetSignType(ca::CryptPacket&) {
     Refuse();
 }
-void CCryptoModule::GetRecipientsList(ca::CryptPacket&) {
-    Refuse();
-}
 void CCryptoModule::ShowCert(ca::CryptPacket&) {
     Refuse();
 }

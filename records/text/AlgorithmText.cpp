@@ -69,6 +69,7 @@ constexpr DigestRow kDigests[] = {
 };
 
 constexpr std::string_view kPss = "id-RSASSA-PSS";
+constexpr std::string_view kOaep = "id-RSAES-OAEP";
 constexpr std::string_view kRsa = "rsaEncryption";
 constexpr std::string_view kEc = "id-ecPublicKey";
 constexpr std::string_view kGostKeys[] = {"id-tc26-gost3410-12-256", "id-tc26-gost3410-12-512",
@@ -100,6 +101,7 @@ std::string_view DigestOf(std::string_view algorithm) {
 // RSASSA-PSS-params ::= SEQUENCE {                            RFC 4055, 3.1
 //     hashAlgorithm [0] DEFAULT sha1, maskGenAlgorithm [1] DEFAULT mgf1SHA1,
 //     saltLength [2] INTEGER DEFAULT 20, trailerField [3] INTEGER DEFAULT 1 }
+// The first two members of RSAES-OAEP-params (4.1) are the same.
 struct PssParams {
     std::wstring digest = NameOf("id-sha1");
     std::wstring maskDigest = digest;
@@ -229,6 +231,18 @@ std::wstring AlgorithmText(const CAsn1Element& algorithm) {
                 std::to_wstring(params.saltLength);
     }
     return text;
+}
+
+std::wstring InnerAlgorithmText(const CAsn1Element& algorithm) {
+    const CAsn1Element params = Child(algorithm, 1);
+    if (params.tag != kAsn1Sequence) {
+        return {};
+    }
+    if (ShortNameOf(TypeOf(algorithm)) == kOaep) {
+        const PssParams digests = ReadPss(algorithm);
+        return digests.digest + L", MGF1 " + digests.maskDigest;
+    }
+    return AlgorithmText(params);
 }
 
 std::wstring SignatureDigestText(const CAsn1Element& algorithm) {

@@ -10,6 +10,11 @@ namespace ca {
 /// one. RSA-PSS with its parameters: "RSA-PSS, SHA-256, MGF1 SHA-256, 32" (RFC 4055 3.1).
 std::wstring AlgorithmText(const CAsn1Element& algorithm);
 
+/// The algorithm that an algorithm's parameters name: the key wrap of a key agreement (RFC 5753
+/// 7.1.4), the cipher of a key wrap by password (RFC 3211 2.3), the digests of RSA-OAEP (RFC 4055
+/// 4.1). "" when they name none.
+std::wstring InnerAlgorithmText(const CAsn1Element& algorithm);
+
 /// The name of the digest that a signature algorithm works with; "" when it is not known.
 std::wstring SignatureDigestText(const CAsn1Element& algorithm);
 

@@ -35,7 +35,7 @@ constexpr ModeCase kModes[] = {
     {37, L"> EnumStore", false, 0},        {38, L"> EnumCerts", false, 0},
     {39, L"> ShowCert", true, kUnsupported},
     {40, L"> TranslateCRL2", false, 0},
-    {41, L"> GetRecipientsList", false, kUnsupported},
+    {41, L"> GetRecipientsList", false, kNoData},
     {42, nullptr, false, 0},               {44, L"> GetSignType", false, kUnsupported},
     {45, L"> SetCert2", false, kNoData},
     {47, L"> GetCurStore", false, 0},      {50, L"> CreateHash", false, 0},

@@ -1,0 +1,35 @@
+// Operations on enveloped messages.
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "module/CryptoModule.h"
+#include "module/ops/RequestPayload.h"
+#include "records/RecipientsFill.h"
+#include "records/StringArray.h"
+
+#include <memory>
+
+namespace {
+
+// The first envelope among the objects. Throws 16306 when there is none.
+std::span<unsigned char> RequireEnvelope(const std::vector<ca::PayloadItem>& items) {
+    for (const ca::PayloadItem& item : items) {
+        if (const auto envelope = ca::FindEnvelope(item.octets); !envelope.empty()) {
+            return envelope;
+        }
+    }
+    throw ca::Exception(ca::kErrBadData);
+}
+
+}  // namespace
+
+// Answers with who can read the file data: a record each, and the ids of those that are named.
+void CCryptoModule::GetRecipientsList(ca::CryptPacket& packet) {
+    const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
+    ca::Recipients recipients = ca::DescribeRecipients(RequireEnvelope(items));
+    auto ids = std::make_unique<ca::StringArray>(ca::kTypeCertificates);
+    ids->items = std::move(recipients.ids);
+    auto records = std::make_unique<ca::CertInfos2>(std::move(recipients.records));
+    packet.Response().SetObject(records.release(), /*clear=*/true);  // the container owns them now
+    packet.Response().SetObject(ids.release(), /*clear=*/false);
+}

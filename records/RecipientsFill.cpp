@@ -1,0 +1,249 @@
+#include "records/RecipientsFill.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/cms/RecipientInfo.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "records/CertInfoFill.h"
+#include "records/ValidityText.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Decoded.h"
+#include "records/text/Elements.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+using ca::CertInfo2;
+using ca::Octets;
+
+constexpr std::string_view kEnvelopes[] = {"id-envelopedData", "id-ct-authEnvelopedData",
+                                           "id-ct-authData", "signedAndEnvelopedData"};
+constexpr std::wstring_view kOriKeyTransPsk = L"1.2.840.113549.1.9.16.13.1";  // RFC 8696, 3
+constexpr std::wstring_view kOriKem = L"1.2.840.113549.1.9.16.13.3";          // RFC 9629, 4
+
+bool IsAllZero(Octets octets) {
+    return std::ranges::all_of(octets, [](unsigned char octet) { return octet == 0; });
+}
+
+// Collects the recipients, one record each.
+class CCollector {
+  public:
+    void AddAll(const CAsn1SetOf<CAsn1RecipientInfo>& infos) {
+        AddEach(infos, [this](const CAsn1RecipientInfo& info) { AddInfo(info); });
+    }
+
+    // Throws 16253 when nobody is named and nothing was unreadable.
+    ca::Recipients Take() {
+        if (m_recipients.ids.empty() && !m_hasFault) {
+            throw ca::Exception(ca::kErrRecipientsHidden);
+        }
+        return std::move(m_recipients);
+    }
+
+  private:
+    CertInfo2& Start() {
+        auto record = std::make_unique<CertInfo2>();
+        record->publicKeyAlg = m_algorithm;
+        record->publicKeyParams = m_parameters;
+        ca::FillValidity({}, {}, record->validity, record->validityNumber);
+        Records().emplace_back(std::move(record));
+        return *Records().back();
+    }
+
+    std::vector<ca::OwnedPtr<CertInfo2>>& Records() { return m_recipients.records.items; }
+
+    // Adds what could be read of each element. A fault stands in the record of its element.
+    template <class List, class AddOne>
+    void AddEach(const List& list, AddOne add) {
+        for (auto at = list.Elements(); at.Next();) {
+            const std::size_t before = Records().size();
+            try {
+                if (at.Item() != nullptr) {
+                    add(*at.Item());
+                }
+                ca::Good(at);
+            } catch (const ca::Exception& fault) {
+                m_hasFault = true;
+                if (Records().size() == before) {
+                    Start().description = ca::UnreadableText(at.Raw());
+                }
+                ca::AddError(Records().back()->error, fault.message);
+            }
+        }
+    }
+
+    // The records that follow tell this algorithm.
+    void SetAlgorithm(const CAsn1AlgorithmIdentifier* algorithm) {
+        const CAsn1Element element =
+            algorithm != nullptr ? ca::ElementOf(*algorithm) : CAsn1Element();
+        m_algorithm = ca::AlgorithmText(element);
+        m_parameters = ca::InnerAlgorithmText(element);
+    }
+
+    void AddInfo(const CAsn1RecipientInfo& info) {
+        SetAlgorithm(nullptr);
+        if (const CAsn1KeyTransRecipientInfo* ktri = info.Ktri()) {
+            AddTransported(*ktri);
+        } else if (const CAsn1KeyAgreeRecipientInfo* kari = info.Kari()) {
+            SetAlgorithm(kari->KeyEncryptionAlgorithm());
+            AddAgreed(kari->RecipientEncryptedKeys());
+        } else if (const CAsn1KekRecipientInfo* kekri = info.Kekri()) {
+            SetAlgorithm(kekri->KeyEncryptionAlgorithm());
+            if (kekri->KekId() != nullptr && kekri->KekId()->KeyIdentifier() != nullptr) {
+                AddKey(*kekri->KekId()->KeyIdentifier());
+            }
+        } else if (const CAsn1PasswordRecipientInfo* pwri = info.Pwri()) {
+            SetAlgorithm(pwri->KeyEncryptionAlgorithm());
+            AddPassword(*pwri);
+        } else if (const CAsn1OtherRecipientInfo* ori = info.Ori()) {
+            AddOther(*ori);
+        }
+    }
+
+    void AddTransported(const CAsn1KeyTransRecipientInfo& info) {
+        SetAlgorithm(info.KeyEncryptionAlgorithm());
+        Add(info.Rid());
+    }
+
+    void AddAgreed(const CAsn1SequenceOf<CAsn1RecipientEncryptedKey>* keys) {
+        if (keys == nullptr) {
+            return;
+        }
+        AddEach(*keys, [this](const CAsn1RecipientEncryptedKey& key) {
+            if (key.Rid() == nullptr) {
+                return;
+            }
+            if (const CAsn1RecipientKeyIdentifier* id = key.Rid()->RKeyId()) {
+                AddKey(*id->SubjectKeyIdentifier());
+            } else if (key.Rid()->IssuerAndSerialNumber() != nullptr) {
+                AddCertificate(*key.Rid()->IssuerAndSerialNumber());
+            }
+        });
+    }
+
+    void AddPassword(const CAsn1PasswordRecipientInfo& recipient) {
+        const CAsn1AlgorithmIdentifier* derivation = recipient.KeyDerivationAlgorithm();
+        Start().description =
+            derivation != nullptr ? ca::AlgorithmText(ca::ElementOf(*derivation)) : m_algorithm;
+    }
+
+    void AddOther(const CAsn1OtherRecipientInfo& recipient) {
+        const Octets type = OctetsOf(recipient.OriType());
+        const std::wstring dotted = ca::OidText(type);
+        if (dotted == kOriKem && recipient.OriValue() != nullptr) {
+            AddEncapsulated(ca::Changeable(recipient.OriValue()->Raw()));
+        } else if (dotted == kOriKeyTransPsk && recipient.OriValue() != nullptr) {
+            AddWithPsk(ca::FirstElement(recipient.OriValue()->Raw()));
+        } else {
+            Start().description = ca::OidWithName(type);
+        }
+    }
+
+    void AddEncapsulated(std::span<unsigned char> value) {
+        const ca::CDecoded<CAsn1KemRecipientInfo> kem(value);
+        m_algorithm = ca::AlgorithmText(ca::ElementOf(*kem->Kem()));
+        m_parameters = ca::AlgorithmText(ca::ElementOf(*kem->Wrap()));
+        Add(kem->Rid());
+    }
+
+    // KeyTransPSKRecipientInfo ::= SEQUENCE { version INTEGER, pskid OCTET STRING,
+    //     kdfAlgorithm, keyEncryptionAlgorithm AlgorithmIdentifier,
+    //     ktris SEQUENCE OF KeyTransRecipientInfo, encryptedKey OCTET STRING }     RFC 8696, 3
+    void AddWithPsk(const CAsn1Element& value) {
+        constexpr std::size_t kKtris = 4;
+        const ca::CDecoded<CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>> infos(
+            ca::Child(value, kKtris).raw);
+        AddEach(*infos, [this](const CAsn1KeyTransRecipientInfo& info) { AddTransported(info); });
+    }
+
+    void Add(const CAsn1SignerIdentifier* id) {
+        if (id == nullptr) {
+            return;
+        }
+        if (id->IssuerAndSerialNumber() != nullptr) {
+            AddCertificate(*id->IssuerAndSerialNumber());
+        } else if (id->SubjectKeyIdentifier() != nullptr) {
+            AddKey(*id->SubjectKeyIdentifier());
+        }
+    }
+
+    void AddCertificate(const CAsn1IssuerAndSerialNumber& id) {
+        CertInfo2& record = Start();
+        const Octets serial = OctetsOf(id.SerialNumber());
+        record.serial = ca::SerialText(serial);
+        if (id.Issuer() == nullptr) {
+            return;
+        }
+        ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*id.Issuer()));
+        record.issuer = std::move(issuer.readable);
+        record.oidIssuer = std::move(issuer.oid);
+        record.x500NameIssuer = std::move(issuer.x500);
+        record.issuerTags = std::move(issuer.tags);
+        ca::AddError(record.error, issuer.error);
+        // An empty name with the number 0 hides the recipient.
+        if (!id.Issuer()->ContentOctets().empty() || !IsAllZero(serial)) {
+            Name(record, ca::ElementOf(id).raw);
+        }
+    }
+
+    void AddKey(const CAsn1OctetString& id) {
+        CertInfo2& record = Start();
+        const std::vector<unsigned char> key = OctetStringOf(&id);
+        record.serial = ca::Hex(key);
+        record.description = SetZORNAMessage(kMsgKey) + (L": " + record.serial);
+        if (!IsAllZero(key)) {
+            Name(record, key);
+        }
+    }
+
+    void Name(CertInfo2& record, Octets identifier) {
+        record.id = ca::Sha1Hex(identifier);
+        m_recipients.ids.push_back(record.id);
+    }
+
+    ca::Recipients m_recipients;
+    std::wstring m_algorithm;
+    std::wstring m_parameters;
+    bool m_hasFault = false;
+};
+
+// The recipients stand behind the version and, tagged [0], what the originator adds.
+CAsn1Element RecipientInfosOf(const CAsn1Element& envelope) {
+    const std::size_t index = ca::Child(envelope, 1).tag == ca::ContextConstructed(0) ? 2 : 1;
+    return ca::Child(envelope, index);
+}
+
+}  // namespace
+
+namespace ca {
+
+std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo) {
+    const CAsn1Element message = FirstElement(contentInfo);
+    const OidInfo* type = FindOid(ContentIf(Child(message, 0), kAsn1ObjectIdentifier));
+    const CAsn1Element content = Child(message, 1);
+    const bool isEnvelope =
+        type != nullptr && std::ranges::find(kEnvelopes, type->shortName) != std::end(kEnvelopes);
+    return isEnvelope && content.tag == ContextConstructed(0) ? Child(content, 0).raw
+                                                              : std::span<unsigned char>();
+}
+
+Recipients DescribeRecipients(std::span<unsigned char> envelope) {
+    const CAsn1Element infos = RecipientInfosOf(FirstElement(envelope));
+    if (infos.tag != kAsn1Set) {
+        throw Exception(kErrBadData);
+    }
+    const CDecoded<CAsn1SetOf<CAsn1RecipientInfo>> list(infos.raw, Asn1Blocks::kRead);
+    CCollector collector;
+    collector.AddAll(*list);
+    return collector.Take();
+}
+
+}  // namespace ca
