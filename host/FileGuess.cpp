@@ -12,6 +12,7 @@
 
 namespace {
 
+using ca::AsText;
 using ca::Child;
 using host::Description;
 
@@ -48,10 +49,6 @@ constexpr TypeRow kContentTypes[] = {
 };
 
 constexpr std::size_t kMembersLookedAt = 4;
-
-std::string_view AsText(ca::Octets octets) {
-    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
-}
 
 // Identifier octets of the first members.
 std::string TagsOf(const CAsn1Element& parent) {

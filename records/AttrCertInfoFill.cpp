@@ -18,9 +18,9 @@ using ca::AttrCertInfo;
 using ca::Octets;
 
 // The name of a directory among GeneralNames; without octets when there is none.
-CAsn1Element DirectoryName(const CAsn1GeneralNames& names) {
+CAsn1Element DirectoryName(std::span<unsigned char> names) {
     CAsn1Element name;
-    for (CAsn1Cursor cursor(names.ContentOctets()); !cursor.AtEnd();) {
+    for (CAsn1Cursor cursor(names); !cursor.AtEnd();) {
         if (cursor.Next(name) != Asn1Fault::kNone) {
             break;
         }
@@ -37,7 +37,7 @@ ca::NameForms FormsOf(const CAsn1GeneralNames* names, std::wstring& error) {
     if (names == nullptr) {
         return forms;
     }
-    const CAsn1Element directory = DirectoryName(*names);
+    const CAsn1Element directory = DirectoryName(names->ContentOctets());
     if (directory.raw.empty()) {
         forms.readable = ca::GeneralNamesLine(names->ContentOctets());
         return forms;
@@ -129,9 +129,7 @@ void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertI
         ca::FillAttribute(attribute, record.attributes, record.error);
     }
     if (!cursor.AtEnd()) {
-        ca::CTextLines more;
-        more.Shows(ca::kMaxListed, ca::kMaxListed + ca::CountElements(cursor));
-        ca::AddError(record.error, more.Take());
+        ca::AddError(record.error, ca::MoreText(ca::CountElements(cursor)));
     }
 }
 
@@ -170,6 +168,15 @@ bool IsSubjectV1(const CAsn1Element& holder) {
     return holder.tag == ca::ContextConstructed(0) || holder.tag == ca::ContextConstructed(1);
 }
 
+void AddNames(const CAsn1Element& part, ca::CertificateNames& names) {
+    if (part.tag == ca::ContextConstructed(0)) {
+        names.issuer = ca::AsText(DirectoryName(ca::Child(part, 0).content).raw);
+        names.serial = ca::AsText(ca::ContentIf(ca::Child(part, 1), kAsn1Integer));
+    } else if (part.tag == ca::ContextConstructed(1)) {
+        names.subject = ca::AsText(DirectoryName(part.content).raw);
+    }
+}
+
 }  // namespace
 
 namespace ca {
@@ -188,6 +195,18 @@ bool LooksLikeAttributeCertificate(Octets octets) {
     }
     return Child(info, 0).tag == kAsn1Integer && holder.tag == kAsn1Sequence &&
            inHolder >= ContextConstructed(0) && inHolder <= ContextConstructed(2);
+}
+
+CertificateNames HolderNames(std::span<unsigned char> attributeCertificate) {
+    const CAsn1Element holder = HolderOf(Child(FirstElement(attributeCertificate), 0));
+    CertificateNames names;
+    if (IsSubjectV1(holder)) {
+        AddNames(holder, names);
+    } else {
+        AddNames(Child(holder, 0), names);
+        AddNames(Child(holder, 1), names);
+    }
+    return names;
 }
 
 void FillAttrCertInfo(std::span<unsigned char> der, AttrCertInfo& record) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/AttrCertInfo.h"
+#include "records/CertificateBundle.h"
 
 #include <span>
 
@@ -9,6 +10,10 @@ namespace ca {
 /// True for octets that begin with the frame of an attribute certificate: a signed SEQUENCE whose
 /// first part has the holder where a certificate has its serial number. Looks at a few tags only.
 bool LooksLikeAttributeCertificate(std::span<const unsigned char> octets);
+
+/// What names the certificate of the holder (RFC 5755 4.2.2): issuer and serial number, or the
+/// subject; of names that are no directory's nothing. Views the octets.
+CertificateNames HolderNames(std::span<unsigned char> attributeCertificate);
 
 /// Describes an attribute certificate, version 2 (RFC 5755 4) or 1 (RFC 5652 10.2.7, X.509-1997).
 ///

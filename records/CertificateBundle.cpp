@@ -11,36 +11,19 @@
 
 namespace {
 
-using ca::Octets;
-
 constexpr std::size_t kMaxIssuers = 16;  // records nested in one description
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-
-std::string_view AsText(Octets octets) {
-    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
-}
-
-struct Names {
-    std::string_view issuer;  // encodings
-    std::string_view subject;
-};
-
-Names NamesOf(std::span<unsigned char> certificate) {
-    const CAsn1Element tbs = ca::Child(ca::FirstElement(certificate), 0);
-    const std::size_t serial = ca::Child(tbs, 0).tag == ca::ContextConstructed(0) ? 1 : 0;
-    return {AsText(ca::Child(tbs, serial + 2).raw), AsText(ca::Child(tbs, serial + 4).raw)};
-}
 
 // Who issued whom in a bundle, by names: index of each certificate's issuer, kNone for none.
 std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
     std::unordered_map<std::string_view, std::size_t> bySubject;
-    std::vector<Names> names;
+    std::vector<ca::CertificateNames> names;
     for (const auto& certificate : bundle.certificates) {
-        names.push_back(NamesOf(certificate));
+        names.push_back(ca::NamesOf(certificate));
         bySubject.emplace(names.back().subject, names.size() - 1);
     }
     std::vector<std::size_t> issuers;
-    for (const Names& name : names) {
+    for (const ca::CertificateNames& name : names) {
         const auto found = bySubject.find(name.issuer);
         const bool isKnown = found != bySubject.end() && name.issuer != name.subject;
         issuers.push_back(isKnown ? found->second : kNone);
@@ -61,6 +44,13 @@ void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bun
 }  // namespace
 
 namespace ca {
+
+CertificateNames NamesOf(std::span<unsigned char> certificate) {
+    const CAsn1Element tbs = Child(FirstElement(certificate), 0);
+    const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
+    return {AsText(Child(tbs, serial + 2).raw), AsText(Child(tbs, serial).content),
+            AsText(Child(tbs, serial + 4).raw)};
+}
 
 CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag) {
     const OidInfo* type = FindOid(ContentIf(Child(contentInfo, 0), kAsn1ObjectIdentifier));

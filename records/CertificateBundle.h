@@ -5,9 +5,20 @@
 
 #include <cstddef>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace ca {
+
+/// What names a certificate or its holder, as encoded: views of the octets.
+struct CertificateNames {
+    std::string_view issuer;   ///< the Name
+    std::string_view serial;   ///< content of the INTEGER
+    std::string_view subject;  ///< the Name
+};
+
+/// The names in something that looks like a certificate.
+CertificateNames NamesOf(std::span<unsigned char> certificate);
 
 /// The certificates found in what a client handed in.
 struct CertificateBundle {

@@ -18,4 +18,11 @@ void FillValidity(const TimeForms& from, const TimeForms& to, std::wstring& text
                      : SetZORNAMessage(kMsgCertNotVerified);
 }
 
+void FillNotVerified(VerificationResult& result) {
+    result.signatureVerifyResult = kErrNotVerified;
+    result.signatureVerifyResultString = SetZORNAMessage(kMsgSignatureNotVerified);
+    result.certificateVerifyResult = kErrNotVerified;
+    result.certificateVerifyResultString = SetZORNAMessage(kMsgCertNotVerified);
+}
+
 }  // namespace ca

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/VerificationResult.h"
 #include "records/text/TimeText.h"
 
 #include <cstdint>
@@ -12,5 +13,9 @@ namespace ca {
 /// verified"; a period that cannot be read was not checked either.
 void FillValidity(const TimeForms& from, const TimeForms& to, std::wstring& text,
                   std::uint32_t& number);
+
+/// Says of signature and certificate that they were not verified: an unchecked signature must never
+/// read as a good one.
+void FillNotVerified(VerificationResult& result);
 
 }  // namespace ca

@@ -1,13 +1,12 @@
 // Signing, hashing and encrypting: placeholder results.
 
 #include "common/Encode.h"
-#include "common/ErrorCodes.h"
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
 #include "module/RecordTypes.h"
 #include "records/FileData.h"
-#include "records/VerificationResult.h"
+#include "records/ValidityText.h"
 
 #include <memory>
 #include <vector>
@@ -80,13 +79,9 @@ void CCryptoModule::CreateHash(ca::CryptPacket& packet) {
     AnswerFileData(packet, 0);
 }
 
-// Placeholder: nothing is checked, and the codes say so, since an unchecked signature must never
-// read as a good one.
+// Placeholder: nothing is checked, and the codes say so.
 void CCryptoModule::VerifyRaw(ca::CryptPacket& packet) {
     auto result = std::make_unique<ca::VerificationResult>();
-    result->signatureVerifyResult = ca::kErrNotVerified;
-    result->signatureVerifyResultString = SetZORNAMessage(kMsgSignatureNotVerified);
-    result->certificateVerifyResult = ca::kErrNotVerified;
-    result->certificateVerifyResultString = SetZORNAMessage(kMsgCertNotVerified);
+    ca::FillNotVerified(*result);
     packet.Response().SetObject(result.release(), /*clear=*/true);
 }

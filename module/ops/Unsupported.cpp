@@ -13,18 +13,6 @@ namespace {
 
 }  // namespace
 
-void CCryptoModule::Verify(ca::CryptPacket&) {
-    Refuse();
-}
-void CCryptoModule::GetSignInfo(ca::CryptPacket&) {
-    Refuse();
-}
-void CCryptoModule::GetSignInfo2(ca::CryptPacket&) {
-    Refuse();
-}
-void CCryptoModule::GetSignType(ca::CryptPacket&) {
-    Refuse();
-}
 void CCryptoModule::ShowCert(ca::CryptPacket&) {
     Refuse();
 }

@@ -6,10 +6,16 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace ca {
 
 using Octets = std::span<const unsigned char>;
+
+/// Octets as a key of a container.
+inline std::string_view AsText(Octets octets) {
+    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
+}
 
 /// Identifier octets of [number], primitive and constructed.
 constexpr unsigned char ContextTag(unsigned number) {

@@ -8,14 +8,6 @@
 #include <string_view>
 #include <unordered_set>
 
-namespace {
-
-std::string_view AsText(ca::Octets octets) {
-    return {reinterpret_cast<const char*>(octets.data()), octets.size()};
-}
-
-}  // namespace
-
 namespace ca {
 
 void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& records,
@@ -48,9 +40,7 @@ void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollectio
         }
     }
     if (!cursor.AtEnd()) {
-        CTextLines more;
-        more.Shows(kMaxListed, kMaxListed + CountElements(cursor));
-        AddError(error, more.Take());
+        AddError(error, MoreText(CountElements(cursor)));
     }
 }
 

@@ -274,12 +274,6 @@ std::wstring X500Text(const std::vector<Attribute>& attributes) {
     return out;
 }
 
-std::wstring MoreText(std::size_t count) {
-    ca::CTextLines lines;
-    lines.Shows(ca::kMaxListed, ca::kMaxListed + count);
-    return lines.Take();
-}
-
 }  // namespace
 
 namespace ca {

@@ -70,17 +70,12 @@ bool CTextLines::Shows(std::size_t index, std::size_t count) {
 }
 
 void CTextLines::SayMore(std::size_t count) {
-    std::wstring line = SetZORNAMessage(kMsgAndMore);
-    const std::size_t place = line.find(L'N');
-    if (place != std::wstring::npos) {
-        line.replace(place, 1, std::to_wstring(count));
-    }
     if (!m_isEmpty) {
         m_text += L'\n';
     }
     m_isEmpty = false;
     m_text.append(2 * std::min(m_level, kMaxIndent), L' ');
-    m_text += line;
+    m_text += MoreText(count);
 }
 
 std::wstring CTextLines::Take() {
@@ -91,6 +86,15 @@ std::wstring CTextLines::Take() {
     m_isEmpty = true;
     m_isOpen = false;
     return std::exchange(m_text, {});
+}
+
+std::wstring MoreText(std::size_t count) {
+    std::wstring line = SetZORNAMessage(kMsgAndMore);
+    const std::size_t place = line.find(L'N');
+    if (place != std::wstring::npos) {
+        line.replace(place, 1, std::to_wstring(count));
+    }
+    return line;
 }
 
 }  // namespace ca

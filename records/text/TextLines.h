@@ -60,4 +60,7 @@ class CTextLines {
     bool m_isOpen = false;  // Append() has a line to continue
 };
 
+/// What Shows() says when `count` elements are left: "\u2026 and N more".
+std::wstring MoreText(std::size_t count);
+
 }  // namespace ca

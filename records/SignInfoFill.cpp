@@ -1,0 +1,265 @@
+#include "records/SignInfoFill.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/cms/SignedData.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "records/AttrCertInfoFill.h"
+#include "records/CertInfoFill.h"
+#include "records/SignatureAttributes.h"
+#include "records/SignerCertificates.h"
+#include "records/ValidityText.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+using ca::CertInfo;
+using ca::SignInfo;
+using Signers = CAsn1ListCursor<CAsn1SignerInfo>;
+
+// Octets of what was described already that are described again: a multiple of the message's, and
+// as many as a small message may always have.
+constexpr std::size_t kRepeats = 2;
+constexpr std::size_t kRepeatedAlways = 1 << 20;
+
+void FillIssuer(const CAsn1IssuerAndSerialNumber& signer, CertInfo& record) {
+    if (signer.Issuer() != nullptr) {
+        ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*signer.Issuer()));
+        record.issuer = std::move(issuer.readable);
+        record.oidIssuer = std::move(issuer.oid);
+        record.x500NameIssuer = std::move(issuer.x500);
+        record.issuerTags = std::move(issuer.tags);
+        ca::AddError(record.error, issuer.error);
+    }
+    record.serial = ca::SerialText(OctetsOf(signer.SerialNumber()));
+}
+
+// A key identifier stands where a certificate would have it: among the extensions.
+void FillKeyIdentifier(const CAsn1OctetString& key, CertInfo& record) {
+    auto extension = std::make_unique<ca::CertInfoExtension>();
+    extension->oidFriendlyName = ca::OidName(ca::kSubjectKeyIdentifier);
+    extension->oidValue = ca::OidText(ca::kSubjectKeyIdentifier);
+    extension->formattedData = ca::Hex(OctetStringOf(&key));
+    record.extensions.items.emplace_back(std::move(extension));
+}
+
+// What the signer itself says of its certificate.
+void FillFromIdentifier(const CAsn1SignerIdentifier& signer, CertInfo& record) {
+    if (const CAsn1IssuerAndSerialNumber* name = signer.IssuerAndSerialNumber()) {
+        FillIssuer(*name, record);
+    } else if (const CAsn1OctetString* key = signer.SubjectKeyIdentifier()) {
+        FillKeyIdentifier(*key, record);
+    }
+}
+
+ca::CertificateNames NamesOf(const CAsn1SignerIdentifier& signer) {
+    ca::CertificateNames names;
+    const CAsn1IssuerAndSerialNumber* name = signer.IssuerAndSerialNumber();
+    if (name != nullptr && name->Issuer() != nullptr) {
+        names.issuer = ca::AsText(name->Issuer()->Raw());
+        names.serial = ca::AsText(OctetsOf(name->SerialNumber()));
+    }
+    return names;
+}
+
+void FillAlgorithms(const CAsn1SignerInfo& signer, SignInfo& record) {
+    const CAsn1AlgorithmIdentifier* digest = signer.DigestAlgorithm();
+    const CAsn1Element digestElement = digest != nullptr ? ca::ElementOf(*digest) : CAsn1Element();
+    if (digest != nullptr) {
+        record.hashAlg = ca::AlgorithmText(digestElement);
+    }
+    if (const CAsn1AlgorithmIdentifier* signature = signer.SignatureAlgorithm()) {
+        record.signAlg = ca::SignerAlgorithmText(ca::ElementOf(*signature), digestElement);
+    }
+}
+
+void FillSignId(const CAsn1OctetString* signature, SignInfo& record) {
+    if (signature == nullptr) {
+        return;
+    }
+    try {
+        record.signId = ca::Sha1Hex(OctetStringOf(signature));
+    } catch (const ca::Exception& fault) {
+        ca::AddError(record.signCert.error, fault.message);
+    }
+}
+
+// Describes the signers of one message.
+class CSignerDescriber {
+  public:
+    CSignerDescriber(std::span<unsigned char> certificates, std::size_t messageSize,
+                     bool isAttached)
+        : m_certificates(certificates),
+          m_repeats(kRepeats * messageSize + kRepeatedAlways),
+          m_isAttached(isAttached) {}
+
+    // \param level  0 for the signers of the message.
+    // \param error  gets how many were not described.
+    void DescribeAll(std::span<unsigned char> signers, const CAsn1Block& list, unsigned level,
+                     ca::SignInfos& records, std::wstring& error) {
+        Signers at(signers, list);
+        while (m_count < ca::kMaxSignatures && at.Next()) {
+            ++m_count;
+            std::unique_ptr<SignInfo> record = NewRecord();
+            Describe(at, level, *record);
+            records.items.emplace_back(std::move(record));
+        }
+        if (m_count == ca::kMaxSignatures) {
+            const std::size_t all = ca::CountElements(CAsn1Cursor(signers));
+            const std::size_t left = all - std::min(all, records.items.size());
+            ca::AddError(error, left != 0 ? ca::MoreText(left) : std::wstring());
+        }
+    }
+
+    // The record of a signature of which nothing is known yet.
+    std::unique_ptr<SignInfo> NewRecord() const {
+        auto record = std::make_unique<SignInfo>();
+        ca::FillNotVerified(record->verifyResultEx);
+        record->verifyResult = record->verifyResultEx.signatureVerifyResultString;
+        record->isAttached = m_isAttached;
+        ca::FillValidity({}, {}, record->signCert.validity, record->signCert.validityNumber);
+        record->attrCert.validityNumber = ca::kErrNotVerified;  // 0 would read as a good one
+        return record;
+    }
+
+  private:
+    void Describe(Signers& at, unsigned level, SignInfo& record) {
+        const CAsn1SignerInfo* signer = at.Item();
+        if (signer == nullptr) {
+            ca::AddError(record.signCert.error, ca::UnreadableText(at.Raw()));
+        } else {
+            FillCertificates(signer->Sid(), record);
+        }
+        if (at.Fault() != nullptr) {
+            ca::AddError(record.signCert.error, at.Fault()->message);
+        }
+        if (signer != nullptr) {
+            FillAlgorithms(*signer, record);
+            FillSignId(signer->Signature(), record);
+            FillAttributes(*signer, level, record);
+        }
+    }
+
+    // Takes octets from what may be described again.
+    bool MayRepeat(std::size_t octets) {
+        const bool may = octets <= m_repeats;
+        m_repeats -= may ? octets : 0;
+        return may;
+    }
+
+    bool MayDescribe(ca::SignerCertificate& certificate) {
+        const bool isFirst = !certificate.isDescribed;
+        certificate.isDescribed = true;
+        return isFirst || MayRepeat(certificate.der.size());
+    }
+
+    void FillCertificates(const CAsn1SignerIdentifier* signer, SignInfo& record) {
+        if (signer == nullptr) {
+            return;
+        }
+        ca::SignerCertificate* certificate = m_certificates.Find(*signer);
+        if (certificate != nullptr && MayDescribe(*certificate)) {
+            ca::FillCertInfo(certificate->der, record.signCert);
+        } else {
+            FillFromIdentifier(*signer, record.signCert);
+            ca::AddError(record.signCert.error,
+                         SetZORNAMessage(certificate != nullptr ? kMsgCertDescribedEnough
+                                                                : kMsgCertNotInMessage));
+        }
+        ca::SignerCertificate* attributes = m_certificates.FindAttributes(
+            certificate != nullptr ? ca::NamesOf(certificate->der) : NamesOf(*signer));
+        if (attributes == nullptr) {
+            return;
+        }
+        if (MayDescribe(*attributes)) {
+            ca::FillAttrCertInfo(attributes->der, record.attrCert);
+        } else {
+            ca::AddError(record.attrCert.error, SetZORNAMessage(kMsgCertDescribedEnough));
+        }
+    }
+
+    void FillAttributes(const CAsn1SignerInfo& signer, unsigned level, SignInfo& record) {
+        ca::CSignatureAttributes attributes(record);
+        attributes.AddSigned(signer.SignedAttrs());
+        attributes.AddUnsigned(signer.UnsignedAttrs(),
+                               [&](const CAsn1SetOf<CAsn1Any>& countersigners) {
+                                   return DescribeCountersigners(countersigners, level, record);
+                               });
+        attributes.Finish();
+    }
+
+    // \return whether the attribute's octets are to be given, too. They are in what holds them.
+    bool DescribeCountersigners(const CAsn1SetOf<CAsn1Any>& list, unsigned level,
+                                SignInfo& record) {
+        if (level == ca::kMaxCountersigned) {
+            ca::AddError(record.signCert.error, SetZORNAMessage(kMsgCountersignaturesTooDeep));
+        } else {
+            DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1, record.coSigners,
+                        record.signCert.error);
+        }
+        return level == 0 || MayRepeat(list.ContentOctets().size());
+    }
+
+    ca::CSignerCertificates m_certificates;
+    std::size_t m_repeats;
+    bool m_isAttached;
+    std::size_t m_count = 0;
+};
+
+// SignedData ::= SEQUENCE { version INTEGER, digestAlgorithms SET OF, encapContentInfo SEQUENCE ...
+bool LooksLikeSignedData(const CAsn1Element& element) {
+    return element.tag == kAsn1Sequence && ca::Child(element, 0).tag == kAsn1Integer &&
+           ca::Child(element, 1).tag == kAsn1Set &&
+           ca::Child(ca::Child(element, 2), 0).tag == kAsn1ObjectIdentifier;
+}
+
+}  // namespace
+
+namespace ca {
+
+std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
+    const CAsn1Element outer = FirstElement(object);
+    const OidInfo* type = FindOid(ContentIf(Child(outer, 0), kAsn1ObjectIdentifier));
+    if (type != nullptr && type->shortName == std::string_view("id-signedData")) {
+        const CAsn1Element signedData = Child(Child(outer, 1), 0);
+        return signedData.tag == kAsn1Sequence ? signedData.raw : std::span<unsigned char>();
+    }
+    return LooksLikeSignedData(outer) ? outer.raw : std::span<unsigned char>();
+}
+
+bool FillSignInfos(std::span<unsigned char> signedData, SignInfos& signatures) {
+    CAsn1Root<CAsn1SignedData> message(signedData, Asn1Blocks::kRead);
+    std::wstring error;
+    try {
+        message->Decode();
+    } catch (const Exception& fault) {
+        error = fault.message;
+    }
+    const CAsn1EncapsulatedContentInfo* content = message->EncapContentInfo();
+    const bool isAttached = content != nullptr && content->EContent() != nullptr;
+    const CAsn1SetOf<CAsn1Any>* certificates = message->Certificates();
+    CSignerDescriber describer(
+        certificates != nullptr ? certificates->ContentOctets() : std::span<unsigned char>(),
+        signedData.size(), isAttached);
+    const std::size_t before = signatures.items.size();
+    if (const CAsn1SetOf<CAsn1SignerInfo>* signers = message->SignerInfos()) {
+        describer.DescribeAll(signers->ContentOctets(), *signers->GetBlock(), /*level=*/0,
+                              signatures, error);
+    } else {
+        signatures.items.emplace_back(describer.NewRecord());
+    }
+    if (signatures.items.size() > before) {
+        AddError(signatures.items[before]->signCert.error, error);
+    }
+    return isAttached;
+}
+
+}  // namespace ca

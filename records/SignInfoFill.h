@@ -1,0 +1,32 @@
+#pragma once
+
+#include "records/SignInfo.h"
+
+#include <cstddef>
+#include <span>
+
+namespace ca {
+
+/// Signatures that are described of one message, countersignatures included.
+inline constexpr std::size_t kMaxSignatures = 10000;
+/// Countersignatures nested in one another that are described.
+inline constexpr unsigned kMaxCountersigned = 16;
+
+/// The SignedData (RFC 5652 5.1, RFC 2315 9.1) in one object: a ContentInfo's, or the object
+/// itself. A view; empty when there is none.
+std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
+
+/// Describes the signatures of a message, in order; countersignatures are nested. Nothing is
+/// verified, and the results say so.
+///
+/// SignInfo has no place for faults of its own: they are in "Error" of its "SignCert", those of the
+/// message in that of the first signature. A signer that cannot be read has a record all the same.
+/// Costs are linear in the octets but for the certificate that many signatures name: it is
+/// described again only as far as that adds a few times the message.
+/// \param signedData  as FindSignedData() has it; kept as it is.
+/// \param signatures  gets a record a signer, at most kMaxSignatures with all that is nested.
+/// \return true when the message encloses its content, be it empty.
+/// Throws ca::Exception for octets that are no SEQUENCE.
+bool FillSignInfos(std::span<unsigned char> signedData, SignInfos& signatures);
+
+}  // namespace ca

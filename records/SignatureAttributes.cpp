@@ -1,0 +1,165 @@
+#include "records/SignatureAttributes.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/attributes/EssAttributes.h"
+#include "common/Exception.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/OutlineText.h"
+
+#include <memory>
+#include <string_view>
+
+namespace {
+
+using ca::SignatureFacts;
+using Value = std::span<unsigned char>;
+
+void TakeTime(Value value, SignatureFacts& facts) {
+    facts.signingTime = ca::DescribeTime(ca::FirstElement(value));
+}
+
+// BinaryTime ::= INTEGER     -- seconds since 1970-01-01 UTC     RFC 6019, 3
+void TakeBinaryTime(Value value, SignatureFacts& facts) {
+    const CAsn1Root<CAsn1Integer> seconds(value);
+    constexpr std::int64_t kNone = -1;
+    if (const std::int64_t number = IntegerOf(&*seconds, kNone); number != kNone) {
+        facts.binarySigningTime = ca::DescribeTime(number);
+    }
+}
+
+void TakeDescription(Value value, SignatureFacts& facts) {
+    const CAsn1Element text = ca::FirstElement(value);
+    facts.description = ca::IsText(text) ? ca::ValueText(text) : std::wstring();
+}
+
+void TakeContentHint(Value value, SignatureFacts& facts) {
+    const ca::CDecoded<CAsn1ContentHints> hints(value);
+    if (hints->ContentDescription() != nullptr) {
+        facts.contentHint = ca::ValueText(ca::ElementOf(*hints->ContentDescription()));
+    }
+}
+
+// SpcSpOpusInfo ::= SEQUENCE {
+//     programName  [0] EXPLICIT SpcString OPTIONAL,
+//     moreInfo     [1] EXPLICIT SpcLink OPTIONAL }   -- url [0] IMPLICIT IA5String
+void TakeAddress(Value value, SignatureFacts& facts) {
+    const CAsn1Element info = ca::FirstElement(value);
+    for (std::size_t member = 0; member <= 1; ++member) {
+        CAsn1Element link = ca::Child(ca::Child(info, member), 0);
+        if (ca::Child(info, member).tag == ca::ContextConstructed(1) &&
+            link.tag == ca::ContextTag(0)) {
+            link.tag = kAsn1Ia5String;
+            facts.address = ca::ValueText(link);
+        }
+    }
+}
+
+struct FactRow {
+    std::string_view shortName;
+    bool isSignedOnly;  // what anybody may add later is no fact
+    void (*take)(Value value, SignatureFacts& facts);
+};
+constexpr FactRow kFacts[] = {
+    {"id-signingTime", true, TakeTime},
+    {"id-aa-binarySigningTime", true, TakeBinaryTime},
+    {"signingDescription", false, TakeDescription},
+    {"id-aa-contentHint", false, TakeContentHint},
+    {"spcSpOpusInfo", false, TakeAddress},
+};
+
+// A value of another type states nothing; the attribute's own text says that it is unreadable.
+void TakeFact(std::string_view shortName, bool isSigned, Value values, SignatureFacts& facts) {
+    for (const FactRow& row : kFacts) {
+        if (row.shortName == shortName && (isSigned || !row.isSignedOnly)) {
+            try {
+                row.take(values, facts);
+            } catch (const ca::Exception&) {
+                return;
+            }
+        }
+    }
+}
+
+}  // namespace
+
+namespace ca {
+
+void CSignatureAttributes::AddSigned(const CAsn1SetOf<CAsn1Attribute>* attributes) {
+    if (attributes != nullptr) {
+        Add(*attributes, nullptr);
+    }
+}
+
+void CSignatureAttributes::AddUnsigned(const CAsn1SetOf<CAsn1Attribute>* attributes,
+                                       const CountersignatureVisitor& visit) {
+    if (attributes != nullptr) {
+        Add(*attributes, &visit);
+    }
+}
+
+void CSignatureAttributes::Add(const CAsn1SetOf<CAsn1Attribute>& attributes,
+                               const CountersignatureVisitor* visit) {
+    std::size_t index = 0;
+    for (auto at = attributes.Elements(); at.Next(); ++index) {
+        if (m_record.extensions.size() == kMaxListed) {
+            AddError(m_record.signCert.error, MoreText(attributes.Count() - index));
+            return;
+        }
+        AddOne(at, visit);
+    }
+}
+
+void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
+                                  const CountersignatureVisitor* visit) {
+    auto extension = std::make_unique<SignExtension>();
+    const CAsn1Attribute* attribute = at.Item();
+    if (at.Fault() != nullptr) {
+        AddError(m_record.signCert.error, at.Fault()->message);
+    }
+    if (attribute == nullptr || attribute->Type() == nullptr || attribute->Values() == nullptr) {
+        extension->extensionInterpretedString = UnreadableText(at.Raw());
+        extension->extensionInterpretedData = Base64Text(at.Raw());
+    } else {
+        FillValues(*attribute, visit, *extension);
+    }
+    m_record.extensions.emplace_back(std::move(extension));
+}
+
+void CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
+                                      const CountersignatureVisitor* visit,
+                                      SignExtension& extension) {
+    const Octets type = OctetsOf(attribute.Type());
+    const Values& values = *attribute.Values();
+    const OidInfo* info = FindOid(type);
+    const std::string_view name = info != nullptr ? info->shortName : std::string_view();
+    extension.extensionName = OidName(type);
+    extension.extensionOid = OidText(type);
+    try {
+        CTextLines lines;
+        SayAttributeValues(type, values, lines, m_record.signCert.error);
+        extension.extensionInterpretedString = lines.Take();
+    } catch (const Exception& fault) {
+        extension.extensionInterpretedString = UnreadableText(values.Raw());
+        AddError(m_record.signCert.error, OidWithName(type) + L": " + fault.message);
+    }
+    TakeFact(name, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
+    const bool isCountersignature = visit != nullptr && name == "id-countersignature";
+    if (!isCountersignature || (*visit)(values)) {
+        extension.extensionInterpretedData = Base64Text(values.ContentOctets());
+    }
+}
+
+void CSignatureAttributes::Finish() {
+    const bool hasTime = m_facts.signingTime.seconds.has_value();
+    TimeForms& time = hasTime ? m_facts.signingTime : m_facts.binarySigningTime;
+    m_record.signTime = std::move(time.local);
+    m_record.signTimeUtc = std::move(time.utc);
+    m_record.comment =
+        std::move(m_facts.description.empty() ? m_facts.contentHint : m_facts.description);
+    m_record.uri = std::move(m_facts.address);
+}
+
+}  // namespace ca

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "records/CertificateBundle.h"
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+class CAsn1SignerIdentifier;
+
+namespace ca {
+
+/// 2.5.29.14, as encoded.
+inline constexpr unsigned char kSubjectKeyIdentifier[] = {0x55, 0x1D, 0x0E};
+
+/// A certificate of a message.
+struct SignerCertificate {
+    std::span<unsigned char> der;
+    bool isDescribed = false;  ///< kept by who describes it
+};
+
+/// The certificates that a message carries for its signers, found by what names them there. Trees
+/// and not hash tables: what they are searched by is chosen by strangers. One thread at a time.
+class CSignerCertificates {
+  public:
+    /// \param choices  content of CertificateSet (RFC 5652 10.2.3), which outlives this. What is no
+    ///                 certificate is passed over.
+    explicit CSignerCertificates(std::span<unsigned char> choices);
+
+    /// The certificate of issuer and serial number, or with that subject key identifier; null when
+    /// there is none. Of several it is the first.
+    SignerCertificate* Find(const CAsn1SignerIdentifier& signer);
+
+    /// The attribute certificate that names the holder of a certificate, by issuer and serial
+    /// number or else by subject; null when there is none.
+    SignerCertificate* FindAttributes(const CertificateNames& holder);
+
+  private:
+    using IssuerSerial = std::pair<std::string_view, std::string_view>;
+    template <class Key>
+    using Index = std::map<Key, SignerCertificate*>;
+
+    void Add(const CAsn1Element& choice);
+    void AddAttributes(std::span<unsigned char> certificate);
+    void IndexKeys();
+
+    std::deque<SignerCertificate> m_certificates;
+    std::deque<SignerCertificate> m_attributes;
+    std::deque<std::vector<unsigned char>> m_copies;  // of attribute certificates, with their tag
+    Index<IssuerSerial> m_bySerial;
+    Index<std::string_view> m_byKey;
+    bool m_hasKeys = false;
+    Index<IssuerSerial> m_attributesBySerial;
+    Index<std::string_view> m_attributesBySubject;
+};
+
+}  // namespace ca
