@@ -207,7 +207,9 @@ std::string CDescriber::Write(const std::string& path, const Outcome& outcome) c
         return title + (m_text.russian ? "нет описания: " : "not described: ") +
                Visible(outcome.fault) + (code.empty() ? "" : " (" + code + ")");
     }
-    return title + kind + "\n" + RecordText(outcome.answer->GetText(), m_text) + "\n";
+    RecordTextOptions options = m_text;
+    options.isEnvelope = outcome.kind == &kEnvelope;
+    return title + kind + "\n" + RecordText(outcome.answer->GetText(), options) + "\n";
 }
 
 }  // namespace host

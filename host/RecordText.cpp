@@ -30,13 +30,30 @@ struct Label {
     Shown shown;
 };
 
-const Label* FindLabel(std::string_view key) {
+using LabelTable = std::unordered_map<std::string_view, Label>;
+
+const LabelTable& Labels() {
     using enum Shown;
-    static const std::unordered_map<std::string_view, Label> labels = {
+    static const LabelTable labels = {
 #define HOST_LABEL(key, english, russian, shown) {key, {english, russian, shown}},
 #include "host/RecordLabels.inc"
 #undef HOST_LABEL
     };
+    return labels;
+}
+
+// Members that are something else in the records of an envelope's recipients.
+const LabelTable& RecipientLabels() {
+    using enum Shown;
+    static const LabelTable labels = {
+#define HOST_LABEL(key, english, russian, shown) {key, {english, russian, shown}},
+#include "host/RecipientLabels.inc"
+#undef HOST_LABEL
+    };
+    return labels;
+}
+
+const Label* FindIn(const LabelTable& labels, std::string_view key) {
     const auto found = labels.find(key);
     return found == labels.end() ? nullptr : &found->second;
 }
@@ -79,7 +96,9 @@ bool IsHex(std::wstring_view text) {
 class RecordWriter {
   public:
     explicit RecordWriter(const host::RecordTextOptions& options)
-        : m_width(std::max(options.width, kLeastWidth)), m_russian(options.russian) {}
+        : m_width(std::max(options.width, kLeastWidth)),
+          m_russian(options.russian),
+          m_isEnvelope(options.isEnvelope) {}
 
     // A single record needs no heading of its own.
     void Root(const JsonValue& root) {
@@ -127,6 +146,11 @@ class RecordWriter {
     }
 
   private:
+    const Label* FindLabel(std::string_view key) const {
+        const Label* const special = m_isEnvelope ? FindIn(RecipientLabels(), key) : nullptr;
+        return special != nullptr ? special : FindIn(Labels(), key);
+    }
+
     std::string NameOf(const JsonValue& key, const Label* label) const {
         if (label == nullptr) {
             return host::Visible(std::string(AsText(key)));
@@ -303,6 +327,7 @@ class RecordWriter {
 
     std::size_t m_width;
     bool m_russian;
+    bool m_isEnvelope;
     std::string m_text;
 };
 

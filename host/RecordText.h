@@ -8,16 +8,16 @@ namespace host {
 
 /// How records are laid out for people.
 struct RecordTextOptions {
-    std::size_t width = 80;  ///< columns of a line; at least 40 are used
-    bool russian = false;    ///< labels; the values are in the module's language
+    std::size_t width = 80;   ///< columns of a line; at least 40 are used
+    bool russian = false;     ///< labels; the values are in the module's language
+    bool isEnvelope = false;  ///< the certificates name who can read a message
 };
 
 /// The records of an answer as indented text, UTF-8: a line for each member with its label, values
 /// aligned and folded; extensions with their texts. Other forms of what is shown and octets are
-/// left out, hexadecimal numbers longer than any digest are cut to the line. Nothing in the text steers a
-/// terminal, whatever the answer holds. Without a line feed at the end.
-/// \param answer  the JSON text of a proper answer.
-/// Records nested deeper than any provider nests them are left out.
+/// left out, hexadecimal numbers longer than any digest are cut to the line. Nothing in the text
+/// steers a terminal, whatever the answer holds. Without a line feed at the end. \param answer  the
+/// JSON text of a proper answer. Records nested deeper than any provider nests them are left out.
 std::string RecordText(std::string_view answer, const RecordTextOptions& options);
 
 }  // namespace host

@@ -1,5 +1,6 @@
 // `cmhost describe` as its users run it.
 
+#include "tests/asn1/DerWriter.h"
 #include "tests/common/SampleObjects.h"
 #include "tests/host/HostProcess.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::MatchesRegex;
 using testing::Not;
 
 std::vector<std::string> Lines(const std::string& text) {
@@ -72,6 +74,21 @@ TEST_F(DescribeCommandTest, LaysRecordsOutForPeople) {
         EXPECT_THAT(russian.out, HasSubstr(fragment));
     }
     EXPECT_THAT(russian.err, HasSubstr("2 of 2 files described"));
+}
+
+TEST_F(DescribeCommandTest, CallsTheCertificatesOfAnEnvelopeRecipients) {
+    const Octets rsa = Tlv(0x30, {{0x06, 9, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 1, 1}});
+    const Octets recipient = Tlv(0x30, {{2, 1, 2}, {0x80, 2, 0xC0, 0xDE}, rsa, {0x04, 0x00}});
+    const Octets enveloped = Tlv(0x30, {{2, 1, 2}, Tlv(0x31, recipient)});
+    const Octets message =
+        Tlv(0x30, {{0x06, 9, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 3}, Tlv(0xA0, enveloped)});
+    m_directory.Write("e.p7m", std::string(message.begin(), message.end()));
+    EXPECT_THAT(Run({"describe", "e.p7m", "--language", "en"}).out,
+                MatchesRegex("e.p7m: enveloped message\n  Recipients 1/1:\n    Identifier: .*\n"
+                             "    Serial number:  c0de\n    Description:    Key: c0de\n"
+                             "    Key encryption: RSA\n+"));
+    EXPECT_THAT(Run({"describe", "e.p7m", "--language", "ru"}).out,
+                HasSubstr("Получатели 1/1:\n    Номер: "));
 }
 
 TEST_F(DescribeCommandTest, FoldsLinesToTheWidth) {

@@ -2,6 +2,7 @@
 
 #include "tests/common/SampleObjects.h"
 #include "tests/module/ModuleLibrary.h"
+#include "tests/module/OpenSslObjects.h"
 
 #include <openssl/pem.h>
 #include <openssl/pkcs7.h>
@@ -22,16 +23,6 @@ constexpr unsigned kNoSuchCertificate = 16102;
 constexpr unsigned kNoCertificate = 16113;
 constexpr unsigned kNoData = 16118;
 
-template <auto Free>
-struct Freer {
-    template <class T>
-    void operator()(T* object) const {
-        Free(object);
-    }
-};
-using BioPtr = std::unique_ptr<BIO, Freer<BIO_free>>;
-using X509Ptr = std::unique_ptr<X509, Freer<X509_free>>;
-using KeyPtr = std::unique_ptr<EVP_PKEY, Freer<EVP_PKEY_free>>;
 using Pkcs7Ptr = std::unique_ptr<PKCS7, Freer<PKCS7_free>>;
 using BignumPtr = std::unique_ptr<BIGNUM, Freer<BN_free>>;
 
@@ -40,44 +31,12 @@ X509Ptr ReadPem(const std::string& pem) {
     return X509Ptr(PEM_read_bio_X509(memory.get(), nullptr, nullptr, nullptr));
 }
 
-template <class Object>
-std::string Der(Object* object, int (*write)(const Object*, unsigned char**)) {
-    unsigned char* der = nullptr;
-    const int size = write(object, &der);
-    std::string octets(reinterpret_cast<char*>(der), static_cast<std::size_t>(std::max(size, 0)));
-    OPENSSL_free(der);
-    return octets;
-}
-std::string DerOf(X509* certificate) {
-    return Der<X509>(certificate, &i2d_X509);
-}
-
 std::string PemOf(X509* certificate) {
     const BioPtr memory(BIO_new(BIO_s_mem()));
     PEM_write_bio_X509(memory.get(), certificate);
     char* text = nullptr;
     const long size = BIO_get_mem_data(memory.get(), &text);
     return {text, static_cast<std::size_t>(size)};
-}
-
-// A certificate for `name`, issued by the holder of `issuerKey`.
-X509Ptr Issue(const std::string& name, const std::string& issuer, EVP_PKEY* key,
-              EVP_PKEY* issuerKey) {
-    X509Ptr made(X509_new());
-    X509_set_version(made.get(), 2);
-    ASN1_INTEGER_set(X509_get_serialNumber(made.get()), 7);
-    X509_gmtime_adj(X509_getm_notBefore(made.get()), 0);
-    X509_gmtime_adj(X509_getm_notAfter(made.get()), 100000);
-    X509_set_pubkey(made.get(), key);
-    const auto add = [](X509_NAME* to, const std::string& value) {
-        X509_NAME_add_entry_by_NID(to, NID_commonName, MBSTRING_UTF8,
-                                   reinterpret_cast<const unsigned char*>(value.data()),
-                                   static_cast<int>(value.size()), -1, 0);
-    };
-    add(X509_get_subject_name(made.get()), name);
-    add(X509_get_issuer_name(made.get()), issuer);
-    X509_sign(made.get(), issuerKey, EVP_sha256());
-    return made;
 }
 
 std::string Lower(std::string text) {
