@@ -25,7 +25,7 @@ void CAsn1CrlListId::Decode() {
 
 void CAsn1OcspIdentifier::Decode() {
     CFieldReader fields(*this);
-    m_ocspResponderId = fields.RequiredAny("ocspResponderID");
+    m_ocspResponderId = fields.Required<CAsn1ResponderId>("ocspResponderID");
     m_producedAt = fields.Required<CAsn1GeneralizedTime>("producedAt");
     fields.End();
 }

@@ -4,6 +4,7 @@
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Time.h"
 #include "asn1/attributes/SigningCertificate.h"
+#include "asn1/ocsp/OcspResponse.h"
 #include "asn1/x509/Name.h"
 
 // CrlIdentifier ::= SEQUENCE {
@@ -64,8 +65,8 @@ class CAsn1CrlListId : public CAsn1TypedObject {
 };
 
 // OcspIdentifier ::= SEQUENCE {
-//     ocspResponderID  ResponderID,     -- CHOICE { byName [1] Name, byKey [2] OCTET STRING }
-//     producedAt       GeneralizedTime }     RFC 5126, 6.2.2; RFC 6960, 4.2.1
+//     ocspResponderID  ResponderID,
+//     producedAt       GeneralizedTime }     RFC 5126, 6.2.2
 class CAsn1OcspIdentifier : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;
@@ -74,11 +75,11 @@ class CAsn1OcspIdentifier : public CAsn1TypedObject {
 
     void Decode() override;
 
-    CAsn1Any* OcspResponderId() const { return m_ocspResponderId; }
+    CAsn1ResponderId* OcspResponderId() const { return m_ocspResponderId; }
     CAsn1GeneralizedTime* ProducedAt() const { return m_producedAt; }
 
   private:
-    CAsn1Any* m_ocspResponderId = nullptr;
+    CAsn1ResponderId* m_ocspResponderId = nullptr;
     CAsn1GeneralizedTime* m_producedAt = nullptr;
 };
 

@@ -44,6 +44,18 @@ void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollectio
     }
 }
 
+void SayExtensions(const CAsn1Extensions& list, CTextLines& lines) {
+    CertInfoExtensionCollection records;
+    std::wstring faults;  // the values' texts say them too
+    FillExtensions(list, records, faults);
+    for (const auto& record : records.items) {
+        lines.Line(record->oidFriendlyName.empty() ? record->oidValue : record->oidFriendlyName,
+                   L"");
+        const CTextLines::Level level(lines);
+        lines.Block(record->formattedData);
+    }
+}
+
 std::wstring SerialText(Octets octets) {
     const bool hasLeadingZero = octets.size() > 1 && octets[0] == 0;
     return Hex(octets.subspan(hasLeadingZero ? 1 : 0));

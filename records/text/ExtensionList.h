@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "asn1/x509/Extension.h"
 #include "records/CertInfoExtension.h"
+#include "records/text/TextLines.h"
 
 #include <functional>
 #include <span>
@@ -22,6 +23,9 @@ void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& re
 /// The same for the content of Extensions.
 void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollection& records,
                     std::wstring& error, const ExtensionVisitor& visit = {});
+
+/// Says extensions inside another value, their names with their texts below them.
+void SayExtensions(const CAsn1Extensions& list, CTextLines& lines);
 
 /// A serial number's content octets as hexadecimal digits, one leading 00 dropped.
 std::wstring SerialText(std::span<const unsigned char> octets);

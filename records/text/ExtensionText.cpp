@@ -4,6 +4,7 @@
 #include "common/Exception.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
+#include "records/text/OcspText.h"
 #include "records/text/OutlineText.h"
 
 namespace {
@@ -13,7 +14,7 @@ using ca::Octets;
 ca::ExtensionFormatter FindFormatter(Octets oid) {
     static const ca::CFormatterTable kTable{
         ca::StandardExtensionRows(), ca::AttributeExtensionRows(), ca::QualifiedExtensionRows(),
-        ca::VendorExtensionRows()};
+        ca::OcspExtensionRows(), ca::VendorExtensionRows()};
     return kTable.Find(oid);
 }
 

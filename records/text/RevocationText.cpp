@@ -6,6 +6,7 @@
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/NameText.h"
+#include "records/text/OcspText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"
@@ -14,14 +15,6 @@ namespace {
 
 using ca::CTextLines;
 using Value = std::span<unsigned char>;
-
-// ResponderID ::= CHOICE { byName [1] Name, byKey [2] KeyHash }     -- explicit     RFC 6960, 4.2.1
-std::wstring ResponderText(const CAsn1Element& responder) {
-    const CAsn1Element id = ca::Child(responder, 0);
-    return responder.tag == ca::ContextConstructed(1)
-               ? ca::ReadableName(id)
-               : SetZORNAMessage(kMsgKey) + (L": " + ca::Hex(id.content));
-}
 
 void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
     std::wstring line = ca::OtherHashText(*reference.CrlHash());
@@ -37,7 +30,7 @@ void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
 
 void SayOcspReference(const CAsn1OcspResponsesId& reference, CTextLines& lines) {
     const CAsn1OcspIdentifier& id = *reference.OcspIdentifier();
-    std::wstring line = ResponderText(ca::FirstElement(id.OcspResponderId()->Raw())) + L", " +
+    std::wstring line = ca::ResponderText(*id.OcspResponderId()) + L", " +
                         ca::TimeLine(ca::ElementOf(*id.ProducedAt()));
     if (reference.OcspRepHash() != nullptr) {
         line.insert(0, ca::OtherHashText(*reference.OcspRepHash()) + L", ");
@@ -87,26 +80,8 @@ void SayCrl(const CAsn1Any& any, CTextLines& lines) {
                ca::TimeLine(ca::ElementOf(*tbs.ThisUpdate())));
 }
 
-// OCSPResponse ::= SEQUENCE { responseStatus ENUMERATED, responseBytes [0] SEQUENCE {
-//     responseType OBJECT IDENTIFIER, response OCTET STRING } OPTIONAL }     RFC 6960, 4.2.1
-// The octets hold a BasicOCSPResponse.
-CAsn1Element BasicResponse(const CAsn1Element& response) {
-    if (ca::Child(response, 0).tag != kAsn1Enumerated) {
-        return response;
-    }
-    return ca::FirstElement(ca::Child(ca::Child(ca::Child(response, 1), 0), 1).content);
-}
-
-// BasicOCSPResponse ::= SEQUENCE { tbsResponseData SEQUENCE { version [0] INTEGER DEFAULT v1,
-//     responderID ResponderID, producedAt GeneralizedTime, ... }, ... }     RFC 6960, 4.2.1
 void SayOcsp(const CAsn1Any& any, CTextLines& lines) {
-    const CAsn1Element data = ca::Child(BasicResponse(ca::FirstElement(any.Raw())), 0);
-    const std::size_t first = ca::Child(data, 0).tag == ca::ContextConstructed(0) ? 1 : 0;
-    const CAsn1Element producedAt = ca::Child(data, first + 1);
-    if (producedAt.tag != kAsn1GeneralizedTime) {
-        throw MakeAsn1WrongTag("ResponseData.producedAt", producedAt.tag, 0);
-    }
-    lines.Line(ResponderText(ca::Child(data, first)) + L", " + ca::TimeLine(producedAt));
+    ca::SayOcspResponse(ca::Changeable(any.Raw()), lines);
 }
 
 }  // namespace

@@ -62,6 +62,9 @@ void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
         lines.Line(kMsgTimeStampAuthority,
                    ca::GeneralNameLine(ca::FirstElement(stamp->Tsa()->Raw())));
     }
+    if (stamp->Extensions() != nullptr) {
+        ca::SayExtensions(*stamp->Extensions(), lines);
+    }
 }
 
 void SayContent(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {

@@ -1,0 +1,157 @@
+#include "records/text/OcspText.h"
+
+#include "asn1/ocsp/OcspRequest.h"
+#include "asn1/ocsp/OcspResponse.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
+#include "records/text/ReasonText.h"
+#include "records/text/SignatureParts.h"
+#include "records/text/TimeText.h"
+
+#include <vector>
+
+namespace {
+
+using ca::CTextLines;
+using Value = std::span<unsigned char>;
+
+// "Revoked, 01.02.2024 10:00:00 (utc 01.02.2024 07:00:00), Key compromise"
+std::wstring StatusText(const CAsn1CertStatus& status) {
+    const CAsn1RevokedInfo* revoked = status.Revoked();
+    if (revoked == nullptr) {
+        return SetZORNAMessage(status.Good() != nullptr ? kMsgOcspGood : kMsgOcspUnknown);
+    }
+    std::wstring text = SetZORNAMessage(kMsgOcspRevoked) +
+                        (L", " + ca::TimeLine(ca::ElementOf(*revoked->RevocationTime())));
+    std::uint32_t reason = 0;
+    if (revoked->RevocationReason() != nullptr &&
+        ca::ReadSmallInteger(ca::FirstElement(revoked->RevocationReason()->Raw()), reason)) {
+        text += L", " + ca::ReasonText(reason);
+    }
+    return text;
+}
+
+void SayOptional(const CAsn1Extensions* extensions, CTextLines& lines) {
+    if (extensions != nullptr) {
+        ca::SayExtensions(*extensions, lines);
+    }
+}
+
+void SaySingleResponse(const CAsn1SingleResponse& response, CTextLines& lines) {
+    lines.Line(kMsgSerial, ca::SerialText(OctetsOf(response.CertId()->SerialNumber())));
+    const CTextLines::Level level(lines);
+    lines.Line(kMsgOcspStatus, StatusText(*response.CertStatus()));
+    lines.Line(kMsgThisUpdate, ca::TimeLine(ca::ElementOf(*response.ThisUpdate())));
+    if (response.NextUpdate() != nullptr) {
+        lines.Line(kMsgNextUpdate, ca::TimeLine(ca::ElementOf(*response.NextUpdate())));
+    }
+    SayOptional(response.SingleExtensions(), lines);
+}
+
+void SayResponseData(const CAsn1ResponseData& data, CTextLines& lines) {
+    lines.Line(ca::ResponderText(*data.ResponderId()) + L", " +
+               ca::TimeLine(ca::ElementOf(*data.ProducedAt())));
+    const CTextLines::Level level(lines);
+    ca::SayEach(*data.Responses(), lines,
+                [&](const CAsn1SingleResponse& response) { SaySingleResponse(response, lines); });
+    SayOptional(data.ResponseExtensions(), lines);
+}
+
+// A response without one says in a number why (RFC 6960 4.2.1).
+void SayResponseStatus(const CAsn1OcspResponse& response, CTextLines& lines) {
+    std::uint32_t status = 0;
+    const CAsn1Element element = ca::FirstElement(response.ResponseStatus()->Raw());
+    lines.Line(kMsgOcspStatus, ca::ReadSmallInteger(element, status)
+                                   ? std::to_wstring(status)
+                                   : ca::UnreadableText(element.raw));
+}
+
+void SayNonce(Value value, CTextLines& lines) {
+    // Older senders leave out the OCTET STRING inside (RFC 9654 1).
+    const CAsn1Element nonce = ca::FirstElement(value);
+    lines.Line(ca::Hex(nonce.tag == kAsn1OctetString ? ca::Octets(nonce.content) : value));
+}
+
+void SayCrlReference(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1CrlId> crl(value);
+    if (crl->CrlUrl() != nullptr) {
+        lines.Line(ca::ValueText(ca::ElementOf(*crl->CrlUrl())));
+    }
+    if (crl->CrlNum() != nullptr) {
+        lines.Line(kMsgSerial, ca::SerialText(OctetsOf(crl->CrlNum())));
+    }
+    if (crl->CrlTime() != nullptr) {
+        lines.Line(ca::TimeLine(ca::ElementOf(*crl->CrlTime())));
+    }
+}
+
+void SayResponseTypes(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> types(value);
+    ca::SayEach(*types, lines, [&](const CAsn1ObjectIdentifier& type) {
+        lines.Line(ca::OidWithName(OctetsOf(&type)));
+    });
+}
+
+void SayArchiveCutoff(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1GeneralizedTime> time(value);
+    lines.Line(ca::TimeLine(ca::ElementOf(*time)));
+}
+
+void SayServiceLocator(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1ServiceLocator> locator(value);
+    lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*locator->Issuer())));
+    ca::SayEach(*locator->Locator(), lines, [&](const CAsn1AccessDescription& access) {
+        lines.Line(ca::OidWithName(OctetsOf(access.AccessMethod())),
+                   ca::GeneralNameLine(ca::FirstElement(access.AccessLocation()->Raw())));
+    });
+}
+
+void SayPresent(Value, CTextLines& lines) {
+    lines.Line(kMsgPresent);
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"ocspNonce", SayNonce},
+    {"ocspCRL", SayCrlReference},
+    {"ocspResponse", SayResponseTypes},
+    {"ocspArchiveCutoff", SayArchiveCutoff},
+    {"ocspServiceLocator", SayServiceLocator},
+    {"ocspExtendedRevoke", SayPresent},
+};
+
+}  // namespace
+
+namespace ca {
+
+std::wstring ResponderText(const CAsn1ResponderId& responder) {
+    return responder.ByName() != nullptr
+               ? ReadableName(ElementOf(*responder.ByName()))
+               : SetZORNAMessage(kMsgKey) + (L": " + OctetsText(responder.ByKey()));
+}
+
+void SayOcspResponse(Value value, CTextLines& lines) {
+    const bool isWhole = Child(FirstElement(value), 0).tag == kAsn1Enumerated;
+    if (!isWhole) {
+        const CDecoded<CAsn1BasicOcspResponse> basic(value, Asn1Blocks::kRead);
+        SayResponseData(*basic->TbsResponseData(), lines);
+        return;
+    }
+    const CDecoded<CAsn1OcspResponse> response(value, Asn1Blocks::kRead);
+    if (const CAsn1ResponseBytes* bytes = response->ResponseBytes()) {
+        std::vector<unsigned char> octets = OctetStringOf(bytes->Response());
+        const CDecoded<CAsn1BasicOcspResponse> basic(octets, Asn1Blocks::kRead);
+        SayResponseData(*basic->TbsResponseData(), lines);
+    } else {
+        SayResponseStatus(*response, lines);
+    }
+}
+
+std::span<const ExtensionRow> OcspExtensionRows() {
+    return kRows;
+}
+
+}  // namespace ca
