@@ -58,15 +58,17 @@ const Label* FindIn(const LabelTable& labels, std::string_view key) {
     return found == labels.end() ? nullptr : &found->second;
 }
 
-// The members of an extension or attribute, which name it.
+// The members of an extension or attribute, which name it; the label that a list of them has, where
+// that is not the one of its key.
 struct NamedTextKeys {
     const char* name;
     const char* oid;
     const char* text;
+    const char* list;
 };
 constexpr NamedTextKeys kNamedTexts[] = {
-    {"OidFriendlyName", "OidValue", "FormattedData"},
-    {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString"},
+    {"OidFriendlyName", "OidValue", "FormattedData", nullptr},
+    {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString", "Attributes"},
 };
 
 std::string_view AsText(const JsonValue& value) {
@@ -155,7 +157,11 @@ class RecordWriter {
         if (label == nullptr) {
             return host::Visible(std::string(AsText(key)));
         }
-        return m_russian ? label->russian : label->english;
+        return NameOf(*label);
+    }
+
+    std::string NameOf(const Label& label) const {
+        return m_russian ? label.russian : label.english;
     }
 
     // Nothing for lists and records; "" for a value that tells nothing.
@@ -207,12 +213,19 @@ class RecordWriter {
         if (indent / kIndent > kMaxDepth) {
             return;
         }
+        const std::size_t before = m_text.size();
         Heading(name, indent);
+        const std::size_t heading = m_text.size();
         Object(object, indent + kIndent);
+        if (m_text.size() == heading) {
+            m_text.resize(before);  // nothing to show, as of a certificate that is not there
+        }
     }
 
     void Array(const std::string& name, const JsonValue& array, std::size_t indent, bool asRows) {
-        if (array[0].IsString() || asRows || FindNamedText(array[0]) != nullptr) {
+        if (const NamedTextKeys* const keys = FindNamedText(array[0])) {
+            Heading(keys->list != nullptr ? NameOf(*FindLabel(keys->list)) : name, indent);
+        } else if (array[0].IsString() || asRows) {
             Heading(name, indent);
         }
         rapidjson::SizeType number = 0;
@@ -236,6 +249,12 @@ class RecordWriter {
     void NamedText(const JsonValue& value, const NamedTextKeys& keys, std::size_t indent) {
         const std::string name = MemberText(value, keys.name);
         const std::string oid = MemberText(value, keys.oid);
+        const std::string text = MemberText(value, keys.text);
+        if (oid.empty()) {  // of what could not be read there is the text only
+            m_text.append(indent, ' ');
+            Lines(text, indent);
+            return;
+        }
         std::string title = name.empty() || name == oid ? oid : name + " (" + oid + ")";
         const auto critical = value.FindMember("Critical");
         if (critical != value.MemberEnd() && critical->value.IsBool() &&
@@ -244,7 +263,7 @@ class RecordWriter {
         }
         m_text.append(indent, ' ');
         Lines(title, indent);
-        if (const std::string text = MemberText(value, keys.text); !text.empty()) {
+        if (!text.empty()) {
             m_text.append(indent + kIndent, ' ');
             Lines(text, indent + kIndent);
         }
