@@ -1,0 +1,250 @@
+#include "common/Lng.h"
+#include "records/SignInfoFill.h"
+#include "tests/asn1/DerWriter.h"
+#include "tests/records/RecordTesting.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+namespace {
+
+const Octets kSignedData = {0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 2};
+const Octets kData = {0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 1};
+const Octets kSha256 =
+    Tlv(0x30, {{0x06, 0x09, 0x60, 0x86, 0x48, 0x01, 0x65, 0x03, 0x04, 0x02, 0x01}});
+const Octets kRsa =
+    Tlv(0x30, {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01, 0x01, 0x01}, {0x05, 0x00}});
+const Octets kSignature = Tlv(0x04, Text("signature"));
+const Octets kTime = Tlv(0x17, Text("240101000000Z"));
+const Octets kKeyId = Tlv(0x04, {0xBE, 0xEF});
+
+Octets Name(const char* commonName) {
+    return Tlv(0x30,
+               Tlv(0x31, Tlv(0x30, {{0x06, 0x03, 0x55, 0x04, 0x03}, Tlv(0x0C, Text(commonName))})));
+}
+Octets Serial(unsigned char number) {
+    return {0x02, 0x01, number};
+}
+// Issued by CA; the key identifier is its one extension, `ballast` octets another.
+Octets Certificate(unsigned char serial, const char* subject, std::size_t ballast = 0) {
+    const Octets keyId = Tlv(0x30, {{0x06, 0x03, 0x55, 0x1D, 0x0E}, Tlv(0x04, kKeyId)});
+    const Octets other =
+        Tlv(0x30, {{0x06, 0x02, 0x2A, 0x03}, Tlv(0x04, Tlv(0x04, Octets(ballast, 1)))});
+    const Octets tbs =
+        Tlv(0x30,
+            {Serial(serial), kRsa, Name("CA"), Tlv(0x30, {kTime, kTime}), Name(subject),
+             Tlv(0x30, {kRsa, {0x03, 0x09, 0x00, 0x30, 0x06, 0x02, 0x01, 0x05, 0x02, 0x01, 0x03}}),
+             Tlv(0xA3, Tlv(0x30, {keyId, other}))});
+    return Tlv(0x30, {tbs, kRsa, {0x03, 0x01, 0x00}});
+}
+// Version 2, for the certificate of CA with that serial number, as CertificateChoices has it.
+Octets AttributeCertificate(unsigned char holder) {
+    const Octets names = Tlv(0x30, Tlv(0xA4, Name("CA")));
+    const Octets info =
+        Tlv(0x30, {Serial(1), Tlv(0x30, Tlv(0xA0, {names, Serial(holder)})),
+                   Tlv(0xA0, Tlv(0x30, Tlv(0xA4, Name("Authority")))), kRsa, Serial(0x77)});
+    return Tlv(0xA2, {info, kRsa, {0x03, 0x01, 0x00}});
+}
+
+Octets Attribute(const Octets& oid, const Octets& values) {
+    return Tlv(0x30, {Tlv(0x06, oid), Tlv(0x31, values)});
+}
+Octets Pkcs9(unsigned char arc, const Octets& values) {
+    return Attribute({0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 9, arc}, values);
+}
+Octets Smime(unsigned char arc, const Octets& values) {
+    return Attribute({0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 9, 16, 2, arc}, values);
+}
+
+Octets ById(unsigned char serial) {
+    return Tlv(0x30, {Name("CA"), Serial(serial)});
+}
+Octets Signer(const Octets& sid, const Octets& signedAttributes = {},
+              const Octets& unsignedAttributes = {}) {
+    return Tlv(
+        0x30,
+        {Serial(1), sid, kSha256, signedAttributes.empty() ? Octets() : Tlv(0xA0, signedAttributes),
+         kRsa, kSignature, unsignedAttributes.empty() ? Octets() : Tlv(0xA1, unsignedAttributes)});
+}
+
+using Tag = std::function<Octets(unsigned char, std::initializer_list<Octets>)>;
+
+Octets Definite(unsigned char tag, std::initializer_list<Octets> parts) {
+    return Tlv(tag, parts);
+}
+
+Octets Message(const Octets& certificates, const Octets& signers, const Octets& content = {},
+               const Tag& tag = Definite) {
+    const Octets signedData =
+        tag(0x30, {Serial(1), tag(0x31, {kSha256}), tag(0x30, {kData, content}),
+                   tag(0xA0, {certificates}), tag(0x31, {signers})});
+    return tag(0x30, {kSignedData, tag(0xA0, {signedData})});
+}
+
+struct Described {
+    bool isAttached = false;
+    ca::SignInfos list;
+
+    const ca::SignInfo& operator[](std::size_t index) const { return *list.items.at(index); }
+    const std::wstring& Error(std::size_t index) const { return (*this)[index].signCert.error; }
+};
+
+Described Describe(Octets object) {
+    const Octets before = object;
+    Described described;
+    described.isAttached = ca::FillSignInfos(ca::FindSignedData(object), described.list);
+    EXPECT_EQ(before, object) << "describing changed the octets";
+    return described;
+}
+
+class SignInfoTest : public testing::Test {
+  protected:
+    SignInfoTest() { SetZORNALng(L"en"); }
+    ~SignInfoTest() override { SetZORNALng(L"ru"); }
+};
+
+TEST_F(SignInfoTest, FindsTheCertificatesOfASigner) {
+    const Octets store = Join({Certificate(5, "Other"), Certificate(9, "Ann"),
+                               AttributeCertificate(9), AttributeCertificate(5)});
+    const Octets signers = Join({Signer(ById(9)), Signer(Tlv(0x80, {0xBE, 0xEF})), Signer(ById(7)),
+                                 Signer(Tlv(0x80, {0x01}))});
+    for (const Tag& tag : {Tag(Definite), Tag(Indefinite)}) {
+        const Described found = Describe(Message(store, signers, tag(0xA0, {kSignature}), tag));
+        ASSERT_EQ(4U, found.list.items.size());
+        EXPECT_TRUE(found.isAttached);
+        EXPECT_EQ(L"CN=Ann", found[0].signCert.description);
+        EXPECT_EQ(L"77", found[0].attrCert.serial);
+        EXPECT_EQ(L"09", found[0].attrCert.holderSerial);
+        EXPECT_EQ(L"RSA with SHA-256", found[0].signAlg);
+        EXPECT_EQ(L"SHA-256", found[0].hashAlg);
+        EXPECT_EQ(L"fab5f62863cdedc5143552c9d37d6679e3304f7a", found[0].signId);
+        EXPECT_EQ(L"", found.Error(0));
+        EXPECT_EQ(L"CN=Other", found[1].signCert.description) << "by key identifier, the first";
+        EXPECT_EQ(L"05", found[1].attrCert.holderSerial);
+        EXPECT_EQ(L"CN=CA", found[2].signCert.issuer);
+        EXPECT_EQ(L"07", found[2].signCert.serial);
+        EXPECT_EQ(L"Certificate is not in the message", found.Error(2));
+        EXPECT_EQ(L"01", found[3].signCert.extensions.items.at(0)->formattedData);
+        for (std::size_t i = 0; i < 4; ++i) {
+            EXPECT_EQ(16199U, found[i].verifyResultEx.signatureVerifyResult);
+            EXPECT_NE(0U, found[i].signCert.validityNumber) << "reads as a good one";
+            EXPECT_NE(0U, found[i].attrCert.validityNumber) << "reads as a good one";
+        }
+    }
+}
+
+TEST_F(SignInfoTest, TakesWhatTheSignerStatesFromTheAttributes) {
+    const Octets binaryTime = Smime(46, {0x02, 0x04, 0x66, 0x00, 0x00, 0x00});
+    const Octets time = Pkcs9(5, kTime);
+    const Octets hint = Smime(4, Tlv(0x30, {Tlv(0x0C, Text("letter")), kData}));
+    const Octets description = Pkcs9(13, Tlv(0x0C, Text("approved")));
+    struct Case {
+        Octets signedAttributes;
+        Octets unsignedAttributes;
+        const wchar_t* time;
+        const wchar_t* comment;
+    };
+    const Case cases[] = {
+        {Join({binaryTime, time}), hint, L"01.01.2024 00:00:00", L"letter"},
+        {Join({hint, binaryTime}), Join({time, description}), L"24.03.2024 10:27:12", L"approved"},
+        {kRsa, time, L"", L""},  // what anybody can add is no signing time
+        {Pkcs9(5, Tlv(0x17, Text("24"))), {}, L"", L""},
+    };
+    for (const Case& c : cases) {
+        const Described said =
+            Describe(Message({}, Signer(ById(1), c.signedAttributes, c.unsignedAttributes)));
+        EXPECT_EQ(c.time, said[0].signTimeUtc);
+        EXPECT_EQ(c.comment, said[0].comment);
+        EXPECT_FALSE(said.isAttached);
+    }
+}
+
+TEST_F(SignInfoTest, NestsCountersignaturesToABound) {
+    Octets signer = Signer(ById(99));
+    for (unsigned char level = 18; level != 0; --level) {
+        const Octets plain = Signer(ById(static_cast<unsigned char>(level + 100)));
+        signer = Signer(ById(level), {}, Pkcs9(6, Join({signer, plain})));
+    }
+    const Described described = Describe(Message({}, signer));
+    const ca::SignInfo* at = &described[0];
+    for (unsigned level = 1; level <= ca::kMaxCountersigned; ++level) {
+        ASSERT_EQ(2U, at->coSigners.items.size()) << level;
+        EXPECT_FALSE(at->extensions.at(0)->extensionInterpretedData.empty());
+        EXPECT_EQ(L"Certificate is not in the message", at->signCert.error);
+        at = at->coSigners.items[0].get();
+    }
+    EXPECT_TRUE(at->coSigners.items.empty());
+    EXPECT_EQ(L"Certificate is not in the message\nCountersignatures are nested too deeply",
+              at->signCert.error);
+}
+
+TEST_F(SignInfoTest, DescribesTheOthersBesideDamagedSigners) {
+    Octets truncated = Signer(ById(3));
+    truncated.resize(truncated.size() - 4);
+    truncated[1] = static_cast<unsigned char>(truncated[1] - 4);
+    const Octets badAttributes =
+        Join({{0x02, 0x01, 0x05}, Pkcs9(5, Tlv(0x17, Text("240101000000Z")))});
+    const Octets signers = Join({{0x02, 0x01, 0x05},
+                                 truncated,
+                                 Signer(ById(1), badAttributes),
+                                 Signer(ById(1)),
+                                 {0x30, 0x10, 0x00}});
+    const Described described = Describe(Message(Certificate(1, "Ann"), signers));
+    ASSERT_EQ(5U, described.list.items.size());
+    EXPECT_NE(std::wstring::npos, described.Error(0).find(L"Unreadable value: 020105"));
+    EXPECT_NE(std::wstring::npos, described.Error(1).find(L"SignerInfo.signature"));
+    EXPECT_EQ(L"03", described[1].signCert.serial);
+    EXPECT_EQ(L"CN=Ann", described[2].signCert.description);
+    EXPECT_EQ(L"01.01.2024 00:00:00", described[2].signTimeUtc);
+    EXPECT_EQ(2U, described[2].extensions.size());
+    EXPECT_NE(L"", described.Error(2));
+    EXPECT_EQ(L"", described.Error(3));
+    EXPECT_NE(L"", described.Error(4));
+}
+
+TEST_F(SignInfoTest, BoundsWhatASmallMessageCanAskFor) {
+    constexpr std::size_t kBallast = 600000;
+    Octets few;
+    for (int i = 0; i < 8; ++i) {
+        few = Join({few, Signer(ById(1))});
+    }
+    const Described repeated = Describe(Message(Certificate(1, "Ann", kBallast), few));
+    std::size_t whole = 0;
+    for (const auto& signature : repeated.list.items) {
+        whole += signature->signCert.rawData.empty() ? 0 : 1;
+        EXPECT_EQ(L"01", signature->signCert.serial);
+    }
+    EXPECT_GE(whole, 2U);
+    EXPECT_LE(whole, 4U);
+    EXPECT_EQ(L"Certificate is named by too many signatures to be described with each",
+              repeated.Error(7));
+
+    Octets many;
+    for (std::size_t i = 0; i < ca::kMaxSignatures + 50; ++i) {
+        many.insert(many.end(), {0x05, 0x00});
+    }
+    const Described counted = Describe(Message({}, many));
+    EXPECT_EQ(ca::kMaxSignatures, counted.list.items.size());
+    EXPECT_NE(std::wstring::npos, counted.Error(0).find(L"\u2026 and 50 more"));
+}
+
+TEST_F(SignInfoTest, TellsSignedDataFromOtherObjects) {
+    Octets message = Message({}, Signer(ById(1)));
+    const std::span<unsigned char> found = ca::FindSignedData(message);
+    ASSERT_FALSE(found.empty());
+    EXPECT_EQ(found.size(), ca::FindSignedData(found).size()) << "without its ContentInfo";
+    Octets data = Tlv(0x30, {kData, Tlv(0xA0, kSignature)});
+    Octets empty = Tlv(0x30, {kSignedData});
+    Octets certificate = Certificate(1, "Ann");
+    message.pop_back();
+    for (Octets* other : {&data, &empty, &certificate, &message}) {
+        EXPECT_TRUE(ca::FindSignedData(*other).empty());
+    }
+    const Octets noSigners = Tlv(0x30, {Serial(1), Tlv(0x31, kSha256), Tlv(0x30, kData)});
+    const Described described = Describe(noSigners);
+    ASSERT_EQ(1U, described.list.items.size()) << "a fault must be seen";
+    EXPECT_NE(std::wstring::npos, described.Error(0).find(L"signerInfos"));
+}
+
+}  // namespace
