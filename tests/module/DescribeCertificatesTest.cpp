@@ -39,25 +39,12 @@ std::string PemOf(X509* certificate) {
     return {text, static_cast<std::size_t>(size)};
 }
 
-std::string Lower(std::string text) {
-    std::ranges::transform(text, text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return text;
-}
-
 std::string SerialOf(X509* certificate) {
     const BignumPtr number(ASN1_INTEGER_to_BN(X509_get0_serialNumber(certificate), nullptr));
     char* const text = BN_bn2hex(number.get());
     const std::string hex = Lower(text);
     OPENSSL_free(text);
     return hex == "0" ? "00" : hex;
-}
-
-std::string DottedOf(const ASN1_OBJECT* object) {
-    std::array<char, 128> text{};
-    OBJ_obj2txt(text.data(), static_cast<int>(text.size()), object, /*no_name=*/1);
-    return text.data();
 }
 
 // Encoded order; the certificates of the system put one attribute into each RDN.
@@ -74,24 +61,6 @@ std::string NameOf(const X509_NAME* name) {
                 (isQuoted ? "\"" + value + "\"" : value);
     }
     return text;
-}
-
-std::string TimeOf(const ASN1_TIME* time) {
-    std::tm fields{};
-    EXPECT_EQ(1, ASN1_TIME_to_tm(time, &fields));
-    std::array<char, 32> text{};
-    std::strftime(text.data(), text.size(), "%d.%m.%Y %H:%M:%S", &fields);
-    return text.data();
-}
-
-std::string IdOf(const std::string& der) {
-    std::array<unsigned char, SHA_DIGEST_LENGTH> digest{};
-    SHA1(reinterpret_cast<const unsigned char*>(der.data()), der.size(), digest.data());
-    char* const text = OPENSSL_buf2hexstr(digest.data(), SHA_DIGEST_LENGTH);
-    std::string hex = Lower(text);
-    OPENSSL_free(text);
-    std::erase(hex, ':');
-    return hex;
 }
 
 std::string SignatureAlgorithmOf(const X509* certificate) {

@@ -2,11 +2,15 @@
 
 // Certificates and messages that OpenSSL makes for tests.
 
+#include <gtest/gtest.h>
 #include <openssl/bio.h>
 #include <openssl/evp.h>
+#include <openssl/sha.h>
 #include <openssl/x509v3.h>
 
 #include <algorithm>
+#include <array>
+#include <ctime>
 #include <memory>
 #include <string>
 
@@ -51,4 +55,39 @@ inline X509Ptr Issue(const std::string& name, const std::string& issuer, EVP_PKE
     add(X509_get_issuer_name(made.get()), issuer);
     X509_sign(made.get(), issuerKey, EVP_sha256());
     return made;
+}
+
+/// ASCII letters in lower case.
+inline std::string Lower(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
+}
+
+/// The dotted text of an identifier.
+inline std::string DottedOf(const ASN1_OBJECT* object) {
+    std::array<char, 128> text{};
+    OBJ_obj2txt(text.data(), static_cast<int>(text.size()), object, /*no_name=*/1);
+    return text.data();
+}
+
+/// A time in the form of records, in UTC.
+inline std::string TimeOf(const ASN1_TIME* time) {
+    std::tm fields{};
+    EXPECT_EQ(1, ASN1_TIME_to_tm(time, &fields));
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%d.%m.%Y %H:%M:%S", &fields);
+    return text.data();
+}
+
+/// SHA-1 as lower-case hexadecimal digits.
+inline std::string IdOf(const std::string& der) {
+    std::array<unsigned char, SHA_DIGEST_LENGTH> digest{};
+    SHA1(reinterpret_cast<const unsigned char*>(der.data()), der.size(), digest.data());
+    char* const text = OPENSSL_buf2hexstr(digest.data(), SHA_DIGEST_LENGTH);
+    std::string hex = Lower(text);
+    OPENSSL_free(text);
+    std::erase(hex, ':');
+    return hex;
 }
