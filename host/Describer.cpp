@@ -78,6 +78,7 @@ struct CDescriber::Outcome {
     const KindRow* kind = &kUnknownKind;
     std::string fault;  // "" for a good answer
     std::optional<std::uint32_t> errorCode;
+    const OtherKind* other = nullptr;  // what a file without a description seems to be
 
     bool IsGood() const { return fault.empty(); }
 };
@@ -124,13 +125,21 @@ std::string CDescriber::DescribeFile(const ListedFile& file) {
     const Outcome outcome = Ask(file);
     if (!outcome.IsGood()) {
         std::string reason = WithoutPath(outcome.fault, file.path);
-        if (outcome.errorCode) {
+        if (outcome.other != nullptr) {
+            reason = NameOf(*outcome.other);
+        } else if (outcome.errorCode) {
             reason = std::to_string(*outcome.errorCode) + " " + reason;
         }
         const std::lock_guard lock(m_mutex);
         ++m_faults[reason];
     }
     return Write(file.path, outcome);
+}
+
+std::string CDescriber::NameOf(const OtherKind& other) const {
+    return std::string(m_text.russian ? other.russian : other.english) +
+           (m_text.russian ? "; строение показывает cmhost asn1"
+                           : "; cmhost asn1 shows its structure");
 }
 
 CDescriber::Outcome CDescriber::Judge(Description asked, CAnswer answer) {
@@ -174,6 +183,7 @@ CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
                 break;
             }
         }
+        outcome.other = outcome.IsGood() ? nullptr : guess.other;
     } catch (const CHostError& error) {
         outcome.fault = error.what();
     }
@@ -189,7 +199,9 @@ std::string CDescriber::Write(const std::string& path, const Outcome& outcome) c
                 return line + ",\"kind\":" + QuoteJson(outcome.kind->kind) +
                        ",\"answer\":" + LineAnswer(*outcome.answer) + "}";
             }
-            return line + ",\"error\":" + QuoteJson(outcome.fault) +
+            const std::string kind =
+                outcome.other != nullptr ? ",\"kind\":" + QuoteJson(outcome.other->kind) : "";
+            return line + kind + ",\"error\":" + QuoteJson(outcome.fault) +
                    (code.empty() ? "" : ",\"errorCode\":" + code) + "}";
         }
         case DescribeForm::kJson: {
@@ -205,7 +217,9 @@ std::string CDescriber::Write(const std::string& path, const Outcome& outcome) c
     const std::string title = Visible(path) + ": ";
     if (!outcome.IsGood()) {
         return title + (m_text.russian ? "нет описания: " : "not described: ") +
-               Visible(outcome.fault) + (code.empty() ? "" : " (" + code + ")");
+               (outcome.other != nullptr
+                    ? NameOf(*outcome.other)
+                    : Visible(outcome.fault) + (code.empty() ? "" : " (" + code + ")"));
     }
     RecordTextOptions options = m_text;
     options.isEnvelope = outcome.kind == &kEnvelope;

@@ -23,7 +23,7 @@ namespace host {
 enum class DescribeForm : std::uint8_t {
     kText,   ///< a headline and the records for people
     kJson,   ///< the answer, indented
-    kLines,  ///< {"file":...,"kind":...,"answer":...} or {"file":...,"error":...,"errorCode":...}
+    kLines,  ///< {"file":...,"kind":...,"answer":...} or {"file":...,"error":...,...}
 };
 
 /// Has files described by a module, one output a file in the order of the files, however many
@@ -49,6 +49,7 @@ class CDescriber {
     std::string DescribeFile(const ListedFile& file);
     Outcome Ask(const ListedFile& file) const;
     static Outcome Judge(Description asked, CAnswer answer);
+    std::string NameOf(const OtherKind& other) const;
     std::string Write(const std::string& path, const Outcome& outcome) const;
 
     const CModule& m_module;

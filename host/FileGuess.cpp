@@ -131,6 +131,7 @@ FileGuess GuessFile(std::string& content) {
         if (!first) {
             first = GuessLabel(items[0].label);
         }
+        guess.other = FindOtherKind(items[0].label, root);
     }
     std::ranges::transform(kDescriptions, std::back_inserter(guess.order),
                            &DescriptionRow::description);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/OtherKind.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -19,6 +21,8 @@ struct FileGuess {
     std::vector<Description> order;
     /// What to hand in instead of the file: the token of a time-stamp response (RFC 3161 2.4.2).
     std::optional<std::string> inner;
+    /// What the file seems to be when no operation describes it; null for nothing known.
+    const OtherKind* other = nullptr;
 };
 
 /// Judges a file by the label of its first PEM block and by the first members of its first object.

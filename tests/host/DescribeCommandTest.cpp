@@ -116,6 +116,27 @@ TEST_F(DescribeCommandTest, ReadsTheStandardInputAndShowsAnswers) {
     EXPECT_THAT(letter.out, HasSubstr("(16113)"));
 }
 
+TEST_F(DescribeCommandTest, NamesWhatNoOperationDescribes) {
+    const Octets type = {0x06, 3, 0x2A, 3, 4};
+    const Octets algorithm = Tlv(0x30, type);
+    const Octets bits = {0x03, 2, 0, 1};
+    const Octets id = Tlv(0x30, {algorithm, Octets{4, 1, 1}, Octets{4, 1, 2}, Octets{2, 1, 3}});
+    const std::pair<Octets, const char*> cases[] = {
+        {{0x30, 3, 0x0A, 1, 6}, "an OCSP response;"},
+        {Tlv(0x30, Tlv(0x30, Tlv(0x30, Tlv(0x30, id)))), "an OCSP request;"},
+        {Tlv(0x30, {algorithm, bits}), "a public key;"},
+        {Tlv(0x30, {{2, 1, 5}, {2, 1, 3}}), "a public key;"},
+        {Tlv(0x30, {{2, 1, 0}, algorithm, {4, 1, 7}}), "a private key;"},
+        {Tlv(0x30, {{2, 1, 5}, {2, 1, 3}, {2, 1, 3}}), "ERROR Certificate error (16113)"},
+    };
+    for (const auto& [octets, expected] : cases) {
+        const HostResult result =
+            Run({"describe", "-", "--language", "en"}, std::string(octets.begin(), octets.end()));
+        EXPECT_EQ(1, result.exitCode);
+        EXPECT_THAT(result.out, HasSubstr(std::string("-: not described: ") + expected));
+    }
+}
+
 TEST_F(DescribeCommandTest, WalksFoldersInOrderAndCountsWhatIsNotDescribed) {
     WriteArchive();
     const HostResult result = Run({"describe", "--ndjson", "archive", "--language", "en"});
