@@ -66,7 +66,7 @@ void CSignerCertificates::Add(const CAsn1Element& choice) {
         copy[0] = kAsn1Sequence;
         AddAttributes(copy);
     } else if (LooksLikeCertificate(choice.raw)) {
-        SignerCertificate& certificate = m_certificates.emplace_back(choice.raw);
+        SignerCertificate& certificate = m_certificates.emplace_back(SignerCertificate{choice.raw});
         const CertificateNames names = NamesOf(choice.raw);
         m_bySerial.emplace(IssuerSerial(names.issuer, names.serial), &certificate);
     } else {
@@ -78,7 +78,7 @@ void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
     if (!LooksLikeAttributeCertificate(certificate)) {
         return;
     }
-    SignerCertificate& attributes = m_attributes.emplace_back(certificate);
+    SignerCertificate& attributes = m_attributes.emplace_back(SignerCertificate{certificate});
     const CertificateNames holder = HolderNames(certificate);
     if (!holder.issuer.empty()) {
         m_attributesBySerial.emplace(IssuerSerial(holder.issuer, holder.serial), &attributes);
