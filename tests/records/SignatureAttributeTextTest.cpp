@@ -182,9 +182,8 @@ TEST_F(SignatureAttributeTextTest, SaysEachTypeInLines) {
          L"CRLs: 1\n  SHA-1: beef, CN=CA, 03.02.2026 04:05:06 (03.02.2026 04:05:06 UTC), 05\n"
          L"OCSP responses: 1\n  Key: beef, 03.02.2026 04:05:06 (03.02.2026 04:05:06 UTC)"},
         {"id-aa-ets-certValues", Tlv(0x30, kEmpty), L"Certificates: 1\n  Unreadable value: 3000"},
-        {"adobeRevocationInfoArchival",
-         Tlv(0x30, Tlv(0xA1, Tlv(0x30, Tlv(0x30, Tlv(0x30, {Tlv(0xA1, Name("OCSP")), kTime}))))),
-         L"OCSP responses: 1\n  CN=OCSP, 03.02.2026 04:05:06 (03.02.2026 04:05:06 UTC)"},
+        {"adobeRevocationInfoArchival", Tlv(0x30, Tlv(0xA0, Tlv(0x30, kEmpty))),
+         L"CRLs: 1\n  Unreadable value: 3000"},
         {"id-aa-ATSHashIndex-v3",
          Tlv(0x30, {kSha512, Tlv(0x30, kHash), kEmpty, Tlv(0x30, {kHash, kHash})}),
          L"Digest algorithm: SHA-512\nCertificates: 1\n  beef\nCRLs: 0\n"
