@@ -1,7 +1,8 @@
 #pragma once
 
 // A self-signed certificate and a revocation list of it, made for the tests: an elliptic curve key,
-// a Cyrillic name with a comma in it, from 2020 to 2054.
+// a Cyrillic name with a comma in it, from 2020 to 2054. A message of somebody else with the content
+// inside and a countersignature, whose certificate is not in it.
 
 // clang-format off
 inline constexpr char kSampleCertificate[] =
@@ -29,4 +30,27 @@ inline constexpr char kSampleCrl[] =
     "hkjOPQQDAgNJADBGAiEA7+3BUJxwJ5SrgtWRTJsjtUZBHNS8TAh2tT2ugUfcZK0C\n"
     "IQCw8j48/ysTeRrYiJTAK40jJIJUAfarIb8NdIV6wkr77w==\n"
     "-----END X509 CRL-----\n";
+
+inline constexpr char kSampleMessage[] =
+    "-----BEGIN CMS-----\n"
+    "MIIDiQYJKoZIhvcNAQcCoIIDejCCA3YCAQExDTALBglghkgBZQMEAgEwGQYJKoZI\n"
+    "hvcNAQcBoAwECkRlYXIgQW5uLAqgggGEMIIBgDCCASegAwIBAgICChEwCgYIKoZI\n"
+    "zj0EAwIwLzELMAkGA1UEBhMCUlUxIDAeBgNVBAMMF9CQ0L3QvdCwINCf0LXRgtGA\n"
+    "0L7QstCwMCAXDTIwMDEwMTAwMDAwMFoYDzIwNTQwMTAxMDAwMDAwWjAvMQswCQYD\n"
+    "VQQGEwJSVTEgMB4GA1UEAwwX0JDQvdC90LAg0J/QtdGC0YDQvtCy0LAwWTATBgcq\n"
+    "hkjOPQIBBggqhkjOPQMBBwNCAATeZULhHsYkIMVPw9z9JvvaMRSXb/Zz5UgltnL5\n"
+    "BHGnElz/eJvVPjEAowx7KOBuAbck23YLvKPstujAazx24bgqozEwLzAOBgNVHQ8B\n"
+    "Af8EBAMCBsAwHQYDVR0OBBYEFG/aICxhHVoICHPUwfJ9zRXBbEzdMAoGCCqGSM49\n"
+    "BAMCA0cAMEQCICOS3+9mc4pHNUa+6AzqX33ThnEuCENiIByHDtp3qVZKAiAN+dTe\n"
+    "sdpUAKm9grYl4Yqe8Q2ybnoHOxfB93Sw0OzmrzGCAb0wggG5AgEBMDUwLzELMAkG\n"
+    "A1UEBhMCUlUxIDAeBgNVBAMMF9CQ0L3QvdCwINCf0LXRgtGA0L7QstCwAgIKETAL\n"
+    "BglghkgBZQMEAgGgaTAYBgkqhkiG9w0BCQMxCwYJKoZIhvcNAQcBMBwGCSqGSIb3\n"
+    "DQEJBTEPFw0yNjExMjEwNzU1MTJaMC8GCSqGSIb3DQEJBDEiBCBzGqtSnm+/P3OO\n"
+    "YYO/T0f5aRLBHinkn1Wx27WG81tPqzAKBggqhkjOPQQDAgRHMEUCIQC9jP5fYTny\n"
+    "pBTPLfUc6P4Li0NLWZdv7i950CCRp/cWXwIgNQC9m/WPdwvFhocyc7xdvzD80InC\n"
+    "+J7veCu7wGx7Acihga8wgawGCSqGSIb3DQEJBjGBnjCBmwIBATAzMC0xCzAJBgNV\n"
+    "BAYTAlJVMR4wHAYDVQQDDBXQkdC+0YDQuNGBINCe0YDQu9C+0LICAgsiMAsGCWCG\n"
+    "SAFlAwQCATAKBggqhkjOPQQDAgRIMEYCIQDnKexNMHVkH50JYSZOX+2DXd0RivRE\n"
+    "+V1hPzCY3xVmlAIhAIxf4x9d0jbHNBQoPuMwwA3T6RT4W7iBhwOpVbs/eF0E\n"
+    "-----END CMS-----\n";
 // clang-format on

@@ -61,7 +61,8 @@ TEST_F(ProtocolExamplesTest, AreWhatTheToolAnswers) {
 TEST_F(ProtocolExamplesTest, ShowRecordsAsTheyAre) {
     m_directory.Write("certificate.pem", kSampleCertificate);
     m_directory.Write("list.pem", kSampleCrl);
-    ExpectExamples(MOD_FOO_RECORDS, /*least=*/5);
+    m_directory.Write("message.pem", kSampleMessage);
+    ExpectExamples(MOD_FOO_RECORDS, /*least=*/8);
 }
 
 }  // namespace
