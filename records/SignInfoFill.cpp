@@ -175,7 +175,7 @@ class CSignerDescriber {
                                                                 : kMsgCertNotInMessage));
         }
         ca::SignerCertificate* attributes = m_certificates.FindAttributes(
-            certificate != nullptr ? ca::NamesOf(certificate->der) : NamesOf(*signer));
+            certificate != nullptr ? certificate->names : NamesOf(*signer));
         if (attributes == nullptr) {
             return;
         }

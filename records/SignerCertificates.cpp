@@ -66,8 +66,9 @@ void CSignerCertificates::Add(const CAsn1Element& choice) {
         copy[0] = kAsn1Sequence;
         AddAttributes(copy);
     } else if (LooksLikeCertificate(choice.raw)) {
-        SignerCertificate& certificate = m_certificates.emplace_back(SignerCertificate{choice.raw});
-        const CertificateNames names = NamesOf(choice.raw);
+        SignerCertificate& certificate =
+            m_certificates.emplace_back(SignerCertificate{choice.raw, NamesOf(choice.raw), false});
+        const CertificateNames& names = certificate.names;
         m_bySerial.emplace(IssuerSerial(names.issuer, names.serial), &certificate);
     } else {
         AddAttributes(choice.raw);
@@ -78,8 +79,9 @@ void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
     if (!LooksLikeAttributeCertificate(certificate)) {
         return;
     }
-    SignerCertificate& attributes = m_attributes.emplace_back(SignerCertificate{certificate});
-    const CertificateNames holder = HolderNames(certificate);
+    SignerCertificate& attributes =
+        m_attributes.emplace_back(SignerCertificate{certificate, HolderNames(certificate), false});
+    const CertificateNames& holder = attributes.names;
     if (!holder.issuer.empty()) {
         m_attributesBySerial.emplace(IssuerSerial(holder.issuer, holder.serial), &attributes);
     }

@@ -20,6 +20,7 @@ inline constexpr unsigned char kSubjectKeyIdentifier[] = {0x55, 0x1D, 0x0E};
 /// A certificate of a message.
 struct SignerCertificate {
     std::span<unsigned char> der;
+    CertificateNames names;    ///< of an attribute certificate those of its holder
     bool isDescribed = false;  ///< kept by who describes it
 };
 
