@@ -36,13 +36,10 @@ void RequireBoundedText(const Record& record, std::size_t size) {
 }
 
 void DescribeSignatures(std::span<unsigned char> message) {
-    const std::span<unsigned char> signedData = ca::FindSignedData(message);
-    if (signedData.empty()) {
-        return;
-    }
     ca::SignInfos signatures;
-    ca::FillSignInfos(signedData, signatures);
-    RequireBoundedText(signatures, message.size());
+    if (ca::FillSignInfos(message, signatures)) {
+        RequireBoundedText(signatures, message.size());
+    }
 }
 
 void DescribeRecipients(std::span<unsigned char> message) {

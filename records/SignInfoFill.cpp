@@ -235,8 +235,13 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
     return LooksLikeSignedData(outer) ? outer.raw : std::span<unsigned char>();
 }
 
-bool FillSignInfos(std::span<unsigned char> signedData, SignInfos& signatures) {
+std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures) {
+    const std::span<unsigned char> signedData = FindSignedData(object);
+    if (signedData.empty()) {
+        return std::nullopt;
+    }
     CAsn1Root<CAsn1SignedData> message(signedData, Asn1Blocks::kRead);
+    message->GetBlock()->offset = static_cast<std::uint32_t>(signedData.data() - object.data());
     std::wstring error;
     try {
         message->Decode();

@@ -3,6 +3,7 @@
 #include "records/SignInfo.h"
 
 #include <cstddef>
+#include <optional>
 #include <span>
 
 namespace ca {
@@ -23,10 +24,11 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 /// message in that of the first signature. A signer that cannot be read has a record all the same.
 /// Costs are linear in the octets but for the certificate that many signatures name: it is
 /// described again only as far as that adds a few times the message.
-/// \param signedData  as FindSignedData() has it; kept as it is.
+/// \param object      what may hold a message, see FindSignedData(); kept as it is. Offsets in
+/// texts
+///                    count from its first octet.
 /// \param signatures  gets a record a signer, at most kMaxSignatures with all that is nested.
-/// \return true when the message encloses its content, be it empty.
-/// Throws ca::Exception for octets that are no SEQUENCE.
-bool FillSignInfos(std::span<unsigned char> signedData, SignInfos& signatures);
+/// \return whether the message encloses its content, be it empty; none for no signed data.
+std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures);
 
 }  // namespace ca

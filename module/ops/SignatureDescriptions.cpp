@@ -21,10 +21,7 @@ namespace {
 bool Describe(const std::vector<ca::PayloadItem>& items, ca::SignInfos& signatures) {
     bool isAttached = true;
     for (const ca::PayloadItem& item : items) {
-        const std::span<unsigned char> message = ca::FindSignedData(item.octets);
-        if (!message.empty()) {
-            isAttached = ca::FillSignInfos(message, signatures) && isAttached;
-        }
+        isAttached = ca::FillSignInfos(item.octets, signatures).value_or(true) && isAttached;
     }
     return isAttached;
 }
