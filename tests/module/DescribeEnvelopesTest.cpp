@@ -88,7 +88,7 @@ class DescribeEnvelopesTest : public LibraryTest {
     }
 
     const KeyPtr m_rsa{EVP_RSA_gen(2048)};
-    const KeyPtr m_curve{EVP_EC_gen("P-256")};
+    const KeyPtr m_curve{EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256")};
 };
 
 TEST_F(DescribeEnvelopesTest, NamesRecipientsOfEveryKindInOrder) {
