@@ -195,10 +195,12 @@ TEST_F(SignInfoTest, DescribesTheOthersBesideDamagedSigners) {
     const Described described = Describe(message);
     ASSERT_EQ(5U, described.list.items.size());
     EXPECT_NE(std::wstring::npos, described.Error(0).find(L"Unreadable value: 020105"));
-    const std::size_t start =
-        static_cast<std::size_t>(std::ranges::search(message, truncated).begin() - message.begin());
-    const std::wstring place = L"SignerInfo.signature: element longer than its container, offset " +
-                               std::to_wstring(start + truncated.size() + 4 - kSignature.size());
+    const auto start =
+        std::search(message.begin(), message.end(), truncated.begin(), truncated.end()) -
+        message.begin();
+    const std::wstring place =
+        L"SignerInfo.signature: element longer than its container, offset " +
+        std::to_wstring(static_cast<std::size_t>(start) + truncated.size() + 4 - kSignature.size());
     EXPECT_NE(std::wstring::npos, described.Error(1).find(place)) << described.Error(1);
     EXPECT_EQ(L"03", described[1].signCert.serial);
     EXPECT_EQ(L"CN=Ann", described[2].signCert.description);
