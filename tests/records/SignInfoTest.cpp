@@ -178,6 +178,9 @@ TEST_F(SignInfoTest, NestsCountersignaturesToABound) {
     EXPECT_TRUE(at->coSigners.items.empty());
     EXPECT_EQ(L"Certificate is not in the message\nCountersignatures are nested too deeply",
               at->signCert.error);
+    ca::SignInfos again;
+    FromText(again, ToText(described.list));
+    EXPECT_EQ(ToText(described.list), ToText(again));
 }
 
 TEST_F(SignInfoTest, DescribesTheOthersBesideDamagedSigners) {
