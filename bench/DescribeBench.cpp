@@ -2,36 +2,22 @@
 // whose answers are JSON with every form of every field, beside the peers' import and full print.
 // Over the certificate authorities that the system trusts; one item is one certificate.
 
-#include "module/mod_foo.h"
+#include "bench/ModuleRequest.h"
+#include "bench/OpenSslOwners.h"
 
 #include <benchmark/benchmark.h>
-#include <openssl/bio.h>
 #include <openssl/pem.h>
-#include <openssl/x509.h>
 
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <gnutls/gnutls.h>
 #include <gnutls/x509.h>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace {
 
 constexpr const char* kFolder = "/usr/share/ca-certificates";
-
-template <auto Free>
-struct Freer {
-    template <class T>
-    void operator()(T* object) const {
-        Free(object);
-    }
-};
-using BioPtr = std::unique_ptr<BIO, Freer<BIO_free>>;
-using X509Ptr = std::unique_ptr<X509, Freer<X509_free>>;
 
 std::string ReadDer(const std::string& path) {
     const BioPtr file(BIO_new_file(path.c_str(), "r"));
@@ -57,28 +43,8 @@ const std::vector<std::string>& Certificates() {
     return certificates;
 }
 
-// One module for all benchmarks; the configuration of the machine is left alone.
-void* Module() {
-    static void* const module = [] {
-        ::setenv("MOD_FOO_CONFIG", "/dev/null", /*overwrite=*/1);
-        return CM_Init(1, [](const wchar_t* line, bool) { return line != nullptr; });
-    }();
-    return module;
-}
-
-// Octets of the answer, 0 when it is a failure.
-std::size_t DescribeByModule(const std::string& der) {
-    std::string request = R"({"mode":22,"fileDataSize":)" + std::to_string(der.size()) + "}";
-    request += '\0';
-    request += der;
-    CMPacket packet{};
-    packet.request = request.data();
-    packet.requestLength = static_cast<std::uint32_t>(request.size());
-    packet.interactive = true;
-    CM_ProcessClientRequest(Module(), &packet);
-    const bool isGood = packet.response != nullptr && std::strstr(packet.response, "certInfo\":");
-    std::free(packet.response);
-    return isGood ? packet.responseSize : 0;
+std::size_t DescribeCertificate(const std::string& der) {
+    return DescribeByModule(22, der, "certInfo\":");
 }
 
 std::size_t DescribeByGnutls(const std::string& der) {
@@ -132,6 +98,6 @@ void DescribeAll(benchmark::State& state) {
 
 }  // namespace
 
-BENCHMARK_TEMPLATE(DescribeAll, DescribeByModule)->Name("Describe/module");
+BENCHMARK_TEMPLATE(DescribeAll, DescribeCertificate)->Name("Describe/module");
 BENCHMARK_TEMPLATE(DescribeAll, DescribeByGnutls)->Name("Describe/GnuTLS");
 BENCHMARK_TEMPLATE(DescribeAll, DescribeByOpenssl)->Name("Describe/OpenSSL");

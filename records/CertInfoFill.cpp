@@ -123,7 +123,7 @@ void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
     if (!LooksLikeCertificate(der)) {
         throw Exception(kErrCertificate);
     }
-    CAsn1Root<CAsn1Certificate> certificate(der);
+    CAsn1Root<CAsn1Certificate> certificate(der, Asn1Blocks::kRead);
     try {
         certificate->Decode();
     } catch (const Exception& fault) {

@@ -14,7 +14,7 @@ namespace ca {
 template <class T>
 class CDecoded {
   public:
-    explicit CDecoded(std::span<unsigned char> octets, Asn1Blocks blocks = Asn1Blocks::kAll)
+    explicit CDecoded(std::span<unsigned char> octets, Asn1Blocks blocks = Asn1Blocks::kRead)
         : m_root(octets, blocks) {
         if constexpr (std::is_base_of_v<CAsn1TypedObject, T>) {
             m_root->Decode();
