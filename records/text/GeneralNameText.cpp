@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <string_view>
 
 namespace {
 
@@ -176,7 +177,11 @@ std::wstring OidWithName(Octets oid) {
     if (info == nullptr) {
         return OidText(oid);
     }
-    return SetZORNAMessage(info->messageId) + (std::wstring(L" (") + info->dotted) + L')';
+    const std::wstring_view name = SetZORNAMessage(info->messageId);
+    const std::wstring_view dotted = info->dotted;
+    std::wstring text;
+    text.reserve(name.size() + dotted.size() + 3);
+    return text.append(name).append(L" (").append(dotted).append(L")");
 }
 
 void SayGeneralName(const CAsn1Element& name, CTextLines& lines) {
