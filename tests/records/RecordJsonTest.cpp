@@ -304,4 +304,13 @@ TEST(CertInfosTest, ListsTheIdentifiersThatPassTheFilter) {
     EXPECT_EQ((Ids{L"key"}), list(ca::kCertFilterInPeriod | ca::kCertFilterWithPrivateKey));
 }
 
+TEST(RecordJsonTest, WritesTextsOfAnyLettersAsTheyAre) {
+    ca::StringArray written(ca::kTypeStores);
+    written.items = {L"",         L"a\nb\"c\\", L"\n",           L"Имя\n\"x\\y\"", L"\u0001\nя",
+                     L"\u00FF\t", L"a\u0001",   L"\U0001F600\"", L"\u007F\u0080",  L"конец\\"};
+    ca::StringArray read(ca::kTypeStores);
+    FromText(read, ToText(written));
+    EXPECT_EQ(written.items, read.items);
+}
+
 }  // namespace
