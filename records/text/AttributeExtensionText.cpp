@@ -6,6 +6,7 @@
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
+#include "records/text/SharedFormatters.h"
 
 // The extensions of attribute certificates (RFC 5755 4.3, 7; X.509 15.3) and of their authorities.
 
@@ -13,15 +14,6 @@ namespace {
 
 using ca::CTextLines;
 using Value = std::span<unsigned char>;
-
-void SayPresent(Value, CTextLines& lines) {
-    lines.Line(kMsgPresent);
-}
-
-void SayAuditIdentity(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1OctetString> identity(value);
-    lines.Line(ca::Hex(OctetsOf(&*identity)));
-}
 
 void SayTargetCert(const CAsn1TargetCert& target, CTextLines& lines) {
     lines.Line(kMsgTargetCertificate, L"");
@@ -110,13 +102,13 @@ void SayBasicAttributeConstraints(Value value, CTextLines& lines) {
 }
 
 constexpr ca::ExtensionRow kRows[] = {
-    {"ac-auditIdentity", SayAuditIdentity},
+    {"ac-auditIdentity", ca::SayOctetString},
     {"ac-proxying", SayTargets},
     {"targetInformation", SayTargets},
     {"aaControls", SayAuthorityControls},
     {"basicAttConstraints", SayBasicAttributeConstraints},
-    {"noRevAvail", SayPresent},
-    {"sOAIdentifier", SayPresent},
+    {"noRevAvail", ca::SayPresent},
+    {"sOAIdentifier", ca::SayPresent},
 };
 
 }  // namespace

@@ -108,6 +108,9 @@ void SayValues(ca::ExtensionFormatter say, Octets type, const CAsn1SetOf<CAsn1An
             CTextLines said;
             say(value, said);
             lines.Block(said.Take());
+            if (const std::wstring faults = said.TakeFaults(); !faults.empty()) {
+                ca::AddError(error, ca::OidWithName(type) + L": " + faults);
+            }
         } catch (const ca::Exception& fault) {
             lines.Line(ca::UnreadableText(value));
             ca::AddError(error, ca::OidWithName(type) + L": " + fault.message);

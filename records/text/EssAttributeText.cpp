@@ -11,6 +11,7 @@
 #include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/RevocationText.h"
+#include "records/text/SharedFormatters.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"
 
@@ -21,29 +22,6 @@ namespace {
 
 using ca::CTextLines;
 using Value = std::span<unsigned char>;
-
-void SayOid(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1ObjectIdentifier> type(value);
-    lines.Line(ca::OidWithName(OctetsOf(&*type)));
-}
-
-void SayOctets(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1OctetString> octets(value);
-    lines.Line(ca::OctetsText(&*octets));
-}
-
-void SayString(Value value, CTextLines& lines) {
-    const CAsn1Element element = ca::FirstElement(value);
-    if (!ca::IsText(element)) {
-        throw MakeAsn1WrongTag("DirectoryString", element.tag, 0);
-    }
-    lines.Line(ca::ValueText(element));
-}
-
-void SayTime(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1Time> time(value);
-    lines.Line(ca::TimeLine(ca::ElementOf(*time)));
-}
 
 // BinaryTime ::= INTEGER (0..MAX)     -- seconds since 1970     RFC 6019, 2
 void SayBinaryTime(Value value, CTextLines& lines) {
@@ -220,17 +198,17 @@ void SayAlgorithmProtection(Value value, CTextLines& lines) {
 }
 
 constexpr ca::ExtensionRow kRows[] = {
-    {"id-contentType", SayOid},
-    {"id-messageDigest", SayOctets},
-    {"id-signingTime", SayTime},
+    {"id-contentType", ca::SayOid},
+    {"id-messageDigest", ca::SayOctetString},
+    {"id-signingTime", ca::SayTime},
     {"id-countersignature", SayCountersignature},
-    {"signingDescription", SayString},
+    {"signingDescription", ca::SayText},
     {"smimeCapabilities", SayCapabilities},
     {"id-aa-receiptRequest", SayReceiptRequest},
     {"id-aa-securityLabel", SaySecurityLabel},
     {"id-aa-mlExpandHistory", SayMailListHistory},
     {"id-aa-contentHint", SayContentHints},
-    {"id-aa-contentIdentifier", SayOctets},
+    {"id-aa-contentIdentifier", ca::SayOctetString},
     {"id-aa-contentReference", SayContentReference},
     {"id-aa-encrypKeyPref", SayKeyPreference},
     {"id-aa-signingCertificate", SaySigningCertificate},
@@ -238,12 +216,12 @@ constexpr ca::ExtensionRow kRows[] = {
     {"id-aa-ets-otherSigCert", SayOtherSigningCertificate},
     {"id-aa-binarySigningTime", SayBinaryTime},
     {"id-aa-CMSAlgorithmProtection", SayAlgorithmProtection},
-    {"scepMessageType", SayString},
-    {"scepPkiStatus", SayString},
-    {"scepFailInfo", SayString},
-    {"scepSenderNonce", SayOctets},
-    {"scepRecipientNonce", SayOctets},
-    {"scepTransactionId", SayString},
+    {"scepMessageType", ca::SayText},
+    {"scepPkiStatus", ca::SayText},
+    {"scepFailInfo", ca::SayText},
+    {"scepSenderNonce", ca::SayOctetString},
+    {"scepRecipientNonce", ca::SayOctetString},
+    {"scepTransactionId", ca::SayText},
 };
 
 }  // namespace

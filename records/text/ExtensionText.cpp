@@ -13,8 +13,9 @@ using ca::Octets;
 
 ca::ExtensionFormatter FindFormatter(Octets oid) {
     static const ca::CFormatterTable kTable{
-        ca::StandardExtensionRows(), ca::AttributeExtensionRows(), ca::QualifiedExtensionRows(),
-        ca::OcspExtensionRows(), ca::VendorExtensionRows()};
+        ca::StandardExtensionRows(),   ca::AttributeExtensionRows(), ca::QualifiedExtensionRows(),
+        ca::ProfessionExtensionRows(), ca::NetworkExtensionRows(),   ca::MediaExtensionRows(),
+        ca::OcspExtensionRows(),       ca::VendorExtensionRows()};
     return kTable.Find(oid);
 }
 
@@ -46,7 +47,8 @@ ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
     try {
         CTextLines lines;
         say(value, lines);
-        return {lines.Take(), {}};
+        const std::wstring faults = lines.TakeFaults();
+        return {lines.Take(), faults.empty() ? faults : OidWithName(oid) + L": " + faults};
     } catch (const Exception& fault) {
         return {UnreadableText(value), OidWithName(oid) + L": " + fault.message};
     }

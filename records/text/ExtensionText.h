@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Typed.h"
 #include "records/CertInfoExtension.h"
 #include "records/text/TextLines.h"
 
@@ -35,10 +36,16 @@ class CFormatterTable {
 };
 
 // The rows by subject.
-std::span<const ExtensionRow> StandardExtensionRows();   ///< RFC 5280, certificates and CRLs
-std::span<const ExtensionRow> AttributeExtensionRows();  ///< attribute certificates
-std::span<const ExtensionRow> QualifiedExtensionRows();  ///< qualified and national profiles
-std::span<const ExtensionRow> VendorExtensionRows();     ///< everything else
+std::span<const ExtensionRow> StandardExtensionRows();    ///< RFC 5280, certificates and CRLs
+std::span<const ExtensionRow> AttributeExtensionRows();   ///< attribute certificates
+std::span<const ExtensionRow> QualifiedExtensionRows();   ///< qualified and national profiles
+std::span<const ExtensionRow> ProfessionExtensionRows();  ///< professions, powers of attorney
+std::span<const ExtensionRow> NetworkExtensionRows();     ///< TLS, transparency, routing
+std::span<const ExtensionRow> MediaExtensionRows();       ///< logotypes, biometrics
+std::span<const ExtensionRow> VendorExtensionRows();      ///< makers' own, obsolete ones
+
+/// Says a key usage in words, behind them its octets (RFC 5280 4.2.1.3).
+void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines);
 
 /// A value in words.
 struct ValueForms {

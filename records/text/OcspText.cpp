@@ -9,6 +9,7 @@
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/ReasonText.h"
+#include "records/text/SharedFormatters.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"
 
@@ -89,18 +90,6 @@ void SayCrlReference(Value value, CTextLines& lines) {
     }
 }
 
-void SayResponseTypes(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> types(value);
-    ca::SayEach(*types, lines, [&](const CAsn1ObjectIdentifier& type) {
-        lines.Line(ca::OidWithName(OctetsOf(&type)));
-    });
-}
-
-void SayArchiveCutoff(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1GeneralizedTime> time(value);
-    lines.Line(ca::TimeLine(ca::ElementOf(*time)));
-}
-
 void SayServiceLocator(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ServiceLocator> locator(value);
     lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*locator->Issuer())));
@@ -110,17 +99,13 @@ void SayServiceLocator(Value value, CTextLines& lines) {
     });
 }
 
-void SayPresent(Value, CTextLines& lines) {
-    lines.Line(kMsgPresent);
-}
-
 constexpr ca::ExtensionRow kRows[] = {
     {"ocspNonce", SayNonce},
     {"ocspCRL", SayCrlReference},
-    {"ocspResponse", SayResponseTypes},
-    {"ocspArchiveCutoff", SayArchiveCutoff},
+    {"ocspResponse", ca::SayOidList},
+    {"ocspArchiveCutoff", ca::SayTime},
     {"ocspServiceLocator", SayServiceLocator},
-    {"ocspExtendedRevoke", SayPresent},
+    {"ocspExtendedRevoke", ca::SayPresent},
 };
 
 }  // namespace

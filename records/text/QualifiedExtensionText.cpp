@@ -1,9 +1,183 @@
+#include "asn1/OidTable.h"
+#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/CabfExtensions.h"
+#include "asn1/x509/IssuerSignTool.h"
+#include "asn1/x509/QcStatement.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/MoneyText.h"
+#include "records/text/OutlineText.h"
+#include "records/text/PolicyText.h"
+#include "records/text/SharedFormatters.h"
+
+#include <iterator>
+
+// Statements of qualified certificates (RFC 3739 3.2.6, ETSI EN 319 412-5), and who and what stands
+// behind a certificate in national profiles.
+
+namespace {
+
+using ca::CTextLines;
+using ca::Octets;
+using Value = std::span<unsigned char>;
+
+void SayMoney(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1MonetaryValue> money(value);
+    lines.Line(ca::MoneyText(*money));
+}
+
+void SayCount(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1Integer> count(value);
+    lines.Line(ca::NumberText(&*count));
+}
+
+// PdsLocations ::= SEQUENCE OF PdsLocation
+void SayPdsLocations(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1PdsLocation>> locations(value);
+    ca::SayEach(*locations, lines, [&](const CAsn1PdsLocation& location) {
+        lines.Line(ca::MemberText(location.Language()), ca::MemberText(location.Url()));
+    });
+}
+
+// QcCClegislation ::= SEQUENCE OF PrintableString     -- ISO 3166-1     EN 319 412-5, 4.2.4
+void SayCountries(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1DirectoryString>> countries(value);
+    std::wstring text;
+    ca::SayEach(*countries, lines, [&](const CAsn1DirectoryString& country) {
+        ca::AppendListed(text, ca::MemberText(&country));
+    });
+    lines.Line(text);
+}
+
+void SayPaymentRoles(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1Psd2QcType> type(value);
+    ca::SayEach(*type->RolesOfPSP(), lines, [&](const CAsn1RoleOfPsp& role) {
+        lines.Line(ca::MemberText(role.RoleOfPspName()),
+                   ca::OidWithName(OctetsOf(role.RoleOfPspOid())));
+    });
+    lines.Line(kMsgAuthority,
+               ca::MemberText(type->NCAName()) + L" (" + ca::MemberText(type->NCAId()) + L')');
+}
+
+void SaySemantics(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SemanticsInformation> semantics(value);
+    if (semantics->SemanticsIdentifier() != nullptr) {
+        lines.Line(ca::OidWithName(OctetsOf(semantics->SemanticsIdentifier())));
+    }
+    if (semantics->NameRegistrationAuthorities() != nullptr) {
+        ca::SayGeneralNames(semantics->NameRegistrationAuthorities()->ContentOctets(), lines);
+    }
+}
+
+constexpr ca::ExtensionRow kStatements[] = {
+    {"QcLimitValue", SayMoney},        {"QcRetentionPeriod", SayCount},
+    {"QcPDS", SayPdsLocations},        {"QcType", ca::SayOidList},
+    {"QcCClegislation", SayCountries}, {"psd2-qcStatement", SayPaymentRoles},
+    {"pkixQCSyntax-v1", SaySemantics}, {"pkixQCSyntax-v2", SaySemantics},
+};
+
+// What a statement states. What cannot be read does not hide the others.
+std::wstring StatementText(Octets type, Value info, CTextLines& lines) {
+    static const ca::CFormatterTable kTable{kStatements};
+    const ca::ExtensionFormatter say = kTable.Find(type);
+    if (say == nullptr) {
+        return ca::UnknownValueText(info);
+    }
+    try {
+        CTextLines said;
+        say(info, said);
+        return said.Take();
+    } catch (const ca::Exception& fault) {
+        lines.Fault(ca::OidWithName(type) + L": " + fault.message);
+        return ca::UnreadableText(info);
+    }
+}
+
+// The statement's name; behind it what it states where that is one line, below it otherwise.
+void SayStatement(const CAsn1QcStatement& statement, CTextLines& lines) {
+    const Octets type = OctetsOf(statement.StatementId());
+    const std::wstring name = ca::FindOid(type) != nullptr ? ca::OidName(type) : ca::OidText(type);
+    if (statement.StatementInfo() == nullptr) {
+        lines.Line(name);
+        return;
+    }
+    const std::wstring text =
+        StatementText(type, ca::Changeable(statement.StatementInfo()->Raw()), lines);
+    if (text.find(L'\n') == std::wstring::npos) {
+        lines.Line(name, text);
+        return;
+    }
+    lines.Line(name, L"");
+    const CTextLines::Level level(lines);
+    lines.Block(text);
+}
+
+void SayStatements(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1QcStatement>> statements(value);
+    ca::SayEach(*statements, lines,
+                [&](const CAsn1QcStatement& statement) { SayStatement(statement, lines); });
+}
+
+// SubjectDirectoryAttributes ::= SEQUENCE OF Attribute     RFC 5280, 4.2.1.8
+void SayDirectoryAttributes(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1Attribute>> attributes(value);
+    ca::SayEach(*attributes, lines, [&](const CAsn1Attribute& attribute) {
+        ca::SayClaimedAttribute(attribute, lines);
+    });
+}
+
+// ---- Russian qualified certificates (FSB order 795 of 2011) ----
+
+void SayIssuerSignTool(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1IssuerSignTool> tool(value);
+    lines.Line(kMsgSignTool, ca::MemberText(tool->SignTool()));
+    lines.Line(kMsgCaTool, ca::MemberText(tool->CATool()));
+    lines.Line(kMsgSignToolConclusion, ca::MemberText(tool->SignToolCert()));
+    lines.Line(kMsgCaToolConclusion, ca::MemberText(tool->CAToolCert()));
+}
+
+// IdentificationKind ::= INTEGER { personal(0), remote-cert(1), remote-passport(2),
+//     remote-system(3) }
+void SayIdentificationKind(Value value, CTextLines& lines) {
+    constexpr ZornaMessage kKinds[] = {kMsgIdentifiedInPerson, kMsgIdentifiedBySignature,
+                                       kMsgIdentifiedByPassport, kMsgIdentifiedByBiometrics};
+    const ca::CDecoded<CAsn1Integer> kind(value);
+    const std::int64_t number = IntegerOf(&*kind, -1);
+    const bool isKnown = number >= 0 && number < std::ssize(kKinds);
+    lines.Line(isKnown ? SetZORNAMessage(kKinds[number]) : ca::NumberText(&*kind));
+}
+
+// ---- Organizations ----
+
+void SayOrganizationIdentifier(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1CabfOrganizationIdentifier> id(value);
+    std::wstring text = ca::MemberText(id->RegistrationSchemeIdentifier()) +
+                        ca::MemberText(id->RegistrationCountry());
+    if (id->RegistrationStateOrProvince() != nullptr) {
+        text += L'+' + ca::HiddenText(id->RegistrationStateOrProvince());
+    }
+    lines.Line(text + L'-' + ca::MemberText(id->RegistrationReference()));
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"qcStatements", SayStatements},
+    {"subjectDirectoryAttributes", SayDirectoryAttributes},
+    {"subjectSignTool", ca::SayText},
+    {"issuerSignTool", SayIssuerSignTool},
+    {"identificationKind", SayIdentificationKind},
+    {"cabfOrganizationIdentifier", SayOrganizationIdentifier},
+    {"lei", ca::SayText},
+    {"leiRole", ca::SayText},
+};
+
+}  // namespace
 
 namespace ca {
 
 std::span<const ExtensionRow> QualifiedExtensionRows() {
-    return {};
+    return kRows;
 }
 
 }  // namespace ca

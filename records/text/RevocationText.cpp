@@ -51,8 +51,9 @@ void SayList(ZornaMessage label, const CAsn1SequenceOf<T>* list, CTextLines& lin
     for (auto at = list->Elements(); lines.Shows(index, count) && at.Next(); ++index) {
         try {
             say(*ca::Good(at), lines);
-        } catch (const ca::Exception&) {
+        } catch (const ca::Exception& fault) {
             lines.Line(ca::UnreadableText(at.Raw()));
+            lines.Fault(fault.message);
         }
     }
 }

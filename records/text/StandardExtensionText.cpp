@@ -17,6 +17,7 @@
 #include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/ReasonText.h"
+#include "records/text/SharedFormatters.h"
 #include "records/text/TimeText.h"
 
 // The extensions of RFC 5280 (certificates 4.2, CRLs 5.2, CRL entries 5.3).
@@ -37,25 +38,9 @@ void SayBasicConstraints(Value value, CTextLines& lines) {
     }
 }
 
-void SayKeyUsage(Value value, CTextLines& lines) {
+void SayUsage(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1BitString> bits(value);
-    const Octets octets = BitsOf(&*bits).octets;
-    unsigned usage = octets.empty() ? 0 : octets[0];
-    usage |= octets.size() > 1 ? static_cast<unsigned>(octets[1]) << 8 : 0U;
-    const std::wstring words = ca::CertInfo2::GetKeyUsageStr(usage);
-    lines.Line(words + (words.empty() ? L"(" : L" (") + ca::Hex(octets) + L")");
-}
-
-void SayOidList(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> list(value);
-    ca::SayEach(*list, lines, [&](const CAsn1ObjectIdentifier& oid) {
-        lines.Line(ca::OidWithName(OctetsOf(&oid)));
-    });
-}
-
-void SayOctetString(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1OctetString> octets(value);
-    lines.Line(ca::Hex(OctetsOf(&*octets)));
+    ca::SayKeyUsage(BitsOf(&*bits), lines);
 }
 
 void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
@@ -220,23 +205,14 @@ void SayReason(Value value, CTextLines& lines) {
     lines.Line(ca::ReasonText(reason));
 }
 
-void SayTime(Value value, CTextLines& lines) {
-    lines.Line(ca::TimeLine(ca::FirstElement(value)));
-}
-
-void SayHoldInstruction(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1ObjectIdentifier> instruction(value);
-    lines.Line(ca::OidWithName(OctetsOf(&*instruction)));
-}
-
 constexpr ca::ExtensionRow kRows[] = {
     {"basicConstraints", SayBasicConstraints},
-    {"keyUsage", SayKeyUsage},
-    {"extKeyUsage", SayOidList},
+    {"keyUsage", SayUsage},
+    {"extKeyUsage", ca::SayOidList},
     {"msApplicationCertPolicies", SayPolicies},
     {"msApplicationPolicyMappings", SayPolicyMappings},
     {"msApplicationPolicyConstraints", SayPolicyConstraints},
-    {"subjectKeyIdentifier", SayOctetString},
+    {"subjectKeyIdentifier", ca::SayOctetString},
     {"authorityKeyIdentifier", SayAuthorityKeyIdentifier},
     {"subjectAltName", SayAlternativeNames},
     {"issuerAltName", SayAlternativeNames},
@@ -257,15 +233,23 @@ constexpr ca::ExtensionRow kRows[] = {
     {"deltaCRLIndicator", SayNumber},
     {"msCRLVirtualBase", SayNumber},
     {"cRLReason", SayReason},
-    {"invalidityDate", SayTime},
-    {"expiredCertsOnCRL", SayTime},
-    {"msCRLNextPublish", SayTime},
-    {"holdInstructionCode", SayHoldInstruction},
+    {"invalidityDate", ca::SayTime},
+    {"expiredCertsOnCRL", ca::SayTime},
+    {"msCRLNextPublish", ca::SayTime},
+    {"holdInstructionCode", ca::SayOid},
 };
 
 }  // namespace
 
 namespace ca {
+
+void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines) {
+    const Octets octets = bits.octets;
+    unsigned usage = octets.empty() ? 0 : octets[0];
+    usage |= octets.size() > 1 ? static_cast<unsigned>(octets[1]) << 8 : 0U;
+    const std::wstring words = CertInfo2::GetKeyUsageStr(usage);
+    lines.Line(words + (words.empty() ? L"(" : L" (") + Hex(octets) + L")");
+}
 
 std::span<const ExtensionRow> StandardExtensionRows() {
     return kRows;

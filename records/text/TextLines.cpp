@@ -78,6 +78,17 @@ void CTextLines::SayMore(std::size_t count) {
     m_text += MoreText(count);
 }
 
+void CTextLines::Fault(std::wstring_view fault) {
+    if (m_faults.size() < kMaxValueText) {
+        m_faults += m_faults.empty() ? L"" : L"; ";
+        m_faults += fault;
+    }
+}
+
+std::wstring CTextLines::TakeFaults() {
+    return std::exchange(m_faults, {});
+}
+
 std::wstring CTextLines::Take() {
     if (m_hidden != 0) {
         m_level = 0;

@@ -46,14 +46,19 @@ class CTextLines {
     /// the bound says how many of `count` are left and ends the loop.
     bool Shows(std::size_t index, std::size_t count);
 
-    /// The text; the object is empty then.
+    /// Keeps what is wrong with a part that the text shows as unreadable, "; " between faults.
+    void Fault(std::wstring_view fault);
+
+    /// The text; the object is empty then, but for its faults.
     std::wstring Take();
+    std::wstring TakeFaults();
 
   private:
     bool Start();
     void SayMore(std::size_t count);
 
     std::wstring m_text;
+    std::wstring m_faults;
     std::size_t m_level = 0;
     std::size_t m_hidden = 0;  // lines past the bound
     bool m_isEmpty = true;

@@ -1,9 +1,178 @@
+#include "asn1/OidTable.h"
+#include "asn1/x509/CertificateTemplate.h"
+#include "asn1/x509/GeneralName.h"
+#include "asn1/x509/ObsoleteExtensions.h"
+#include "asn1/x509/VendorExtensions.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/PolicyText.h"
+#include "records/text/SharedFormatters.h"
+
+// Extensions of makers, and those that the standard gave up.
+
+namespace {
+
+using ca::CTextLines;
+using ca::Octets;
+using Value = std::span<unsigned char>;
+
+// ---- Microsoft ----
+
+// The name of a template, version 1: a string, which is its common name in the directory.
+void SayTemplateName(Value value, CTextLines& lines) {
+    CTextLines name;
+    ca::SayText(value, name);
+    lines.Line(kMsgTemplate, name.Take());
+}
+
+void SayTemplate(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1CertificateTemplate> read(value);
+    lines.Line(kMsgTemplate, ca::OidText(OctetsOf(read->TemplateID())));
+    if (read->TemplateMajorVersion() != nullptr) {
+        lines.Append(L", " + ca::NumberText(read->TemplateMajorVersion()));
+    }
+    if (read->TemplateMinorVersion() != nullptr) {
+        lines.Append(L'.' + ca::NumberText(read->TemplateMinorVersion()));
+    }
+}
+
+// CAVersion ::= INTEGER: the index of the certificate, from bit 16 on that of the key
+// (MS-WCCE 2.2.2.7.7.1).
+void SayCaVersion(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1Integer> version(value);
+    const std::int64_t number = IntegerOf(&*version, -1);
+    if (number < 0) {
+        throw MakeAsn1Fault(Asn1Fault::kMalformed, "CAVersion", 0);
+    }
+    lines.Line(SetZORNAMessage(kMsgCaKey) + (L' ' + std::to_wstring(number >> 16)) + L", " +
+               SetZORNAMessage(kMsgCaCertificateIndex) + L' ' + std::to_wstring(number & 0xFFFF));
+}
+
+// GeneralNames whose one otherName holds the identifier's text in an OCTET STRING
+// (MS-WCCE 2.2.2.7.7.4).
+void SaySecurityId(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1GeneralNames> names(value);
+    ca::SayEach(*names, lines, [&](const CAsn1GeneralName& name) {
+        const CAsn1OtherName* other = name.OtherName();
+        if (other != nullptr && other->Value()->Tag() == kAsn1OctetString) {
+            lines.Line(ca::HiddenText(other->Value()));
+        } else {
+            ca::SayGeneralName(ca::ElementOf(name), lines);
+        }
+    });
+}
+
+// ---- Netscape ----
+
+// netscape-cert-type ::= BIT STRING { SSL-client(0), SSL-server(1), S-MIME(2), object-signing(3),
+//     reserved(4), SSL-CA(5), S-MIME-CA(6), object-signing-CA(7) }
+void SayNetscapeType(Value value, CTextLines& lines) {
+    constexpr std::pair<std::size_t, ZornaMessage> kTypes[] = {
+        {0, kMsgSslClient}, {1, kMsgSslServer}, {2, kMsgSmime},           {3, kMsgObjectSigning},
+        {5, kMsgSslCa},     {6, kMsgSmimeCa},   {7, kMsgObjectSigningCa},
+    };
+    const ca::CDecoded<CAsn1BitString> type(value);
+    const CAsn1Bits bits = BitsOf(&*type);
+    std::wstring words;
+    for (const auto& [bit, word] : kTypes) {
+        if (bits[bit]) {
+            ca::AppendListed(words, SetZORNAMessage(word));
+        }
+    }
+    lines.Line(words + (words.empty() ? L"(" : L" (") + ca::Hex(bits.octets) + L')');
+}
+
+// ---- Entrust, Adobe ----
+
+void SayEntrustVersion(Value value, CTextLines& lines) {
+    constexpr const wchar_t* kFlags[] = {L"keyUpdateAllowed", L"newExtensions",
+                                         L"pKIXCertificate",  L"enterpriseCategory",
+                                         L"webCategory",      L"sETCategory"};
+    const ca::CDecoded<CAsn1EntrustVersInfo> info(value);
+    std::wstring flags;
+    const CAsn1Bits bits = BitsOf(info->EntrustInfoFlags());
+    for (std::size_t bit = 0; bit < std::size(kFlags); ++bit) {
+        if (bits[bit]) {
+            ca::AppendListed(flags, kFlags[bit]);
+        }
+    }
+    lines.Line(ca::MemberText(info->EntrustVers()));
+    if (!flags.empty()) {
+        lines.Append(L" (" + flags + L')');
+    }
+}
+
+void SayTimestampService(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1AdobeTimestamp> service(value);
+    lines.Line(kMsgFieldVersion, ca::NumberText(service->Version()));
+    ca::SayGeneralName(ca::ElementOf(*service->Location()), lines);
+    lines.Line(kMsgRequiresAuthentication,
+               SetZORNAMessage(service->RequiresAuth() ? kMsgYes : kMsgNo));
+}
+
+void SayArchiveRevocationInfo(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1AdobeArchiveRevInfo> info(value);
+    lines.Line(kMsgFieldVersion, ca::NumberText(info->Version()));
+}
+
+// ---- Obsolete ----
+
+void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1OldAuthorityKeyId> id(value);
+    if (id->KeyIdentifier() != nullptr) {
+        lines.Line(kMsgKey, ca::Hex(OctetsOf(id->KeyIdentifier())));
+    }
+    if (id->CertIssuer() != nullptr) {
+        const CAsn1Element issuer = ca::FirstElement(id->CertIssuer()->ContentOctets());
+        lines.Line(kMsgIssuer, issuer.tag == kAsn1Sequence
+                                   ? ca::ReadableName(issuer)
+                                   : ca::GeneralNamesLine(id->CertIssuer()->ContentOctets()));
+    }
+    if (id->CertSerialNumber() != nullptr) {
+        lines.Line(kMsgSerial, ca::Hex(OctetsOf(id->CertSerialNumber())));
+    }
+}
+
+void SayKeyUsageRestriction(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1KeyUsageRestriction> restriction(value);
+    if (restriction->CertPolicySet() != nullptr) {
+        ca::SayEach(*restriction->CertPolicySet(), lines, [&](const auto& policy) {
+            ca::SayOidList(ca::Changeable(policy.Raw()), lines);
+        });
+    }
+    if (restriction->RestrictedKeyUsage() != nullptr) {
+        ca::SayKeyUsage(BitsOf(restriction->RestrictedKeyUsage()), lines);
+    }
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"msEnrollCerttype", SayTemplateName},
+    {"msCertificateTemplate", SayTemplate},
+    {"msCAVersion", SayCaVersion},
+    {"msPreviousCertHash", ca::SayOctetString},
+    {"msNtdsSecurityExt", SaySecurityId},
+    {"netscapeCertType", SayNetscapeType},
+    {"netscapeBaseUrl", ca::SayText},
+    {"netscapeRevocationUrl", ca::SayText},
+    {"netscapeCaRevocationUrl", ca::SayText},
+    {"netscapeCaPolicyUrl", ca::SayText},
+    {"netscapeComment", ca::SayText},
+    {"entrustVersInfo", SayEntrustVersion},
+    {"adobeTimestamp", SayTimestampService},
+    {"adobeArchiveRevInfo", SayArchiveRevocationInfo},
+    {"oldAuthorityKeyIdentifier", SayOldAuthorityKeyId},
+    {"primaryKeyUsageRestriction", SayKeyUsageRestriction},
+};
+
+}  // namespace
 
 namespace ca {
 
 std::span<const ExtensionRow> VendorExtensionRows() {
-    return {};
+    return kRows;
 }
 
 }  // namespace ca

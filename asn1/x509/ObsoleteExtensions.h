@@ -1,0 +1,48 @@
+#pragma once
+
+#include "asn1/Asn1List.h"
+#include "asn1/Asn1Oid.h"
+#include "asn1/Asn1Primitives.h"
+
+// AuthorityKeyId ::= SEQUENCE {
+//     keyIdentifier         [0] OCTET STRING OPTIONAL,
+//     certIssuer            [1] ANY OPTIONAL,      -- EXPLICIT Name, or GeneralNames
+//     certSerialNumber      [2] INTEGER OPTIONAL }     X.509 (1996 draft), 12.2.2.1
+class CAsn1OldAuthorityKeyId : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "OldAuthorityKeyId";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    const CAsn1OctetString* KeyIdentifier() const { return m_keyIdentifier; }
+    const CAsn1SequenceOf<CAsn1Any>* CertIssuer() const { return m_certIssuer; }
+    const CAsn1Integer* CertSerialNumber() const { return m_certSerialNumber; }
+
+  private:
+    CAsn1OctetString* m_keyIdentifier = nullptr;
+    CAsn1SequenceOf<CAsn1Any>* m_certIssuer = nullptr;
+    CAsn1Integer* m_certSerialNumber = nullptr;
+};
+
+// KeyUsageRestriction ::= SEQUENCE {
+//     certPolicySet       SEQUENCE OF CertPolicyId OPTIONAL,     -- SEQUENCE OF OBJECT IDENTIFIER
+//     restrictedKeyUsage  KeyUsage OPTIONAL }     X.509 (1996 draft), 12.2.2.5
+class CAsn1KeyUsageRestriction : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "KeyUsageRestriction";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    const CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ObjectIdentifier>>* CertPolicySet() const {
+        return m_certPolicySet;
+    }
+    const CAsn1BitString* RestrictedKeyUsage() const { return m_restrictedKeyUsage; }
+
+  private:
+    CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ObjectIdentifier>>* m_certPolicySet = nullptr;
+    CAsn1BitString* m_restrictedKeyUsage = nullptr;
+};

@@ -1,0 +1,43 @@
+#include "records/text/MoneyText.h"
+
+#include "asn1/x509/QcStatement.h"
+#include "records/text/PolicyText.h"
+#include "records/text/SharedFormatters.h"
+
+namespace {
+
+// Exponents that are written out; no amount of money needs more.
+constexpr std::int64_t kMaxExponent = 18;
+// What stands for an exponent that cannot be read.
+constexpr std::int64_t kUnreadable = INT64_MAX;
+
+std::wstring AmountText(const CAsn1MonetaryValue& value) {
+    std::wstring digits = ca::NumberText(value.Amount());
+    const std::int64_t exponent = IntegerOf(value.Exponent(), kUnreadable);
+    if (exponent < -kMaxExponent || exponent > kMaxExponent) {
+        return digits + L" * 10^" +
+               (exponent == kUnreadable ? ca::Hex(OctetsOf(value.Exponent()))
+                                        : std::to_wstring(exponent));
+    }
+    if (exponent >= 0) {
+        return digits == L"0" ? digits
+                              : digits + std::wstring(static_cast<std::size_t>(exponent), L'0');
+    }
+    const auto fraction = static_cast<std::size_t>(-exponent);
+    if (digits.size() <= fraction) {
+        digits.insert(0, fraction + 1 - digits.size(), L'0');
+    }
+    return digits.insert(digits.size() - fraction, 1, L'.');
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring MoneyText(const CAsn1MonetaryValue& value) {
+    const bool isNumber = value.Currency()->Tag() == kAsn1Integer;
+    return AmountText(value) + L' ' +
+           (isNumber ? NumberText(value.Currency()) : MemberText(value.Currency()));
+}
+
+}  // namespace ca

@@ -1,0 +1,245 @@
+#include "asn1/x509/AddressBlocks.h"
+#include "asn1/x509/CabfExtensions.h"
+#include "asn1/x509/ProxyCertInfo.h"
+#include "asn1/x509/SctList.h"
+#include "asn1/x509/TnEntry.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/PolicyText.h"
+#include "records/text/SharedFormatters.h"
+#include "records/text/SignatureParts.h"
+#include "records/text/TimeText.h"
+
+#include <iterator>
+#include <vector>
+
+// TLS, transparency, routing and telephone numbers.
+
+namespace {
+
+using ca::CTextLines;
+using ca::Octets;
+using Value = std::span<unsigned char>;
+
+// ---- Certificate transparency (RFC 6962) ----
+
+// Names of RFC 5246 7.4.1.4.1, by number.
+constexpr const wchar_t* kHashes[] = {L"none",    L"MD5",     L"SHA-1",  L"SHA-224",
+                                      L"SHA-256", L"SHA-384", L"SHA-512"};
+constexpr const wchar_t* kSignatures[] = {L"anonymous", L"RSA", L"DSA", L"ECDSA"};
+
+template <std::size_t Count>
+std::wstring NameOf(const wchar_t* const (&names)[Count], unsigned char number) {
+    return number < Count ? names[number] : std::to_wstring(number);
+}
+
+// "01.02.2024 07:00:00.123 UTC"
+std::wstring StampTime(std::uint64_t milliseconds) {
+    constexpr std::uint64_t kYear10000 = 253402300800ULL * 1000;
+    if (milliseconds >= kYear10000) {
+        return std::to_wstring(milliseconds);
+    }
+    const ca::TimeForms time = ca::DescribeTime(static_cast<std::int64_t>(milliseconds / 1000));
+    const std::wstring fraction = std::to_wstring(1000 + milliseconds % 1000);
+    return time.utc + L'.' + fraction.substr(1) + L" UTC";
+}
+
+void SayStamp(const CSignedCertificateTimestamp& stamp, CTextLines& lines) {
+    lines.Line(kMsgStamp, L"v" + std::to_wstring(stamp.version + 1));
+    if (stamp.version != 0) {
+        return;
+    }
+    const CTextLines::Level level(lines);
+    lines.Line(kMsgLogId, ca::Hex(stamp.logId));
+    lines.Line(kMsgTime, StampTime(stamp.timestamp));
+    lines.Line(kMsgStampSignature, NameOf(kHashes, stamp.hashAlgorithm) + L", " +
+                                       NameOf(kSignatures, stamp.signatureAlgorithm));
+}
+
+void SayStamps(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1OctetString> octets(value);
+    const std::vector<unsigned char> joined = OctetStringOf(&*octets);
+    CSctList list(joined);
+    Octets stamp;
+    std::size_t count = 0;
+    for (CSctList counted = list; counted.Next(stamp);) {
+        ++count;
+    }
+    for (std::size_t index = 0; lines.Shows(index, count) && list.Next(stamp); ++index) {
+        SayStamp(CSctList::Read(stamp), lines);
+    }
+}
+
+// ---- TLS ----
+
+// Features ::= SEQUENCE OF INTEGER     -- numbers of TLS extensions     RFC 7633, 4.1
+void SayTlsFeatures(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1Integer>> features(value);
+    ca::SayEach(*features, lines, [&](const CAsn1Integer& feature) {
+        const std::wstring number = ca::NumberText(&feature);
+        const std::int64_t type = IntegerOf(&feature, -1);
+        const wchar_t* name = type == 5 ? L"status_request (" : L"status_request_v2 (";
+        lines.Line(type == 5 || type == 17 ? name + number + L')' : number);
+    });
+}
+
+void SayOnionService(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1TorServiceDescriptorHash>> services(value);
+    ca::SayEach(*services, lines, [&](const CAsn1TorServiceDescriptorHash& service) {
+        lines.Line(ca::MemberText(service.OnionURI()));
+        const CTextLines::Level level(lines);
+        lines.Line(ca::AlgorithmText(ca::ElementOf(*service.Algorithm())),
+                   ca::Hex(BitsOf(service.SubjectPublicKeyHash()).octets));
+    });
+}
+
+void SayProxy(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1ProxyCertInfo> proxy(value);
+    const CAsn1Integer* length = proxy->PCPathLenConstraint();
+    lines.Line(kMsgPathLength,
+               length != nullptr ? ca::NumberText(length) : SetZORNAMessage(kMsgNotLimited));
+    const CAsn1ProxyPolicy& policy = *proxy->ProxyPolicy();
+    lines.Line(kMsgPolicyLanguage, ca::OidWithName(OctetsOf(policy.PolicyLanguage())));
+    if (policy.Policy() != nullptr) {
+        lines.Line(kMsgPolicy, ca::HiddenText(policy.Policy()));
+    }
+}
+
+// ---- Addresses and autonomous systems (RFC 3779) ----
+
+constexpr std::size_t kIpv4Octets = 4;
+constexpr std::size_t kIpv6Octets = 16;
+
+// The address that begins with these bits, the others being all zeros or all ones.
+std::vector<unsigned char> Address(const CAsn1Bits& bits, std::size_t length, bool ones) {
+    if (bits.octets.size() > length) {
+        throw MakeAsn1Fault(Asn1Fault::kMalformed, "IPAddress", 0);
+    }
+    std::vector<unsigned char> address(bits.octets.begin(), bits.octets.end());
+    if (!address.empty()) {
+        const unsigned unused = (1U << bits.unused) - 1;
+        address.back() =
+            static_cast<unsigned char>(ones ? address.back() | unused : address.back() & ~unused);
+    }
+    address.resize(length, ones ? 0xFF : 0x00);
+    return address;
+}
+
+std::wstring AddressText(const std::vector<unsigned char>& address) {
+    return ca::IpAddressText(address);
+}
+
+void SayAddresses(const CAsn1Any& element, std::size_t length, CTextLines& lines) {
+    const Value octets = ca::Changeable(element.Raw());
+    if (element.Tag() == kAsn1BitString) {
+        const ca::CDecoded<CAsn1BitString> prefix(octets);
+        const CAsn1Bits bits = BitsOf(&*prefix);
+        lines.Line(AddressText(Address(bits, length, false)) + L'/' +
+                   std::to_wstring(8 * bits.octets.size() - bits.unused));
+        return;
+    }
+    const ca::CDecoded<CAsn1IpAddressRange> range(octets);
+    lines.Line(AddressText(Address(BitsOf(range->Min()), length, false)) + L'-' +
+               AddressText(Address(BitsOf(range->Max()), length, true)));
+}
+
+void SayAddressBlocks(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1IpAddressFamily>> families(value);
+    ca::SayEach(*families, lines, [&](const CAsn1IpAddressFamily& family) {
+        const Octets type = OctetsOf(family.AddressFamily());
+        const bool isV4 = type.size() >= 2 && type[0] == 0 && type[1] == 1;
+        const bool isV6 = type.size() >= 2 && type[0] == 0 && type[1] == 2;
+        if (!isV4 && !isV6) {
+            throw MakeAsn1Fault(Asn1Fault::kMalformed, "IPAddressFamily.addressFamily", 0);
+        }
+        std::wstring name = isV4 ? L"IPv4" : L"IPv6";
+        if (type.size() > 2) {
+            name += L", SAFI " + std::to_wstring(type[2]);
+        }
+        if (family.IpAddressChoice()->Tag() == kAsn1Null) {
+            lines.Line(name, SetZORNAMessage(kMsgInherited));
+            return;
+        }
+        lines.Line(name, L"");
+        const CTextLines::Level level(lines);
+        const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> list(
+            ca::Changeable(family.IpAddressChoice()->Raw()));
+        ca::SayEach(*list, lines, [&](const CAsn1Any& element) {
+            SayAddresses(element, isV4 ? kIpv4Octets : kIpv6Octets, lines);
+        });
+    });
+}
+
+void SayAsNumber(const CAsn1Any& element, CTextLines& lines) {
+    if (element.Tag() == kAsn1Integer) {
+        lines.Line(ca::NumberText(&element));
+        return;
+    }
+    const ca::CDecoded<CAsn1AsRange> range(ca::Changeable(element.Raw()));
+    lines.Line(ca::NumberText(range->Min()) + L'-' + ca::NumberText(range->Max()));
+}
+
+void SayAsNumbers(const wchar_t* label, const CAsn1Any* choice, CTextLines& lines) {
+    if (choice == nullptr) {
+        return;
+    }
+    if (choice->Tag() == kAsn1Null) {
+        lines.Line(label, SetZORNAMessage(kMsgInherited));
+        return;
+    }
+    lines.Line(label, L"");
+    const CTextLines::Level level(lines);
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> list(ca::Changeable(choice->Raw()));
+    ca::SayEach(*list, lines, [&](const CAsn1Any& element) { SayAsNumber(element, lines); });
+}
+
+void SayAutonomousSystems(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1AsIdentifiers> systems(value);
+    SayAsNumbers(L"AS", systems->Asnum(), lines);
+    SayAsNumbers(L"RDI", systems->Rdi(), lines);
+}
+
+// ---- Telephone numbers (RFC 8226) ----
+
+void SayTelephoneNumbers(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1TnEntry>> entries(value);
+    ca::SayEach(*entries, lines, [&](const CAsn1TnEntry& entry) {
+        if (entry.Spc() != nullptr) {
+            lines.Line(kMsgServiceProvider, ca::MemberText(entry.Spc()));
+        } else if (const CAsn1TelephoneNumberRange* range = entry.Range()) {
+            lines.Line(kMsgTelephoneNumber, ca::MemberText(range->Start()) + L", " +
+                                                SetZORNAMessage(kMsgNumberCount) + L": " +
+                                                ca::NumberText(range->Count()));
+        } else {
+            lines.Line(kMsgTelephoneNumber, ca::MemberText(entry.One()));
+        }
+    });
+}
+
+constexpr ca::ExtensionRow kRows[] = {
+    {"sctList", SayStamps},
+    {"ocspSctList", SayStamps},
+    {"ctPoison", ca::SayPresent},
+    {"ocspNoCheck", ca::SayPresent},
+    {"tlsFeature", SayTlsFeatures},
+    {"torServiceDescriptor", SayOnionService},
+    {"acmeIdentifier", ca::SayOctetString},
+    {"proxyCertInfo", SayProxy},
+    {"sbgp-ipAddrBlock", SayAddressBlocks},
+    {"ipAddrBlocks-v2", SayAddressBlocks},
+    {"sbgp-autonomousSysNum", SayAutonomousSystems},
+    {"autonomousSysIds-v2", SayAutonomousSystems},
+    {"TNAuthList", SayTelephoneNumbers},
+};
+
+}  // namespace
+
+namespace ca {
+
+std::span<const ExtensionRow> NetworkExtensionRows() {
+    return kRows;
+}
+
+}  // namespace ca

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "records/text/Elements.h"
+#include "records/text/TextLines.h"
+
+#include <span>
+#include <string>
+
+// Formatters that several extensions and attributes share, and parts of such texts. A formatter
+// throws ca::Exception for a value that is no such type.
+
+namespace ca {
+
+/// The text of a member of any type, ValueText(); "" for null.
+std::wstring MemberText(const CAsn1Object* member);
+
+/// The characters of a UTF-8 text inside an OCTET STRING.
+std::wstring HiddenText(const CAsn1Object* octets);
+
+/// "more" behind ", " where a list has begun; nothing for an empty one.
+void AppendListed(std::wstring& text, std::wstring_view more);
+
+void SayText(std::span<unsigned char> value, CTextLines& lines);         ///< any string type
+void SayOctetString(std::span<unsigned char> value, CTextLines& lines);  ///< hexadecimal digits
+void SayTime(std::span<unsigned char> value, CTextLines& lines);         ///< UTC or generalised
+void SayOid(std::span<unsigned char> value, CTextLines& lines);          ///< "Name (OID)"
+void SayOidList(std::span<unsigned char> value, CTextLines& lines);      ///< SEQUENCE OF them
+void SayPresent(std::span<unsigned char> value, CTextLines& lines);      ///< of any value
+
+}  // namespace ca
