@@ -3,7 +3,7 @@
 // print. (GnuTLS says of the certificates how many there are; OpenSSL prints their structure.)
 
 #include "bench/ModuleRequest.h"
-#include "bench/OpenSslOwners.h"
+#include "tests/module/OpenSslObjects.h"
 
 #include <benchmark/benchmark.h>
 #include <openssl/cms.h>
@@ -22,23 +22,10 @@ using ExtensionPtr = std::unique_ptr<X509_EXTENSION, Freer<X509_EXTENSION_free>>
 
 constexpr int kSignInfo = 29;
 
-void AddName(X509_NAME* name, const char* type, const std::string& value) {
-    X509_NAME_add_entry_by_txt(name, type, MBSTRING_UTF8,
-                               reinterpret_cast<const unsigned char*>(value.c_str()), -1, -1, 0);
-}
-
 // A certificate of its own for each signer, with what such certificates have as a rule.
 X509Ptr MakeCertificate(long serial, EVP_PKEY* key) {
-    X509Ptr certificate(X509_new());
-    X509_set_version(certificate.get(), 2);
+    X509Ptr certificate = Issue("Signer " + std::to_string(serial), "Authority, One", key, key);
     ASN1_INTEGER_set(X509_get_serialNumber(certificate.get()), serial);
-    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), 0);
-    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), 100000);
-    X509_set_pubkey(certificate.get(), key);
-    AddName(X509_get_issuer_name(certificate.get()), "C", "RU");
-    AddName(X509_get_issuer_name(certificate.get()), "CN", "Authority");
-    AddName(X509_get_subject_name(certificate.get()), "O", "Organization, Ltd");
-    AddName(X509_get_subject_name(certificate.get()), "CN", "Signer " + std::to_string(serial));
     const std::pair<int, const char*> extensions[] = {
         {NID_basic_constraints, "critical,CA:FALSE"},
         {NID_key_usage, "critical,digitalSignature,nonRepudiation"},
@@ -63,11 +50,7 @@ std::string MakeMessage(std::int64_t signers) {
     }
     const BioPtr text(BIO_new_mem_buf("text", -1));
     CMS_final(message.get(), text.get(), nullptr, CMS_BINARY);
-    unsigned char* der = nullptr;
-    const int size = i2d_CMS_ContentInfo(message.get(), &der);
-    std::string octets(reinterpret_cast<char*>(der), static_cast<std::size_t>(size));
-    OPENSSL_free(der);
-    return octets;
+    return Der<CMS_ContentInfo>(message.get(), &i2d_CMS_ContentInfo);
 }
 
 const std::string& Message(std::int64_t signers) {

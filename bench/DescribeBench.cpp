@@ -3,7 +3,7 @@
 // Over the certificate authorities that the system trusts; one item is one certificate.
 
 #include "bench/ModuleRequest.h"
-#include "bench/OpenSslOwners.h"
+#include "tests/module/OpenSslObjects.h"
 
 #include <benchmark/benchmark.h>
 #include <openssl/pem.h>
@@ -22,11 +22,7 @@ constexpr const char* kFolder = "/usr/share/ca-certificates";
 std::string ReadDer(const std::string& path) {
     const BioPtr file(BIO_new_file(path.c_str(), "r"));
     const X509Ptr certificate(PEM_read_bio_X509(file.get(), nullptr, nullptr, nullptr));
-    unsigned char* der = nullptr;
-    const int size = certificate != nullptr ? i2d_X509(certificate.get(), &der) : 0;
-    std::string text(reinterpret_cast<const char*>(der), static_cast<std::size_t>(size));
-    OPENSSL_free(der);
-    return text;
+    return certificate != nullptr ? DerOf(certificate.get()) : std::string();
 }
 
 const std::vector<std::string>& Certificates() {

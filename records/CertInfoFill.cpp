@@ -1,6 +1,7 @@
 #include "records/CertInfoFill.h"
 
 #include "asn1/OidTable.h"
+#include "asn1/cms/SignerIdentifier.h"
 #include "asn1/x509/Certificate.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -21,15 +22,20 @@ namespace {
 using ca::CertInfo;
 using ca::Octets;
 
-void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
-    if (tbs.Issuer() != nullptr) {
-        ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*tbs.Issuer()));
-        record.issuer = std::move(issuer.readable);
-        record.oidIssuer = std::move(issuer.oid);
-        record.x500NameIssuer = std::move(issuer.x500);
-        record.issuerTags = std::move(issuer.tags);
-        ca::AddError(record.error, issuer.error);
+void FillIssuer(const CAsn1Name* name, CertInfo& record) {
+    if (name == nullptr) {
+        return;
     }
+    ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*name));
+    record.issuer = std::move(issuer.readable);
+    record.oidIssuer = std::move(issuer.oid);
+    record.x500NameIssuer = std::move(issuer.x500);
+    record.issuerTags = std::move(issuer.tags);
+    ca::AddError(record.error, issuer.error);
+}
+
+void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
+    FillIssuer(tbs.Issuer(), record);
     if (tbs.Subject() != nullptr) {
         ca::NameForms subject = ca::DescribeName(ca::ElementOf(*tbs.Subject()));
         record.description = std::move(subject.readable);
@@ -133,6 +139,11 @@ void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
         throw Exception(kErrCertificate);
     }
     record.FromAsn1(*certificate);
+}
+
+void FillFromIdentifier(const CAsn1IssuerAndSerialNumber& identifier, CertInfo& record) {
+    FillIssuer(identifier.Issuer(), record);
+    record.serial = SerialText(OctetsOf(identifier.SerialNumber()));
 }
 
 std::wstring Sha1Hex(Octets octets) {

@@ -5,6 +5,8 @@
 #include <span>
 #include <string>
 
+class CAsn1IssuerAndSerialNumber;
+
 namespace ca {
 
 /// True when the octets begin with what has the outer form of a certificate (RFC 5280 4.1): a cheap
@@ -16,6 +18,10 @@ bool LooksLikeCertificate(std::span<const unsigned char> octets);
 /// \param der  the certificate as received; kept as it is.
 /// Throws ca::Exception 16113 for octets that are no certificate at all.
 void FillCertInfo(std::span<unsigned char> der, CertInfo& record);
+
+/// What a message says of a certificate that it names: the forms of its issuer, and its serial
+/// number (RFC 5652 10.2.4). Members that could not be read are left out.
+void FillFromIdentifier(const CAsn1IssuerAndSerialNumber& identifier, CertInfo& record);
 
 /// The SHA-1 of octets as 40 lower-case hexadecimal digits.
 std::wstring Sha1Hex(std::span<const unsigned char> octets);

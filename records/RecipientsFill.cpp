@@ -9,10 +9,8 @@
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 #include "records/text/Elements.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
-#include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 
 #include <algorithm>
@@ -177,19 +175,12 @@ class CCollector {
 
     void AddCertificate(const CAsn1IssuerAndSerialNumber& id) {
         CertInfo2& record = Start();
-        const Octets serial = OctetsOf(id.SerialNumber());
-        record.serial = ca::SerialText(serial);
+        ca::FillFromIdentifier(id, record);
         if (id.Issuer() == nullptr) {
             return;
         }
-        ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*id.Issuer()));
-        record.issuer = std::move(issuer.readable);
-        record.oidIssuer = std::move(issuer.oid);
-        record.x500NameIssuer = std::move(issuer.x500);
-        record.issuerTags = std::move(issuer.tags);
-        ca::AddError(record.error, issuer.error);
         // An empty name with the number 0 hides the recipient.
-        if (!id.Issuer()->ContentOctets().empty() || !IsAllZero(serial)) {
+        if (!id.Issuer()->ContentOctets().empty() || !IsAllZero(OctetsOf(id.SerialNumber()))) {
             Name(record, ca::ElementOf(id).raw);
         }
     }

@@ -12,7 +12,6 @@
 #include "records/text/AlgorithmText.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
-#include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 
 #include <algorithm>
@@ -30,18 +29,6 @@ using Signers = CAsn1ListCursor<CAsn1SignerInfo>;
 constexpr std::size_t kRepeats = 2;
 constexpr std::size_t kRepeatedAlways = 1 << 20;
 
-void FillIssuer(const CAsn1IssuerAndSerialNumber& signer, CertInfo& record) {
-    if (signer.Issuer() != nullptr) {
-        ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*signer.Issuer()));
-        record.issuer = std::move(issuer.readable);
-        record.oidIssuer = std::move(issuer.oid);
-        record.x500NameIssuer = std::move(issuer.x500);
-        record.issuerTags = std::move(issuer.tags);
-        ca::AddError(record.error, issuer.error);
-    }
-    record.serial = ca::SerialText(OctetsOf(signer.SerialNumber()));
-}
-
 // A key identifier stands where a certificate would have it: among the extensions.
 void FillKeyIdentifier(const CAsn1OctetString& key, CertInfo& record) {
     auto extension = std::make_unique<ca::CertInfoExtension>();
@@ -52,9 +39,9 @@ void FillKeyIdentifier(const CAsn1OctetString& key, CertInfo& record) {
 }
 
 // What the signer itself says of its certificate.
-void FillFromIdentifier(const CAsn1SignerIdentifier& signer, CertInfo& record) {
+void FillFromSigner(const CAsn1SignerIdentifier& signer, CertInfo& record) {
     if (const CAsn1IssuerAndSerialNumber* name = signer.IssuerAndSerialNumber()) {
-        FillIssuer(*name, record);
+        ca::FillFromIdentifier(*name, record);
     } else if (const CAsn1OctetString* key = signer.SubjectKeyIdentifier()) {
         FillKeyIdentifier(*key, record);
     }
@@ -169,7 +156,7 @@ class CSignerDescriber {
         if (certificate != nullptr && MayDescribe(*certificate)) {
             ca::FillCertInfo(certificate->der, record.signCert);
         } else {
-            FillFromIdentifier(*signer, record.signCert);
+            FillFromSigner(*signer, record.signCert);
             ca::AddError(record.signCert.error,
                          SetZORNAMessage(certificate != nullptr ? kMsgCertDescribedEnough
                                                                 : kMsgCertNotInMessage));
