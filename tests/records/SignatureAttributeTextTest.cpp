@@ -214,7 +214,7 @@ TEST_F(SignatureAttributeTextTest, SaysEachTypeInLines) {
         SCOPED_TRACE(c.shortName);
         std::wstring error;
         EXPECT_EQ(c.text, Say(c.shortName, c.value, error));
-        EXPECT_EQ(L"", error);
+        EXPECT_EQ(c.text.find(L"Unreadable") == std::wstring::npos, error.empty()) << error;
     }
 }
 
