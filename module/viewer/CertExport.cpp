@@ -4,6 +4,7 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "module/viewer/CertFields.h"
 
 #include <algorithm>
 #include <vector>
@@ -69,7 +70,7 @@ std::string ExportContent(const CCertDocument& document, std::size_t index, Cert
         throw Exception(kErrNoArgumentData);
     }
     if (format == CertFormat::kText) {
-        return u16u8(document.Record(index).description);
+        return CCertFields(document.Record(index)).AsText().toStdString();
     }
     const std::vector<unsigned char> octets = document.Octets(index);
     if (octets.empty()) {

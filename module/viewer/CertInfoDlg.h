@@ -8,11 +8,17 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
+class QFileDialog;
+class QLabel;
+class QPushButton;
+class QTabWidget;
 
-namespace Ui {
-class CertInfoDlg;
-}
+namespace ca {
+class CDetailsPage;
+class CGeneralPage;
+class CPathPage;
+class CStructurePage;
+}  // namespace ca
 
 /// The certificate viewer. A host fills it through Qt's meta-object alone, because no symbol of it
 /// is exported: the properties and invokable operations below are the interface, and mod_foo.h
@@ -67,16 +73,39 @@ class CCertInfoDlg : public QDialog {
     int Page() const;
     void SetPage(int page);
 
+  protected:
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
   private:
+    enum { kGeneral, kDetails, kPath, kStructure, kPages };
+
+    void BuildPages();
+    void BuildButtons();
+    void AddShortcuts();
     bool Attempt(const std::function<void()>& operation);
     void ShowDocument(ca::CCertDocument document);
     void ShowCurrent();
+    void FillPage();
     void Translate();
+    void TranslateIfNeeded();
+    void Find(const std::function<void(ca::CDetailsPage&)>& action);
+    void AskWhereToSave();
+    void Save(const QFileDialog& answer, const QString& path);
 
-    std::unique_ptr<Ui::CertInfoDlg> m_ui;
+    QTabWidget* m_pages;
+    ca::CGeneralPage* m_general;
+    ca::CDetailsPage* m_details;
+    ca::CPathPage* m_path;
+    ca::CStructurePage* m_structure;
+    QLabel* m_message;
+    QPushButton* m_save;
+    QPushButton* m_close;
     ca::CCertDocument m_document;
     int m_current = 0;
-    std::uint32_t m_language = 0;  // 0: the process's
+    bool m_isFilled[kPages] = {};       // a page is filled when it is looked at
+    std::uint32_t m_language = 0;       // 0: the process's
+    std::uint32_t m_shownLanguage = 0;  // of the captions
     QString m_lastError;
     uint m_lastErrorCode = 0;
 };

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+
+#include <cstddef>
+#include <span>
+
+namespace ca {
+
+/// Octets as hexadecimal digits and characters, with one range marked. Paints the lines in sight
+/// alone, so any number of octets costs nothing. The cursor is moved by keys and mouse.
+class CHexView : public QAbstractScrollArea {
+    Q_OBJECT
+  public:
+    explicit CHexView(QWidget* parent = nullptr);
+
+    /// \param octets  outlive the view, or the next call.
+    void SetOctets(std::span<const unsigned char> octets);
+    /// Marks [begin, end), up to `content` in another way, and brings its beginning in sight.
+    void SetMarked(std::size_t begin, std::size_t content, std::size_t end);
+
+    std::size_t MarkedBegin() const { return m_begin; }
+    std::size_t MarkedEnd() const { return m_end; }
+    std::size_t Cursor() const { return m_cursor; }
+    /// The middle of an octet's digits, in the viewport.
+    QPoint PlaceOf(std::size_t offset) const;
+    QSize sizeHint() const override;
+
+  Q_SIGNALS:
+    /// The user put the cursor on an octet.
+    void Chosen(qulonglong offset);
+    /// The user asks for the marked octets.
+    void CopyWanted();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    void Measure();
+    void PaintLine(QPainter& painter, std::size_t line, int y) const;
+    void PaintOctet(QPainter& painter, std::size_t offset, int y) const;
+    void MoveCursor(std::ptrdiff_t distance);
+    void Reveal(std::size_t offset);
+    int DigitsX(std::size_t column) const;
+    int CharacterX(std::size_t column) const;
+    std::size_t LinesInSight() const;
+    bool OctetAt(const QPoint& place, std::size_t& offset) const;
+
+    std::span<const unsigned char> m_octets;
+    std::size_t m_begin = 0;
+    std::size_t m_content = 0;
+    std::size_t m_end = 0;
+    std::size_t m_cursor = 0;
+    std::size_t m_perLine = 16;
+    int m_charWidth = 1;
+    int m_lineHeight = 1;
+};
+
+}  // namespace ca

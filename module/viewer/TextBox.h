@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace ca {
+
+/// A text that can be read, selected and copied, and is never taken for markup. As high as its
+/// lines up to a bound, then it scrolls; words of any length are broken.
+class CTextBox : public QPlainTextEdit {
+    Q_OBJECT
+  public:
+    explicit CTextBox(QWidget* parent = nullptr);
+
+    void SetText(const QString& text);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void FitHeight();
+};
+
+}  // namespace ca
