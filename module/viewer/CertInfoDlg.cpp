@@ -39,7 +39,7 @@ std::span<const unsigned char> OctetsOf(const QByteArray& bytes) {
             static_cast<std::size_t>(bytes.size())};
 }
 
-constexpr QSize kFirstSize(760, 560);
+constexpr QSize kFirstSize(900, 600);
 
 // The formats in the order of the file dialog's filters.
 struct FileFilter {
@@ -85,8 +85,7 @@ CCertInfoDlg::CCertInfoDlg(QWidget* parent)
         Translate();
         ShowCurrent();
     });
-    resize(kFirstSize);
-    ca::RestoreWindowSize(*this);
+    ca::RestoreWindowSize(*this, kFirstSize);
 }
 
 CCertInfoDlg::~CCertInfoDlg() = default;

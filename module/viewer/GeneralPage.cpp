@@ -61,7 +61,7 @@ CGeneralPage::CGeneralPage(QWidget* parent) : QWidget(parent) {
 
     auto* form = new QFormLayout;
     form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    form->setLabelAlignment(Qt::AlignLeft);
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
     form->setFormAlignment(Qt::AlignLeft | Qt::AlignTop);
     column->addLayout(form);
     m_status = AddRow(*form, kMsgDlgStatus, "statusText");
@@ -77,6 +77,8 @@ CGeneralPage::CGeneralPage(QWidget* parent) : QWidget(parent) {
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(content);
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(area);

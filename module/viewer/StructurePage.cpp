@@ -16,8 +16,8 @@
 
 namespace {
 
-constexpr int kElementWidth = 190;  // pixels
-constexpr int kValueWidth = 180;
+constexpr int kElementWidth = 180;  // pixels
+constexpr int kValueWidth = 160;
 constexpr int kNumberWidth = 70;
 constexpr int kOpenLevels = 3;  // at first: certificate, signed part, its members
 
@@ -48,7 +48,8 @@ CStructurePage::CStructurePage(QWidget* parent)
     split->addWidget(m_tree);
     split->addWidget(m_octets);
     split->setStretchFactor(0, 1);
-    split->setStretchFactor(1, 1);
+    split->setStretchFactor(1, 0);
+    split->setSizes({kElementWidth + kValueWidth + 2 * kNumberWidth, m_octets->sizeHint().width()});
     auto* whole = new QVBoxLayout(this);
     whole->addWidget(split);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,

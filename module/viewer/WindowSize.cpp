@@ -20,12 +20,13 @@ class CViewerSettings : public QSettings {
 
 namespace ca {
 
-void RestoreWindowSize(QWidget& window) {
+void RestoreWindowSize(QWidget& window, const QSize& first) {
+    const QScreen* screen = window.screen();
+    const QSize most = screen != nullptr ? screen->availableSize() : first;
+    window.resize(first.boundedTo(most));
     const CViewerSettings settings;
     const QSize stored = settings.value(kKey).toSize();
     const QSize least = window.minimumSizeHint();
-    const QScreen* screen = window.screen();
-    const QSize most = screen != nullptr ? screen->availableSize() : stored;
     if (stored.isValid() && stored.expandedTo(least) == stored &&
         stored.boundedTo(most) == stored) {
         window.resize(stored);

@@ -1,0 +1,164 @@
+// What the viewer's trees are made of, also when strangers wrote it.
+
+#include "common/Lng.h"
+#include "module/viewer/Asn1TreeModel.h"
+#include "module/viewer/FieldModel.h"
+#include "module/viewer/GeneralPage.h"
+#include "records/text/VisibleText.h"
+
+#include <QAbstractItemModelTester>
+#include <QElapsedTimer>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+class ViewerModelTest : public testing::Test {
+  protected:
+    void SetUp() override { SetZORNALng(L"en"); }
+    void TearDown() override { SetZORNALng(L"ru"); }
+};
+
+TEST_F(ViewerModelTest, TellsWhereEachBlockStandsAndWhatItEncloses) {
+    // SEQUENCE { OCTET STRING { INTEGER 5 }, indefinite SET { NULL }, OCTET STRING "no BER" }
+    const Bytes octets = {0x30, 0x11, 0x04, 0x03, 0x02, 0x01, 0x05, 0x31, 0x80, 0x05,
+                          0x00, 0x00, 0x00, 0x04, 0x04, 0xFF, 0xFF, 0x41, 0x42};
+    ca::CAsn1TreeModel model;
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.SetOctets(octets);
+    const QModelIndex root = model.index(0, 0);
+    ASSERT_EQ(model.rowCount(root), 3);
+    const struct {
+        std::size_t offset;
+        const char* element;
+        std::size_t begin, content, end;
+    } cases[] = {
+        {0, "SEQUENCE", 0, 2, 19},        {3, "OCTET STRING", 2, 4, 7},
+        {6, "INTEGER", 4, 6, 7},          {8, "SET", 7, 9, 13},
+        {10, "NULL", 9, 11, 11},          {12, "SET", 7, 9, 13},
+        {18, "OCTET STRING", 13, 15, 19},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.offset);
+        const QModelIndex at = model.InnermostAt(c.offset);
+        EXPECT_EQ(at.data().toString().toStdString(), c.element);
+        const ca::CAsn1TreeModel::Range range = model.RangeOf(at);
+        EXPECT_EQ(range.begin, c.begin);
+        EXPECT_EQ(range.content, c.content);
+        EXPECT_EQ(range.end, c.end);
+        EXPECT_EQ(model.index(at.row(), 0, at.parent()), at);
+    }
+    EXPECT_EQ(model.InnermostAt(4).siblingAtColumn(1).data().toString(), "5");
+    EXPECT_FALSE(model.InnermostAt(octets.size()).isValid());
+    EXPECT_EQ(model.rowCount(model.index(2, 0, root)), 0);
+}
+
+TEST_F(ViewerModelTest, BoundsLevelsAndRowsOfHostileStructures) {
+    constexpr std::size_t kBlocks = 500000;
+    Bytes deep;
+    for (std::size_t i = 0; i < kBlocks; ++i) {
+        deep.insert(deep.end(), {0x30, 0x80});
+    }
+    ca::CAsn1TreeModel model;
+    model.SetOctets(deep);
+    QModelIndex at = model.InnermostAt(deep.size() - 1);
+    EXPECT_TRUE(at.isValid());
+    int levels = 0;
+    QString last;
+    for (QModelIndex down = model.index(0, 0); down.isValid(); down = model.index(0, 0, down)) {
+        ++levels;
+        last = down.data().toString();
+    }
+    EXPECT_EQ(levels, ca::CAsn1TreeModel::kMaxDepth + 2);
+    EXPECT_EQ(last, "nested too deeply to be shown");
+
+    Bytes wide = {0x30, 0x80};
+    wide.resize(wide.size() + 2 * kBlocks, 0x05);
+    for (std::size_t i = 0; i < kBlocks; ++i) {
+        wide[2 * i + 3] = 0x00;
+    }
+    model.SetOctets(wide);  // the end of contents is missing too
+    const QModelIndex root = model.index(0, 0);
+    ASSERT_EQ(model.rowCount(root), ca::CAsn1TreeModel::kMaxRows + 1);
+    const QModelIndex note = model.index(ca::CAsn1TreeModel::kMaxRows, 0, root);
+    EXPECT_EQ(
+        note.data().toString(),
+        QString::fromWCharArray(L"\u2026 and %1 more").arg(kBlocks - ca::CAsn1TreeModel::kMaxRows));
+    EXPECT_EQ(note.parent(), root);
+    EXPECT_EQ(model.RangeOf(note).end, 0U);
+    EXPECT_EQ(model.InnermostAt(wide.size() - 1), root);
+}
+
+TEST_F(ViewerModelTest, ShowsDamagedOctetsOfEveryLength) {
+    const Bytes whole = {0x30, 0x0A, 0x04, 0x03, 0x02, 0x01, 0x05, 0x84, 0x84, 0x00, 0x00, 0x01};
+    ca::CAsn1TreeModel model;
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    for (std::size_t size = 0; size <= whole.size(); ++size) {
+        SCOPED_TRACE(size);
+        model.SetOctets(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)));
+        for (std::size_t offset = 0; offset < size; ++offset) {
+            EXPECT_LE(model.RangeOf(model.InnermostAt(offset)).end, size);
+        }
+    }
+}
+
+TEST_F(ViewerModelTest, HoldsEveryFieldAndBoundsWhatARecordMayClaim) {
+    ca::CertInfo record;
+    record.serial = L"0102";
+    record.description = std::wstring(2 * ca::kMaxValueText, L'x');
+    for (std::size_t i = 0; i <= ca::kMaxListed; ++i) {
+        auto extension = std::make_unique<ca::CertInfoExtension>();
+        extension->oidValue = L"1.2." + std::to_wstring(i);
+        extension->formattedData = L"value\r\nsecond\tline";
+        record.extensions.items.emplace_back(std::move(extension));
+    }
+    ca::CFieldModel model;
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.SetFields(ca::CCertFields(record));
+    ca::CFieldFilter filter;
+    filter.setSourceModel(&model);
+    filter.SetWanted("1.2.77");  // its own, and those that begin alike
+    ASSERT_EQ(filter.rowCount(), 1);
+    const QModelIndex list = filter.index(0, 0);
+    EXPECT_EQ(filter.rowCount(list), 11);
+    const QModelIndex first = filter.index(0, 0, list);
+    EXPECT_EQ(first.data().toString(), "1.2.77");
+    EXPECT_EQ(first.siblingAtColumn(1).data().toString(), "value");
+    EXPECT_EQ(first.data(ca::CFieldModel::kFullText).toString(), "value\nsecond\\u0009line");
+
+    filter.SetWanted("and 1 more");
+    EXPECT_EQ(filter.rowCount(), 1);
+    filter.SetWanted("xxx");
+    EXPECT_LE(filter.index(0, 0).data(ca::CFieldModel::kFullText).toString().size(),
+              static_cast<int>(ca::kMaxValueText) + 1);
+}
+
+TEST_F(ViewerModelTest, SaysHowLongACertificateHolds) {
+    const QDateTime now(QDate(2026, 6, 15), QTime(12, 0), Qt::UTC);
+    const struct {
+        const char* from;
+        const char* to;
+        const char* text;
+    } cases[] = {
+        {"01.01.2026 00:00:00", "17.06.2026 11:59:59", "days left: 1"},
+        {"01.01.2026 00:00:00", "16.06.2026 11:00:00", "hours left: 23"},
+        {"01.01.2026 00:00:00", "15.06.2026 12:00:00", "hours left: 0"},
+        {"01.01.2026 00:00:00", "13.06.2026 11:00:00", "days since the end: 2"},
+        {"15.06.2026 13:00:00", "01.01.2030 00:00:00", "days until the start: 1"},
+        {"01.01.2026 00:00:00", "31.12.9999 23:59:59", ""},
+        {"01.01.2030 00:00:00", "01.01.2026 00:00:00", ""},
+        {"", "nonsense", ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(ca::RemainingText(c.from, c.to, now), c.text) << c.to;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,311 @@
+// The certificate viewer as a host and its user meet it: filled by name, driven by keys and mouse.
+
+#include "common/ErrorCodes.h"
+#include "common/Lng.h"
+#include "module/viewer/CertInfoDlg.h"
+#include "module/viewer/FieldModel.h"
+#include "module/viewer/HexView.h"
+#include "tests/common/SampleObjects.h"
+#include "tests/common/TemporaryDir.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QSettings>
+#include <QTabWidget>
+#include <QTreeView>
+#include <QtTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr char kMarkup[] = "<img src=x><b>Ivan</b>\xE2\x80\xAE";  // and a right-to-left override
+
+// A record as an answer holds it, its issuer nested.
+QByteArray RecordJson() {
+    return QByteArray(R"({"Description":"CN=)") + kMarkup + R"(","SubjectTags":"CN=)" + kMarkup +
+           R"(;","Issuer":"CN=Issuer","Validity":"checked","ValidityNumber":16200,)"
+           R"("ValidFromUTC":"01.01.2020 00:00:00","ValidToUTC":"01.01.2021 00:00:00",)"
+           R"("Extensions":[{"OidFriendlyName":"First","OidValue":"1.2.3","FormattedData":)"
+           R"("line one\nneedle below","RawData":"BQA=","Critical":true}],)"
+           R"("IssuerCert":{"Description":"CN=Issuer","SubjectTags":"CN=Issuer;"}})";
+}
+
+class ViewerTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        SetZORNALng(L"en");
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                           QString::fromStdString(m_settings.Path()));
+        m_viewer = CCertInfoDlg::Create();
+        m_viewer->show();
+        m_viewer->activateWindow();  // there may be no window manager to do so
+        ASSERT_TRUE(QTest::qWaitForWindowActive(m_viewer));
+    }
+    void TearDown() override {
+        delete m_viewer;
+        SetZORNALng(L"ru");
+    }
+
+    bool Fill(const char* operation, const QByteArray& octets) {
+        bool isDone = false;
+        EXPECT_TRUE(QMetaObject::invokeMethod(m_viewer, operation, Q_RETURN_ARG(bool, isDone),
+                                              Q_ARG(QByteArray, octets)));
+        return isDone;
+    }
+    bool Export(const std::string& path, const char* format) {
+        bool isDone = false;
+        EXPECT_TRUE(QMetaObject::invokeMethod(m_viewer, "exportTo", Q_RETURN_ARG(bool, isDone),
+                                              Q_ARG(QString, QString::fromStdString(path)),
+                                              Q_ARG(QString, QString(format))));
+        return isDone;
+    }
+    template <class Widget>
+    Widget* Find(const char* name) {
+        auto* widget = m_viewer->findChild<Widget*>(name);
+        EXPECT_NE(widget, nullptr) << name;
+        return widget;
+    }
+    QString Text(const char* name) { return Find<QPlainTextEdit>(name)->toPlainText(); }
+    void GoTo(int page) { m_viewer->setProperty("page", page); }
+    uint ErrorCode() const { return m_viewer->property("lastErrorCode").toUInt(); }
+
+    TemporaryDir m_settings;
+    QPointer<CCertInfoDlg> m_viewer;
+};
+
+TEST_F(ViewerTest, StaysOnTopTakesTheFocusAndDeletesItself) {
+    EXPECT_TRUE(m_viewer->testAttribute(Qt::WA_DeleteOnClose));
+    EXPECT_TRUE(m_viewer->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(m_viewer->windowFlags().testFlag(Qt::Dialog));
+    EXPECT_EQ(m_viewer->focusPolicy(), Qt::StrongFocus);
+    QTest::keyClick(m_viewer, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(m_viewer.isNull());
+}
+
+TEST_F(ViewerTest, ShowsACertificateByItsOctets) {
+    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
+    EXPECT_TRUE(m_viewer->windowTitle().contains("Иванов Иван"));
+    EXPECT_TRUE(Text("subjectText").contains("Иванов Иван"));
+    EXPECT_TRUE(Text("validityText").contains("days left: "));
+    EXPECT_EQ(Text("usageText"), "Certificate signing, CRL signing");
+    EXPECT_EQ(Text("serialText"), "80a1b2c3");
+    EXPECT_EQ(Text("statusText"), "Certificate was not verified");
+    EXPECT_EQ(m_viewer->property("certificateCount"), 1);
+}
+
+TEST_F(ViewerTest, TakesNothingInARecordForMarkup) {
+    ASSERT_TRUE(Fill("setRecordJson", RecordJson()));
+    EXPECT_EQ(Text("subjectText"), "CN=<img src=x><b>Ivan</b>\\u202e");
+    EXPECT_EQ(Text("statusText"), "checked");
+    for (int page = 0; page < 4; ++page) {
+        GoTo(page);
+        for (const QLabel* label : m_viewer->findChildren<QLabel*>()) {
+            EXPECT_TRUE(!label->text().contains("<b>") || label->textFormat() == Qt::PlainText);
+        }
+        for (const QWidget* widget : m_viewer->findChildren<QWidget*>()) {
+            EXPECT_FALSE(widget->toolTip().contains("<b>"));
+        }
+    }
+}
+
+TEST_F(ViewerTest, KeepsWhatItShowsWhenItIsHandedSomethingElse) {
+    const struct {
+        const char* operation;
+        QByteArray octets;
+        uint code;
+    } cases[] = {
+        {"setCertificate", "", ca::kErrNoArgumentData},
+        {"setCertificate", "no certificate", ca::kErrCertificate},
+        {"setCertificate", kSampleCrl, ca::kErrCertificate},
+        {"setRecordJson", "{", ca::kErrJsonParse},
+        {"setRecordJson", "[]", ca::kErrJsonParse},
+        {"setRecordJson", R"({"KeyUsage":"text"})", ca::kErrJsonParse},
+        {"setRecordJson", QByteArray(100000, '['), ca::kErrJsonParse},
+        {"setStructure", "", ca::kErrNoArgumentData},
+    };
+    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.octets.left(20).constData());
+        EXPECT_FALSE(Fill(c.operation, c.octets));
+        EXPECT_EQ(ErrorCode(), c.code);
+        EXPECT_FALSE(m_viewer->property("lastError").toString().isEmpty());
+        EXPECT_TRUE(Text("subjectText").contains("Иванов Иван"));
+    }
+    EXPECT_TRUE(Fill("setStructure", kSampleCrl));
+    EXPECT_EQ(ErrorCode(), 0U);
+    EXPECT_EQ(m_viewer->property("page"), 3);
+    EXPECT_EQ(m_viewer->property("certificateCount"), 0);
+    EXPECT_FALSE(Export(m_settings.File("none.der"), "der"));
+}
+
+TEST_F(ViewerTest, SearchesAndCopiesByKeys) {
+    ASSERT_TRUE(Fill("setRecordJson", RecordJson()));
+    QTest::keyClick(m_viewer, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(m_viewer->property("page"), 1);
+    auto* find = Find<QLineEdit>("findText");
+    auto* tree = Find<QTreeView>("fieldTree");
+    const int all = tree->model()->rowCount();
+    QTest::keyClicks(find, "NEEDLE");
+    EXPECT_LT(tree->model()->rowCount(), all);
+    QTest::keyClick(find, Qt::Key_Return);
+    EXPECT_EQ(tree->currentIndex().data().toString(), "First (critical)");
+    EXPECT_EQ(Text("fieldText"), "line one\nneedle below");
+    tree->setFocus();
+    QTest::keyClick(tree, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "line one\nneedle below");
+
+    find->setText("CN=Issuer");  // a value of its own: F3 goes round the two that hold it
+    QTest::keyClick(m_viewer, Qt::Key_F3);
+    EXPECT_EQ(tree->currentIndex().data().toString(), "Issuer");
+    QTest::mouseClick(Find<QPushButton>("copyButton"), Qt::LeftButton);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "CN=Issuer");
+
+    find->setText("not there");
+    EXPECT_EQ(tree->model()->rowCount(), 0);
+    EXPECT_EQ(Find<QLabel>("findResult")->text(), "Nothing found");
+    QTest::keyClick(m_viewer, Qt::Key_F3);
+    find->clear();
+    EXPECT_EQ(tree->model()->rowCount(), all);
+}
+
+TEST_F(ViewerTest, WritesTheCertificateWholeOrSaysWhyNot) {
+    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
+    const std::string der = m_settings.File("a.der");
+    ASSERT_TRUE(Export(der, "der"));
+    ASSERT_TRUE(Export(m_settings.File("a.pem"), ""));
+    EXPECT_EQ(TemporaryDir::Read(m_settings.File("a.pem")), kSampleCertificate);
+    ASSERT_TRUE(Export(m_settings.File("a.txt"), "Text"));
+    EXPECT_NE(TemporaryDir::Read(m_settings.File("a.txt")).find("Serial: 80a1b2c3\n"),
+              std::string::npos);
+    EXPECT_FALSE(Export(m_settings.File("no/such/folder"), "der"));
+    EXPECT_EQ(ErrorCode(), ca::kErrCertificateFile);
+    EXPECT_FALSE(Export(der, "exe"));
+    EXPECT_EQ(ErrorCode(), ca::kErrParameters);
+
+    const QByteArray octets = QByteArray::fromStdString(TemporaryDir::Read(der));
+    ASSERT_TRUE(Fill("setCertificate", octets));
+    EXPECT_TRUE(Text("subjectText").contains("Иванов Иван"));
+    ASSERT_TRUE(Fill("setRecordJson", RecordJson()));
+    EXPECT_FALSE(Export(der, "pem"));  // its octets are not known
+    EXPECT_EQ(ErrorCode(), ca::kErrNoArgumentData);
+    EXPECT_EQ(QByteArray::fromStdString(TemporaryDir::Read(der)), octets);
+}
+
+TEST_F(ViewerTest, SavesWhereTheUserSays) {
+    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
+    QTest::mouseClick(Find<QPushButton>("saveButton"), Qt::LeftButton);
+    auto* dialog = m_viewer->findChild<QFileDialog*>();
+    ASSERT_NE(dialog, nullptr);
+    const QString path = QString::fromStdString(m_settings.File("saved.der"));
+    dialog->selectFile(path);
+    static_cast<QDialog*>(dialog)->accept();
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_EQ(Find<QLabel>("messageText")->text(), "Saved: " + path);
+}
+
+TEST_F(ViewerTest, SpeaksTheLanguageItIsToldOrTheProcess) {
+    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
+    auto* pages = Find<QTabWidget>("pages");
+    m_viewer->setProperty("language", "ru");
+    EXPECT_EQ(pages->tabText(0), "&Общие");
+    EXPECT_EQ(Text("usageText"), "Подписывание сертификатов, Подписывание списков отзыва");
+    EXPECT_EQ(GetZORNALng(), En::LangID);
+    EXPECT_FALSE(Fill("setCertificate", "x"));
+    EXPECT_EQ(m_viewer->property("lastError"), "Ошибка в структуре сертификата");
+    GoTo(3);
+    EXPECT_EQ(Find<QTreeView>("structureTree")->model()->headerData(1, Qt::Horizontal), "Значение");
+    m_viewer->setProperty("language", "");
+    EXPECT_EQ(pages->tabText(0), "&General");
+    SetZORNALng(L"ru");
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(m_viewer, &change);
+    EXPECT_EQ(pages->tabText(0), "&Общие");
+    EXPECT_EQ(m_viewer->property("language"), "");
+}
+
+TEST_F(ViewerTest, GoesToAnIssuerByClickAndByKey) {
+    ASSERT_TRUE(Fill("setRecordJson", RecordJson()));
+    EXPECT_EQ(m_viewer->property("certificateCount"), 2);
+    GoTo(2);
+    auto* tree = Find<QTreeView>("pathTree");
+    const QModelIndex issuer = tree->model()->index(0, 0);
+    EXPECT_EQ(issuer.data().toString(), "Issuer");
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(issuer).center());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_viewer->property("currentCertificate"), 1);
+    EXPECT_EQ(m_viewer->property("page"), 0);
+    EXPECT_EQ(Text("subjectText"), "CN=Issuer");
+    GoTo(2);
+    tree->setFocus();
+    QTest::keyClick(tree, Qt::Key_Down);
+    QTest::keyClick(tree, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_viewer->property("currentCertificate"), 0);
+    m_viewer->setProperty("currentCertificate", 7);
+    EXPECT_EQ(m_viewer->property("currentCertificate"), 0);
+}
+
+TEST_F(ViewerTest, MarksInTheOctetsWhatIsSelectedInTheTree) {
+    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
+    GoTo(3);
+    auto* tree = Find<QTreeView>("structureTree");
+    auto* octets = Find<ca::CHexView>("octets");
+    EXPECT_EQ(octets->MarkedEnd(), 0x23FU);
+    tree->setFocus();
+    QTest::keyClick(tree, Qt::Key_Down);  // the signed part
+    EXPECT_EQ(octets->MarkedBegin(), 4U);
+    QTest::keyClick(tree, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("308201e2a003"));
+
+    const std::size_t place = 12;  // of the version's value: 30 82 .. 30 82 .. a0 03 02 01 02
+    QTest::mouseClick(octets->viewport(), Qt::LeftButton, {}, octets->PlaceOf(place));
+    EXPECT_EQ(tree->currentIndex().data().toString(), "INTEGER");
+    EXPECT_EQ(octets->MarkedBegin(), 10U);
+    QTest::keyClick(octets, Qt::Key_Right);  // the serial number's first octet
+    EXPECT_EQ(octets->MarkedBegin(), 13U);
+    QTest::keyClick(octets, Qt::Key_End);
+    EXPECT_EQ(octets->MarkedEnd(), 0x23FU);
+    EXPECT_EQ(tree->currentIndex().data().toString(), "INTEGER");  // inside the signature
+}
+
+TEST_F(ViewerTest, TellsWhatEachPartIsCalled) {
+    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
+    for (int page = 0; page < 4; ++page) {
+        GoTo(page);
+        for (const QWidget* widget : m_viewer->findChildren<QWidget*>()) {
+            const bool isPart = qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
+                                qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
+                                qobject_cast<const ca::CHexView*>(widget) != nullptr;
+            if (isPart && widget->isVisible() && widget->focusPolicy() != Qt::NoFocus) {
+                EXPECT_FALSE(widget->accessibleName().isEmpty())
+                    << widget->objectName().toStdString();
+            }
+        }
+    }
+}
+
+TEST_F(ViewerTest, RemembersASizeThatFitsTheScreen) {
+    const QSize first = m_viewer->size();
+    const QSize size(730, 580);
+    m_viewer->resize(size);
+    m_viewer->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const std::unique_ptr<CCertInfoDlg> second(CCertInfoDlg::Create());
+    EXPECT_EQ(second->size(), size);
+    for (const QSize& absurd : {QSize(-5, 10), QSize(1, 1), QSize(2000000, 2000000)}) {
+        QSettings(QSettings::IniFormat, QSettings::UserScope, "ZORNA", "CertificateViewer")
+            .setValue("size", absurd);
+        const std::unique_ptr<CCertInfoDlg> third(CCertInfoDlg::Create());
+        EXPECT_EQ(third->size(), first);
+    }
+}
+
+}  // namespace
