@@ -10,6 +10,7 @@
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/TimeText.h"
 
 #include <algorithm>
 #include <string_view>
@@ -85,6 +86,17 @@ void SayClearance(Value value, CTextLines& lines) {
     ca::SaySecurityCategories(clearance->SecurityCategories(), lines);
 }
 
+// A day, said by its noon in Greenwich (RFC 3739 3.2.2): no time zone may move it.
+void SayBirthDate(Value value, CTextLines& lines) {
+    constexpr std::size_t kDateLength = 10;  // dd.mm.yyyy
+    const CAsn1Element element = ca::FirstElement(value);
+    const ca::TimeForms time = ca::DescribeTime(element);
+    if (!time.seconds) {
+        throw MakeAsn1WrongTag("DateOfBirth", element.tag, 0);
+    }
+    lines.Line(time.utc.substr(0, kDateLength));
+}
+
 constexpr ca::ExtensionRow kRows[] = {
     {"authenticationInfo", SayServiceInfo},
     {"accessIdentity", SayServiceInfo},
@@ -93,6 +105,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"role", SayRole},
     {"clearance", SayClearance},
     {"rfc3281-clearance", SayClearance},
+    {"dateOfBirth", SayBirthDate},
 };
 
 // Each value; one that is not of the attribute's type is said as unreadable.

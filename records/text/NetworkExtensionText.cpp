@@ -112,9 +112,11 @@ void SayProxy(Value value, CTextLines& lines) {
 constexpr std::size_t kIpv4Octets = 4;
 constexpr std::size_t kIpv6Octets = 16;
 
-// The address that begins with these bits, the others being all zeros or all ones.
-std::vector<unsigned char> Address(const CAsn1Bits& bits, std::size_t length, bool ones) {
-    if (bits.octets.size() > length) {
+// The address that begins with these bits, the others being all zeros or all ones. A string that
+// BitsOf() cannot read is refused: as one without bits it would stand for all addresses.
+std::vector<unsigned char> Address(const CAsn1BitString& string, std::size_t length, bool ones) {
+    const CAsn1Bits bits = BitsOf(&string);
+    if (bits.octets.size() > length || bits.octets.size() + 1 != OctetsOf(&string).size()) {
         throw MakeAsn1Fault(Asn1Fault::kMalformed, "IPAddress", 0);
     }
     std::vector<unsigned char> address(bits.octets.begin(), bits.octets.end());
@@ -136,13 +138,13 @@ void SayAddresses(const CAsn1Any& element, std::size_t length, CTextLines& lines
     if (element.Tag() == kAsn1BitString) {
         const ca::CDecoded<CAsn1BitString> prefix(octets);
         const CAsn1Bits bits = BitsOf(&*prefix);
-        lines.Line(AddressText(Address(bits, length, false)) + L'/' +
+        lines.Line(AddressText(Address(*prefix, length, false)) + L'/' +
                    std::to_wstring(8 * bits.octets.size() - bits.unused));
         return;
     }
     const ca::CDecoded<CAsn1IpAddressRange> range(octets);
-    lines.Line(AddressText(Address(BitsOf(range->Min()), length, false)) + L'-' +
-               AddressText(Address(BitsOf(range->Max()), length, true)));
+    lines.Line(AddressText(Address(*range->Min(), length, false)) + L'-' +
+               AddressText(Address(*range->Max(), length, true)));
 }
 
 void SayAddressBlocks(Value value, CTextLines& lines) {

@@ -1,15 +1,18 @@
 #include "asn1/attributes/Holder.h"
 #include "asn1/x509/Admission.h"
 #include "asn1/x509/QcStatement.h"
+#include "asn1/x509/ValidityModel.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/MoneyText.h"
+#include "records/text/OutlineText.h"
 #include "records/text/SharedFormatters.h"
 
-// What a holder may do by profession or power of attorney (Common PKI 2.0, part 1, 3.2).
+// What a holder may do by profession or power of attorney (Common PKI 2.0, part 1, 3.2), and by
+// which model its certificate is to be checked.
 
 namespace {
 
@@ -94,6 +97,15 @@ void SayMonetaryLimit(Value value, CTextLines& lines) {
     lines.Line(ca::MoneyText(*limit));
 }
 
+void SayValidityModel(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1ValidityModel> model(value);
+    lines.Line(ca::OidWithName(OctetsOf(model->ValidityModelId())));
+    if (model->ValidityModelInfo() != nullptr) {
+        const CTextLines::Level level(lines);
+        lines.Block(ca::OutlineText(ca::ElementOf(*model->ValidityModelInfo())));
+    }
+}
+
 constexpr ca::ExtensionRow kRows[] = {
     {"admission", SayAdmission},
     {"procuration", SayProcuration},
@@ -101,6 +113,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"restriction", ca::SayText},
     {"additionalInformation", ca::SayText},
     {"dateOfCertGen", ca::SayTime},
+    {"validityModel", SayValidityModel},
 };
 
 }  // namespace

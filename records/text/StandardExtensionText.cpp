@@ -11,6 +11,7 @@
 #include "common/ErrorCodes.h"
 #include "records/CertInfo.h"
 #include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
@@ -54,7 +55,7 @@ void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
         ca::SayGeneralNames(id->AuthorityCertIssuer()->ContentOctets(), lines);
     }
     if (id->AuthorityCertSerialNumber() != nullptr) {
-        lines.Line(kMsgSerial, ca::Hex(OctetsOf(id->AuthorityCertSerialNumber())));
+        lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->AuthorityCertSerialNumber())));
     }
 }
 

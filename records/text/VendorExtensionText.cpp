@@ -5,6 +5,7 @@
 #include "asn1/x509/VendorExtensions.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
@@ -132,7 +133,7 @@ void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
                                    : ca::GeneralNamesLine(id->CertIssuer()->ContentOctets()));
     }
     if (id->CertSerialNumber() != nullptr) {
-        lines.Line(kMsgSerial, ca::Hex(OctetsOf(id->CertSerialNumber())));
+        lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->CertSerialNumber())));
     }
 }
 
