@@ -1,0 +1,179 @@
+#include "common/Encode.h"
+#include "common/Lng.h"
+#include "records/CertInfoFill.h"
+#include "records/text/ExtensionText.h"
+#include "tests/asn1/DerWriter.h"
+#include "tests/common/TemporaryDir.h"
+#include "tests/records/RecordTesting.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+// The values, their texts and the certificate are in tests/data/extensions; README.md there says
+// how they were made.
+
+namespace {
+
+const std::string kFolder = MOD_FOO_TEST_DATA "/extensions/";
+
+struct Sample {
+    std::string name;
+    Octets oid;
+    Octets value;
+    std::wstring english;
+    std::wstring russian;
+};
+
+Octets FromHex(std::string_view hex) {
+    Octets octets;
+    for (std::size_t at = 0; at + 1 < hex.size(); at += 2) {
+        octets.push_back(
+            static_cast<unsigned char>(std::stoul(std::string(hex.substr(at, 2)), nullptr, 16)));
+    }
+    return octets;
+}
+
+std::string ReadAll(const std::string& name) {
+    std::ifstream file(kFolder + name, std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << name;
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The lines up to one that is `end`, or the end of the file.
+std::wstring ReadText(std::istream& file, std::string_view end) {
+    std::string text;
+    for (std::string line; std::getline(file, line) && line != end;) {
+        text += (text.empty() ? "" : "\n") + line;
+    }
+    return ca::u8u16(text);
+}
+
+std::vector<Sample> ReadSamples() {
+    std::istringstream file(ReadAll("texts.txt"));
+    std::vector<Sample> samples;
+    std::string oid;
+    std::string value;
+    for (Sample sample; file >> sample.name >> oid >> value;) {
+        sample.oid = FromHex(oid);
+        sample.value = FromHex(value);
+        std::getline(file, value);
+        sample.english = ReadText(file, "---");
+        sample.russian = ReadText(file, "");
+        samples.push_back(sample);
+    }
+    return samples;
+}
+
+// Any octets are such a value.
+bool IsPresenceOnly(const Sample& sample) {
+    return sample.name == "ctPoison" || sample.name == "ocspNoCheck";
+}
+
+class ExtensionTextTest : public testing::Test {
+  protected:
+    ExtensionTextTest() { tzset(); }
+    ~ExtensionTextTest() override { SetZORNALng(L"ru"); }
+    ExtensionTextTest(const ExtensionTextTest&) = delete;
+    ExtensionTextTest& operator=(const ExtensionTextTest&) = delete;
+
+    static ca::ValueForms Say(const Sample& sample, const wchar_t* language = L"en") {
+        SetZORNALng(language);
+        Octets value = sample.value;
+        const ca::ValueForms forms = ca::DescribeExtension(sample.oid, value);
+        EXPECT_EQ(sample.value, value) << "describing changed the octets";
+        return forms;
+    }
+
+  private:
+    struct ZoneReset {
+        ~ZoneReset() { tzset(); }
+    };
+    ZoneReset m_reset;  // once the variable is as it was
+    ScopedVariable m_zone{"TZ", "MSK-3"};
+};
+
+TEST_F(ExtensionTextTest, SaysEachTypeInBothLanguages) {
+    const std::vector<Sample> samples = ReadSamples();
+    ASSERT_GE(samples.size(), 40U);
+    for (const Sample& sample : samples) {
+        SCOPED_TRACE(sample.name);
+        EXPECT_EQ(sample.english, Say(sample).text);
+        EXPECT_EQ(sample.russian, Say(sample, L"ru").text);
+        EXPECT_EQ(L"", Say(sample).error);
+    }
+}
+
+// Cut anywhere a value is said as digits, and what is wrong with it beside.
+TEST_F(ExtensionTextTest, SaysWhatIsCutOffAsUnreadable) {
+    for (Sample sample : ReadSamples()) {
+        SCOPED_TRACE(sample.name);
+        while (!IsPresenceOnly(sample) && !sample.value.empty()) {
+            sample.value.pop_back();
+            const ca::ValueForms forms = Say(sample);
+            EXPECT_EQ(0U, forms.text.find(L"Unreadable value: ")) << sample.value.size();
+            EXPECT_NE(L"", forms.error) << sample.value.size();
+        }
+    }
+}
+
+// Any octet changed: nothing but the sanitizers to judge, and a text or a fault to be there.
+TEST_F(ExtensionTextTest, SaysSomethingOfAnyDamagedValue) {
+    for (Sample sample : ReadSamples()) {
+        for (std::size_t at = 0; at < sample.value.size(); ++at) {
+            const unsigned char octet = sample.value[at];
+            for (const unsigned change : {0x01U, 0x20U, 0x80U, 0xFFU}) {
+                sample.value[at] = static_cast<unsigned char>(octet ^ change);
+                const ca::ValueForms forms = Say(sample);
+                EXPECT_TRUE(forms.text.size() + forms.error.size() != 0 || at < 2)
+                    << sample.name << ", octet " << at;
+            }
+            sample.value[at] = octet;
+        }
+    }
+}
+
+TEST_F(ExtensionTextTest, KeepsTheStatementsBesideAnUnreadableOne) {
+    // QcLimitValue that is a NULL, then QcCompliance.
+    const Octets limit = Tlv(0x30, {FromHex("060604008e460102"), {0x05, 0x00}});
+    const Octets compliance = Tlv(0x30, FromHex("060604008e460101"));
+    const ca::ValueForms forms =
+        Say({"qcStatements", FromHex("2b06010505070103"), Tlv(0x30, {limit, compliance}), {}, {}});
+    EXPECT_EQ(L"Transaction value limit: Unreadable value: 0500\nEU qualified certificate",
+              forms.text);
+    EXPECT_NE(std::wstring::npos, forms.error.find(L"Transaction value limit (0.4.0.1862.1.2)"));
+}
+
+TEST_F(ExtensionTextTest, CountsTheElementsPastTheBound) {
+    Octets features;
+    for (int i = 0; i < 1003; ++i) {
+        features.insert(features.end(), {0x02, 0x01, 0x05});
+    }
+    const Octets list = Tlv(0x30, features);
+    const std::wstring text = Say({"tlsFeature", FromHex("2b06010505070118"), list, {}, {}}).text;
+    EXPECT_EQ(1000, std::count(text.begin(), text.end(), L'\n'));
+    EXPECT_EQ(L"\u2026 and 3 more", text.substr(text.rfind(L'\n') + 1));
+}
+
+// All keys of the record, in both languages.
+TEST_F(ExtensionTextTest, DescribesARussianQualifiedCertificate) {
+    const std::string der = ReadAll("russian-qualified.cer");
+    for (const char* const language : {"en", "ru"}) {
+        SCOPED_TRACE(language);
+        SetZORNALng(ca::u8u16(language).c_str());
+        Octets octets(der.begin(), der.end());
+        ca::CertInfo record;
+        ca::FillCertInfo(octets, record);
+        ParsedJson actual(ToText(record));
+        ParsedJson expected(ReadAll(std::string("russian-qualified.") + language + ".json"));
+        EXPECT_EQ(expected->MemberCount(), actual->MemberCount());
+        for (const auto& member : expected->GetObject()) {
+            SCOPED_TRACE(member.name.GetString());
+            ASSERT_TRUE(actual->HasMember(member.name));
+            EXPECT_EQ(ToText(member.value), ToText((*actual)[member.name]));
+        }
+    }
+}
+
+}  // namespace
