@@ -91,6 +91,15 @@ TEST_F(DescribeCommandTest, CallsTheCertificatesOfAnEnvelopeRecipients) {
                 HasSubstr("Получатели 1/1:\n    Номер: "));
 }
 
+TEST_F(DescribeCommandTest, SaysEveryExtensionOfARichCertificateInBothLanguages) {
+    const std::string data = MOD_FOO_TEST_DATA;
+    for (const std::string language : {"en", "ru"}) {
+        const HostResult result = RunScript("TZ=MSK-3 cmhost describe --width 100 --language " +
+                                            language + " - < '" + data + "/rich.pem'");
+        EXPECT_EQ(TemporaryDir::Read(data + "/rich." + language + ".txt"), result.out);
+    }
+}
+
 TEST_F(DescribeCommandTest, FoldsLinesToTheWidth) {
     m_directory.Write("c.pem", kSampleCertificate);
     const HostResult result = Run({"describe", "c.pem", "--language", "en", "--width", "50"});
