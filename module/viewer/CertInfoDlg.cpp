@@ -39,7 +39,7 @@ std::span<const unsigned char> OctetsOf(const QByteArray& bytes) {
             static_cast<std::size_t>(bytes.size())};
 }
 
-constexpr QSize kFirstSize(900, 600);
+constexpr QSize kFirstSize(940, 600);
 
 // The formats in the order of the file dialog's filters.
 struct FileFilter {

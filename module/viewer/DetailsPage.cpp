@@ -14,9 +14,10 @@
 
 namespace {
 
-constexpr int kLabelWidth = 220;  // pixels, of the first column
+constexpr int kLabelWidth = 280;  // pixels, of the first column
 constexpr int kMaxSearch = 1000;  // characters
-constexpr int kTreeShare = 3;     // of the height, beside the text's 1
+constexpr int kTreeShare = 3;     // of the height, beside the text's 2
+constexpr int kTextShare = 2;
 
 QWidget* Above(QLabel* label, QPushButton* button, QWidget* below) {
     auto* whole = new QWidget;
@@ -75,7 +76,7 @@ CDetailsPage::CDetailsPage(QWidget* parent)
     split->addWidget(m_tree);
     split->addWidget(Above(m_textLabel, m_copy, m_text));
     split->setStretchFactor(0, kTreeShare);
-    split->setStretchFactor(1, 2);
+    split->setStretchFactor(1, kTextShare);
     auto* whole = new QVBoxLayout(this);
     whole->addLayout(search);
     whole->addWidget(split, 1);
@@ -116,14 +117,14 @@ void CDetailsPage::StartSearch() {
 
 void CDetailsPage::ApplySearch(const QString& text) {
     m_filter->SetWanted(text);
-    const bool isEmpty = m_filter->rowCount() == 0;
-    m_findResult->setText(isEmpty && !text.isEmpty() ? MessageText(kMsgDlgNothingFound)
-                                                     : QString());
+    const bool isInVain = m_filter->rowCount() == 0 && !text.isEmpty();
+    m_findResult->setText(isInVain ? MessageText(kMsgDlgNothingFound) : QString());
+    m_findResult->setVisible(isInVain);
     if (text.isEmpty()) {
         m_tree->collapseAll();
         for (int row = 0; row < m_filter->rowCount(); ++row) {
-            const bool isList = m_filter->rowCount(m_filter->index(row, 0)) > 4;
-            m_tree->setExpanded(m_filter->index(row, 0), isList);
+            const QModelIndex field = m_filter->index(row, 0);
+            m_tree->setExpanded(field, m_filter->hasChildren(m_filter->index(0, 0, field)));
         }
     } else {
         m_tree->expandAll();  // three levels at most

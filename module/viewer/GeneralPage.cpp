@@ -61,7 +61,7 @@ CGeneralPage::CGeneralPage(QWidget* parent) : QWidget(parent) {
 
     auto* form = new QFormLayout;
     form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
+    form->setLabelAlignment(Qt::AlignLeft);
     form->setFormAlignment(Qt::AlignLeft | Qt::AlignTop);
     column->addLayout(form);
     m_status = AddRow(*form, kMsgDlgStatus, "statusText");
@@ -88,6 +88,7 @@ CTextBox* CGeneralPage::AddRow(QFormLayout& form, ZornaMessage caption, const ch
     auto* label = new QLabel;
     auto* text = new CTextBox;
     label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     text->setObjectName(name);
     form.addRow(label, text);
     m_rows.push_back({caption, label, text});

@@ -16,9 +16,10 @@
 
 namespace {
 
-constexpr int kElementWidth = 180;  // pixels
-constexpr int kValueWidth = 160;
-constexpr int kNumberWidth = 70;
+constexpr int kElementWidth = 210;  // pixels
+constexpr int kValueWidth = 130;
+constexpr int kNumberWidth = 76;
+constexpr int kIndentation = 12;
 constexpr int kOpenLevels = 3;  // at first: certificate, signed part, its members
 
 }  // namespace
@@ -45,6 +46,8 @@ CStructurePage::CStructurePage(QWidget* parent)
 
     auto* split = new QSplitter(Qt::Horizontal);
     split->setChildrenCollapsible(false);
+    m_tree->setIndentation(kIndentation);
+    m_tree->setMinimumWidth(kElementWidth);
     split->addWidget(m_tree);
     split->addWidget(m_octets);
     split->setStretchFactor(0, 1);
