@@ -28,8 +28,10 @@ void SayBinaryTime(Value value, CTextLines& lines) {
     constexpr std::int64_t kYear10000 = 253402300800;
     const ca::CDecoded<CAsn1Integer> seconds(value);
     const std::int64_t number = IntegerOf(&*seconds, -1);
-    lines.Line(number >= 0 && number < kYear10000 ? ca::TimeLine(ca::DescribeTime(number))
-                                                  : ca::UnreadableText(value));
+    if (number < 0 || number >= kYear10000) {
+        throw MakeAsn1Fault(Asn1Fault::kMalformed, "BinaryTime", 0);
+    }
+    lines.Line(ca::TimeLine(ca::DescribeTime(number)));
 }
 
 void SayCountersignature(Value value, CTextLines& lines) {

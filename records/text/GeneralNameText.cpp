@@ -96,7 +96,7 @@ void SayOtherName(const CAsn1Element& name, ca::CTextLines& lines) {
     const Octets type = ca::ContentIf(ca::Child(name, 0), kAsn1ObjectIdentifier);
     const CAsn1Element value = ca::Child(ca::Child(name, 1), 0);
     if (type.empty() || value.raw.empty()) {
-        lines.Line(ca::UnreadableText(name.raw));
+        lines.Unreadable(name.raw);
         return;
     }
     const ca::OidInfo* info = ca::FindOid(type);
@@ -139,7 +139,16 @@ void SayStructured(ZornaMessage caption, const CAsn1Element& name, ca::CTextLine
         }
     }
     if (!isWhole) {
-        lines.Line(ca::UnreadableText(name.raw));
+        lines.Unreadable(name.raw);
+    }
+}
+
+void SayDirectoryName(const CAsn1Element& directory, const CAsn1Element& name,
+                      ca::CTextLines& lines) {
+    if (directory.tag == kAsn1Sequence) {
+        lines.Line(kMsgDirectoryName, ca::ReadableName(directory));
+    } else {
+        lines.Unreadable(SetZORNAMessage(kMsgDirectoryName), name.content);
     }
 }
 
@@ -199,7 +208,7 @@ void SayGeneralName(const CAsn1Element& name, CTextLines& lines) {
             SayStructured(kMsgX400Address, name, lines);
             return;
         case ContextConstructed(4):
-            lines.Line(kMsgDirectoryName, ReadableName(Child(name, 0)));
+            SayDirectoryName(Child(name, 0), name, lines);
             return;
         case ContextConstructed(5):
             SayStructured(kMsgEdiPartyName, name, lines);
@@ -210,27 +219,28 @@ void SayGeneralName(const CAsn1Element& name, CTextLines& lines) {
         case ContextTag(7): {
             const std::wstring address = IpAddressText(name.content);
             const std::wstring range = address.empty() ? IpRangeText(name.content) : address;
-            lines.Line(L"IP", range.empty() ? UnreadableText(name.content) : range);
+            if (range.empty()) {
+                lines.Unreadable(L"IP", name.content);
+            } else {
+                lines.Line(L"IP", range);
+            }
             return;
         }
         case ContextTag(8):
             lines.Line(kMsgRegisteredId, OidWithName(name.content));
             return;
         default:
-            lines.Line(UnreadableText(name.raw));
+            lines.Unreadable(name.raw);
     }
 }
 
 void SayGeneralNames(std::span<unsigned char> content, CTextLines& lines) {
     CAsn1Cursor cursor(content);
+    const std::size_t count = CountElements(cursor);
     CAsn1Element name;
-    for (std::size_t i = 0; !cursor.AtEnd(); ++i) {
-        if (i == kMaxListed) {
-            lines.Line(L"\u2026");
-            return;
-        }
+    for (std::size_t i = 0; lines.Shows(i, count); ++i) {
         if (cursor.Next(name) != Asn1Fault::kNone) {
-            lines.Line(UnreadableText(cursor.Rest()));
+            lines.Unreadable(cursor.Rest());
             return;
         }
         SayGeneralName(name, lines);

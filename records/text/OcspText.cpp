@@ -7,7 +7,6 @@
 #include "records/text/ExtensionList.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
-#include "records/text/OutlineText.h"
 #include "records/text/ReasonText.h"
 #include "records/text/SharedFormatters.h"
 #include "records/text/SignatureParts.h"
@@ -66,9 +65,11 @@ void SayResponseData(const CAsn1ResponseData& data, CTextLines& lines) {
 void SayResponseStatus(const CAsn1OcspResponse& response, CTextLines& lines) {
     std::uint32_t status = 0;
     const CAsn1Element element = ca::FirstElement(response.ResponseStatus()->Raw());
-    lines.Line(kMsgOcspStatus, ca::ReadSmallInteger(element, status)
-                                   ? std::to_wstring(status)
-                                   : ca::UnreadableText(element.raw));
+    if (ca::ReadSmallInteger(element, status)) {
+        lines.Line(kMsgOcspStatus, std::to_wstring(status));
+    } else {
+        lines.Unreadable(SetZORNAMessage(kMsgOcspStatus), element.raw);
+    }
 }
 
 void SayNonce(Value value, CTextLines& lines) {

@@ -42,7 +42,12 @@ void SayOctetString(std::span<unsigned char> value, CTextLines& lines) {
 
 void SayTime(std::span<unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1Time> time(value);
-    lines.Line(TimeLine(ElementOf(*time)));
+    const CAsn1Element element = ElementOf(*time);
+    const TimeForms forms = DescribeTime(element);
+    if (!forms.seconds) {
+        throw MakeAsn1Fault(Asn1Fault::kMalformed, "Time", 0);
+    }
+    lines.Line(TimeLine(forms));
 }
 
 void SayOid(std::span<unsigned char> value, CTextLines& lines) {

@@ -15,7 +15,6 @@
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
-#include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/ReasonText.h"
 #include "records/text/SharedFormatters.h"
@@ -183,7 +182,11 @@ void SayTimeMember(ZornaMessage label, const CAsn1Object* time, CTextLines& line
     element.tag = kAsn1GeneralizedTime;
     element.content = ca::Changeable(OctetsOf(time));
     const ca::TimeForms forms = ca::DescribeTime(element);
-    lines.Line(label, forms.seconds ? forms.local : ca::UnreadableText(element.content));
+    if (forms.seconds) {
+        lines.Line(label, forms.local);
+    } else {
+        lines.Unreadable(SetZORNAMessage(label), element.content);
+    }
 }
 
 void SayPrivateKeyUsagePeriod(Value value, CTextLines& lines) {

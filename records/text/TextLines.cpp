@@ -1,5 +1,7 @@
 #include "records/text/TextLines.h"
 
+#include "records/text/OutlineText.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -83,6 +85,16 @@ void CTextLines::Fault(std::wstring_view fault) {
         m_faults += m_faults.empty() ? L"" : L"; ";
         m_faults += fault;
     }
+}
+
+void CTextLines::Unreadable(std::span<const unsigned char> octets) {
+    Line(UnreadableText(octets));
+    Fault(SetZORNAMessage(kMsgAsn1Malformed));
+}
+
+void CTextLines::Unreadable(std::wstring_view label, std::span<const unsigned char> octets) {
+    Line(label, UnreadableText(octets));
+    Fault(std::wstring(label).append(L": ").append(SetZORNAMessage(kMsgAsn1Malformed)));
 }
 
 std::wstring CTextLines::TakeFaults() {

@@ -4,6 +4,7 @@
 #include "records/text/VisibleText.h"
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -48,6 +49,10 @@ class CTextLines {
 
     /// Keeps what is wrong with a part that the text shows as unreadable, "; " between faults.
     void Fault(std::wstring_view fault);
+
+    /// A line that shows octets as unreadable, with its fault.
+    void Unreadable(std::span<const unsigned char> octets);
+    void Unreadable(std::wstring_view label, std::span<const unsigned char> octets);
 
     /// The text; the object is empty then, but for its faults.
     std::wstring Take();

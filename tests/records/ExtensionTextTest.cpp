@@ -101,7 +101,9 @@ TEST_F(ExtensionTextTest, SaysEachTypeInBothLanguages) {
         SCOPED_TRACE(sample.name);
         EXPECT_EQ(sample.english, Say(sample).text);
         EXPECT_EQ(sample.russian, Say(sample, L"ru").text);
-        EXPECT_EQ(L"", Say(sample).error);
+        // What is said to be unreadable is a fault of the record.
+        EXPECT_EQ(sample.english.find(L"Unreadable") == std::wstring::npos,
+                  Say(sample).error.empty());
     }
 }
 
