@@ -66,7 +66,7 @@ QModelIndex CAsn1TreeModel::InnermostAt(std::size_t offset) const {
     }
     const unsigned char* const wanted = m_octets.data() + offset;
     const CAsn1Block* found = nullptr;
-    Blocks blocks = m_parser.GetRoots();
+    Blocks blocks = Roots();
     for (int depth = 0; depth <= kMaxDepth && !blocks.empty(); ++depth) {
         const auto behind = std::ranges::upper_bound(blocks, wanted, {}, &CAsn1Block::start);
         const auto row = behind - blocks.begin() - 1;
@@ -178,9 +178,18 @@ QModelIndex CAsn1TreeModel::IndexOf(const CAsn1Block& block, int column) const {
 
 CAsn1TreeModel::Blocks CAsn1TreeModel::Below(const CAsn1Block* block) const {
     if (block == nullptr) {
-        return m_parser.GetRoots();
+        return Roots();
     }
     return block->GetInnerBlockCount() != 0 ? block->GetInnerBlocks() : Enclosed(*block);
+}
+
+// A root that is cut before its length has no place: it is left out.
+CAsn1TreeModel::Blocks CAsn1TreeModel::Roots() const {
+    Blocks roots = m_parser.GetRoots();
+    while (!roots.empty() && roots.back()->start == nullptr) {
+        roots = roots.first(roots.size() - 1);
+    }
+    return roots;
 }
 
 CAsn1TreeModel::Blocks CAsn1TreeModel::Enclosed(const CAsn1Block& block) const {

@@ -61,6 +61,7 @@ class CAsn1TreeModel : public QAbstractItemModel {
     const CAsn1Block* BlockOf(const QModelIndex& index) const;
     const CAsn1Block* Above(const CAsn1Block& block) const;
     QModelIndex IndexOf(const CAsn1Block& block, int column) const;
+    Blocks Roots() const;
     Blocks Below(const CAsn1Block* block) const;
     Blocks Enclosed(const CAsn1Block& block) const;
     bool IsTooDeep(const CAsn1Block& block) const;

@@ -81,7 +81,7 @@ CCertInfoDlg::CCertInfoDlg(QWidget* parent)
     BuildPages();
     BuildButtons();
     AddShortcuts();
-    Attempt([this] {
+    Run([this] {
         Translate();
         ShowCurrent();
     });
@@ -140,7 +140,7 @@ void CCertInfoDlg::SetLanguage(const QString& language) {
 
 void CCertInfoDlg::SetCurrentCertificate(int index) {
     if (index >= 0 && index < CertificateCount() && index != m_current) {
-        Attempt([&] {
+        Run([&] {
             m_current = index;
             ShowCurrent();
         });
@@ -177,8 +177,7 @@ void CCertInfoDlg::BuildPages() {
     m_pages->addTab(m_details, QString());
     m_pages->addTab(m_path, QString());
     m_pages->addTab(m_structure, QString());
-    connect(m_pages, &QTabWidget::currentChanged, this,
-            [this] { Attempt([this] { FillPage(); }); });
+    connect(m_pages, &QTabWidget::currentChanged, this, [this] { Run([this] { FillPage(); }); });
     const auto goTo = [this](int index) {
         SetCurrentCertificate(index);
         SetPage(kGeneral);
@@ -215,24 +214,28 @@ void CCertInfoDlg::AddShortcuts() {
         [](ca::CDetailsPage& page) { page.FindNext(/*forward=*/false); });
 }
 
-// Nothing is thrown into the event loop or a host's call.
-bool CCertInfoDlg::Attempt(const std::function<void()>& operation) {
+// Nothing is thrown into the event loop or a host's call: the code instead.
+uint CCertInfoDlg::Run(const std::function<void()>& operation) const {
     const ca::CLanguageScope scope(m_language);
     try {
-        try {
-            operation();
-            m_lastErrorCode = ca::kErrNone;
-            m_lastError.clear();
-            return true;
-        } catch (const ca::Exception& fault) {
-            m_lastErrorCode = fault.errorCode;
-        } catch (const std::exception&) {
-            m_lastErrorCode = ca::kErrExecution;
-        }
-        m_lastError = QString::fromStdWString(GetErrorMessage(m_lastErrorCode, /*prefix=*/false));
+        operation();
+        return ca::kErrNone;
+    } catch (const ca::Exception& fault) {
+        return fault.errorCode;
     } catch (const std::exception&) {
-        m_lastError.clear();  // without memory even for its text
+        return ca::kErrExecution;
     }
+}
+
+bool CCertInfoDlg::Attempt(const std::function<void()>& operation) {
+    m_lastErrorCode = Run(operation);
+    m_lastError.clear();
+    if (m_lastErrorCode == ca::kErrNone) {
+        return true;
+    }
+    Run([this] {
+        m_lastError = QString::fromStdWString(GetErrorMessage(m_lastErrorCode, /*prefix=*/false));
+    });
     return false;
 }
 
@@ -288,7 +291,7 @@ void CCertInfoDlg::FillPage() {
 }
 
 void CCertInfoDlg::TranslateIfNeeded() {
-    Attempt([this] {
+    Run([this] {
         if (GetZORNALng() != m_shownLanguage) {
             m_document.Translate();
             Translate();
@@ -322,7 +325,7 @@ void CCertInfoDlg::Find(const std::function<void(ca::CDetailsPage&)>& action) {
 
 // Opened, not run: the viewer may be closed meanwhile, and goes away with its dialogs.
 void CCertInfoDlg::AskWhereToSave() {
-    Attempt([this] {
+    Run([this] {
         const ca::CertInfo2& record = m_document.Record(static_cast<std::size_t>(m_current));
         auto* dialog = new QFileDialog(this, MessageText(kMsgDlgSaveTitle));
         dialog->setAttribute(Qt::WA_DeleteOnClose);

@@ -83,6 +83,7 @@ class CCertInfoDlg : public QDialog {
     void BuildPages();
     void BuildButtons();
     void AddShortcuts();
+    uint Run(const std::function<void()>& operation) const;
     bool Attempt(const std::function<void()>& operation);
     void ShowDocument(ca::CCertDocument document);
     void ShowCurrent();

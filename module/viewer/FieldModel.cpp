@@ -2,7 +2,19 @@
 
 #include "module/viewer/ViewerText.h"
 
+#include <algorithm>
 #include <utility>
+
+namespace {
+
+// With a mark when there is more.
+QString FirstLine(const QString& text) {
+    const int end = text.indexOf('\n');
+    const int size = std::min(end < 0 ? text.size() : end, static_cast<int>(ca::kMaxLineText));
+    return size < text.size() ? text.left(size) + QChar(0x2026) : text;
+}
+
+}  // namespace
 
 namespace ca {
 
@@ -45,8 +57,7 @@ QVariant CFieldModel::data(const QModelIndex& index, int role) const {
     const CertField& field = FieldOf(index);
     switch (role) {
         case Qt::DisplayRole:
-            return index.column() == 0 ? field.label
-                                       : field.text.section('\n', 0, 0).left(kMaxLineText);
+            return index.column() == 0 ? field.label : FirstLine(field.text);
         case Qt::AccessibleTextRole:
             return QString(field.label + ": " + field.text.left(kMaxLineText));
         case kFullText:
