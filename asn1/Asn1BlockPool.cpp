@@ -2,9 +2,19 @@
 
 #include <algorithm>
 #include <limits>
+#include <mutex>
 #include <utility>
 
 namespace {
+
+#ifdef __has_feature
+#if __has_feature(address_sanitizer)
+#define CA_SEES_FREED_MEMORY 1
+#endif
+#endif
+#ifdef __SANITIZE_ADDRESS__
+#define CA_SEES_FREED_MEMORY 1
+#endif
 
 // Distances are counted in these units, so that 16 bits reach over a whole slab.
 constexpr std::size_t kUnit = 8;
@@ -15,10 +25,64 @@ constexpr std::size_t kMaxPooledList = 4096;       // longer lists of children g
 // What an open slab counts in advance; replaced by the true number when it is closed.
 constexpr std::uint32_t kOpen = 1U << 31;
 
+#ifdef CA_SEES_FREED_MEMORY
+constexpr std::size_t kKeptSlabs = 0;  // what is kept would hide the use of a tree that is gone
+#else
+constexpr std::size_t kKeptSlabs = CAsn1BlockPool::kKeptOctets / kMaxSlab;
+#endif
+
 static_assert(sizeof(CAsn1Block) == 56);  // millions of them make a tree
 static_assert(kMaxSlab / kUnit <= std::numeric_limits<std::uint16_t>::max());
 
 }  // namespace
+
+class CAsn1BlockPool::Store {
+  public:
+    constexpr Store() = default;
+    Store(const Store&) = delete;
+    Store& operator=(const Store&) = delete;
+    // Slabs of trees that end later are freed at once.
+    ~Store() {
+        const std::lock_guard lock(m_mutex);
+        m_room = 0;
+        while (m_first != nullptr) {
+            ::operator delete(std::exchange(m_first, m_first->next));
+        }
+    }
+
+    /// Memory of kMaxSlab octets, null when none is kept.
+    void* Take() noexcept {
+        const std::lock_guard lock(m_mutex);
+        if (m_first == nullptr) {
+            return nullptr;
+        }
+        ++m_room;
+        return std::exchange(m_first, m_first->next);
+    }
+    /// False when no more is to be kept.
+    bool Keep(void* slab) noexcept {
+        const std::lock_guard lock(m_mutex);
+        if (m_room == 0) {
+            return false;
+        }
+        --m_room;
+        m_first = new (slab) Kept{m_first};
+        return true;
+    }
+
+    static Store& Get() {
+        static constinit Store store;
+        return store;
+    }
+
+  private:
+    struct Kept {
+        Kept* next;
+    };
+    std::mutex m_mutex;
+    Kept* m_first = nullptr;
+    std::size_t m_room = kKeptSlabs;
+};
 
 class CAsn1BlockPool::Returner {
   public:
@@ -59,7 +123,10 @@ class CAsn1BlockPool::Returner {
 
     static void Drop(Slab* slab, std::uint32_t count) noexcept {
         if (slab->pieces.fetch_sub(count, std::memory_order_acq_rel) == count) {
-            ::operator delete(slab);
+            const bool kept = slab->units == kMaxSlab / kUnit && Store::Get().Keep(slab);
+            if (!kept) {
+                ::operator delete(slab);
+            }
         }
     }
 
@@ -159,9 +226,12 @@ std::uint16_t CAsn1BlockPool::DistanceOf(const void* piece) const {
 
 void CAsn1BlockPool::OpenSlab(std::size_t atLeast) {
     const std::size_t size = std::max(m_slabSize, kSlabHead + atLeast);
-    void* memory = ::operator new(size);
+    void* memory = size == kMaxSlab ? Store::Get().Take() : nullptr;
+    if (memory == nullptr) {
+        memory = ::operator new(size);
+    }
     CloseSlab();
-    m_slab = new (memory) Slab{kOpen};
+    m_slab = new (memory) Slab{kOpen, static_cast<std::uint32_t>(size / kUnit)};
     m_next = static_cast<unsigned char*>(memory) + kSlabHead;
     m_end = static_cast<unsigned char*>(memory) + size;
     m_slabSize = std::min(m_slabSize * 2, kMaxSlab);

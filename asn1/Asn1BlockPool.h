@@ -9,9 +9,13 @@
 
 /// Memory for the blocks of one tree, handed out piece by piece from slabs. A slab counts its
 /// pieces and goes with the last of them, so blocks outlive the pool and may end on any thread.
-/// The pool itself belongs to one thread.
+/// The pool itself belongs to one thread. Slabs of the largest size are kept for the next tree, up
+/// to kKeptOctets in the process: memory that the system has just handed out costs more than
+/// filling it.
 class CAsn1BlockPool {
   public:
+    static constexpr std::size_t kKeptOctets = std::size_t{64} << 20;
+
     /// \param expected  octets the tree will probably take; the first slab is made to measure.
     explicit CAsn1BlockPool(std::size_t expected);
     CAsn1BlockPool(const CAsn1BlockPool&) = delete;
@@ -38,7 +42,10 @@ class CAsn1BlockPool {
 
     struct Slab {
         std::atomic<std::uint32_t> pieces;
+        std::uint32_t units;  // its size
     };
+    // The slabs that wait for the next tree.
+    class Store;
     // Returns pieces to their slabs, those in a row with one atomic step.
     class Returner;
 
