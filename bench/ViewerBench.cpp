@@ -62,7 +62,7 @@ void BuildModel(benchmark::State& state) {
         model.SetOctets(octets);
         benchmark::DoNotOptimize(model.rowCount(model.index(0, 0)));
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * octets.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(octets.size()));
 }
 
 // From the octets to the painted window, every entry a row.

@@ -69,11 +69,11 @@ QModelIndex CAsn1TreeModel::InnermostAt(std::size_t offset) const {
     Blocks blocks = Roots();
     for (int depth = 0; depth <= kMaxDepth && !blocks.empty(); ++depth) {
         const auto behind = std::ranges::upper_bound(blocks, wanted, {}, &CAsn1Block::start);
-        const auto row = behind - blocks.begin() - 1;
-        if (row < 0 || row >= kMaxRows || offset >= RangeOf(*blocks[row]).end) {
+        const auto count = static_cast<std::size_t>(behind - blocks.begin());
+        if (count == 0 || count > kMaxRows || offset >= RangeOf(*blocks[count - 1]).end) {
             break;
         }
-        found = blocks[row];
+        found = blocks[count - 1];
         blocks = Below(found);
     }
     return found != nullptr ? IndexOf(*found, kElement) : QModelIndex();
