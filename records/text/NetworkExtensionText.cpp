@@ -103,7 +103,10 @@ void SayProxy(Value value, CTextLines& lines) {
     const CAsn1ProxyPolicy& policy = *proxy->ProxyPolicy();
     lines.Line(kMsgPolicyLanguage, ca::OidWithName(OctetsOf(policy.PolicyLanguage())));
     if (policy.Policy() != nullptr) {
-        lines.Line(kMsgPolicy, ca::HiddenText(policy.Policy()));
+        // In the language's own form: a text as a rule.
+        const std::wstring text = ca::HiddenText(policy.Policy());
+        const bool isText = text.find(L'\uFFFD') == std::wstring::npos;
+        lines.Line(kMsgPolicy, isText ? text : ca::OctetsText(policy.Policy()));
     }
 }
 
