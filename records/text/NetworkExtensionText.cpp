@@ -3,6 +3,7 @@
 #include "asn1/x509/ProxyCertInfo.h"
 #include "asn1/x509/SctList.h"
 #include "asn1/x509/TnEntry.h"
+#include "common/Exception.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
@@ -68,7 +69,11 @@ void SayStamps(Value value, CTextLines& lines) {
         ++count;
     }
     for (std::size_t index = 0; lines.Shows(index, count) && list.Next(stamp); ++index) {
-        SayStamp(CSctList::Read(stamp), lines);
+        try {
+            SayStamp(CSctList::Read(stamp), lines);
+        } catch (const ca::Exception&) {
+            lines.Unreadable(SetZORNAMessage(kMsgStamp), stamp);
+        }
     }
 }
 
