@@ -2,7 +2,8 @@
 
 // A self-signed certificate and a revocation list of it, made for the tests: an elliptic curve key,
 // a Cyrillic name with a comma in it, from 2020 to 2054. A message of somebody else with the content
-// inside and a countersignature, whose certificate is not in it.
+// inside and a countersignature, whose certificate is not in it. An envelope for that somebody, and
+// for whoever holds a key that has no certificate.
 
 // clang-format off
 inline constexpr char kSampleCertificate[] =
@@ -52,5 +53,17 @@ inline constexpr char kSampleMessage[] =
     "BAYTAlJVMR4wHAYDVQQDDBXQkdC+0YDQuNGBINCe0YDQu9C+0LICAgsiMAsGCWCG\n"
     "SAFlAwQCATAKBggqhkjOPQQDAgRIMEYCIQDnKexNMHVkH50JYSZOX+2DXd0RivRE\n"
     "+V1hPzCY3xVmlAIhAIxf4x9d0jbHNBQoPuMwwA3T6RT4W7iBhwOpVbs/eF0E\n"
+    "-----END CMS-----\n";
+
+inline constexpr char kSampleEnvelope[] =
+    "-----BEGIN CMS-----\n"
+    "MIIBcwYJKoZIhvcNAQcDoIIBZDCCAWACAQIxggEboYHVAgEDoFGhTzAJBgcqhkjO\n"
+    "PQIBA0IABGN8rWSRBJOsojTgdsnI5xrC8vbV2YLzcBohe2KkXJMdSkhNVu3l8QHU\n"
+    "G8/0xnsSnKs+Vc7rVZAjOo3JYcmvNpowGAYJK4EFEIZIPwACMAsGCWCGSAFlAwQB\n"
+    "LTBjMGEwNTAvMQswCQYDVQQGEwJSVTEgMB4GA1UEAwwX0JDQvdC90LAg0J/QtdGC\n"
+    "0YDQvtCy0LACAgoRBChRsfDppEmGfZTUZwAiDfeeLF6qPHXET+MjIN01q5QdI5oO\n"
+    "mWEXG4y7okECAQQwBQQDwP/uMAsGCWCGSAFlAwQBBQQoGZjNHMlND/n7EPB/QLMl\n"
+    "KRRJuLD6tTkSR7mNBDgh1K6KrSt069nbJzA8BgkqhkiG9w0BBwEwHQYJYIZIAWUD\n"
+    "BAEqBBAgxP7/6rnEOLWnWE/M3osbgBC2o2FtcZN2oVpiIOGCUKnA\n"
     "-----END CMS-----\n";
 // clang-format on

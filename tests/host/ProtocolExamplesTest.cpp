@@ -62,7 +62,8 @@ TEST_F(ProtocolExamplesTest, ShowRecordsAsTheyAre) {
     m_directory.Write("certificate.pem", kSampleCertificate);
     m_directory.Write("list.pem", kSampleCrl);
     m_directory.Write("message.pem", kSampleMessage);
-    ExpectExamples(MOD_FOO_RECORDS, /*least=*/8);
+    m_directory.Write("envelope.pem", kSampleEnvelope);
+    ExpectExamples(MOD_FOO_RECORDS, /*least=*/10);
 }
 
 }  // namespace
