@@ -36,6 +36,8 @@ class CCertDocument {
 
     /// The certificate and its issuers: 0 for a structure and for an empty document.
     std::size_t Count() const { return m_path.size(); }
+    /// Octets without a certificate.
+    bool IsStructure() const { return m_path.empty() && !m_octets.empty(); }
     /// 0: the certificate, 1: its issuer, and so on. Below Count().
     const CertInfo2& Record(std::size_t index) const { return *m_path[index]; }
     /// The encoding of certificate `index`, or the structure's octets; empty when they are not

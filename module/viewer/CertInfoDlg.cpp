@@ -255,7 +255,8 @@ void CCertInfoDlg::ShowCurrent() {
     std::fill(std::begin(m_isFilled), std::end(m_isFilled), false);
     const bool isCertificate = m_document.Count() != 0;
     m_save->setEnabled(isCertificate);
-    QString title = MessageText(kMsgDlgTitle);
+    QString title = MessageText(m_document.IsStructure() ? kMsgDlgStructure : kMsgDlgTitle);
+    title.remove('&');
     if (isCertificate) {
         const ca::CertInfo2& record = m_document.Record(static_cast<std::size_t>(m_current));
         title += QString::fromWCharArray(L" \u2013 ") +
