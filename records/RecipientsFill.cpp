@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -25,6 +26,7 @@ using ca::Octets;
 constexpr std::string_view kEnvelopes[] = {"id-envelopedData", "id-ct-authEnvelopedData",
                                            "id-ct-authData", "signedAndEnvelopedData"};
 constexpr std::wstring_view kOriKeyTransPsk = L"1.2.840.113549.1.9.16.13.1";  // RFC 8696, 3
+constexpr std::wstring_view kOriKeyAgreePsk = L"1.2.840.113549.1.9.16.13.2";  // RFC 8696, 4
 constexpr std::wstring_view kOriKem = L"1.2.840.113549.1.9.16.13.3";          // RFC 9629, 4
 
 bool IsAllZero(Octets octets) {
@@ -79,11 +81,12 @@ class CCollector {
     }
 
     // The records that follow tell this algorithm.
+    void SetAlgorithm(const CAsn1Element& algorithm) {
+        m_algorithm = ca::AlgorithmText(algorithm);
+        m_parameters = ca::InnerAlgorithmText(algorithm);
+    }
     void SetAlgorithm(const CAsn1AlgorithmIdentifier* algorithm) {
-        const CAsn1Element element =
-            algorithm != nullptr ? ca::ElementOf(*algorithm) : CAsn1Element();
-        m_algorithm = ca::AlgorithmText(element);
-        m_parameters = ca::InnerAlgorithmText(element);
+        SetAlgorithm(algorithm != nullptr ? ca::ElementOf(*algorithm) : CAsn1Element());
     }
 
     void AddInfo(const CAsn1RecipientInfo& info) {
@@ -139,7 +142,9 @@ class CCollector {
         if (dotted == kOriKem && recipient.OriValue() != nullptr) {
             AddEncapsulated(ca::Changeable(recipient.OriValue()->Raw()));
         } else if (dotted == kOriKeyTransPsk && recipient.OriValue() != nullptr) {
-            AddWithPsk(ca::FirstElement(recipient.OriValue()->Raw()));
+            AddTransportedWithPsk(ca::FirstElement(recipient.OriValue()->Raw()));
+        } else if (dotted == kOriKeyAgreePsk && recipient.OriValue() != nullptr) {
+            AddAgreedWithPsk(ca::FirstElement(recipient.OriValue()->Raw()));
         } else {
             Start().description = ca::OidWithName(type);
         }
@@ -155,11 +160,26 @@ class CCollector {
     // KeyTransPSKRecipientInfo ::= SEQUENCE { version INTEGER, pskid OCTET STRING,
     //     kdfAlgorithm, keyEncryptionAlgorithm AlgorithmIdentifier,
     //     ktris SEQUENCE OF KeyTransRecipientInfo, encryptedKey OCTET STRING }     RFC 8696, 3
-    void AddWithPsk(const CAsn1Element& value) {
+    void AddTransportedWithPsk(const CAsn1Element& value) {
         constexpr std::size_t kKtris = 4;
         const ca::CDecoded<CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>> infos(
             ca::Child(value, kKtris).raw);
         AddEach(*infos, [this](const CAsn1KeyTransRecipientInfo& info) { AddTransported(info); });
+    }
+
+    // KeyAgreePSKRecipientInfo ::= SEQUENCE { ...,
+    //     keyEncryptionAlgorithm  AlgorithmIdentifier,
+    //     recipientEncryptedKeys  SEQUENCE OF RecipientEncryptedKey }     RFC 8696, 4
+    void AddAgreedWithPsk(const CAsn1Element& value) {
+        CAsn1Element algorithm;
+        CAsn1Element keys;
+        CAsn1Cursor members(value.content);
+        for (CAsn1Element next; !members.AtEnd() && members.Next(next) == Asn1Fault::kNone;) {
+            algorithm = std::exchange(keys, next);
+        }
+        SetAlgorithm(algorithm);
+        const ca::CDecoded<CAsn1SequenceOf<CAsn1RecipientEncryptedKey>> list(keys.raw);
+        AddAgreed(&*list);
     }
 
     void Add(const CAsn1SignerIdentifier* id) {

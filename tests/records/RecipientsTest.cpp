@@ -65,6 +65,8 @@ TEST_F(RecipientsTest, ReadsEachKindAndGoesOnAfterFaults) {
     const Octets good = Transported(Id(kName, {0x00, 0xAB}));
     const Octets goodId = Id(kName, {0x05});
     const Octets pskValue = Tlv(0x30, {kVersion, kKey, kRsa, kRsa, Tlv(0x30, {good, good}), kKey});
+    const Octets agreedPsk = Tlv(0x30, {kVersion, kKey, Tlv(0xA0, Tlv(0x80, {0x01})), kRsa, kRsa,
+                                        Tlv(0x30, Tlv(0x30, {goodId, kKey}))});
     const Octets kem =
         Tlv(0x30, {kVersion, Tlv(0x80, {0x0F}), kRsa, kKey, kRsa, {0x02, 0x01, 0x20}, kRsa, kKey});
     const auto oriType = [](unsigned char last) {
@@ -84,6 +86,7 @@ TEST_F(RecipientsTest, ReadsEachKindAndGoesOnAfterFaults) {
         {"one hidden among others", Join({Transported(Id(Tlv(0x30, Octets()), {0x00})), good}),
          L"-/00/; CN=Authority/ab/"},
         {"pre-shared key", Other(oriType(1), pskValue), L"CN=Authority/ab/; CN=Authority/ab/"},
+        {"pre-shared key and an agreed one", Other(oriType(2), agreedPsk), L"CN=Authority/05/"},
         {"encapsulated key", Other(oriType(3), kem), L"/0f/Key: 0f"},
         {"unknown kind", Join({Other({0x2A, 0x03}, kKey), good}), L"-//1.2.3; CN=Authority/ab/"},
         {"fault in one", Join({Tlv(0x30, {kVersion, Tlv(0x80, {0x0A})}), good}),
