@@ -122,7 +122,8 @@ class CCollector {
             if (key.Rid() == nullptr) {
                 return;
             }
-            if (const CAsn1RecipientKeyIdentifier* id = key.Rid()->RKeyId()) {
+            const CAsn1RecipientKeyIdentifier* id = key.Rid()->RKeyId();
+            if (id != nullptr && id->SubjectKeyIdentifier() != nullptr) {
                 AddKey(*id->SubjectKeyIdentifier());
             } else if (key.Rid()->IssuerAndSerialNumber() != nullptr) {
                 AddCertificate(*key.Rid()->IssuerAndSerialNumber());

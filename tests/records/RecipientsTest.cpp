@@ -95,6 +95,8 @@ TEST_F(RecipientsTest, ReadsEachKindAndGoesOnAfterFaults) {
          L"-//Unreadable value: a900!; CN=Authority/ab/"},
         {"fault in an agreement", Agreed({goodId, kKey}),
          L"CN=Authority/05/; -//Unreadable value: 30080402eeee0402eeee!"},
+        {"key without its identifier", Agreed({Tlv(0xA0, Octets()), goodId}),
+         L"-//Unreadable value: 3006a0000402eeee!; CN=Authority/05/"},
         {"octets that are no element", Join({good, {0x30, 0x7F}}),
          L"CN=Authority/ab/; -//Unreadable value: 307f!"},
     };
