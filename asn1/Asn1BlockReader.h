@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 /// Cuts one buffer into blocks, with the open blocks on a stack of its own.
@@ -69,7 +70,7 @@ class CAsn1BlockReader {
     bool m_noThrow;
     bool m_continueOnLengthMismatch;
     bool m_lengthsFinal = true;
-    std::vector<Frame> m_open;
+    std::deque<Frame> m_open;             // grows to any depth without a copy
     std::vector<CAsn1Block*> m_children;  // of the open blocks, outermost first
     // Per stretch of the buffer the first pair of zero octets that starts there or later.
     std::vector<std::uint32_t> m_zeroPairs;
