@@ -11,40 +11,12 @@
 #include <openssl/asn1.h>
 #include <openssl/bio.h>
 
-#include <functional>
 #include <malloc.h>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace {
-
-using Make = std::function<Octets()>;
-
-struct Input {
-    const char* name;
-    Make make;
-    bool peers;      // shallow enough for peers that recurse, and strict enough for them
-    bool quadratic;  // small enough for a peer that is quadratic
-};
-
-const std::vector<Input>& Inputs() {
-    static const std::vector<Input> inputs = {
-        {"certs/1x", [] { return Certificates(0); }, true, false},
-        {"certs/16MB", [] { return Certificates(16 << 20); }, true, false},
-        {"crl/1e3", [] { return Crl(1000); }, true, true},
-        {"crl/1e5", [] { return Crl(100000); }, true, false},
-        {"crl/1e6", [] { return Crl(1000000); }, true, false},
-        {"cms/16MB", [] { return SignedData(16 << 20, false); }, true, false},
-        {"cms_ber/16MB", [] { return SignedData(16 << 20, true); }, true, false},
-        {"depth/1e2", [] { return Nested(100, true); }, false, false},
-        {"depth/1e5", [] { return Nested(100000, true); }, false, false},
-        {"depth/5e6", [] { return Nested(5000000, true); }, false, false},
-        {"depth_open/5e6", [] { return Nested(5000000, false); }, false, false},
-        {"overruns/1e5", [] { return Overruns(100000); }, false, false},
-    };
-    return inputs;
-}
 
 void Count(benchmark::State& state, const Octets& data) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
@@ -72,7 +44,7 @@ std::size_t CountBlocks(const CCryptAsn1Parser& parser) {
     return count;
 }
 
-void ParseTree(benchmark::State& state, const Input& input) {
+void ParseTree(benchmark::State& state, const Asn1Input& input) {
     Octets data = input.make();
     for (auto _ : state) {
         auto parser = std::make_unique<CCryptAsn1Parser>();
@@ -95,7 +67,7 @@ void ParseTree(benchmark::State& state, const Input& input) {
     state.counters["octets/block"] = static_cast<double>(HeapInUse() - before) / blocks;
 }
 
-void DestroyTree(benchmark::State& state, const Input& input) {
+void DestroyTree(benchmark::State& state, const Asn1Input& input) {
     Octets data = input.make();
     for (auto _ : state) {
         state.PauseTiming();
@@ -108,7 +80,7 @@ void DestroyTree(benchmark::State& state, const Input& input) {
 }
 
 // What stands for the least that a flat reader does: every header into a growing vector.
-void ParseFlat(benchmark::State& state, const Input& input) {
+void ParseFlat(benchmark::State& state, const Asn1Input& input) {
     struct Node {
         const unsigned char* start;
         std::uint32_t tag, header, length, parent;
@@ -155,7 +127,7 @@ void ReadBotan(Botan::BER_Decoder& decoder, std::vector<std::unique_ptr<BotanNod
     }
 }
 
-void ParseBotan(benchmark::State& state, const Input& input) {
+void ParseBotan(benchmark::State& state, const Asn1Input& input) {
     const Octets data = input.make();
     for (auto _ : state) {
         std::vector<std::unique_ptr<BotanNode>> roots;
@@ -195,7 +167,7 @@ std::unique_ptr<OpensslNode> ReadOpenssl(const unsigned char* data, long size, b
     return node;
 }
 
-void ParseOpenssl(benchmark::State& state, const Input& input) {
+void ParseOpenssl(benchmark::State& state, const Asn1Input& input) {
     const Octets data = input.make();
     for (auto _ : state) {
         std::vector<std::unique_ptr<OpensslNode>> roots;
@@ -218,13 +190,13 @@ void ParseOpenssl(benchmark::State& state, const Input& input) {
     Count(state, data);
 }
 
-void ParseTasn1(benchmark::State& state, const Input& input) {
+void ParseTasn1(benchmark::State& state, const Asn1Input& input) {
     const Octets data = input.make();
     ParseTasn1Crl(state, data);
     Count(state, data);
 }
 
-void Build(benchmark::State& state, const Input& input) {
+void Build(benchmark::State& state, const Asn1Input& input) {
     Octets data = input.make();
     CCryptAsn1Parser parser;
     Parse(parser, data);
@@ -236,7 +208,7 @@ void Build(benchmark::State& state, const Input& input) {
     Count(state, data);
 }
 
-void DumpJson(benchmark::State& state, const Input& input) {
+void DumpJson(benchmark::State& state, const Asn1Input& input) {
     Octets data = input.make();
     CCryptAsn1Parser parser;
     Parse(parser, data);
@@ -249,7 +221,7 @@ void DumpJson(benchmark::State& state, const Input& input) {
     Count(state, data);
 }
 
-void DumpOpenssl(benchmark::State& state, const Input& input) {
+void DumpOpenssl(benchmark::State& state, const Asn1Input& input) {
     const Octets data = input.make();
     for (auto _ : state) {
         const std::unique_ptr<BIO, int (*)(BIO*)> text(BIO_new(BIO_s_mem()), BIO_free);
@@ -259,14 +231,15 @@ void DumpOpenssl(benchmark::State& state, const Input& input) {
     Count(state, data);
 }
 
-void Register(const char* what, const Input& input, void (*run)(benchmark::State&, const Input&)) {
+void Register(const char* what, const Asn1Input& input,
+              void (*run)(benchmark::State&, const Asn1Input&)) {
     benchmark::RegisterBenchmark((std::string(what) + "/" + input.name).c_str(),
                                  [run, &input](benchmark::State& state) { run(state, input); })
         ->Unit(benchmark::kMillisecond);
 }
 
 const bool kRegistered = [] {
-    for (const Input& input : Inputs()) {
+    for (const Asn1Input& input : Asn1Inputs()) {
         Register("Parse", input, ParseTree);
         Register("Destroy", input, DestroyTree);
         Register("Build", input, Build);

@@ -168,3 +168,21 @@ Octets Overruns(std::size_t count) {
     out.resize(out.size() + 0x50000);
     return out;
 }
+
+const std::vector<Asn1Input>& Asn1Inputs() {
+    static const std::vector<Asn1Input> inputs = {
+        {"certs/1x", [] { return Certificates(0); }, true, false},
+        {"certs/16MB", [] { return Certificates(16 << 20); }, true, false},
+        {"crl/1e3", [] { return Crl(1000); }, true, true},
+        {"crl/1e5", [] { return Crl(100000); }, true, false},
+        {"crl/1e6", [] { return Crl(1000000); }, true, false},
+        {"cms/16MB", [] { return SignedData(16 << 20, false); }, true, false},
+        {"cms_ber/16MB", [] { return SignedData(16 << 20, true); }, true, false},
+        {"depth/1e2", [] { return Nested(100, true); }, false, false},
+        {"depth/1e5", [] { return Nested(100000, true); }, false, false},
+        {"depth/5e6", [] { return Nested(5000000, true); }, false, false},
+        {"depth_open/5e6", [] { return Nested(5000000, false); }, false, false},
+        {"overruns/1e5", [] { return Overruns(100000); }, false, false},
+    };
+    return inputs;
+}

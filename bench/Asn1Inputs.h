@@ -3,6 +3,7 @@
 // What the ASN.1 benchmarks read: made here or taken from the system's certificates.
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,3 +28,13 @@ Octets Nested(std::size_t depth, bool closed);
 
 /// Parents of two octets whose children show most of the buffer again.
 Octets Overruns(std::size_t count);
+
+struct Asn1Input {
+    const char* name;
+    std::function<Octets()> make;
+    bool peers;      // shallow enough for peers that recurse, and strict enough for them
+    bool quadratic;  // small enough for a peer that is quadratic
+};
+
+/// All that the ASN.1 benchmarks read, the same octets in every run.
+const std::vector<Asn1Input>& Asn1Inputs();
