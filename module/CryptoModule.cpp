@@ -8,6 +8,7 @@
 #include "common/Lng.h"
 #include "module/CallContext.h"
 #include "module/CancellationToken.h"
+#include "module/GuiThread.h"
 #include "module/JsonText.h"
 #include "module/MessageBox.h"
 #include "module/RecordTypes.h"
@@ -160,6 +161,9 @@ CCryptoModule::~CCryptoModule() {
 }
 
 bool CCryptoModule::Init(LogCallback log) {
+    if (!m_silent && ca::HasWidgetApplication()) {
+        ca::WatchApplication();
+    }
     if (!ReadConfig()) {
         return false;
     }

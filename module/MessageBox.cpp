@@ -1,25 +1,40 @@
 #include "module/MessageBox.h"
 
-#include <QApplication>
+#include "common/ErrorCodes.h"
+
 #include <QMessageBox>
-#include <QThread>
+
+#include <memory>
+#include <utility>
+
+namespace {
+
+std::unique_ptr<QMessageBox> MakeBox(const std::wstring& text, const std::wstring& caption) {
+    auto box = std::make_unique<QMessageBox>(QMessageBox::Warning, QString::fromStdWString(caption),
+                                             QString::fromStdWString(text), QMessageBox::Ok);
+    box->setTextFormat(Qt::PlainText);  // the text quotes a file: nothing in it is markup
+    return box;
+}
+
+}  // namespace
 
 namespace ca {
 
-bool CanShowWidgets() {
-    const auto* application = qobject_cast<QApplication*>(QCoreApplication::instance());
-    return application != nullptr && QThread::currentThread() == application->thread();
-}
-
-bool MessageBoxWarning(const std::wstring& text, const std::wstring& caption) {
-    if (!CanShowWidgets()) {
-        return false;
+bool MessageBoxWarning(const std::wstring& text, const std::wstring& caption,
+                       std::chrono::milliseconds wait) {
+    if (CanShowWidgets()) {
+        const std::unique_ptr<QMessageBox> box = MakeBox(text, caption);
+        box->setAttribute(Qt::WA_QuitOnClose, false);  // it may be the only visible window
+        box->exec();
+        return true;
     }
-    QMessageBox box(QMessageBox::Warning, QString::fromStdWString(caption),
-                    QString::fromStdWString(text), QMessageBox::Ok);
-    box.setTextFormat(Qt::PlainText);  // the text quotes a file: nothing in it is markup
-    box.exec();
-    return true;
+    const auto open = [text, caption] {
+        std::unique_ptr<QMessageBox> box = MakeBox(text, caption);
+        box->setModal(true);
+        ShowOwnWindow(std::move(box));
+        return static_cast<std::uint32_t>(kErrNone);
+    };
+    return RunInGuiThread(open, wait) == kErrNone;
 }
 
 }  // namespace ca

@@ -4,6 +4,7 @@
 
 #include "module/viewer/CertInfoDlg.h"
 #include "module/CryptoModule.h"
+#include "module/GuiThread.h"
 
 #include <memory>
 
@@ -38,7 +39,11 @@ void CM_Free(void* module) {
 
 CCertInfoDlg* createCertInfoDlg() {
     try {
-        return CCertInfoDlg::Create();
+        CCertInfoDlg* const dialog = CCertInfoDlg::Create();
+        if (dialog != nullptr) {
+            ca::KeepLibraryLoaded();  // the window calls back into it
+        }
+        return dialog;
     } catch (...) {
         return nullptr;
     }

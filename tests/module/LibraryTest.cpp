@@ -15,7 +15,7 @@ struct ModeCase {
 };
 
 constexpr unsigned kNoData = 16118;
-constexpr unsigned kUnsupported = 16303;
+constexpr unsigned kServiceMode = 16131;
 
 // The interface's operations, as hosts know them.
 // clang-format off
@@ -33,7 +33,7 @@ constexpr ModeCase kModes[] = {
     {34, L"> GetCertInfo2", false, 0},     {35, L"> GetCert", false, 0},
     {36, L"> SetCurStore", false, kNoData},
     {37, L"> EnumStore", false, 0},        {38, L"> EnumCerts", false, 0},
-    {39, L"> ShowCert", true, kUnsupported},
+    {39, L"> ShowCert", true, kServiceMode},
     {40, L"> TranslateCRL2", false, 0},
     {41, L"> GetRecipientsList", false, kNoData},
     {42, nullptr, false, 0},               {44, L"> GetSignType", false, kNoData},

@@ -1,0 +1,187 @@
+#include "module/GuiThread.h"
+
+#include "common/ErrorCodes.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QThread>
+#include <QWidget>
+
+#include <condition_variable>
+#include <dlfcn.h>
+#include <memory>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// What every call and the application's end agree on.
+struct GuiState {
+    std::mutex mutex;  // guards what follows, and the application's life while it is held
+    std::condition_variable changed;
+    bool isEnding = false;  // of the application: from the start of its destruction to the next one
+};
+
+// Each caller holds the state, so that it outlives whoever still waits when the process ends.
+std::shared_ptr<GuiState> State() {
+    static const auto state = std::make_shared<GuiState>();
+    return state;
+}
+
+// One task on its way. It is claimed once, by the GUI thread or by the caller who gives up.
+class CGuiCall {
+  public:
+    explicit CGuiCall(ca::GuiTask task) : m_state(State()), m_task(std::move(task)) {}
+
+    // In the GUI thread, from the event loop: nothing may leave.
+    void Run() noexcept {
+        if (!Advance(Stage::kQueued, Stage::kRunning)) {
+            return;
+        }
+        try {
+            m_code = m_task();
+        } catch (...) {
+            m_code = ca::kErrExecution;
+        }
+        Advance(Stage::kRunning, Stage::kDone);
+    }
+
+    std::uint32_t Wait(milliseconds wait) {
+        std::unique_lock lock(m_state->mutex);
+        const auto isTaken = [this] { return m_stage != Stage::kQueued || m_state->isEnding; };
+        m_state->changed.wait_for(lock, wait, isTaken);
+        if (m_stage == Stage::kQueued) {
+            m_stage = Stage::kAbandoned;
+        }
+        m_state->changed.wait_for(lock, wait, [this] { return m_stage != Stage::kRunning; });
+        return m_stage == Stage::kDone ? m_code : ca::kErrServiceMode;
+    }
+
+  private:
+    enum class Stage : std::uint8_t { kQueued, kRunning, kDone, kAbandoned };
+
+    bool Advance(Stage from, Stage to) {
+        {
+            const std::lock_guard lock(m_state->mutex);
+            if (m_stage != from) {
+                return false;
+            }
+            m_stage = to;
+        }
+        m_state->changed.notify_all();
+        return true;
+    }
+
+    const std::shared_ptr<GuiState> m_state;
+    const ca::GuiTask m_task;
+    Stage m_stage = Stage::kQueued;  // guarded by the state's mutex
+    std::uint32_t m_code = 0;        // written before kDone, read after it
+};
+
+// What ShowOwnWindow() has shown; the GUI thread's alone.
+std::vector<QPointer<QWidget>>& OwnWindows() {
+    static std::vector<QPointer<QWidget>> windows;
+    return windows;
+}
+
+// Runs at the start of the application's destruction, which waits here for a call being posted.
+void OnApplicationEnd() {
+    const std::shared_ptr<GuiState> state = State();
+    {
+        const std::lock_guard lock(state->mutex);
+        state->isEnding = true;
+    }
+    state->changed.notify_all();
+    for (const QPointer<QWidget>& window : std::exchange(OwnWindows(), {})) {
+        delete window.data();  // null when it was closed
+    }
+}
+
+// Runs for the application that is there, and for each that is created later.
+void OnApplicationStart() {
+    const std::shared_ptr<GuiState> state = State();
+    {
+        const std::lock_guard lock(state->mutex);
+        state->isEnding = false;
+    }
+    qAddPostRoutine(&OnApplicationEnd);  // Qt forgets it once it has run
+}
+
+// The application, with the state's mutex held: it cannot go away meanwhile.
+QApplication* WidgetApplication(const GuiState& state) {
+    if (state.isEnding || QCoreApplication::closingDown()) {
+        return nullptr;
+    }
+    return qobject_cast<QApplication*>(QCoreApplication::instance());
+}
+
+// Whether the call is in the event queue now.
+bool Post(const std::shared_ptr<CGuiCall>& call) {
+    const std::shared_ptr<GuiState> state = State();
+    const std::lock_guard lock(state->mutex);
+    QApplication* const application = WidgetApplication(*state);
+    return application != nullptr &&
+           QMetaObject::invokeMethod(
+               application, [call] { call->Run(); }, Qt::QueuedConnection);
+}
+
+}  // namespace
+
+namespace ca {
+
+bool HasWidgetApplication() {
+    const std::shared_ptr<GuiState> state = State();
+    const std::lock_guard lock(state->mutex);
+    return WidgetApplication(*state) != nullptr;
+}
+
+bool CanShowWidgets() {
+    const std::shared_ptr<GuiState> state = State();
+    const std::lock_guard lock(state->mutex);
+    const QApplication* const application = WidgetApplication(*state);
+    return application != nullptr && QThread::currentThread() == application->thread();
+}
+
+std::uint32_t RunInGuiThread(GuiTask task, milliseconds wait) {
+    WatchApplication();
+    const auto call = std::make_shared<CGuiCall>(std::move(task));
+    if (CanShowWidgets()) {
+        call->Run();
+    } else if (!Post(call)) {
+        return kErrServiceMode;
+    }
+    return call->Wait(wait);
+}
+
+void ShowOwnWindow(std::unique_ptr<QWidget> window) {
+    std::vector<QPointer<QWidget>>& windows = OwnWindows();
+    std::erase_if(windows, [](const QPointer<QWidget>& each) { return each.isNull(); });
+    windows.emplace_back(window.get());
+    window->setAttribute(Qt::WA_QuitOnClose, false);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    QWidget* const shown = window.release();
+    shown->show();
+    shown->raise();
+    shown->activateWindow();
+}
+
+void WatchApplication() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        KeepLibraryLoaded();  // Qt keeps the function's address
+        qAddPreRoutine(&OnApplicationStart);
+    });
+}
+
+void KeepLibraryLoaded() noexcept {
+    Dl_info self{};
+    if (::dladdr(reinterpret_cast<const void*>(&KeepLibraryLoaded), &self) != 0) {
+        // The handle is never closed. Null in a program that has this code itself.
+        ::dlopen(self.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+    }
+}
+
+}  // namespace ca

@@ -1,0 +1,77 @@
+// Shows a certificate to the user in front of the machine.
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/InitString.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "module/CallContext.h"
+#include "module/CryptoModule.h"
+#include "module/GuiThread.h"
+#include "module/RecordTypes.h"
+#include "module/ops/ProviderCertificate.h"
+#include "module/viewer/CertInfoDlg.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+namespace {
+
+constexpr std::uint64_t kMaxWaitMs = 60000;
+
+// Fills a viewer; false leaves the reason in it.
+using Filler = std::function<bool(CCertInfoDlg& viewer)>;
+
+std::uint32_t OpenViewer(const Filler& fill) {
+    std::unique_ptr<CCertInfoDlg> viewer(CCertInfoDlg::Create());
+    if (viewer == nullptr) {
+        return ca::kErrServiceMode;
+    }
+    if (!fill(*viewer)) {
+        return viewer->LastErrorCode();
+    }
+    ca::ShowOwnWindow(std::move(viewer));
+    return ca::kErrNone;
+}
+
+// The file data's certificate, else the one that the request names, else the provider's own. The
+// filler holds a copy: it may outlive the request.
+Filler FillerOf(ca::CryptPacket& packet) {
+    const ca::FileData* const payload = ca::FindFileData(packet.Request());
+    if (payload == nullptr) {
+        const std::shared_ptr<const ca::CertInfo2> info =
+            ca::FindProviderCertificate(packet.request.senderCertId);
+        return [info](CCertInfoDlg& viewer) { return viewer.SetCertInfo(*info); };
+    }
+    if (payload->size() > ca::CCertDocument::kMaxOctets) {
+        throw ca::Exception(ca::kErrBadData);
+    }
+    const QByteArray octets(reinterpret_cast<const char*>(payload->data()),
+                            static_cast<int>(payload->size()));
+    return [octets](CCertInfoDlg& viewer) { return viewer.setCertificate(octets); };
+}
+
+}  // namespace
+
+// Answers once the window is up. 16131 where no window can be: in a silent module, without a Qt
+// application with widgets, and when its thread does not get to it in time ("SHOW_TIMEOUT").
+void CCryptoModule::ShowCert(ca::CryptPacket& packet) {
+    if (m_silent) {
+        throw ca::Exception(ca::kErrServiceMode);
+    }
+    const std::uint64_t wait = ca::InitString(packet.context->InitParams())
+                                   .GetUnsigned(L"SHOW_TIMEOUT", 1, kMaxWaitMs,
+                                                static_cast<std::uint64_t>(ca::kGuiWait.count()));
+    const std::uint32_t code = ca::RunInGuiThread(
+        [fill = FillerOf(packet)] { return OpenViewer(fill); }, std::chrono::milliseconds(wait));
+    if (code == ca::kErrServiceMode) {
+        LogEvent(SetZORNAMessage(kMsgNoWindow), true);
+    }
+    if (code != ca::kErrNone) {
+        throw ca::Exception(code);
+    }
+    LogEvent(SetZORNAMessage(kMsgCertificateShown), false);
+}
