@@ -35,7 +35,7 @@ class CClientContext {
 std::uint32_t RealTimeMilliseconds();
 
 /// The clients' contexts in order of creation. Every operation may run in any thread; the mutex
-/// here is the module's only lock, and a failing lock throws std::system_error.
+/// here is the only lock over the clients' state, and a failing lock throws std::system_error.
 ///
 /// Differences of time stamps are unsigned 32-bit subtractions, right across the counter's wrap.
 class CClientContextArray {

@@ -156,9 +156,12 @@ std::uint32_t RunInGuiThread(GuiTask task, milliseconds wait) {
     return call->Wait(wait);
 }
 
-void ShowOwnWindow(std::unique_ptr<QWidget> window) {
+bool ShowOwnWindow(std::unique_ptr<QWidget> window) {
     std::vector<QPointer<QWidget>>& windows = OwnWindows();
     std::erase_if(windows, [](const QPointer<QWidget>& each) { return each.isNull(); });
+    if (windows.size() >= kMaxOwnWindows) {
+        return false;
+    }
     windows.emplace_back(window.get());
     window->setAttribute(Qt::WA_QuitOnClose, false);
     window->setAttribute(Qt::WA_DeleteOnClose);
@@ -166,6 +169,7 @@ void ShowOwnWindow(std::unique_ptr<QWidget> window) {
     shown->show();
     shown->raise();
     shown->activateWindow();
+    return true;
 }
 
 void WatchApplication() {

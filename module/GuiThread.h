@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -21,6 +22,9 @@ using GuiTask = std::function<std::uint32_t()>;
 /// How long a call from another thread waits for the GUI thread.
 inline constexpr std::chrono::milliseconds kGuiWait(5000);
 
+/// Windows of ShowOwnWindow() open at a time.
+inline constexpr std::size_t kMaxOwnWindows = 32;
+
 /// Runs `task` in the GUI thread and returns its code: at once in that thread, through its event
 /// loop from any other. Returns 16131, and the task does not run later either, when there is no
 /// application with widgets, it ends, or its thread did not get to the task within `wait`; also
@@ -32,8 +36,9 @@ std::uint32_t RunInGuiThread(GuiTask task, std::chrono::milliseconds wait = kGui
 
 /// Shows a window that nobody owns: it is deleted when it is closed, or when the application ends.
 /// Closing it does not end the application, whose only visible window it may be. GUI thread only,
-/// inside a GuiTask.
-void ShowOwnWindow(std::unique_ptr<QWidget> window);
+/// inside a GuiTask. False, and the window is gone, when kMaxOwnWindows are open: a client that
+/// asks without end does not fill the user's screen.
+bool ShowOwnWindow(std::unique_ptr<QWidget> window);
 
 /// Sees the end of the running application coming from here on, so that no call races with it;
 /// keeps the library in memory. RunInGuiThread() does this too, but the earlier the better.

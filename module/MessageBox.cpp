@@ -31,8 +31,8 @@ bool MessageBoxWarning(const std::wstring& text, const std::wstring& caption,
     const auto open = [text, caption] {
         std::unique_ptr<QMessageBox> box = MakeBox(text, caption);
         box->setModal(true);
-        ShowOwnWindow(std::move(box));
-        return static_cast<std::uint32_t>(kErrNone);
+        return static_cast<std::uint32_t>(ShowOwnWindow(std::move(box)) ? kErrNone
+                                                                        : kErrServiceMode);
     };
     return RunInGuiThread(open, wait) == kErrNone;
 }

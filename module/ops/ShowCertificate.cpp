@@ -33,8 +33,7 @@ std::uint32_t OpenViewer(const Filler& fill) {
     if (!fill(*viewer)) {
         return viewer->LastErrorCode();
     }
-    ca::ShowOwnWindow(std::move(viewer));
-    return ca::kErrNone;
+    return ca::ShowOwnWindow(std::move(viewer)) ? ca::kErrNone : ca::kErrServiceMode;
 }
 
 // The file data's certificate, else the one that the request names, else the provider's own. The
@@ -57,7 +56,8 @@ Filler FillerOf(ca::CryptPacket& packet) {
 }  // namespace
 
 // Answers once the window is up. 16131 where no window can be: in a silent module, without a Qt
-// application with widgets, and when its thread does not get to it in time ("SHOW_TIMEOUT").
+// application with widgets, with too many windows open, and when the application's thread does not
+// get to it in time ("SHOW_TIMEOUT").
 void CCryptoModule::ShowCert(ca::CryptPacket& packet) {
     if (m_silent) {
         throw ca::Exception(ca::kErrServiceMode);

@@ -114,6 +114,20 @@ TEST_F(ShowCertificateTest, OpensAWindowInTheGuiThread) {
     EXPECT_TRUE(Viewers().empty());
 }
 
+TEST_F(ShowCertificateTest, KeepsTheScreenFromFillingUp) {
+    StartApplication<QApplication>();
+    Init(/*silent=*/0);
+    std::size_t shown = 0;
+    while (shown < 100 && CodeOf(kShow) == 0) {
+        ++shown;
+    }
+    EXPECT_EQ(shown, 32U);
+    Viewers().front()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(CodeOf(kShow), 0U);
+    CloseViewers();
+}
+
 TEST_F(ShowCertificateTest, OpensWindowsForOtherThreads) {
     constexpr int kThreads = 4;
     constexpr int kRounds = 3;
