@@ -4,6 +4,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Http.h"
+#include "common/InitString.h"
 #include "module/JsonText.h"
 #include "module/RecordTypes.h"
 
@@ -105,12 +106,21 @@ std::unique_ptr<FileData> RawPayload(const char* data, std::size_t length, std::
     return payload;
 }
 
-std::unique_ptr<FileData> FetchPayload(const JsonValue& url, const ConfigFileParser* config) {
-    const HttpSettings settings =
-        config != nullptr ? HttpSettings::FromConfig(*config) : HttpSettings();
+HttpSettings TransferSettings(const ConfigFileParser* config) {
+    return config != nullptr ? HttpSettings::FromConfig(*config) : HttpSettings();
+}
+
+// Of the call's own parameters only the time-out counts: a request that named its own proxy would
+// be sent the configured credentials.
+std::unique_ptr<FileData> FetchPayload(const std::wstring& url, HttpSettings settings,
+                                       const std::wstring& parameters) {
+    settings.totalTimeoutMs = static_cast<std::uint32_t>(
+        InitString(parameters)
+            .GetUnsigned(L"INET_TIMEOUT", 0, std::numeric_limits<std::int32_t>::max(),
+                         settings.totalTimeoutMs));
     BytePtr body;
     unsigned length = 0;
-    Http::GetBlob(WideText(url), settings, body, length);
+    Http::GetBlob(url, settings, body, length);
     auto payload = std::make_unique<FileData>();
     payload->Adopt(std::move(body), length);
     return payload;
@@ -149,7 +159,8 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     ReadFields(root);
     ReadBlobs(root);
     if (const JsonValue* url = root.Find(kKeyFileDataUrl)) {
-        objects.SetObject(FetchPayload(*url, m_config).release(), /*clear=*/false);
+        auto payload = FetchPayload(WideText(*url), TransferSettings(m_config), extInitParams);
+        objects.SetObject(payload.release(), /*clear=*/false);
     } else if (const JsonValue* size = root.Find(kKeyFileDataSize)) {
         auto payload = RawPayload(data, length, textLength, size->GetUint());
         objects.SetObject(payload.release(), /*clear=*/false);
@@ -263,9 +274,7 @@ void CryptPacket::UploadFileData(std::uint32_t timeoutMs) {
     if (result == nullptr) {
         return;
     }
-    const HttpSettings settings =
-        m_config != nullptr ? HttpSettings::FromConfig(*m_config) : HttpSettings();
-    Http::Upload(request.uploadUrl, result->Octets(), settings, timeoutMs);
+    Http::Upload(request.uploadUrl, result->Octets(), TransferSettings(m_config), timeoutMs);
 }
 
 void CryptPacket::Cancel() noexcept {

@@ -21,10 +21,13 @@
 
 namespace {
 
+using ca_test::Canned;
 using ca_test::ClosedPort;
 using ca_test::Connection;
+using ca_test::Endless;
 using ca_test::HttpTestServer;
 using ca_test::Identity;
+using ca_test::RedirectTo;
 using ca_test::Request;
 using std::chrono::milliseconds;
 using testing::ElementsAre;
@@ -50,29 +53,7 @@ std::wstring AllLines() {
     return all;
 }
 
-const std::string kOk = "HTTP/1.1 200 OK\r\nContent-Length: 5\r\nConnection: close\r\n\r\nhello";
-
-/// Sends the same octets to everybody and hangs up.
-HttpTestServer::Handler Canned(const std::string& answer) {
-    return [answer](Connection& connection, const Request&) { connection.Write(answer); };
-}
-
-/// Sends `answer`, then `part` again and again until the client has gone.
-HttpTestServer::Handler Endless(const std::string& answer, const std::string& part,
-                                milliseconds pause) {
-    return [=](Connection& connection, const Request&) {
-        bool isConnected = connection.Write(answer);
-        while (isConnected) {
-            std::this_thread::sleep_for(pause);
-            isConnected = connection.Write(part);
-        }
-    };
-}
-
-std::string RedirectTo(const std::string& place, int status = 302) {
-    return "HTTP/1.1 " + std::to_string(status) + " Moved\r\nLocation: " + place +
-           "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
-}
+const std::string kOk = ca_test::Ok("hello");
 
 std::string Narrow(const std::wstring& ascii) {
     return std::string(ascii.begin(), ascii.end());

@@ -223,6 +223,31 @@ Request HttpTestServer::ReadRequest(Connection& connection) const {
     return {head, received.substr(bodyStart)};
 }
 
+std::string Ok(const std::string& body) {
+    return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) +
+           "\r\nConnection: close\r\n\r\n" + body;
+}
+
+std::string RedirectTo(const std::string& place, int status) {
+    return "HTTP/1.1 " + std::to_string(status) + " Moved\r\nLocation: " + place +
+           "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+}
+
+HttpTestServer::Handler Canned(const std::string& answer) {
+    return [answer](Connection& connection, const Request&) { connection.Write(answer); };
+}
+
+HttpTestServer::Handler Endless(const std::string& answer, const std::string& part,
+                                std::chrono::milliseconds pause) {
+    return [=](Connection& connection, const Request&) {
+        bool isConnected = connection.Write(answer);
+        while (isConnected) {
+            std::this_thread::sleep_for(pause);
+            isConnected = connection.Write(part);
+        }
+    };
+}
+
 ClosedPort::ClosedPort() : m_socket(BindLoopback(m_port)) {}
 
 ClosedPort::~ClosedPort() {

@@ -2,6 +2,7 @@
 
 #include <openssl/ssl.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <list>
@@ -89,6 +90,17 @@ class HttpTestServer {
     std::list<std::thread> m_workers;
     std::thread m_acceptor;
 };
+
+/// An answer of status 200 with its length.
+std::string Ok(const std::string& body);
+/// An answer that sends the client to another place.
+std::string RedirectTo(const std::string& place, int status = 302);
+
+/// Sends the same octets to everybody and hangs up.
+HttpTestServer::Handler Canned(const std::string& answer);
+/// Sends `answer`, then `part` again and again until the client has gone.
+HttpTestServer::Handler Endless(const std::string& answer, const std::string& part,
+                                std::chrono::milliseconds pause);
 
 /// A port of 127.0.0.1 that refuses connections while the object lives.
 class ClosedPort {

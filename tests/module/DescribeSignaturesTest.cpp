@@ -179,14 +179,6 @@ TEST_F(DescribeSignaturesTest, AgreesWithOpenSslOnItsMessages) {
     }
 }
 
-std::string Base64(const std::string& octets) {
-    std::string text(octets.size() * 4 / 3 + 4, '\0');
-    text.resize(static_cast<std::size_t>(EVP_EncodeBlock(
-        reinterpret_cast<unsigned char*>(text.data()),
-        reinterpret_cast<const unsigned char*>(octets.data()), static_cast<int>(octets.size()))));
-    return text;
-}
-
 TEST_F(DescribeSignaturesTest, GetSignInfo2AnswersWithAListABlob) {
     const auto call = [this](const std::vector<std::string>& blobs) {
         std::string list;

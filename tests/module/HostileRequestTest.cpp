@@ -135,6 +135,10 @@ TEST_F(HostileRequestTest, AnswersEachFaultWithItsCode) {
         {"wrong element of a store list", R"({"mode":38,"storeAddresses":[1]})", 16300},
         {"wrong type in a configuration", R"({"mode":38,"config":{"HttpPort":"a"}})", 16300},
         {"refused URL", R"({"mode":38,"fileDataUrl":"file:///etc/passwd"})", 16268},
+        // No Qlocurl.so lies beside this test.
+        {"fetching without libcurl", R"({"mode":38,"fileDataUrl":"http://127.0.0.1:1/"})", 16302},
+        {"sending without libcurl",
+         R"({"mode":14,"uploadUrl":"http://127.0.0.1:1/","streamFinalChunk":true})", 16302},
         {"size hint with a sign", R"({"mode":38,"fileDataEncodedSize":-8,"fileData":"QUJD"})", 0},
         {"size hint beyond the text", R"({"mode":38,"fileDataEncodedSize":99,"fileData":"QUJD"})",
          0},

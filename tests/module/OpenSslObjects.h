@@ -91,3 +91,11 @@ inline std::string IdOf(const std::string& der) {
     std::erase(hex, ':');
     return hex;
 }
+
+inline std::string Base64(const std::string& octets) {
+    std::string text(octets.size() * 4 / 3 + 4, '\0');
+    text.resize(static_cast<std::size_t>(EVP_EncodeBlock(
+        reinterpret_cast<unsigned char*>(text.data()),
+        reinterpret_cast<const unsigned char*>(octets.data()), static_cast<int>(octets.size()))));
+    return text;
+}
