@@ -11,6 +11,7 @@ namespace {
 constexpr std::string_view kBegin = "-----BEGIN ";
 constexpr std::string_view kEnd = "-----END ";
 constexpr std::string_view kDashes = "-----";
+constexpr std::string_view kBoundary = "--";  // between the parts of a MIME message
 constexpr std::string_view kBlanks = " \t\r\n\f\v";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kMaxLabel = 64;
@@ -65,19 +66,27 @@ ca::PayloadItem DecodeBody(std::string_view body, std::string label) {
     return item;
 }
 
+// Index of the line behind the first empty one; the size of the text when there is none.
+std::size_t BehindBlankLine(std::string_view text) {
+    for (std::size_t end = text.find('\n'); end != std::string_view::npos;
+         end = text.find('\n', end + 1)) {
+        for (const std::string_view blankLine : {"\n", "\r\n"}) {
+            if (text.substr(end + 1).starts_with(blankLine)) {
+                return end + 1 + blankLine.size();
+            }
+        }
+    }
+    return text.size();
+}
+
 // RFC 1421 4.6: headers stand before the body, a blank line between them.
 std::string_view SkipHeaders(std::string_view body) {
     const std::size_t colon = body.find(':');
     if (colon == std::string_view::npos) {
         return body;
     }
-    for (const std::string_view blankLine : {"\n\n", "\n\r\n"}) {
-        const std::size_t end = body.find(blankLine, colon);
-        if (end != std::string_view::npos) {
-            return body.substr(end + blankLine.size());
-        }
-    }
-    return body;
+    const std::size_t behind = colon + BehindBlankLine(body.substr(colon));
+    return behind < body.size() ? body.substr(behind) : body;
 }
 
 // The block that begins at the front of `text`; `text` is moved behind its body.
@@ -107,24 +116,45 @@ std::vector<ca::PayloadItem> DecodePem(std::string_view text) {
     return items;
 }
 
-// The body behind the headers of a MIME entity sent as Base64 (RFC 2045 6.8); "" when it is none.
-std::string_view MimeBody(std::string_view text) {
-    constexpr std::string_view kHeader = "content-transfer-encoding:";
-    constexpr std::string_view kBase64 = "base64";
+// Index of the first `word`, which is in lower case, in whatever case; npos when there is none.
+std::size_t FindWord(std::string_view text, std::string_view word) {
     const auto isSame = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; };
-    const auto header =
-        std::search(text.begin(), text.end(), kHeader.begin(), kHeader.end(), isSame);
-    if (header == text.end()) {
-        return {};
+    const auto found = std::search(text.begin(), text.end(), word.begin(), word.end(), isSame);
+    return found == text.end() ? std::string_view::npos
+                               : static_cast<std::size_t>(found - text.begin());
+}
+
+// The next body of a MIME entity sent as Base64 (RFC 2045 6.8), from which `text` goes on; "" when
+// there is none.
+std::string_view TakeMimeBody(std::string_view& text) {
+    constexpr std::string_view kHeader = "content-transfer-encoding:";
+    std::size_t at = FindWord(text, kHeader);
+    for (; at != std::string_view::npos; at = FindWord(text, kHeader)) {
+        text.remove_prefix(at);
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(line.size());
+        if (FindWord(line, "base64") != std::string_view::npos) {
+            text.remove_prefix(BehindBlankLine(text));
+            const std::string_view body = text.substr(0, text.find(kBoundary));
+            text.remove_prefix(body.size());
+            return body;
+        }
     }
-    std::string_view rest = text.substr(static_cast<std::size_t>(header - text.begin()));
-    const std::string_view line = rest.substr(0, rest.find('\n'));
-    if (std::search(line.begin(), line.end(), kBase64.begin(), kBase64.end(), isSame) ==
-        line.end()) {
-        return {};
+    return {};
+}
+
+// The objects in a MIME message. A signed mail holds its text beside the signature (RFC 8551
+// 3.5.3): what does not begin as a SEQUENCE does is none.
+std::vector<ca::PayloadItem> DecodeMime(std::string_view text) {
+    constexpr unsigned char kSequence = 0x30;
+    std::vector<ca::PayloadItem> items;
+    for (auto body = TakeMimeBody(text); !body.empty(); body = TakeMimeBody(text)) {
+        ca::PayloadItem item = DecodeBody(body, {});
+        if (!item.octets.empty() && item.octets.front() == kSequence) {
+            items.push_back(std::move(item));
+        }
     }
-    const std::string_view body = SkipHeaders(rest);
-    return body.size() == rest.size() ? std::string_view() : body;
+    return items;
 }
 
 }  // namespace
@@ -146,9 +176,10 @@ std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data) {
     }
     if (IsBase64Text(inner)) {
         items.push_back(DecodeBody(inner, {}));
-    } else if (const std::string_view body = isText ? MimeBody(inner) : ""; !body.empty()) {
-        items.push_back(DecodeBody(body, {}));
-    } else {
+    } else if (isText) {
+        items = DecodeMime(inner);
+    }
+    if (items.empty()) {
         items.emplace_back().octets = data;
     }
     return items;

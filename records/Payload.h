@@ -17,7 +17,7 @@ struct PayloadItem {
 };
 
 /// Finds the objects in a payload: PEM blocks (any label, text around and headers inside them, a
-/// missing end line), the Base64 body of a MIME message, bare Base64 with any white space, or the
+/// missing end line), the Base64 bodies of a MIME message, bare Base64 with any white space, or the
 /// octets as they are. A PEM block that does not decode becomes an item without octets, so that
 /// indices still count the blocks.
 /// \param data  outlives the items, which may view it.

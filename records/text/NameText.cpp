@@ -110,6 +110,16 @@ void AppendTagText(std::wstring& out, const Attribute& attribute) {
         });
 }
 
+// The UTF-8 octets of a character as "\xx". A NUL, where the conversion would end, is one of them.
+void AppendEscapedOctets(std::wstring& out, wchar_t c) {
+    const std::string octets = c == L'\0' ? std::string(1, '\0') : ca::u16u8(std::wstring(1, c));
+    for (const char octet : octets) {
+        const auto value = static_cast<unsigned char>(octet);
+        out += L'\\';
+        ca::AppendHex(out, {&value, 1});
+    }
+}
+
 // RFC 4514 2.4: backslash before the special characters, hexadecimal pairs of the UTF-8 octets for
 // what would not show.
 void AppendX500Text(std::wstring& out, std::wstring_view text) {
@@ -132,11 +142,7 @@ void AppendX500Text(std::wstring& out, std::wstring_view text) {
     AppendEscaped(out, text, isSpecial, [&out, text](std::size_t i) {
         const wchar_t c = text[i];
         if (ca::IsHiddenCharacter(c)) {
-            for (const char octet : ca::u16u8(std::wstring(1, c))) {
-                const auto value = static_cast<unsigned char>(octet);
-                out += L'\\';
-                ca::AppendHex(out, {&value, 1});
-            }
+            AppendEscapedOctets(out, c);
             return;
         }
         const bool isInner = i != 0 && i + 1 != text.size();

@@ -1,7 +1,7 @@
 #include "records/text/OutlineText.h"
 
-#include "asn1/OidTable.h"
 #include "records/text/Elements.h"
+#include "records/text/GeneralNameText.h"
 #include "records/text/TextLines.h"
 #include "records/text/TimeText.h"
 
@@ -56,19 +56,30 @@ std::wstring TagText(const CAsn1Element& element) {
     return kClasses[element.tag >> 6] + std::to_wstring(element.tag & 0x1FU) + L"]";
 }
 
+// Decimal digits as far as 64 bits go; longer numbers are keys and serial numbers, shown as octets.
+std::wstring IntegerText(Octets content) {
+    if (content.size() > sizeof(std::int64_t)) {
+        return ca::Hex(content);
+    }
+    std::uint64_t value = (content[0] & 0x80U) != 0 ? ~std::uint64_t{0} : 0;
+    for (const unsigned char octet : content) {
+        value = value << 8U | octet;
+    }
+    return std::to_wstring(static_cast<std::int64_t>(value));
+}
+
 std::wstring PrimitiveText(const CAsn1Element& element) {
     switch (element.tag) {
         case kAsn1ObjectIdentifier:
-            return ca::OidName(element.content) + L" (" + ca::OidText(element.content) + L")";
+            return ca::OidWithName(element.content);
         case kAsn1UtcTime:
         case kAsn1GeneralizedTime:
             return ca::TimeLine(element);
         case kAsn1Integer:
-        case kAsn1Enumerated: {
-            std::uint32_t value = 0;
-            return ca::ReadSmallInteger(element, value) ? std::to_wstring(value)
-                                                        : ca::Hex(element.content);
-        }
+        case kAsn1Enumerated:
+            return IntegerText(element.content);
+        case kAsn1Boolean:
+            return element.content[0] != 0 ? L"TRUE" : L"FALSE";
         case kAsn1BitString:
             return ca::Hex(ca::BitOctets(element));
         default:

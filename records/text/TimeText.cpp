@@ -41,6 +41,7 @@ class CDigits {
         return true;
     }
     bool AtEnd() const { return m_text.empty(); }
+    bool AtDigit() const { return !AtEnd() && m_text.front() >= '0' && m_text.front() <= '9'; }
 
   private:
     std::string_view m_text;
@@ -60,18 +61,42 @@ bool TakeDate(CDigits& digits, bool isShortYear, std::tm& date) {
     return true;
 }
 
-// hh[mm[ss[.f...]]]; minutes may be missing in a GeneralizedTime, seconds in both (X.680 46, 47).
+// The fraction of a unit of `seconds`, in whole seconds; none when no digit stands there.
+std::optional<int> TakeFraction(CDigits& digits, int seconds) {
+    if (!digits.AtDigit()) {
+        return std::nullopt;
+    }
+    // Digits past the sixth are less than a second of an hour.
+    std::int64_t value = 0;
+    std::int64_t scale = 1;
+    while (const auto digit = digits.Take(1)) {
+        if (scale < 1000000) {
+            value = value * 10 + *digit;
+            scale *= 10;
+        }
+    }
+    return static_cast<int>(value * seconds / scale);
+}
+
+// hh[mm[ss]][.f...]; minutes may be missing in a GeneralizedTime, seconds in both, and a fraction
+// is one of the last unit given (X.680 46, 47).
 bool TakeClock(CDigits& digits, std::tm& date) {
     const auto hour = digits.Take(2);
     if (!hour) {
         return false;
     }
+    const auto minute = digits.Take(2);
+    const auto second = digits.Take(2);
     date.tm_hour = *hour;
-    date.tm_min = digits.Take(2).value_or(0);
-    date.tm_sec = digits.Take(2).value_or(0);
+    date.tm_min = minute.value_or(0);
+    date.tm_sec = second.value_or(0);
     if (digits.Skip('.') || digits.Skip(',')) {
-        while (digits.Take(1)) {
+        const auto rest = TakeFraction(digits, second ? 1 : minute ? 60 : 3600);
+        if (!rest) {
+            return false;
         }
+        date.tm_min += *rest / 60;
+        date.tm_sec += *rest % 60;
     }
     return true;
 }
