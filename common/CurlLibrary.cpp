@@ -151,10 +151,10 @@ int CurlEasy::Perform() {
     return m_library.easyPerform(m_handle.get());
 }
 
-long CurlEasy::Status() const {
-    long status = 0;
-    m_library.easyGetInfo(m_handle.get(), kCurlInfoStatus, &status);
-    return status;
+long CurlEasy::GetLong(CurlInfo info) const {
+    long value = 0;
+    m_library.easyGetInfo(m_handle.get(), info, &value);
+    return value;
 }
 
 CurlOffset CurlEasy::AnnouncedLength() const {

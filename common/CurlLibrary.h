@@ -67,6 +67,7 @@ enum CurlOption : int {
 
 enum CurlInfo : int {
     kCurlInfoStatus = 0x200002,         ///< long
+    kCurlInfoTunnelStatus = 0x200016,   ///< long
     kCurlInfoContentLength = 0x60000F,  ///< CurlOffset, -1: not told
 };
 
@@ -157,7 +158,9 @@ class CurlEasy {
     int Perform();
 
     /// Status of the last answer; 0 when there was none.
-    long Status() const;
+    long Status() const { return GetLong(kCurlInfoStatus); }
+    /// Status of a proxy's last answer to CONNECT; 0 when there was none.
+    long TunnelStatus() const { return GetLong(kCurlInfoTunnelStatus); }
     /// What the answer announces, never to be trusted; -1 when it does not.
     CurlOffset AnnouncedLength() const;
     /// What went wrong in the last Perform(): the library's own words, at least the code's.
@@ -169,6 +172,7 @@ class CurlEasy {
         return m_library.easySetOption(m_handle.get(), option, value);
     }
     static void Check(CurlOption option, int code);
+    long GetLong(CurlInfo info) const;
 
     static constexpr std::size_t kErrorTextSize = 256;  // CURL_ERROR_SIZE
 

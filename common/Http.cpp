@@ -26,6 +26,7 @@ using Clock = std::chrono::steady_clock;
 using PostBody = std::span<const unsigned char>;
 
 constexpr long kMaxRedirects = 5;
+constexpr long kStatusProxyRefuses = 407;  // RFC 9110 15.5.8
 constexpr long kRedirectKeepsPost = 3;     // CURL_REDIR_POST_301 | CURL_REDIR_POST_302
 constexpr long kTlsVersion12 = 6;          // CURL_SSLVERSION_TLSv1_2
 constexpr long kCheckHostName = 2;         // certificate must be issued for the host
@@ -136,6 +137,10 @@ constexpr int kServerFaults[] = {
     kCurlHttp2Stream,
 };
 
+bool IsSuccess(long status) {
+    return status >= 200 && status < 300;
+}
+
 ErrorCode TransferError(int curlCode) {
     const bool isServers = std::find(std::begin(kServerFaults), std::end(kServerFaults),
                                      curlCode) != std::end(kServerFaults);
@@ -179,6 +184,7 @@ class Transfer {
     void SetProxy(const HttpSettings& settings);
     void SetCallbacks();
     void SetProtocols(CurlOption textOption, CurlOption bitsOption, const ProtocolSet& set);
+    bool IsProxyRefusal(long status) const;
     void Judge(int code);
 
     static std::size_t OnBody(char* data, std::size_t size, std::size_t count, void* user) noexcept;
@@ -194,6 +200,7 @@ class Transfer {
     std::chrono::milliseconds m_progressInterval;
     Clock::time_point m_lastProgress = Clock::now();
     std::size_t m_sendSize = 0;
+    bool m_hasProxy = false;
     bool m_isHeaderComplete = false;  // of the answer that came last
     bool m_outOfMemory = false;       // in a callback, where nothing may be thrown
 };
@@ -248,6 +255,7 @@ void Transfer::SetProxy(const HttpSettings& settings) {
     if (type >= std::size(kProxyTypes) || settings.proxyPort == 0) {
         throw Exception(kErrParameters);
     }
+    m_hasProxy = true;
     m_curl.Set(kCurlProxy, ParseHost(settings.proxyAddress));
     m_curl.Set(kCurlProxyPort, static_cast<long>(settings.proxyPort));
     m_curl.Set(kCurlProxyType, kProxyTypes[type]);
@@ -320,6 +328,14 @@ void Transfer::Run() {
     LogMessage(kMsgHttpSent, {std::to_wstring(m_sink.Size())}, false);
 }
 
+// Whether the server was not even reached. A plain request's other statuses do not tell who sent
+// them.
+bool Transfer::IsProxyRefusal(long status) const {
+    const long tunnel = m_curl.TunnelStatus();
+    const bool hasNoTunnel = tunnel != 0 && !IsSuccess(tunnel);
+    return m_hasProxy && (hasNoTunnel || status == kStatusProxyRefuses);
+}
+
 // Logs and throws what went wrong; the exception's message is the detail.
 void Transfer::Judge(int code) {
     if (code == kCurlOk && !m_isHeaderComplete) {
@@ -327,10 +343,10 @@ void Transfer::Judge(int code) {
         code = kCurlPartialFile;
     }
     const long status = m_curl.Status();
-    const bool isSuccessStatus = status >= 200 && status < 300;
-    if (code == kCurlHttpReturnedError || (code == kCurlOk && !isSuccessStatus)) {
+    if (code == kCurlHttpReturnedError || (code == kCurlOk && !IsSuccess(status))) {
         LogMessage(kMsgHttpRequestError, {std::to_wstring(status), std::to_wstring(code)}, true);
-        throw Exception(kErrServer, L"HTTP " + std::to_wstring(status));
+        throw Exception(IsProxyRefusal(status) ? kErrConnection : kErrServer,
+                        L"HTTP " + std::to_wstring(status));
     }
     if (code != kCurlOk) {
         LogMessage(kMsgHttpNotSent, {std::to_wstring(code)}, true);

@@ -59,9 +59,9 @@ namespace Http {
 /// \param out        replaced on success only; the body in a malloc buffer, never null then.
 /// \param outLength  octets in `out`.
 /// Throws ca::Exception: 16268 for a URL or setting that is refused before anything is sent, 16302
-/// without libcurl, 16263 for no connection, a broken one, a time-out or a TLS failure, 16264 for a
-/// status outside 200 to 299, a redirect that is not followed, an answer that is not HTTP or a body
-/// larger than `maxBodySize`, 16197 when out of memory.
+/// without libcurl, 16263 for no connection, a broken one, a proxy that refuses, a time-out or a
+/// TLS failure, 16264 for a status outside 200 to 299, a redirect that is not followed, an answer
+/// that is not HTTP or a body larger than `maxBodySize`, 16197 when out of memory.
 void GetBlob(const std::wstring& url, const HttpSettings& settings, BytePtr& out,
              unsigned& outLength);
 

@@ -1,23 +1,10 @@
-#include "common/ConfigFileParser.h"
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
-#include "common/Exception.h"
-#include "common/Http.h"
-#include "common/Json.h"
-#include "common/Lng.h"
-#include "common/Log.h"
-#include "tests/common/HttpTestServer.h"
-
-#include <gmock/gmock.h>
+#include "tests/common/HttpFixture.h"
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <mutex>
 #include <thread>
-#include <unistd.h>
 
 namespace {
 
@@ -27,6 +14,7 @@ using ca_test::Connection;
 using ca_test::Endless;
 using ca_test::HttpTestServer;
 using ca_test::Identity;
+using ca_test::Narrow;
 using ca_test::RedirectTo;
 using ca_test::Request;
 using std::chrono::milliseconds;
@@ -34,75 +22,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-std::mutex logMutex;
-std::vector<std::wstring> logLines;
-
-bool KeepLine(const wchar_t* line, bool) {
-    const std::lock_guard lock(logMutex);
-    logLines.emplace_back(line);
-    return true;
-}
-
-std::wstring AllLines() {
-    const std::lock_guard lock(logMutex);
-    std::wstring all;
-    for (const std::wstring& line : logLines) {
-        all += line + L'\n';
-    }
-    return all;
-}
-
-const std::string kOk = ca_test::Ok("hello");
-
-std::string Narrow(const std::wstring& ascii) {
-    return std::string(ascii.begin(), ascii.end());
-}
-
-class HttpTest : public testing::Test {
-  protected:
-    void SetUp() override {
-        std::vector<std::wstring> customTexts;
-        LogInit(KeepLine, customTexts);
-        logLines.clear();
-        SetZORNALng(L"en");
-        m_settings.totalTimeoutMs = 10000;
-    }
-    void TearDown() override {
-        std::vector<std::wstring> customTexts;
-        LogInit(nullptr, customTexts);
-        SetZORNALng(L"ru");
-    }
-
-    /// The body, or "error <code>".
-    std::string Fetch(const std::wstring& url) {
-        ca::BytePtr body;
-        unsigned length = 77;
-        try {
-            ca::Http::GetBlob(url, m_settings, body, length);
-        } catch (const ca::Exception& e) {
-            EXPECT_FALSE(body) << "a failure leaves the result as it was";
-            EXPECT_EQ(77U, length);
-            return "error " + std::to_string(e.errorCode);
-        }
-        EXPECT_TRUE(body);
-        return std::string(body.Get(), body.Get() + length);
-    }
-
-    /// Empty after success, otherwise the exception's message; its code must be 16305.
-    std::wstring Send(const std::wstring& url, std::string_view text) {
-        const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
-        try {
-            ca::Http::Upload(url, {bytes, text.size()}, m_settings, m_settings.totalTimeoutMs);
-        } catch (const ca::Exception& e) {
-            EXPECT_EQ(ca::kErrUpload, e.errorCode);
-            return e.message;
-        }
-        return {};
-    }
-
-    ca::HttpSettings m_settings;
-};
 
 struct AnswerCase {
     const char* name;
@@ -293,26 +212,6 @@ TEST_F(HttpTest, KeepsABrokenPipeFromTheProcess) {
     EXPECT_EQ(0, sigismember(&pending, SIGPIPE));
 }
 
-class HttpsTest : public HttpTest {
-  protected:
-    void SetUp() override {
-        HttpTest::SetUp();
-        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-        m_caFile = std::filesystem::temp_directory_path() /
-                   ("http_ca_" + name + "_" + std::to_string(getpid()) + ".pem");
-        std::ofstream(m_caFile) << m_root.Pem();
-        m_settings.caFile = m_caFile.wstring();
-    }
-    void TearDown() override {
-        std::filesystem::remove(m_caFile);
-        HttpTest::TearDown();
-    }
-
-    const Identity m_root = ca_test::MakeRoot();
-    const Identity m_server = ca_test::MakeServer(m_root, "IP:127.0.0.1");
-    std::filesystem::path m_caFile;
-};
-
 TEST_F(HttpsTest, TalksToATrustedServerOnly) {
     const HttpTestServer trusted(Canned(kOk), &m_server);
     EXPECT_EQ("hello", Fetch(trusted.Url()));
@@ -393,53 +292,6 @@ TEST_F(HttpTest, ReportsAFailedUploadWithItsReason) {
     const HttpTestServer endless(
         Endless("HTTP/1.1 200 OK\r\n\r\n", std::string(65536, 'x'), milliseconds(0)));
     EXPECT_THAT(Send(endless.Url(), "x"), StartsWith(text));
-}
-
-TEST_F(HttpTest, AsksTheProxyAndProvesItself) {
-    const HttpTestServer proxy([](Connection& connection, const Request& request) {
-        const bool isKnown =
-            request.head.find("Proxy-Authorization: Basic dXNlcjpwOndvcmQ=") != std::string::npos;
-        connection.Write(isKnown ? kOk
-                                 : "HTTP/1.1 407 Who\r\nProxy-Authenticate: Basic realm=\"x\"\r\n"
-                                   "Content-Length: 0\r\nConnection: close\r\n\r\n");
-    });
-    m_settings.proxyAddress = L"127.0.0.1";
-    m_settings.proxyPort = proxy.Port();
-    EXPECT_EQ("error 16264", Fetch(L"http://host.invalid/x"));
-    m_settings.proxyLogin = L"user";
-    m_settings.proxyPassword = L"p:word";
-    EXPECT_EQ("hello", Fetch(L"http://host.invalid/x"));
-    EXPECT_THAT(proxy.Requests().back().head, StartsWith("GET http://host.invalid/x HTTP/1.1\r\n"));
-    EXPECT_THAT(AllLines(), Not(HasSubstr(L"p:word")));
-
-    m_settings.proxyAddress = L"127.0.0.1\r\n";
-    EXPECT_EQ("error 16268", Fetch(L"http://host.invalid/x"));
-}
-
-TEST_F(HttpTest, TakesProxyAndTimeOutFromTheConfiguration) {
-    ca::ConfigFileParser config;
-    EXPECT_TRUE(ca::HttpSettings::FromConfig(config).proxyAddress.empty());
-    ca::JsonDocument document;
-    document.Parse<ca::kJsonParseFlags>(
-        R"({"ProxyAddress": "a", "ProxyPort": 65535, "ProxyType": 3, "ProxyLogin": "l",
-            "ProxyPassword": "p", "GeneralTimeout": 2147483647})");
-    config.FromJson(document);
-
-    const ca::HttpSettings settings = ca::HttpSettings::FromConfig(config);
-    EXPECT_EQ(L"a", settings.proxyAddress);
-    EXPECT_EQ(65535, settings.proxyPort);
-    EXPECT_EQ(ca::ProxyType::kSocks5, settings.proxyType);
-    EXPECT_EQ(L"l", settings.proxyLogin);
-    EXPECT_EQ(L"p", settings.proxyPassword);
-    EXPECT_EQ(2147483647U, settings.totalTimeoutMs);
-}
-
-TEST_F(HttpTest, IgnoresTheProxyOfTheEnvironment) {
-    const HttpTestServer server(Canned(kOk));
-    const ClosedPort port;
-    setenv("http_proxy", Narrow(port.Url()).c_str(), 1);
-    EXPECT_EQ("hello", Fetch(server.Url()));
-    unsetenv("http_proxy");
 }
 
 TEST_F(HttpTest, ServesManyThreadsAtOnce) {

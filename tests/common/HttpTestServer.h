@@ -40,6 +40,8 @@ class Connection {
     std::string Read();
     /// False when the client is gone.
     bool Write(std::string_view data);
+    /// For reading and writing past this object; plain connections only.
+    int Socket() const { return m_socket; }
 
   private:
     int m_socket;
@@ -90,6 +92,10 @@ class HttpTestServer {
     std::list<std::thread> m_workers;
     std::thread m_acceptor;
 };
+
+inline std::string Narrow(const std::wstring& ascii) {
+    return std::string(ascii.begin(), ascii.end());
+}
 
 /// An answer of status 200 with its length.
 std::string Ok(const std::string& body);

@@ -18,13 +18,10 @@ using ca_test::Connection;
 using ca_test::Endless;
 using ca_test::HttpTestServer;
 using ca_test::Identity;
+using ca_test::Narrow;
 using ca_test::Request;
 using std::chrono::milliseconds;
 using testing::HasSubstr;
-
-std::string Narrow(const std::wstring& ascii) {
-    return std::string(ascii.begin(), ascii.end());
-}
 
 class TransferTest : public LibraryTest {
   protected:
