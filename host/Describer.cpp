@@ -170,11 +170,10 @@ CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
     try {
         std::string content = ReadFile(file.path);
         const FileGuess guess = GuessFile(content);
-        const std::string& payload = guess.inner ? *guess.inner : content;
         for (const Description each : guess.order) {
             CRequestBuilder builder;
             builder.Set("mode", std::to_string(ModeOf(each)));
-            CRequest request{.octets = builder.Build(&payload, PayloadForm::kBinary)};
+            CRequest request{.octets = builder.Build(&content, PayloadForm::kBinary)};
             Outcome next = Judge(each, m_module.Ask(request));
             if (next.IsGood() || !outcome.answer) {
                 outcome = std::move(next);

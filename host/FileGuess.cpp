@@ -124,9 +124,8 @@ FileGuess GuessFile(std::string& content) {
         if (!first && LooksLikeCrl(root)) {
             first = Description::kCrl;
         }
-        if (!first && GuessMessage(Child(root, 1)) == Description::kSignature) {
-            first = Description::kSignature;
-            guess.inner = AsText(Child(root, 1).raw);
+        if (!first) {
+            first = GuessMessage(Child(root, 1));  // the token of a time-stamp response
         }
         if (!first) {
             first = GuessLabel(items[0].label);

@@ -3,7 +3,6 @@
 #include "host/OtherKind.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,8 +18,6 @@ std::uint32_t ModeOf(Description description);
 struct FileGuess {
     /// All descriptions, the likeliest first.
     std::vector<Description> order;
-    /// What to hand in instead of the file: the token of a time-stamp response (RFC 3161 2.4.2).
-    std::optional<std::string> inner;
     /// What the file seems to be when no operation describes it; null for nothing known.
     const OtherKind* other = nullptr;
 };

@@ -13,6 +13,7 @@
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/SignatureParts.h"
 
 #include <algorithm>
 #include <memory>
@@ -208,12 +209,47 @@ bool LooksLikeSignedData(const CAsn1Element& element) {
            ca::Child(ca::Child(element, 2), 0).tag == kAsn1ObjectIdentifier;
 }
 
+// TimeStampResp ::= SEQUENCE {                                          RFC 3161, 2.4.2
+//     status          PKIStatusInfo,     -- SEQUENCE { status INTEGER, ... }
+//     timeStampToken  ContentInfo OPTIONAL }
+// The token of a response that grants one; without octets for anything else.
+CAsn1Element GrantedToken(const CAsn1Element& response) {
+    constexpr std::uint32_t kGrantedWithMods = 1;
+    const CAsn1Element status = ca::Child(ca::Child(response, 0), 0);
+    std::uint32_t number = 0;
+    const bool isGranted = status.tag == kAsn1Integer && ca::ReadSmallInteger(status, number) &&
+                           number <= kGrantedWithMods;
+    return isGranted ? ca::Child(response, 1) : CAsn1Element();
+}
+
+// A time-stamp token has one signer, and what it stamps is its content: told with the type of that.
+void AddTimeStamp(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
+    const std::wstring contentType = ca::FindOidByShortName("id-contentType")->dotted;
+    const auto extension = std::ranges::find(record.extensions, contentType,
+                                             [](const auto& each) { return each->extensionOid; });
+    if (extension == record.extensions.end()) {
+        return;
+    }
+    ca::CTextLines lines;
+    lines.Block((*extension)->extensionInterpretedString);
+    const ca::CTextLines::Level level(lines);
+    try {
+        ca::SayTimeStamp(content, lines);
+    } catch (const ca::Exception& fault) {
+        ca::AddError(record.signCert.error, fault.message);
+    }
+    (*extension)->extensionInterpretedString = lines.Take();
+}
+
 }  // namespace
 
 namespace ca {
 
 std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
-    const CAsn1Element outer = FirstElement(object);
+    CAsn1Element outer = FirstElement(object);
+    if (const CAsn1Element token = GrantedToken(outer); !token.raw.empty()) {
+        outer = token;
+    }
     const OidInfo* type = FindOid(ContentIf(Child(outer, 0), kAsn1ObjectIdentifier));
     if (type != nullptr && type->shortName == std::string_view("id-signedData")) {
         const CAsn1Element signedData = Child(Child(outer, 1), 0);
@@ -247,6 +283,9 @@ std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& si
                               signatures, error);
     } else {
         signatures.items.emplace_back(describer.NewRecord());
+    }
+    if (content != nullptr && signatures.items.size() == before + 1) {
+        AddTimeStamp(*content, *signatures.items.back());
     }
     if (signatures.items.size() > before) {
         AddError(signatures.items[before]->signCert.error, error);

@@ -13,8 +13,9 @@ inline constexpr std::size_t kMaxSignatures = 10000;
 /// Countersignatures nested in one another that are described.
 inline constexpr unsigned kMaxCountersigned = 16;
 
-/// The SignedData (RFC 5652 5.1, RFC 2315 9.1) in one object: a ContentInfo's, or the object
-/// itself. A view; empty when there is none.
+/// The SignedData (RFC 5652 5.1, RFC 2315 9.1) in one object: a ContentInfo's, that of the token in
+/// a time-stamp response which grants one (RFC 3161 2.4.2), or the object itself. A view; empty
+/// when there is none.
 std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 
 /// Describes the signatures of a message, in order; countersignatures are nested. Nothing is
@@ -25,8 +26,7 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 /// Costs are linear in the octets but for the certificate that many signatures name: it is
 /// described again only as far as that adds a few times the message.
 /// \param object      what may hold a message, see FindSignedData(); kept as it is. Offsets in
-/// texts
-///                    count from its first octet.
+///                    texts count from its first octet.
 /// \param signatures  gets a record a signer, at most kMaxSignatures with all that is nested.
 /// \return whether the message encloses its content, be it empty; none for no signed data.
 std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures);

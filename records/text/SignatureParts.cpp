@@ -67,15 +67,6 @@ void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
     }
 }
 
-void SayContent(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
-    if (content.EContent() != nullptr && IsType(content.EContentType(), "id-ct-TSTInfo")) {
-        std::vector<unsigned char> info = OctetStringOf(content.EContent());
-        SayTstInfo(info, lines);
-    } else {
-        lines.Line(kMsgContent, ca::OidWithName(OctetsOf(content.EContentType())));
-    }
-}
-
 // The value of the signed attribute signingTime; without octets when there is none.
 CAsn1Element SigningTimeOf(const CAsn1SignerInfo& signer) {
     if (signer.SignedAttrs() == nullptr) {
@@ -142,6 +133,15 @@ void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines) {
     }
 }
 
+bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
+    if (content.EContent() == nullptr || !IsType(content.EContentType(), "id-ct-TSTInfo")) {
+        return false;
+    }
+    std::vector<unsigned char> info = OctetStringOf(content.EContent());
+    SayTstInfo(info, lines);
+    return true;
+}
+
 void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines) {
     const CDecoded<CAsn1ContentInfo> message(contentInfo, Asn1Blocks::kRead);
     if (message->Content() == nullptr) {
@@ -149,7 +149,10 @@ void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines) {
     }
     const CDecoded<CAsn1SignedData> signedData(Changeable(message->Content()->Raw()),
                                                Asn1Blocks::kRead);
-    SayContent(*signedData->EncapContentInfo(), lines);
+    const CAsn1EncapsulatedContentInfo& content = *signedData->EncapContentInfo();
+    if (!SayTimeStamp(content, lines)) {
+        lines.Line(kMsgContent, OidWithName(OctetsOf(content.EContentType())));
+    }
     SayEach(*signedData->SignerInfos(), lines,
             [&](const CAsn1SignerInfo& signer) { SaySigner(signer, lines); });
     if (signedData->Certificates() != nullptr) {

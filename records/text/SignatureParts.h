@@ -5,6 +5,7 @@
 
 #include <string>
 
+class CAsn1EncapsulatedContentInfo;
 class CAsn1IssuerAndSerialNumber;
 class CAsn1IssuerSerial;
 class CAsn1OctetString;
@@ -35,6 +36,10 @@ void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines);
 
 /// Says a signer: its identifier, its algorithms and, where it is signed, the time.
 void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines);
+
+/// Says what a time-stamp token stamps (RFC 3161 2.4.2) when this is its content; false for other
+/// content, which says nothing. Throws ca::Exception for one that cannot be read.
+bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines);
 
 /// Says a signed message that is an attribute's value: a time-stamp token (RFC 3161 2.4.2) with
 /// what it stamps, or what any other message holds; its signers and the count of certificates.

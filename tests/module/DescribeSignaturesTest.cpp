@@ -64,7 +64,8 @@ class Messages {
             " && openssl crl2pkcs7 -nocrl -certfile ann.pem -outform DER -out bundle.der"
             " && echo 01 > serial && openssl ts -query -data letter.txt -sha256 -cert -out query"
             " && openssl ts -reply -config ts.ini -queryfile query -signer rsa.pem -inkey rsa.key"
-            " -token_out -out token.der";
+            " -token_out -out token.der && openssl ts -reply -config ts.ini -queryfile query"
+            " -signer rsa.pem -inkey rsa.key -out response.der";
         m_isMade = std::system(script.c_str()) == 0;  // NOLINT(cert-env33-c): a test's own script
     }
 
@@ -176,6 +177,19 @@ TEST_F(DescribeSignaturesTest, AgreesWithOpenSslOnItsMessages) {
             }
             EXPECT_EQ(c.subjects, subjects);
         }
+    }
+}
+
+TEST_F(DescribeSignaturesTest, TellsWhatATimeStampStamps) {
+    for (const char* file : {"token.der", "response.der"}) {
+        SCOPED_TRACE(file);
+        const Answer answer = Describe(kGetSignInfo, Messages::Get().Read(file));
+        ASSERT_EQ(0U, answer.Code());
+        const std::string text =
+            Text(answer.json["signInfo"][0]["Extensions"][0], "ExtensionInterpretedString");
+        EXPECT_TRUE(
+            text.starts_with("Time-stamp token information (1.2.840.113549.1.9.16.1.4)\n  Time: "));
+        EXPECT_NE(std::string::npos, text.find("\n  Policy: 1.2.3.4\n  Serial: 0")) << text;
     }
 }
 

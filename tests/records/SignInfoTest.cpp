@@ -252,6 +252,19 @@ TEST_F(SignInfoTest, TellsSignedDataFromOtherObjects) {
     for (Octets* other : {&data, &empty, &certificate, &message}) {
         EXPECT_TRUE(ca::FindSignedData(*other).empty());
     }
+    const auto response = [](unsigned char status, const Octets& token) {
+        return Tlv(0x30, {Tlv(0x30, {Serial(status), Tlv(0x30, Tlv(0x0C, Text("why")))}), token});
+    };
+    const Octets token = Message({}, Signer(ById(1)));
+    for (const unsigned char status : Octets{0, 1}) {
+        Octets granted = response(status, token);
+        EXPECT_EQ(found.size(), ca::FindSignedData(granted).size());
+    }
+    Octets refused = response(2, token);
+    Octets granted = response(0, {});
+    for (Octets* other : {&refused, &granted}) {
+        EXPECT_TRUE(ca::FindSignedData(*other).empty());
+    }
     const Octets noSigners = Tlv(0x30, {Serial(1), Tlv(0x31, kSha256), Tlv(0x30, kData)});
     const Described described = Describe(noSigners);
     ASSERT_EQ(1U, described.list.items.size()) << "a fault must be seen";
