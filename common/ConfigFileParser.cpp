@@ -318,12 +318,16 @@ std::wstring ConfigFileParser::GetLogDir(ConfigType type) {
     return type == kConfigUser ? GetConfigDir(type) + L"/log" : L"/var/log/ZORNA";
 }
 
-bool ConfigFileParser::ReadConfig(std::wstring& errorText, bool silent) {
+std::vector<std::wstring> ConfigFileParser::SearchPaths() {
     const char* const given = ::secure_getenv("MOD_FOO_CONFIG");
-    const Findings findings =
-        given != nullptr && *given != '\0'
-            ? LoadFirst({PathToWString(given)})
-            : LoadFirst({GetConfigPath(kConfigUser), GetConfigPath(kConfigSystem)});
+    if (given != nullptr && *given != '\0') {
+        return {PathToWString(given)};
+    }
+    return {GetConfigPath(kConfigUser), GetConfigPath(kConfigSystem)};
+}
+
+bool ConfigFileParser::ReadConfig(std::wstring& errorText, bool silent) {
+    const Findings findings = LoadFirst(SearchPaths());
     SetZORNALng(m_settings.Language.c_str());
     errorText = findings.Describe(silent);
     return findings.IsRead();

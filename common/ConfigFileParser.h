@@ -40,9 +40,12 @@ class ConfigFileParser : public ISerializable {
     /// "log" in the user's configuration directory, or "/var/log/ZORNA".
     static std::wstring GetLogDir(ConfigType type);
 
+    /// The files that ReadConfig() looks for, in order: the one that the environment variable
+    /// MOD_FOO_CONFIG names (a set-uid process ignores it), or else the user's and the machine's.
+    static std::vector<std::wstring> SearchPaths();
+
     /// Finds and reads the service's own configuration and selects the language of all texts by its
-    /// `Language`. The user's file wins over the machine's. The environment variable MOD_FOO_CONFIG
-    /// names another file to read instead of both; a set-uid process ignores it.
+    /// `Language`. The first of SearchPaths() that exists counts.
     /// \param errorText  what was wrong, for a person to read; left empty when nothing was.
     /// \param silent     nobody will see the text: single wrong values are not put into it.
     /// \return false when no file could be read, so that every setting has its default. True with

@@ -4,9 +4,11 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "common/PKIConfigFileParser.h"
 
 #include <algorithm>
 #include <cwchar>
+#include <initializer_list>
 #include <iterator>
 #include <optional>
 #include <variant>
@@ -32,6 +34,13 @@ constexpr wchar_t Upper(wchar_t c) {
 bool SameName(std::wstring_view a, std::wstring_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](wchar_t x, wchar_t y) { return Upper(x) == Upper(y); });
+}
+
+// The item of that name that counts: the last.
+template <class Items>
+auto FindItem(Items& items, std::wstring_view name) {
+    return std::find_if(items.rbegin(), items.rend(),
+                        [&](const auto& item) { return SameName(item.first, name); });
 }
 
 bool IsName(std::wstring_view name) {
@@ -135,7 +144,7 @@ void AppendValue(const std::wstring& value, std::wstring& text) {
     text += L'"';
 }
 
-// What the base text takes from the configuration, in order.
+// What the base text takes from the service configuration, in order.
 using NumberOf = int (ConfigFileParser::*)() const noexcept;
 using FlagOf = bool (ConfigFileParser::*)() const noexcept;
 using TextOf = const std::wstring& (ConfigFileParser::*)() const noexcept;
@@ -177,6 +186,54 @@ void AddValue(InitString& items, const wchar_t* name, int value) {
     items.AddUnsigned(name, static_cast<unsigned>(value));  // no setting is negative
 }
 
+// The first that answers for every issuer; those of one issuer have no place in a flat text.
+template <class Source>
+std::wstring CommonUrl(const std::vector<Source>& sources) {
+    const auto found = std::find_if(sources.begin(), sources.end(),
+                                    [](const Source& source) { return source.issuer.empty(); });
+    return found != sources.end() ? found->url : std::wstring();
+}
+
+using Values = std::initializer_list<std::pair<const wchar_t*, std::wstring>>;
+
+// An empty value leaves the item as it was.
+void SetItems(InitString& items, Values values) {
+    for (const auto& [name, value] : values) {
+        if (!value.empty()) {
+            items.Set(name, value);
+        }
+    }
+}
+
+// What the base text takes from a PKI file.
+void SetPkiItems(InitString& items, const ca::PkiSettings& pki) {
+    using std::to_wstring;
+    SetItems(items, {
+                        {L"OCSP_CHECK", to_wstring(pki.ocsp.enabled)},
+                        {L"OCSP_INET_TIMEOUT", to_wstring(pki.ocsp.timeout)},
+                        {L"OCSP_URL", CommonUrl(pki.ocsp.responders)},
+                        {L"OCSP_NONCE", to_wstring(pki.ocsp.nonce)},
+                        {L"OCSP_CACHE_TIME", to_wstring(pki.ocsp.cacheTime)},
+                        {L"CRL_CHECK", to_wstring(pki.crl.enabled)},
+                        {L"CRL_INET_TIMEOUT", to_wstring(pki.crl.timeout)},
+                        {L"CRL_CUSTOM_ONLY", to_wstring(!pki.crl.useCertificatePoints)},
+                        {L"CRL_URL", CommonUrl(pki.crl.sources)},
+                        {L"CRL_CACHE_TIME", to_wstring(pki.crl.cacheTime)},
+                        {L"CRL_MAX_SIZE", to_wstring(pki.crl.maxSize)},
+                        {L"CERT_CHECK_EXPIRED", to_wstring(pki.policies.signing.checkTime)},
+                    });
+    if (!pki.tsp.servers.empty()) {
+        const ca::PkiTspServer& first = pki.tsp.servers.front();
+        SetItems(items, {
+                            {L"TSP_URL", first.url},
+                            {L"TSP_INET_TIMEOUT", to_wstring(first.timeout)},
+                            {L"TSP_POLICY", first.policy},
+                            {L"TSP_DIGEST", first.digest},
+                            {L"TSP_CERT_REQ", to_wstring(first.requestCertificate)},
+                        });
+    }
+}
+
 }  // namespace
 
 namespace ca {
@@ -205,9 +262,17 @@ void InitString::AddUnsigned(std::wstring_view name, std::uint64_t value) {
     Add(name, std::to_wstring(value));
 }
 
+void InitString::Set(std::wstring_view name, std::wstring_view value) {
+    const auto found = FindItem(m_items, name);
+    if (found != m_items.rend()) {
+        found->second = value;
+    } else {
+        Add(name, value);
+    }
+}
+
 const std::wstring* InitString::Find(std::wstring_view name) const noexcept {
-    const auto found = std::find_if(m_items.rbegin(), m_items.rend(),
-                                    [&](const Item& item) { return SameName(item.first, name); });
+    const auto found = FindItem(m_items, name);
     return found != m_items.rend() ? &found->second : nullptr;
 }
 
@@ -259,7 +324,7 @@ std::wstring InitString::ToLogString() const {
     return shown.ToString();
 }
 
-std::wstring BuildBaseInitString(const ConfigFileParser& config) {
+std::wstring BuildBaseInitString(const ConfigFileParser& config, const PKIConfigFileParser& pki) {
     InitString items;
     const bool hasProxy = !config.GetProxyAddress().empty();
     for (const BaseItem& item : kBaseItems) {
@@ -267,6 +332,9 @@ std::wstring BuildBaseInitString(const ConfigFileParser& config) {
             std::visit([&](auto getter) { AddValue(items, item.name, (config.*getter)()); },
                        item.value);
         }
+    }
+    if (!pki.SourcePath().empty()) {
+        SetPkiItems(items, pki.Settings());
     }
     return items.ToString();
 }

@@ -9,6 +9,7 @@
 namespace ca {
 
 class ConfigFileParser;
+class PKIConfigFileParser;
 
 /// The parameter text of a call: `NAME=value;` items, such as
 /// `TSP_INET_TIMEOUT=30000;TSP_URL="http://tsp.example/?a;b";`. docs/init-strings.md has the
@@ -31,6 +32,8 @@ class InitString {
     /// Adds one item, any value. Throws 16268 for a name outside the grammar.
     void Add(std::wstring_view name, std::wstring_view value);
     void AddUnsigned(std::wstring_view name, std::uint64_t value);
+    /// Gives the item that counts another value; adds one where there is none. Throws as Add().
+    void Set(std::wstring_view name, std::wstring_view value);
 
     const std::vector<Item>& Items() const noexcept { return m_items; }
     /// The value that counts; null when there is no item of that name. Until the next change.
@@ -52,8 +55,10 @@ class InitString {
 };
 
 /// The parameter text that every call starts from: time-outs, revocation checks, proxy and
-/// certificate inclusion of the configuration. Ends in a semicolon, so that a call's own items are
-/// put right behind it. Holds the proxy's password: log it through InitString::ToLogString() only.
-std::wstring BuildBaseInitString(const ConfigFileParser& config);
+/// certificate inclusion of the configuration. Where a PKI file was read, what it says of servers,
+/// time-outs and caching comes in place of the service configuration's or is added; otherwise `pki`
+/// changes nothing. Ends in a semicolon, so that a call's own items are put right behind it. Holds
+/// the proxy's password: log it through InitString::ToLogString() only.
+std::wstring BuildBaseInitString(const ConfigFileParser& config, const PKIConfigFileParser& pki);
 
 }  // namespace ca

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <iterator>
 #include <type_traits>
 #include <utility>
@@ -344,21 +345,58 @@ class Writer {
 
 namespace ca {
 
+void PKIConfigFileParser::ClearAll() {
+    m_settings = {};
+    m_sourcePath.clear();
+}
+
 std::wstring PKIConfigFileParser::GetConfigPath(const std::wstring& serviceConfigPath) {
-    const std::size_t slash = serviceConfigPath.rfind(L'/');
-    const std::wstring directory = slash != std::wstring::npos
-                                       ? serviceConfigPath.substr(0, slash + 1)
-                                       : ConfigFileParser::GetConfigDir(kConfigUser) + L'/';
-    return directory + L"QetCryptoSvcPKIConfig.json";
+    return serviceConfigPath.substr(0, serviceConfigPath.rfind(L'/') + 1) +
+           L"QetCryptoSvcPKIConfig.json";
+}
+
+PkiSettings PKIConfigFileParser::ServiceDefaults(const ConfigFileParser& service) {
+    PkiSettings settings;
+    settings.crl.timeout = service.GetCRLTimeout();
+    settings.crl.useCertificatePoints = !service.GetUseOnlyCustomCDPs();
+    settings.ocsp.enabled = service.GetCheckOCSP();
+    settings.ocsp.timeout = service.GetOCSPTimeout();
+    settings.policies.signing.checkTime = service.GetCheckSignCertExpired();
+    return settings;
+}
+
+bool PKIConfigFileParser::ReadConfig(const ConfigFileParser& service, std::wstring& errorText,
+                                     bool silent) {
+    ClearAll();
+    m_settings = ServiceDefaults(service);
+    if (const char* const given = ::secure_getenv("MOD_FOO_PKI_CONFIG");
+        given != nullptr && *given != '\0') {
+        return Load(PathToWString(given), /*mustExist=*/true, errorText, silent);
+    }
+    const std::wstring& source = service.SourcePath();
+    for (const std::wstring& path :
+         source.empty() ? ConfigFileParser::SearchPaths() : TextList{source}) {
+        const bool wasRead = Load(GetConfigPath(path), /*mustExist=*/false, errorText, silent);
+        if (!wasRead || !m_sourcePath.empty()) {
+            return wasRead;
+        }
+    }
+    return true;
 }
 
 bool PKIConfigFileParser::ParseConfigFile(const std::wstring& path, std::wstring& errorText,
                                           bool silent) {
     ClearAll();
+    return Load(path, /*mustExist=*/false, errorText, silent);
+}
+
+// Reads one file over the defaults that the settings hold.
+bool PKIConfigFileParser::Load(const std::wstring& path, bool mustExist, std::wstring& errorText,
+                               bool silent) {
     errorText.clear();
     std::string content;
     const FileStatus status = ReadConfigText(path, content);
-    if (status == FileStatus::kMissing) {
+    if (status == FileStatus::kMissing && !mustExist) {
         return true;
     }
     if (status != FileStatus::kDone) {
@@ -375,6 +413,7 @@ bool PKIConfigFileParser::ParseConfigFile(const std::wstring& path, std::wstring
                     std::to_wstring(offset != std::string::npos ? offset : 0);
         return false;
     }
+    m_sourcePath = path;
     Faults faults(/*strict=*/false);
     Reader reader(document, nullptr, faults);
     VisitFields(reader, m_settings);

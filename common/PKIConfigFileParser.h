@@ -30,16 +30,28 @@ enum class RevocationCheck : int {
 // clang-format on
 #include "common/PkiSettingTable.inc"
 
+class ConfigFileParser;
+
 /// The PKI configuration: a JSON file beside the service configuration, or a record of the same
 /// form. Takes no lock; an object that nobody writes may be read from any thread.
 class PKIConfigFileParser : public ISerializable {
   public:
     /// Restores every default.
-    void ClearAll() { m_settings = {}; }
+    void ClearAll();
 
-    /// "QetCryptoSvcPKIConfig.json" in the directory of the service configuration's file; in the
-    /// user's configuration directory when that path is empty.
+    /// "QetCryptoSvcPKIConfig.json" in the directory of that service configuration.
     static std::wstring GetConfigPath(const std::wstring& serviceConfigPath);
+
+    /// Finds and reads the file that belongs to a service configuration: the one beside it; where
+    /// no service configuration was read, the first that exists beside the places where one is
+    /// looked for. The environment variable MOD_FOO_PKI_CONFIG names another file instead, which
+    /// then must exist; a set-uid process ignores it. Keys that the service configuration has too
+    /// (see ServiceDefaults()) default to its values. Otherwise as ParseConfigFile().
+    bool ReadConfig(const ConfigFileParser& service, std::wstring& errorText, bool silent);
+
+    /// The defaults, with what the service configuration says of time-outs, OCSP, distribution
+    /// points and validity periods.
+    static PkiSettings ServiceDefaults(const ConfigFileParser& service);
 
     /// Reads the file. A file that is missing is no fault: the PKI configuration is optional. A
     /// wrong value gets its default, a wrong entry of a list is left out, the rest is honoured.
@@ -61,9 +73,14 @@ class PKIConfigFileParser : public ISerializable {
     int GetType() const override { return kTypePkiConfig; }
 
     const PkiSettings& Settings() const noexcept { return m_settings; }
+    /// The file that was read last; empty when none could be.
+    const std::wstring& SourcePath() const noexcept { return m_sourcePath; }
 
   private:
+    bool Load(const std::wstring& path, bool mustExist, std::wstring& errorText, bool silent);
+
     PkiSettings m_settings;
+    std::wstring m_sourcePath;
 };
 
 }  // namespace ca

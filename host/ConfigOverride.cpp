@@ -3,6 +3,7 @@
 #include "host/FileIo.h"
 #include "host/HostError.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -10,33 +11,51 @@
 #include <sys/mman.h>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
 constexpr const char* kVariable = "MOD_FOO_CONFIG";
+constexpr const char* kPkiVariable = "MOD_FOO_PKI_CONFIG";
 constexpr const char* kName = "ZORNA/QetCryptoSvcConfig.ini";
+constexpr const char* kPkiName = "QetCryptoSvcPKIConfig.json";
 
-bool IsFile(const std::string& path) {
+bool IsFile(const std::filesystem::path& path) {
     std::error_code ignored;
     return std::filesystem::is_regular_file(path, ignored);
 }
 
-// The configuration that the module would read; "" when there is none.
-std::string FindConfig() {
-    if (const char* const given = std::getenv(kVariable); given != nullptr && *given != '\0') {
-        return IsFile(given) ? given : "";
+std::string Variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+// Where the module looks for its configuration, in order.
+std::vector<std::string> SearchPaths() {
+    if (std::string given = Variable(kVariable); !given.empty()) {
+        return {given};
     }
-    const char* const home = std::getenv("HOME");
-    const std::string candidates[] = {
-        home != nullptr ? std::string(home) + "/.config/" + kName : "",
-        std::string("/etc/") + kName,
-    };
-    for (const std::string& candidate : candidates) {
-        if (IsFile(candidate)) {
-            return candidate;
-        }
+    const std::string home = Variable("HOME");
+    std::vector<std::string> paths = {std::string("/etc/") + kName};
+    if (!home.empty()) {
+        paths.insert(paths.begin(), home + "/.config/" + kName);
     }
-    return "";
+    return paths;
+}
+
+// The first of them that is there; "" when none is.
+std::string FirstFile(const std::vector<std::string>& paths) {
+    const auto found = std::find_if(paths.begin(), paths.end(), IsFile);
+    return found != paths.end() ? *found : "";
+}
+
+// The PKI configuration that belongs to the first of these configurations that has one; "" when
+// none does.
+std::string FindPkiConfig(std::vector<std::string> configs) {
+    for (std::string& path : configs) {
+        path = std::filesystem::absolute(path).replace_filename(kPkiName).string();
+    }
+    return FirstFile(configs);
 }
 
 [[noreturn]] void Fail() {
@@ -44,8 +63,8 @@ std::string FindConfig() {
                            std::string("cannot pass a configuration: ") + std::strerror(errno));
 }
 
-void Announce(const std::string& path) {
-    if (::setenv(kVariable, path.c_str(), /*overwrite=*/1) != 0) {
+void Announce(const char* variable, const std::string& path) {
+    if (::setenv(variable, path.c_str(), /*overwrite=*/1) != 0) {
         Fail();
     }
 }
@@ -54,19 +73,30 @@ void Announce(const std::string& path) {
 
 namespace host {
 
-CConfigOverride::CConfigOverride(const std::string& file, const std::string& language) {
+CConfigOverride::CConfigOverride(const std::string& file, const std::string& language,
+                                 const std::string& pkiFile) {
+    if (!pkiFile.empty()) {
+        Announce(kPkiVariable, std::filesystem::absolute(pkiFile).string());
+    }
     if (language.empty()) {
         if (!file.empty()) {
-            Announce(std::filesystem::absolute(file).string());
+            Announce(kVariable, std::filesystem::absolute(file).string());
         }
         return;
     }
-    const std::string found = file.empty() ? FindConfig() : file;
+    const std::vector<std::string> places =
+        file.empty() ? SearchPaths() : std::vector<std::string>{file};
+    const std::string found = FirstFile(places);
     std::string content = found.empty() ? "" : ReadFile(found);
     // A section may be opened again, and the last value of a repeated key holds.
     content += "\n[Service settings]\nLanguage=" + language + "\n";
     OpenCopy(content);
-    Announce("/proc/self/fd/" + std::to_string(m_copy));
+    Announce(kVariable, "/proc/self/fd/" + std::to_string(m_copy));
+    // Nothing lies beside the copy.
+    const std::string pki = FindPkiConfig(found.empty() ? places : std::vector<std::string>{found});
+    if (!pki.empty() && Variable(kPkiVariable).empty()) {
+        Announce(kPkiVariable, pki);
+    }
 }
 
 CConfigOverride::~CConfigOverride() {

@@ -5,16 +5,20 @@
 namespace host {
 
 /// Settings of the module that its interface has no argument for: they reach it through the
-/// environment variable MOD_FOO_CONFIG, which names the configuration file it reads when created.
+/// environment variables MOD_FOO_CONFIG and MOD_FOO_PKI_CONFIG, which name the configuration files
+/// it reads when created.
 class CConfigOverride {
   public:
-    /// Sets the variable; to be done before the module is created and before threads start.
+    /// Sets the variables; to be done before the module is created and before threads start.
     /// \param file      configuration to read; "" for the one the module finds by itself.
     /// \param language  "ru", "en", or "" for what the configuration says. With a language the
     ///                  module reads a copy of that configuration with `Language` replaced. The
-    ///                  copy is in memory and goes with this object.
+    ///                  copy is in memory and goes with this object; the PKI configuration
+    ///                  beside the original is read all the same.
+    /// \param pkiFile   PKI configuration to read; "" for the one the module finds by itself.
     /// Throws CHostError (usage) for a file that cannot be read.
-    CConfigOverride(const std::string& file, const std::string& language);
+    CConfigOverride(const std::string& file, const std::string& language,
+                    const std::string& pkiFile);
     CConfigOverride(const CConfigOverride&) = delete;
     CConfigOverride& operator=(const CConfigOverride&) = delete;
     ~CConfigOverride();

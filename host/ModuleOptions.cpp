@@ -35,6 +35,11 @@ void ModuleOptions::AddTo(CLI::App& command) {
         ->type_name("PATH");
     command.add_option("--config", config, "Configuration file that the module reads")
         ->check(CLI::ExistingFile);
+    command
+        .add_option("--pki-config", pkiConfig,
+                    "PKI configuration file that the module reads (default: the one beside its "
+                    "configuration)")
+        ->check(CLI::ExistingFile);
     AddLanguageOption(command, language);
     command.add_flag("--log", log,
                      "Show the module's log lines on the standard error, errors marked with !");
@@ -44,7 +49,7 @@ void ModuleOptions::AddTo(CLI::App& command) {
 }
 
 CLoadedModule::CLoadedModule(const ModuleOptions& options)
-    : m_config(options.config, options.language),
+    : m_config(options.config, options.language, options.pkiConfig),
       m_library(options.module),
       m_module((ShowLog(options.log), m_library), options.silent) {}
 

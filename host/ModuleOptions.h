@@ -11,9 +11,10 @@ namespace host {
 
 /// The options shared by every command that loads a module.
 struct ModuleOptions {
-    std::string module;    ///< "" for the search of CModuleLibrary
-    std::string config;    ///< "" for the one the module finds
-    std::string language;  ///< "ru", "en" or ""
+    std::string module;     ///< "" for the search of CModuleLibrary
+    std::string config;     ///< "" for the one the module finds
+    std::string pkiConfig;  ///< likewise
+    std::string language;   ///< "ru", "en" or ""
     bool log = false;
     bool silent = false;
 

@@ -35,6 +35,9 @@ CCallContext::~CCallContext() {
 const std::wstring& CCallContext::InitParams() {
     if (m_initParams.empty()) {
         std::wstring text = m_module->BaseInitParams();
+        if ((m_packet.request.present & ca::kPresentCertInclude) != 0) {
+            text += L"CERT_INCLUDE=" + std::to_wstring(m_packet.request.certInclude) + L';';
+        }
         if (!m_extInitParams.empty()) {
             text += ca::InitString(m_extInitParams).ToString();
         }

@@ -20,10 +20,10 @@ class CCallContext {
     /// The client whose context this call uses.
     const std::wstring& ClientId() const noexcept { return m_clientId; }
 
-    /// The parameter text of the call: the configuration's items, then the request's own, which
-    /// win. Put together at the first question, since most operations never ask. May hold
-    /// passwords, see ca::InitString::ToLogString().
-    /// Throws ca::Exception 16268 when the request's items break the grammar.
+    /// The parameter text of the call: the configuration's items, then the request's "certInclude"
+    /// and "extInitParams", which win. Put together at the first question, since most operations
+    /// never ask. May hold passwords, see ca::InitString::ToLogString(). Throws ca::Exception 16268
+    /// when the request's items break the grammar.
     const std::wstring& InitParams();
 
   private:

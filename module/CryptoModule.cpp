@@ -128,27 +128,41 @@ void CryptoModule::LogPayload(CryptPacket& packet) const {
 bool CryptoModule::ReadConfig() {
     std::wstring errorText;
     const bool wasRead = m_config.ReadConfig(errorText, m_silent);
+    WarnOfConfig(wasRead, errorText);
+    return true;
+}
+
+void CryptoModule::ReadPkiConfig() {
+    std::wstring errorText;
+    const bool wasRead = m_pkiConfig.ReadConfig(m_config, errorText, m_silent);
+    WarnOfConfig(wasRead, errorText);
+}
+
+// One warning for one file, unless nothing was wrong with it.
+void CryptoModule::WarnOfConfig(bool wasRead, const std::wstring& errorText) {
     if (m_silent || (wasRead && errorText.empty())) {
-        return true;
+        return;
     }
     std::wstring warning = SetZORNAMessage(kMsgConfigReadFailed) + errorText;
     if (!wasRead) {
         warning += SetZORNAMessage(kMsgUsingDefaults);
     }
     if (!MessageBoxWarning(warning, SetZORNAMessage(kMsgConfigReadCaption))) {
-        m_warning = std::move(warning);
+        m_warnings.push_back(std::move(warning));
     }
-    return true;
 }
 
-std::wstring CryptoModule::TakeWarning() {
-    std::vector<std::wstring> lines;
-    Split(std::exchange(m_warning, {}), L"\r\n", lines);
-    std::wstring joined;
-    for (const std::wstring& line : lines) {
-        joined += (joined.empty() ? L"" : L" ") + line;
+std::vector<std::wstring> CryptoModule::TakeWarnings() {
+    std::vector<std::wstring> taken = std::exchange(m_warnings, {});
+    for (std::wstring& warning : taken) {
+        std::vector<std::wstring> lines;
+        Split(warning, L"\r\n", lines);
+        warning.clear();
+        for (const std::wstring& line : lines) {
+            warning += (warning.empty() ? L"" : L" ") + line;
+        }
     }
-    return joined;
+    return taken;
 }
 
 }  // namespace ca
@@ -167,12 +181,13 @@ bool CCryptoModule::Init(LogCallback log) {
     if (!ReadConfig()) {
         return false;
     }
-    m_baseInitParams = ca::BuildBaseInitString(m_config);
+    ReadPkiConfig();
+    m_baseInitParams = ca::BuildBaseInitString(m_config, PkiConfig());
     std::vector<std::wstring> customTexts = m_config.GetCustomErrorHandlers();
     if (!LogInit(log, customTexts)) {
         return false;
     }
-    if (const std::wstring warning = TakeWarning(); !warning.empty()) {
+    for (const std::wstring& warning : TakeWarnings()) {
         LogEvent(warning.c_str(), true);
     }
     LogEvent(SetZORNAMessage(kMsgModuleInitialized), false);

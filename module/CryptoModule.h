@@ -2,12 +2,14 @@
 
 #include "common/ConfigFileParser.h"
 #include "common/Log.h"
+#include "common/PKIConfigFileParser.h"
 #include "module/ClientContext.h"
 #include "module/CryptPacket.h"
 #include "module/StreamArray.h"
 #include "module/mod_foo.h"
 
 #include <string>
+#include <vector>
 
 namespace ca {
 
@@ -29,10 +31,13 @@ class CryptoModule {
     static void AnswerFailure(CMPacket& packet) noexcept;
 
     /// Reads the service configuration. What is wrong with it is shown to the user, or kept for
-    /// TakeWarning() where nothing can be shown. Always true: defaults stand in.
+    /// TakeWarnings() where nothing can be shown. Always true: defaults stand in.
     bool ReadConfig();
+    /// The same for the PKI configuration that belongs to it.
+    void ReadPkiConfig();
 
     const ConfigFileParser& Config() const noexcept { return m_config; }
+    const PKIConfigFileParser& PkiConfig() const noexcept { return m_pkiConfig; }
 
   protected:
     // Deliberate: no virtual destructor here; the table of virtual operations is fixed, and nothing
@@ -40,16 +45,18 @@ class CryptoModule {
     explicit CryptoModule(bool silent) : m_silent(silent) {}
     ~CryptoModule() = default;
 
-    /// The warning that could not be shown, as one line; empty when there is none.
-    std::wstring TakeWarning();
+    /// The warnings that could not be shown, each as one line.
+    std::vector<std::wstring> TakeWarnings();
 
     bool m_silent;  ///< no user interface
     ConfigFileParser m_config;
 
   private:
     void LogPayload(CryptPacket& packet) const;
+    void WarnOfConfig(bool wasRead, const std::wstring& errorText);
 
-    std::wstring m_warning;
+    PKIConfigFileParser m_pkiConfig;
+    std::vector<std::wstring> m_warnings;
 };
 
 }  // namespace ca

@@ -24,7 +24,7 @@ _cmhost() {
         --client | --set | --path | --threads | --width)
             return
             ;;
-        --file | --json | --module | --config | --output | -o | --raw | --rebuild)
+        --file | --json | --module | --config | --pki-config | --output | -o | --raw | --rebuild)
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -f -- "$current")
             return

@@ -1,9 +1,12 @@
 #include "common/ConfigFileParser.h"
+#include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/InitString.h"
 #include "common/Lng.h"
+#include "common/PKIConfigFileParser.h"
 #include "tests/common/JsonText.h"
+#include "tests/common/TemporaryDir.h"
 
 #include <gtest/gtest.h>
 
@@ -90,6 +93,9 @@ TEST_F(InitStringTest, LastItemOfANameWins) {
     EXPECT_EQ(items.GetText(L"none", L"x"), L"x");
     EXPECT_EQ(items.Find(L"TSP_UR"), nullptr);
     EXPECT_EQ(items.Items().size(), 3U);
+    items.Set(L"TSP_URL", L"d");
+    items.Set(L"NEW", L"e");
+    EXPECT_EQ(items.ToString(), L"TSP_URL=a;tsp_url=b;Tsp_Url=d;NEW=e;");
 }
 
 TEST_F(InitStringTest, ReadsNumbersOfTheirRange) {
@@ -130,14 +136,14 @@ TEST_F(InitStringTest, HidesSecretsInTheLog) {
 
 TEST_F(InitStringTest, StartsFromTheConfiguration) {
     ca::ConfigFileParser config;
-    EXPECT_EQ(ca::BuildBaseInitString(config),
+    EXPECT_EQ(ca::BuildBaseInitString(config, {}),
               L"INET_TIMEOUT=30000;TSP_INET_TIMEOUT=30000;OCSP_INET_TIMEOUT=30000;OCSP_CHECK=0;"
               L"CRL_INET_TIMEOUT=30000;CRL_FORCE_DOWNLOAD=0;CRL_CUSTOM_ONLY=0;"
               L"CRL_IGNORE_UNKNOWN=0;CERT_INCLUDE=2;CERT_CHECK_EXPIRED=1;CERT_FULL_CHECK=0;");
 
     FromJsonText(config, R"({"TSPTimeout":2147483647,"TSPUrl":"http://a/;b","CheckOCSP":true,
         "ProxyAddress":"p","ProxyPassword":"\";INET_TIMEOUT=1;"})");
-    ca::InitString items(ca::BuildBaseInitString(config) + L"tsp_inet_timeout=5");
+    ca::InitString items(ca::BuildBaseInitString(config, {}) + L"tsp_inet_timeout=5");
     EXPECT_EQ(items.GetText(L"INET_TIMEOUT"), L"30000");
     EXPECT_EQ(items.GetText(L"TSP_INET_TIMEOUT"), L"5");
     EXPECT_EQ(items.GetText(L"TSP_URL"), L"http://a/;b");
@@ -145,6 +151,43 @@ TEST_F(InitStringTest, StartsFromTheConfiguration) {
     EXPECT_EQ(items.GetText(L"PROXY_PORT"), L"80");
     EXPECT_EQ(items.GetText(L"PROXY_PASSWORD"), L"\";INET_TIMEOUT=1;");
     EXPECT_EQ(items.Find(L"PROXY_LOGIN"), nullptr);
+}
+
+TEST_F(InitStringTest, TakesWhatAPkiFileSaysInPlaceOfTheConfiguration) {
+    ca::ConfigFileParser config;
+    FromJsonText(config, R"({"TSPTimeout":1,"OCSPTimeout":2,"CRLTimeout":0,"CheckOCSP":true,
+        "UseOnlyCustomCDPs":true,"TSPUrl":"old","CheckSignCertExpired":false})");
+    const std::wstring without = ca::BuildBaseInitString(config, {});
+    const TemporaryDir directory;
+    const auto build = [&](const char* file) {
+        const ScopedVariable path("MOD_FOO_PKI_CONFIG", directory.Write("p.json", file).c_str());
+        ca::PKIConfigFileParser pki;
+        std::wstring error;
+        pki.ReadConfig(config, error, /*silent=*/false);
+        return ca::BuildBaseInitString(config, pki);
+    };
+    // What the file does not say is the service configuration's.
+    EXPECT_EQ(build("{}"),
+              L"INET_TIMEOUT=30000;TSP_INET_TIMEOUT=1;TSP_URL=old;OCSP_INET_TIMEOUT=2;"
+              L"OCSP_CHECK=1;CRL_INET_TIMEOUT=0;CRL_FORCE_DOWNLOAD=0;"
+              L"CRL_CUSTOM_ONLY=1;CRL_IGNORE_UNKNOWN=0;CERT_INCLUDE=2;"
+              L"CERT_CHECK_EXPIRED=0;CERT_FULL_CHECK=0;OCSP_NONCE=1;"
+              L"OCSP_CACHE_TIME=300;CRL_CHECK=1;CRL_CACHE_TIME=3600;"
+              L"CRL_MAX_SIZE=67108864;");
+    EXPECT_EQ(build(R"({"crl": {"enabled": false, "useCertificatePoints": true, "timeout": 7,
+                                "maxSize": 9999, "cacheTime": 0, "sources": [
+                                {"url": "http://c/1", "issuer": "CN=x"}, {"url": "http://c/2;"}]},
+                        "ocsp": {"enabled": false, "nonce": false, "timeout": 8, "cacheTime": 5,
+                                 "responders": [{"url": "http://o/", "issuer": "CN=x"}]},
+                        "policies": {"signing": {"checkTime": true}},
+                        "tsp": {"servers": [{"url": "http://t/", "timeout": 9, "policy": "1.2",
+                                             "requestCertificate": false}, {"url": "http://u/"}]}})"),
+              L"INET_TIMEOUT=30000;TSP_INET_TIMEOUT=9;TSP_URL=http://t/;OCSP_INET_TIMEOUT=8;"
+              L"OCSP_CHECK=0;CRL_INET_TIMEOUT=7;CRL_FORCE_DOWNLOAD=0;CRL_CUSTOM_ONLY=0;"
+              L"CRL_IGNORE_UNKNOWN=0;CERT_INCLUDE=2;CERT_CHECK_EXPIRED=1;CERT_FULL_CHECK=0;"
+              L"OCSP_NONCE=0;OCSP_CACHE_TIME=5;CRL_CHECK=0;CRL_URL=\"http://c/2;\";"
+              L"CRL_CACHE_TIME=0;CRL_MAX_SIZE=9999;TSP_POLICY=1.2;TSP_CERT_REQ=0;");
+    EXPECT_EQ(build("{"), without);
 }
 
 }  // namespace

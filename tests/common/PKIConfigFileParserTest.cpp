@@ -1,3 +1,4 @@
+#include "common/ConfigFileParser.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -190,11 +191,38 @@ TEST_F(PKIConfigFileParserTest, ReadsBackWhatItWrites) {
 }
 
 TEST_F(PKIConfigFileParserTest, StandsBesideTheServiceConfiguration) {
-    EXPECT_EQ(ca::PKIConfigFileParser::GetConfigPath(L"/etc/ZORNA/QetCryptoSvcConfig.ini"),
-              L"/etc/ZORNA/QetCryptoSvcPKIConfig.json");
-    const ScopedVariable home("HOME", "/h");
-    EXPECT_EQ(ca::PKIConfigFileParser::GetConfigPath(L""),
-              L"/h/.config/ZORNA/QetCryptoSvcPKIConfig.json");
+    const std::string name = "QetCryptoSvcPKIConfig.json";
+    const auto write = [this](const std::string& file, const char* maxPathLength) {
+        m_directory.Write(file,
+                          std::string(R"({"trust":{"maxPathLength":)") + maxPathLength + "}}");
+    };
+    write("read/" + name, "1");
+    write("home/.config/ZORNA/" + name, "2");
+    write("other.json", "3");
+    const std::string serviceFile = m_directory.Write("read/QetCryptoSvcConfig.ini", "");
+    const ScopedVariable home("HOME", m_directory.File("home").c_str());
+    const ScopedVariable noOther("MOD_FOO_PKI_CONFIG", nullptr);
+    const ScopedVariable noService("MOD_FOO_CONFIG", nullptr);
+    ca::ConfigFileParser service;
+    const auto found = [&] {
+        EXPECT_TRUE(m_config.ReadConfig(service, m_error, false));
+        EXPECT_EQ(m_error, L"");
+        return Settings().trust.maxPathLength;
+    };
+    EXPECT_EQ(found(), 2) << "no service configuration";
+    service.ParseConfigFile(ca::PathToWString(serviceFile), m_error, true);
+    EXPECT_EQ(found(), 1);
+    EXPECT_EQ(m_config.SourcePath(), ca::PathToWString(m_directory.File("read/" + name)));
+    {
+        const ScopedVariable other("MOD_FOO_PKI_CONFIG", m_directory.File("other.json").c_str());
+        EXPECT_EQ(found(), 3);
+    }
+    std::filesystem::remove(m_directory.File("read/" + name));
+    EXPECT_EQ(found(), 10) << "not the one of another configuration";
+    EXPECT_EQ(m_config.SourcePath(), L"");
+    const ScopedVariable missing("MOD_FOO_PKI_CONFIG", m_directory.File("none").c_str());
+    EXPECT_FALSE(m_config.ReadConfig(service, m_error, false));
+    EXPECT_TRUE(m_error.starts_with(L"No configuration file: ")) << ca::u16u8(m_error);
 }
 
 }  // namespace

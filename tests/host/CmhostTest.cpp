@@ -28,6 +28,8 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
     m_directory.Write("broken.json", R"({"mode":)");
     m_directory.Write("list.json", "[]");
     m_directory.Write("open.ini", "[Service settings]\nAllowServicePrivateKeyAccess=1");
+    m_directory.Write("other/open.ini", "");
+    m_directory.Write("other/QetCryptoSvcPKIConfig.json", "[]");
     const CommandCase cases[] = {
         {"table", {"modes"}, 0, {"38    EnumCerts          -", "51    SignRaw            yes"}, {}},
         {"names", {"modes", "--names"}, 0, {"\nEnumCerts\n"}, {}},
@@ -43,6 +45,16 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
          0,
          {"\"DONE\""},
          {}},
+        {"PKI configuration",
+         {"call", "38", "--log", "--config", "open.ini", "--pki-config", "broken.json"},
+         0,
+         {},
+         {"broken.json:"}},
+        {"PKI configuration beside the configuration",
+         {"call", "38", "--log", "--config", "other/open.ini", "--language", "en"},
+         0,
+         {},
+         {"/other/QetCryptoSvcPKIConfig.json:0 Using default"}},
         {"raw result",
          {"call", "Sign", "--binary", "--file", "data", "--interactive"},
          0,

@@ -1,5 +1,6 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/InitString.h"
 #include "common/Lng.h"
 #include "module/CallContext.h"
 #include "module/CryptoModule.h"
@@ -20,6 +21,19 @@ unsigned initParamsCode = 0;
 
 bool Record(const wchar_t* line, bool) {
     lines.emplace_back(line);
+    return true;
+}
+
+// Asks the running call for its parameters.
+bool AskForParameters(const wchar_t*, bool) {
+    if (running != nullptr && running->context != nullptr) {
+        try {
+            initParamsCode = 0;
+            initParams = running->context->InitParams();
+        } catch (const ca::Exception& failure) {
+            initParamsCode = failure.errorCode;
+        }
+    }
     return true;
 }
 
@@ -71,28 +85,35 @@ TEST_F(CryptoModuleTest, ACancelledCallEndsWithoutTextAndClosingLine) {
 }
 
 TEST_F(CryptoModuleTest, ACallAsksForItsParametersWhenItNeedsThem) {
-    const LogCallback ask = [](const wchar_t*, bool) {
-        if (running != nullptr && running->context != nullptr) {
-            try {
-                initParamsCode = 0;
-                initParams = running->context->InitParams();
-            } catch (const ca::Exception& failure) {
-                initParamsCode = failure.errorCode;
-            }
-        }
-        return true;
-    };
     ca::CryptPacket packet;
     packet.request.extInitParams = L"TSP_INET_TIMEOUT=5";
-    Run(packet, 38, ask);
+    Run(packet, 38, &AskForParameters);
     EXPECT_EQ(initParams, m_module.BaseInitParams() + L"TSP_INET_TIMEOUT=5;");
     EXPECT_NE(initParams.find(L"TSP_INET_TIMEOUT=1234;"), std::wstring::npos);
 
     ca::CryptPacket broken;
     broken.request.extInitParams = L";;=";
-    Run(broken, 38, ask);
+    Run(broken, 38, &AskForParameters);
     EXPECT_EQ(initParamsCode, ca::kErrParameters);
     EXPECT_EQ(broken.response.errorCode, 0U);
+}
+
+TEST_F(CryptoModuleTest, TheRequestWinsOverTheFiles) {
+    m_directory.Write("QetCryptoSvcPKIConfig.json",
+                      R"({"tsp":{"servers":[{"url":"http://tsp/","timeout":77}]}})");
+    ca::CryptPacket packet;
+    const std::string request = R"({"certInclude":1,"extInitParams":"TSP_URL=http://own/",)"
+                                R"("config":{"TSPTimeout":5},)"
+                                R"("PKIConfig":{"tsp":{"servers":[]},"ocsp":{"enabled":true}}})";
+    packet.request.FromJson(request.data(), static_cast<unsigned>(request.size()));
+    Run(packet, 38, &AskForParameters);
+    const ca::InitString items(initParams);
+    EXPECT_EQ(items.GetText(L"TSP_INET_TIMEOUT"), L"77");
+    EXPECT_EQ(items.GetText(L"TSP_URL"), L"http://own/");
+    EXPECT_EQ(items.GetText(L"CERT_INCLUDE"), L"1");
+    // Its records are no settings of the module.
+    EXPECT_EQ(items.GetText(L"OCSP_CHECK"), L"0");
+    EXPECT_EQ(m_module.PkiConfig().Settings().tsp.servers.size(), 1U);
 }
 
 TEST_F(CryptoModuleTest, OnlyModesThatUseAClientAcquireOne) {

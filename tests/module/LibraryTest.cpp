@@ -104,6 +104,34 @@ TEST_F(LibraryTest, HonoursTheGoodPartOfABrokenConfiguration) {
     EXPECT_EQ(Call(ModeRequest(51), /*interactive=*/false).Code(), 0U);
 }
 
+TEST_F(LibraryTest, WarnsOnceOfAPkiConfigurationUnlessSilent) {
+    const struct {
+        const char* file;
+        const wchar_t* warning;  // null: none
+    } cases[] = {
+        {"{}", nullptr},
+        {R"({"tsp":{"servers":[{"url":"http://tsp/","timeout":0}]},"crl":7})",
+         L"Failed to read config file. Error message: Wrong values, their defaults are used: crl, "
+         L"tsp.servers[0].timeout"},
+        {"[1",
+         L"Failed to read config file. Error message: PKI configuration file is not a JSON "
+         L"object, position: "},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        SetPkiConfig(c.file);
+        for (const int silent : {1, 0}) {
+            LogRecorder::Take();
+            Init(silent);
+            const std::vector<LogLine> lines = LogRecorder::Take();
+            EXPECT_EQ(ErrorLines(lines), silent == 0 && c.warning != nullptr ? 1U : 0U);
+            EXPECT_TRUE(ErrorLines(lines) == 0 || lines[0].text.starts_with(c.warning));
+            EXPECT_EQ(lines.back(), (LogLine{L"Module initialized", false}));
+            EXPECT_EQ(Call(ModeRequest(38)).Code(), 0U);
+        }
+    }
+}
+
 TEST_F(LibraryTest, MakesNoDialogWithoutAGuiApplication) {
     EXPECT_EQ(ModuleLibrary::Get().createDialog(), nullptr);
 }

@@ -124,6 +124,10 @@ class LibraryTest : public testing::Test {
     void SetConfig(std::string_view settings) {
         m_directory.Write("config.ini", "[Service settings]\n" + std::string(settings));
     }
+    /// The PKI configuration that the next Init() finds.
+    void SetPkiConfig(const std::string& text) {
+        m_directory.Write("QetCryptoSvcPKIConfig.json", text);
+    }
     void RemoveConfig() { std::filesystem::remove(m_directory.File("config.ini")); }
 
     void* Init(int silent = 1, CMLogCallback callback = &LogRecorder::Record) {
