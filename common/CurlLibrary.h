@@ -67,6 +67,7 @@ enum CurlOption : int {
 
 enum CurlInfo : int {
     kCurlInfoStatus = 0x200002,         ///< long
+    kCurlInfoRequestSize = 0x20000C,    ///< long; header octets that were sent
     kCurlInfoTunnelStatus = 0x200016,   ///< long
     kCurlInfoContentLength = 0x60000F,  ///< CurlOffset, -1: not told
 };
@@ -161,6 +162,8 @@ class CurlEasy {
     long Status() const { return GetLong(kCurlInfoStatus); }
     /// Status of a proxy's last answer to CONNECT; 0 when there was none.
     long TunnelStatus() const { return GetLong(kCurlInfoTunnelStatus); }
+    /// Whether a request's header went out.
+    bool IsSent() const { return GetLong(kCurlInfoRequestSize) > 0; }
     /// What the answer announces, never to be trusted; -1 when it does not.
     CurlOffset AnnouncedLength() const;
     /// What went wrong in the last Perform(): the library's own words, at least the code's.

@@ -33,6 +33,7 @@ constexpr long kCheckHostName = 2;         // certificate must be issued for the
 constexpr long kAnyProxyAuth = ~0x10L;     // CURLAUTH_ANY
 constexpr long kTransferBuffer = 0x20000;  // octets; fewer system calls than with the usual 16 KiB
 constexpr std::uint32_t kMaxUploadAnswer = 1U << 20;
+constexpr std::size_t kMaxHeader = 0x40000;  // octets of all header lines of a transfer
 constexpr std::size_t kFirstCapacity = 0x4000;
 constexpr std::size_t kMaxHint = 64U << 20;  // octets set aside on the word of a Content-Length
 
@@ -200,6 +201,7 @@ class Transfer {
     std::chrono::milliseconds m_progressInterval;
     Clock::time_point m_lastProgress = Clock::now();
     std::size_t m_sendSize = 0;
+    std::size_t m_headerSize = 0;
     bool m_hasProxy = false;
     bool m_isHeaderComplete = false;  // of the answer that came last
     bool m_outOfMemory = false;       // in a callback, where nothing may be thrown
@@ -291,9 +293,12 @@ std::size_t Transfer::OnBody(char* data, std::size_t size, std::size_t count, vo
 
 std::size_t Transfer::OnHeader(char* data, std::size_t size, std::size_t count,
                                void* user) noexcept {
+    Transfer& self = *static_cast<Transfer*>(user);
     const std::string_view line(data, size * count);
-    static_cast<Transfer*>(user)->m_isHeaderComplete = line == "\r\n" || line == "\n";
-    return line.size();
+    self.m_isHeaderComplete = line == "\r\n" || line == "\n";
+    // The library keeps the lines; not every release of it bounds their number.
+    self.m_headerSize += line.size();
+    return self.m_headerSize <= kMaxHeader ? line.size() : 0;
 }
 
 int Transfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, CurlOffset,
@@ -341,6 +346,10 @@ void Transfer::Judge(int code) {
     if (code == kCurlOk && !m_isHeaderComplete) {
         // The library takes an answer that breaks off in its header for one without a body.
         code = kCurlPartialFile;
+    }
+    if (code == kCurlOutOfMemory && !m_outOfMemory && !m_isHeaderComplete && m_curl.IsSent()) {
+        // So the library reports a header line that is longer than its limit.
+        code = kCurlWeirdServerReply;
     }
     const long status = m_curl.Status();
     if (code == kCurlHttpReturnedError || (code == kCurlOk && !IsSuccess(status))) {

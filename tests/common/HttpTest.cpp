@@ -56,6 +56,16 @@ TEST_F(HttpTest, JudgesEachKindOfAnswer) {
          "error 16263"},
         {"fewer octets than announced", "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\nhello",
          "error 16263"},
+        {"chunk of 68 bits",
+         "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nFFFFFFFFFFFFFFFFF\r\nhello",
+         "error 16263"},
+        {"negative length", "HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nhello", "error 16264"},
+        {"length of 70 bits",
+         "HTTP/1.1 200 OK\r\nContent-Length: 1180591620717411303424\r\n\r\nhello", "error 16264"},
+        {"header line without an end", "HTTP/1.1 200 OK\r\nX: " + std::string(3'000'000, 'x'),
+         "error 16264"},
+        {"compressed, which nobody asked for",
+         "HTTP/1.0 200 OK\r\nContent-Encoding: gzip\r\n\r\nhello", "hello"},
         {"cut in the header", "HTTP/1.1 200 OK\r\nContent-Le", "error 16263"},
         {"nothing", "", "error 16263"},
     };
@@ -102,6 +112,10 @@ TEST_F(HttpTest, EndsInTimeWhateverTheServerDoes) {
          "error 16264"},
         {"slow body", Endless(head + "\r\n", "x", milliseconds(20)), "error 16263"},
         {"slow header", Endless(head, "X-Header: x\r\n", milliseconds(20)), "error 16263"},
+        {"endless header", Endless(head, "X: " + std::string(60000, 'x') + "\r\n", milliseconds(0)),
+         "error 16264"},
+        {"endless interim answers", Endless("", "HTTP/1.1 100 Continue\r\n\r\n", milliseconds(1)),
+         "error 16263"},
         {"silent", [](Connection& connection, const Request&) { connection.Read(); },
          "error 16263"},
     };
@@ -233,12 +247,23 @@ TEST_F(HttpsTest, TalksToATrustedServerOnly) {
 }
 
 TEST_F(HttpsTest, SurvivesBrokenTls) {
-    for (const std::string& answer :
-         {kOk, std::string(), std::string("\x16\x03\x03\xFF\xFF\x02")}) {
-        const HttpTestServer server(Canned(answer), nullptr, HttpTestServer::Reading::kNothing);
+    const HttpTestServer::Handler handlers[] = {
+        Canned(kOk),
+        Canned(""),
+        Canned("\x16\x03\x03\xFF\xFF\x02"),
+        [](Connection& connection, const Request&) {  // never answers the greeting
+            while (!connection.Read().empty()) {
+            }
+        },
+        Endless("", std::string("\x16\x03\x03\0\1\0", 6), milliseconds(1)),
+    };
+    m_settings.totalTimeoutMs = 500;
+    for (const HttpTestServer::Handler& handler : handlers) {
+        const HttpTestServer server(handler, nullptr, HttpTestServer::Reading::kNothing);
         std::wstring url = server.Url();
-        url.replace(0, 4, L"https");
-        EXPECT_EQ("error 16263", Fetch(url));
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ("error 16263", Fetch(url.insert(4, L"s")));
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     }
 }
 
