@@ -32,7 +32,7 @@ CAsn1Element DirectoryName(std::span<unsigned char> names) {
 }
 
 // The forms of a name of GeneralNames. What has no name of a directory has a readable form only.
-ca::NameForms FormsOf(const CAsn1GeneralNames* names, std::wstring& error) {
+ca::NameForms FormsOf(const CAsn1GeneralNames* names, ZornaMessage place, std::wstring& error) {
     ca::NameForms forms;
     if (names == nullptr) {
         return forms;
@@ -43,12 +43,12 @@ ca::NameForms FormsOf(const CAsn1GeneralNames* names, std::wstring& error) {
         return forms;
     }
     forms = ca::DescribeName(directory);
-    ca::AddError(error, forms.error);
+    ca::AddError(error, place, forms.error);
     return forms;
 }
 
 void FillHolderName(const CAsn1GeneralNames* names, AttrCertInfo& record) {
-    ca::NameForms forms = FormsOf(names, record.error);
+    ca::NameForms forms = FormsOf(names, kMsgHolder, record.error);
     record.holderIssuer = std::move(forms.readable);
     record.holderOidIssuer = std::move(forms.oid);
     record.holderX500NameIssuer = std::move(forms.x500);
@@ -68,7 +68,7 @@ void FillHolder(const CAsn1IssuerSerial* base, const CAsn1GeneralNames* entity,
 }
 
 void FillIssuer(const CAsn1GeneralNames* names, AttrCertInfo& record) {
-    ca::NameForms forms = FormsOf(names, record.error);
+    ca::NameForms forms = FormsOf(names, kMsgIssuer, record.error);
     record.issuer = std::move(forms.readable);
     record.oidIssuer = std::move(forms.oid);
     record.x500NameIssuer = std::move(forms.x500);
@@ -107,8 +107,8 @@ void FillPeriod(const CAsn1AttCertValidityPeriod* period, AttrCertInfo& record) 
     ca::TimeForms from;
     ca::TimeForms to;
     if (period != nullptr) {
-        from = ca::TimeOf(period->NotBeforeTime(), record.error);
-        to = ca::TimeOf(period->NotAfterTime(), record.error);
+        from = ca::TimeOf(period->NotBeforeTime(), kMsgNotBefore, record.error);
+        to = ca::TimeOf(period->NotAfterTime(), kMsgNotAfter, record.error);
     }
     ca::FillValidity(from, to, record.validity, record.validityNumber);
     record.validFrom = std::move(from.local);

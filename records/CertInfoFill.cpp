@@ -31,7 +31,7 @@ void FillIssuer(const CAsn1Name* name, CertInfo& record) {
     record.oidIssuer = std::move(issuer.oid);
     record.x500NameIssuer = std::move(issuer.x500);
     record.issuerTags = std::move(issuer.tags);
-    ca::AddError(record.error, issuer.error);
+    ca::AddError(record.error, kMsgIssuer, issuer.error);
 }
 
 void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
@@ -42,7 +42,7 @@ void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
         record.oidDescription = std::move(subject.oid);
         record.x500Description = std::move(subject.x500);
         record.subjectTags = std::move(subject.tags);
-        ca::AddError(record.error, subject.error);
+        ca::AddError(record.error, kMsgFieldSubject, subject.error);
     }
 }
 
@@ -50,8 +50,8 @@ void FillPeriod(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     if (tbs.Validity() == nullptr) {
         return;
     }
-    ca::TimeForms from = ca::TimeOf(tbs.Validity()->NotBefore(), record.error);
-    ca::TimeForms to = ca::TimeOf(tbs.Validity()->NotAfter(), record.error);
+    ca::TimeForms from = ca::TimeOf(tbs.Validity()->NotBefore(), kMsgNotBefore, record.error);
+    ca::TimeForms to = ca::TimeOf(tbs.Validity()->NotAfter(), kMsgNotAfter, record.error);
     ca::FillValidity(from, to, record.validity, record.validityNumber);
     record.validFrom = std::move(from.local);
     record.validFromUtc = std::move(from.utc);
@@ -72,9 +72,12 @@ void FillPublicKey(const CAsn1TbsCertificate& tbs, CertInfo& record) {
 }
 
 void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
-    const Octets bits = ca::BitOctets(ca::FirstElement(value));
-    record.keyUsage = bits.empty() ? 0 : bits[0];
-    record.keyUsage |= bits.size() > 1 ? static_cast<std::uint32_t>(bits[1]) << 8 : 0U;
+    const Octets content = ca::ContentIf(ca::FirstElement(value), kAsn1BitString);
+    constexpr unsigned kMostUnused = 7;
+    if (content.empty() || content[0] > kMostUnused) {
+        return;
+    }
+    record.keyUsage = ca::KeyUsageOf({content.subspan(1), content[0]});
     record.keyUsageStr = ca::CertInfo2::GetKeyUsageStr(record.keyUsage);
 }
 

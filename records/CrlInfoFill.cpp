@@ -70,7 +70,7 @@ void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
     record.oidIssuer = std::move(issuer.oid);
     record.x500NameIssuer = std::move(issuer.x500);
     record.issuerTags = std::move(issuer.tags);
-    ca::AddError(record.error, issuer.error);
+    ca::AddError(record.error, kMsgIssuer, issuer.error);
 }
 
 void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
@@ -125,10 +125,10 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
 void FillFromTbs(const CAsn1TbsCertList& tbs, const CrlPage& page, CrlInfo& record) {
     record.version = ca::VersionText(tbs.Version(), /*highest=*/1, record.error);
     FillIssuer(tbs, record);
-    ca::TimeForms thisUpdate = ca::TimeOf(tbs.ThisUpdate(), record.error);
+    ca::TimeForms thisUpdate = ca::TimeOf(tbs.ThisUpdate(), kMsgThisUpdate, record.error);
     record.thisUpdate = std::move(thisUpdate.local);
     record.thisUpdateUtc = std::move(thisUpdate.utc);
-    ca::TimeForms nextUpdate = ca::TimeOf(tbs.NextUpdate(), record.error);
+    ca::TimeForms nextUpdate = ca::TimeOf(tbs.NextUpdate(), kMsgNextUpdate, record.error);
     record.nextUpdate = std::move(nextUpdate.local);
     record.nextUpdateUtc = std::move(nextUpdate.utc);
     FillFromExtensions(tbs, record);

@@ -1,6 +1,5 @@
 #include "records/SignedFill.h"
 
-#include "common/Lng.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
@@ -22,14 +21,14 @@ std::wstring VersionText(const CAsn1Integer* version, std::int64_t highest, std:
                : L'V' + DecimalText(static_cast<std::uint64_t>(number) + 1);
 }
 
-TimeForms TimeOf(const CAsn1Time* time, std::wstring& error) {
+TimeForms TimeOf(const CAsn1Time* time, ZornaMessage place, std::wstring& error) {
     if (time == nullptr) {
         return {};
     }
     const CAsn1Element element = ElementOf(*time);
     TimeForms forms = DescribeTime(element);
     if (!forms.seconds) {
-        AddError(error, UnreadableText(element.raw));
+        AddError(error, place, UnreadableText(element.raw));
     }
     return forms;
 }

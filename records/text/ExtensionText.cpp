@@ -88,4 +88,10 @@ void AddError(std::wstring& errors, std::wstring_view fault) {
     errors += fault.substr(0, kMaxValueText);
 }
 
+void AddError(std::wstring& errors, ZornaMessage place, std::wstring_view fault) {
+    if (!fault.empty()) {
+        AddError(errors, SetZORNAMessage(place) + std::wstring(L": ").append(fault));
+    }
+}
+
 }  // namespace ca

@@ -44,6 +44,10 @@ std::span<const ExtensionRow> NetworkExtensionRows();     ///< TLS, transparency
 std::span<const ExtensionRow> MediaExtensionRows();       ///< logotypes, biometrics
 std::span<const ExtensionRow> VendorExtensionRows();      ///< makers' own, obsolete ones
 
+/// Key usage bits as records carry them: the first octet in bits 7 to 0, the second in 15 to 8
+/// (RFC 5280 4.2.1.3). Bits behind the last one are no usage.
+std::uint32_t KeyUsageOf(const CAsn1Bits& bits);
+
 /// Says a key usage in words, behind them its octets (RFC 5280 4.2.1.3).
 void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines);
 
@@ -72,5 +76,7 @@ ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtensi
 /// Adds a fault to a record's "Error", one a line. What is past kMaxValueText characters is
 /// dropped.
 void AddError(std::wstring& errors, std::wstring_view fault);
+/// The same with the place in front, "Issuer: fault"; no fault adds nothing.
+void AddError(std::wstring& errors, ZornaMessage place, std::wstring_view fault);
 
 }  // namespace ca

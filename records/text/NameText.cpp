@@ -216,14 +216,18 @@ void CollectRdn(const CAsn1Element& rdn, Collected& found) {
 Collected CollectAttributes(const CAsn1Element& name) {
     Collected found;
     found.isWhole = name.tag == kAsn1Sequence || (name.tag & 0xE0U) == ca::ContextConstructed(0);
-    CAsn1Cursor names(name.content);
-    while (found.isWhole && !names.AtEnd()) {
+    CAsn1Cursor names(found.isWhole ? name.content : std::span<unsigned char>());
+    while (!names.AtEnd()) {
         CAsn1Element rdn;
-        if (names.Next(rdn) != Asn1Fault::kNone || rdn.tag != kAsn1Set || rdn.content.empty()) {
+        if (names.Next(rdn) != Asn1Fault::kNone) {
             found.isWhole = false;
             break;
         }
-        CollectRdn(rdn, found);
+        if (rdn.tag != kAsn1Set || rdn.content.empty()) {
+            found.isWhole = false;
+        } else {
+            CollectRdn(rdn, found);
+        }
     }
     return found;
 }

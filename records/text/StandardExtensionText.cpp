@@ -247,12 +247,18 @@ constexpr ca::ExtensionRow kRows[] = {
 
 namespace ca {
 
+std::uint32_t KeyUsageOf(const CAsn1Bits& bits) {
+    constexpr std::size_t kUsages = 16;
+    std::uint32_t usage = 0;
+    for (std::size_t bit = 0; bit < kUsages; ++bit) {
+        usage |= bits[bit] ? (bit / 8 == 0 ? 0x80U : 0x8000U) >> (bit % 8) : 0U;
+    }
+    return usage;
+}
+
 void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines) {
-    const Octets octets = bits.octets;
-    unsigned usage = octets.empty() ? 0 : octets[0];
-    usage |= octets.size() > 1 ? static_cast<unsigned>(octets[1]) << 8 : 0U;
-    const std::wstring words = CertInfo2::GetKeyUsageStr(usage);
-    lines.Line(words + (words.empty() ? L"(" : L" (") + Hex(octets) + L")");
+    const std::wstring words = CertInfo2::GetKeyUsageStr(KeyUsageOf(bits));
+    lines.Line(words + (words.empty() ? L"(" : L" (") + Hex(bits.octets) + L")");
 }
 
 std::span<const ExtensionRow> StandardExtensionRows() {

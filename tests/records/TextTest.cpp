@@ -1,6 +1,7 @@
 #include "common/Lng.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Elements.h"
+#include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/TextLines.h"
@@ -134,6 +135,10 @@ TEST_F(TextTest, NamesThatAreEmptyOrDamagedSayWhatThereIs) {
     const ca::NameForms empty = FormsOf({0x30, 0x00});
     EXPECT_EQ(L"", empty.readable + empty.oid + empty.x500 + empty.tags + empty.error);
     const Octets good = Tlv(0x31, Attribute(kCommonName, Tlv(kUtf8, Text("x"))));
+    const Octets inner[] = {{0x05, 0x00}, {0x31, 0x00}};
+    for (const Octets& part : inner) {
+        EXPECT_EQ(L"CN=x, CN=x", FormsOf(Tlv(0x30, {good, part, good})).readable);
+    }
     const Octets damaged[] = {
         Tlv(0x30, {good, {0x05, 0x00}}),                           // no RDN
         Tlv(0x30, {good, {0x31, 0x00}}),                           // an RDN without attributes
@@ -318,6 +323,13 @@ TEST_F(TextTest, PublicKeysTellTheirParameters) {
         EXPECT_EQ(L"", forms.error);
         EXPECT_EQ(before, info);
     }
+}
+
+TEST_F(TextTest, KeyUsageIsWhatTheBitStringCounts) {
+    const Octets octets = {0x07, 0xFF};
+    EXPECT_EQ(0x8007U, ca::KeyUsageOf({octets, 7}));
+    EXPECT_EQ(0x06U, ca::KeyUsageOf({std::span(octets).first(1), 1}));
+    EXPECT_EQ(0U, ca::KeyUsageOf({{}, 7}));
 }
 
 TEST_F(TextTest, OutlinesAreBoundedInDepthAndSize) {
