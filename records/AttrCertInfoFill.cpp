@@ -168,12 +168,29 @@ bool IsSubjectV1(const CAsn1Element& holder) {
     return holder.tag == ca::ContextConstructed(0) || holder.tag == ca::ContextConstructed(1);
 }
 
+// ObjectDigestInfo ::= SEQUENCE {                                      RFC 5755, 4.1
+//     digestedObjectType  ENUMERATED,
+//     otherObjectTypeID   OBJECT IDENTIFIER OPTIONAL,
+//     digestAlgorithm     AlgorithmIdentifier,
+//     objectDigest        BIT STRING }
+// The digest, when it is the one that can be computed here.
+Octets Sha1OfHolder(const CAsn1Element& digestInfo) {
+    const std::size_t algorithm = ca::Child(digestInfo, 1).tag == kAsn1ObjectIdentifier ? 2 : 1;
+    const ca::OidInfo* type = ca::FindOid(
+        ca::ContentIf(ca::Child(ca::Child(digestInfo, algorithm), 0), kAsn1ObjectIdentifier));
+    const CAsn1Element digest = ca::Child(digestInfo, algorithm + 1);
+    const bool isSha1 = type != nullptr && type->shortName == std::string_view("id-sha1");
+    return isSha1 && digest.tag == kAsn1BitString ? ca::BitOctets(digest) : Octets();
+}
+
 void AddNames(const CAsn1Element& part, ca::CertificateNames& names) {
     if (part.tag == ca::ContextConstructed(0)) {
         names.issuer = ca::AsText(DirectoryName(ca::Child(part, 0).content).raw);
         names.serial = ca::AsText(ca::ContentIf(ca::Child(part, 1), kAsn1Integer));
     } else if (part.tag == ca::ContextConstructed(1)) {
         names.subject = ca::AsText(DirectoryName(part.content).raw);
+    } else if (part.tag == ca::ContextConstructed(2)) {
+        names.digest = ca::AsText(Sha1OfHolder(part));
     }
 }
 
@@ -203,8 +220,9 @@ CertificateNames HolderNames(std::span<unsigned char> attributeCertificate) {
     if (IsSubjectV1(holder)) {
         AddNames(holder, names);
     } else {
-        AddNames(Child(holder, 0), names);
-        AddNames(Child(holder, 1), names);
+        for (std::size_t member = 0; member <= 2; ++member) {
+            AddNames(Child(holder, member), names);
+        }
     }
     return names;
 }

@@ -5,28 +5,100 @@
 #include "records/text/Elements.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 
 namespace {
+
+using ca::Octets;
 
 constexpr std::size_t kMaxIssuers = 16;  // records nested in one description
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-// Who issued whom in a bundle, by names: index of each certificate's issuer, kNone for none.
-std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
-    std::unordered_map<std::string_view, std::size_t> bySubject;
-    std::vector<ca::CertificateNames> names;
-    for (const auto& certificate : bundle.certificates) {
-        names.push_back(ca::NamesOf(certificate));
-        bySubject.emplace(names.back().subject, names.size() - 1);
+// The extensions of a certificate, [3] EXPLICIT SEQUENCE; they are its last member.
+CAsn1Element ExtensionsOf(std::span<unsigned char> certificate) {
+    CAsn1Element member;
+    CAsn1Cursor cursor(ca::Child(ca::FirstElement(certificate), 0).content);
+    while (!cursor.AtEnd() && cursor.Next(member) == Asn1Fault::kNone) {
+        if (member.tag == ca::ContextConstructed(3)) {
+            return ca::Child(member, 0);
+        }
     }
+    return {};
+}
+
+// The value of the first extension of a type; without octets when there is none.
+CAsn1Element ExtensionValue(std::span<unsigned char> certificate, Octets type) {
+    CAsn1Element extension;
+    CAsn1Cursor cursor(ExtensionsOf(certificate).content);
+    while (!cursor.AtEnd() && cursor.Next(extension) == Asn1Fault::kNone) {
+        const CAsn1Element oid = ca::Child(extension, 0);
+        if (std::ranges::equal(ca::ContentIf(oid, kAsn1ObjectIdentifier), type)) {
+            const bool isCritical = ca::Child(extension, 1).tag == kAsn1Boolean;
+            return ca::FirstElement(ca::Child(extension, isCritical ? 2 : 1).content);
+        }
+    }
+    return {};
+}
+
+// The key identifier of the issuer, [0] of the extension's members (RFC 5280 4.2.1.1).
+Octets IssuerKeyIdentifier(std::span<unsigned char> certificate) {
+    constexpr unsigned char kType[] = {0x55, 0x1D, 0x23};
+    const CAsn1Element first = ca::Child(ExtensionValue(certificate, kType), 0);
+    return ca::ContentIf(first, ca::ContextTag(0));
+}
+
+// Finds the certificate that issued another one in a bundle.
+class CIssuers {
+  public:
+    explicit CIssuers(const ca::CertificateBundle& bundle) {
+        for (std::size_t i = 0; i < bundle.certificates.size(); ++i) {
+            const auto& certificate = bundle.certificates[i];
+            const std::string_view subject = ca::NamesOf(certificate).subject;
+            m_bySubject.emplace(subject, i);
+            m_byKey.emplace(Key(subject, ca::AsText(ca::SubjectKeyIdentifier(certificate))), i);
+        }
+    }
+
+    // The one of the issuer's name. A key identifier tells several of that name apart; one that
+    // has another is not the issuer. kNone for none, and for what issued itself.
+    std::size_t Of(std::span<unsigned char> certificate) const {
+        const ca::CertificateNames names = ca::NamesOf(certificate);
+        if (names.issuer == names.subject) {
+            return kNone;
+        }
+        const std::string_view key = ca::AsText(IssuerKeyIdentifier(certificate));
+        if (key.empty()) {
+            return Find(m_bySubject, names.issuer);
+        }
+        const std::size_t found = Find(m_byKey, Key(names.issuer, key));
+        return found != kNone ? found : Find(m_byKey, Key(names.issuer, {}));
+    }
+
+  private:
+    using Key = std::pair<std::string_view, std::string_view>;  // subject and key identifier
+
+    template <class Index, class Name>
+    static std::size_t Find(const Index& index, const Name& name) {
+        const auto found = index.find(name);
+        return found != index.end() ? found->second : kNone;
+    }
+
+    std::map<std::string_view, std::size_t> m_bySubject;
+    std::map<Key, std::size_t> m_byKey;
+};
+
+// Who issued whom in a bundle: index of each certificate's issuer, kNone for none.
+std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
+    if (bundle.certificates.size() == 1) {
+        return {kNone};
+    }
+    const CIssuers known(bundle);
     std::vector<std::size_t> issuers;
-    for (const ca::CertificateNames& name : names) {
-        const auto found = bySubject.find(name.issuer);
-        const bool isKnown = found != bySubject.end() && name.issuer != name.subject;
-        issuers.push_back(isKnown ? found->second : kNone);
+    for (const auto& certificate : bundle.certificates) {
+        issuers.push_back(known.Of(certificate));
     }
     return issuers;
 }
@@ -48,8 +120,14 @@ namespace ca {
 CertificateNames NamesOf(std::span<unsigned char> certificate) {
     const CAsn1Element tbs = Child(FirstElement(certificate), 0);
     const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
-    return {AsText(Child(tbs, serial + 2).raw), AsText(Child(tbs, serial).content),
-            AsText(Child(tbs, serial + 4).raw)};
+    return {AsText(Child(tbs, serial + 2).raw),
+            AsText(Child(tbs, serial).content),
+            AsText(Child(tbs, serial + 4).raw),
+            {}};
+}
+
+Octets SubjectKeyIdentifier(std::span<unsigned char> certificate) {
+    return ContentIf(ExtensionValue(certificate, kSubjectKeyIdentifier), kAsn1OctetString);
 }
 
 CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag) {

@@ -15,10 +15,18 @@ struct CertificateNames {
     std::string_view issuer;   ///< the Name
     std::string_view serial;   ///< content of the INTEGER
     std::string_view subject;  ///< the Name
+    std::string_view digest;   ///< of a holder: SHA-1 of its certificate or its key, as octets
 };
 
 /// The names in something that looks like a certificate.
 CertificateNames NamesOf(std::span<unsigned char> certificate);
+
+/// 2.5.29.14, as encoded.
+inline constexpr unsigned char kSubjectKeyIdentifier[] = {0x55, 0x1D, 0x0E};
+
+/// The subject key identifier of what looks like a certificate (RFC 5280 4.2.1.2): a view, empty
+/// when there is none.
+std::span<const unsigned char> SubjectKeyIdentifier(std::span<unsigned char> certificate);
 
 /// The certificates found in what a client handed in.
 struct CertificateBundle {
@@ -40,7 +48,8 @@ void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bun
 std::size_t FindLeaf(const CertificateBundle& bundle);
 
 /// Describes certificate `index` with its issuers nested, as far as the bundle holds them and to a
-/// bounded depth. Issuers are found by name. Throws what FillCertInfo() throws for the first.
+/// bounded depth. Issuers are found by name and, where
+/// stated, key identifier. Throws what FillCertInfo() throws for the first.
 void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInfo2& record);
 
 }  // namespace ca

@@ -162,8 +162,9 @@ class CSignerDescriber {
                          SetZORNAMessage(certificate != nullptr ? kMsgCertDescribedEnough
                                                                 : kMsgCertNotInMessage));
         }
-        ca::SignerCertificate* attributes = m_certificates.FindAttributes(
-            certificate != nullptr ? certificate->names : NamesOf(*signer));
+        ca::SignerCertificate* attributes = certificate != nullptr
+                                                ? m_certificates.FindAttributes(*certificate)
+                                                : m_certificates.FindAttributes(NamesOf(*signer));
         if (attributes == nullptr) {
             return;
         }

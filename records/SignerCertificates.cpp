@@ -4,6 +4,7 @@
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/text/Elements.h"
+#include "records/text/VisibleText.h"
 
 #include <algorithm>
 
@@ -15,31 +16,10 @@ using ca::Octets;
 constexpr unsigned char kAttributesV1 = ca::ContextConstructed(1);
 constexpr unsigned char kAttributesV2 = ca::ContextConstructed(2);
 
-// The extensions of a certificate, [3] EXPLICIT SEQUENCE; they are its last member.
-CAsn1Element ExtensionsOf(std::span<unsigned char> certificate) {
-    CAsn1Element member;
-    CAsn1Cursor cursor(ca::Child(ca::FirstElement(certificate), 0).content);
-    while (!cursor.AtEnd() && cursor.Next(member) == Asn1Fault::kNone) {
-        if (member.tag == ca::ContextConstructed(3)) {
-            return ca::Child(member, 0);
-        }
-    }
-    return {};
-}
-
-// The subject key identifier (RFC 5280 4.2.1.2); empty when there is none.
-Octets KeyIdentifier(std::span<unsigned char> certificate) {
-    CAsn1Element extension;
-    CAsn1Cursor cursor(ExtensionsOf(certificate).content);
-    while (!cursor.AtEnd() && cursor.Next(extension) == Asn1Fault::kNone) {
-        const Octets type = ca::ContentIf(ca::Child(extension, 0), kAsn1ObjectIdentifier);
-        if (std::ranges::equal(type, ca::kSubjectKeyIdentifier)) {
-            const bool isCritical = ca::Child(extension, 1).tag == kAsn1Boolean;
-            const CAsn1Element value = ca::Child(extension, isCritical ? 2 : 1);
-            return ca::ContentIf(ca::FirstElement(value.content), kAsn1OctetString);
-        }
-    }
-    return {};
+// Behind serial number, algorithm, issuer, validity and subject; before them may be the version.
+Octets PublicKeyInfoOf(std::span<unsigned char> certificate) {
+    const CAsn1Element tbs = ca::Child(ca::FirstElement(certificate), 0);
+    return ca::Child(tbs, ca::Child(tbs, 0).tag == ca::ContextConstructed(0) ? 6 : 5).raw;
 }
 
 template <class Index, class Key>
@@ -57,6 +37,9 @@ CSignerCertificates::CSignerCertificates(std::span<unsigned char> choices) {
     CAsn1Cursor cursor(choices);
     while (!cursor.AtEnd() && cursor.Next(choice) == Asn1Fault::kNone) {
         Add(choice);
+    }
+    if (!m_attributesByDigest.empty()) {
+        LinkByDigest();
     }
 }
 
@@ -88,12 +71,29 @@ void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
     if (!holder.subject.empty()) {
         m_attributesBySubject.emplace(holder.subject, &attributes);
     }
+    if (!holder.digest.empty()) {
+        const std::string_view digest = holder.digest;
+        m_attributesByDigest.emplace(
+            Hex({reinterpret_cast<const unsigned char*>(digest.data()), digest.size()}),
+            &attributes);
+    }
+}
+
+// Each certificate is digested once, however many signers name it.
+void CSignerCertificates::LinkByDigest() {
+    for (SignerCertificate& certificate : m_certificates) {
+        SignerCertificate* found = FindIn(m_attributesByDigest, Sha1Hex(certificate.der));
+        certificate.attributes =
+            found != nullptr
+                ? found
+                : FindIn(m_attributesByDigest, Sha1Hex(PublicKeyInfoOf(certificate.der)));
+    }
 }
 
 // Most messages name their signers by issuer and serial number.
 void CSignerCertificates::IndexKeys() {
     for (SignerCertificate& certificate : m_certificates) {
-        if (const Octets key = KeyIdentifier(certificate.der); !key.empty()) {
+        if (const Octets key = SubjectKeyIdentifier(certificate.der); !key.empty()) {
             m_byKey.emplace(AsText(key), &certificate);
         }
     }
@@ -120,6 +120,11 @@ SignerCertificate* CSignerCertificates::FindAttributes(const CertificateNames& h
     SignerCertificate* found =
         FindIn(m_attributesBySerial, IssuerSerial(holder.issuer, holder.serial));
     return found != nullptr ? found : FindIn(m_attributesBySubject, holder.subject);
+}
+
+SignerCertificate* CSignerCertificates::FindAttributes(const SignerCertificate& holder) {
+    SignerCertificate* found = FindAttributes(holder.names);
+    return found != nullptr ? found : holder.attributes;
 }
 
 }  // namespace ca

@@ -6,6 +6,7 @@
 #include <deque>
 #include <map>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -14,14 +15,13 @@ class CAsn1SignerIdentifier;
 
 namespace ca {
 
-/// 2.5.29.14, as encoded.
-inline constexpr unsigned char kSubjectKeyIdentifier[] = {0x55, 0x1D, 0x0E};
-
 /// A certificate of a message.
 struct SignerCertificate {
     std::span<unsigned char> der;
     CertificateNames names;    ///< of an attribute certificate those of its holder
     bool isDescribed = false;  ///< kept by who describes it
+    /// The attribute certificate whose holder is a digest of this one or its key; null for none.
+    SignerCertificate* attributes = nullptr;
 };
 
 /// The certificates that a message carries for its signers, found by what names them there. Trees
@@ -39,6 +39,8 @@ class CSignerCertificates {
     /// The attribute certificate that names the holder of a certificate, by issuer and serial
     /// number or else by subject; null when there is none.
     SignerCertificate* FindAttributes(const CertificateNames& holder);
+    /// The same, or else the one whose holder is a SHA-1 digest of the certificate or its key.
+    SignerCertificate* FindAttributes(const SignerCertificate& holder);
 
   private:
     using IssuerSerial = std::pair<std::string_view, std::string_view>;
@@ -48,6 +50,7 @@ class CSignerCertificates {
     void Add(const CAsn1Element& choice);
     void AddAttributes(std::span<unsigned char> certificate);
     void IndexKeys();
+    void LinkByDigest();
 
     std::deque<SignerCertificate> m_certificates;
     std::deque<SignerCertificate> m_attributes;
@@ -57,6 +60,7 @@ class CSignerCertificates {
     bool m_hasKeys = false;
     Index<IssuerSerial> m_attributesBySerial;
     Index<std::string_view> m_attributesBySubject;
+    Index<std::wstring> m_attributesByDigest;  // hexadecimal
 };
 
 }  // namespace ca

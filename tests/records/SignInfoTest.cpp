@@ -1,4 +1,5 @@
 #include "common/Lng.h"
+#include "common/sha1.h"
 #include "records/SignInfoFill.h"
 #include "tests/asn1/DerWriter.h"
 #include "tests/records/RecordTesting.h"
@@ -45,6 +46,23 @@ Octets AttributeCertificate(unsigned char holder) {
     const Octets info =
         Tlv(0x30, {Serial(1), Tlv(0x30, Tlv(0xA0, {names, Serial(holder)})),
                    Tlv(0xA0, Tlv(0x30, Tlv(0xA4, Name("Authority")))), kRsa, Serial(0x77)});
+    return Tlv(0xA2, {info, kRsa, {0x03, 0x01, 0x00}});
+}
+
+// The same for the certificate, or the key, with that SHA-1 digest.
+Octets AttributeCertificateOf(const Octets& octets) {
+    SHA1 sha1;
+    sha1.Update(octets);
+    Octets digest = {0x00};
+    const std::wstring hex = sha1.Final();
+    for (std::size_t i = 0; i < hex.size(); i += 2) {
+        digest.push_back(static_cast<unsigned char>(std::stoul(hex.substr(i, 2), nullptr, 16)));
+    }
+    const Octets sha1Oid = {0x06, 0x05, 0x2B, 0x0E, 0x03, 0x02, 0x1A};
+    const Octets holder = Tlv(0xA2, {{0x0A, 0x01, 0x01}, Tlv(0x30, sha1Oid), Tlv(0x03, digest)});
+    const Octets info =
+        Tlv(0x30, {Serial(1), Tlv(0x30, holder), Tlv(0xA0, Tlv(0x30, Tlv(0xA4, Name("Authority")))),
+                   kRsa, Serial(0x78)});
     return Tlv(0xA2, {info, kRsa, {0x03, 0x01, 0x00}});
 }
 
@@ -132,6 +150,20 @@ TEST_F(SignInfoTest, FindsTheCertificatesOfASigner) {
             EXPECT_NE(0U, found[i].signCert.validityNumber) << "reads as a good one";
             EXPECT_NE(0U, found[i].attrCert.validityNumber) << "reads as a good one";
         }
+    }
+}
+
+TEST_F(SignInfoTest, FindsAHolderByItsDigest) {
+    const Octets certificate = Certificate(9, "Ann");
+    const Octets key =
+        Tlv(0x30, {kRsa, {0x03, 0x09, 0x00, 0x30, 0x06, 0x02, 0x01, 0x05, 0x02, 0x01, 0x03}});
+    for (const Octets& digested : {certificate, key, Certificate(8, "Bob")}) {
+        const Described found =
+            Describe(Message(Join({AttributeCertificateOf(digested), certificate}),
+                             Join({Signer(ById(9)), Signer(ById(9))})));
+        const bool isHolder = digested == certificate || digested == key;
+        EXPECT_EQ(isHolder ? L"78" : L"", found[0].attrCert.serial);
+        EXPECT_EQ(isHolder ? L"78" : L"", found[1].attrCert.serial);
     }
 }
 
