@@ -14,7 +14,7 @@ using ca::Octets;
 
 // Deeper elements are not said: reading into one of indefinite length looks at all of it.
 constexpr std::size_t kMaxOutlineDepth = 32;
-constexpr std::wstring_view kMore = L"\u2026";
+constexpr std::wstring_view kTooDeep = L" \u2026";
 
 struct TagRow {
     std::uint8_t tag;
@@ -88,13 +88,50 @@ std::wstring PrimitiveText(const CAsn1Element& element) {
     }
 }
 
-void SayElement(const CAsn1Element& element, ca::CTextLines& lines) {
-    if (element.IsConstructed() || element.content.empty()) {
-        lines.Line(TagText(element));
-    } else {
-        lines.Line(TagText(element), PrimitiveText(element));
+// Says elements with all that is inside, a line each; past kMaxListed they are counted.
+class COutline {
+  public:
+    void Say(const CAsn1Element& element) {
+        SayOne(element, 0);
+        // What is left to say of each open element, outermost first.
+        std::vector<CAsn1Cursor> open;
+        if (element.IsConstructed()) {
+            open.emplace_back(element.content);
+        }
+        while (!open.empty()) {
+            CAsn1Element child;
+            if (open.back().AtEnd() || open.back().Next(child) != Asn1Fault::kNone) {
+                open.pop_back();
+                continue;
+            }
+            SayOne(child, open.size());
+            if (child.IsConstructed() && open.size() < kMaxOutlineDepth) {
+                open.emplace_back(child.content);
+            } else if (child.IsConstructed()) {
+                m_lines.Append(kTooDeep);
+            }
+        }
     }
-}
+    std::wstring Take() { return m_lines.Take(); }
+
+  private:
+    void SayOne(const CAsn1Element& element, std::size_t level) {
+        if (m_said == ca::kMaxListed) {
+            m_lines.LeaveOut(1);
+            return;
+        }
+        ++m_said;
+        m_lines.SetLevel(level);
+        if (element.IsConstructed() || element.content.empty()) {
+            m_lines.Line(TagText(element));
+        } else {
+            m_lines.Line(TagText(element), PrimitiveText(element));
+        }
+    }
+
+    ca::CTextLines m_lines;
+    std::size_t m_said = 0;
+};
 
 // Header of the element at the front of `octets`: its size, that of its content, and whether the
 // content ends by a pair of zeros. False when it does not fit.
@@ -171,34 +208,9 @@ bool IsWellFormed(Octets octets) {
 }
 
 std::wstring OutlineText(const CAsn1Element& element) {
-    CTextLines lines;
-    SayElement(element, lines);
-    // What is left to say of each open element, outermost first.
-    std::vector<CAsn1Cursor> open;
-    if (element.IsConstructed()) {
-        open.emplace_back(element.content);
-    }
-    std::size_t said = 1;
-    while (!open.empty()) {
-        CAsn1Element child;
-        if (open.back().AtEnd() || open.back().Next(child) != Asn1Fault::kNone) {
-            open.pop_back();
-            continue;
-        }
-        lines.SetLevel(open.size());
-        if (++said > kMaxListed) {
-            lines.Line(kMore);
-            break;
-        }
-        SayElement(child, lines);
-        if (child.IsConstructed() && open.size() < kMaxOutlineDepth) {
-            open.emplace_back(child.content);
-        } else if (child.IsConstructed()) {
-            lines.Append(L" ");
-            lines.Append(kMore);
-        }
-    }
-    return lines.Take();
+    COutline outline;
+    outline.Say(element);
+    return outline.Take();
 }
 
 std::wstring UnreadableText(Octets octets) {
@@ -213,16 +225,12 @@ std::wstring UnknownValueText(Octets octets) {
     }
     // The cursor hands out octets that may be changed; what is made of them here is a text.
     CAsn1Cursor cursor({const_cast<unsigned char*>(octets.data()), octets.size()});
-    CTextLines lines;
+    COutline outline;
     CAsn1Element element;
-    for (std::size_t i = 0; !cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone; ++i) {
-        if (i == kMaxListed) {
-            lines.Line(kMore);
-            break;
-        }
-        lines.Block(OutlineText(element));
+    while (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {
+        outline.Say(element);
     }
-    return lines.Take();
+    return outline.Take();
 }
 
 }  // namespace ca

@@ -71,6 +71,11 @@ bool CTextLines::Shows(std::size_t index, std::size_t count) {
     return false;
 }
 
+void CTextLines::LeaveOut(std::size_t lines) {
+    m_hidden += lines;
+    m_isOpen = false;
+}
+
 void CTextLines::SayMore(std::size_t count) {
     if (!m_isEmpty) {
         m_text += L'\n';

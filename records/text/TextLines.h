@@ -47,6 +47,9 @@ class CTextLines {
     /// the bound says how many of `count` are left and ends the loop.
     bool Shows(std::size_t index, std::size_t count);
 
+    /// Counts lines that are not said; the text ends with how many there were.
+    void LeaveOut(std::size_t lines);
+
     /// Keeps what is wrong with a part that the text shows as unreadable, "; " between faults.
     void Fault(std::wstring_view fault);
 
