@@ -12,6 +12,8 @@
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/ParametersText.h"
+#include "records/text/SharedFormatters.h"
 
 #include <algorithm>
 #include <memory>
@@ -53,6 +55,7 @@ class CCollector {
         auto record = std::make_unique<CertInfo2>();
         record->publicKeyAlg = m_algorithm;
         record->publicKeyParams = m_parameters;
+        record->error = m_error;
         ca::FillValidity({}, {}, record->validity, record->validityNumber);
         Records().emplace_back(std::move(record));
         return *Records().back();
@@ -82,8 +85,10 @@ class CCollector {
 
     // The records that follow tell this algorithm.
     void SetAlgorithm(const CAsn1Element& algorithm) {
+        ca::ParametersForms params = ca::DescribeInnerAlgorithm(algorithm);
         m_algorithm = ca::AlgorithmText(algorithm);
-        m_parameters = ca::InnerAlgorithmText(algorithm);
+        m_parameters = std::move(params.text);
+        m_error = std::move(params.error);
     }
     void SetAlgorithm(const CAsn1AlgorithmIdentifier* algorithm) {
         SetAlgorithm(algorithm != nullptr ? ca::ElementOf(*algorithm) : CAsn1Element());
@@ -111,6 +116,11 @@ class CCollector {
 
     void AddTransported(const CAsn1KeyTransRecipientInfo& info) {
         SetAlgorithm(info.KeyEncryptionAlgorithm());
+        if (info.KeyEncryptionAlgorithm() != nullptr && info.EncryptedKey() != nullptr) {
+            ca::AppendListed(m_parameters,
+                             ca::GostTransportText(ca::ElementOf(*info.KeyEncryptionAlgorithm()),
+                                                   *info.EncryptedKey()));
+        }
         Add(info.Rid());
     }
 
@@ -133,8 +143,16 @@ class CCollector {
 
     void AddPassword(const CAsn1PasswordRecipientInfo& recipient) {
         const CAsn1AlgorithmIdentifier* derivation = recipient.KeyDerivationAlgorithm();
-        Start().description =
-            derivation != nullptr ? ca::AlgorithmText(ca::ElementOf(*derivation)) : m_algorithm;
+        CertInfo2& record = Start();
+        if (derivation == nullptr) {
+            record.description = m_algorithm;
+            return;
+        }
+        const CAsn1Element element = ca::ElementOf(*derivation);
+        const ca::ParametersForms params = ca::DescribeParameters(element);
+        record.description = ca::AlgorithmText(element);
+        ca::AppendListed(record.description, params.text);
+        ca::AddError(record.error, params.error);
     }
 
     void AddOther(const CAsn1OtherRecipientInfo& recipient) {
@@ -143,9 +161,9 @@ class CCollector {
         if (dotted == kOriKem && recipient.OriValue() != nullptr) {
             AddEncapsulated(ca::Changeable(recipient.OriValue()->Raw()));
         } else if (dotted == kOriKeyTransPsk && recipient.OriValue() != nullptr) {
-            AddTransportedWithPsk(ca::FirstElement(recipient.OriValue()->Raw()));
+            AddTransportedWithPsk(ca::Changeable(recipient.OriValue()->Raw()));
         } else if (dotted == kOriKeyAgreePsk && recipient.OriValue() != nullptr) {
-            AddAgreedWithPsk(ca::FirstElement(recipient.OriValue()->Raw()));
+            AddAgreedWithPsk(ca::Changeable(recipient.OriValue()->Raw()));
         } else {
             Start().description = ca::OidWithName(type);
         }
@@ -158,29 +176,22 @@ class CCollector {
         Add(kem->Rid());
     }
 
-    // KeyTransPSKRecipientInfo ::= SEQUENCE { version INTEGER, pskid OCTET STRING,
-    //     kdfAlgorithm, keyEncryptionAlgorithm AlgorithmIdentifier,
-    //     ktris SEQUENCE OF KeyTransRecipientInfo, encryptedKey OCTET STRING }     RFC 8696, 3
-    void AddTransportedWithPsk(const CAsn1Element& value) {
-        constexpr std::size_t kKtris = 4;
-        const ca::CDecoded<CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>> infos(
-            ca::Child(value, kKtris).raw);
-        AddEach(*infos, [this](const CAsn1KeyTransRecipientInfo& info) { AddTransported(info); });
+    void AddTransportedWithPsk(std::span<unsigned char> value) {
+        const ca::CPartlyDecoded<CAsn1KeyTransPskRecipientInfo> psk(value);
+        if (psk.Get() != nullptr && psk.Get()->Ktris() != nullptr) {
+            AddEach(*psk.Get()->Ktris(),
+                    [this](const CAsn1KeyTransRecipientInfo& info) { AddTransported(info); });
+        }
+        psk.ThrowFault();
     }
 
-    // KeyAgreePSKRecipientInfo ::= SEQUENCE { ...,
-    //     keyEncryptionAlgorithm  AlgorithmIdentifier,
-    //     recipientEncryptedKeys  SEQUENCE OF RecipientEncryptedKey }     RFC 8696, 4
-    void AddAgreedWithPsk(const CAsn1Element& value) {
-        CAsn1Element algorithm;
-        CAsn1Element keys;
-        CAsn1Cursor members(value.content);
-        for (CAsn1Element next; !members.AtEnd() && members.Next(next) == Asn1Fault::kNone;) {
-            algorithm = std::exchange(keys, next);
+    void AddAgreedWithPsk(std::span<unsigned char> value) {
+        const ca::CPartlyDecoded<CAsn1KeyAgreePskRecipientInfo> psk(value);
+        if (psk.Get() != nullptr) {
+            SetAlgorithm(psk.Get()->KeyEncryptionAlgorithm());
+            AddAgreed(psk.Get()->RecipientEncryptedKeys());
         }
-        SetAlgorithm(algorithm);
-        const ca::CDecoded<CAsn1SequenceOf<CAsn1RecipientEncryptedKey>> list(keys.raw);
-        AddAgreed(&*list);
+        psk.ThrowFault();
     }
 
     void Add(const CAsn1SignerIdentifier* id) {
@@ -224,6 +235,7 @@ class CCollector {
     ca::Recipients m_recipients;
     std::wstring m_algorithm;
     std::wstring m_parameters;
+    std::wstring m_error;  // of the parameters
     bool m_hasFault = false;
 };
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace ca {
 
@@ -40,9 +41,10 @@ void FillSignatureAlgorithm(const CAsn1AlgorithmIdentifier* outer,
     if (shown == nullptr) {
         return;
     }
-    const CAsn1Element element = ElementOf(*shown);
-    signatureAlg = AlgorithmText(element);
-    hashAlg = SignatureDigestText(element);
+    SignatureAlgorithmForms forms = DescribeSignatureAlgorithm(ElementOf(*shown));
+    signatureAlg = std::move(forms.text);
+    hashAlg = std::move(forms.digest);
+    AddError(error, forms.error);
     if (outer != nullptr && inner != nullptr && !std::ranges::equal(outer->Raw(), inner->Raw())) {
         AddError(error, SetZORNAMessage(kMsgAlgorithmsDiffer));
     }

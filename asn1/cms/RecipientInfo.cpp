@@ -116,6 +116,30 @@ void CAsn1KemRecipientInfo::Decode() {
     fields.End();
 }
 
+void CAsn1KeyTransPskRecipientInfo::Decode() {
+    CFieldReader fields(*this);
+    m_version = fields.Required<CAsn1Integer>("version");
+    m_pskId = fields.Required<CAsn1OctetString>("pskid");
+    m_kdfAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("kdfAlgorithm");
+    m_keyEncryptionAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("keyEncryptionAlgorithm");
+    m_ktris = fields.Required<CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>>("ktris");
+    m_encryptedKey = fields.Required<CAsn1OctetString>("encryptedKey");
+    fields.End();
+}
+
+void CAsn1KeyAgreePskRecipientInfo::Decode() {
+    CFieldReader fields(*this);
+    m_version = fields.Required<CAsn1Integer>("version");
+    m_pskId = fields.Required<CAsn1OctetString>("pskid");
+    m_originator = fields.RequiredExplicit<CAsn1OriginatorIdentifierOrKey>(0, "originator");
+    m_ukm = fields.OptionalExplicit<CAsn1OctetString>(1, "ukm");
+    m_kdfAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("kdfAlgorithm");
+    m_keyEncryptionAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("keyEncryptionAlgorithm");
+    m_recipientEncryptedKeys =
+        fields.Required<CAsn1SequenceOf<CAsn1RecipientEncryptedKey>>("recipientEncryptedKeys");
+    fields.End();
+}
+
 void CAsn1RecipientInfo::Decode() {
     CChoiceReader choice(*this);
     m_ktri = choice.Alternative<CAsn1KeyTransRecipientInfo>("ktri");

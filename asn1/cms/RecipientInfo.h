@@ -7,7 +7,7 @@
 #include "asn1/cms/SignerIdentifier.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
 
-// The kinds of recipients of RFC 5652, 6.2, and RFC 9629.
+// The kinds of recipients of RFC 5652, 6.2, RFC 8696 and RFC 9629.
 
 // OtherKeyAttribute ::= SEQUENCE {
 //     keyAttrId  OBJECT IDENTIFIER,
@@ -317,6 +317,78 @@ class CAsn1KemRecipientInfo : public CAsn1TypedObject {
     CAsn1OctetString* m_ukm = nullptr;
     CAsn1AlgorithmIdentifier* m_wrap = nullptr;
     CAsn1OctetString* m_encryptedKey = nullptr;
+};
+
+// KeyTransPSKRecipientInfo ::= SEQUENCE {     -- an oriValue
+//     version                 CMSVersion,     -- INTEGER
+//     pskid                   PreSharedKeyIdentifier,     -- OCTET STRING
+//     kdfAlgorithm            KeyDerivationAlgorithmIdentifier,
+//     keyEncryptionAlgorithm  KeyEncryptionAlgorithmIdentifier,
+//     ktris                   SEQUENCE OF KeyTransRecipientInfo,
+//     encryptedKey            EncryptedKey }   -- OCTET STRING     RFC 8696, 3
+class CAsn1KeyTransPskRecipientInfo : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "KeyTransPSKRecipientInfo";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    const CAsn1Integer* Version() const { return m_version; }
+    const CAsn1OctetString* PskId() const { return m_pskId; }
+    const CAsn1AlgorithmIdentifier* KdfAlgorithm() const { return m_kdfAlgorithm; }
+    const CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const {
+        return m_keyEncryptionAlgorithm;
+    }
+    const CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>* Ktris() const { return m_ktris; }
+    const CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
+
+  private:
+    CAsn1Integer* m_version = nullptr;
+    CAsn1OctetString* m_pskId = nullptr;
+    CAsn1AlgorithmIdentifier* m_kdfAlgorithm = nullptr;
+    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
+    CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>* m_ktris = nullptr;
+    CAsn1OctetString* m_encryptedKey = nullptr;
+};
+
+// KeyAgreePSKRecipientInfo ::= SEQUENCE {     -- an oriValue
+//     version                 CMSVersion,     -- INTEGER
+//     pskid                   PreSharedKeyIdentifier,     -- OCTET STRING
+//     originator              [0] EXPLICIT OriginatorIdentifierOrKey,
+//     ukm                     [1] EXPLICIT UserKeyingMaterial OPTIONAL,     --
+//     OCTET STRING kdfAlgorithm            KeyDerivationAlgorithmIdentifier,
+//     keyEncryptionAlgorithm  KeyEncryptionAlgorithmIdentifier,
+//     recipientEncryptedKeys  SEQUENCE OF RecipientEncryptedKey }     RFC 8696,
+//     4
+class CAsn1KeyAgreePskRecipientInfo : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "KeyAgreePSKRecipientInfo";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    const CAsn1Integer* Version() const { return m_version; }
+    const CAsn1OctetString* PskId() const { return m_pskId; }
+    const CAsn1OriginatorIdentifierOrKey* Originator() const { return m_originator; }
+    const CAsn1OctetString* Ukm() const { return m_ukm; }
+    const CAsn1AlgorithmIdentifier* KdfAlgorithm() const { return m_kdfAlgorithm; }
+    const CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const {
+        return m_keyEncryptionAlgorithm;
+    }
+    const CAsn1SequenceOf<CAsn1RecipientEncryptedKey>* RecipientEncryptedKeys() const {
+        return m_recipientEncryptedKeys;
+    }
+
+  private:
+    CAsn1Integer* m_version = nullptr;
+    CAsn1OctetString* m_pskId = nullptr;
+    CAsn1OriginatorIdentifierOrKey* m_originator = nullptr;
+    CAsn1OctetString* m_ukm = nullptr;
+    CAsn1AlgorithmIdentifier* m_kdfAlgorithm = nullptr;
+    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
+    CAsn1SequenceOf<CAsn1RecipientEncryptedKey>* m_recipientEncryptedKeys = nullptr;
 };
 
 // RecipientInfo ::= CHOICE {

@@ -1,22 +1,29 @@
 #pragma once
 
+#include "common/Lng.h"
 #include "records/text/Elements.h"
 
+#include <optional>
 #include <string>
 
 namespace ca {
+
+struct OidInfo;
 
 /// The readable name of an AlgorithmIdentifier (RFC 5280 4.1.1.2); the dotted text of an unknown
 /// one. RSA-PSS with its parameters: "RSA-PSS, SHA-256, MGF1 SHA-256, 32" (RFC 4055 3.1).
 std::wstring AlgorithmText(const CAsn1Element& algorithm);
 
-/// The algorithm that an algorithm's parameters name: the key wrap of a key agreement (RFC 5753
-/// 7.1.4), the cipher of a key wrap by password (RFC 3211 2.3), the digests of RSA-OAEP (RFC 4055
-/// 4.1). "" when they name none.
-std::wstring InnerAlgorithmText(const CAsn1Element& algorithm);
+/// A signature algorithm in words.
+struct SignatureAlgorithmForms {
+    std::wstring text;    ///< AlgorithmText()
+    std::wstring digest;  ///< the name of the digest it works with; "" when it is not known
+    std::wstring error;   ///< what is wrong with its parameters; empty when nothing is
+};
+SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm);
 
-/// The name of the digest that a signature algorithm works with; "" when it is not known.
-std::wstring SignatureDigestText(const CAsn1Element& algorithm);
+/// The name of the digest that a signature or key algorithm always works with.
+std::optional<ZornaMessage> DigestOf(const OidInfo& algorithm);
 
 /// The signature algorithm of a message's signer: a key algorithm alone, as CMS allows, is
 /// completed by the digest ("RSA with SHA-256").
@@ -26,7 +33,7 @@ std::wstring SignerAlgorithmText(const CAsn1Element& signature, const CAsn1Eleme
 struct PublicKeyForms {
     std::wstring algorithm;
     std::wstring key;       ///< hexadecimal; for GOST the octets inside (RFC 9215 4)
-    std::wstring params;    ///< size and exponent, curve, or sets, one a line
+    std::wstring params;    ///< size and exponent, size, curve, or sets, one a line
     std::wstring hashAlgs;  ///< digests that go with the key, best first, ", " between them
     std::wstring error;     ///< what could not be read; empty when all could
 };

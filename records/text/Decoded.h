@@ -4,7 +4,9 @@
 #include "asn1/Asn1Typed.h"
 #include "records/text/TextLines.h"
 
+#include <optional>
 #include <span>
+#include <string>
 #include <type_traits>
 
 namespace ca {
@@ -25,6 +27,34 @@ class CDecoded {
 
   private:
     CAsn1Root<T> m_root;
+};
+
+/// The same as far as the octets are a T, for what is described in spite of faults.
+template <class T>
+class CPartlyDecoded {
+  public:
+    explicit CPartlyDecoded(std::span<unsigned char> octets) {
+        try {
+            m_root.emplace(octets, Asn1Blocks::kRead);
+            (*m_root)->Decode();
+        } catch (const Exception& fault) {
+            m_fault = fault;
+        }
+    }
+    /// Null when the octets are no T at all.
+    const T* Get() const { return m_root ? &**m_root : nullptr; }
+    bool IsWhole() const { return !m_fault; }
+    /// What is wrong; empty when nothing is.
+    std::wstring Fault() const { return m_fault ? m_fault->message : std::wstring(); }
+    void ThrowFault() const {
+        if (m_fault) {
+            throw *m_fault;
+        }
+    }
+
+  private:
+    std::optional<CAsn1Root<T>> m_root;
+    std::optional<Exception> m_fault;
 };
 
 /// The element a walk stands at. Throws its fault when it is not whole.

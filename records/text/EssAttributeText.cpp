@@ -149,7 +149,7 @@ void SayMailListHistory(Value value, CTextLines& lines) {
     });
 }
 
-// Parameters are a key size as a rule; other ones are outlined.
+// Parameters are those of the algorithm or a key size as a rule; other ones are outlined.
 void SayCapability(const CAsn1SmimeCapability& capability, CTextLines& lines) {
     const std::wstring name = ca::OidWithName(OctetsOf(capability.CapabilityId()));
     const CAsn1Any* parameters = capability.Parameters();
@@ -160,6 +160,11 @@ void SayCapability(const CAsn1SmimeCapability& capability, CTextLines& lines) {
     std::uint32_t size = 0;
     if (ca::ReadSmallInteger(ca::FirstElement(parameters->Raw()), size)) {
         lines.Line(name + L", " + ca::DecimalText(size));
+        return;
+    }
+    const ca::ParametersForms forms = ca::DescribeParameters(ca::ElementOf(capability));
+    if (!forms.text.empty() && forms.error.empty()) {
+        lines.Line(name + L", " + forms.text);
         return;
     }
     lines.Line(name, L"");

@@ -266,8 +266,9 @@ TEST_F(TextTest, SignatureAlgorithmsTellTheirDigests) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         Octets octets = c.algorithm;
-        EXPECT_EQ(c.text, ca::AlgorithmText(First(octets)));
-        EXPECT_EQ(c.digest, ca::SignatureDigestText(First(octets)));
+        const auto forms = ca::DescribeSignatureAlgorithm(First(octets));
+        EXPECT_EQ(c.text, forms.text);
+        EXPECT_EQ(c.digest, forms.digest);
     }
     Octets rsa = Algorithm(kRsa);
     Octets digest = sha256;
@@ -292,7 +293,13 @@ TEST_F(TextTest, PublicKeysTellTheirParameters) {
     const Octets modulus = Join({{0x00, 0x80}, Octets(126, 0x11), {0x01}});
     const Octets rsaKey = Tlv(0x30, {Tlv(0x02, modulus), Tlv(0x02, {0x01, 0x00, 0x01})});
     const Octets prime = Tlv(0x02, Join({{0x00, 0xFF}, Octets(31, 0x22)}));
-    const Octets explicitField = Tlv(0x30, {{0x02, 0x01, 0x01}, Tlv(0x30, {primeField, prime})});
+    const Octets element = Tlv(0x04, {0x01});
+    const Octets explicitField = Tlv(0x30, {{0x02, 0x01, 0x01},
+                                            Tlv(0x30, {primeField, prime}),
+                                            Tlv(0x30, {element, element}),
+                                            element,
+                                            prime,
+                                            {0x02, 0x01, 0x01}});
     const struct {
         const char* name;
         Octets algorithm;

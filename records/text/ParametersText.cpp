@@ -1,0 +1,295 @@
+#include "records/text/ParametersText.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/algorithms/CipherParameters.h"
+#include "asn1/algorithms/GostParameters.h"
+#include "asn1/algorithms/PasswordParameters.h"
+#include "asn1/algorithms/RsaParameters.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Decoded.h"
+#include "records/text/OutlineText.h"
+#include "records/text/PolicyText.h"
+#include "records/text/SharedFormatters.h"
+
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using ca::ParametersForms;
+using Value = std::span<unsigned char>;
+
+// Parameters inside parameters that are said: a wrap of a cipher, a password's key in PBES2.
+constexpr unsigned kMaxNested = 3;
+
+// What is being said, and how deep it stands in other parameters.
+struct Saying {
+    ParametersForms forms;
+    unsigned depth = 0;
+
+    void Add(std::wstring_view part) { ca::AppendListed(forms.text, part); }
+    void AddError(std::wstring_view fault) {
+        forms.error += forms.error.empty() ? L"" : L"; ";
+        forms.error += fault;
+    }
+};
+
+Saying Describe(const CAsn1Element& algorithm, unsigned depth);
+
+// Says what could be read; what is no T is shown as a whole.
+template <class T, class SayOne>
+void Read(Value params, Saying& saying, SayOne say) {
+    const ca::CPartlyDecoded<T> read(params);
+    if (read.IsWhole()) {
+        say(*read.Get());
+    } else {
+        saying.Add(ca::UnreadableText(params));
+        saying.AddError(read.Fault());
+    }
+}
+
+// An algorithm with its parameters.
+void SayAlgorithm(const CAsn1Element& algorithm, Saying& saying) {
+    saying.Add(ca::OidName(ca::ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier)));
+    if (saying.depth < kMaxNested) {
+        const Saying inner = Describe(algorithm, saying.depth + 1);
+        saying.Add(inner.forms.text);
+        if (!inner.forms.error.empty()) {
+            saying.AddError(inner.forms.error);
+        }
+    }
+}
+
+void SayNumber(const CAsn1Integer* number, Saying& saying) {
+    if (number != nullptr) {
+        saying.Add(ca::NumberText(number));
+    }
+}
+
+// ---- RSA ----
+
+std::wstring Sha1Name() {
+    return SetZORNAMessage(ca::FindOidByShortName("id-sha1")->messageId);
+}
+
+// The digest is SHA-1 when none is given.
+std::wstring DigestName(const CAsn1AlgorithmIdentifier* digest) {
+    return digest != nullptr ? ca::OidName(OctetsOf(digest->Algorithm())) : Sha1Name();
+}
+
+// The mask is one of MGF1 with SHA-1 when none is given; MGF1 has a digest as its parameters.
+void SayMask(const CAsn1AlgorithmIdentifier* mask, Saying& saying) {
+    const ca::OidInfo* type = mask != nullptr ? ca::FindOid(OctetsOf(mask->Algorithm())) : nullptr;
+    if (mask == nullptr) {
+        saying.Add(L"MGF1 " + Sha1Name());
+    } else if (type == nullptr || type->shortName != std::string_view("id-mgf1")) {
+        saying.Add(ca::OidName(OctetsOf(mask->Algorithm())));
+    } else if (mask->Parameters() == nullptr) {
+        saying.Add(L"MGF1");
+    } else {
+        Read<CAsn1AlgorithmIdentifier>(
+            ca::Changeable(mask->Parameters()->Raw()), saying,
+            [&](const auto& digest) { saying.Add(L"MGF1 " + DigestName(&digest)); });
+    }
+}
+
+void SayPss(Value value, Saying& saying) {
+    constexpr std::int64_t kSaltOctets = 20;
+    Read<CAsn1RsassaPssParams>(value, saying, [&](const CAsn1RsassaPssParams& params) {
+        saying.forms.digest = DigestName(params.HashAlgorithm());
+        saying.Add(saying.forms.digest);
+        SayMask(params.MaskGenAlgorithm(), saying);
+        saying.Add(std::to_wstring(IntegerOf(params.SaltLength(), kSaltOctets)));
+    });
+}
+
+void SayOaep(Value value, Saying& saying) {
+    Read<CAsn1RsaesOaepParams>(value, saying, [&](const CAsn1RsaesOaepParams& params) {
+        saying.forms.digest = DigestName(params.HashFunc());
+        saying.Add(saying.forms.digest);
+        SayMask(params.MaskGenFunc(), saying);
+    });
+}
+
+// ---- Passwords ----
+
+void SayPbe(Value value, Saying& saying) {
+    Read<CAsn1PbeParameter>(value, saying, [&](const CAsn1PbeParameter& params) {
+        SayNumber(params.IterationCount(), saying);
+    });
+}
+
+void SayPbkdf2(Value value, Saying& saying) {
+    Read<CAsn1Pbkdf2Params>(value, saying, [&](const CAsn1Pbkdf2Params& params) {
+        saying.Add(params.Prf() != nullptr
+                       ? ca::OidName(OctetsOf(params.Prf()->Algorithm()))
+                       : SetZORNAMessage(ca::FindOidByShortName("hmacWithSHA1")->messageId));
+        SayNumber(params.IterationCount(), saying);
+    });
+}
+
+void SayScrypt(Value value, Saying& saying) {
+    Read<CAsn1ScryptParams>(value, saying, [&](const CAsn1ScryptParams& params) {
+        SayNumber(params.CostParameter(), saying);
+        SayNumber(params.BlockSize(), saying);
+        SayNumber(params.ParallelizationParameter(), saying);
+    });
+}
+
+void SayPbes2(Value value, Saying& saying) {
+    Read<CAsn1Pbes2Params>(value, saying, [&](const CAsn1Pbes2Params& params) {
+        SayAlgorithm(ca::ElementOf(*params.KeyDerivationFunc()), saying);
+        SayAlgorithm(ca::ElementOf(*params.EncryptionScheme()), saying);
+    });
+}
+
+void SayPbmac1(Value value, Saying& saying) {
+    Read<CAsn1Pbmac1Params>(value, saying, [&](const CAsn1Pbmac1Params& params) {
+        SayAlgorithm(ca::ElementOf(*params.KeyDerivationFunc()), saying);
+        SayAlgorithm(ca::ElementOf(*params.MessageAuthScheme()), saying);
+    });
+}
+
+// ---- Ciphers and key wraps ----
+
+// The parameters are the algorithm that a key is wrapped with (RFC 5753 7.1.4, RFC 3211 2.3).
+void SayWrap(Value value, Saying& saying) {
+    Read<CAsn1AlgorithmIdentifier>(value, saying, [&](const CAsn1AlgorithmIdentifier& wrap) {
+        SayAlgorithm(ca::ElementOf(wrap), saying);
+    });
+}
+
+void SayRc2(Value value, Saying& saying) {
+    constexpr std::int64_t kNoVersionBits = 32;
+    constexpr std::pair<std::int64_t, std::int64_t> kVersions[] = {{160, 40}, {120, 64}, {58, 128}};
+    Read<CAsn1Rc2CbcParameter>(value, saying, [&](const CAsn1Rc2CbcParameter& params) {
+        std::int64_t bits = IntegerOf(params.Rc2ParameterVersion(), kNoVersionBits);
+        for (const auto& [version, size] : kVersions) {
+            bits = params.Rc2ParameterVersion() != nullptr && bits == version ? size : bits;
+        }
+        saying.Add(std::to_wstring(bits) + L' ' + SetZORNAMessage(kMsgBit));
+    });
+}
+
+// ---- GOST ----
+
+// Messages name the algorithm of the key also where they mean an agreement, whose parameters are a
+// key wrap.
+void SayGostKey(Value value, Saying& saying) {
+    if (ca::Child(ca::FirstElement(value), 1).tag == kAsn1Sequence) {
+        SayWrap(value, saying);
+        return;
+    }
+    Read<CAsn1GostPublicKeyParameters>(value, saying, [&](const auto& params) {
+        for (const auto* set :
+             {params.PublicKeyParamSet(), params.DigestParamSet(), params.EncryptionParamSet()}) {
+            saying.Add(set != nullptr ? ca::OidName(OctetsOf(set)) : L"");
+        }
+    });
+}
+
+void SayGostCipher(Value value, Saying& saying) {
+    Read<CAsn1Gost28147Parameters>(value, saying, [&](const auto& params) {
+        saying.Add(ca::OidName(OctetsOf(params.EncryptionParamSet())));
+    });
+}
+
+void SayGostWrap(Value value, Saying& saying) {
+    Read<CAsn1Gost28147KeyWrapParameters>(value, saying, [&](const auto& params) {
+        saying.Add(ca::OidName(OctetsOf(params.EncryptionParamSet())));
+    });
+}
+
+using ParametersFormatter = void (*)(Value value, Saying& saying);
+
+constexpr std::pair<std::string_view, ParametersFormatter> kRows[] = {
+    {"id-RSASSA-PSS", SayPss},
+    {"id-RSAES-OAEP", SayOaep},
+    {"pbeWithMD5AndDES-CBC", SayPbe},
+    {"pbeWithSHAAnd3-KeyTripleDES-CBC", SayPbe},
+    {"pbeWithSHAAnd40BitRC2-CBC", SayPbe},
+    {"PBKDF2", SayPbkdf2},
+    {"PBES2", SayPbes2},
+    {"PBMAC1", SayPbmac1},
+    {"id-scrypt", SayScrypt},
+    {"id-alg-PWRI-KEK", SayWrap},
+    {"id-alg-ESDH", SayWrap},
+    {"dhSinglePass-stdDH-sha1kdf-scheme", SayWrap},
+    {"dhSinglePass-stdDH-sha256kdf-scheme", SayWrap},
+    {"dhSinglePass-stdDH-sha384kdf-scheme", SayWrap},
+    {"dhSinglePass-stdDH-sha512kdf-scheme", SayWrap},
+    {"id-GostR3410-2001-CryptoPro-ESDH", SayWrap},
+    {"id-GostR3410-2001DH", SayWrap},
+    {"id-tc26-agreement-gost-3410-12-256", SayWrap},
+    {"id-tc26-agreement-gost-3410-12-512", SayWrap},
+    {"rc2-cbc", SayRc2},
+    {"id-GostR3410-94", SayGostKey},
+    {"id-GostR3410-2001", SayGostKey},
+    {"id-tc26-gost3410-12-256", SayGostKey},
+    {"id-tc26-gost3410-12-512", SayGostKey},
+    {"id-Gost28147-89", SayGostCipher},
+    {"id-Gost28147-89-None-KeyWrap", SayGostWrap},
+    {"id-Gost28147-89-CryptoPro-KeyWrap", SayGostWrap},
+};
+
+// Formatters by the message of their algorithm's name, so that a look-up compares no texts.
+ParametersFormatter FindFormatter(const ca::OidInfo& type) {
+    static const std::vector<ParametersFormatter> kFormatters = [] {
+        std::vector<ParametersFormatter> formatters(kMessageCount);
+        for (const auto& [shortName, say] : kRows) {
+            if (const ca::OidInfo* info = ca::FindOidByShortName(shortName)) {
+                formatters[static_cast<std::size_t>(info->messageId)] = say;
+            }
+        }
+        return formatters;
+    }();
+    return kFormatters[static_cast<std::size_t>(type.messageId)];
+}
+
+Saying Describe(const CAsn1Element& algorithm, unsigned depth) {
+    Saying saying;
+    saying.depth = depth;
+    const CAsn1Element params = ca::Child(algorithm, 1);
+    const ca::OidInfo* type =
+        ca::FindOid(ca::ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier));
+    if (params.raw.empty() || params.tag == kAsn1Null || type == nullptr) {
+        return saying;
+    }
+    if (const ParametersFormatter say = FindFormatter(*type)) {
+        say(params.raw, saying);
+    }
+    return saying;
+}
+
+}  // namespace
+
+namespace ca {
+
+ParametersForms DescribeParameters(const CAsn1Element& algorithm) {
+    return Describe(algorithm, 0).forms;
+}
+
+ParametersForms DescribeInnerAlgorithm(const CAsn1Element& algorithm) {
+    ParametersForms forms = DescribeParameters(algorithm);
+    const CAsn1Element params = Child(algorithm, 1);
+    if (forms.text.empty() && params.tag == kAsn1Sequence) {
+        forms.text = AlgorithmText(params);
+    }
+    return forms;
+}
+
+std::wstring GostTransportText(const CAsn1Element& algorithm, const CAsn1OctetString& key) {
+    const OidInfo* type = FindOid(ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier));
+    if (type == nullptr || FindFormatter(*type) != SayGostKey) {
+        return {};
+    }
+    std::vector<unsigned char> octets = OctetStringOf(&key);
+    const CPartlyDecoded<CAsn1GostKeyTransport> transport(octets);
+    if (!transport.IsWhole() || transport.Get()->TransportParameters() == nullptr) {
+        return {};
+    }
+    return OidName(OctetsOf(transport.Get()->TransportParameters()->EncryptionParamSet()));
+}
+
+}  // namespace ca

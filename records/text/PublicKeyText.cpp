@@ -1,0 +1,245 @@
+#include "asn1/OidTable.h"
+#include "asn1/algorithms/DomainParameters.h"
+#include "asn1/algorithms/EcParameters.h"
+#include "asn1/algorithms/GostParameters.h"
+#include "asn1/algorithms/RsaParameters.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/Decoded.h"
+#include "records/text/OutlineText.h"
+#include "records/text/ParametersText.h"
+#include "records/text/TextLines.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+using ca::Octets;
+using ca::PublicKeyForms;
+using Value = std::span<unsigned char>;
+
+// Bits of a magnitude behind its leading zeros.
+std::size_t BitSize(Octets magnitude) {
+    const auto first = std::ranges::find_if(magnitude, [](unsigned char o) { return o != 0; });
+    const auto octets = static_cast<std::size_t>(magnitude.end() - first);
+    return octets != 0 ? 8 * (octets - 1) + static_cast<std::size_t>(std::bit_width(*first)) : 0;
+}
+
+std::wstring BitsText(std::size_t bits) {
+    return ca::DecimalText(bits) + L' ' + SetZORNAMessage(kMsgBit);
+}
+
+// The size of a modulus; "" for one that could not be read.
+std::wstring SizeText(const CAsn1Integer* modulus) {
+    return modulus != nullptr ? BitsText(BitSize(OctetsOf(modulus))) : std::wstring();
+}
+
+std::wstring UnreadableKey(std::wstring_view fault) {
+    std::wstring text = SetZORNAMessage(kMsgKeyUnreadable);
+    return fault.empty() ? text : text.append(L": ").append(fault);
+}
+
+// The SHA-2 digests from one on, best first.
+enum class Sha2 { k256, k384, k512 };
+std::wstring DigestsFrom(Sha2 first) {
+    static const std::array<ZornaMessage, 3> kNames = {
+        ca::FindOidByShortName("id-sha256")->messageId,
+        ca::FindOidByShortName("id-sha384")->messageId,
+        ca::FindOidByShortName("id-sha512")->messageId};
+    std::wstring text;
+    for (auto i = static_cast<std::size_t>(first); i < kNames.size(); ++i) {
+        text += text.empty() ? L"" : L", ";
+        text += SetZORNAMessage(kNames[i]);
+    }
+    return text;
+}
+
+// Reads parameters that are there. What is no T is shown and named as a fault.
+template <class T, class SayOne>
+void ReadParameters(const CAsn1Element& algorithm, PublicKeyForms& forms, SayOne say) {
+    const CAsn1Element params = ca::Child(algorithm, 1);
+    if (params.raw.empty() || params.tag == kAsn1Null) {
+        return;
+    }
+    const ca::CPartlyDecoded<T> read(params.raw);
+    if (read.Get() != nullptr) {
+        say(*read.Get());
+    }
+    if (!read.IsWhole()) {
+        forms.error = read.Fault();
+        forms.params = forms.params.empty() ? ca::UnreadableText(params.raw) : forms.params;
+    }
+}
+
+// ---- RSA ----
+
+void DescribeRsa(Value bits, PublicKeyForms& forms) {
+    const ca::CPartlyDecoded<CAsn1RsaPublicKey> key(bits);
+    const Octets modulus = OctetsOf(key.Get() != nullptr ? key.Get()->Modulus() : nullptr);
+    const CAsn1Integer* exponent = key.Get() != nullptr ? key.Get()->PublicExponent() : nullptr;
+    if (modulus.empty() || OctetsOf(exponent).empty() || !key.IsWhole()) {
+        forms.error = UnreadableKey(key.Fault());
+    }
+    if (modulus.empty() || OctetsOf(exponent).empty()) {
+        return;
+    }
+    std::uint32_t small = 0;
+    forms.params =
+        BitsText(BitSize(modulus)) + L", " + SetZORNAMessage(kMsgExponent) + L' ' +
+        (ca::ReadSmallInteger(ca::ElementOf(*exponent), small) ? ca::DecimalText(small)
+                                                               : ca::Hex(OctetsOf(exponent)));
+}
+
+void DescribeRsaKey(const CAsn1Element& /*algorithm*/, Value bits, PublicKeyForms& forms) {
+    DescribeRsa(bits, forms);
+    forms.hashAlgs = DigestsFrom(Sha2::k256);
+}
+
+// A key with parameters is for these alone (RFC 4055 1.2).
+void DescribePssKey(const CAsn1Element& algorithm, Value bits, PublicKeyForms& forms) {
+    const ca::ParametersForms pss = ca::DescribeParameters(algorithm);
+    DescribeRsa(bits, forms);
+    forms.error = pss.error.empty() ? forms.error : pss.error;
+    forms.hashAlgs = pss.digest.empty() ? DigestsFrom(Sha2::k256) : pss.digest;
+}
+
+void DescribeOaepKey(const CAsn1Element& /*algorithm*/, Value bits, PublicKeyForms& forms) {
+    DescribeRsa(bits, forms);
+}
+
+// ---- Elliptic curves ----
+
+// The digest as strong as the curve, then the longer ones (RFC 5480 4).
+Sha2 BestDigest(std::string_view curve) {
+    constexpr std::string_view k384[] = {"secp384r1", "brainpoolP384r1", "brainpoolP320r1"};
+    constexpr std::string_view k512[] = {"secp521r1", "brainpoolP512r1"};
+    if (std::ranges::find(k384, curve) != std::end(k384)) {
+        return Sha2::k384;
+    }
+    return std::ranges::find(k512, curve) != std::end(k512) ? Sha2::k512 : Sha2::k256;
+}
+
+// The size of a field: that of its prime, or the degree of one of characteristic two.
+std::size_t FieldBits(const CAsn1FieldId& field) {
+    if (field.Parameters() == nullptr) {
+        return 0;
+    }
+    const Value params = ca::Changeable(field.Parameters()->Raw());
+    if (field.Parameters()->Tag() != kAsn1Sequence) {
+        return BitSize(OctetsOf(field.Parameters()));
+    }
+    const ca::CPartlyDecoded<CAsn1CharacteristicTwo> binary(params);
+    return static_cast<std::size_t>(std::max<std::int64_t>(0, IntegerOf(binary.Get()->M(), 0)));
+}
+
+void DescribeEcKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
+    Sha2 digest = Sha2::k256;
+    ReadParameters<CAsn1EcpkParameters>(algorithm, forms, [&](const CAsn1EcpkParameters& curve) {
+        const CAsn1EcParameters* given = curve.EcParameters();
+        if (curve.NamedCurve() != nullptr) {
+            const Octets oid = OctetsOf(curve.NamedCurve());
+            const ca::OidInfo* row = ca::FindOid(oid);
+            forms.params = row != nullptr ? SetZORNAMessage(row->messageId) : ca::OidText(oid);
+            digest = BestDigest(row != nullptr ? row->shortName : "");
+        } else if (given != nullptr && given->FieldId() != nullptr &&
+                   given->FieldId()->Parameters() != nullptr) {
+            forms.params = SetZORNAMessage(kMsgExplicitParameters) +
+                           (L", " + BitsText(FieldBits(*given->FieldId())));
+        }
+    });
+    forms.hashAlgs = DigestsFrom(digest);
+}
+
+// ---- DSA, Diffie-Hellman ----
+
+void DescribeDsaKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
+    ReadParameters<CAsn1DssParms>(
+        algorithm, forms, [&](const CAsn1DssParms& group) { forms.params = SizeText(group.P()); });
+}
+
+void DescribeDhKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
+    ReadParameters<CAsn1DomainParameters>(
+        algorithm, forms,
+        [&](const CAsn1DomainParameters& group) { forms.params = SizeText(group.P()); });
+}
+
+void DescribeOldDhKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
+    ReadParameters<CAsn1DhParameter>(algorithm, forms, [&](const CAsn1DhParameter& group) {
+        forms.params = SizeText(group.Prime());
+    });
+}
+
+// ---- GOST ----
+
+// The key is an OCTET STRING inside the bits (RFC 4491 2.3, RFC 9215 4).
+void DescribeGostKey(const CAsn1Element& algorithm, Value bits, PublicKeyForms& forms) {
+    ReadParameters<CAsn1GostPublicKeyParameters>(algorithm, forms, [&](const auto& sets) {
+        ca::CTextLines lines;
+        for (const auto* set :
+             {sets.PublicKeyParamSet(), sets.DigestParamSet(), sets.EncryptionParamSet()}) {
+            if (set != nullptr) {
+                lines.Line(ca::OidName(OctetsOf(set)));
+            }
+        }
+        forms.params = lines.Take();
+    });
+    const CAsn1Element key = ca::FirstElement(bits);
+    if (key.tag == kAsn1OctetString && key.raw.size() == bits.size()) {
+        forms.key = ca::Hex(key.content);
+    } else {
+        forms.error = UnreadableKey(forms.error);
+    }
+}
+
+using KeyFormatter = void (*)(const CAsn1Element& algorithm, Value bits, PublicKeyForms& forms);
+
+constexpr std::pair<std::string_view, KeyFormatter> kRows[] = {
+    {"rsaEncryption", DescribeRsaKey},
+    {"id-RSASSA-PSS", DescribePssKey},
+    {"id-RSAES-OAEP", DescribeOaepKey},
+    {"id-ecPublicKey", DescribeEcKey},
+    {"id-ecDH", DescribeEcKey},
+    {"id-dsa", DescribeDsaKey},
+    {"dhpublicnumber", DescribeDhKey},
+    {"dhKeyAgreement", DescribeOldDhKey},
+    {"id-tc26-gost3410-12-256", DescribeGostKey},
+    {"id-tc26-gost3410-12-512", DescribeGostKey},
+    {"id-GostR3410-2001", DescribeGostKey},
+    {"id-GostR3410-94", DescribeGostKey},
+};
+
+}  // namespace
+
+namespace ca {
+
+PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo) {
+    PublicKeyForms forms;
+    const CAsn1Element algorithm = Child(publicKeyInfo, 0);
+    const CAsn1Element bitString = Child(publicKeyInfo, 1);
+    const Octets oid = ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier);
+    if (oid.empty() || bitString.tag != kAsn1BitString) {
+        forms.error = UnreadableKey({});
+        return forms;
+    }
+    const Octets bits = BitOctets(bitString);
+    forms.algorithm = AlgorithmText(algorithm);
+    forms.key = Hex(bits);
+    const OidInfo* type = FindOid(oid);
+    if (type == nullptr) {
+        return forms;
+    }
+    if (const auto digest = DigestOf(*type)) {
+        forms.hashAlgs = SetZORNAMessage(*digest);
+    }
+    const auto row = std::ranges::find(kRows, std::string_view(type->shortName),
+                                       [](const auto& known) { return known.first; });
+    if (row != std::end(kRows)) {
+        row->second(algorithm, Changeable(bits), forms);
+    }
+    return forms;
+}
+
+}  // namespace ca
