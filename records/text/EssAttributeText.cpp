@@ -9,6 +9,7 @@
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/ParametersText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/RevocationText.h"
 #include "records/text/SharedFormatters.h"
