@@ -183,6 +183,12 @@ bool CCryptoModule::Init(LogCallback log) {
     }
     ReadPkiConfig();
     m_baseInitParams = ca::BuildBaseInitString(m_config, PkiConfig());
+    for (const auto* places :
+         {&PkiConfig().Settings().trust.intermediates, &PkiConfig().Settings().trust.stores}) {
+        for (const std::wstring& place : *places) {
+            m_issuers.AddPlace(place);
+        }
+    }
     std::vector<std::wstring> customTexts = m_config.GetCustomErrorHandlers();
     if (!LogInit(log, customTexts)) {
         return false;

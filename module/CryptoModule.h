@@ -7,6 +7,7 @@
 #include "module/CryptPacket.h"
 #include "module/StreamArray.h"
 #include "module/mod_foo.h"
+#include "records/KnownIssuers.h"
 
 #include <string>
 #include <vector>
@@ -143,4 +144,5 @@ class CCryptoModule : public ca::CryptoModule {
     CClientContextArray m_clients;
     CStreamArray m_streams;
     std::wstring m_baseInitParams;
+    ca::KnownIssuers m_issuers;  // of the PKI configuration's locations
 };

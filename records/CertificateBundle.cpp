@@ -14,7 +14,6 @@ namespace {
 
 using ca::Octets;
 
-constexpr std::size_t kMaxIssuers = 16;  // records nested in one description
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 // The extensions of a certificate, [3] EXPLICIT SEQUENCE; they are its last member.
@@ -43,13 +42,6 @@ CAsn1Element ExtensionValue(std::span<unsigned char> certificate, Octets type) {
     return {};
 }
 
-// The key identifier of the issuer, [0] of the extension's members (RFC 5280 4.2.1.1).
-Octets IssuerKeyIdentifier(std::span<unsigned char> certificate) {
-    constexpr unsigned char kType[] = {0x55, 0x1D, 0x23};
-    const CAsn1Element first = ca::Child(ExtensionValue(certificate, kType), 0);
-    return ca::ContentIf(first, ca::ContextTag(0));
-}
-
 // Finds the certificate that issued another one in a bundle.
 class CIssuers {
   public:
@@ -69,7 +61,7 @@ class CIssuers {
         if (names.issuer == names.subject) {
             return kNone;
         }
-        const std::string_view key = ca::AsText(IssuerKeyIdentifier(certificate));
+        const std::string_view key = ca::AsText(ca::IssuerKeyIdentifier(certificate));
         if (key.empty()) {
             return Find(m_bySubject, names.issuer);
         }
@@ -128,6 +120,11 @@ CertificateNames NamesOf(std::span<unsigned char> certificate) {
 
 Octets SubjectKeyIdentifier(std::span<unsigned char> certificate) {
     return ContentIf(ExtensionValue(certificate, kSubjectKeyIdentifier), kAsn1OctetString);
+}
+
+Octets IssuerKeyIdentifier(std::span<unsigned char> certificate) {
+    constexpr unsigned char kType[] = {0x55, 0x1D, 0x23};
+    return ContentIf(Child(ExtensionValue(certificate, kType), 0), ContextTag(0));
 }
 
 CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag) {

@@ -27,6 +27,8 @@ inline constexpr unsigned char kSubjectKeyIdentifier[] = {0x55, 0x1D, 0x0E};
 /// The subject key identifier of what looks like a certificate (RFC 5280 4.2.1.2): a view, empty
 /// when there is none.
 std::span<const unsigned char> SubjectKeyIdentifier(std::span<unsigned char> certificate);
+/// The same of its issuer, as the certificate names it (RFC 5280 4.2.1.1).
+std::span<const unsigned char> IssuerKeyIdentifier(std::span<unsigned char> certificate);
 
 /// The certificates found in what a client handed in.
 struct CertificateBundle {
@@ -47,9 +49,12 @@ void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bun
 /// all of them; npos when there is no such one.
 std::size_t FindLeaf(const CertificateBundle& bundle);
 
-/// Describes certificate `index` with its issuers nested, as far as the bundle holds them and to a
-/// bounded depth. Issuers are found by name and, where
-/// stated, key identifier. Throws what FillCertInfo() throws for the first.
+/// Records of issuers that may be nested in one description.
+inline constexpr std::size_t kMaxIssuers = 16;
+
+/// Describes certificate `index` with its issuers nested, as far as the bundle holds them and to
+/// kMaxIssuers. Issuers are found by name and, where stated, key identifier. Throws what
+/// FillCertInfo() throws for the first.
 void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInfo2& record);
 
 }  // namespace ca

@@ -31,9 +31,11 @@ ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& it
     return bundle;
 }
 
-void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index) {
+void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index,
+               const ca::KnownIssuers& issuers) {
     auto info = std::make_unique<ca::CertInfo2>();
     ca::FillWithIssuers(bundle, index, *info);
+    issuers.Extend(*info);
     packet.Response().SetObject(info.release(), /*clear=*/true);
 }
 
@@ -66,8 +68,9 @@ void CheckCertificates(ca::CryptPacket& packet) {
 }  // namespace
 
 // Describes the certificates of the file data. One certificate, or a message whose certificates are
-// one chain, is answered as one record with its issuers nested; several as a list. An attribute
-// certificate has a record of its own. Without file data the provider's own certificate is meant.
+// one chain, is answered as one record with its issuers nested, further ones being looked for where
+// the PKI configuration says; several are answered as a list. An attribute certificate has a record
+// of its own. Without file data the provider's own certificate is meant.
 void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
     if (ca::FindFileData(packet.Request()) == nullptr) {
         packet.Response().SetObject(
@@ -84,7 +87,7 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
     const bool isOne = bundle.certificates.size() == 1;
     const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;
     if (leaf != kNoLeaf) {
-        AnswerOne(packet, bundle, leaf);
+        AnswerOne(packet, bundle, leaf, m_issuers);
     } else {
         AnswerAll(packet, bundle);
     }

@@ -31,14 +31,6 @@ X509Ptr ReadPem(const std::string& pem) {
     return X509Ptr(PEM_read_bio_X509(memory.get(), nullptr, nullptr, nullptr));
 }
 
-std::string PemOf(X509* certificate) {
-    const BioPtr memory(BIO_new(BIO_s_mem()));
-    PEM_write_bio_X509(memory.get(), certificate);
-    char* text = nullptr;
-    const long size = BIO_get_mem_data(memory.get(), &text);
-    return {text, static_cast<std::size_t>(size)};
-}
-
 std::string SerialOf(X509* certificate) {
     const BignumPtr number(ASN1_INTEGER_to_BN(X509_get0_serialNumber(certificate), nullptr));
     char* const text = BN_bn2hex(number.get());

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <openssl/bio.h>
 #include <openssl/evp.h>
+#include <openssl/pem.h>
 #include <openssl/sha.h>
 #include <openssl/x509v3.h>
 
@@ -35,6 +36,14 @@ std::string Der(Object* object, int (*write)(const Object*, unsigned char**)) {
 }
 inline std::string DerOf(X509* certificate) {
     return Der<X509>(certificate, &i2d_X509);
+}
+
+inline std::string PemOf(X509* certificate) {
+    const BioPtr memory(BIO_new(BIO_s_mem()));
+    PEM_write_bio_X509(memory.get(), certificate);
+    char* text = nullptr;
+    const long size = BIO_get_mem_data(memory.get(), &text);
+    return {text, static_cast<std::size_t>(size)};
 }
 
 /// A certificate for `name`, issued by the holder of `issuerKey`.

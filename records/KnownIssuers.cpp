@@ -1,0 +1,135 @@
+#include "records/KnownIssuers.h"
+
+#include "common/AtomicFile.h"
+#include "common/Encode.h"
+#include "common/Exception.h"
+#include "records/CertInfoFill.h"
+#include "records/Payload.h"
+#include "records/text/Elements.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kMaxFiles = 4096;
+constexpr std::size_t kMaxFileSize = 1U << 20;
+constexpr std::size_t kMaxOctets = 16U << 20;  // of all files
+
+// The names of a directory's files in order; the path itself when it is none.
+std::vector<std::string> FilesOf(const std::string& path) {
+    std::error_code fault;
+    std::vector<std::string> files;
+    for (std::filesystem::directory_iterator entry(path, fault), end;
+         !fault && entry != end && files.size() < kMaxFiles; entry.increment(fault)) {
+        files.push_back(entry->path().string());
+    }
+    if (fault == std::errc::not_a_directory) {
+        return {path};
+    }
+    std::ranges::sort(files);
+    return files;
+}
+
+// The encoding that a record carries.
+std::vector<unsigned char> EncodingOf(const ca::CertInfo& record) {
+    unsigned char* octets = nullptr;
+    unsigned length = 0;
+    ca::Base64Decode(ca::u16u8(record.rawData).c_str(), &octets, length);
+    const ca::BytePtr owner(octets);
+    return {octets, octets + length};
+}
+
+}  // namespace
+
+namespace ca {
+
+void KnownIssuers::AddPlace(const std::wstring& path) {
+    for (const std::string& file : FilesOf(PathFromWString(path))) {
+        if (m_files == kMaxFiles || m_octets >= kMaxOctets) {
+            return;
+        }
+        ++m_files;
+        AddFile(file);
+    }
+}
+
+void KnownIssuers::AddFile(const std::string& path) {
+    std::string content;
+    const std::size_t limit = std::min(kMaxFileSize, kMaxOctets - m_octets);
+    if (ReadWholeFile(path, limit, content) != FileStatus::kDone) {
+        return;
+    }
+    m_octets += content.size();
+    const std::span octets(reinterpret_cast<unsigned char*>(content.data()), content.size());
+    const std::vector<PayloadItem> items = DecodePayload(octets);
+    CertificateBundle bundle;
+    for (const PayloadItem& item : items) {
+        CollectCertificates(item.octets, bundle);
+    }
+    for (const std::span<unsigned char> found : bundle.certificates) {
+        Certificate& certificate = m_certificates.emplace_back();
+        certificate.der.assign(found.begin(), found.end());
+        certificate.names = NamesOf(certificate.der);
+        certificate.key = AsText(SubjectKeyIdentifier(certificate.der));
+        m_bySubject.emplace(certificate.names.subject, &certificate);
+    }
+}
+
+const KnownIssuers::Certificate* KnownIssuers::FindIssuer(
+    std::span<unsigned char> certificate) const {
+    const CertificateNames names = NamesOf(certificate);
+    const std::string_view key = AsText(IssuerKeyIdentifier(certificate));
+    if (names.issuer.empty() || names.issuer == names.subject) {
+        return nullptr;
+    }
+    const Certificate* found = nullptr;
+    const auto [first, last] = m_bySubject.equal_range(names.issuer);
+    for (auto at = first; at != last; ++at) {
+        const Certificate& candidate = *at->second;
+        const bool isOther = !key.empty() && !candidate.key.empty() && key != candidate.key;
+        const bool isSame = found != nullptr && found->der == candidate.der;
+        if (isOther || isSame) {
+            continue;
+        }
+        if (found != nullptr) {
+            return nullptr;  // either might be it
+        }
+        found = &candidate;
+    }
+    return found;
+}
+
+void KnownIssuers::Extend(CertInfo2& record) const {
+    if (m_certificates.empty()) {
+        return;
+    }
+    std::size_t depth = 0;
+    CertInfo2* at = &record;
+    for (; at->issuerCert; ++depth) {
+        at = at->issuerCert.get();
+    }
+    std::vector<unsigned char> der = EncodingOf(*at);
+    std::vector<const Certificate*> used;  // two that certify each other make no endless path
+    for (; depth < kMaxIssuers; ++depth) {
+        const Certificate* const issuer = FindIssuer(der);
+        if (issuer == nullptr || std::ranges::find(used, issuer) != used.end()) {
+            return;
+        }
+        used.push_back(issuer);
+        der = issuer->der;
+        auto description = std::make_unique<CertInfo2>();
+        try {
+            FillCertInfo(der, *description);
+        } catch (const Exception&) {
+            return;  // a damaged file is no fault of the request
+        }
+        at->issuerCert = std::move(description);
+        at = at->issuerCert.get();
+    }
+}
+
+}  // namespace ca
