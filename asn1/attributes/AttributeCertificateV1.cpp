@@ -14,12 +14,7 @@ void CAsn1AttributeCertificateInfoV1::Decode() {
     m_version = fields.Optional<CAsn1Integer>("version");
     m_subject = fields.Required<CAsn1AttCertSubject>("subject");
     m_issuer = fields.Required<CAsn1GeneralNames>("issuer");
-    m_signature = fields.Required<CAsn1AlgorithmIdentifier>("signature");
-    m_serialNumber = fields.Required<CAsn1Integer>("serialNumber");
-    m_attCertValidityPeriod = fields.Required<CAsn1AttCertValidityPeriod>("attCertValidityPeriod");
-    m_attributes = fields.Required<CAsn1SequenceOf<CAsn1Attribute>>("attributes");
-    m_issuerUniqueId = fields.Optional<CAsn1BitString>("issuerUniqueID");
-    m_extensions = fields.Optional<CAsn1Extensions>("extensions");
+    DecodeFacts(fields);
     fields.End();
 }
 

@@ -28,15 +28,10 @@ class CAsn1AttCertSubject : public CAsn1TypedObject {
 //     version                AttCertVersionV1 DEFAULT v1,     -- INTEGER
 //     subject                CHOICE { ... },
 //     issuer                 GeneralNames,
-//     signature              AlgorithmIdentifier,
-//     serialNumber           CertificateSerialNumber,     -- INTEGER
-//     attCertValidityPeriod  AttCertValidityPeriod,
-//     attributes             SEQUENCE OF Attribute,
-//     issuerUniqueID         UniqueIdentifier OPTIONAL,     -- BIT STRING
-//     extensions             Extensions OPTIONAL }     RFC 5652, 12.2
-class CAsn1AttributeCertificateInfoV1 : public CAsn1TypedObject {
+//     ... }     -- what both versions have     RFC 5652, 12.2
+class CAsn1AttributeCertificateInfoV1 : public CAsn1AttributeCertificateFacts {
   public:
-    using CAsn1TypedObject::CAsn1TypedObject;
+    using CAsn1AttributeCertificateFacts::CAsn1AttributeCertificateFacts;
     static constexpr const char* kName = "AttributeCertificateInfoV1";
     static constexpr unsigned char kTag = kAsn1Sequence;
 
@@ -45,23 +40,11 @@ class CAsn1AttributeCertificateInfoV1 : public CAsn1TypedObject {
     CAsn1Integer* Version() const { return m_version; }
     CAsn1AttCertSubject* Subject() const { return m_subject; }
     CAsn1GeneralNames* Issuer() const { return m_issuer; }
-    CAsn1AlgorithmIdentifier* Signature() const { return m_signature; }
-    CAsn1Integer* SerialNumber() const { return m_serialNumber; }
-    CAsn1AttCertValidityPeriod* AttCertValidityPeriod() const { return m_attCertValidityPeriod; }
-    CAsn1SequenceOf<CAsn1Attribute>* Attributes() const { return m_attributes; }
-    CAsn1BitString* IssuerUniqueId() const { return m_issuerUniqueId; }
-    CAsn1Extensions* Extensions() const { return m_extensions; }
 
   private:
     CAsn1Integer* m_version = nullptr;
     CAsn1AttCertSubject* m_subject = nullptr;
     CAsn1GeneralNames* m_issuer = nullptr;
-    CAsn1AlgorithmIdentifier* m_signature = nullptr;
-    CAsn1Integer* m_serialNumber = nullptr;
-    CAsn1AttCertValidityPeriod* m_attCertValidityPeriod = nullptr;
-    CAsn1SequenceOf<CAsn1Attribute>* m_attributes = nullptr;
-    CAsn1BitString* m_issuerUniqueId = nullptr;
-    CAsn1Extensions* m_extensions = nullptr;
 };
 
 // AttributeCertificateV1 ::= SEQUENCE {

@@ -5,6 +5,7 @@
 #include "asn1/CryptAsn1Parser.h"
 #include "common/Lng.h"
 #include "common/Log.h"
+#include "tests/asn1/DerWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
+#include <random>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -127,3 +130,32 @@ class Asn1Test : public testing::Test {
     static inline std::vector<std::wstring> s_lines;
     std::vector<std::wstring> m_texts;
 };
+
+inline constexpr bool kStop = true;   // stopAtTruncation
+inline constexpr bool kRead = false;  // read on behind a truncation
+
+inline void Parse(CCryptAsn1Parser& parser, Bytes& data, bool stop = kStop) {
+    parser.Parse(data.data(), static_cast<unsigned>(data.size()), stop,
+                 /*continueOnLengthMismatch=*/false, /*singleRoot=*/false);
+}
+
+inline Bytes Build(CCryptAsn1Parser& parser) {
+    Bytes out(parser.GetTotalLength());
+    const GuardedBuffer guarded(out);
+    parser.Build(guarded.Data());
+    return {guarded.Data(), guarded.Data() + guarded.Size()};
+}
+
+/// Nested elements with primitive ones of random octets.
+inline Bytes RandomDer(std::mt19937& random, int depth) {
+    if (depth == 0 || random() % 3 == 0) {
+        Bytes content(random() % 12 == 0 ? random() % 70000 : random() % 200);
+        std::generate(content.begin(), content.end(), std::ref(random));
+        return Tlv(static_cast<unsigned char>(random() % 31 | (random() % 4) << 6), content);
+    }
+    Bytes content;
+    for (unsigned i = 1 + random() % 4; i-- > 0;) {
+        Append(content, RandomDer(random, depth - 1));
+    }
+    return Tlv(static_cast<unsigned char>(0x20 | random() % 31), content);
+}

@@ -61,12 +61,6 @@ void WalkOurs(const CAsn1Block& block, std::vector<Node>& nodes) {
     }
 }
 
-Bytes Build(CCryptAsn1Parser& parser) {
-    Bytes octets(parser.GetTotalLength());
-    parser.Build(octets.data());
-    return octets;
-}
-
 std::vector<std::filesystem::path> SystemCertificates() {
     std::vector<std::filesystem::path> paths;
     std::error_code failure;
