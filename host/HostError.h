@@ -11,6 +11,7 @@ enum ExitCode : int {
     kExitAnsweredBad = 1,  ///< An answer carries an error code or is none.
     kExitUsage = 2,        ///< Wrong command line, or a file that cannot be read or written.
     kExitNoModule = 3,     ///< The module does not load.
+    kExitNoDisplay = 4,    ///< A window cannot be opened.
 };
 
 /// A failure of the program's own, with the exit code it ends in. what() is one UTF-8 sentence.

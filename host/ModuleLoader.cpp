@@ -39,11 +39,11 @@ std::string LoaderError() {
 }
 
 template <class Function>
-void Resolve(void* library, const std::string& path, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(::dlsym(library, name));
+void Resolve(const host::CModuleLibrary& library, const char* name, Function& function) {
+    function = reinterpret_cast<Function>(library.Find(name));
     if (function == nullptr) {
         throw host::CHostError(host::kExitNoModule,
-                               path + " is no module: it has no function " + name);
+                               library.GetPath() + " is no module: it has no function " + name);
     }
 }
 
@@ -59,9 +59,13 @@ CModuleLibrary::CModuleLibrary(const std::string& path)
     if (m_library == nullptr) {
         throw CHostError(kExitNoModule, "the module does not load: " + LoaderError());
     }
-    Resolve(m_library, m_path, "CM_Init", m_init);
-    Resolve(m_library, m_path, "CM_ProcessClientRequest", m_process);
-    Resolve(m_library, m_path, "CM_Free", m_free);
+    Resolve(*this, "CM_Init", m_init);
+    Resolve(*this, "CM_ProcessClientRequest", m_process);
+    Resolve(*this, "CM_Free", m_free);
+}
+
+void* CModuleLibrary::Find(const char* symbol) const {
+    return ::dlsym(m_library, symbol);
 }
 
 CModule::CModule(const CModuleLibrary& library, bool silent)

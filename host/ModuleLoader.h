@@ -18,6 +18,9 @@ class CModuleLibrary {
 
     const std::string& GetPath() const { return m_path; }
 
+    /// An entry point by its symbol's name; null when the library has none.
+    void* Find(const char* symbol) const;
+
   private:
     friend class CModule;
 

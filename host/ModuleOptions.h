@@ -29,6 +29,7 @@ class CLoadedModule {
     explicit CLoadedModule(const ModuleOptions& options);
 
     const CModule& Get() const { return m_module; }
+    const CModuleLibrary& GetLibrary() const { return m_library; }
 
   private:
     CConfigOverride m_config;

@@ -4,6 +4,7 @@
 #include "host/HostError.h"
 #include "host/ModesCommand.h"
 #include "host/RunCommand.h"
+#include "host/ViewCommand.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -25,7 +26,8 @@ constexpr const char* kFooter = R"(Exit codes:
   0  answered, and every errorCode is 0
   1  an answer carries an errorCode, or is no proper answer
   2  wrong usage, or a file that cannot be read or written
-  3  the module does not load
+  3  the module does not load, or lacks what the command needs
+  4  there is no display that a window could be opened on
 
 `cmhost COMMAND --help` shows the options of a command with examples.)";
 
@@ -56,6 +58,7 @@ int Run(int argc, const char* const* argv) {
     host::AddRunCommand(program, exitCode);
     host::AddAsn1Command(program, exitCode);
     host::AddDescribeCommand(program, exitCode);
+    host::AddViewCommand(program, exitCode);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -112,7 +112,9 @@ class CCertInfoDlg;
 ///     bool setCertificate(QByteArray octets)  DER, PEM, Base64 or PKCS #7; issuers among them
 ///                                             appear on the path
 ///     bool setRecordJson(QByteArray utf8)     the JSON object of a "CertInfo2", as answers hold it
-///     bool setStructure(QByteArray octets)    BER of any kind (a CRL, a message): its structure
+///                                             under "certInfo"; a whole answer does as well
+///     bool setStructure(QByteArray octets)    BER of any kind (a CRL, a message), damaged too: its
+///                                             structure
 ///     bool exportTo(QString path, QString format)
 ///                                             the current certificate as "der", "pem" or "text";
 ///                                             "" goes by the path's ending

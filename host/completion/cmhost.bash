@@ -13,12 +13,16 @@ _cmhost() {
     COMPREPLY=()
 
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W 'modes call run asn1 describe --help --version' -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W 'modes call run asn1 describe view --help --version' -- "$current")
         return
     fi
     case $previous in
         --language)
             mapfile -t COMPREPLY < <(compgen -W 'ru en' -- "$current")
+            return
+            ;;
+        --page)
+            mapfile -t COMPREPLY < <(compgen -W 'general details path asn1' -- "$current")
             return
             ;;
         --client | --set | --path | --threads | --width)
@@ -36,7 +40,8 @@ _cmhost() {
     elif [[ $command == call && COMP_CWORD -eq 2 ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" modes --names 2>/dev/null)" \
             -- "$current")
-    elif [[ $command == run || $command == asn1 || $command == describe ]]; then
+    elif [[ $command == run || $command == asn1 || $command == describe ||
+        $command == view ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
     fi

@@ -1,5 +1,7 @@
 #include "module/viewer/CertDocument.h"
 
+#include "asn1/Asn1Tags.h"
+#include "asn1/CryptAsn1Parser.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -41,9 +43,28 @@ std::unique_ptr<ca::CertInfo2> ReadRecord(std::string_view json) {
     ca::JsonDocument document;
     document.Parse<ca::kJsonParseFlags>(json.data(), json.size());
     ca::RequireJson(!document.HasParseError());
+    ca::RequireJson(document.IsObject());
+    // An answer as a whole does as well.
+    const auto member = document.FindMember("certInfo");
     auto record = std::make_unique<ca::CertInfo2>();
-    record->FromJson(document);
+    record->FromJson(member != document.MemberEnd() ? member->value : document);
+    if (record->description.empty() && record->issuer.empty() && record->serial.empty() &&
+        record->rawData.empty()) {
+        throw ca::Exception(ca::kErrCertificate);  // some other JSON
+    }
     return record;
+}
+
+// Whether octets are BER, be they damaged farther on. Whole messages are sequences and nearly all
+// begin as such; any other octets have to decode to their end.
+bool IsBer(std::span<unsigned char> octets) {
+    if (!octets.empty() && (octets[0] == kAsn1Sequence || octets[0] == kAsn1Set)) {
+        return true;
+    }
+    CCryptAsn1Parser parser;
+    parser.Parse(octets.data(), static_cast<unsigned>(octets.size()), /*stopAtTruncation=*/true,
+                 /*continueOnLengthMismatch=*/false, /*singleRoot=*/false);
+    return !parser.GetRoots().empty() && parser.GetLastErrorCode() == 0;
 }
 
 }  // namespace
@@ -75,13 +96,12 @@ CCertDocument CCertDocument::OfStructure(std::span<const unsigned char> octets) 
     CheckSize(octets.size());
     std::vector<unsigned char> copy(octets.begin(), octets.end());
     const std::vector<PayloadItem> items = DecodePayload(copy);
-    CCertDocument document;
-    if (items.empty() || items.front().octets.empty()) {
-        document.m_octets = std::move(copy);
-    } else {
-        const std::span<const unsigned char> first = items.front().octets;
-        document.m_octets.assign(first.begin(), first.end());
+    if (items.empty() || !IsBer(items.front().octets)) {
+        throw Exception(kErrBadData);
     }
+    const std::span<const unsigned char> first = items.front().octets;
+    CCertDocument document;
+    document.m_octets.assign(first.begin(), first.end());
     return document;
 }
 

@@ -22,13 +22,16 @@ class CCertDocument {
     /// other, else the first, with its issuers as far as they are there.
     /// Throws ca::Exception: 16118 no octets, 16113 no certificate, 16306 too many octets.
     static CCertDocument OfCertificate(std::span<const unsigned char> octets);
-    /// Reads the JSON text of a record (UTF-8), as answers carry it under "CertInfo2".
-    /// Throws ca::Exception 16300 for what is no such record, 16306 for too many octets.
+    /// Reads the JSON text of a record (UTF-8), as answers carry it under "certInfo", or of a whole
+    /// answer.
+    /// Throws ca::Exception: 16300 for what is no such record, 16113 for one that says nothing of
+    /// its certificate, 16306 for too many octets.
     static CCertDocument OfRecord(std::string_view json);
     /// A copy of a record.
     static CCertDocument OfRecord(const CertInfo2& record);
-    /// BER octets of any kind, PEM and Base64 too.
-    /// Throws ca::Exception: 16118 no octets, 16306 too many.
+    /// BER octets of any kind, PEM and Base64 too. Damaged ones are taken where they begin as a
+    /// sequence or a set.
+    /// Throws ca::Exception: 16118 no octets, 16306 no BER or too many octets.
     static CCertDocument OfStructure(std::span<const unsigned char> octets);
 
     /// Has the texts in the current language. A record that came as one keeps the texts it has.

@@ -3,10 +3,16 @@
 
 #include "module/MessageBox.h"
 #include "module/viewer/CertInfoDlg.h"
+#include "tests/common/TemporaryDir.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QMessageBox>
+#include <QPixmap>
+#include <QProcess>
+#include <QScreen>
 #include <QTimer>
+#include <QtTest>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -39,6 +45,27 @@ TEST(DialogTest, WarnsInABoxUntilItIsClosed) {
     EXPECT_TRUE(ca::MessageBoxWarning(L"one\r\n\r\ntwo", L"caption"));
     EXPECT_EQ(text, "one\r\n\r\ntwo");
     EXPECT_EQ(caption, "caption");
+}
+
+// What a user of the host tool sees, and not what its process believes it shows.
+TEST(DialogTest, HostToolOpensAWindowOnTheScreen) {
+    if (!qEnvironmentVariableIsSet("MOD_FOO_TEST_SCREEN")) {
+        GTEST_SKIP() << "no screen";
+    }
+    const auto grabScreen = [] {
+        return QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+    };
+    const QImage before = grabScreen();
+    const TemporaryDir settings;
+    const ScopedVariable folder("XDG_CONFIG_HOME", settings.Path().c_str());
+    QProcess host;
+    host.setProcessChannelMode(QProcess::ForwardedChannels);
+    host.start(MOD_FOO_CMHOST, {"view", MOD_FOO_TEST_DATA "/rich.pem"});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return grabScreen() != before; }, 30000));
+    host.terminate();
+    EXPECT_TRUE(host.waitForFinished());
+    EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(host.exitCode(), 0);
 }
 
 int main(int argc, char** argv) {

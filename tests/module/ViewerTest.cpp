@@ -129,7 +129,10 @@ TEST_F(ViewerTest, KeepsWhatItShowsWhenItIsHandedSomethingElse) {
         {"setRecordJson", "[]", ca::kErrJsonParse},
         {"setRecordJson", R"({"KeyUsage":"text"})", ca::kErrJsonParse},
         {"setRecordJson", QByteArray(100000, '['), ca::kErrJsonParse},
+        {"setRecordJson", R"({"certInfo":[]})", ca::kErrJsonParse},
+        {"setRecordJson", R"({"certInfo":{},"Description":"outside"})", ca::kErrCertificate},
         {"setStructure", "", ca::kErrNoArgumentData},
+        {"setStructure", "a letter", ca::kErrBadData},
     };
     ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
     for (const auto& c : cases) {
@@ -139,6 +142,8 @@ TEST_F(ViewerTest, KeepsWhatItShowsWhenItIsHandedSomethingElse) {
         EXPECT_FALSE(m_viewer->property("lastError").toString().isEmpty());
         EXPECT_TRUE(Text("subjectText").contains("Иванов Иван"));
     }
+    EXPECT_TRUE(Fill("setStructure", QByteArray::fromHex("30820500020101")));  // and no more
+    EXPECT_TRUE(Fill("setStructure", QByteArray::fromHex("020101")));
     EXPECT_TRUE(Fill("setStructure", kSampleCrl));
     EXPECT_EQ(ErrorCode(), 0U);
     EXPECT_EQ(m_viewer->property("page"), 3);
