@@ -45,9 +45,9 @@ std::unique_ptr<ca::CertInfo2> ReadRecord(std::string_view json) {
     ca::RequireJson(!document.HasParseError());
     ca::RequireJson(document.IsObject());
     // An answer as a whole does as well.
-    const auto member = document.FindMember("certInfo");
+    const bool isAnswer = document.HasMember("certInfo");
     auto record = std::make_unique<ca::CertInfo2>();
-    record->FromJson(member != document.MemberEnd() ? member->value : document);
+    record->FromJson(isAnswer ? document["certInfo"] : document);
     if (record->description.empty() && record->issuer.empty() && record->serial.empty() &&
         record->rawData.empty()) {
         throw ca::Exception(ca::kErrCertificate);  // some other JSON
