@@ -117,10 +117,13 @@ std::uint32_t BoundedTimeout(std::uint32_t milliseconds) {
     return isEndless ? HttpSettings::kMaxTimeoutMs : milliseconds;
 }
 
+bool IsControl(wchar_t c) {
+    return (c >= 0 && c < 0x20) || (c >= 0x7F && c < 0xA0);
+}
+
 // A text for the library, which would cut it at a NUL and put line ends into a header.
 std::string OptionText(const std::wstring& text) {
-    const auto isControl = [](wchar_t c) { return c < 0x20 || c == 0x7F; };
-    if (std::any_of(text.begin(), text.end(), isControl)) {
+    if (std::any_of(text.begin(), text.end(), IsControl)) {
         throw Exception(kErrParameters);
     }
     return u16u8(text);
@@ -362,7 +365,9 @@ void Transfer::Judge(int code) {
         if (m_outOfMemory || code == kCurlOutOfMemory) {
             throw std::bad_alloc();
         }
-        const std::wstring detail = u8u16(m_curl.ErrorText(code));
+        std::wstring detail = u8u16(m_curl.ErrorText(code));
+        // It may quote the server, whose words start no line of their own in the host's log.
+        std::replace_if(detail.begin(), detail.end(), IsControl, L'?');
         LogEvent(detail.c_str(), true);
         throw Exception(TransferError(code), detail);
     }

@@ -246,6 +246,13 @@ TEST_F(HttpsTest, TalksToATrustedServerOnly) {
     EXPECT_EQ(1U, trusted.Requests().size());
 }
 
+TEST_F(HttpsTest, LetsNoServerStartALineOfTheLog) {
+    const Identity liar = ca_test::MakeServer(m_root, "", "a\r\nlog ! forged");
+    const HttpTestServer server(Canned(kOk), &liar);
+    EXPECT_EQ("error 16263", Fetch(server.Url()));
+    EXPECT_THAT(AllLines(), HasSubstr(L"'a??log ! forged'"));
+}
+
 TEST_F(HttpsTest, SurvivesBrokenTls) {
     const HttpTestServer::Handler handlers[] = {
         Canned(kOk),

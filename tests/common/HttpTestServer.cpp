@@ -86,9 +86,12 @@ Identity MakeRoot() {
     return root;
 }
 
-Identity MakeServer(const Identity& root, const std::string& alternativeName) {
-    Identity server = MakeUnsigned("Test server", 2);
-    AddExtension(server.certificate.get(), NID_subject_alt_name, alternativeName.c_str());
+Identity MakeServer(const Identity& root, const std::string& alternativeName,
+                    const char* commonName) {
+    Identity server = MakeUnsigned(commonName, 2);
+    if (!alternativeName.empty()) {
+        AddExtension(server.certificate.get(), NID_subject_alt_name, alternativeName.c_str());
+    }
     Sign(server, root);
     return server;
 }

@@ -28,8 +28,9 @@ struct Identity {
 
 /// A self-signed root.
 Identity MakeRoot();
-/// A server certificate of `root` for `alternativeName`, such as "IP:127.0.0.1".
-Identity MakeServer(const Identity& root, const std::string& alternativeName);
+/// A server certificate of `root` for `alternativeName`, such as "IP:127.0.0.1"; empty: none.
+Identity MakeServer(const Identity& root, const std::string& alternativeName,
+                    const char* commonName = "Test server");
 
 /// The server's end of one connection, plain or TLS.
 class Connection {
