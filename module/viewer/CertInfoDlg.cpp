@@ -259,8 +259,8 @@ void CCertInfoDlg::ShowCurrent() {
     title.remove('&');
     if (isCertificate) {
         const ca::CertInfo2& record = m_document.Record(static_cast<std::size_t>(m_current));
-        title += QString::fromWCharArray(L" \u2013 ") +
-                 ca::ShortName(record.subjectTags, record.description);
+        const QString name = ca::ShortName(record.subjectTags, record.description);
+        title += name.isEmpty() ? name : QString::fromWCharArray(L" \u2013 ") + name;
     }
     setWindowTitle(title);
     FillPage();

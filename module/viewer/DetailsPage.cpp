@@ -10,11 +10,12 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr int kLabelWidth = 280;  // pixels, of the first column
+constexpr int kLabelWidth = 280;  // pixels, of the first column at least
 constexpr int kMaxSearch = 1000;  // characters
 constexpr int kTreeShare = 3;     // of the height, beside the text's 2
 constexpr int kTextShare = 2;
@@ -45,7 +46,8 @@ CDetailsPage::CDetailsPage(QWidget* parent)
       m_text(new QPlainTextEdit),
       m_copy(new QPushButton),
       m_model(new CFieldModel(this)),
-      m_filter(new CFieldFilter(this)) {
+      m_filter(new CFieldFilter(this)),
+      m_labelWidth(kLabelWidth) {
     m_find->setObjectName("findText");
     m_find->setMaxLength(kMaxSearch);
     m_find->setClearButtonEnabled(true);
@@ -57,7 +59,7 @@ CDetailsPage::CDetailsPage(QWidget* parent)
     m_tree->setUniformRowHeights(true);
     m_tree->setAlternatingRowColors(true);
     m_tree->setAllColumnsShowFocus(true);
-    m_tree->setColumnWidth(0, kLabelWidth);
+    m_tree->setColumnWidth(0, m_labelWidth);
     m_text->setObjectName("fieldText");
     m_text->setReadOnly(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -99,6 +101,7 @@ void CDetailsPage::ShowFields(CCertFields fields) {
     ApplySearch(m_find->text());
     m_tree->setCurrentIndex(m_filter->index(0, 0));
     ShowSelected();
+    FitLabels();
 }
 
 void CDetailsPage::Translate() {
@@ -130,6 +133,17 @@ void CDetailsPage::ApplySearch(const QString& text) {
         m_tree->expandAll();  // three levels at most
     }
     m_tree->scrollTo(m_tree->currentIndex());
+}
+
+// Room for the names of the extensions, as far as the window has it. What the user chose stays.
+void CDetailsPage::FitLabels() {
+    if (m_tree->columnWidth(0) != m_labelWidth) {
+        return;
+    }
+    const int most = std::max(kLabelWidth, window()->width() * 2 / 5);
+    m_tree->resizeColumnToContents(0);
+    m_labelWidth = std::clamp(m_tree->columnWidth(0), kLabelWidth, most);
+    m_tree->setColumnWidth(0, m_labelWidth);
 }
 
 void CDetailsPage::FindNext(bool forward) {

@@ -29,6 +29,7 @@ class CDetailsPage : public QWidget {
 
   private:
     void ApplySearch(const QString& text);
+    void FitLabels();
     void ShowSelected();
     void Copy();
     QModelIndex Next(const QModelIndex& from, bool forward) const;
@@ -42,6 +43,7 @@ class CDetailsPage : public QWidget {
     QPushButton* m_copy;
     CFieldModel* m_model;
     CFieldFilter* m_filter;
+    int m_labelWidth;  // of the first column, as set here last
 };
 
 }  // namespace ca

@@ -13,6 +13,8 @@
 namespace {
 
 constexpr std::size_t kMaxShown = 4096;  // characters of one value here; all are in the details
+constexpr std::wstring_view kKeyUsage = L"2.5.29.15";
+constexpr std::wstring_view kExtendedKeyUsage = L"2.5.29.37";
 constexpr int kNoEndYear = 9999;
 constexpr qint64 kSecondsOfHour = 3600;
 constexpr qint64 kSecondsOfDay = 24 * kSecondsOfHour;
@@ -25,6 +27,30 @@ QDateTime ReadUtc(const QString& text) {
 
 QString Shown(std::wstring_view text) {
     return ca::ShownText(text.substr(0, kMaxShown));
+}
+
+// Both extensions that limit the use (RFC 5280 4.2.1.3, 4.2.1.12). Without them it is not limited,
+// which can be said of a certificate alone that is there and was read without faults.
+QString UsageText(const ca::CertInfo& record) {
+    std::wstring usage = record.keyUsageStr;
+    bool isKnown = !record.rawData.empty() && record.error.empty();
+    for (const auto& extension : record.extensions.items) {
+        if (extension->oidValue == kExtendedKeyUsage) {
+            usage += (usage.empty() ? L"" : L"\n") + extension->formattedData;
+        }
+        isKnown = isKnown && extension->oidValue != kKeyUsage;
+    }
+    return usage.empty() && isKnown ? ca::MessageText(kMsgDlgUsageNotLimited) : Shown(usage);
+}
+
+// From and to; a question mark for the one that could not be read.
+QString PeriodText(const QString& from, const QString& to) {
+    if (from.isEmpty() && to.isEmpty()) {
+        return {};
+    }
+    const QString unknown = QStringLiteral("?");
+    return (from.isEmpty() ? unknown : from) + QString::fromWCharArray(L" \u2013 ") +
+           (to.isEmpty() ? unknown : to);
 }
 
 // A verdict's sign beside its words; what was not checked is neither good nor bad.
@@ -48,10 +74,9 @@ CGeneralPage::CGeneralPage(QWidget* parent) : QWidget(parent) {
     auto* heading = new QHBoxLayout;
     column->addLayout(heading);
     m_icon = new QLabel;
-    m_title = new QLabel;
+    m_title = new CTextBox;
     m_title->setObjectName("titleText");
-    m_title->setTextFormat(Qt::PlainText);
-    m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_title->setFocusPolicy(Qt::ClickFocus);  // the subject below says the same
     QFont font = m_title->font();
     font.setBold(true);
     font.setPointSizeF(font.pointSizeF() * 1.25);
@@ -97,18 +122,18 @@ CTextBox* CGeneralPage::AddRow(QFormLayout& form, ZornaMessage caption, const ch
 
 void CGeneralPage::ShowRecord(const CertInfo* record) {
     if (record == nullptr) {
-        m_title->clear();
+        m_title->SetText({});
         m_icon->clear();
         for (const Row& row : m_rows) {
             row.text->SetText({});
         }
         return;
     }
-    m_title->setText(ShortName(record->subjectTags, record->description));
-    m_subject->SetText(Shown(record->description));
-    m_issuer->SetText(Shown(record->issuer));
-    m_serial->SetText(Shown(record->serial));
-    m_usage->SetText(Shown(record->keyUsageStr));
+    m_title->SetText(OrDash(ShortName(record->subjectTags, record->description)));
+    m_subject->SetText(OrDash(Shown(record->description)));
+    m_issuer->SetText(OrDash(Shown(record->issuer)));
+    m_serial->SetText(OrDash(Shown(record->serial)));
+    m_usage->SetText(OrDash(UsageText(*record)));
     ShowStatus(*record, QDateTime::currentDateTimeUtc());
 }
 
@@ -116,15 +141,14 @@ void CGeneralPage::ShowStatus(const CertInfo& record, const QDateTime& now) {
     const QString from = Shown(record.validFromUtc);
     const QString to = Shown(record.validToUtc);
     const QString remaining = RemainingText(from, to, now);
-    const QString period =
-        Shown(record.validFrom) + QString::fromWCharArray(L" \u2013 ") + Shown(record.validTo);
+    const QString period = OrDash(PeriodText(Shown(record.validFrom), Shown(record.validTo)));
     m_period->SetText(remaining.isEmpty() ? period : period + "\n" + remaining);
     QString status = Shown(record.validity);
     if (!record.error.empty()) {
         status += (status.isEmpty() ? "" : "\n") + MessageText(kMsgFieldFaults) + ": " +
                   Shown(record.error);
     }
-    m_status->SetText(status);
+    m_status->SetText(OrDash(status));
     const bool isInPeriod = ReadUtc(from) <= now && now <= ReadUtc(to);
     const int size = style()->pixelMetric(QStyle::PM_LargeIconSize);
     const QIcon sign = style()->standardIcon(StatusSign(record, isInPeriod), nullptr, this);
@@ -133,6 +157,7 @@ void CGeneralPage::ShowStatus(const CertInfo& record, const QDateTime& now) {
 }
 
 void CGeneralPage::Translate() {
+    m_title->setAccessibleName(MessageText(kMsgDlgTitle));
     for (const Row& row : m_rows) {
         row.label->setText(MessageText(row.caption));
         row.text->setAccessibleName(MessageText(row.caption));

@@ -34,8 +34,8 @@ class CGeneralPage : public QWidget {
     CTextBox* AddRow(QFormLayout& form, ZornaMessage caption, const char* name);
     void ShowStatus(const CertInfo& record, const QDateTime& now);
 
-    QLabel* m_title;
     QLabel* m_icon;
+    CTextBox* m_title;
     CTextBox* m_subject;
     CTextBox* m_issuer;
     CTextBox* m_period;

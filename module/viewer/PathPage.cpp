@@ -42,7 +42,7 @@ void CPathPage::ShowPath(const CCertDocument& document, std::size_t current) {
     for (std::size_t index = document.Count(); index-- > 0;) {
         const CertInfo& record = document.Record(index);
         auto* item = new QTreeWidgetItem(above);
-        item->setText(0, ShortName(record.subjectTags, record.description));
+        item->setText(0, OrDash(ShortName(record.subjectTags, record.description)));
         QString status = ShownLine(record.validity);
         if (index == current) {
             status = MessageText(kMsgDlgShown) + (status.isEmpty() ? "" : "; ") + status;

@@ -1,11 +1,12 @@
 #include "module/viewer/TextBox.h"
 
 #include <QEvent>
-#include <QFontMetrics>
 #include <QTextBlock>
+#include <QTextLayout>
 #include <QTextOption>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -44,15 +45,38 @@ void CTextBox::changeEvent(QEvent* event) {
     }
 }
 
-void CTextBox::FitHeight() {
-    const qreal line = QFontMetricsF(font()).lineSpacing();
-    qreal height = 0;
-    for (QTextBlock block = document()->begin(); block.isValid() && height < kMostLines * line;
-         block = block.next()) {
-        height += blockBoundingRect(block).height();
+// Whether the text needs no bar, which is asked of the width without one: a bar takes width, and
+// with it lines, and would come and go on its own.
+bool CTextBox::FitsWithoutBar() const {
+    int lines = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        QTextLayout layout(block.text(), font());
+        layout.setTextOption(document()->defaultTextOption());
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLineWidth(width() - 2 * frameWidth());
+            if (++lines > kMostLines) {
+                return false;
+            }
+        }
+        layout.endLayout();
     }
-    const qreal shown = std::clamp(height, line, kMostLines * line);
-    setFixedHeight(static_cast<int>(shown) + 2 * frameWidth() + 2);
+    return true;
+}
+
+void CTextBox::FitHeight() {
+    const bool fits = FitsWithoutBar();
+    setVerticalScrollBarPolicy(fits ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAlwaysOn);
+    const QTextBlock first = document()->begin();
+    // The lines as they are laid out: fonts that stand in for missing characters make higher ones.
+    qreal height = kMostLines * blockBoundingRect(first).height() / std::max(first.lineCount(), 1);
+    if (fits) {
+        height = 0;
+        for (QTextBlock block = first; block.isValid(); block = block.next()) {
+            height += blockBoundingRect(block).height();
+        }
+    }
+    setFixedHeight(static_cast<int>(std::ceil(height)) + 2 * frameWidth() + 2);
 }
 
 }  // namespace ca

@@ -18,6 +18,7 @@ class CTextBox : public QPlainTextEdit {
     void changeEvent(QEvent* event) override;
 
   private:
+    bool FitsWithoutBar() const;
     void FitHeight();
 };
 

@@ -50,4 +50,8 @@ QString ShownLine(std::wstring_view text, std::size_t longest) {
     return QString::fromStdWString(shown);
 }
 
+QString OrDash(const QString& text) {
+    return text.isEmpty() ? QString(QChar(0x2014)) : text;
+}
+
 }  // namespace ca

@@ -22,4 +22,7 @@ QString ShownText(std::wstring_view text);
 /// The first line of such a text, cut with a mark after `longest` characters.
 QString ShownLine(std::wstring_view text, std::size_t longest = kMaxLineText);
 
+/// The text itself, or a dash in the place of an empty one.
+QString OrDash(const QString& text);
+
 }  // namespace ca

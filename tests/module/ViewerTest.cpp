@@ -17,11 +17,14 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTreeView>
 #include <QtTest>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -113,6 +116,40 @@ TEST_F(ViewerTest, TakesNothingInARecordForMarkup) {
         for (const QWidget* widget : m_viewer->findChildren<QWidget*>()) {
             EXPECT_FALSE(widget->toolTip().contains("<b>"));
         }
+    }
+}
+
+TEST_F(ViewerTest, SaysWhatACertificateMayBeUsedForAsFarAsThatIsKnown) {
+    const struct {
+        const char* members;
+        const char* usage;
+    } cases[] = {
+        {R"("RawData":"MAA=")", "not limited"},
+        {R"("RawData":"MAA=","Error":"damaged")", "\u2014"},
+        {R"("Serial":"01")", "\u2014"},
+        {R"("RawData":"MAA=","Extensions":[{"OidValue":"2.5.29.15"}])", "\u2014"},
+        {R"("RawData":"MAA=","Extensions":[{"OidValue":"2.5.29.37","FormattedData":"a\nb"}])",
+         "a\nb"},
+        {R"("KeyUsageStr":"k","Extensions":[{"OidValue":"2.5.29.37","FormattedData":"a\nb"}])",
+         "k\na\nb"},
+    };
+    for (const auto& c : cases) {
+        ASSERT_TRUE(Fill("setRecordJson", QByteArray("{\"Issuer\":\"CN=I\",") + c.members + "}"));
+        EXPECT_EQ(Text("usageText"), c.usage) << c.members;
+        EXPECT_EQ(Text("titleText"), "\u2014");
+        EXPECT_EQ(m_viewer->windowTitle(), "Certificate");
+    }
+}
+
+TEST_F(ViewerTest, GivesALongTextABarAndNoOtherOne) {
+    m_viewer->resize(700, 700);
+    for (const int lines : {1, 8, 9, 8, 100}) {
+        const QByteArray text = QByteArray("line\\n").repeated(lines - 1) + "line";
+        ASSERT_TRUE(Fill("setRecordJson", "{\"Issuer\":\"" + text + "\"}"));
+        QCoreApplication::processEvents();
+        const auto* box = Find<QPlainTextEdit>("issuerText");
+        EXPECT_EQ(box->verticalScrollBar()->isVisible(), lines > 8) << lines;
+        EXPECT_EQ(box->verticalScrollBar()->maximum(), std::max(lines - 8, 0));
     }
 }
 
