@@ -80,7 +80,7 @@ std::wstring IdentifierText(Octets octets, std::size_t longest) {
     }
     std::wstring text = ca::OidText(octets);
     if (const ca::OidInfo* const info = ca::FindOid(octets)) {
-        text.append(L" ").append(SetZORNAMessage(info->messageId));
+        text.append(L" ").append(info->Name());
     }
     return text;
 }

@@ -11,8 +11,11 @@ namespace {
 
 constexpr OidInfo kRows[] = {
 #define CA_OID(oid, id, kind, shortName, en, ru) \
-    {L##oid, shortName, static_cast<ZornaMessage>(id), OidKind::kind},
+    {L##oid, shortName, static_cast<ZornaMessage>(id), OidKind::kind, en, ru},
+#define CA_OID_NAME(oid, kind, shortName, en, ru) \
+    {L##oid, shortName, kMsgUnknownOid, OidKind::kind, en, ru},
 #include "common/OidTable.inc"
+#undef CA_OID_NAME
 #undef CA_OID
 };
 
@@ -219,6 +222,10 @@ std::span<const OidInfo> AllOids() noexcept {
     return kRows;
 }
 
+std::size_t RowOf(const OidInfo& row) noexcept {
+    return static_cast<std::size_t>(&row - kRows);
+}
+
 const OidInfo* FindOid(std::span<const unsigned char> encoded) noexcept {
     if (encoded.empty() || encoded.size() > kMaxEncoded) {
         return nullptr;
@@ -237,7 +244,7 @@ const OidInfo* FindOidByShortName(std::string_view shortName) noexcept {
 
 std::wstring OidName(std::span<const unsigned char> encoded) {
     const OidInfo* row = FindOid(encoded);
-    return row != nullptr ? SetZORNAMessage(row->messageId) : OidText(encoded);
+    return row != nullptr ? row->Name() : OidText(encoded);
 }
 
 std::wstring OidText(std::span<const unsigned char> encoded) {

@@ -43,14 +43,23 @@ enum class OidKind : std::uint8_t {
 
 /// One row of the table of object identifiers.
 struct OidInfo {
-    const wchar_t* dotted;   ///< "1.2.840.113549.1.1.1"
-    const char* shortName;   ///< "CN", "INN", "rsaEncryption"; unique, never empty.
-    ZornaMessage messageId;  ///< Its readable name: SetZORNAMessage(messageId).
+    const wchar_t* dotted;  ///< "1.2.840.113549.1.1.1"
+    const char* shortName;  ///< "CN", "INN", "rsaEncryption"; unique, never empty.
+    /// The numbered message that is its readable name; kMsgUnknownOid when none of them is.
+    ZornaMessage messageId;
     OidKind kind;
+    const wchar_t* english;
+    const wchar_t* russian;
+
+    /// Its readable name in the current language.
+    const wchar_t* Name() const noexcept { return IsRussian() ? russian : english; }
 };
 
 /// All rows, ordered by the arcs of the identifier.
 std::span<const OidInfo> AllOids() noexcept;
+
+/// Index of a row of the table in AllOids().
+std::size_t RowOf(const OidInfo& row) noexcept;
 
 /// The row of an identifier given by its content octets, as encoded (without tag and length).
 /// \return null when the table has no row; static otherwise.

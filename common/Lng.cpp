@@ -29,7 +29,9 @@ constexpr Collections BuildCollections() {
 #define CA_OID(oid, id, kind, shortName, en, ru) \
     all.english[id] = en;                        \
     all.russian[id] = ru;
+#define CA_OID_NAME(oid, kind, shortName, en, ru)
 #include "common/OidTable.inc"
+#undef CA_OID_NAME
 #undef CA_OID
     return all;
 }

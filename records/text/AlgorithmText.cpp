@@ -43,6 +43,19 @@ constexpr DigestRow kDigests[] = {
     {"id-Ed448", "id-shake256"},
     {"md5WithRSAEncryption", "md5"},
     {"md5WithRSA", "md5"},
+    {"md2WithRSAEncryption", "md2"},
+    {"md4WithRSAEncryption", "md4"},
+    {"ecdsa-plain-SHA1", "id-sha1"},
+    {"ecdsa-plain-SHA224", "id-sha224"},
+    {"dsaWithSHA", "sha"},
+    {"dsaWithSHA1", "id-sha1"},
+    {"id-dsa-with-sha224", "id-sha224"},
+    {"id-dsa-with-sha384", "id-sha384"},
+    {"id-dsa-with-sha512", "id-sha512"},
+    {"id-dsa-with-sha3-224", "id-sha3-224"},
+    {"id-dsa-with-sha3-256", "id-sha3-256"},
+    {"id-dsa-with-sha3-384", "id-sha3-384"},
+    {"id-dsa-with-sha3-512", "id-sha3-512"},
     {"sha1WithRSA", "id-sha1"},
     {"rsaSignatureWithripemd160", "ripemd160"},
     {"ecdsa-plain-SHA256", "id-sha256"},
@@ -78,19 +91,18 @@ bool IsPss(const ca::OidInfo* type) {
 
 std::wstring NameOf(const ca::OidInfo* type, Octets oid) {
     if (type != nullptr) {
-        return SetZORNAMessage(type->messageId);
+        return type->Name();
     }
     return oid.empty() ? std::wstring() : ca::OidText(oid);
 }
 
-// The digests of the table by the message of their algorithm's name.
-std::vector<std::optional<ZornaMessage>> ReadDigests() {
-    std::vector<std::optional<ZornaMessage>> digests(kMessageCount);
+// The digests by the row of their algorithm.
+std::vector<const ca::OidInfo*> ReadDigests() {
+    std::vector<const ca::OidInfo*> digests(ca::AllOids().size());
     for (const DigestRow& row : kDigests) {
         const ca::OidInfo* algorithm = ca::FindOidByShortName(row.algorithm);
-        const ca::OidInfo* digest = ca::FindOidByShortName(row.digest);
-        if (algorithm != nullptr && digest != nullptr) {
-            digests[static_cast<std::size_t>(algorithm->messageId)] = digest->messageId;
+        if (algorithm != nullptr) {
+            digests[ca::RowOf(*algorithm)] = ca::FindOidByShortName(row.digest);
         }
     }
     return digests;
@@ -100,9 +112,9 @@ std::vector<std::optional<ZornaMessage>> ReadDigests() {
 
 namespace ca {
 
-std::optional<ZornaMessage> DigestOf(const OidInfo& algorithm) {
-    static const std::vector<std::optional<ZornaMessage>> kByAlgorithm = ReadDigests();
-    return kByAlgorithm[static_cast<std::size_t>(algorithm.messageId)];
+const OidInfo* DigestOf(const OidInfo& algorithm) {
+    static const std::vector<const OidInfo*> kByAlgorithm = ReadDigests();
+    return kByAlgorithm[RowOf(algorithm)];
 }
 
 SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm) {
@@ -116,10 +128,10 @@ SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm
         forms.digest = std::move(params.digest);
         forms.error = std::move(params.error);
         if (params.text.empty()) {
-            forms.digest = SetZORNAMessage(FindOidByShortName("id-sha1")->messageId);
+            forms.digest = FindOidByShortName("id-sha1")->Name();
         }
-    } else if (const auto digest = type != nullptr ? DigestOf(*type) : std::nullopt) {
-        forms.digest = SetZORNAMessage(*digest);
+    } else if (const OidInfo* digest = type != nullptr ? DigestOf(*type) : nullptr) {
+        forms.digest = digest->Name();
     }
     return forms;
 }
@@ -136,8 +148,8 @@ std::wstring SignerAlgorithmText(const CAsn1Element& signature, const CAsn1Eleme
     if (!isKeyAlone || TypeOf(digest).empty()) {
         return AlgorithmText(signature);
     }
-    return SetZORNAMessage(info->messageId) + std::wstring(L" ") + SetZORNAMessage(kMsgWith) +
-           L' ' + OidName(TypeOf(digest));
+    return info->Name() + std::wstring(L" ") + SetZORNAMessage(kMsgWith) + L' ' +
+           OidName(TypeOf(digest));
 }
 
 }  // namespace ca

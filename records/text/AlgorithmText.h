@@ -1,9 +1,7 @@
 #pragma once
 
-#include "common/Lng.h"
 #include "records/text/Elements.h"
 
-#include <optional>
 #include <string>
 
 namespace ca {
@@ -22,8 +20,8 @@ struct SignatureAlgorithmForms {
 };
 SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm);
 
-/// The name of the digest that a signature or key algorithm always works with.
-std::optional<ZornaMessage> DigestOf(const OidInfo& algorithm);
+/// The digest that a signature or key algorithm always works with; null when it is not known.
+const OidInfo* DigestOf(const OidInfo& algorithm);
 
 /// The signature algorithm of a message's signer: a key algorithm alone, as CMS allows, is
 /// completed by the digest ("RSA with SHA-256").

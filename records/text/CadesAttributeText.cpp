@@ -88,7 +88,7 @@ void SayCommitment(Value value, CTextLines& lines) {
 
 void SayNamed(const char* shortName, const std::wstring& text, CTextLines& lines) {
     const ca::OidInfo* info = ca::FindOidByShortName(shortName);
-    lines.Line(info != nullptr ? SetZORNAMessage(info->messageId) : L"", text);
+    lines.Line(info != nullptr ? info->Name() : L"", text);
 }
 
 void SayPostalAddress(const CAsn1SequenceOf<CAsn1Any>& address, CTextLines& lines) {

@@ -24,11 +24,11 @@ ca::ExtensionFormatter FindFormatter(Octets oid) {
 namespace ca {
 
 CFormatterTable::CFormatterTable(std::initializer_list<std::span<const ExtensionRow>> subjects)
-    : m_formatters(kMessageCount) {
+    : m_formatters(AllOids().size()) {
     for (const auto rows : subjects) {
         for (const ExtensionRow& row : rows) {
             if (const OidInfo* info = FindOidByShortName(row.shortName)) {
-                m_formatters[static_cast<std::size_t>(info->messageId)] = row.say;
+                m_formatters[RowOf(*info)] = row.say;
             }
         }
     }
@@ -36,7 +36,7 @@ CFormatterTable::CFormatterTable(std::initializer_list<std::span<const Extension
 
 ExtensionFormatter CFormatterTable::Find(Octets oid) const {
     const OidInfo* info = FindOid(oid);
-    return info != nullptr ? m_formatters[static_cast<std::size_t>(info->messageId)] : nullptr;
+    return info != nullptr ? m_formatters[RowOf(*info)] : nullptr;
 }
 
 ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {

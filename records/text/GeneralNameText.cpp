@@ -186,7 +186,7 @@ std::wstring OidWithName(Octets oid) {
     if (info == nullptr) {
         return OidText(oid);
     }
-    const std::wstring_view name = SetZORNAMessage(info->messageId);
+    const std::wstring_view name = info->Name();
     const std::wstring_view dotted = info->dotted;
     std::wstring text;
     text.reserve(name.size() + dotted.size() + 3);

@@ -70,7 +70,7 @@ void SayNumber(const CAsn1Integer* number, Saying& saying) {
 // ---- RSA ----
 
 std::wstring Sha1Name() {
-    return SetZORNAMessage(ca::FindOidByShortName("id-sha1")->messageId);
+    return ca::FindOidByShortName("id-sha1")->Name();
 }
 
 // The digest is SHA-1 when none is given.
@@ -122,9 +122,8 @@ void SayPbe(Value value, Saying& saying) {
 
 void SayPbkdf2(Value value, Saying& saying) {
     Read<CAsn1Pbkdf2Params>(value, saying, [&](const CAsn1Pbkdf2Params& params) {
-        saying.Add(params.Prf() != nullptr
-                       ? ca::OidName(OctetsOf(params.Prf()->Algorithm()))
-                       : SetZORNAMessage(ca::FindOidByShortName("hmacWithSHA1")->messageId));
+        saying.Add(params.Prf() != nullptr ? ca::OidName(OctetsOf(params.Prf()->Algorithm()))
+                                           : ca::FindOidByShortName("hmacWithSHA1")->Name());
         SayNumber(params.IterationCount(), saying);
     });
 }
@@ -233,18 +232,18 @@ constexpr std::pair<std::string_view, ParametersFormatter> kRows[] = {
     {"id-Gost28147-89-CryptoPro-KeyWrap", SayGostWrap},
 };
 
-// Formatters by the message of their algorithm's name, so that a look-up compares no texts.
+// Formatters by the row of their algorithm, so that a look-up compares no texts.
 ParametersFormatter FindFormatter(const ca::OidInfo& type) {
     static const std::vector<ParametersFormatter> kFormatters = [] {
-        std::vector<ParametersFormatter> formatters(kMessageCount);
+        std::vector<ParametersFormatter> formatters(ca::AllOids().size());
         for (const auto& [shortName, say] : kRows) {
             if (const ca::OidInfo* info = ca::FindOidByShortName(shortName)) {
-                formatters[static_cast<std::size_t>(info->messageId)] = say;
+                formatters[ca::RowOf(*info)] = say;
             }
         }
         return formatters;
     }();
-    return kFormatters[static_cast<std::size_t>(type.messageId)];
+    return kFormatters[ca::RowOf(type)];
 }
 
 Saying Describe(const CAsn1Element& algorithm, unsigned depth) {

@@ -45,14 +45,13 @@ std::wstring UnreadableKey(std::wstring_view fault) {
 // The SHA-2 digests from one on, best first.
 enum class Sha2 { k256, k384, k512 };
 std::wstring DigestsFrom(Sha2 first) {
-    static const std::array<ZornaMessage, 3> kNames = {
-        ca::FindOidByShortName("id-sha256")->messageId,
-        ca::FindOidByShortName("id-sha384")->messageId,
-        ca::FindOidByShortName("id-sha512")->messageId};
+    static const std::array<const ca::OidInfo*, 3> kDigests = {ca::FindOidByShortName("id-sha256"),
+                                                               ca::FindOidByShortName("id-sha384"),
+                                                               ca::FindOidByShortName("id-sha512")};
     std::wstring text;
-    for (auto i = static_cast<std::size_t>(first); i < kNames.size(); ++i) {
+    for (auto i = static_cast<std::size_t>(first); i < kDigests.size(); ++i) {
         text += text.empty() ? L"" : L", ";
-        text += SetZORNAMessage(kNames[i]);
+        text += kDigests[i]->Name();
     }
     return text;
 }
@@ -142,7 +141,7 @@ void DescribeEcKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms
         if (curve.NamedCurve() != nullptr) {
             const Octets oid = OctetsOf(curve.NamedCurve());
             const ca::OidInfo* row = ca::FindOid(oid);
-            forms.params = row != nullptr ? SetZORNAMessage(row->messageId) : ca::OidText(oid);
+            forms.params = row != nullptr ? row->Name() : ca::OidText(oid);
             digest = BestDigest(row != nullptr ? row->shortName : "");
         } else if (given != nullptr && given->FieldId() != nullptr &&
                    given->FieldId()->Parameters() != nullptr) {
@@ -231,8 +230,8 @@ PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo) {
     if (type == nullptr) {
         return forms;
     }
-    if (const auto digest = DigestOf(*type)) {
-        forms.hashAlgs = SetZORNAMessage(*digest);
+    if (const OidInfo* digest = DigestOf(*type)) {
+        forms.hashAlgs = digest->Name();
     }
     const auto row = std::ranges::find(kRows, std::string_view(type->shortName),
                                        [](const auto& known) { return known.first; });

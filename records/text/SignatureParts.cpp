@@ -98,8 +98,7 @@ std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* di
 
 std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest) {
     const OidInfo* info = FindOidByShortName(shortName);
-    return (info != nullptr ? SetZORNAMessage(info->messageId) : std::wstring()) + L": " +
-           OctetsText(digest);
+    return (info != nullptr ? info->Name() : std::wstring()) + L": " + OctetsText(digest);
 }
 
 std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate) {
