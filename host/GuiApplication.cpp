@@ -3,7 +3,9 @@
 #include "host/HostError.h"
 #include "host/Terminal.h"
 
+#include <QLibraryInfo>
 #include <QSocketNotifier>
+#include <QTranslator>
 
 #include <cerrno>
 #include <csignal>
@@ -64,13 +66,23 @@ extern "C" void OnClosingSignal(int /*signal*/) {
 
 namespace host {
 
-CGuiApplication::CGuiApplication() {
+CGuiApplication::CGuiApplication(bool russian) {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QtMessageHandler old = qInstallMessageHandler(&OnStartMessage);
     m_application = std::make_unique<QApplication>(m_argumentCount, m_arguments);
     qInstallMessageHandler(old);
+    if (russian) {
+        Translate();
+    }
     CloseWindowsOnSignals();
+}
+
+void CGuiApplication::Translate() {
+    auto* const translator = new QTranslator(m_application.get());
+    if (translator->load("qtbase_ru", QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(translator);
+    }
 }
 
 void CGuiApplication::CloseWindowsOnSignals() {

@@ -13,12 +13,15 @@ class CGuiApplication {
     /// Deliberate: without a display, or without Qt's plugin for it, the reason goes to the
     /// standard error and the process ends here, with kExitNoDisplay. Qt aborts inside its
     /// constructor then, and no exception can be thrown through it.
-    CGuiApplication();
+    /// \param russian  language of what Qt itself says, in the menus of its text fields for one; if
+    ///                 its translations are installed.
+    explicit CGuiApplication(bool russian);
 
     /// Runs the event loop until QCoreApplication::quit().
     static void Run() { QApplication::exec(); }
 
   private:
+    void Translate();
     void CloseWindowsOnSignals();
 
     int m_argumentCount = 1;  // both stay Qt's as long as the application lives

@@ -132,7 +132,8 @@ class Viewer {
 };
 
 int View(ViewOptions& options) {
-    options.module.language = host::WantsRussian(options.module.language) ? "ru" : "en";
+    const bool russian = host::WantsRussian(options.module.language);
+    options.module.language = russian ? "ru" : "en";
     const std::string content = host::ReadFile(options.file);
     if (content.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
         throw CHostError(host::kExitUsage, options.file + ": 2 GiB and more are too much");
@@ -140,7 +141,7 @@ int View(ViewOptions& options) {
     const host::CLoadedModule module(options.module);
     const CreateViewer create = FindViewer(module.GetLibrary());
 
-    const host::CGuiApplication application;
+    const host::CGuiApplication application(russian);
     Viewer viewer(create);
     const QByteArray octets(content.data(), static_cast<int>(content.size()));
     if (!viewer.Fill(octets, IsJsonObject(content), options.structure)) {

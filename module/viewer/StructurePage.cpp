@@ -41,6 +41,7 @@ CStructurePage::CStructurePage(QWidget* parent)
     m_tree->setColumnWidth(CAsn1TreeModel::kOffset, kNumberWidth);
     m_tree->setColumnWidth(CAsn1TreeModel::kLength, kNumberWidth);
     m_tree->header()->setStretchLastSection(false);
+    m_tree->header()->setMinimumSectionSize(kNumberWidth);
     m_tree->header()->setSectionResizeMode(CAsn1TreeModel::kValue, QHeaderView::Stretch);
     m_tree->installEventFilter(this);
     m_octets->setObjectName("octets");
