@@ -77,6 +77,9 @@ constexpr DigestRow kDigests[] = {
     {"RSA-SM3", "sm3"},
     {"bign-with-hbelt", "hbelt"},
     {"dstu4145le", "dstu34311"},
+    {"gost34311-95-with-gost34310-2004", "gost34311-95"},
+    {"gost34310-2004", "gost34311-95"},
+    {"gost3411-2015-512-with-gost34310-2015-512", "gost3411-2015-512"},
 };
 
 constexpr std::string_view kPss = "id-RSASSA-PSS";
