@@ -4,7 +4,9 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <new>
+#include <string_view>
 
 #ifdef RAPIDJSON_ASSERT
 #error "include common/Json.h before any header of rapidjson"
@@ -91,6 +93,15 @@ class JsonWriter
         place[length + 1] = '"';
         EndValue(true);
         return place + 1;
+    }
+
+    /// Writes values of an array that are JSON already, with the commas between them.
+    /// Throws std::bad_alloc, the text then being as it was.
+    void Elements(std::string_view text) {
+        os_->Reserve(text.size() + kPlainStringExtra);
+        Prefix(rapidjson::kObjectType);
+        std::memcpy(os_->Push(text.size()), text.data(), text.size());
+        EndValue(true);
     }
 
   private:

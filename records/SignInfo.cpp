@@ -2,6 +2,8 @@
 
 #include "records/JsonFields.h"
 
+#include <utility>
+
 namespace {
 
 using ca::JsonField;
@@ -47,7 +49,23 @@ void SignInfos::FromJson(const JsonValue& value) {
 }
 
 void SignInfos::ToJson(JsonWriter& writer) const {
-    WriteJson(writer, items);
+    writer.StartArray();
+    for (const OwnedPtr<SignInfo>& item : items) {
+        item->ToJson(writer);
+    }
+    more.ToJson(writer);
+    writer.EndArray();
+}
+
+void SignInfos::Append(SignInfos others) {
+    if (Count() == 0) {
+        *this = std::move(others);
+        return;
+    }
+    for (const OwnedPtr<SignInfo>& item : others.items) {
+        more.Append(*item);
+    }
+    more.Append(others.more);
 }
 
 void SignExtension::FromJson(const JsonValue& value) {

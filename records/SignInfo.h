@@ -3,6 +3,7 @@
 #include "common/ISerializable.h"
 #include "records/AttrCertInfo.h"
 #include "records/CertInfo.h"
+#include "records/JsonElements.h"
 #include "records/OwnedPtr.h"
 #include "records/VerificationResult.h"
 
@@ -28,7 +29,12 @@ class SignInfos : public ISerializable {
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeSignInfo; }
 
+    std::size_t Count() const { return items.size() + more.Count(); }
+    /// Appends the signatures of another message.
+    void Append(SignInfos others);
+
     std::vector<OwnedPtr<SignInfo>> items;
+    CJsonElements more;  ///< the signatures behind `items`: a message may have thousands
 };
 
 /// A signed or unsigned attribute of a signature.

@@ -98,11 +98,16 @@ class CSignerDescriber {
             ++m_count;
             std::unique_ptr<SignInfo> record = NewRecord();
             Describe(at, level, *record);
-            records.items.emplace_back(std::move(record));
+            // The first one stays a record: what is found out later of the message is told there.
+            if (level != 0 || records.items.empty()) {
+                records.items.emplace_back(std::move(record));
+            } else {
+                records.more.Append(*record);
+            }
         }
         if (m_count == ca::kMaxSignatures) {
             const std::size_t all = ca::CountElements(CAsn1Cursor(signers));
-            const std::size_t left = all - std::min(all, records.items.size());
+            const std::size_t left = all - std::min(all, records.Count());
             ca::AddError(error, left != 0 ? ca::MoreText(left) : std::wstring());
         }
     }
@@ -278,19 +283,20 @@ std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& si
     CSignerDescriber describer(
         certificates != nullptr ? certificates->ContentOctets() : std::span<unsigned char>(),
         signedData.size(), isAttached);
-    const std::size_t before = signatures.items.size();
+    SignInfos described;
     if (const CAsn1SetOf<CAsn1SignerInfo>* signers = message->SignerInfos()) {
         describer.DescribeAll(signers->ContentOctets(), *signers->GetBlock(), /*level=*/0,
-                              signatures, error);
+                              described, error);
     } else {
-        signatures.items.emplace_back(describer.NewRecord());
+        described.items.emplace_back(describer.NewRecord());
     }
-    if (content != nullptr && signatures.items.size() == before + 1) {
-        AddTimeStamp(*content, *signatures.items.back());
+    if (content != nullptr && described.Count() == 1) {
+        AddTimeStamp(*content, *described.items.front());
     }
-    if (signatures.items.size() > before) {
-        AddError(signatures.items[before]->signCert.error, error);
+    if (!described.items.empty()) {
+        AddError(described.items.front()->signCert.error, error);
     }
+    signatures.Append(std::move(described));
     return isAttached;
 }
 

@@ -27,7 +27,8 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 /// described again only as far as that adds a few times the message.
 /// \param object      what may hold a message, see FindSignedData(); kept as it is. Offsets in
 ///                    texts count from its first octet.
-/// \param signatures  gets a record a signer, at most kMaxSignatures with all that is nested.
+/// \param signatures  gets the signatures, at most kMaxSignatures with all that is nested. Those
+///                    behind the first one of all are kept as text.
 /// \return whether the message encloses its content, be it empty; none for no signed data.
 std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures);
 

@@ -42,7 +42,7 @@ void AnswerSignatures(ca::CryptPacket& packet) {
     const std::vector<ca::PayloadItem> items = SignaturePayload(packet);
     auto signatures = std::make_unique<ca::SignInfos>();
     const bool isAttached = Describe(items, *signatures);
-    if (signatures->items.empty()) {
+    if (signatures->Count() == 0) {
         throw ca::Exception(ca::kErrNoSignedData);
     }
     packet.response.isAttached = isAttached;
@@ -81,7 +81,7 @@ void CCryptoModule::GetSignInfo2(ca::CryptPacket& packet) {
     if (lists->items.empty()) {
         add(SignaturePayload(packet));
     }
-    if (std::ranges::all_of(lists->items, [](const auto& list) { return list->items.empty(); })) {
+    if (std::ranges::all_of(lists->items, [](const auto& list) { return list->Count() == 0; })) {
         throw ca::Exception(ca::kErrNoSignedData);
     }
     packet.Response().SetObject(lists.release(), /*clear=*/true);  // the container owns it now

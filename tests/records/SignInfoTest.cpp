@@ -112,7 +112,9 @@ struct Described {
 Described Describe(Octets object) {
     const Octets before = object;
     Described described;
-    described.isAttached = ca::FillSignInfos(object, described.list).value();
+    ca::SignInfos written;
+    described.isAttached = ca::FillSignInfos(object, written).value();
+    FromText(described.list, ToText(written));
     EXPECT_EQ(before, object) << "describing changed the octets";
     return described;
 }

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "common/Json.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace ca {
+
+/// Elements of a JSON array, kept as their text: it takes a fraction of the room of the records.
+class CJsonElements {
+  public:
+    /// Appends what the record writes of itself.
+    template <class Record>
+    void Append(const Record& record) {
+        CJsonAllocator heap;
+        JsonBuffer text(&heap, kUsualSize);
+        JsonWriter writer(text, &heap);
+        record.ToJson(writer);
+        Append({text.GetString(), text.GetSize()}, 1);
+    }
+    void Append(const CJsonElements& others) { Append(others.m_text, others.m_count); }
+
+    std::size_t Count() const { return m_count; }
+    void ToJson(JsonWriter& writer) const {
+        if (m_count != 0) {
+            writer.Elements(m_text);
+        }
+    }
+
+  private:
+    static constexpr std::size_t kUsualSize = 16384;  // octets; most records fit without growing
+
+    void Append(std::string_view text, std::size_t count) {
+        if (count == 0) {
+            return;
+        }
+        if (m_count != 0) {
+            m_text += ',';
+        }
+        m_text += text;
+        m_count += count;
+    }
+
+    std::string m_text;
+    std::size_t m_count = 0;
+};
+
+}  // namespace ca
