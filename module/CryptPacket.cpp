@@ -4,6 +4,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Http.h"
+#include "common/JsonString.h"
 #include "common/InitString.h"
 #include "module/JsonText.h"
 #include "module/RecordTypes.h"
@@ -141,7 +142,7 @@ void ReadRecord(const JsonObject& root, RecordType type, SerializableContainer& 
 }
 
 void WriteText(JsonWriter& writer, const std::wstring& text) {
-    writer.String(u16u8(text));
+    WriteString(writer, text);
 }
 
 }  // namespace

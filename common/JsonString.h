@@ -1,0 +1,13 @@
+#pragma once
+
+#include "common/Json.h"
+
+#include <string>
+
+namespace ca {
+
+/// Writes a text as a JSON string in UTF-8, escaped as rapidjson's writer does it. What is no code
+/// point becomes U+FFFD, as u16u8() has it.
+void WriteString(JsonWriter& writer, const std::wstring& text);
+
+}  // namespace ca
