@@ -220,15 +220,19 @@ TEST_F(TransferTest, ReportsAResultThatCouldNotBeSent) {
 }
 
 TEST_F(TransferTest, ServesFetchesAndUploadsOfManyThreads) {
-    Init();
     const Identity root = ca_test::MakeRoot();
-    const HttpTestServer files(Canned(ca_test::Ok(DerOf(root.certificate.get()))));
+    const Identity leaf = ca_test::MakeServer(root, "IP:127.0.0.1");
+    const TemporaryDir places;
+    SetPkiConfig(R"({"trust":{"stores":[")" + places.Write("root.pem", root.Pem()) + "\"]}}");
+    Init();
+    const HttpTestServer files(Canned(ca_test::Ok(DerOf(leaf.certificate.get()))));
     const HttpTestServer results(Canned(ca_test::Ok("")));
     const std::string get = R"({"mode":22,"fileDataUrl":")" + Narrow(files.Url()) + "\"}";
     const std::string put = R"({"mode":14,"fileDataUrl":")" + Narrow(files.Url()) +
                             R"(","streamFinalChunk":true,"uploadUrl":")" + Narrow(results.Url()) +
                             "\"}";
     const std::string wanted = Call(get).text;
+    EXPECT_THAT(wanted, HasSubstr("\"IssuerCert\":"));
     std::vector<std::thread> threads(6);
     for (std::thread& thread : threads) {
         thread = std::thread([&] {
