@@ -39,7 +39,9 @@ ca::NameForms FormsOf(const CAsn1GeneralNames* names, ZornaMessage place, std::w
     }
     const CAsn1Element directory = DirectoryName(names->ContentOctets());
     if (directory.raw.empty()) {
-        forms.readable = ca::GeneralNamesLine(names->ContentOctets());
+        ca::CTextLines faults;
+        forms.readable = ca::GeneralNamesLine(names->ContentOctets(), faults);
+        ca::AddError(error, place, faults.TakeFaults());
         return forms;
     }
     forms = ca::DescribeName(directory);

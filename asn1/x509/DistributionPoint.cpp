@@ -20,3 +20,14 @@ void CAsn1IssuingDistributionPoint::Decode() {
     m_onlyContainsAttributeCerts = fields.DefaultImplicit(5, "onlyContainsAttributeCerts", false);
     fields.End();
 }
+
+void CAsn1AaIssuingDistributionPoint::Decode() {
+    CFieldReader fields(*this);
+    m_distributionPoint = fields.OptionalExplicit<CAsn1Any>(0, "distributionPoint");
+    m_onlySomeReasons = fields.OptionalImplicit<CAsn1BitString>(1, "onlySomeReasons");
+    m_indirectCRL = fields.DefaultImplicit(2, "indirectCRL", false);
+    m_containsUserAttributeCerts = fields.DefaultImplicit(3, "containsUserAttributeCerts", true);
+    m_containsAACerts = fields.DefaultImplicit(4, "containsAACerts", true);
+    m_containsSOAPublicKeyCerts = fields.DefaultImplicit(5, "containsSOAPublicKeyCerts", true);
+    fields.End();
+}

@@ -55,3 +55,34 @@ class CAsn1IssuingDistributionPoint : public CAsn1TypedObject {
     bool m_indirectCRL = false;
     bool m_onlyContainsAttributeCerts = false;
 };
+
+/// AAissuingDistPointSyntax ::= SEQUENCE {     X.509, extensions of attribute revocation lists
+///     distributionPoint           [0] DistributionPointName OPTIONAL,
+///     onlySomeReasons             [1] ReasonFlags OPTIONAL,
+///     indirectCRL                 [2] BOOLEAN DEFAULT FALSE,
+///     containsUserAttributeCerts  [3] BOOLEAN DEFAULT TRUE,
+///     containsAACerts             [4] BOOLEAN DEFAULT TRUE,
+///     containsSOAPublicKeyCerts   [5] BOOLEAN DEFAULT TRUE }
+class CAsn1AaIssuingDistributionPoint : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "AAissuingDistPointSyntax";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    const CAsn1Any* Name() const { return m_distributionPoint; }
+    const CAsn1BitString* OnlySomeReasons() const { return m_onlySomeReasons; }
+    bool IndirectCrl() const { return m_indirectCRL; }
+    bool ContainsUserAttributeCerts() const { return m_containsUserAttributeCerts; }
+    bool ContainsAaCerts() const { return m_containsAACerts; }
+    bool ContainsSoaPublicKeyCerts() const { return m_containsSOAPublicKeyCerts; }
+
+  private:
+    CAsn1Any* m_distributionPoint = nullptr;
+    CAsn1BitString* m_onlySomeReasons = nullptr;
+    bool m_indirectCRL = false;
+    bool m_containsUserAttributeCerts = true;
+    bool m_containsAACerts = true;
+    bool m_containsSOAPublicKeyCerts = true;
+};

@@ -17,3 +17,19 @@ void CAsn1KeyUsageRestriction::Decode() {
     m_restrictedKeyUsage = fields.Optional<CAsn1BitString>("restrictedKeyUsage");
     fields.End();
 }
+
+void CAsn1OldKeyAttributes::Decode() {
+    CFieldReader fields(*this);
+    m_keyIdentifier = fields.Optional<CAsn1OctetString>("keyIdentifier");
+    m_intendedKeyUsage = fields.Optional<CAsn1BitString>("intendedKeyUsage");
+    m_privateKeyUsagePeriod = fields.Optional<CAsn1PrivateKeyUsagePeriod>("privateKeyUsagePeriod");
+    fields.End();
+}
+
+void CAsn1OldBasicConstraints::Decode() {
+    CFieldReader fields(*this);
+    m_subjectType = fields.Required<CAsn1BitString>("subjectType");
+    m_pathLenConstraint = fields.Optional<CAsn1Integer>("pathLenConstraint");
+    m_subtreesConstraint = fields.OptionalAny("subtreesConstraint");
+    fields.End();
+}

@@ -3,6 +3,7 @@
 #include "asn1/Asn1List.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
+#include "asn1/x509/PrivateKeyUsagePeriod.h"
 
 // AuthorityKeyId ::= SEQUENCE {
 //     keyIdentifier         [0] OCTET STRING OPTIONAL,
@@ -45,4 +46,53 @@ class CAsn1KeyUsageRestriction : public CAsn1TypedObject {
   private:
     CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ObjectIdentifier>>* m_certPolicySet = nullptr;
     CAsn1BitString* m_restrictedKeyUsage = nullptr;
+};
+
+// KeyAttributes ::= SEQUENCE {
+//     keyIdentifier          OCTET STRING OPTIONAL,
+//     intendedKeyUsage       KeyUsage OPTIONAL,
+//     privateKeyUsagePeriod  PrivateKeyUsagePeriod OPTIONAL }     X.509 (1996
+//     draft), 12.2.2
+class CAsn1OldKeyAttributes : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "KeyAttributes";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    const CAsn1OctetString* KeyIdentifier() const { return m_keyIdentifier; }
+    const CAsn1BitString* IntendedKeyUsage() const { return m_intendedKeyUsage; }
+    const CAsn1PrivateKeyUsagePeriod* PrivateKeyUsagePeriod() const {
+        return m_privateKeyUsagePeriod;
+    }
+
+  private:
+    CAsn1OctetString* m_keyIdentifier = nullptr;
+    CAsn1BitString* m_intendedKeyUsage = nullptr;
+    CAsn1PrivateKeyUsagePeriod* m_privateKeyUsagePeriod = nullptr;
+};
+
+// BasicConstraints ::= SEQUENCE {
+//     subjectType         BIT STRING { endEntity (0), cA (1) },
+//     pathLenConstraint   INTEGER OPTIONAL,
+//     subtreesConstraint  ANY OPTIONAL }   -- SEQUENCE OF Name     X.509 (1996
+//     draft), 12.4.2
+class CAsn1OldBasicConstraints : public CAsn1TypedObject {
+  public:
+    using CAsn1TypedObject::CAsn1TypedObject;
+    static constexpr const char* kName = "OldBasicConstraints";
+    static constexpr unsigned char kTag = kAsn1Sequence;
+
+    void Decode() override;
+
+    /// Bit 0: end entity, bit 1: CA.
+    const CAsn1BitString* SubjectType() const { return m_subjectType; }
+    const CAsn1Integer* PathLenConstraint() const { return m_pathLenConstraint; }
+    const CAsn1Any* SubtreesConstraint() const { return m_subtreesConstraint; }
+
+  private:
+    CAsn1BitString* m_subjectType = nullptr;
+    CAsn1Integer* m_pathLenConstraint = nullptr;
+    CAsn1Any* m_subtreesConstraint = nullptr;
 };

@@ -4,12 +4,15 @@
 #include "asn1/attributes/Attribute.h"
 #include "asn1/attributes/AttributeValues.h"
 #include "asn1/attributes/Holder.h"
+#include "asn1/attributes/PlatformAttributes.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/PolicyText.h"
+#include "records/text/SharedFormatters.h"
 #include "records/text/TimeText.h"
 
 #include <algorithm>
@@ -30,7 +33,7 @@ void SayIetfAttribute(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IetfAttrSyntax> syntax(value);
     if (syntax->PolicyAuthority() != nullptr) {
         lines.Line(kMsgPolicyAuthority,
-                   ca::GeneralNamesLine(syntax->PolicyAuthority()->ContentOctets()));
+                   ca::GeneralNamesLine(syntax->PolicyAuthority()->ContentOctets(), lines));
     }
     ca::SayEach(*syntax->Values(), lines, [&](const CAsn1Any& any) {
         const CAsn1Element element = ca::ElementOf(any);
@@ -46,8 +49,8 @@ void SayIetfAttribute(Value value, CTextLines& lines) {
 
 void SayServiceInfo(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SvceAuthInfo> info(value);
-    lines.Line(kMsgService, ca::GeneralNameLine(ca::ElementOf(*info->Service())));
-    lines.Line(kMsgIdentity, ca::GeneralNameLine(ca::ElementOf(*info->Ident())));
+    lines.Line(kMsgService, ca::GeneralNameLine(ca::ElementOf(*info->Service()), lines));
+    lines.Line(kMsgIdentity, ca::GeneralNameLine(ca::ElementOf(*info->Ident()), lines));
     if (info->AuthInfo() != nullptr) {
         lines.Line(kMsgAuthenticationData, ca::Hex(OctetsOf(info->AuthInfo())));
     }
@@ -55,9 +58,9 @@ void SayServiceInfo(Value value, CTextLines& lines) {
 
 void SayRole(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1RoleSyntax> role(value);
-    const std::wstring name = ca::GeneralNameLine(ca::ElementOf(*role->RoleName()));
+    const std::wstring name = ca::GeneralNameLine(ca::ElementOf(*role->RoleName()), lines);
     if (role->RoleAuthority() != nullptr) {
-        lines.Line(ca::GeneralNamesLine(role->RoleAuthority()->ContentOctets()), name);
+        lines.Line(ca::GeneralNamesLine(role->RoleAuthority()->ContentOctets(), lines), name);
     } else {
         lines.Line(name);
     }
@@ -97,6 +100,32 @@ void SayBirthDate(Value value, CTextLines& lines) {
     lines.Line(time.utc.substr(0, kDateLength));
 }
 
+// ---- Makers of platforms ----
+
+std::wstring VersionText(const CAsn1TcgSpecificationVersion& version) {
+    return ca::NumberText(version.MajorVersion()) + L'.' + ca::NumberText(version.MinorVersion()) +
+           L'.' + ca::NumberText(version.Revision());
+}
+
+// "2.0, 0, 138": family, level, revision.
+void SayTpmSpecification(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1TpmSpecification> specification(value);
+    lines.Line(ca::MemberText(specification->Family()) + L", " +
+               ca::NumberText(specification->Level()) + L", " +
+               ca::NumberText(specification->Revision()));
+}
+
+void SayPlatformSpecification(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1TcgPlatformSpecification> specification(value);
+    lines.Line(kMsgFieldVersion, VersionText(*specification->Version()));
+    lines.Line(kMsgFieldId, ca::Hex(OctetsOf(specification->PlatformClass())));
+}
+
+void SayCredentialSpecification(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1TcgCredentialSpecification> specification(value);
+    lines.Line(kMsgFieldVersion, VersionText(*specification->Version()));
+}
+
 constexpr ca::ExtensionRow kRows[] = {
     {"authenticationInfo", SayServiceInfo},
     {"accessIdentity", SayServiceInfo},
@@ -106,11 +135,17 @@ constexpr ca::ExtensionRow kRows[] = {
     {"clearance", SayClearance},
     {"rfc3281-clearance", SayClearance},
     {"dateOfBirth", SayBirthDate},
+    {"tpmSpecification", SayTpmSpecification},
+    {"tcgPlatformSpecification", SayPlatformSpecification},
+    {"tcgCredentialSpecification", SayCredentialSpecification},
 };
 
 // Each value; one that is not of the attribute's type is said as unreadable.
 void SayValues(ca::ExtensionFormatter say, Octets type, const CAsn1SetOf<CAsn1Any>& values,
                CTextLines& lines, std::wstring& error) {
+    if (values.ContentOctets().empty()) {
+        lines.Line(kMsgEmpty);
+    }
     ca::SayEach(values, lines, [&](const CAsn1Any& any) {
         const Value value = ca::Changeable(any.Raw());
         if (say == nullptr) {
@@ -120,7 +155,7 @@ void SayValues(ca::ExtensionFormatter say, Octets type, const CAsn1SetOf<CAsn1An
         try {
             CTextLines said;
             say(value, said);
-            lines.Block(said.Take());
+            lines.Block(said.TakeOr(kMsgEmpty));
             if (const std::wstring faults = said.TakeFaults(); !faults.empty()) {
                 ca::AddError(error, ca::OidWithName(type) + L": " + faults);
             }
@@ -158,8 +193,9 @@ void SayClaimedAttribute(const CAsn1Attribute& attribute, CTextLines& lines) {
     const ExtensionFormatter say = kTable.Find(type);
     lines.Line(OidWithName(type), L"");
     const CTextLines::Level level(lines);
-    std::wstring error;  // Deliberate: what cannot be read is seen in the text
+    std::wstring error;
     SayValues(say != nullptr ? say : SayDirectoryValue, type, *attribute.Values(), lines, error);
+    lines.Fault(error);
 }
 
 std::wstring ClearanceLevelText(std::uint64_t level) {
@@ -205,18 +241,20 @@ std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest) {
     return text + L": " + Hex(BitsOf(digest.ObjectDigest()).octets);
 }
 
-std::wstring GeneralNameLine(const CAsn1Element& name) {
-    if (name.tag == ContextConstructed(4)) {
-        return ReadableName(Child(name, 0));
+std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults) {
+    const CAsn1Element directory = Child(name, 0);
+    if (name.tag == ContextConstructed(4) && directory.tag == kAsn1Sequence) {
+        return ReadableName(directory);
     }
     CTextLines lines;
     SayGeneralName(name, lines);
+    faults.Fault(lines.TakeFaults());
     std::wstring text = lines.Take();
     std::ranges::replace(text, L'\n', L' ');
     return text;
 }
 
-std::wstring GeneralNamesLine(std::span<unsigned char> content) {
+std::wstring GeneralNamesLine(std::span<unsigned char> content, CTextLines& faults) {
     std::wstring text;
     CAsn1Element name;
     std::size_t index = 0;
@@ -226,9 +264,10 @@ std::wstring GeneralNamesLine(std::span<unsigned char> content) {
         }
         text += text.empty() ? L"" : L", ";
         if (cursor.Next(name) != Asn1Fault::kNone) {
+            faults.Fault(SetZORNAMessage(kMsgAsn1Malformed));
             return text + UnreadableText(cursor.Rest());
         }
-        text += GeneralNameLine(name);
+        text += GeneralNameLine(name, faults);
     }
     return text;
 }

@@ -45,8 +45,9 @@ void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& r
 std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest);
 
 /// A name of GeneralNames for use inside a line: a directory's as such, others with their kind.
-std::wstring GeneralNameLine(const CAsn1Element& name);
+/// What could not be read of it is shown as such and added to the faults of `faults`.
+std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults);
 /// All names of GeneralNames in a line, ", " between them; at most kMaxListed.
-std::wstring GeneralNamesLine(std::span<unsigned char> content);
+std::wstring GeneralNamesLine(std::span<unsigned char> content, CTextLines& faults);
 
 }  // namespace ca

@@ -1,5 +1,6 @@
 #include "asn1/OidTable.h"
 #include "asn1/attributes/AttributeCertificate.h"
+#include "asn1/attributes/EvidenceRecord.h"
 #include "asn1/attributes/SignaturePolicy.h"
 #include "asn1/attributes/SignerAttributes.h"
 #include "asn1/attributes/SigningCertificate.h"
@@ -131,7 +132,7 @@ void SayAttributeCertificate(const CAsn1Any& any, CTextLines& lines) {
     const CTextLines::Level level(lines);
     if (const CAsn1V2Form* issuer = info.Issuer()->V2Form();
         issuer != nullptr && issuer->IssuerName() != nullptr) {
-        lines.Line(kMsgIssuer, ca::GeneralNamesLine(issuer->IssuerName()->ContentOctets()));
+        lines.Line(kMsgIssuer, ca::GeneralNamesLine(issuer->IssuerName()->ContentOctets(), lines));
     }
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(info.SerialNumber())));
     ca::SayEach(*info.Attributes(), lines, [&](const CAsn1Attribute& attribute) {
@@ -180,7 +181,7 @@ void SayCertificateRefs(Value value, CTextLines& lines) {
     ca::SayEach(*references, lines, [&](const CAsn1OtherCertId& reference) {
         std::wstring line = ca::OtherHashText(*reference.OtherCertHash());
         if (reference.IssuerSerial() != nullptr) {
-            line += L", " + ca::IssuerSerialText(*reference.IssuerSerial());
+            line += L", " + ca::IssuerSerialText(*reference.IssuerSerial(), lines);
         }
         lines.Line(line);
     });
@@ -211,6 +212,21 @@ void SayHashIndex(Value value, CTextLines& lines) {
     }
 }
 
+// Each time stamp of each chain: what it stamps, and with which digest its tree was made.
+void SayEvidenceRecord(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1EvidenceRecord> record(value);
+    ca::SayEach(*record->DigestAlgorithms(), lines, [&](const CAsn1AlgorithmIdentifier& digest) {
+        lines.Line(kMsgFieldHashAlg, ca::AlgorithmText(ca::ElementOf(digest)));
+    });
+    ca::SayEach(*record->ArchiveTimeStampSequence(), lines, [&](const auto& chain) {
+        ca::SayEach(chain, lines, [&](const CAsn1ArchiveTimeStamp& stamp) {
+            lines.Line(kMsgStamp, L"");
+            const CTextLines::Level level(lines);
+            ca::SaySignedMessage(ca::Changeable(stamp.TimeStamp()->Raw()), lines);
+        });
+    });
+}
+
 void SayMimeType(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1UTF8String> type(value);
     lines.Line(ca::ValueText(ca::ElementOf(*type)));
@@ -227,6 +243,8 @@ constexpr ca::ExtensionRow kRows[] = {
     {"id-aa-ATSHashIndex", SayHashIndex},
     {"id-aa-ATSHashIndex-v2", SayHashIndex},
     {"id-aa-ATSHashIndex-v3", SayHashIndex},
+    {"id-aa-er-internal", SayEvidenceRecord},
+    {"id-aa-er-external", SayEvidenceRecord},
     {"id-aa-ets-sigPolicyId", SaySignaturePolicy},
     {"id-aa-ets-commitmentType", SayCommitment},
     {"id-aa-ets-signerLocation", SaySignerLocation},

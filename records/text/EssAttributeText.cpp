@@ -48,7 +48,7 @@ void SaySigningCertificates(Value value, CTextLines& lines, Digest digest) {
         lines.Line(digest(certificate));
         if (const CAsn1IssuerSerial* id = certificate.IssuerSerial()) {
             const CTextLines::Level level(lines);
-            lines.Line(kMsgIssuer, ca::GeneralNamesLine(id->Issuer()->ContentOctets()));
+            lines.Line(kMsgIssuer, ca::GeneralNamesLine(id->Issuer()->ContentOctets(), lines));
             lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->Serial())));
         }
     });
@@ -97,7 +97,7 @@ void SayContentReference(Value value, CTextLines& lines) {
 void SayNameLists(ZornaMessage label, const CAsn1SequenceOf<CAsn1GeneralNames>& lists,
                   CTextLines& lines) {
     ca::SayEach(lists, lines, [&](const CAsn1GeneralNames& names) {
-        lines.Line(label, ca::GeneralNamesLine(names.ContentOctets()));
+        lines.Line(label, ca::GeneralNamesLine(names.ContentOctets(), lines));
     });
 }
 

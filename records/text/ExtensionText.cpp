@@ -48,7 +48,8 @@ ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
         CTextLines lines;
         say(value, lines);
         const std::wstring faults = lines.TakeFaults();
-        return {lines.Take(), faults.empty() ? faults : OidWithName(oid) + L": " + faults};
+        return {lines.TakeOr(kMsgEmpty),
+                faults.empty() ? faults : OidWithName(oid) + L": " + faults};
     } catch (const Exception& fault) {
         return {UnreadableText(value), OidWithName(oid) + L": " + fault.message};
     }

@@ -1,7 +1,10 @@
 #include "records/text/OcspText.h"
 
+#include "asn1/OidTable.h"
 #include "asn1/ocsp/OcspRequest.h"
 #include "asn1/ocsp/OcspResponse.h"
+#include "asn1/ocsp/PreferredSignatureAlgorithm.h"
+#include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionList.h"
@@ -96,7 +99,22 @@ void SayServiceLocator(Value value, CTextLines& lines) {
     lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*locator->Issuer())));
     ca::SayEach(*locator->Locator(), lines, [&](const CAsn1AccessDescription& access) {
         lines.Line(ca::OidWithName(OctetsOf(access.AccessMethod())),
-                   ca::GeneralNameLine(ca::FirstElement(access.AccessLocation()->Raw())));
+                   ca::GeneralNameLine(ca::FirstElement(access.AccessLocation()->Raw()), lines));
+    });
+}
+
+// The algorithm of the signature, behind it that of the key and its curve.
+void SayPreferredAlgorithms(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1PreferredSignatureAlgorithm>> list(value);
+    ca::SayEach(*list, lines, [&](const CAsn1PreferredSignatureAlgorithm& preferred) {
+        std::wstring text = ca::AlgorithmText(ca::ElementOf(*preferred.SigIdentifier()));
+        if (const CAsn1AlgorithmIdentifier* key = preferred.PubKeyAlgIdentifier()) {
+            ca::AppendListed(text, ca::AlgorithmText(ca::ElementOf(*key)));
+            if (key->Parameters() != nullptr && key->Parameters()->Tag() == kAsn1ObjectIdentifier) {
+                ca::AppendListed(text, ca::OidName(OctetsOf(key->Parameters())));
+            }
+        }
+        lines.Line(text);
     });
 }
 
@@ -106,6 +124,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"ocspResponse", ca::SayOidList},
     {"ocspArchiveCutoff", ca::SayTime},
     {"ocspServiceLocator", SayServiceLocator},
+    {"ocspPrefSigAlgs", SayPreferredAlgorithms},
     {"ocspExtendedRevoke", ca::SayPresent},
 };
 

@@ -52,7 +52,7 @@ void SayProfession(const CAsn1ProfessionInfo& profession, CTextLines& lines) {
 
 void SayAdmissionAuthority(const CAsn1Object* authority, CTextLines& lines) {
     if (authority != nullptr) {
-        lines.Line(kMsgAuthority, ca::GeneralNameLine(ca::ElementOf(*authority)));
+        lines.Line(kMsgAuthority, ca::GeneralNameLine(ca::ElementOf(*authority), lines));
     }
 }
 
@@ -70,13 +70,13 @@ void SayAdmission(Value value, CTextLines& lines) {
 
 void SaySigningFor(const CAsn1Element& principal, CTextLines& lines) {
     if (principal.tag != kAsn1Sequence) {
-        lines.Line(kMsgSigningFor, ca::GeneralNameLine(principal));
+        lines.Line(kMsgSigningFor, ca::GeneralNameLine(principal, lines));
         return;
     }
     const ca::CDecoded<CAsn1IssuerSerial> certificate(principal.raw);
     lines.Line(kMsgSigningFor, L"");
     const CTextLines::Level level(lines);
-    lines.Line(kMsgIssuer, ca::GeneralNamesLine(certificate->Issuer()->ContentOctets()));
+    lines.Line(kMsgIssuer, ca::GeneralNamesLine(certificate->Issuer()->ContentOctets(), lines));
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(certificate->Serial())));
 }
 

@@ -2,12 +2,33 @@
 
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Time.h"
+#include "asn1/x509/PrivateKeyUsagePeriod.h"
 #include "records/text/Decoded.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"
 
 namespace ca {
+
+namespace {
+
+void SayTimeMember(ZornaMessage label, const CAsn1Object* time, CTextLines& lines) {
+    if (time == nullptr) {
+        return;
+    }
+    // The context tag hides the type, which is the only one there can be.
+    CAsn1Element element;
+    element.tag = kAsn1GeneralizedTime;
+    element.content = Changeable(OctetsOf(time));
+    const TimeForms forms = DescribeTime(element);
+    if (forms.seconds) {
+        lines.Line(label, forms.local);
+    } else {
+        lines.Unreadable(SetZORNAMessage(label), element.content);
+    }
+}
+
+}  // namespace
 
 std::wstring MemberText(const CAsn1Object* member) {
     return member != nullptr ? ValueText(ElementOf(*member)) : std::wstring();
@@ -59,6 +80,17 @@ void SayOidList(std::span<unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> list(value);
     SayEach(*list, lines,
             [&](const CAsn1ObjectIdentifier& oid) { lines.Line(OidWithName(OctetsOf(&oid))); });
+}
+
+void SayNames(std::span<unsigned char> value, CTextLines& lines) {
+    const CDecoded<CAsn1SequenceOf<CAsn1Any>> names(value);
+    SayGeneralNames(names->ContentOctets(), lines);
+}
+
+void SayPrivateKeyUsagePeriod(std::span<unsigned char> value, CTextLines& lines) {
+    const CDecoded<CAsn1PrivateKeyUsagePeriod> period(value);
+    SayTimeMember(kMsgNotBefore, period->NotBefore(), lines);
+    SayTimeMember(kMsgNotAfter, period->NotAfter(), lines);
 }
 
 void SayPresent(std::span<unsigned char> /*value*/, CTextLines& lines) {

@@ -25,6 +25,8 @@ void SayOctetString(std::span<unsigned char> value, CTextLines& lines);  ///< he
 void SayTime(std::span<unsigned char> value, CTextLines& lines);         ///< UTC or generalised
 void SayOid(std::span<unsigned char> value, CTextLines& lines);          ///< "Name (OID)"
 void SayOidList(std::span<unsigned char> value, CTextLines& lines);      ///< SEQUENCE OF them
-void SayPresent(std::span<unsigned char> value, CTextLines& lines);      ///< of any value
+void SayNames(std::span<unsigned char> value, CTextLines& lines);        ///< GeneralNames
+void SayPrivateKeyUsagePeriod(std::span<unsigned char> value, CTextLines& lines);
+void SayPresent(std::span<unsigned char> value, CTextLines& lines);  ///< of any value
 
 }  // namespace ca

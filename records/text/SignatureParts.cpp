@@ -60,7 +60,7 @@ void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
     }
     if (stamp->Tsa() != nullptr) {
         lines.Line(kMsgTimeStampAuthority,
-                   ca::GeneralNameLine(ca::FirstElement(stamp->Tsa()->Raw())));
+                   ca::GeneralNameLine(ca::FirstElement(stamp->Tsa()->Raw()), lines));
     }
     if (stamp->Extensions() != nullptr) {
         ca::SayExtensions(*stamp->Extensions(), lines);
@@ -101,8 +101,8 @@ std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest) {
     return (info != nullptr ? info->Name() : std::wstring()) + L": " + OctetsText(digest);
 }
 
-std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate) {
-    return GeneralNamesLine(certificate.Issuer()->ContentOctets()) + L", " +
+std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate, CTextLines& lines) {
+    return GeneralNamesLine(certificate.Issuer()->ContentOctets(), lines) + L", " +
            SerialText(OctetsOf(certificate.Serial()));
 }
 

@@ -24,8 +24,9 @@ std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* di
 /// The same for an algorithm that is implied, by its short name.
 std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest);
 
-/// "C=RU, CN=Authority, 0a1b": issuer and serial number in a line.
-std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate);
+/// "C=RU, CN=Authority, 0a1b": issuer and serial number in a line. What could not be read is added
+/// to the faults of `lines`.
+std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate, CTextLines& lines);
 std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate);
 
 /// What names a signer or a recipient, in a line: IssuerSerialText(), or "Key: hex".

@@ -7,7 +7,6 @@
 #include "asn1/x509/NameConstraints.h"
 #include "asn1/x509/PolicyInformation.h"
 #include "asn1/x509/PolicyMapping.h"
-#include "asn1/x509/PrivateKeyUsagePeriod.h"
 #include "common/ErrorCodes.h"
 #include "records/CertInfo.h"
 #include "records/text/Decoded.h"
@@ -18,7 +17,6 @@
 #include "records/text/PolicyText.h"
 #include "records/text/ReasonText.h"
 #include "records/text/SharedFormatters.h"
-#include "records/text/TimeText.h"
 
 // The extensions of RFC 5280 (certificates 4.2, CRLs 5.2, CRL entries 5.3).
 
@@ -56,11 +54,6 @@ void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
     if (id->AuthorityCertSerialNumber() != nullptr) {
         lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->AuthorityCertSerialNumber())));
     }
-}
-
-void SayAlternativeNames(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> names(value);
-    ca::SayGeneralNames(names->ContentOctets(), lines);
 }
 
 // DistributionPointName ::= CHOICE { fullName [0] GeneralNames,
@@ -104,6 +97,25 @@ void SayIssuingDistributionPoint(Value value, CTextLines& lines) {
         if (isSet) {
             lines.Line(text);
         }
+    }
+    if (point->OnlySomeReasons() != nullptr) {
+        lines.Line(kMsgReasons, ca::ReasonFlagsText(BitsOf(point->OnlySomeReasons())));
+    }
+}
+
+void SayAttributeIssuingPoint(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1AaIssuingDistributionPoint> point(value);
+    SayPointName(point->Name(), lines);
+    const std::pair<bool, std::wstring> contained[] = {
+        {point->ContainsUserAttributeCerts(), SetZORNAMessage(kMsgAttributeCertificate)},
+        {point->ContainsAaCerts(), SetZORNAMessage(kMsgAttributeAuthority)},
+        {point->ContainsSoaPublicKeyCerts(), ca::FindOidByShortName("sOAIdentifier")->Name()},
+    };
+    for (const auto& [isContained, label] : contained) {
+        lines.Line(label, SetZORNAMessage(isContained ? kMsgYes : kMsgNo));
+    }
+    if (point->IndirectCrl()) {
+        lines.Line(kMsgIndirectCrl);
     }
     if (point->OnlySomeReasons() != nullptr) {
         lines.Line(kMsgReasons, ca::ReasonFlagsText(BitsOf(point->OnlySomeReasons())));
@@ -173,28 +185,6 @@ void SayNameConstraints(Value value, CTextLines& lines) {
     SaySubtrees(kMsgExcluded, constraints->ExcludedSubtrees(), lines);
 }
 
-void SayTimeMember(ZornaMessage label, const CAsn1Object* time, CTextLines& lines) {
-    if (time == nullptr) {
-        return;
-    }
-    // The context tag hides the type, which is the only one there can be.
-    CAsn1Element element;
-    element.tag = kAsn1GeneralizedTime;
-    element.content = ca::Changeable(OctetsOf(time));
-    const ca::TimeForms forms = ca::DescribeTime(element);
-    if (forms.seconds) {
-        lines.Line(label, forms.local);
-    } else {
-        lines.Unreadable(SetZORNAMessage(label), element.content);
-    }
-}
-
-void SayPrivateKeyUsagePeriod(Value value, CTextLines& lines) {
-    const ca::CDecoded<CAsn1PrivateKeyUsagePeriod> period(value);
-    SayTimeMember(kMsgNotBefore, period->NotBefore(), lines);
-    SayTimeMember(kMsgNotAfter, period->NotAfter(), lines);
-}
-
 void SayNumber(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Integer> number(value);
     lines.Line(ca::Hex(OctetsOf(&*number)));
@@ -218,13 +208,14 @@ constexpr ca::ExtensionRow kRows[] = {
     {"msApplicationPolicyConstraints", SayPolicyConstraints},
     {"subjectKeyIdentifier", ca::SayOctetString},
     {"authorityKeyIdentifier", SayAuthorityKeyIdentifier},
-    {"subjectAltName", SayAlternativeNames},
-    {"issuerAltName", SayAlternativeNames},
-    {"certificateIssuer", SayAlternativeNames},
+    {"subjectAltName", ca::SayNames},
+    {"issuerAltName", ca::SayNames},
+    {"certificateIssuer", ca::SayNames},
     {"cRLDistributionPoints", SayDistributionPoints},
     {"freshestCRL", SayDistributionPoints},
     {"msCRLSelfCDP", SayDistributionPoints},
     {"issuingDistributionPoint", SayIssuingDistributionPoint},
+    {"aAissuingDistributionPoint", SayAttributeIssuingPoint},
     {"authorityInfoAccess", SayInformationAccess},
     {"subjectInfoAccess", SayInformationAccess},
     {"certificatePolicies", SayPolicies},
@@ -232,7 +223,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"policyConstraints", SayPolicyConstraints},
     {"inhibitAnyPolicy", SayInhibitAnyPolicy},
     {"nameConstraints", SayNameConstraints},
-    {"privateKeyUsagePeriod", SayPrivateKeyUsagePeriod},
+    {"privateKeyUsagePeriod", ca::SayPrivateKeyUsagePeriod},
     {"cRLNumber", SayNumber},
     {"deltaCRLIndicator", SayNumber},
     {"msCRLVirtualBase", SayNumber},

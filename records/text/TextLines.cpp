@@ -86,7 +86,7 @@ void CTextLines::SayMore(std::size_t count) {
 }
 
 void CTextLines::Fault(std::wstring_view fault) {
-    if (m_faults.size() < kMaxValueText) {
+    if (!fault.empty() && m_faults.size() < kMaxValueText) {
         m_faults += m_faults.empty() ? L"" : L"; ";
         m_faults += fault;
     }
@@ -100,6 +100,11 @@ void CTextLines::Unreadable(std::span<const unsigned char> octets) {
 void CTextLines::Unreadable(std::wstring_view label, std::span<const unsigned char> octets) {
     Line(label, UnreadableText(octets));
     Fault(std::wstring(label).append(L": ").append(SetZORNAMessage(kMsgAsn1Malformed)));
+}
+
+std::wstring CTextLines::TakeOr(ZornaMessage otherwise) {
+    std::wstring text = Take();
+    return text.empty() ? SetZORNAMessage(otherwise) : text;
 }
 
 std::wstring CTextLines::TakeFaults() {

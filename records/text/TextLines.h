@@ -50,7 +50,8 @@ class CTextLines {
     /// Counts lines that are not said; the text ends with how many there were.
     void LeaveOut(std::size_t lines);
 
-    /// Keeps what is wrong with a part that the text shows as unreadable, "; " between faults.
+    /// Keeps what is wrong with a part that the text shows as unreadable, "; " between faults; an
+    /// empty text is no fault.
     void Fault(std::wstring_view fault);
 
     /// A line that shows octets as unreadable, with its fault.
@@ -59,6 +60,8 @@ class CTextLines {
 
     /// The text; the object is empty then, but for its faults.
     std::wstring Take();
+    /// The same, `otherwise` when no line was said: for lists that may be empty.
+    std::wstring TakeOr(ZornaMessage otherwise);
     std::wstring TakeFaults();
 
   private:

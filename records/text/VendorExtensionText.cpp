@@ -9,6 +9,7 @@
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
+#include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/SharedFormatters.h"
 
@@ -128,9 +129,10 @@ void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
     }
     if (id->CertIssuer() != nullptr) {
         const CAsn1Element issuer = ca::FirstElement(id->CertIssuer()->ContentOctets());
-        lines.Line(kMsgIssuer, issuer.tag == kAsn1Sequence
-                                   ? ca::ReadableName(issuer)
-                                   : ca::GeneralNamesLine(id->CertIssuer()->ContentOctets()));
+        lines.Line(kMsgIssuer,
+                   issuer.tag == kAsn1Sequence
+                       ? ca::ReadableName(issuer)
+                       : ca::GeneralNamesLine(id->CertIssuer()->ContentOctets(), lines));
     }
     if (id->CertSerialNumber() != nullptr) {
         lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->CertSerialNumber())));
@@ -149,6 +151,34 @@ void SayKeyUsageRestriction(Value value, CTextLines& lines) {
     }
 }
 
+void SayKeyAttributes(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1OldKeyAttributes> attributes(value);
+    if (attributes->KeyIdentifier() != nullptr) {
+        lines.Line(kMsgKey, ca::Hex(OctetsOf(attributes->KeyIdentifier())));
+    }
+    if (attributes->IntendedKeyUsage() != nullptr) {
+        ca::SayKeyUsage(BitsOf(attributes->IntendedKeyUsage()), lines);
+    }
+    if (const CAsn1PrivateKeyUsagePeriod* period = attributes->PrivateKeyUsagePeriod()) {
+        ca::SayPrivateKeyUsagePeriod(ca::Changeable(period->Raw()), lines);
+    }
+}
+
+void SayOldBasicConstraints(Value value, CTextLines& lines) {
+    constexpr std::size_t kCaBit = 1;
+    const ca::CDecoded<CAsn1OldBasicConstraints> constraints(value);
+    const bool isCa = BitsOf(constraints->SubjectType())[kCaBit];
+    lines.Line(kMsgCa, SetZORNAMessage(isCa ? kMsgYes : kMsgNo));
+    if (constraints->PathLenConstraint() != nullptr) {
+        lines.Line(kMsgPathLength, ca::NumberText(constraints->PathLenConstraint()));
+    }
+    if (constraints->SubtreesConstraint() != nullptr) {
+        lines.Line(kMsgPermitted, L"");
+        const CTextLines::Level level(lines);
+        lines.Block(ca::UnknownValueText(constraints->SubtreesConstraint()->Raw()));
+    }
+}
+
 constexpr ca::ExtensionRow kRows[] = {
     {"msEnrollCerttype", SayTemplateName},
     {"msCertificateTemplate", SayTemplate},
@@ -160,12 +190,17 @@ constexpr ca::ExtensionRow kRows[] = {
     {"netscapeRevocationUrl", ca::SayText},
     {"netscapeCaRevocationUrl", ca::SayText},
     {"netscapeCaPolicyUrl", ca::SayText},
+    {"netscapeSslServerName", ca::SayText},
     {"netscapeComment", ca::SayText},
     {"entrustVersInfo", SayEntrustVersion},
     {"adobeTimestamp", SayTimestampService},
     {"adobeArchiveRevInfo", SayArchiveRevocationInfo},
     {"oldAuthorityKeyIdentifier", SayOldAuthorityKeyId},
+    {"oldKeyAttributes", SayKeyAttributes},
     {"primaryKeyUsageRestriction", SayKeyUsageRestriction},
+    {"oldSubjectAltName", ca::SayNames},
+    {"oldIssuerAltName", ca::SayNames},
+    {"oldBasicConstraints", SayOldBasicConstraints},
 };
 
 }  // namespace

@@ -148,6 +148,8 @@ TEST_F(AttrCertInfoTest, SaysTheAttributes) {
     const Octets categories = Tlv(0x31, Tlv(0x30, {{0x80, 0x01, 0x2A}, {0xA1, 0x02, 0x05, 0x00}}));
     const Octets levels{0x03, 0x02, 0x00, 0x44};
     const Octets levelsTagged{0x81, 0x02, 0x00, 0x80};
+    const auto tpm = [](unsigned char last) { return Octets{0x67, 0x81, 0x05, 0x02, last}; };
+    const Octets version = Tlv(0x30, {{0x02, 1, 1}, {0x02, 1, 2}, {0x02, 1, 9}});
     struct Case {
         Octets attribute;
         const wchar_t* text;
@@ -164,6 +166,12 @@ TEST_F(AttrCertInfoTest, SaysTheAttributes) {
          L"Security policy: 1.2\nLevels: unmarked"},
         {Attribute({0x55, 0x04, 0x37}, Tlv(0x30, {{0x06, 0x01, 0x2A}})),
          L"Security policy: 1.2\nLevels: unclassified"},
+        {Attribute(tpm(16), Tlv(0x30, {Tlv(0x0C, Text("2.0")), {0x02, 1, 0}, {0x02, 2, 0, 0x8A}})),
+         L"2.0, 0, 138"},
+        {Attribute(tpm(17), Tlv(0x30, {version, {0x04, 4, 0, 0, 0, 1}})),
+         L"Version: 1.2.9\nIdentifier: 00000001"},
+        {Attribute(tpm(23), Tlv(0x30, version)), L"Version: 1.2.9"},
+        {Attribute(tpm(16), {}), L"Empty"},
         {Attribute({0x2A, 0x03, 0x04}, Join({Tlv(0x0C, Text("one")), Tlv(0x0C, Text("two"))})),
          L"UTF8 STRING: one\nUTF8 STRING: two"},
     };

@@ -133,6 +133,9 @@ TEST_F(SignatureAttributeTextTest, SaysEachTypeInLines) {
     const Octets crlReference =
         Tlv(0x30, {kHash, Tlv(0x30, {Name("CA"), Tlv(0x17, Text("260203040506Z")), {2, 1, 5}})});
     const Octets ocspReference = Tlv(0x30, Tlv(0x30, {Tlv(0xA2, kHash), kTime}));
+    const Octets archiveStamp = Tlv(0x30, {Tlv(0xA2, Tlv(0x30, kHash)), Message(kPolicy, {}, {})});
+    const Octets evidence =
+        Tlv(0x30, {{2, 1, 1}, Tlv(0x30, kSha256), Tlv(0x30, Tlv(0x30, archiveStamp))});
     const Octets role = Tlv(0x30, {{0x06, 3, 0x55, 4, 12}, Tlv(0x31, Tlv(0x0C, Text("Clerk")))});
     const struct {
         const char* shortName;
@@ -145,6 +148,8 @@ TEST_F(SignatureAttributeTextTest, SaysEachTypeInLines) {
         {"id-aa-binarySigningTime", {2, 1, 60}, L"01.01.1970 00:01:00 (01.01.1970 00:01:00 UTC)"},
         {"id-aa-timeStampToken", Token(), token},
         {"spcRfc3161", Token(), token},
+        {"id-aa-er-internal", evidence,
+         L"Digest algorithm: SHA-256\nStamp:\n  Content: 1.2.3\n  Certificates: 1"},
         {"spcNestedSignature", Message(kPolicy, {}, {}), L"Content: 1.2.3\nCertificates: 1"},
         {"id-countersignature", Signer(Tlv(0x80, {0xC0}), {}),
          L"Signer: Key: c0\n  Signature algorithm: RSA with SHA-256"},
