@@ -21,7 +21,7 @@ void CAsn1TcgSpecificationVersion::Decode() {
 void CAsn1TcgPlatformSpecification::Decode() {
     CFieldReader fields(*this);
     m_version = fields.Required<CAsn1TcgSpecificationVersion>("version");
-    m_platformClass = fields.Required<CAsn1OctetString>("platformClass");
+    m_platformClass = fields.RequiredAny("platformClass");
     fields.End();
 }
 

@@ -53,7 +53,7 @@ class CAsn1TcgSpecificationVersion : public CAsn1TypedObject {
 
 // TCGPlatformSpecification ::= SEQUENCE {
 //     version        TCGSpecificationVersion,
-//     platformClass  OCTET STRING }   -- 4 octets
+//     platformClass  OCTET STRING }   -- 4 octets; some issuers write a text
 class CAsn1TcgPlatformSpecification : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;
@@ -63,15 +63,15 @@ class CAsn1TcgPlatformSpecification : public CAsn1TypedObject {
     void Decode() override;
 
     const CAsn1TcgSpecificationVersion* Version() const { return m_version; }
-    const CAsn1OctetString* PlatformClass() const { return m_platformClass; }
+    const CAsn1Any* PlatformClass() const { return m_platformClass; }
 
   private:
     CAsn1TcgSpecificationVersion* m_version = nullptr;
-    CAsn1OctetString* m_platformClass = nullptr;
+    CAsn1Any* m_platformClass = nullptr;
 };
 
 // TCGCredentialSpecification ::= SEQUENCE {
-//     version  TCGSpecificationVersion }
+//     version  TCGSpecificationVersion }   -- some issuers write its members only
 class CAsn1TcgCredentialSpecification : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;

@@ -118,10 +118,17 @@ void SayTpmSpecification(Value value, CTextLines& lines) {
 void SayPlatformSpecification(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1TcgPlatformSpecification> specification(value);
     lines.Line(kMsgFieldVersion, VersionText(*specification->Version()));
-    lines.Line(kMsgFieldId, ca::Hex(OctetsOf(specification->PlatformClass())));
+    const CAsn1Element platformClass = ca::ElementOf(*specification->PlatformClass());
+    lines.Line(kMsgFieldId, platformClass.tag == kAsn1OctetString ? ca::Hex(platformClass.content)
+                                                                  : ca::ValueText(platformClass));
 }
 
 void SayCredentialSpecification(Value value, CTextLines& lines) {
+    if (ca::Child(ca::FirstElement(value), 0).tag == kAsn1Integer) {
+        const ca::CDecoded<CAsn1TcgSpecificationVersion> version(value);
+        lines.Line(kMsgFieldVersion, VersionText(*version));
+        return;
+    }
     const ca::CDecoded<CAsn1TcgCredentialSpecification> specification(value);
     lines.Line(kMsgFieldVersion, VersionText(*specification->Version()));
 }
