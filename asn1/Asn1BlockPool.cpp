@@ -16,12 +16,9 @@ namespace {
 #define CA_SEES_FREED_MEMORY 1
 #endif
 
-// Distances are counted in these units, so that 16 bits reach over a whole slab.
-constexpr std::size_t kUnit = 8;
 constexpr std::size_t kSlabHead = 8;
 constexpr std::size_t kMinSlab = 1024;
 constexpr std::size_t kMaxSlab = 512 * 1024 - 64;  // with the heap's own head: whole pages
-constexpr std::size_t kMaxPooledList = 4096;       // longer lists of children go to the heap
 // What an open slab counts in advance; replaced by the true number when it is closed.
 constexpr std::uint32_t kOpen = 1U << 31;
 
@@ -32,7 +29,6 @@ constexpr std::size_t kKeptSlabs = CAsn1BlockPool::kKeptOctets / kMaxSlab;
 #endif
 
 static_assert(sizeof(CAsn1Block) == 56);  // millions of them make a tree
-static_assert(kMaxSlab / kUnit <= std::numeric_limits<std::uint16_t>::max());
 
 }  // namespace
 
@@ -144,24 +140,8 @@ class CAsn1BlockPool::Returner {
 };
 
 CAsn1BlockPool::CAsn1BlockPool(std::size_t expected)
-    : m_slabSize(std::clamp(expected / kUnit * kUnit, kMinSlab, kMaxSlab)) {}
-
-CAsn1Block* CAsn1BlockPool::NewBlock() {
-    auto* block = new (*this) CAsn1Block;
-    block->m_slabDistance = DistanceOf(block);
-    return block;
-}
-
-void CAsn1BlockPool::ReserveChildren(CAsn1Block& block, std::size_t count) {
-    const std::size_t size = ListSize(count);
-    if (size > kMaxPooledList) {
-        ReserveOnHeap(block, count);
-        return;
-    }
-    auto* list = static_cast<CAsn1Block::Children*>(Carve(size));
-    list->capacity = static_cast<std::uint32_t>(count);
-    list->slabDistance = DistanceOf(list);
-    block.m_children = list;
+    : m_slabSize(std::clamp(expected / kUnit * kUnit, kMinSlab, kMaxSlab)) {
+    static_assert(kMaxSlab / kUnit <= std::numeric_limits<std::uint16_t>::max());
 }
 
 void CAsn1BlockPool::ReserveOnHeap(CAsn1Block& block, std::size_t count) {
@@ -171,57 +151,40 @@ void CAsn1BlockPool::ReserveOnHeap(CAsn1Block& block, std::size_t count) {
     block.m_children = list;
 }
 
-void CAsn1BlockPool::SetChildren(CAsn1Block& block, std::span<CAsn1Block* const> children) {
-    ReserveChildren(block, children.size());
-    std::copy(children.begin(), children.end(), block.m_children->items);
-    block.m_childCount = static_cast<std::uint32_t>(children.size());
-}
-
 void CAsn1BlockPool::Destroy(std::span<CAsn1Block* const> blocks) noexcept {
     Returner returner;
     // From the last block to the first, as they lie in memory.
     for (std::size_t i = blocks.size(); i-- > 0;) {
-        CAsn1Block* const root = blocks[i];
-        CAsn1Block* block = root;
-        // Down along the last children, shortening each list by the child that goes. Parents are
-        // set on the way, so the way up needs no stack.
-        for (;;) {
-            if (block->m_childCount != 0) {
-                CAsn1Block* child = block->m_children->items[--block->m_childCount];
-                if (child->m_children == nullptr) {
-                    returner.ReturnBlock(child);
-                } else {
-                    child->parent = block;
-                    block = child;
-                }
+        CAsn1Block* block = blocks[i];
+        block->parent = nullptr;
+        // Down along the last children, shortening each list by the child that goes. A block goes
+        // with the last of its children; parents are set to the one with children left, so the way
+        // up needs no stack and is short.
+        while (block != nullptr) {
+            CAsn1Block* up = block->parent;
+            if (block->m_childCount == 0) {
+                returner.ReturnBlock(block);
+                block = up;
                 continue;
             }
-            CAsn1Block* up = block == root ? nullptr : block->parent;
-            returner.ReturnBlock(block);
-            if (up == nullptr) {
-                break;
+            CAsn1Block* child = block->m_children->items[--block->m_childCount];
+            if (child->m_children == nullptr) {
+                returner.ReturnBlock(child);
+                continue;
             }
-            block = up;
+            if (block->m_childCount == 0) {
+                returner.ReturnBlock(block);
+            } else {
+                up = block;
+            }
+            child->parent = up;
+            block = child;
         }
     }
 }
 
 void CAsn1BlockPool::FreeChildren(CAsn1Block& block) noexcept {
     Returner().ReturnChildren(block);
-}
-
-void* CAsn1BlockPool::Carve(std::size_t size) {
-    if (static_cast<std::size_t>(m_end - m_next) < size) {
-        OpenSlab(size);
-    }
-    ++m_pieces;
-    return std::exchange(m_next, m_next + size);
-}
-
-std::uint16_t CAsn1BlockPool::DistanceOf(const void* piece) const {
-    const auto distance =
-        static_cast<const unsigned char*>(piece) - reinterpret_cast<const unsigned char*>(m_slab);
-    return static_cast<std::uint16_t>(static_cast<std::size_t>(distance) / kUnit);
 }
 
 void CAsn1BlockPool::OpenSlab(std::size_t atLeast) {

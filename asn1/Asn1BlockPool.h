@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 
 /// Memory for the blocks of one tree, handed out piece by piece from slabs. A slab counts its
 /// pieces and goes with the last of them, so blocks outlive the pool and may end on any thread.
@@ -49,11 +50,25 @@ class CAsn1BlockPool {
     // Returns pieces to their slabs, those in a row with one atomic step.
     class Returner;
 
+    // Distances are counted in these units, so that 16 bits reach over a whole slab.
+    static constexpr std::size_t kUnit = 8;
+    static constexpr std::size_t kMaxPooledList = 4096;  // longer lists of children go to the heap
+
     static std::size_t ListSize(std::size_t count) {
         return offsetof(CAsn1Block::Children, items) + count * sizeof(CAsn1Block*);
     }
-    void* Carve(std::size_t size);
-    std::uint16_t DistanceOf(const void* piece) const;
+    void* Carve(std::size_t size) {
+        if (static_cast<std::size_t>(m_end - m_next) < size) {
+            OpenSlab(size);
+        }
+        ++m_pieces;
+        return std::exchange(m_next, m_next + size);
+    }
+    std::uint16_t DistanceOf(const void* piece) const {
+        const auto distance = static_cast<const unsigned char*>(piece) -
+                              reinterpret_cast<const unsigned char*>(m_slab);
+        return static_cast<std::uint16_t>(static_cast<std::size_t>(distance) / kUnit);
+    }
     void OpenSlab(std::size_t atLeast);
     void CloseSlab() noexcept;
 
@@ -63,3 +78,34 @@ class CAsn1BlockPool {
     std::uint32_t m_pieces = 0;
     std::size_t m_slabSize;
 };
+
+inline void* CAsn1Block::operator new(std::size_t size, CAsn1BlockPool& pool) {
+    return pool.Carve(size);
+}
+
+inline CAsn1Block* CAsn1BlockPool::NewBlock() {
+    auto* block = new (*this) CAsn1Block;
+    block->m_slabDistance = DistanceOf(block);
+    return block;
+}
+
+inline void CAsn1BlockPool::ReserveChildren(CAsn1Block& block, std::size_t count) {
+    const std::size_t size = ListSize(count);
+    if (size > kMaxPooledList) {
+        ReserveOnHeap(block, count);
+        return;
+    }
+    auto* list = static_cast<CAsn1Block::Children*>(Carve(size));
+    list->capacity = static_cast<std::uint32_t>(count);
+    list->slabDistance = DistanceOf(list);
+    block.m_children = list;
+}
+
+inline void CAsn1BlockPool::SetChildren(CAsn1Block& block, std::span<CAsn1Block* const> children) {
+    ReserveChildren(block, children.size());
+    CAsn1Block** item = block.m_children->items;
+    for (CAsn1Block* child : children) {  // mostly a few
+        *item++ = child;
+    }
+    block.m_childCount = static_cast<std::uint32_t>(children.size());
+}

@@ -20,6 +20,7 @@ constexpr std::uint32_t kShortHeader = 2;
 // Pool octets per octet of input: a block and its place among the children for every four octets
 // suit real structures.
 constexpr std::size_t kPoolPerOctet = 16;
+constexpr std::size_t kFirstChildren = 64;
 
 std::uint32_t HeaderLength(const CAsn1Block& block) {
     return static_cast<std::uint32_t>(block.content - block.start);
@@ -51,40 +52,55 @@ void CAsn1BlockReader::Read(CAsn1Block& root) {
     }
 }
 
-void CAsn1BlockReader::CountBlock() {
+inline void CAsn1BlockReader::CountBlock() {
     if (m_blocksLeft == 0) {
-        ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/true);
+        ThrowTooManyBlocks();
     }
     --m_blocksLeft;
 }
 
-void CAsn1BlockReader::ReadBelow(CAsn1Block& root) {
-    const CAsn1Block* ended = ReadHeader(root) ? &root : nullptr;
-    while (!m_open.empty()) {
-        if (ended != nullptr && IsLastChild(m_open.back(), *ended)) {
-            ended = m_open.back().block;
-            Close(m_open.back());
-            m_open.pop_back();
-            continue;
-        }
-        if (Remaining() < kShortHeader) {
-            Truncated();
-            ended = m_open.back().block;
-            Close(m_open.back());
-            m_open.pop_back();
-            continue;
-        }
-        CountBlock();
-        m_children.push_back(nullptr);
-        CAsn1Block* child = m_pool.NewBlock();
-        m_children.back() = child;
-        child->parent = m_open.back().block;
-        ended = ReadHeader(*child) ? child : nullptr;
+void CAsn1BlockReader::ThrowTooManyBlocks() {
+    ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/true);
+}
+
+inline CAsn1Block* CAsn1BlockReader::NewChild() {
+    CountBlock();
+    if (m_children.size() == m_children.capacity()) {
+        m_children.reserve(m_children.size() * 2 + kFirstChildren);
     }
+    CAsn1Block* child = m_pool.NewBlock();
+    child->parent = m_open;
+    m_children.push_back(child);  // needs no memory
+    return child;
+}
+
+inline void CAsn1BlockReader::Open(CAsn1Block& block) {
+    block.m_childrenLength = 0;
+    block.m_childCount = static_cast<std::uint32_t>(m_children.size());
+    m_open = &block;
+    m_position += HeaderLength(block);
+    m_offset += HeaderLength(block);
+}
+
+inline void CAsn1BlockReader::ReadPrimitive(CAsn1Block& block) {
+    if (block.isUnknownLength) {
+        ReadIndefinitePrimitive(block);
+        return;
+    }
+    const std::uint32_t header = HeaderLength(block);
+    if (block.contentLength > Remaining() - header) {
+        Truncated();
+        EndAtBuffer(block);
+        return;
+    }
+    block.totalLength = header + block.contentLength;
+    m_position += block.totalLength;
+    m_offset += block.totalLength;
+    block.corrupted = false;
 }
 
 // Reads up to the content, or to the end of a block that has no children. True when it ended.
-bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
+inline bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
     block.corrupted = true;
     if (Remaining() < kShortHeader) {
         Truncated();  // nothing of the block is recorded when this throws
@@ -93,10 +109,17 @@ bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
     block.content = block.start;
     block.offset = m_offset;
     block.m_available = Remaining();
-    if (block.m_available != 0) {
-        block.tag = *block.start;
+    if (block.m_available < kShortHeader) {
+        block.tag = block.m_available != 0 ? *block.start : 0;
+        EndAtBuffer(block);
+        return true;
     }
-    if (Remaining() < kShortHeader || !ReadLength(block)) {
+    block.tag = *block.start;
+    const std::uint32_t first = block.start[1];
+    if (first < 0x80) {
+        block.content += kShortHeader;
+        block.contentLength = first;
+    } else if (!ReadLongLength(block)) {
         EndAtBuffer(block);
         return true;
     }
@@ -112,31 +135,105 @@ bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
         block.corrupted = false;
         return true;
     }
-    m_open.push_back({&block, 0, m_children.size()});
-    m_position += HeaderLength(block);
-    m_offset += HeaderLength(block);
+    Open(block);
     return false;
 }
 
-// Sets content, content length and the form. False when the header ends behind the buffer.
-bool CAsn1BlockReader::ReadLength(CAsn1Block& block) {
-    const std::uint32_t first = block.start[1];
-    block.content = block.start + kShortHeader;
-    if (first < 0x80) {
-        block.contentLength = first;
+// Whether the innermost open block ends behind `child`, its latest.
+inline bool CAsn1BlockReader::IsLastChild(const CAsn1Block& child) {
+    CAsn1Block& block = *m_open;
+    if (block.isUnknownLength) {
+        if (Remaining() < kEndOfContents) {
+            Truncated();
+            return true;
+        }
+        return m_data[m_position] == 0 && m_data[m_position + 1] == 0;
+    }
+    // Deliberate: content lengths are summed, not total lengths, and headers allowed on top, so
+    // small overruns pass.
+    block.m_childrenLength += child.contentLength;
+    if (block.m_childrenLength > std::uint64_t{block.contentLength} + HeaderLength(block) &&
+        IsOverrunEnd(block)) {
         return true;
     }
+    return m_position - PositionOf(block.content) >= block.contentLength;
+}
+
+// Ends the innermost open block's time as such with these children, the last of m_children; throws
+// std::bad_alloc, leaving all as it was.
+inline void CAsn1BlockReader::Hang(std::span<CAsn1Block* const> children) {
+    CAsn1Block& block = *m_open;
+    const std::size_t firstChild = block.m_childCount;
+    if (children.empty()) {
+        block.m_children = nullptr;
+        block.m_childCount = 0;
+    } else {
+        m_pool.SetChildren(block, children);
+    }
+    m_children.resize(firstChild);
+    m_open = &block == m_root ? nullptr : block.parent;
+}
+
+// Ends the innermost open block and returns it; the position follows its length, which may lead
+// back into its children.
+inline const CAsn1Block* CAsn1BlockReader::Close() {
+    CAsn1Block& block = *m_open;
+    Hang(std::span(m_children).subspan(block.m_childCount));
+    const std::uint32_t content = PositionOf(block.content);
+    if (block.isUnknownLength) {
+        block.contentLength = m_position - content;
+        const std::uint32_t ending = std::min(kEndOfContents, Remaining());
+        m_position += ending;
+        m_offset += ending;
+    } else {
+        m_lengthsFinal = m_lengthsFinal && m_position - content == block.contentLength;
+        block.contentLength = std::min(block.contentLength, m_size - content);
+        m_position = content + block.contentLength;
+    }
+    block.totalLength = HeaderLength(block) + block.contentLength;
+    block.corrupted = false;
+    return &block;
+}
+
+void CAsn1BlockReader::ReadBelow(CAsn1Block& root) {
+    m_root = &root;
+    CAsn1Block* block = &root;
+    for (;;) {
+        const CAsn1Block* ended = ReadHeader(*block) ? block : nullptr;
+        // The blocks that end with it, and those that the end of the buffer cuts off.
+        while (m_open != nullptr) {
+            const bool last = ended != nullptr && IsLastChild(*ended);
+            if (!last && Remaining() >= kShortHeader) {
+                break;
+            }
+            if (!last) {
+                Truncated();
+            }
+            ended = Close();
+        }
+        if (m_open == nullptr) {
+            return;
+        }
+        block = NewChild();
+    }
+}
+
+// Sets content, content length and the form where the length is not one octet. False when the
+// header ends behind the buffer.
+bool CAsn1BlockReader::ReadLongLength(CAsn1Block& block) {
+    const std::uint32_t first = block.start[1];
     if (first == 0x80) {
+        block.content += kShortHeader;
         block.isUnknownLength = true;
         m_lengthsFinal = false;
         return true;
     }
     const std::uint32_t count = first & 0x7FU;
     if (Remaining() - kShortHeader < count) {
-        block.content = block.start;
         Truncated();
         return false;
     }
+    block.content += kShortHeader;
     // Deliberate: more than four octets wrap into 32 bits instead of failing.
     std::uint32_t length = 0;
     for (std::uint32_t i = 0; i < count; ++i) {
@@ -146,23 +243,6 @@ bool CAsn1BlockReader::ReadLength(CAsn1Block& block) {
     block.contentLength = length;
     m_lengthsFinal = m_lengthsFinal && count == GetBytesCount(length);
     return true;
-}
-
-void CAsn1BlockReader::ReadPrimitive(CAsn1Block& block) {
-    if (block.isUnknownLength) {
-        ReadIndefinitePrimitive(block);
-        return;
-    }
-    const std::uint32_t header = HeaderLength(block);
-    if (block.contentLength > Remaining() - header) {
-        Truncated();
-        EndAtBuffer(block);
-        return;
-    }
-    block.totalLength = header + block.contentLength;
-    m_position += block.totalLength;
-    m_offset += block.totalLength;
-    block.corrupted = false;
 }
 
 void CAsn1BlockReader::ReadIndefinitePrimitive(CAsn1Block& block) {
@@ -196,72 +276,28 @@ void CAsn1BlockReader::EndAtBuffer(CAsn1Block& block) {
     m_lengthsFinal = false;
 }
 
-// Whether the open block ends behind `child`, its latest.
-bool CAsn1BlockReader::IsLastChild(Frame& frame, const CAsn1Block& child) {
-    const CAsn1Block& block = *frame.block;
-    if (block.isUnknownLength) {
-        if (Remaining() < kEndOfContents) {
-            Truncated();
-            return true;
-        }
-        return m_data[m_position] == 0 && m_data[m_position + 1] == 0;
+// Logs that the children overrun `block`. True when it ends there.
+bool CAsn1BlockReader::IsOverrunEnd(const CAsn1Block& block) {
+    if (MayLog(Damage::kOverrun)) {
+        const auto offset = std::to_wstring(static_cast<std::int32_t>(block.offset));
+        LogEvent((L"Поврежденные asn.1 данные в смещении " + offset).c_str(), /*flag=*/false);
     }
-    // Deliberate: content lengths are summed, not total lengths, and headers allowed on top, so
-    // small overruns pass.
-    frame.childrenLength += child.contentLength;
-    if (frame.childrenLength > std::uint64_t{block.contentLength} + HeaderLength(block)) {
-        if (MayLog(Damage::kOverrun)) {
-            const auto offset = std::to_wstring(static_cast<std::int32_t>(block.offset));
-            LogEvent((L"Поврежденные asn.1 данные в смещении " + offset).c_str(), /*flag=*/false);
-        }
-        if (!m_continueOnLengthMismatch) {
-            return true;
-        }
-        if (MayLog(Damage::kOverrunError)) {
-            ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/false);
-        }
+    if (m_continueOnLengthMismatch && MayLog(Damage::kOverrunError)) {
+        ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/false);
     }
-    return m_position - PositionOf(block.content) >= block.contentLength;
-}
-
-// Ends the open block; the position follows its length, which may lead back into its children.
-void CAsn1BlockReader::Close(const Frame& frame) {
-    CAsn1Block& block = *frame.block;
-    if (m_children.size() > frame.firstChild) {
-        m_pool.SetChildren(block, std::span(m_children).subspan(frame.firstChild));
-        m_children.resize(frame.firstChild);
-    }
-    const std::uint32_t content = PositionOf(block.content);
-    if (block.isUnknownLength) {
-        block.contentLength = m_position - content;
-        const std::uint32_t ending = std::min(kEndOfContents, Remaining());
-        m_position += ending;
-        m_offset += ending;
-    } else {
-        m_lengthsFinal = m_lengthsFinal && m_position - content == block.contentLength;
-        block.contentLength = std::min(block.contentLength, m_size - content);
-        m_position = content + block.contentLength;
-    }
-    block.totalLength = HeaderLength(block) + block.contentLength;
-    block.corrupted = false;
+    return !m_continueOnLengthMismatch;
 }
 
 // Hangs the children read so far below the blocks left open.
 void CAsn1BlockReader::Unwind() noexcept {
-    for (; !m_open.empty(); m_open.pop_back()) {
-        const Frame& frame = m_open.back();
-        auto children = std::span(m_children).subspan(frame.firstChild);
-        if (!children.empty() && children.back() == nullptr) {
-            children = children.first(children.size() - 1);
-        }
+    while (m_open != nullptr) {
+        const auto children = std::span(m_children).subspan(m_open->m_childCount);
         try {
-            if (!children.empty()) {
-                m_pool.SetChildren(*frame.block, children);
-            }
+            Hang(children);
         } catch (const std::bad_alloc&) {
             CAsn1BlockPool::Destroy(children);
+            Hang({});
         }
-        m_children.resize(frame.firstChild);
     }
 }
 

@@ -6,10 +6,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <span>
 #include <vector>
 
-/// Cuts one buffer into blocks, with the open blocks on a stack of its own.
+/// Cuts one buffer into blocks. The blocks whose children are being read stay linked by their
+/// parents and hold what the reader knows of them, so that depth needs no stack.
 ///
 /// Overrunning children let a position go back, so the same octets can be cut again and again; the
 /// blocks of one reader are therefore never more than the octets of the buffer.
@@ -34,12 +35,6 @@ class CAsn1BlockReader {
     bool AreLengthsFinal() const { return m_lengthsFinal; }
 
   private:
-    // A constructed block whose children are being read.
-    struct Frame {
-        CAsn1Block* block;
-        std::uint64_t childrenLength;  // sum of the children's content lengths
-        std::size_t firstChild;        // index in m_children
-    };
     enum class Damage { kTruncation, kOverrun, kOverrunError };
 
     std::uint32_t Remaining() const { return m_size - m_position; }
@@ -48,14 +43,19 @@ class CAsn1BlockReader {
     }
 
     void CountBlock();
+    static void ThrowTooManyBlocks();
+    CAsn1Block* NewChild();
     void ReadBelow(CAsn1Block& root);
     bool ReadHeader(CAsn1Block& block);
-    bool ReadLength(CAsn1Block& block);
+    bool ReadLongLength(CAsn1Block& block);
     void ReadPrimitive(CAsn1Block& block);
     void ReadIndefinitePrimitive(CAsn1Block& block);
     void EndAtBuffer(CAsn1Block& block);
-    bool IsLastChild(Frame& frame, const CAsn1Block& child);
-    void Close(const Frame& frame);
+    void Open(CAsn1Block& block);
+    bool IsLastChild(const CAsn1Block& child);
+    bool IsOverrunEnd(const CAsn1Block& block);
+    const CAsn1Block* Close();
+    void Hang(std::span<CAsn1Block* const> children);
     void Unwind() noexcept;
     std::uint32_t FindZeroPair(std::uint32_t from);
     void IndexZeroPairs();
@@ -70,7 +70,8 @@ class CAsn1BlockReader {
     bool m_noThrow;
     bool m_continueOnLengthMismatch;
     bool m_lengthsFinal = true;
-    std::deque<Frame> m_open;             // grows to any depth without a copy
+    CAsn1Block* m_root = nullptr;  // of the current Read()
+    CAsn1Block* m_open = nullptr;  // the innermost open block; its parents are open up to m_root
     std::vector<CAsn1Block*> m_children;  // of the open blocks, outermost first
     // Per stretch of the buffer the first pair of zero octets that starts there or later.
     std::vector<std::uint32_t> m_zeroPairs;

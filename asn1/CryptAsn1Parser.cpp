@@ -147,10 +147,6 @@ CAsn1Block::~CAsn1Block() {
     DeleteInnerBlocks();
 }
 
-void* CAsn1Block::operator new([[maybe_unused]] std::size_t size, CAsn1BlockPool& pool) {
-    return pool.Carve(size);
-}
-
 void CAsn1Block::operator delete(CAsn1Block* block, std::destroying_delete_t) {
     CAsn1BlockPool::Destroy({&block, 1});
 }

@@ -146,7 +146,12 @@ class CAsn1Block {
 
     void ReserveChild();
 
-    Children* m_children = nullptr;
+    union {
+        Children* m_children = nullptr;
+        // While the reader has the block open: the sum of its children's content lengths, and in
+        // m_childCount the place of its first child among the children that the reader holds.
+        std::uint64_t m_childrenLength;
+    };
     std::uint32_t m_childCount = 0;
     std::uint32_t m_available = 0;  // octets from `start` to the end of the parsed buffer
 };
