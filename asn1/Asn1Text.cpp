@@ -12,6 +12,19 @@ constexpr char kLowerDigits[] = "0123456789abcdef";
 constexpr char kUpperDigits[] = "0123456789ABCDEF";
 constexpr std::size_t kUtcFields = 6;  // YYMMDDhhmmss
 
+// Two digits an octet; returns behind the last.
+char* WriteDigits(std::span<const unsigned char> octets, const char* digits, bool colons,
+                  char* out) noexcept {
+    for (std::size_t i = 0; i < octets.size(); ++i) {
+        if (colons && i != 0) {
+            *out++ = ':';
+        }
+        *out++ = digits[octets[i] >> 4];
+        *out++ = digits[octets[i] & 0xF];
+    }
+    return out;
+}
+
 // The locale's time of day is hh:mm:ss, as in the "C" locale.
 bool HasPlainTimeFormat() {
     const std::string_view format = nl_langinfo(T_FMT);
@@ -34,27 +47,21 @@ bool AreFieldsInRange(std::span<const int, kUtcFields> fields) {
 namespace ca {
 
 char* WriteHex(std::span<const unsigned char> octets, char* out) noexcept {
-    for (const unsigned char octet : octets) {
-        *out++ = kLowerDigits[octet >> 4];
-        *out++ = kLowerDigits[octet & 0xF];
-    }
-    return out;
+    return WriteDigits(octets, kLowerDigits, /*colons=*/false, out);
 }
 
 void AppendHex(std::span<const unsigned char> octets, unsigned flags, std::string& out) {
     if ((flags & CAsn1Integer::kSkipLeadingZero) != 0 && !octets.empty() && octets[0] == 0) {
         octets = octets.subspan(1);
     }
+    if (octets.empty()) {
+        return;
+    }
     const char* digits = (flags & CAsn1Integer::kUpperCase) != 0 ? kUpperDigits : kLowerDigits;
     const bool colons = (flags & CAsn1Integer::kColons) != 0;
-    out.reserve(out.size() + octets.size() * (colons ? 3 : 2));
-    for (std::size_t i = 0; i < octets.size(); ++i) {
-        if (colons && i != 0) {
-            out += ':';
-        }
-        out += digits[octets[i] >> 4];
-        out += digits[octets[i] & 0xF];
-    }
+    const std::size_t start = out.size();
+    out.resize(start + octets.size() * (colons ? 3 : 2) - (colons ? 1 : 0));
+    WriteDigits(octets, digits, colons, out.data() + start);
 }
 
 void AppendInteger(std::span<const unsigned char> octets, unsigned flags, std::string& out) {
