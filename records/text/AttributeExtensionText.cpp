@@ -110,6 +110,11 @@ constexpr ca::ExtensionRow kRows[] = {
     {"basicAttConstraints", SayBasicAttributeConstraints},
     {"noRevAvail", ca::SayPresent},
     {"sOAIdentifier", ca::SayPresent},
+    {"singleUse", ca::SayPresent},
+    {"groupAC", ca::SayPresent},
+    {"indirectIssuer", ca::SayPresent},
+    {"acceptableCertPolicies", ca::SayOidList},
+    {"acceptablePrivilegePolicies", ca::SayOidList},
 };
 
 }  // namespace

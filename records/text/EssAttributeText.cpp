@@ -217,6 +217,8 @@ constexpr ca::ExtensionRow kRows[] = {
     {"id-aa-mlExpandHistory", SayMailListHistory},
     {"id-aa-contentHint", SayContentHints},
     {"id-aa-contentIdentifier", ca::SayOctetString},
+    {"id-aa-msgSigDigest", ca::SayOctetString},
+    {"id-aa-signatureType", ca::SayOid},
     {"id-aa-contentReference", SayContentReference},
     {"id-aa-encrypKeyPref", SayKeyPreference},
     {"id-aa-signingCertificate", SaySigningCertificate},

@@ -227,9 +227,11 @@ constexpr ca::ExtensionRow kRows[] = {
     {"cRLNumber", SayNumber},
     {"deltaCRLIndicator", SayNumber},
     {"msCRLVirtualBase", SayNumber},
+    {"cRLStreamIdentifier", SayNumber},
     {"cRLReason", SayReason},
     {"invalidityDate", ca::SayTime},
     {"expiredCertsOnCRL", ca::SayTime},
+    {"baseUpdateTime", ca::SayTime},
     {"msCRLNextPublish", ca::SayTime},
     {"holdInstructionCode", ca::SayOid},
 };

@@ -190,6 +190,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"netscapeRevocationUrl", ca::SayText},
     {"netscapeCaRevocationUrl", ca::SayText},
     {"netscapeCaPolicyUrl", ca::SayText},
+    {"netscapeRenewalUrl", ca::SayText},
     {"netscapeSslServerName", ca::SayText},
     {"netscapeComment", ca::SayText},
     {"entrustVersInfo", SayEntrustVersion},
