@@ -9,6 +9,9 @@
 
 namespace {
 
+// Room for the members of most objects: growing from one would take a block of memory for each.
+constexpr std::size_t kFirstMembers = 4;
+
 // Pairs the blocks of a tree with those of its copy.
 std::unordered_map<const CAsn1Block*, CAsn1Block*> PairBlocks(const CAsn1Block* tree,
                                                               CAsn1Block* copy) {
@@ -174,6 +177,9 @@ void CAsn1Object::SetContent(std::vector<unsigned char> content) {
 }
 
 CAsn1Object* CAsn1Object::OwnInnerObject(std::unique_ptr<CAsn1Object> object) {
+    if (m_inner.capacity() == 0) {
+        m_inner.reserve(kFirstMembers);
+    }
     m_inner.push_back(std::move(object));
     m_inner.back()->_SetParenObject(this);
     return m_inner.back().get();

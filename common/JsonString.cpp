@@ -155,22 +155,23 @@ std::optional<std::size_t> CountEscapes(std::string_view utf8) {
     return odd == 0 ? std::optional(escapes) : std::nullopt;
 }
 
-void WriteUtf8(ca::JsonWriter& writer, std::string_view utf8) {
-    if (const std::optional<std::size_t> escapes = CountEscapes(utf8)) {
-        CopyEscaped(utf8, writer.PlainString(utf8.size() + *escapes));
-    } else {
-        writer.String(utf8.data(), static_cast<rapidjson::SizeType>(utf8.size()));
-    }
-}
-
 }  // namespace
 
 namespace ca {
 
-// Most texts are plain. The writer's own way goes octet by octet and looks each one up.
+// Most texts are plain.
 void WriteString(JsonWriter& writer, const std::wstring& text) {
     if (!WritePlain(writer, text)) {
-        WriteUtf8(writer, u16u8(text));
+        WriteString(writer, u16u8(text));
+    }
+}
+
+// The writer's own way goes octet by octet and looks each one up.
+void WriteString(JsonWriter& writer, const std::string& utf8) {
+    if (const std::optional<std::size_t> escapes = CountEscapes(utf8)) {
+        CopyEscaped(utf8, writer.PlainString(utf8.size() + *escapes));
+    } else {
+        writer.String(utf8.data(), static_cast<rapidjson::SizeType>(utf8.size()));
     }
 }
 

@@ -10,4 +10,7 @@ namespace ca {
 /// point becomes U+FFFD, as u16u8() has it.
 void WriteString(JsonWriter& writer, const std::wstring& text);
 
+/// The same for a text that is UTF-8 already; its octets are not judged.
+void WriteString(JsonWriter& writer, const std::string& utf8);
+
 }  // namespace ca

@@ -33,33 +33,33 @@ void Turn(std::array<std::uint32_t, 5>& state, std::uint32_t sum) {
 
 }  // namespace
 
-std::uint32_t SHA1::rol(std::uint32_t value, int bits) {
+inline std::uint32_t SHA1::rol(std::uint32_t value, int bits) {
     return std::rotl(value, bits);
 }
 
 // The next word of the message schedule; it takes the place of the one sixteen rounds older.
-std::uint32_t SHA1::blk(Block& block, std::size_t i) {
+inline std::uint32_t SHA1::blk(Block& block, std::size_t i) {
     return block[i % 16] = rol(
                block[(i + 13) % 16] ^ block[(i + 8) % 16] ^ block[(i + 2) % 16] ^ block[i % 16], 1);
 }
 
-void SHA1::R0(Block& block, State& state, std::size_t i) {
+inline void SHA1::R0(Block& block, State& state, std::size_t i) {
     Turn(state, Choose(state[1], state[2], state[3]) + 0x5A827999 + block[i]);
 }
 
-void SHA1::R1(Block& block, State& state, std::size_t i) {
+inline void SHA1::R1(Block& block, State& state, std::size_t i) {
     Turn(state, Choose(state[1], state[2], state[3]) + 0x5A827999 + blk(block, i));
 }
 
-void SHA1::R2(Block& block, State& state, std::size_t i) {
+inline void SHA1::R2(Block& block, State& state, std::size_t i) {
     Turn(state, Parity(state[1], state[2], state[3]) + 0x6ED9EBA1 + blk(block, i));
 }
 
-void SHA1::R3(Block& block, State& state, std::size_t i) {
+inline void SHA1::R3(Block& block, State& state, std::size_t i) {
     Turn(state, Majority(state[1], state[2], state[3]) + 0x8F1BBCDC + blk(block, i));
 }
 
-void SHA1::R4(Block& block, State& state, std::size_t i) {
+inline void SHA1::R4(Block& block, State& state, std::size_t i) {
     Turn(state, Parity(state[1], state[2], state[3]) + 0xCA62C1D6 + blk(block, i));
 }
 
@@ -73,20 +73,20 @@ SHA1::Block SHA1::buffer_to_block(const Char* octets) {
     return block;
 }
 
-template <auto Round>
-void SHA1::Rounds(Block& block, State& state, std::size_t first, std::size_t end) {
-    for (std::size_t i = first; i < end; ++i) {
-        Round(block, state, i);
-    }
+// One behind the other instead of in a loop: the words of the state then change their names from
+// round to round instead of their places.
+template <auto Round, std::size_t First, std::size_t... Index>
+void SHA1::Rounds(Block& block, State& state, std::index_sequence<Index...>) {
+    (Round(block, state, First + Index), ...);
 }
 
 void SHA1::Transform(Block block) {
     State state = m_digest;
-    Rounds<R0>(block, state, 0, 16);
-    Rounds<R1>(block, state, 16, 20);
-    Rounds<R2>(block, state, 20, 40);
-    Rounds<R3>(block, state, 40, 60);
-    Rounds<R4>(block, state, 60, 80);
+    Rounds<R0, 0>(block, state, std::make_index_sequence<16>());
+    Rounds<R1, 16>(block, state, std::make_index_sequence<4>());
+    Rounds<R2, 20>(block, state, std::make_index_sequence<20>());
+    Rounds<R3, 40>(block, state, std::make_index_sequence<20>());
+    Rounds<R4, 60>(block, state, std::make_index_sequence<20>());
     for (std::size_t word = 0; word < state.size(); ++word) {
         m_digest[word] += state[word];
     }

@@ -6,6 +6,7 @@
 #include <istream>
 #include <span>
 #include <string>
+#include <utility>
 
 /// SHA-1 (FIPS 180-4) of octets, or of wide characters that carry one octet each: only the low
 /// eight bits of a character count. An object serves one digest at a time and one thread.
@@ -41,8 +42,8 @@ class SHA1 {
     template <class Char>
     static Block buffer_to_block(const Char* octets);
     void Transform(Block block);
-    template <auto Round>
-    static void Rounds(Block& block, State& state, std::size_t first, std::size_t end);
+    template <auto Round, std::size_t First, std::size_t... Index>
+    static void Rounds(Block& block, State& state, std::index_sequence<Index...>);
     template <class Char>
     void Feed(const Char* octets, std::size_t count);
 

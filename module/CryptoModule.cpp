@@ -42,6 +42,9 @@ void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
     ca::JsonBuffer text(&heap, kAnswerCapacity);
     response.ToJson(text);
     const ca::FileData* raw = response.RawFileData();
+    if (raw == nullptr) {
+        response.objects.SetObject(nullptr, /*clear=*/true);  // their memory serves the answer
+    }
     const std::size_t textSize = text.GetSize();
     const std::size_t rawSize = raw != nullptr ? raw->size() : 0;
     // The terminating NUL counts only when octets follow it.

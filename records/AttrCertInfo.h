@@ -37,7 +37,7 @@ class AttrCertInfo : public ISerializable {
     std::wstring validToUtc;
     std::wstring issuerTags;
     std::wstring issuerUniqueId;
-    std::wstring rawData;
+    std::string rawData;
     std::wstring error;
     CertInfoAttributeCollection attributes;
     CertInfoExtensionCollection extensions;

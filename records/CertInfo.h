@@ -54,7 +54,7 @@ class CertInfo : public ISerializable {
     std::wstring issuerUniqueId;
     std::wstring subjectUniqueId;
     std::wstring publicKeyHashAlgs;  ///< comma list, best first
-    std::wstring rawData;            ///< the certificate's encoding, Base64
+    std::string rawData;             ///< the certificate's encoding, Base64
     std::uint32_t keyUsage = 0;      ///< first octet of the bit string in bits 7-0, second in 15-8
     std::wstring keyUsageStr;        ///< GetKeyUsageStr() of keyUsage
     std::wstring error;              ///< faults met while the record was filled, one a line

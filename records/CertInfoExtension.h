@@ -15,7 +15,7 @@ struct CertInfoExtension {
 
     std::wstring oidFriendlyName;
     std::wstring oidValue;  ///< dotted
-    std::wstring rawData;   ///< the value's encoding, Base64
+    std::string rawData;    ///< the value's encoding, Base64
     std::wstring formattedData;
     bool critical = false;
 };
@@ -27,7 +27,7 @@ struct CertInfoAttribute {
 
     std::wstring oidFriendlyName;
     std::wstring oidValue;  ///< dotted
-    std::wstring rawData;   ///< the value's encoding, Base64
+    std::string rawData;    ///< the value's encoding, Base64
     std::wstring formattedData;
 };
 

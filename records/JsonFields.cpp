@@ -39,6 +39,17 @@ void ReadJson(const JsonValue& value, std::wstring& text) {
     text = u8u16(std::string(value.GetString(), value.GetStringLength()));
 }
 
+void WriteJson(JsonWriter& writer, const std::string& text) {
+    WriteString(writer, text);
+}
+
+// Through the wide form, which replaces what is no UTF-8.
+void ReadJson(const JsonValue& value, std::string& text) {
+    std::wstring wide;
+    ReadJson(value, wide);
+    text = u16u8(wide);
+}
+
 void WriteJson(JsonWriter& writer, const Blob& octets) {
     octets.WriteBase64(writer);
 }

@@ -50,6 +50,10 @@ JsonField(std::string_view, Value Owner::*) -> JsonField<Owner, Value>;
 void WriteJson(JsonWriter& writer, const std::wstring& text);
 void ReadJson(const JsonValue& value, std::wstring& text);
 
+/// A text of UTF-8 octets: Base64, which is long and never shown as characters.
+void WriteJson(JsonWriter& writer, const std::string& text);
+void ReadJson(const JsonValue& value, std::string& text);
+
 /// Octets: Base64 in the text, "" for none.
 void WriteJson(JsonWriter& writer, const Blob& octets);
 void ReadJson(const JsonValue& value, Blob& octets);

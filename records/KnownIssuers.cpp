@@ -38,7 +38,7 @@ std::vector<std::string> FilesOf(const std::string& path) {
 std::vector<unsigned char> EncodingOf(const ca::CertInfo& record) {
     unsigned char* octets = nullptr;
     unsigned length = 0;
-    ca::Base64Decode(ca::u16u8(record.rawData).c_str(), &octets, length);
+    ca::Base64Decode(record.rawData.c_str(), &octets, length);
     const ca::BytePtr owner(octets);
     return {octets, octets + length};
 }

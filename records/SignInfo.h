@@ -45,7 +45,7 @@ struct SignExtension {
     std::wstring extensionName;
     std::wstring extensionOid;                ///< dotted
     std::wstring extensionInterpretedString;  ///< readable
-    std::wstring extensionInterpretedData;    ///< the value's encoding, Base64
+    std::string extensionInterpretedData;     ///< the value's encoding, Base64
 };
 
 /// Describes one signature (RFC 5652 5.3) and, nested, the signatures on it.

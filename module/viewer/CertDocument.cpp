@@ -115,7 +115,7 @@ std::vector<unsigned char> CCertDocument::Octets(std::size_t index) const {
     if (m_path.empty()) {
         return m_octets;
     }
-    const std::string text = u16u8(m_path[index]->rawData);
+    const std::string& text = m_path[index]->rawData;
     std::vector<unsigned char> octets(3 * ((text.size() + 3) / 4));
     octets.resize(base64_decode_run(text.data(), text.size(), octets.data()).written);
     return octets;

@@ -1,6 +1,7 @@
 #include "module/viewer/CertFields.h"
 
 #include "asn1/OidTable.h"
+#include "common/Encode.h"
 #include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 #include "records/text/VisibleText.h"
@@ -61,7 +62,7 @@ CCertFields::CCertFields(const CertInfo& record) : CCertFields() {
     Add(status, QStringLiteral("ValidityNumber"), std::to_wstring(record.validityNumber));
     Add(kRoot, MessageText(kMsgFieldPrivateKey), YesOrNo(record.hasPrivateKey));
     AddIfAny(kRoot, MessageText(kMsgFieldId), record.id);
-    AddIfAny(kRoot, MessageText(kMsgFieldEncoding), record.rawData);
+    AddIfAny(kRoot, MessageText(kMsgFieldEncoding), u8u16(record.rawData));
     AddIfAny(kRoot, MessageText(kMsgFieldFaults), record.error);
 }
 
@@ -131,7 +132,7 @@ void CCertFields::AddExtension(std::size_t parent, const CertInfoExtension& exte
     const std::size_t field = Add(parent, label, extension.formattedData);
     Add(field, kOid, extension.oidValue);
     Add(field, MessageText(kMsgCritical), YesOrNo(extension.critical));
-    AddIfAny(field, kBase64, extension.rawData);
+    AddIfAny(field, kBase64, u8u16(extension.rawData));
 }
 
 QString CCertFields::AsText() const {

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_set>
+#include <vector>
 
 namespace ca {
 
@@ -17,7 +17,7 @@ void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& re
 
 void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollection& records,
                     std::wstring& error, const ExtensionVisitor& visit) {
-    std::unordered_set<std::string_view> seen;
+    std::vector<std::string_view> seen;  // few, and never more than are listed
     CAsn1Cursor cursor(content);
     while (!cursor.AtEnd() && records.items.size() < kMaxListed) {
         CAsn1Element extension;
@@ -31,7 +31,9 @@ void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollectio
         if (parts.oid.empty()) {
             continue;
         }
-        if (!seen.insert(AsText(parts.oid)).second) {
+        if (std::ranges::find(seen, AsText(parts.oid)) == seen.end()) {
+            seen.push_back(AsText(parts.oid));
+        } else {
             AddError(error,
                      SetZORNAMessage(kMsgExtensionRepeated) + (L": " + OidWithName(parts.oid)));
         }

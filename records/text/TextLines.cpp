@@ -12,6 +12,9 @@ namespace {
 // Deeper levels stand where this one does: the indentation may not outgrow what it indents.
 constexpr std::size_t kMaxIndent = 32;
 
+// Characters that most texts have no more than: they grow once.
+constexpr std::size_t kFirstRoom = 120;
+
 }  // namespace
 
 bool CTextLines::Start() {
@@ -20,7 +23,9 @@ bool CTextLines::Start() {
         ++m_hidden;
         return false;
     }
-    if (!m_isEmpty) {
+    if (m_isEmpty) {
+        m_text.reserve(kFirstRoom);
+    } else {
         m_text += L'\n';
     }
     m_isEmpty = false;
@@ -118,6 +123,7 @@ std::wstring CTextLines::Take() {
     }
     m_isEmpty = true;
     m_isOpen = false;
+    m_text.shrink_to_fit();  // a record keeps it, and a message may have thousands
     return std::exchange(m_text, {});
 }
 

@@ -176,10 +176,10 @@ std::wstring ValueText(const CAsn1Element& element) {
     return out;
 }
 
-std::wstring Base64Text(Octets octets) {
-    std::string narrow;
-    Base64Encode(octets.data(), static_cast<unsigned>(octets.size()), narrow);
-    return {narrow.begin(), narrow.end()};
+std::string Base64Text(Octets octets) {
+    std::string text;
+    Base64Encode(octets.data(), static_cast<unsigned>(octets.size()), text);
+    return text;
 }
 
 }  // namespace ca

@@ -49,6 +49,6 @@ std::wstring TextOf(const CAsn1Element& element);
 std::wstring ValueText(const CAsn1Element& element);
 
 /// Base64 of octets as a record's text.
-std::wstring Base64Text(std::span<const unsigned char> octets);
+std::string Base64Text(std::span<const unsigned char> octets);
 
 }  // namespace ca
