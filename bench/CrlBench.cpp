@@ -9,6 +9,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <fstream>
+#include <malloc.h>
 #include <string>
 #include <sys/resource.h>
 #include <vector>
@@ -72,21 +74,47 @@ void ReportSpeed(benchmark::State& state, std::size_t octets) {
     state.counters["peak_MB"] = static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
-// Octets in, whole JSON record out.
+// Octets in, whole JSON record out. Returns the octets of the text.
+std::size_t DescribeOnce(Octets& der, const ca::CrlPage& page) {
+    ca::CrlInfo record;
+    ca::FillCrlInfo(der, page, record);
+    ca::JsonBuffer text;
+    ca::JsonWriter writer(text);
+    record.ToJson(writer);
+    benchmark::DoNotOptimize(text.GetString());
+    return text.GetSize();
+}
+
+// A line of this process's status, in octets.
+double StatusOctets(const std::string& key) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(key)) {
+            return std::stod(line.substr(key.size())) * 1024;
+        }
+    }
+    return 0;
+}
+
+// Resident memory that a description takes at its peak besides its text, in sizes of the input,
+// which itself does not count.
+double MemoryBesideAnswer(Octets& der, const ca::CrlPage& page) {
+    ::malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << "5";  // the peak starts anew
+    const double before = StatusOctets("VmRSS:");
+    const auto answer = static_cast<double>(DescribeOnce(der, page));
+    return (StatusOctets("VmHWM:") - before - answer) / static_cast<double>(der.size());
+}
+
 void Describe(benchmark::State& state, const ca::CrlPage& page) {
     Octets& der = List(state.range(0));
     std::size_t answer = 0;
     for (auto _ : state) {
-        ca::CrlInfo record;
-        ca::FillCrlInfo(der, page, record);
-        ca::JsonBuffer text;
-        ca::JsonWriter writer(text);
-        record.ToJson(writer);
-        answer = text.GetSize();
-        benchmark::DoNotOptimize(text.GetString());
+        answer = DescribeOnce(der, page);
     }
     ReportSpeed(state, der.size());
     state.counters["answer_MB"] = static_cast<double>(answer) / (1024 * 1024);
+    state.counters["memory_beside"] = MemoryBesideAnswer(der, page);
 }
 
 void DescribeFirstPage(benchmark::State& state) {
