@@ -30,8 +30,8 @@ foreach(folder common asn1 records module host)
                 string(APPEND wrong "\n${file}: ${line}")
             endif()
         endforeach()
-        # Widgets stay with the dialog and the message box.
-        if(NOT folder STREQUAL "module")
+        # Widgets stay with those who open windows: the module's, and the host tool's viewer command.
+        if(NOT folder STREQUAL "module" AND NOT file MATCHES "^host/(GuiApplication|ViewCommand)\\.")
             file(STRINGS ${SOURCE_DIR}/${file} widgets
                 REGEX "#[ \t]*include[ \t]*<(QApplication|QDialog|QLabel|QMessageBox|QWidget)>")
             if(widgets)
