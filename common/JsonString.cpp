@@ -143,7 +143,9 @@ std::optional<std::size_t> CountEscapes(std::string_view utf8) {
     unsigned odd = 0;
     const auto count = [&](__m128i octets) {
         odd |= OddMask(octets);
-        escapes += static_cast<std::size_t>(std::popcount(EscapedMask(octets)));
+        if (const unsigned escaped = EscapedMask(octets); escaped != 0) {
+            escapes += static_cast<std::size_t>(std::popcount(escaped));
+        }
     };
     for (; utf8.size() >= kBlock; utf8.remove_prefix(kBlock)) {
         count(Load(utf8.data()));

@@ -11,14 +11,17 @@ namespace ca {
 /// Elements of a JSON array, kept as their text: it takes a fraction of the room of the records.
 class CJsonElements {
   public:
+    /// Makes room for all elements, so that they need not move as they become more.
+    void Reserve(std::size_t octets) { m_text.reserve(octets); }
+
     /// Appends what the record writes of itself.
+    /// \param scratch  is written over; the same one for many records takes memory once.
     template <class Record>
-    void Append(const Record& record) {
-        CJsonAllocator heap;
-        JsonBuffer text(&heap, kUsualSize);
-        JsonWriter writer(text, &heap);
+    void Append(const Record& record, JsonBuffer& scratch) {
+        scratch.Clear();
+        JsonWriter writer(scratch);
         record.ToJson(writer);
-        Append({text.GetString(), text.GetSize()}, 1);
+        Append({scratch.GetString(), scratch.GetSize()}, 1);
     }
     void Append(const CJsonElements& others) { Append(others.m_text, others.m_count); }
 
@@ -30,8 +33,6 @@ class CJsonElements {
     }
 
   private:
-    static constexpr std::size_t kUsualSize = 16384;  // octets; most records fit without growing
-
     void Append(std::string_view text, std::size_t count) {
         if (count == 0) {
             return;

@@ -62,8 +62,9 @@ void SignInfos::Append(SignInfos others) {
         *this = std::move(others);
         return;
     }
+    JsonBuffer scratch;
     for (const OwnedPtr<SignInfo>& item : others.items) {
-        more.Append(*item);
+        more.Append(*item, scratch);
     }
     more.Append(others.more);
 }

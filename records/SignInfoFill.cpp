@@ -30,6 +30,11 @@ using Signers = CAsn1ListCursor<CAsn1SignerInfo>;
 constexpr std::size_t kRepeats = 2;
 constexpr std::size_t kRepeatedAlways = 1 << 20;
 
+// Octets that the text of signatures seldom takes beyond for each of the message, and the most that
+// are reserved for it at once.
+constexpr std::size_t kTextOfAnOctet = 12;
+constexpr std::size_t kMaxReserved = 4 << 20;
+
 // A key identifier stands where a certificate would have it: among the extensions.
 void FillKeyIdentifier(const CAsn1OctetString& key, CertInfo& record) {
     auto extension = std::make_unique<ca::CertInfoExtension>();
@@ -86,6 +91,7 @@ class CSignerDescriber {
     CSignerDescriber(std::span<unsigned char> certificates, std::size_t messageSize,
                      bool isAttached)
         : m_certificates(certificates),
+          m_messageSize(messageSize),
           m_repeats(kRepeats * messageSize + kRepeatedAlways),
           m_isAttached(isAttached) {}
 
@@ -102,7 +108,10 @@ class CSignerDescriber {
             if (level != 0 || records.items.empty()) {
                 records.items.emplace_back(std::move(record));
             } else {
-                records.more.Append(*record);
+                if (records.more.Count() == 0) {
+                    records.more.Reserve(std::min(kTextOfAnOctet * m_messageSize, kMaxReserved));
+                }
+                records.more.Append(*record, m_scratch);
             }
         }
         if (m_count == ca::kMaxSignatures) {
@@ -203,6 +212,8 @@ class CSignerDescriber {
     }
 
     ca::CSignerCertificates m_certificates;
+    ca::JsonBuffer m_scratch;
+    std::size_t m_messageSize;
     std::size_t m_repeats;
     bool m_isAttached;
     std::size_t m_count = 0;
