@@ -1,6 +1,7 @@
 #include "common/JsonString.h"
 
 #include "common/Encode.h"
+#include "common/UtfPaths.h"
 
 #include <algorithm>
 #include <array>
@@ -157,24 +158,36 @@ std::optional<std::size_t> CountEscapes(std::string_view utf8) {
     return odd == 0 ? std::optional(escapes) : std::nullopt;
 }
 
-}  // namespace
-
-namespace ca {
-
-// Most texts are plain.
-void WriteString(JsonWriter& writer, const std::wstring& text) {
-    if (!WritePlain(writer, text)) {
-        WriteString(writer, u16u8(text));
-    }
-}
-
 // The writer's own way goes octet by octet and looks each one up.
-void WriteString(JsonWriter& writer, const std::string& utf8) {
+void WriteUtf8(ca::JsonWriter& writer, std::string_view utf8) {
     if (const std::optional<std::size_t> escapes = CountEscapes(utf8)) {
         CopyEscaped(utf8, writer.PlainString(utf8.size() + *escapes));
     } else {
         writer.String(utf8.data(), static_cast<rapidjson::SizeType>(utf8.size()));
     }
+}
+
+}  // namespace
+
+namespace ca {
+
+// Most texts are plain, and most others short.
+void WriteString(JsonWriter& writer, const std::wstring& text) {
+    if (WritePlain(writer, text)) {
+        return;
+    }
+    if (text.size() > utf::kShortText) {
+        WriteUtf8(writer, u16u8(text));
+        return;
+    }
+    const std::wstring_view upToNul(text.c_str());  // as u16u8() reads it
+    char utf8[utf::kShortRoom];
+    const char* const end = utf::NarrowShort(upToNul.data(), upToNul.size(), utf8);
+    WriteUtf8(writer, {utf8, static_cast<std::size_t>(end - utf8)});
+}
+
+void WriteString(JsonWriter& writer, const std::string& utf8) {
+    WriteUtf8(writer, utf8);
 }
 
 }  // namespace ca

@@ -20,8 +20,7 @@ namespace {
 
 constexpr std::uint32_t kReplacement = 0xFFFD;
 constexpr std::uint32_t kByteOrderMark = 0xFEFF;
-constexpr std::size_t kChunk = 512;      // code points converted before they are appended
-constexpr std::size_t kMaxSequence = 4;  // octets of one code point
+constexpr std::size_t kChunk = 512;  // code points converted before they are appended
 
 using ca::utf::Octets;
 
@@ -135,6 +134,24 @@ ca::utf::Path ChosenPath() {
     return path;
 }
 
+const wchar_t* BehindMark(const wchar_t* in, const wchar_t* end) {
+    return in != end && static_cast<std::uint32_t>(*in) == kByteOrderMark ? in + 1 : in;
+}
+
+// Converts until `out` reaches `full`, behind which it may write kNarrowSlack octets.
+char* NarrowUpTo(const wchar_t*& in, const wchar_t* end, char* out, const char* full,
+                 ca::utf::Path path) {
+    while (in != end && out < full) {
+        if (path == ca::utf::Path::kVector) {
+            ca::utf::NarrowBlocks(in, end, out, full);
+        }
+        for (std::size_t i = 0; i < ca::utf::kBlock && in != end; ++i) {
+            out = EncodeOne(JoinOne(in, end), out);
+        }
+    }
+    return out;
+}
+
 }  // namespace
 
 namespace ca::utf {
@@ -172,25 +189,18 @@ void Widen(const char* text, std::size_t length, std::wstring& out, Path path) {
 }
 
 void Narrow(const wchar_t* text, std::size_t length, std::string& out, Path path) {
-    const wchar_t* in = text;
     const wchar_t* const end = text + length;
-    if (length != 0 && static_cast<std::uint32_t>(*in) == kByteOrderMark) {
-        ++in;
-    }
-    char buffer[kChunk * kMaxSequence + kNarrowStore + kBlock * kMaxSequence];
-    const char* const full = buffer + kChunk * kMaxSequence;
+    const wchar_t* in = BehindMark(text, end);
+    char buffer[kChunk * kMaxSequence + kNarrowSlack];
     while (in != end) {
-        char* to = buffer;
-        while (in != end && to < full) {
-            if (path == Path::kVector) {
-                NarrowBlocks(in, end, to, full);
-            }
-            for (std::size_t i = 0; i < kBlock && in != end; ++i) {
-                to = EncodeOne(JoinOne(in, end), to);
-            }
-        }
-        out.append(buffer, to);
+        out.append(buffer, NarrowUpTo(in, end, buffer, buffer + kChunk * kMaxSequence, path));
     }
+}
+
+char* NarrowShort(const wchar_t* text, std::size_t length, char* out) {
+    const wchar_t* const end = text + length;
+    const wchar_t* in = BehindMark(text, end);
+    return NarrowUpTo(in, end, out, out + kShortText * kMaxSequence, ChosenPath());
 }
 
 }  // namespace ca::utf

@@ -19,6 +19,8 @@ struct X500Row {
     std::wstring_view dotted;
     std::wstring_view keyword;
 };
+constexpr std::size_t kUsualText = 120;  // characters of most names
+
 constexpr X500Row kX500Keywords[] = {
     {L"2.5.4.3", L"CN"},
     {L"2.5.4.7", L"L"},
@@ -254,6 +256,7 @@ void AppendOid(std::wstring& out, const Attribute& attribute) {
 
 std::wstring ReadableText(const Collected& found) {
     std::wstring text;
+    text.reserve(kUsualText);
     for (const Attribute& attribute : found.attributes) {
         if (text.size() > ca::kMaxValueText) {
             text += L"\u2026";
@@ -293,6 +296,9 @@ NameForms DescribeName(const CAsn1Element& name) {
     NameForms forms;
     if (!found.isWhole) {
         forms.error = SetZORNAMessage(kMsgNameUnreadable);
+    }
+    for (std::wstring* form : {&forms.readable, &forms.oid}) {
+        form->reserve(kUsualText);
     }
     for (const Attribute& attribute : found.attributes) {
         AppendReadable(forms.readable, attribute);
