@@ -190,7 +190,7 @@ class CSignerDescriber {
     }
 
     void FillAttributes(const CAsn1SignerInfo& signer, unsigned level, SignInfo& record) {
-        ca::CSignatureAttributes attributes(record);
+        ca::CSignatureAttributes attributes(record, m_memo);
         attributes.AddSigned(signer.SignedAttrs());
         attributes.AddUnsigned(signer.UnsignedAttrs(),
                                [&](const CAsn1SetOf<CAsn1Any>& countersigners) {
@@ -212,6 +212,7 @@ class CSignerDescriber {
     }
 
     ca::CSignerCertificates m_certificates;
+    ca::CAttributeMemo m_memo;
     ca::JsonBuffer m_scratch;
     std::size_t m_messageSize;
     std::size_t m_repeats;

@@ -9,6 +9,8 @@
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string_view>
 
@@ -71,16 +73,18 @@ constexpr FactRow kFacts[] = {
 };
 
 // A value of another type states nothing; the attribute's own text says that it is unreadable.
-void TakeFact(std::string_view shortName, bool isSigned, Value values, SignatureFacts& facts) {
-    for (const FactRow& row : kFacts) {
-        if (row.shortName == shortName && (isSigned || !row.isSignedOnly)) {
-            try {
-                row.take(values, facts);
-            } catch (const ca::Exception&) {
-                return;
-            }
-        }
+// \return whether the attribute is one that may state something.
+bool TakeFact(std::string_view shortName, bool isSigned, Value values, SignatureFacts& facts) {
+    const auto* const row = std::ranges::find(kFacts, shortName, &FactRow::shortName);
+    if (row == std::end(kFacts) || (row->isSignedOnly && !isSigned)) {
+        return false;
     }
+    try {
+        row->take(values, facts);
+    } catch (const ca::Exception&) {
+        return true;
+    }
+    return true;
 }
 
 }  // namespace
@@ -112,8 +116,31 @@ void CSignatureAttributes::Add(const CAsn1SetOf<CAsn1Attribute>& attributes,
     }
 }
 
+const SignExtension* CAttributeMemo::Find(std::span<const unsigned char> attribute) const {
+    const auto kept = std::ranges::find_if(
+        m_kept, [&](const Kept& each) { return std::ranges::equal(each.octets, attribute); });
+    return kept != m_kept.end() ? &kept->extension : nullptr;
+}
+
+void CAttributeMemo::Keep(std::span<const unsigned char> attribute,
+                          const SignExtension& extension) {
+    if (attribute.size() > kMaxOctets) {
+        return;
+    }
+    if (m_kept.size() < kMaxKept) {
+        m_kept.push_back({attribute, extension});
+    } else {
+        m_kept[m_oldest] = {attribute, extension};
+        m_oldest = (m_oldest + 1) % kMaxKept;
+    }
+}
+
 void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
                                   const CountersignatureVisitor* visit) {
+    if (const SignExtension* known = visit == nullptr ? m_memo.Find(at.Raw()) : nullptr) {
+        m_record.extensions.emplace_back(std::make_unique<SignExtension>(*known));
+        return;
+    }
     auto extension = std::make_unique<SignExtension>();
     const CAsn1Attribute* attribute = at.Item();
     if (at.Fault() != nullptr) {
@@ -123,12 +150,15 @@ void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
         extension->extensionInterpretedString = UnreadableText(at.Raw());
         extension->extensionInterpretedData = Base64Text(at.Raw());
     } else {
-        FillValues(*attribute, visit, *extension);
+        const bool isAll = FillValues(*attribute, visit, *extension);
+        if (isAll && visit == nullptr && m_record.signCert.error.empty()) {
+            m_memo.Keep(at.Raw(), *extension);
+        }
     }
     m_record.extensions.emplace_back(std::move(extension));
 }
 
-void CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
+bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
                                       const CountersignatureVisitor* visit,
                                       SignExtension& extension) {
     const Octets type = OctetsOf(attribute.Type());
@@ -145,11 +175,13 @@ void CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
         extension.extensionInterpretedString = UnreadableText(values.Raw());
         AddError(m_record.signCert.error, OidWithName(type) + L": " + fault.message);
     }
-    TakeFact(name, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
+    const bool hasFact =
+        TakeFact(name, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
     const bool isCountersignature = visit != nullptr && name == "id-countersignature";
     if (!isCountersignature || (*visit)(values)) {
         extension.extensionInterpretedData = Base64Text(values.ContentOctets());
     }
+    return !hasFact;
 }
 
 void CSignatureAttributes::Finish() {

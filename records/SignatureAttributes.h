@@ -5,8 +5,11 @@
 #include "records/SignInfo.h"
 #include "records/text/TimeText.h"
 
+#include <cstddef>
 #include <functional>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace ca {
 
@@ -19,6 +22,27 @@ struct SignatureFacts {
     std::wstring address;         ///< of what a program's publisher says of it
 };
 
+/// Descriptions of the last signed attributes of a message. Who signs the same content states much
+/// the same of it: its type and digest, and what the signer's program can do.
+class CAttributeMemo {
+  public:
+    /// What was kept of an attribute of the same octets; null when that is not known.
+    const SignExtension* Find(std::span<const unsigned char> attribute) const;
+    /// \param attribute  its encoding, which outlives this; a long one is not kept.
+    void Keep(std::span<const unsigned char> attribute, const SignExtension& extension);
+
+  private:
+    static constexpr std::size_t kMaxKept = 8;
+    static constexpr std::size_t kMaxOctets = 4096;
+
+    struct Kept {
+        std::span<const unsigned char> octets;
+        SignExtension extension;
+    };
+    std::vector<Kept> m_kept;
+    std::size_t m_oldest = 0;
+};
+
 /// Reads the attributes of one signature into its record. Faults go to "Error" of its "SignCert".
 class CSignatureAttributes {
   public:
@@ -26,8 +50,8 @@ class CSignatureAttributes {
     /// Is told of each countersignature attribute; returns whether its octets are to be shown.
     using CountersignatureVisitor = std::function<bool(const Values&)>;
 
-    /// The record outlives this.
-    explicit CSignatureAttributes(SignInfo& record) : m_record(record) {}
+    /// The record outlives this, as the message's memo does.
+    CSignatureAttributes(SignInfo& record, CAttributeMemo& memo) : m_record(record), m_memo(memo) {}
 
     /// Append an "Extensions" element an attribute, at most kMaxListed in all; null adds none.
     void AddSigned(const CAsn1SetOf<CAsn1Attribute>* attributes);
@@ -39,10 +63,12 @@ class CSignatureAttributes {
   private:
     void Add(const CAsn1SetOf<CAsn1Attribute>& attributes, const CountersignatureVisitor* visit);
     void AddOne(CAsn1ListCursor<CAsn1Attribute>& at, const CountersignatureVisitor* visit);
-    void FillValues(const CAsn1Attribute& attribute, const CountersignatureVisitor* visit,
+    // Returns whether all that it says is in the extension.
+    bool FillValues(const CAsn1Attribute& attribute, const CountersignatureVisitor* visit,
                     SignExtension& extension);
 
     SignInfo& m_record;
+    CAttributeMemo& m_memo;
     SignatureFacts m_facts;
 };
 

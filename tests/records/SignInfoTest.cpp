@@ -195,6 +195,28 @@ TEST_F(SignInfoTest, TakesWhatTheSignerStatesFromTheAttributes) {
     }
 }
 
+TEST_F(SignInfoTest, SaysWhatSignersShareOfEach) {
+    const Octets certificate = Certificate(1, "Ann");
+    const Octets type =
+        Pkcs9(3, {0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01, 0x07, 0x01});
+    const Octets comment = Pkcs9(13, Tlv(0x0C, Text("approved")));
+    const Octets badDigest = Pkcs9(4, {0x02, 0x01, 0x05});
+    for (const Octets& last : {Pkcs9(4, {0x04, 0x02, 0xBE, 0xEF}), badDigest}) {
+        const Octets signer = Signer(ById(1), Join({type, Pkcs9(5, kTime), comment, last}));
+        const Described said = Describe(Message(certificate, Join({signer, signer, signer})));
+        ASSERT_EQ(3U, said.list.items.size());
+        EXPECT_EQ(last != badDigest, said.Error(0).empty()) << last.size();
+        for (std::size_t i = 0; i < 3; ++i) {
+            EXPECT_EQ(L"approved", said[i].comment);
+            EXPECT_EQ(said.Error(0), said.Error(i));
+            ASSERT_EQ(said[0].extensions.size(), said[i].extensions.size());
+            for (std::size_t k = 0; k < said[0].extensions.size(); ++k) {
+                EXPECT_EQ(ToText(*said[0].extensions[k]), ToText(*said[i].extensions[k]));
+            }
+        }
+    }
+}
+
 TEST_F(SignInfoTest, NestsCountersignaturesToABound) {
     Octets signer = Signer(ById(99));
     for (unsigned char level = 18; level != 0; --level) {
