@@ -156,13 +156,17 @@ std::uint32_t RunInGuiThread(GuiTask task, milliseconds wait) {
     return call->Wait(wait);
 }
 
-bool ShowOwnWindow(std::unique_ptr<QWidget> window) {
+bool HasRoomForOwnWindow() {
     std::vector<QPointer<QWidget>>& windows = OwnWindows();
     std::erase_if(windows, [](const QPointer<QWidget>& each) { return each.isNull(); });
-    if (windows.size() >= kMaxOwnWindows) {
+    return windows.size() < kMaxOwnWindows;
+}
+
+bool ShowOwnWindow(std::unique_ptr<QWidget> window) {
+    if (!HasRoomForOwnWindow()) {
         return false;
     }
-    windows.emplace_back(window.get());
+    OwnWindows().emplace_back(window.get());
     window->setAttribute(Qt::WA_QuitOnClose, false);
     window->setAttribute(Qt::WA_DeleteOnClose);
     QWidget* const shown = window.release();

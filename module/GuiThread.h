@@ -34,6 +34,9 @@ inline constexpr std::size_t kMaxOwnWindows = 32;
 /// Safe from any thread, and while the application is created or destroyed in its own.
 std::uint32_t RunInGuiThread(GuiTask task, std::chrono::milliseconds wait = kGuiWait);
 
+/// False when kMaxOwnWindows are open: there is no need to make another one. GUI thread only.
+bool HasRoomForOwnWindow();
+
 /// Shows a window that nobody owns: it is deleted when it is closed, or when the application ends.
 /// Closing it does not end the application, whose only visible window it may be. GUI thread only,
 /// inside a GuiTask. False, and the window is gone, when kMaxOwnWindows are open: a client that

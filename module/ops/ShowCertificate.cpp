@@ -26,6 +26,9 @@ constexpr std::uint64_t kMaxWaitMs = 60000;
 using Filler = std::function<bool(CCertInfoDlg& viewer)>;
 
 std::uint32_t OpenViewer(const Filler& fill) {
+    if (!ca::HasRoomForOwnWindow()) {
+        return ca::kErrServiceMode;
+    }
     std::unique_ptr<CCertInfoDlg> viewer(CCertInfoDlg::Create());
     if (viewer == nullptr) {
         return ca::kErrServiceMode;
