@@ -130,9 +130,10 @@ void NamedSet<Item, Char>::Clear() {
 }
 
 template <class Item, class Char>
-bool NamedSet<Item, Char>::Rename(const String& oldName, String newName) {
-    Item* const item = Find(oldName);
+bool NamedSet<Item, Char>::Rename(String oldName, String newName) {
+    Trim(oldName, Ascii<Char>(" \t"));
     Trim(newName, Ascii<Char>(" \t"));
+    Item* const item = Find(oldName);
     Item* const holder = Find(newName);
     if (item == nullptr || (holder != nullptr && holder != item)) {
         return false;
@@ -215,9 +216,10 @@ std::basic_string<Char> FileT<Char>::GetKeyValue(const String& section, const St
 }
 
 template <class Char>
-bool FileT<Char>::RenameKey(const String& section, const String& oldName, String newName) {
+bool FileT<Char>::RenameKey(String section, String oldName, String newName) {
+    Trim(section, Ascii<Char>(" \t"));
     Section* const found = GetSection(section);
-    return found != nullptr && found->RenameKey(oldName, std::move(newName));
+    return found != nullptr && found->RenameKey(std::move(oldName), std::move(newName));
 }
 
 template class NamedSet<KeyT<wchar_t>, wchar_t>;

@@ -63,9 +63,9 @@ class NamedSet {
     Item* Add(Parent* parent, String name);
     void Remove(Item* item);
     void Clear();
-    /// Puts the item to the place of its trimmed new name. False, and nothing changed, when there
-    /// is no such item or another one has the new name.
-    bool Rename(const String& oldName, String newName);
+    /// Puts the item to the place of its new name; both names are trimmed. False, and nothing
+    /// changed, when there is no such item or another one has the new name.
+    bool Rename(String oldName, String newName);
 
   private:
     Set m_items;  // owned
@@ -132,8 +132,9 @@ class SectionT : public KeyNames<Char> {
     /// Empty when there is no such key.
     String GetKeyValue(const String& key) const;
     void SetKeyValue(const String& key, String value) { AddKey(key)->SetValue(std::move(value)); }
-    bool RenameKey(const String& oldName, String newName) {
-        return m_keys.Rename(oldName, std::move(newName));
+    /// False, and nothing changed, when there is no such key or another has the new name.
+    bool RenameKey(String oldName, String newName) {
+        return m_keys.Rename(std::move(oldName), std::move(newName));
     }
 
     const std::vector<String>& GetLines() const { return m_lines; }
@@ -177,9 +178,10 @@ class FileT {
     /// Destroys a section of this file; null is ignored.
     void RemoveSection(Section* section) { m_sections.Remove(section); }
     void RemoveAllSections() { m_sections.Clear(); }
-    /// False, and nothing changed, when there is no such section or another has the new name.
-    bool RenameSection(const String& oldName, String newName) {
-        return m_sections.Rename(oldName, std::move(newName));
+    /// Both names are trimmed. False, and nothing changed, when there is no such section or another
+    /// has the new name.
+    bool RenameSection(String oldName, String newName) {
+        return m_sections.Rename(std::move(oldName), std::move(newName));
     }
 
     /// Empty when section or key is absent.
@@ -188,7 +190,8 @@ class FileT {
     void SetKeyValue(const String& section, const String& key, String value) {
         AddSection(section)->SetKeyValue(key, std::move(value));
     }
-    bool RenameKey(const String& section, const String& oldName, String newName);
+    /// RenameKey() of that section, whose name is trimmed too.
+    bool RenameKey(String section, String oldName, String newName);
 
   private:
     Section* LoadLine(const String& line, Section* current);

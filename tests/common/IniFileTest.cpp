@@ -127,8 +127,8 @@ TYPED_TEST(IniFileTest, EditsByName) {
 TYPED_TEST(IniFileTest, RenamesToTheRightPlace) {
     TypeParam file;
     this->Load(file, "[a]\nx=1\ny=2\n[m]\n");
-    EXPECT_TRUE(file.RenameSection(this->T("A"), this->T(" z ")));
-    EXPECT_TRUE(file.RenameKey(this->T("z"), this->T("x"), this->T("\tzz")));
+    EXPECT_TRUE(file.RenameSection(this->T(" A\t"), this->T(" z ")));
+    EXPECT_TRUE(file.RenameKey(this->T("\tz "), this->T(" x\t"), this->T("\tzz")));
     EXPECT_TRUE(file.GetSection(this->T("m"))->SetSectionName(this->T("M")));
     EXPECT_EQ(this->Dump(file), "[M][z]y=2;zz=1;");
     EXPECT_NE(file.GetSection(this->T("Z")), nullptr);
