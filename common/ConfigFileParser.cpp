@@ -93,50 +93,39 @@ std::optional<int> ParseInteger(const std::wstring& text) {
     return static_cast<int>(value);
 }
 
-/// Reads rows from an INI file; an absent key leaves its setting, and so does a wrong value.
+/// Reads rows from an INI file. An absent key leaves its setting, and so does a wrong value:
+/// silently, since one warning stands for a file that could not be read at all.
 class IniReader {
   public:
     IniReader(const CIniFileW& file, ServiceSettings& settings)
         : m_file(file), m_section(file.GetSection(kSettingsSection)), m_settings(settings) {}
 
-    bool HasSettings() const { return m_section != nullptr; }
-
-    /// False when the value is wrong.
-    bool Read(const Row& row) const {
+    void Read(const Row& row) const {
         if (const List* const list = std::get_if<List>(&row.kind)) {
-            const auto* const section = m_file.GetSection(row.wideKey);
-            if (section != nullptr) {
+            if (const auto* const section = m_file.GetSection(row.wideKey)) {
                 m_settings.*list->field = section->GetLines();
             }
-            return true;
+        } else if (const auto* const key =
+                       m_section != nullptr ? m_section->GetKey(row.wideKey) : nullptr) {
+            std::visit([&](const auto& kind) { Take(kind, key->GetValue()); }, row.kind);
         }
-        const auto* const key = HasSettings() ? m_section->GetKey(row.wideKey) : nullptr;
-        return key == nullptr ||
-               std::visit([&](const auto& kind) { return Take(kind, key->GetValue()); }, row.kind);
     }
 
   private:
-    bool Take(const Number& number, const std::wstring& text) const {
+    void Take(const Number& number, const std::wstring& text) const {
         const std::optional<int> value = ParseInteger(text);
-        if (!value || *value < number.low || *value > number.high) {
-            return false;
+        if (value && *value >= number.low && *value <= number.high) {
+            m_settings.*number.field = *value;
         }
-        m_settings.*number.field = *value;
-        return true;
     }
-    bool Take(const Flag& flag, const std::wstring& text) const {
+    void Take(const Flag& flag, const std::wstring& text) const {
         const std::optional<int> value = ParseInteger(text);
-        if (!value || *value < 0) {
-            return false;
+        if (value && *value >= 0) {
+            m_settings.*flag.field = *value != 0;
         }
-        m_settings.*flag.field = *value != 0;
-        return true;
     }
-    bool Take(const Text& text, const std::wstring& value) const {
-        m_settings.*text.field = value;
-        return true;
-    }
-    static bool Take(const List& /*list*/, const std::wstring& /*text*/) { return false; }
+    void Take(const Text& text, const std::wstring& value) const { m_settings.*text.field = value; }
+    static void Take(const List& /*list*/, const std::wstring& /*text*/) {}
 
     const CIniFileW& m_file;
     const CIniFileW::CIniSectionW* m_section;
@@ -286,19 +275,10 @@ namespace ca {
 struct ConfigFileParser::Findings {
     FileStatus status = FileStatus::kMissing;
     TextList paths;  ///< the file that was found, or all that were tried
-    bool hasSettings = true;
-    TextList wrongKeys;
 
     bool IsRead() const { return status == FileStatus::kDone; }
-    std::wstring Describe(bool silent) const {
-        if (!IsRead()) {
-            return DescribeReadFailure(status, Join(paths));
-        }
-        if (silent || (hasSettings && wrongKeys.empty())) {
-            return {};
-        }
-        return hasSettings ? SetZORNAMessage(kMsgConfigWrongValues) + Join(wrongKeys)
-                           : SetZORNAMessage(kMsgConfigNoSection) + paths.back();
+    std::wstring Describe() const {
+        return IsRead() ? std::wstring() : DescribeReadFailure(status, Join(paths));
     }
 };
 
@@ -326,17 +306,17 @@ std::vector<std::wstring> ConfigFileParser::SearchPaths() {
     return {GetConfigPath(kConfigUser), GetConfigPath(kConfigSystem)};
 }
 
-bool ConfigFileParser::ReadConfig(std::wstring& errorText, bool silent) {
+bool ConfigFileParser::ReadConfig(std::wstring& errorText, bool /*silent*/) {
     const Findings findings = LoadFirst(SearchPaths());
     SetZORNALng(m_settings.Language.c_str());
-    errorText = findings.Describe(silent);
+    errorText = findings.Describe();
     return findings.IsRead();
 }
 
 bool ConfigFileParser::ParseConfigFile(const std::wstring& path, std::wstring& errorText,
-                                       bool silent) {
+                                       bool /*silent*/) {
     const Findings findings = LoadFirst({path});
-    errorText = findings.Describe(silent);
+    errorText = findings.Describe();
     return findings.IsRead();
 }
 
@@ -365,11 +345,8 @@ ConfigFileParser::Findings ConfigFileParser::LoadFirst(const TextList& paths) {
     file.Load(in, /*merge=*/false);
 
     const IniReader reader(file, m_settings);
-    findings.hasSettings = reader.HasSettings();
     for (const Row& row : kRows) {
-        if (!reader.Read(row)) {
-            findings.wrongKeys.push_back(row.wideKey);
-        }
+        reader.Read(row);
     }
     m_sourcePath = findings.paths.back();
     return findings;

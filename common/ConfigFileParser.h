@@ -46,10 +46,10 @@ class ConfigFileParser : public ISerializable {
 
     /// Finds and reads the service's own configuration and selects the language of all texts by its
     /// `Language`. The first of SearchPaths() that exists counts.
-    /// \param errorText  what was wrong, for a person to read; left empty when nothing was.
-    /// \param silent     nobody will see the text: single wrong values are not put into it.
-    /// \return false when no file could be read, so that every setting has its default. True with
-    ///         a text: the file was read, but some of its values were wrong and have the default.
+    /// Wrong values and an absent section leave the defaults without a word.
+    /// \param errorText  why no file could be read, for a person to read; else left empty.
+    /// \param silent     nobody will see the text; changes nothing here.
+    /// \return false when no file could be read, so that every setting has its default.
     bool ReadConfig(std::wstring& errorText, bool silent);
 
     /// ReadConfig() of one given file (UTF-8, a byte-order mark is skipped, at most 4 MiB), without

@@ -57,32 +57,31 @@ TEST_F(ConfigFileParserTest, ReadsNumbersOfTheirRangeOnly) {
     const struct {
         const char* text;
         int port;
-        bool right;
     } cases[] = {
-        {"0", 0, true},
-        {"65535", 65535, true},
-        {"65536", 8080, false},
-        {"-1", 8080, false},
-        {" \t+81x", 81, true},
-        {"0x50", 0, true},
-        {"", 8080, false},
-        {"x1", 8080, false},
-        {"1e3", 1, true},
-        {"99999999999999999999", 8080, false},
-        {"4294967376", 8080, false},
+        {"0", 0},
+        {"65535", 65535},
+        {"65536", 8080},
+        {"-1", 8080},
+        {" \t+81x", 81},
+        {"0x50", 0},
+        {"", 8080},
+        {"x1", 8080},
+        {"1e3", 1},
+        {"99999999999999999999", 8080},
+        {"4294967376", 8080},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.text);
         EXPECT_TRUE(ParseSettings(std::string("HttpPort=") + c.text + "\nLogMode=3\n"));
         EXPECT_EQ(m_config.GetHttpPort(), c.port);
         EXPECT_EQ(m_config.GetLogMode(), 3);
-        EXPECT_EQ(m_error, c.right ? L"" : L"Wrong values, their defaults are used: HttpPort");
+        EXPECT_EQ(m_error, L"") << "a wrong value keeps its default silently";
     }
     EXPECT_TRUE(ParseSettings("ProxyPort=0\nCertInclude=3\nTSPTimeout=2147483647\nLogMode=4\n"));
     EXPECT_EQ(m_config.GetProxyPort(), 80);
     EXPECT_EQ(m_config.GetCertInclude(), 2);
     EXPECT_EQ(m_config.GetTSPTimeout(), 2147483647);
-    EXPECT_EQ(m_error, L"Wrong values, their defaults are used: LogMode, ProxyPort, CertInclude");
+    EXPECT_EQ(m_error, L"");
 }
 
 TEST_F(ConfigFileParserTest, ReadsFlagsAsNumbers) {
@@ -137,7 +136,7 @@ TEST_F(ConfigFileParserTest, SurvivesAnyContent) {
           std::string(100000, '='), std::string("\xEF\xBB"), std::string("[Other]\nLogMode=3\n")}) {
         EXPECT_TRUE(Parse(content));
         EXPECT_EQ(ToJsonText(m_config), defaults);
-        EXPECT_TRUE(m_error.starts_with(L"Configuration file has no section")) << content.size();
+        EXPECT_EQ(m_error, L"") << content.size();
     }
     EXPECT_TRUE(ParseSettings(binary + "\nLogMode=3\n" + std::string("TSPUrl=a\0b\n", 11)));
     EXPECT_EQ(m_config.GetLogMode(), 3);
@@ -165,10 +164,8 @@ TEST_F(ConfigFileParserTest, FindsTheUsersFileAndSelectsItsLanguage) {
     SetZORNALng(L"ru");
     EXPECT_TRUE(m_config.ReadConfig(m_error, /*silent=*/false));
     EXPECT_FALSE(IsRussian());
-    EXPECT_EQ(m_error, L"Wrong values, their defaults are used: LogMode");
-    EXPECT_EQ(m_config.SourcePath(), ca::PathToWString(path));
-    EXPECT_TRUE(m_config.ReadConfig(m_error, /*silent=*/true));
     EXPECT_EQ(m_error, L"");
+    EXPECT_EQ(m_config.SourcePath(), ca::PathToWString(path));
 }
 
 TEST_F(ConfigFileParserTest, ReadsTheFileOfTheEnvironmentInstead) {
