@@ -4,6 +4,7 @@
 #include "common/Lng.h"
 
 #include <string_view>
+#include <sys/auxv.h>
 
 namespace {
 
@@ -13,6 +14,10 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 }  // namespace
 
 namespace ca {
+
+bool IsSecureExecution() noexcept {
+    return ::getauxval(AT_SECURE) != 0;
+}
 
 FileStatus ReadConfigText(const std::wstring& path, std::string& content) {
     const FileStatus status = ReadWholeFile(PathFromWString(path), kMaxFileSize, content);

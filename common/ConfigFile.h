@@ -8,6 +8,10 @@ namespace ca {
 
 // What the configuration files have in common: UTF-8, at most 4 MiB, replaced in one step.
 
+/// Whether the process has rights that its caller has not: set-uid, set-gid or capabilities of the
+/// program's file (AT_SECURE). Environment and home directory are a stranger's then.
+bool IsSecureExecution() noexcept;
+
 /// Reads a file without its byte-order mark. `content` is empty on everything but kDone.
 FileStatus ReadConfigText(const std::wstring& path, std::string& content);
 

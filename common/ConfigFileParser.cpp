@@ -234,8 +234,7 @@ void Write(JsonWriter& writer, const TextList& value) {
     writer.EndArray();
 }
 
-// The user's home directory. The environment of a set-uid process is its caller's, so there the
-// password file decides alone.
+// The home directory of the user whose rights the process has.
 std::wstring HomeDirectory() {
     const char* const variable = ::secure_getenv("HOME");
     if (variable != nullptr && *variable != '\0') {
@@ -244,7 +243,7 @@ std::wstring HomeDirectory() {
     std::vector<char> buffer(16384);
     struct passwd entry = {};
     struct passwd* found = nullptr;
-    ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
+    ::getpwuid_r(::geteuid(), &entry, buffer.data(), buffer.size(), &found);
     return found != nullptr && found->pw_dir != nullptr ? ca::PathToWString(found->pw_dir) : L"";
 }
 
@@ -302,6 +301,9 @@ std::vector<std::wstring> ConfigFileParser::SearchPaths() {
     const char* const given = ::secure_getenv("MOD_FOO_CONFIG");
     if (given != nullptr && *given != '\0') {
         return {PathToWString(given)};
+    }
+    if (IsSecureExecution()) {
+        return {GetConfigPath(kConfigSystem)};
     }
     return {GetConfigPath(kConfigUser), GetConfigPath(kConfigSystem)};
 }

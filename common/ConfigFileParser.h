@@ -34,14 +34,15 @@ class ConfigFileParser : public ISerializable {
     /// Restores every default and empties the lists.
     void ClearAll();
 
-    /// "/.config/ZORNA" in the user's home directory, or "/etc/ZORNA".
+    /// "/.config/ZORNA" in the home directory of the effective user, or "/etc/ZORNA".
     static std::wstring GetConfigDir(ConfigType type);
     static std::wstring GetConfigPath(ConfigType type);
     /// "log" in the user's configuration directory, or "/var/log/ZORNA".
     static std::wstring GetLogDir(ConfigType type);
 
     /// The files that ReadConfig() looks for, in order: the one that the environment variable
-    /// MOD_FOO_CONFIG names (a set-uid process ignores it), or else the user's and the machine's.
+    /// MOD_FOO_CONFIG names, or else the user's and the machine's. In secure execution (see
+    /// IsSecureExecution()) the machine's alone: the caller may have written all others.
     static std::vector<std::wstring> SearchPaths();
 
     /// Finds and reads the service's own configuration and selects the language of all texts by its

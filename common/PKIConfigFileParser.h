@@ -45,8 +45,9 @@ class PKIConfigFileParser : public ISerializable {
     /// Finds and reads the file that belongs to a service configuration: the one beside it; where
     /// no service configuration was read, the first that exists beside the places where one is
     /// looked for. The environment variable MOD_FOO_PKI_CONFIG names another file instead, which
-    /// then must exist; a set-uid process ignores it. Keys that the service configuration has too
-    /// (see ServiceDefaults()) default to its values. Otherwise as ParseConfigFile().
+    /// then must exist; ignored in secure execution, see IsSecureExecution(). Keys that the service
+    /// configuration has too (see ServiceDefaults()) default to its values. Otherwise as
+    /// ParseConfigFile().
     bool ReadConfig(const ConfigFileParser& service, std::wstring& errorText, bool silent);
 
     /// The defaults, with what the service configuration says of time-outs, OCSP, distribution

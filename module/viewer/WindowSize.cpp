@@ -1,5 +1,7 @@
 #include "module/viewer/WindowSize.h"
 
+#include "common/ConfigFile.h"
+
 #include <QScreen>
 #include <QSettings>
 #include <QWidget>
@@ -24,6 +26,9 @@ void RestoreWindowSize(QWidget& window, const QSize& first) {
     const QScreen* screen = window.screen();
     const QSize most = screen != nullptr ? screen->availableSize() : first;
     window.resize(first.boundedTo(most));
+    if (IsSecureExecution()) {
+        return;
+    }
     const CViewerSettings settings;
     const QSize stored = settings.value(kKey).toSize();
     const QSize least = window.minimumSizeHint();
@@ -34,7 +39,9 @@ void RestoreWindowSize(QWidget& window, const QSize& first) {
 }
 
 void StoreWindowSize(const QWidget& window) {
-    CViewerSettings().setValue(kKey, window.size());
+    if (!IsSecureExecution()) {
+        CViewerSettings().setValue(kKey, window.size());
+    }
 }
 
 }  // namespace ca

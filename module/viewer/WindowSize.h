@@ -7,6 +7,7 @@ namespace ca {
 
 /// Gives a top-level window the size it was closed with last. A stored size that is none, smaller
 /// than the window can be or larger than its screen is ignored. The place is the window system's.
+/// In secure execution (see IsSecureExecution()) nothing is stored: the caller says where.
 /// \param first  the size without a stored one, as far as the screen has room.
 void RestoreWindowSize(QWidget& window, const QSize& first);
 
