@@ -3,6 +3,8 @@
 #include "tests/module/ModuleLibrary.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <new>
 
 namespace {
@@ -45,6 +47,40 @@ constexpr ModeCase kModes[] = {
     {65, L"> ParseCert", false, 0},
 };
 // clang-format on
+
+// A payload that is logged: three octets of four characters each, again and again.
+constexpr std::size_t kRepeats = std::size_t{2} << 20;
+
+// The sanitizer keeps an octet of its own for eight of the program's.
+#ifdef __SANITIZE_ADDRESS__
+constexpr double kMostOfAPayload = 7 * 9.0 / 8;
+#else
+constexpr double kMostOfAPayload = 7;
+#endif
+
+// The most resident memory since the object was made.
+class PeakMemory {
+  public:
+    PeakMemory() {
+        std::ofstream("/proc/self/clear_refs") << 5;  // the peak starts anew
+        m_before = Field("VmRSS:");
+        EXPECT_NEAR(m_before, Field("VmHWM:"), 0.05 * m_before);
+    }
+    double Grown() const { return Field("VmHWM:") - m_before; }  ///< octets
+
+  private:
+    static double Field(const std::string& name) {
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.starts_with(name)) {
+                return std::stod(line.substr(name.size())) * 1024;
+            }
+        }
+        return 0;
+    }
+
+    double m_before;
+};
 
 std::string ModeRequest(unsigned mode, const char* rest = "") {
     return "{\"mode\":" + std::to_string(mode) + rest + "}";
@@ -297,6 +333,36 @@ TEST_F(LibraryTest, LogsAPayloadOnlyInItsLogMode) {
         Call(R"({"mode":38,"fileData":"SGVsbG8="})");
         EXPECT_EQ(HasLine(LogRecorder::Take(), line), mode == 3);
     }
+}
+
+TEST_F(LibraryTest, LogsALargePayloadInLittleMemory) {
+    SetConfig("LogMode=3\n");
+    static std::size_t rightLines;
+    rightLines = 0;
+    Init(1, [](const wchar_t* line, bool) {  // keeps no copy
+        std::wstring_view rest = line;
+        const std::wstring_view prefix = L"Request filedata : ";
+        if (rest.starts_with(prefix) && rest.ends_with(L"SA==")) {
+            rest.remove_prefix(prefix.size());
+            std::size_t at = 0;
+            while (rest.substr(at, 4) == L"SGVs") {
+                at += 4;
+            }
+            rightLines += at + 4 == rest.size() && rest.size() == kRepeats * 4 + 4 ? 1 : 0;
+        }
+        return true;
+    });
+    std::string request = R"({"mode":38,"fileDataSize":)" + std::to_string(kRepeats * 3 + 1) + "}";
+    request += '\0';
+    request.reserve(request.size() + kRepeats * 3 + 1);
+    for (std::size_t i = 0; i < kRepeats; ++i) {
+        request += "Hel";
+    }
+    request += 'H';
+    const PeakMemory peak;
+    std::free(Process(request.data(), request.size()).response);
+    EXPECT_EQ(rightLines, 1U);
+    EXPECT_LT(peak.Grown(), kMostOfAPayload * static_cast<double>(request.size()));
 }
 
 TEST_F(LibraryTest, ReportsAFailureOfTheRequestOnce) {
