@@ -1,6 +1,5 @@
 #include "module/CallContext.h"
 
-#include "common/InitString.h"
 #include "module/CryptoModule.h"
 
 #include <algorithm>
@@ -22,7 +21,7 @@ CCallContext::CCallContext(ca::CryptPacket& packet, CCryptoModule* module)
     : m_packet(packet), m_module(module) {
     if (NeedsContext(packet.request)) {
         m_clientId = packet.request.clientId;
-        m_extInitParams = packet.request.extInitParams;
+        m_hasParams = !packet.request.extInitParams.empty();
         module->Clients().AcquireContext(m_clientId);
     }
     packet.context = this;
@@ -32,15 +31,21 @@ CCallContext::~CCallContext() {
     m_packet.context = nullptr;
 }
 
+const ca::InitString& CCallContext::RequestParams() {
+    if (m_hasParams) {
+        m_requestParams.Append(m_packet.request.extInitParams);
+        m_hasParams = false;
+    }
+    return m_requestParams;
+}
+
 const std::wstring& CCallContext::InitParams() {
     if (m_initParams.empty()) {
         std::wstring text = m_module->BaseInitParams();
         if ((m_packet.request.present & ca::kPresentCertInclude) != 0) {
             text += L"CERT_INCLUDE=" + std::to_wstring(m_packet.request.certInclude) + L';';
         }
-        if (!m_extInitParams.empty()) {
-            text += ca::InitString(m_extInitParams).ToString();
-        }
+        text += RequestParams().ToString();
         m_initParams = std::move(text);
     }
     return m_initParams;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/InitString.h"
 #include "module/CryptPacket.h"
 
 #include <string>
@@ -20,16 +21,21 @@ class CCallContext {
     /// The client whose context this call uses.
     const std::wstring& ClientId() const noexcept { return m_clientId; }
 
+    /// The items of the request's "extInitParams". Throws what ca::InitString::Append() throws for
+    /// a text that breaks the grammar; the dispatch asks before every operation, so that none runs
+    /// with such a text.
+    const ca::InitString& RequestParams();
+
     /// The parameter text of the call: the configuration's items, then the request's "certInclude"
     /// and "extInitParams", which win. Put together at the first question, since most operations
-    /// never ask. May hold passwords, see ca::InitString::ToLogString(). Throws ca::Exception 16268
-    /// when the request's items break the grammar.
+    /// never ask. May hold passwords, see ca::InitString::ToLogString(). Throws as RequestParams().
     const std::wstring& InitParams();
 
   private:
     ca::CryptPacket& m_packet;
     CCryptoModule* m_module;
     std::wstring m_clientId;
-    std::wstring m_extInitParams;
+    bool m_hasParams = false;  // of the request, still to be read
+    ca::InitString m_requestParams;
     std::wstring m_initParams;
 };

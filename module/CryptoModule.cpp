@@ -261,6 +261,7 @@ void CCryptoModule::RunMode(ca::CryptPacket& packet, bool interactive) {
         throw ca::Exception(ca::kErrPrivateKeyAccess);
     }
     if (row->handler != nullptr && !packet.request.test) {
+        packet.context->RequestParams();  // what breaks their grammar runs nothing
         LogEvent(row->logText, false);
         (this->*row->handler)(packet);
     }

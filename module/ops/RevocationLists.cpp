@@ -2,9 +2,9 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
-#include "common/InitString.h"
 #include "common/Lng.h"
 #include "common/Log.h"
+#include "module/CallContext.h"
 #include "module/CryptoModule.h"
 #include "module/ops/RequestPayload.h"
 #include "records/CrlInfoFill.h"
@@ -30,7 +30,7 @@ std::span<unsigned char> RequireCrl(const std::vector<ca::PayloadItem>& items) {
 void CCryptoModule::GetCRL(ca::CryptPacket& packet) {
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
     const std::span<unsigned char> list = RequireCrl(items);
-    const ca::CrlPage page = ca::ReadCrlPage(ca::InitString(packet.request.extInitParams));
+    const ca::CrlPage page = ca::ReadCrlPage(packet.context->RequestParams());
     auto info = std::make_unique<ca::CrlInfo>();
     ca::FillCrlInfo(list, page, *info);
     packet.Response().SetObject(info.release(), /*clear=*/true);  // the container owns it now

@@ -95,7 +95,7 @@ TEST_F(CryptoModuleTest, ACallAsksForItsParametersWhenItNeedsThem) {
     broken.request.extInitParams = L";;=";
     Run(broken, 38, &AskForParameters);
     EXPECT_EQ(initParamsCode, ca::kErrParameters);
-    EXPECT_EQ(broken.response.errorCode, 0U);
+    EXPECT_EQ(broken.response.errorCode, ca::kErrParameters);
 }
 
 TEST_F(CryptoModuleTest, TheRequestWinsOverTheFiles) {

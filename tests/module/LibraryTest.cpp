@@ -325,6 +325,35 @@ TEST_F(LibraryTest, KeepsTheStoresOfEachClient) {
     EXPECT_EQ(stores("a"), "[]");
 }
 
+// Parameters that break their grammar are a fault of every operation that would run, and of no
+// other: the gate and the unknown mode come first.
+TEST_F(LibraryTest, RefusesMalformedParametersInEveryModeThatRuns) {
+    Init();
+    for (int mode = 10; mode <= 66; ++mode) {
+        const auto row = std::find_if(std::begin(kModes), std::end(kModes),
+                                      [=](const ModeCase& each) { return each.mode == mode; });
+        const bool exists = row != std::end(kModes);
+        const bool runs = exists && row->logText != nullptr;
+        for (const bool isTest : {false, true}) {
+            for (const bool interactive : {true, false}) {
+                SCOPED_TRACE(testing::Message() << mode << isTest << interactive);
+                LogRecorder::Take();
+                const Answer answer = Call(ModeRequest(static_cast<unsigned>(mode),
+                                                       isTest ? R"(,"extInitParams":"A=1;B",)"
+                                                                R"("test":true)"
+                                                              : R"(,"extInitParams":"A=1;B")"),
+                                           interactive);
+                const unsigned wanted = !exists                        ? 16303U
+                                        : row->isGated && !interactive ? 50U
+                                        : runs && !isTest              ? 16268U
+                                                                       : 0U;
+                EXPECT_EQ(answer.Code(), wanted);
+                EXPECT_FALSE(runs && HasLine(LogRecorder::Take(), row->logText));
+            }
+        }
+    }
+}
+
 TEST_F(LibraryTest, LogsAPayloadOnlyInItsLogMode) {
     const std::wstring line = L"Request filedata : SGVsbG8=";
     for (const int mode : {2, 3}) {
