@@ -2,29 +2,24 @@
 
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
+#include "common/LogClaim.h"
 
-#include <atomic>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cwchar>
+#include <memory>
 #include <stdexcept>
 
 namespace {
-
-std::atomic<LogCallback> logCallback{nullptr};
 
 // Length of the formatted text, or a number below 1. vswprintf only says "does not fit", so the
 // text is written once to the null device; opened for UTF-8, because the stream of a process in the
 // "C" locale refuses every letter outside ASCII.
 int MeasureFormatted(const wchar_t* format, std::va_list arguments) {
-    std::FILE* sink = std::fopen("/dev/null", "w,ccs=UTF-8");
-    if (sink == nullptr) {
-        return -1;
-    }
-    const int length = std::vfwprintf(sink, format, arguments);
-    std::fclose(sink);
-    return length;
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> sink(
+        std::fopen("/dev/null", "w,ccs=UTF-8"), &std::fclose);
+    return sink != nullptr ? std::vfwprintf(sink.get(), format, arguments) : -1;
 }
 
 // Formats into `room` characters; false, with `line` of no use, when they do not do.
@@ -69,13 +64,12 @@ std::wstring Format(const wchar_t* format, std::va_list arguments) {
 
 bool LogInit(LogCallback callback, std::vector<std::wstring>& customTexts) {
     ca::GlobalErrorMessageHelper().SetCustomTexts(customTexts);
-    logCallback.store(callback, std::memory_order_release);
+    ca::SetLogCallback(callback);
     return true;
 }
 
 bool LogEvent(const wchar_t* line, bool flag) {
-    const LogCallback callback = logCallback.load(std::memory_order_acquire);
-    return callback != nullptr && callback(line, flag);
+    return ca::CallLog(line, flag);
 }
 
 namespace ca {

@@ -9,7 +9,7 @@
 using LogCallback = bool (*)(const wchar_t* line, bool isError);
 
 /// Stores the host's callback and copies the custom error texts; replaces what was there.
-/// Always true. Call it before requests run.
+/// Always true. Call it before requests run. A ca::CLogClaim ends it.
 bool LogInit(LogCallback callback, std::vector<std::wstring>& customTexts);
 
 /// Hands one line to the host and returns its answer; false while no callback is set.

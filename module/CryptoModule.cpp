@@ -196,6 +196,7 @@ CCryptoModule::CCryptoModule(bool silent)
     : ca::CryptoModule(silent), m_clients(this), m_streams(this) {}
 
 CCryptoModule::~CCryptoModule() {
+    m_logClaim.Release();
     CleanUp();
 }
 
@@ -214,6 +215,7 @@ bool CCryptoModule::Init(LogCallback log) {
             m_issuers.AddPlace(place);
         }
     }
+    m_logClaim.Hold(log);
     std::vector<std::wstring> customTexts = m_config.GetCustomErrorHandlers();
     if (!LogInit(log, customTexts)) {
         return false;

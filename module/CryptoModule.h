@@ -2,6 +2,7 @@
 
 #include "common/ConfigFileParser.h"
 #include "common/Log.h"
+#include "common/LogClaim.h"
 #include "common/PKIConfigFileParser.h"
 #include "module/ClientContext.h"
 #include "module/CryptPacket.h"
@@ -144,5 +145,6 @@ class CCryptoModule : public ca::CryptoModule {
     CClientContextArray m_clients;
     CStreamArray m_streams;
     std::wstring m_baseInitParams;
+    ca::CLogClaim m_logClaim;
     ca::KnownIssuers m_issuers;  // of the PKI configuration's locations
 };

@@ -68,7 +68,8 @@ typedef struct CMPacket {
 /**
  * The host's log sink. `line` is a NUL-terminated text (UTF-32) that is valid during the call only;
  * `isError` marks an error line. Returns whether it took the line. It is entered from every thread
- * that runs a request, may not throw, and may not call the module.
+ * that runs a request and from the GUI thread of a process with windows, may not throw, and may not
+ * call the module.
  */
 typedef bool (*CMLogCallback)(const wchar_t* line, bool isError);
 
@@ -76,7 +77,8 @@ typedef bool (*CMLogCallback)(const wchar_t* line, bool isError);
  * Creates a module and reads the configuration; a missing or broken one means defaults.
  *
  * \param silent    Only the low eight bits count: not 0 for a module that shows no windows.
- * \param callback  Log sink of the whole process, of the module created last; null logs nothing.
+ * \param callback  Log sink of the whole process until CM_Free(): that of the newest module alive is
+ *                  called. Null logs nothing.
  * \return The module, or null when it could not be created. To be released with CM_Free().
  *
  * Not to be called while another module of this process runs requests: callback and language are
@@ -91,7 +93,13 @@ MOD_FOO_EXPORT void* CM_Init(int silent, CMLogCallback callback);
  */
 MOD_FOO_EXPORT void CM_ProcessClientRequest(void* module, CMPacket* packet);
 
-/** Releases the module; null is ignored. No request of it may be running. */
+/**
+ * Releases the module; null is ignored. No request of it may be running.
+ *
+ * Afterwards its callback is not called any more, by windows left open neither, so that the host may
+ * unload the callback's code: calls that other threads are inside of are waited for, five seconds at
+ * most. A callback that another module was created with as well stays in use for that one.
+ */
 MOD_FOO_EXPORT void CM_Free(void* module);
 
 #ifdef __cplusplus
