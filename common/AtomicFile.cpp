@@ -1,5 +1,7 @@
 #include "common/AtomicFile.h"
 
+#include "common/CancelShield.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -25,7 +27,10 @@ class Descriptor {
     int Get() const { return m_fd; }
     explicit operator bool() const { return m_fd >= 0; }
     /// False when the kernel reports a late write error.
-    bool Close() { return m_fd < 0 || ::close(std::exchange(m_fd, -1)) == 0; }
+    bool Close() {
+        const ca::CCancelShield shield;
+        return m_fd < 0 || ::close(std::exchange(m_fd, -1)) == 0;
+    }
 
   private:
     int m_fd;

@@ -1,5 +1,6 @@
 #include "common/CurlLibrary.h"
 
+#include "common/CancelShield.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -57,6 +58,7 @@ class SigPipeGuard {
     SigPipeGuard& operator=(const SigPipeGuard&) = delete;
     ~SigPipeGuard() {
         if (m_active) {
+            const CCancelShield shield;
             const std::timespec noWait{};
             while (sigtimedwait(&m_pipe, nullptr, &noWait) < 0 && errno == EINTR) {
             }
@@ -69,6 +71,54 @@ class SigPipeGuard {
     sigset_t m_before{};
     bool m_wasPending = false;
     bool m_active = false;
+};
+
+// One transfer as the library's own loop would run it, but in steps.
+class Steps {
+  public:
+    Steps(const CurlLibrary& library, CurlHandle* handle)
+        : m_library(library), m_handle(handle), m_multi(library.multiInit()) {
+        m_code = m_multi == nullptr ? kMultiOutOfMemory : m_library.multiAdd(m_multi, m_handle);
+    }
+    Steps(const Steps&) = delete;
+    Steps& operator=(const Steps&) = delete;
+    ~Steps() {
+        const CCancelShield shield;  // closes connections
+        if (m_multi != nullptr) {
+            m_library.multiRemove(m_multi, m_handle);
+            m_library.multiCleanup(m_multi);
+        }
+    }
+
+    // False once there is nothing more to do.
+    bool Step() {
+        const CCancelShield shield;
+        int running = 0;
+        if (m_code == kMultiOk) {
+            m_code = m_library.multiPerform(m_multi, &running);
+        }
+        return m_code == kMultiOk && running != 0;
+    }
+    // A cancellation comes into effect here: the library's state is whole.
+    void Wait() { m_code = m_library.multiPoll(m_multi, nullptr, 0, kLongestWaitMs, nullptr); }
+    int Result() const {
+        if (m_code != kMultiOk) {
+            return m_code == kMultiOutOfMemory ? kCurlOutOfMemory : kCurlBadFunctionArgument;
+        }
+        int left = 0;
+        const CurlMessage* const message = m_library.multiRead(m_multi, &left);
+        return message != nullptr ? message->data.code : kCurlBadFunctionArgument;
+    }
+
+  private:
+    static constexpr int kMultiOk = 0;           // CURLM_OK
+    static constexpr int kMultiOutOfMemory = 3;  // CURLM_OUT_OF_MEMORY
+    static constexpr int kLongestWaitMs = 1000;  // the library ends it earlier for its own timers
+
+    const CurlLibrary& m_library;
+    CurlHandle* const m_handle;
+    CurlMulti* const m_multi;
+    int m_code;
 };
 
 }  // namespace
@@ -104,11 +154,17 @@ CurlLibrary::CurlLibrary() {
     Resolve(library, "curl_easy_init", easyInit);
     Resolve(library, "curl_easy_cleanup", easyCleanup);
     Resolve(library, "curl_easy_setopt", easySetOption);
-    Resolve(library, "curl_easy_perform", easyPerform);
     Resolve(library, "curl_easy_getinfo", easyGetInfo);
     Resolve(library, "curl_easy_strerror", easyErrorText);
     Resolve(library, "curl_slist_append", listAppend);
     Resolve(library, "curl_slist_free_all", listFree);
+    Resolve(library, "curl_multi_init", multiInit);
+    Resolve(library, "curl_multi_cleanup", multiCleanup);
+    Resolve(library, "curl_multi_add_handle", multiAdd);
+    Resolve(library, "curl_multi_remove_handle", multiRemove);
+    Resolve(library, "curl_multi_perform", multiPerform);
+    Resolve(library, "curl_multi_poll", multiPoll);
+    Resolve(library, "curl_multi_info_read", multiRead);
     if (const int code = globalInit(kGlobalAll); code != kCurlOk) {
         throw Exception(kErrCurlInit, u8u16(std::string(easyErrorText(code))));
     }
@@ -124,6 +180,11 @@ CurlEasy::CurlEasy()
         throw Exception(kErrCurlInit);
     }
     Set(kCurlErrorBuffer, static_cast<const void*>(m_errorText.data()));
+}
+
+CurlEasy::~CurlEasy() {
+    const CCancelShield shield;
+    m_handle.reset();
 }
 
 void CurlEasy::Check(CurlOption option, int code) {
@@ -148,7 +209,11 @@ void CurlEasy::AddHeader(const char* line) {
 int CurlEasy::Perform() {
     const SigPipeGuard guard;
     m_errorText[0] = '\0';
-    return m_library.easyPerform(m_handle.get());
+    Steps steps(m_library, m_handle.get());
+    while (steps.Step()) {
+        steps.Wait();
+    }
+    return steps.Result();
 }
 
 long CurlEasy::GetLong(CurlInfo info) const {

@@ -14,6 +14,7 @@ namespace ca {
 
 struct CurlHandle;  ///< CURL
 struct CurlList;    ///< struct curl_slist
+struct CurlMulti;   ///< CURLM
 using CurlOffset = std::int64_t;
 
 enum CurlOption : int {
@@ -72,6 +73,16 @@ enum CurlInfo : int {
     kCurlInfoContentLength = 0x60000F,  ///< CurlOffset, -1: not told
 };
 
+/// CURLMsg
+struct CurlMessage {
+    int kind;  ///< 1: a transfer is done
+    CurlHandle* handle;
+    union {
+        void* unused;
+        int code;  ///< a CurlCode
+    } data;
+};
+
 /// Results that are told apart here; any other number is possible.
 enum CurlCode : int {
     kCurlOk = 0,
@@ -83,6 +94,7 @@ enum CurlCode : int {
     kCurlHttpReturnedError = 22,
     kCurlWriteError = 23,
     kCurlOutOfMemory = 27,
+    kCurlBadFunctionArgument = 43,
     kCurlTooManyRedirects = 47,
     kCurlBadContentEncoding = 61,
     kCurlFileSizeExceeded = 63,
@@ -111,11 +123,18 @@ class CurlLibrary {
     CurlHandle* (*easyInit)() = nullptr;
     void (*easyCleanup)(CurlHandle* handle) = nullptr;
     int (*easySetOption)(CurlHandle* handle, int option, ...) = nullptr;
-    int (*easyPerform)(CurlHandle* handle) = nullptr;
     int (*easyGetInfo)(CurlHandle* handle, int info, ...) = nullptr;
     const char* (*easyErrorText)(int code) = nullptr;
     CurlList* (*listAppend)(CurlList* list, const char* text) = nullptr;
     void (*listFree)(CurlList* list) = nullptr;
+    CurlMulti* (*multiInit)() = nullptr;
+    int (*multiCleanup)(CurlMulti* multi) = nullptr;
+    int (*multiAdd)(CurlMulti* multi, CurlHandle* handle) = nullptr;
+    int (*multiRemove)(CurlMulti* multi, CurlHandle* handle) = nullptr;
+    int (*multiPerform)(CurlMulti* multi, int* running) = nullptr;
+    int (*multiPoll)(CurlMulti* multi, void* extra, unsigned extraCount, int timeoutMs,
+                     int* ready) = nullptr;
+    CurlMessage* (*multiRead)(CurlMulti* multi, int* left) = nullptr;
 
   private:
     CurlLibrary();
@@ -131,6 +150,7 @@ class CurlEasy {
     CurlEasy();
     CurlEasy(const CurlEasy&) = delete;
     CurlEasy& operator=(const CurlEasy&) = delete;
+    ~CurlEasy();
 
     // Each throws ca::Exception 16302 when the library does not take the option.
     void Set(CurlOption option, long value) { Check(option, SetRaw(option, value)); }
@@ -155,7 +175,9 @@ class CurlEasy {
     /// own).
     void AddHeader(const char* line);
 
-    /// Runs the transfer; a CurlCode. A SIGPIPE that it causes does not reach the process.
+    /// Runs the transfer; a CurlCode. A SIGPIPE that it causes does not reach the process. A thread
+    /// that is cancelled meanwhile unwinds while it waits for the network, not inside of the
+    /// library.
     int Perform();
 
     /// Status of the last answer; 0 when there was none.

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <cxxabi.h>
 #include <initializer_list>
 #include <iterator>
 #include <new>
@@ -195,7 +196,7 @@ class Transfer {
     static std::size_t OnHeader(char* data, std::size_t size, std::size_t count,
                                 void* user) noexcept;
     static int OnProgress(void* user, CurlOffset downloadTotal, CurlOffset downloaded,
-                          CurlOffset uploadTotal, CurlOffset uploaded) noexcept;
+                          CurlOffset uploadTotal, CurlOffset uploaded);
     void LogProgress(CurlOffset downloaded, CurlOffset uploaded);
 
     const HttpUrl m_url;
@@ -305,7 +306,7 @@ std::size_t Transfer::OnHeader(char* data, std::size_t size, std::size_t count,
 }
 
 int Transfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, CurlOffset,
-                         CurlOffset uploaded) noexcept {
+                         CurlOffset uploaded) {
     Transfer& self = *static_cast<Transfer*>(user);
     const Clock::time_point now = Clock::now();
     if (now - self.m_lastProgress < self.m_progressInterval) {
@@ -315,6 +316,8 @@ int Transfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, CurlOffs
     try {
         self.LogProgress(downloaded, uploaded);
         return 0;
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the host's callback ended the thread
     } catch (...) {
         return 1;  // out of memory, or the host's callback threw: ends the transfer
     }

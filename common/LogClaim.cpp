@@ -90,6 +90,7 @@ void WaitForCalls() noexcept {
 namespace ca {
 
 void CLogClaim::Hold(LogCallback callback) noexcept {
+    Release();
     const std::lock_guard lock(claimsMutex);
     m_callback = callback;
     m_older = newestClaim;

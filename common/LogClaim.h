@@ -17,7 +17,7 @@ class CLogClaim {
     CLogClaim& operator=(const CLogClaim&) = delete;
     ~CLogClaim() { Release(); }
 
-    /// Makes `callback` the process's; null keeps the log silent. Once for each claim.
+    /// Makes `callback` the process's, in place of what this claim held; null keeps the log silent.
     void Hold(LogCallback callback) noexcept;
 
     /// Ends the claim. Afterwards no thread is inside of the callback and none enters it, unless

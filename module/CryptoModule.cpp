@@ -15,8 +15,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <cxxabi.h>
 #include <iterator>
 #include <limits>
+#include <new>
 #include <span>
 #include <stdexcept>
 #include <vector>
@@ -127,18 +129,25 @@ void CryptoModule::ProcessJson(CMPacket& packet) {
     SetAnswer(packet, call.response);
 }
 
-void CryptoModule::AnswerFailure(CMPacket& packet) noexcept {
+void CryptoModule::AnswerFailure(CMPacket& packet) {
     packet.response = nullptr;
     packet.responseSize = 0;
+    // The report first: a thread that is cancelled while it logs leaves no answer behind.
+    try {
+        CryptResponse unused;
+        ReportFailure(kErrExecution, unused);
+    } catch (const abi::__forced_unwind&) {
+        throw;
+    } catch (...) {
+        // Deliberate: no memory for a line, or the host's callback threw. The answer goes on.
+    }
     try {
         CryptResponse response;
         response.errorCode = kErrExecution;
         response.errorMessage = ::GetErrorMessage(kErrExecution, true);
         SetAnswer(packet, response);
-        CryptResponse unused;
-        ReportFailure(kErrExecution, unused);
-    } catch (...) {
-        // Deliberate: no memory for text or log line. What was set of the answer stands.
+    } catch (const std::bad_alloc&) {
+        // Deliberate: no memory for the text; null says so.
     }
 }
 

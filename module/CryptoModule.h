@@ -29,8 +29,9 @@ class CryptoModule {
     void ProcessJson(CMPacket& packet);
 
     /// Answers 16197 to a request that ended in an exception outside of these layers; without
-    /// memory even for that, null and size 0.
-    static void AnswerFailure(CMPacket& packet) noexcept;
+    /// memory even for that, null and size 0. Throws nothing but the unwinding of a cancelled
+    /// thread. Not to be called inside of a handler.
+    static void AnswerFailure(CMPacket& packet);
 
     /// Reads the service configuration. What is wrong with it is shown to the user, or kept for
     /// TakeWarnings() where nothing can be shown. Always true: defaults stand in.

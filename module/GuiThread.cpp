@@ -1,5 +1,6 @@
 #include "module/GuiThread.h"
 
+#include "common/CancelShield.h"
 #include "common/ErrorCodes.h"
 
 #include <QApplication>
@@ -8,6 +9,7 @@
 #include <QWidget>
 
 #include <condition_variable>
+#include <cxxabi.h>
 #include <dlfcn.h>
 #include <memory>
 #include <mutex>
@@ -36,32 +38,51 @@ class CGuiCall {
   public:
     explicit CGuiCall(ca::GuiTask task) : m_state(State()), m_task(std::move(task)) {}
 
-    // In the GUI thread, from the event loop: nothing may leave.
-    void Run() noexcept {
+    // In the GUI thread, from the event loop: nothing may leave but the end of that thread.
+    void Run() {
         if (!Advance(Stage::kQueued, Stage::kRunning)) {
             return;
         }
+        const ca::CCancelShield shield;  // Qt does not clean up behind half a window
+        std::uint32_t code = ca::kErrExecution;
         try {
-            m_code = m_task();
+            code = m_task();
+        } catch (const abi::__forced_unwind&) {
+            Finish(code);
+            throw;
         } catch (...) {
-            m_code = ca::kErrExecution;
         }
-        Advance(Stage::kRunning, Stage::kDone);
+        Finish(code);
     }
 
     std::uint32_t Wait(milliseconds wait) {
         std::unique_lock lock(m_state->mutex);
         const auto isTaken = [this] { return m_stage != Stage::kQueued || m_state->isEnding; };
-        m_state->changed.wait_for(lock, wait, isTaken);
-        if (m_stage == Stage::kQueued) {
-            m_stage = Stage::kAbandoned;
+        try {
+            m_state->changed.wait_for(lock, wait, isTaken);
+        } catch (...) {  // this thread is cancelled
+            GiveUp();
+            throw;
         }
+        GiveUp();
         m_state->changed.wait_for(lock, wait, [this] { return m_stage != Stage::kRunning; });
         return m_stage == Stage::kDone ? m_code : ca::kErrServiceMode;
     }
 
   private:
     enum class Stage : std::uint8_t { kQueued, kRunning, kDone, kAbandoned };
+
+    // Nobody wants a task any more that has not begun. The mutex is held.
+    void GiveUp() {
+        if (m_stage == Stage::kQueued) {
+            m_stage = Stage::kAbandoned;
+        }
+    }
+
+    void Finish(std::uint32_t code) {
+        m_code = code;
+        Advance(Stage::kRunning, Stage::kDone);
+    }
 
     bool Advance(Stage from, Stage to) {
         {
@@ -120,6 +141,7 @@ QApplication* WidgetApplication(const GuiState& state) {
 
 // Whether the call is in the event queue now.
 bool Post(const std::shared_ptr<CGuiCall>& call) {
+    const ca::CCancelShield shield;  // waking the event loop holds its locks
     const std::shared_ptr<GuiState> state = State();
     const std::lock_guard lock(state->mutex);
     QApplication* const application = WidgetApplication(*state);

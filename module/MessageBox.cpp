@@ -1,5 +1,6 @@
 #include "module/MessageBox.h"
 
+#include "common/CancelShield.h"
 #include "common/ErrorCodes.h"
 
 #include <QMessageBox>
@@ -23,6 +24,7 @@ namespace ca {
 bool MessageBoxWarning(const std::wstring& text, const std::wstring& caption,
                        std::chrono::milliseconds wait) {
     if (CanShowWidgets()) {
+        const CCancelShield shield;  // the event loop below is the application's, too
         const std::unique_ptr<QMessageBox> box = MakeBox(text, caption);
         box->setAttribute(Qt::WA_QuitOnClose, false);  // it may be the only visible window
         box->exec();

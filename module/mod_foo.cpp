@@ -1,11 +1,14 @@
-// The entry points only: null checks, one call, nothing thrown past them.
+// The entry points only: null checks, one call, nothing thrown past them but the unwinding of a
+// thread that is cancelled or ends inside of the host's callback: who stops that stops the process.
 
 #include "module/mod_foo.h"
 
-#include "module/viewer/CertInfoDlg.h"
+#include "common/CancelShield.h"
 #include "module/CryptoModule.h"
 #include "module/GuiThread.h"
+#include "module/viewer/CertInfoDlg.h"
 
+#include <cxxabi.h>
 #include <memory>
 
 void* CM_Init(int silent, CMLogCallback callback) {
@@ -17,6 +20,8 @@ void* CM_Init(int silent, CMLogCallback callback) {
             return nullptr;
         }
         return module.release();  // the host gives it back to CM_Free()
+    } catch (const abi::__forced_unwind&) {
+        throw;
     } catch (...) {
         return nullptr;
     }
@@ -28,22 +33,30 @@ void CM_ProcessClientRequest(void* module, CMPacket* packet) {
     }
     try {
         static_cast<CCryptoModule*>(module)->ProcessJson(*packet);
+        return;
+    } catch (const abi::__forced_unwind&) {
+        throw;
     } catch (...) {
-        ca::CryptoModule::AnswerFailure(*packet);
+        // Answered below: inside of this handler a thread that is cancelled could not be let pass.
     }
+    ca::CryptoModule::AnswerFailure(*packet);
 }
 
 void CM_Free(void* module) {
+    const ca::CCancelShield shield;  // it is freed as a whole
     delete static_cast<CCryptoModule*>(module);
 }
 
 CCertInfoDlg* createCertInfoDlg() {
+    const ca::CCancelShield shield;
     try {
         CCertInfoDlg* const dialog = CCertInfoDlg::Create();
         if (dialog != nullptr) {
             ca::KeepLibraryLoaded();  // the window calls back into it
         }
         return dialog;
+    } catch (const abi::__forced_unwind&) {
+        throw;
     } catch (...) {
         return nullptr;
     }
