@@ -1,5 +1,7 @@
 #include "asn1/Asn1BlockPool.h"
 
+#include "common/ForkMutex.h"
+
 #include <algorithm>
 #include <limits>
 #include <mutex>
@@ -34,7 +36,7 @@ static_assert(sizeof(CAsn1Block) == 56);  // millions of them make a tree
 
 class CAsn1BlockPool::Store {
   public:
-    constexpr Store() = default;
+    Store() = default;
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
     // Slabs of trees that end later are freed at once.
@@ -66,19 +68,16 @@ class CAsn1BlockPool::Store {
         return true;
     }
 
-    static Store& Get() {
-        static constinit Store store;
-        return store;
-    }
-
   private:
     struct Kept {
         Kept* next;
     };
-    std::mutex m_mutex;
+    ca::CForkMutex m_mutex;
     Kept* m_first = nullptr;
     std::size_t m_room = kKeptSlabs;
 };
+
+CAsn1BlockPool::Store CAsn1BlockPool::s_store;
 
 class CAsn1BlockPool::Returner {
   public:
@@ -119,7 +118,7 @@ class CAsn1BlockPool::Returner {
 
     static void Drop(Slab* slab, std::uint32_t count) noexcept {
         if (slab->pieces.fetch_sub(count, std::memory_order_acq_rel) == count) {
-            const bool kept = slab->units == kMaxSlab / kUnit && Store::Get().Keep(slab);
+            const bool kept = slab->units == kMaxSlab / kUnit && s_store.Keep(slab);
             if (!kept) {
                 ::operator delete(slab);
             }
@@ -189,7 +188,7 @@ void CAsn1BlockPool::FreeChildren(CAsn1Block& block) noexcept {
 
 void CAsn1BlockPool::OpenSlab(std::size_t atLeast) {
     const std::size_t size = std::max(m_slabSize, kSlabHead + atLeast);
-    void* memory = size == kMaxSlab ? Store::Get().Take() : nullptr;
+    void* memory = size == kMaxSlab ? s_store.Take() : nullptr;
     if (memory == nullptr) {
         memory = ::operator new(size);
     }

@@ -47,6 +47,7 @@ class CAsn1BlockPool {
     };
     // The slabs that wait for the next tree.
     class Store;
+    static Store s_store;
     // Returns pieces to their slabs, those in a row with one atomic step.
     class Returner;
 

@@ -6,6 +6,7 @@
 #include "asn1/CryptAsn1Parser.h"
 #include "asn1/OidTable.h"
 #include "common/Encode.h"
+#include "common/Lazy.h"
 #include "common/Lng.h"
 
 #include <algorithm>
@@ -118,17 +119,14 @@ std::string TagText(unsigned char tag) {
 }
 
 // How the objects of the blocks of each tag begin.
-const std::array<std::string, 256>& Openings() {
-    static const auto openings = [] {
-        std::array<std::string, 256> all;
-        for (std::size_t tag = 0; tag < all.size(); ++tag) {
-            all[tag] = R"("structure":{"tag":)" + std::to_string(tag) + R"(,"tagString":")" +
-                       TagText(static_cast<unsigned char>(tag)) + '"';
-        }
-        return all;
-    }();
-    return openings;
-}
+ca::CLazy<std::array<std::string, 256>> openings([] {
+    std::array<std::string, 256> all;
+    for (std::size_t tag = 0; tag < all.size(); ++tag) {
+        all[tag] = R"("structure":{"tag":)" + std::to_string(tag) + R"(,"tagString":")" +
+                   TagText(static_cast<unsigned char>(tag)) + '"';
+    }
+    return all;
+});
 
 // Reads the same under every text type. A NUL would end the text.
 bool IsPlainAscii(unsigned char octet) {
@@ -139,7 +137,7 @@ bool IsPlainAscii(unsigned char octet) {
 class TreeDump {
   public:
     TreeDump(CAsn1Block& root, DumpWriter& writer)
-        : m_root(root), m_writer(writer), m_openings(Openings()) {
+        : m_root(root), m_writer(writer), m_openings(openings.Get()) {
         // Octets of a tree that is well formed are shown once. Overrunning children can bring the
         // same octets up again and again; past a second time over, nodes stay without text.
         m_octetsLeft = root.start != nullptr ? std::uint64_t{root.GetAvailable()} * 2 : UINT64_MAX;

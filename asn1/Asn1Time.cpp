@@ -1,5 +1,7 @@
 #include "asn1/Asn1Time.h"
 
+#include "common/TimeUtil.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cwchar>
@@ -70,6 +72,7 @@ void CAsn1Time::_DecodeTime(CAsn1Block* block, int& zoneMinutes, std::tm& time) 
     read.tm_sec = Field(text, month + 8, 2);
     zoneMinutes = ReadZone(text, month + 10);
     read.tm_min -= zoneMinutes;
+    const ca::CTimeZoneLock lock;
     if (generalized) {
         std::mktime(&read);
     } else {

@@ -199,8 +199,14 @@ unsigned base64_decode(const char* in, unsigned length, unsigned char* out, unsi
     return outLength;
 }
 
+namespace {
+
+// Found as the library is loaded. The plain way is as good before that.
+const bool hasAvx2 = ca::base64::HasAvx2();
+
+}  // namespace
+
 Base64Run base64_decode_run(const char* in, std::size_t length, unsigned char* out) {
-    static const bool hasAvx2 = ca::base64::HasAvx2();
     return hasAvx2 ? ca::base64::DecodeAvx2(in, length, out)
                    : ca::base64::DecodePlain(in, length, out);
 }

@@ -140,10 +140,10 @@ std::filesystem::path CurlLibraryPath() {
 }
 
 const CurlLibrary& CurlLibrary::Get() {
-    // A constructor that throws leaves the static unmade, and the next call tries again.
-    static const CurlLibrary library;
-    return library;
+    return s_loaded.Get();
 }
+
+CLazy<CurlLibrary> CurlLibrary::s_loaded([] { return CurlLibrary(); });
 
 CurlLibrary::CurlLibrary() {
     LibraryHandle library(dlopen(CurlLibraryPath().c_str(), RTLD_NOW | RTLD_LOCAL));

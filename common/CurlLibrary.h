@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Lazy.h"
+
 #include <array>
 #include <cstdint>
 #include <filesystem>
@@ -138,6 +140,8 @@ class CurlLibrary {
 
   private:
     CurlLibrary();
+
+    static CLazy<CurlLibrary> s_loaded;
 };
 
 /// Where the library is looked for.

@@ -81,6 +81,8 @@ std::wstring FixedText(const FixedRow& row, bool prefix) {
                     textWanted ? SetZORNAMessage(static_cast<ZornaMessage>(row.message)) : L"");
 }
 
+ca::ErrorMessageHelper globalHelper;
+
 }  // namespace
 
 namespace ca {
@@ -110,8 +112,7 @@ std::wstring ErrorMessageHelper::GetErrorMessageCustom(
 }
 
 ErrorMessageHelper& GlobalErrorMessageHelper() {
-    static ErrorMessageHelper helper;
-    return helper;
+    return globalHelper;
 }
 
 }  // namespace ca

@@ -1,12 +1,14 @@
 #include "common/LogClaim.h"
 
 #include "common/CancelShield.h"
+#include "common/ForkMutex.h"
 
 #include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <new>
 #include <thread>
 
 namespace {
@@ -28,9 +30,7 @@ constinit std::atomic<std::uint32_t> threadCount{0};
 
 constinit std::atomic<LogCallback> currentCallback{nullptr};
 
-constinit std::mutex claimsMutex;
-constinit ca::CLogClaim* newestClaim = nullptr;  // guarded by it
-constinit std::mutex waitMutex;                  // one wait at a time: it moves the phase
+constinit std::mutex waitMutex;  // one wait at a time: it moves the phase
 
 // This thread's part of the counts; without a destructor, which would keep the library loaded.
 struct OwnCalls {
@@ -38,6 +38,19 @@ struct OwnCalls {
     std::array<std::uint32_t, 2> calls;
 };
 constinit thread_local OwnCalls ownCalls{nullptr, {}};
+
+// The other threads are not there any more, whatever they were inside of.
+void ForgetOtherThreads() noexcept {
+    for (Counter& counter : counters) {
+        for (std::size_t i = 0; i < counter.calls.size(); ++i) {
+            counter.calls[i] = &counter == ownCalls.counter ? ownCalls.calls[i] : 0;
+        }
+    }
+    ::new (static_cast<void*>(&waitMutex)) std::mutex;
+}
+
+ca::CForkMutex claimsMutex(&ForgetOtherThreads);
+constinit ca::CLogClaim* newestClaim = nullptr;  // guarded by it
 
 class CRunningCall {
   public:

@@ -3,7 +3,16 @@
 #include <cerrno>
 #include <cwchar>
 
+namespace {
+
+ca::CForkMutex timeZoneMutex;
+
+}  // namespace
+
+ca::CTimeZoneLock::CTimeZoneLock() : m_lock(timeZoneMutex) {}
+
 std::wstring GetDateTimeString(std::tm& record, bool outputUtc, bool inputIsUtc) {
+    const ca::CTimeZoneLock lock;
     errno = 0;
     const std::time_t time = inputIsUtc ? timegm(&record) : std::mktime(&record);
     if (time == -1 && errno != 0) {  // -1 alone is the second before 1970

@@ -129,10 +129,7 @@ char* EncodeOne(std::uint32_t code, char* out) {
     return out;
 }
 
-ca::utf::Path ChosenPath() {
-    static const ca::utf::Path path = ca::utf::BestPath();
-    return path;
-}
+const ca::utf::Path chosenPath = ca::utf::BestPath();
 
 const wchar_t* BehindMark(const wchar_t* in, const wchar_t* end) {
     return in != end && static_cast<std::uint32_t>(*in) == kByteOrderMark ? in + 1 : in;
@@ -200,7 +197,7 @@ void Narrow(const wchar_t* text, std::size_t length, std::string& out, Path path
 char* NarrowShort(const wchar_t* text, std::size_t length, char* out) {
     const wchar_t* const end = text + length;
     const wchar_t* in = BehindMark(text, end);
-    return NarrowUpTo(in, end, out, out + kShortText * kMaxSequence, ChosenPath());
+    return NarrowUpTo(in, end, out, out + kShortText * kMaxSequence, chosenPath);
 }
 
 }  // namespace ca::utf
@@ -209,23 +206,23 @@ namespace ca {
 
 void u8u16(const char* text, std::wstring& out) {
     out.clear();
-    utf::Widen(text, LengthOf(text), out, ChosenPath());
+    utf::Widen(text, LengthOf(text), out, chosenPath);
 }
 
 std::wstring u8u16(const std::string& text) {
     std::wstring out;
-    utf::Widen(text.data(), text.size(), out, ChosenPath());
+    utf::Widen(text.data(), text.size(), out, chosenPath);
     return out;
 }
 
 void u16u8(const wchar_t* text, std::string& out) {
     out.clear();
-    utf::Narrow(text, LengthOf(text), out, ChosenPath());
+    utf::Narrow(text, LengthOf(text), out, chosenPath);
 }
 
 std::string u16u8(const std::wstring& text) {
     std::string out;
-    utf::Narrow(text.data(), LengthOf(text.c_str()), out, ChosenPath());
+    utf::Narrow(text.data(), LengthOf(text.c_str()), out, chosenPath);
     return out;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/ForkMutex.h"
 #include "common/StdStr.h"
 #include "records/StoreAddress.h"
 
@@ -84,7 +85,7 @@ class CClientContextArray {
     // Compact() closes the places once they are the greater part.
     std::vector<std::unique_ptr<CClientContext>> m_contexts;
     std::atomic<std::uint32_t> m_lastSweep;
-    mutable std::mutex m_mutex;
+    mutable ca::CForkMutex m_mutex;
     // Place of every context in m_contexts; the keys are views of the contexts' own ids.
     std::unordered_map<std::wstring_view, std::size_t> m_places;
     Clock m_clock;

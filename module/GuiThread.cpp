@@ -2,6 +2,7 @@
 
 #include "common/CancelShield.h"
 #include "common/ErrorCodes.h"
+#include "common/ForkMutex.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -13,6 +14,7 @@
 #include <dlfcn.h>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -20,17 +22,34 @@ namespace {
 
 using std::chrono::milliseconds;
 
+void LeaveApplicationToParent() noexcept;
+
 // What every call and the application's end agree on.
 struct GuiState {
-    std::mutex mutex;  // guards what follows, and the application's life while it is held
+    // Guards what follows, and the application's life while it is held.
+    ca::CForkMutex mutex{&LeaveApplicationToParent};
     std::condition_variable changed;
     bool isEnding = false;  // of the application: from the start of its destruction to the next one
 };
 
 // Each caller holds the state, so that it outlives whoever still waits when the process ends.
+const std::shared_ptr<GuiState> guiState = std::make_shared<GuiState>();
+
 std::shared_ptr<GuiState> State() {
-    static const auto state = std::make_shared<GuiState>();
-    return state;
+    return guiState;
+}
+
+// In a child that another thread than the application's has forked, nobody runs the event loop: a
+// window would be waited for in vain. Who waited for the parent's is not there either.
+void LeaveApplicationToParent() noexcept {
+    if (guiState == nullptr) {  // the library is being loaded
+        return;
+    }
+    const QCoreApplication* const application = QCoreApplication::instance();
+    if (application != nullptr && QThread::currentThread() != application->thread()) {
+        guiState->isEnding = true;
+    }
+    ::new (static_cast<void*>(&guiState->changed)) std::condition_variable;
 }
 
 // One task on its way. It is claimed once, by the GUI thread or by the caller who gives up.
@@ -56,7 +75,7 @@ class CGuiCall {
     }
 
     std::uint32_t Wait(milliseconds wait) {
-        std::unique_lock lock(m_state->mutex);
+        std::unique_lock lock(m_state->mutex.Native());
         const auto isTaken = [this] { return m_stage != Stage::kQueued || m_state->isEnding; };
         try {
             m_state->changed.wait_for(lock, wait, isTaken);
@@ -103,10 +122,7 @@ class CGuiCall {
 };
 
 // What ShowOwnWindow() has shown; the GUI thread's alone.
-std::vector<QPointer<QWidget>>& OwnWindows() {
-    static std::vector<QPointer<QWidget>> windows;
-    return windows;
-}
+std::vector<QPointer<QWidget>> ownWindows;
 
 // Runs at the start of the application's destruction, which waits here for a call being posted.
 void OnApplicationEnd() {
@@ -116,7 +132,7 @@ void OnApplicationEnd() {
         state->isEnding = true;
     }
     state->changed.notify_all();
-    for (const QPointer<QWidget>& window : std::exchange(OwnWindows(), {})) {
+    for (const QPointer<QWidget>& window : std::exchange(ownWindows, {})) {
         delete window.data();  // null when it was closed
     }
 }
@@ -179,16 +195,15 @@ std::uint32_t RunInGuiThread(GuiTask task, milliseconds wait) {
 }
 
 bool HasRoomForOwnWindow() {
-    std::vector<QPointer<QWidget>>& windows = OwnWindows();
-    std::erase_if(windows, [](const QPointer<QWidget>& each) { return each.isNull(); });
-    return windows.size() < kMaxOwnWindows;
+    std::erase_if(ownWindows, [](const QPointer<QWidget>& each) { return each.isNull(); });
+    return ownWindows.size() < kMaxOwnWindows;
 }
 
 bool ShowOwnWindow(std::unique_ptr<QWidget> window) {
     if (!HasRoomForOwnWindow()) {
         return false;
     }
-    OwnWindows().emplace_back(window.get());
+    ownWindows.emplace_back(window.get());
     window->setAttribute(Qt::WA_QuitOnClose, false);
     window->setAttribute(Qt::WA_DeleteOnClose);
     QWidget* const shown = window.release();

@@ -7,6 +7,13 @@
  * A host loads libmod_foo.so.1, resolves the three CM_ functions by name, creates one module with
  * CM_Init(), hands it requests with CM_ProcessClientRequest() from any number of threads, and frees
  * it with CM_Free(). Nothing is ever thrown through these functions.
+ *
+ * A thread may be cancelled (pthread_cancel), or end inside of the log callback, while it creates a
+ * module or runs a request: it unwinds, what the call holds is released, and no answer is made. In
+ * CM_Free(), in the GUI thread's work and inside of network transfers' steps a cancellation waits.
+ *
+ * A child of fork() goes on with the modules of its parent, wherever the parent's other threads were.
+ * Requests that show a window are refused there (16131), unless the thread of the application forked.
  */
 
 #include <stdbool.h>

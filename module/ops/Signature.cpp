@@ -1,6 +1,7 @@
 // Signing, hashing and encrypting: placeholder results.
 
 #include "common/Encode.h"
+#include "common/Lazy.h"
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
@@ -16,13 +17,12 @@ namespace {
 constexpr std::uint32_t kSignatureSize = 64;  // octets of the placeholder
 
 // RFC 7468 8, 9: the armour in which a message that is signed again may come.
-const std::vector<ca::Base64Wrapper>& MessageWrappers() {
-    static const std::vector<ca::Base64Wrapper> wrappers = {
+ca::CLazy<std::vector<ca::Base64Wrapper>> messageWrappers([] {
+    return std::vector<ca::Base64Wrapper>{
         {"-----BEGIN CMS-----", "-----END CMS-----"},
         {"-----BEGIN PKCS7-----", "-----END PKCS7-----"},
     };
-    return wrappers;
-}
+});
 
 // The octets that are to be signed: the file data, decoded where it is Base64.
 ca::Blob DecodedInput(ca::CryptPacket& packet) {
@@ -30,7 +30,7 @@ ca::Blob DecodedInput(ca::CryptPacket& packet) {
     if (const ca::FileData* payload = ca::FindFileData(packet.Request())) {
         unsigned char* octets = nullptr;
         unsigned length = 0;
-        ca::DecodeBase64IfNeeded(payload->data(), payload->size(), MessageWrappers(), &octets,
+        ca::DecodeBase64IfNeeded(payload->data(), payload->size(), messageWrappers.Get(), &octets,
                                  length);
         input.Adopt(ca::BytePtr(octets), length);
     }

@@ -1,6 +1,7 @@
 #include "records/text/AlgorithmText.h"
 
 #include "asn1/OidTable.h"
+#include "common/Lazy.h"
 #include "records/text/ParametersText.h"
 
 #include <string_view>
@@ -111,13 +112,14 @@ std::vector<const ca::OidInfo*> ReadDigests() {
     return digests;
 }
 
+ca::CLazy<std::vector<const ca::OidInfo*>> digestsByAlgorithm(&ReadDigests);
+
 }  // namespace
 
 namespace ca {
 
 const OidInfo* DigestOf(const OidInfo& algorithm) {
-    static const std::vector<const OidInfo*> kByAlgorithm = ReadDigests();
-    return kByAlgorithm[RowOf(algorithm)];
+    return digestsByAlgorithm.Get()[RowOf(algorithm)];
 }
 
 SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm) {

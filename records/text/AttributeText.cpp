@@ -5,6 +5,7 @@
 #include "asn1/attributes/AttributeValues.h"
 #include "asn1/attributes/Holder.h"
 #include "asn1/attributes/PlatformAttributes.h"
+#include "common/Lazy.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
@@ -183,21 +184,24 @@ void SayDirectoryValue(Value value, CTextLines& lines) {
     }
 }
 
+ca::CLazy<ca::CFormatterTable> valueFormatters([] {
+    return ca::CFormatterTable{kRows, ca::EssAttributeRows(), ca::CadesAttributeRows(),
+                               ca::CodeAttributeRows()};
+});
+ca::CLazy<ca::CFormatterTable> claimedFormatters([] { return ca::CFormatterTable{kRows}; });
+
 }  // namespace
 
 namespace ca {
 
 void SayAttributeValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
                         std::wstring& error) {
-    static const CFormatterTable kTable{kRows, EssAttributeRows(), CadesAttributeRows(),
-                                        CodeAttributeRows()};
-    SayValues(kTable.Find(type), type, values, lines, error);
+    SayValues(valueFormatters.Get().Find(type), type, values, lines, error);
 }
 
 void SayClaimedAttribute(const CAsn1Attribute& attribute, CTextLines& lines) {
-    static const CFormatterTable kTable{kRows};
     const Octets type = OctetsOf(attribute.Type());
-    const ExtensionFormatter say = kTable.Find(type);
+    const ExtensionFormatter say = claimedFormatters.Get().Find(type);
     lines.Line(OidWithName(type), L"");
     const CTextLines::Level level(lines);
     std::wstring error;

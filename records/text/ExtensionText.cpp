@@ -2,6 +2,7 @@
 
 #include "asn1/OidTable.h"
 #include "common/Exception.h"
+#include "common/Lazy.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OcspText.h"
@@ -11,13 +12,12 @@ namespace {
 
 using ca::Octets;
 
-ca::ExtensionFormatter FindFormatter(Octets oid) {
-    static const ca::CFormatterTable kTable{
-        ca::StandardExtensionRows(),   ca::AttributeExtensionRows(), ca::QualifiedExtensionRows(),
-        ca::ProfessionExtensionRows(), ca::NetworkExtensionRows(),   ca::MediaExtensionRows(),
-        ca::OcspExtensionRows(),       ca::VendorExtensionRows()};
-    return kTable.Find(oid);
-}
+ca::CLazy<ca::CFormatterTable> extensionFormatters([] {
+    return ca::CFormatterTable{ca::StandardExtensionRows(),  ca::AttributeExtensionRows(),
+                               ca::QualifiedExtensionRows(), ca::ProfessionExtensionRows(),
+                               ca::NetworkExtensionRows(),   ca::MediaExtensionRows(),
+                               ca::OcspExtensionRows(),      ca::VendorExtensionRows()};
+});
 
 }  // namespace
 
@@ -40,7 +40,7 @@ ExtensionFormatter CFormatterTable::Find(Octets oid) const {
 }
 
 ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
-    const ExtensionFormatter say = FindFormatter(oid);
+    const ExtensionFormatter say = extensionFormatters.Get().Find(oid);
     if (say == nullptr) {
         return {UnknownValueText(value), {}};
     }

@@ -5,6 +5,7 @@
 #include "asn1/algorithms/GostParameters.h"
 #include "asn1/algorithms/PasswordParameters.h"
 #include "asn1/algorithms/RsaParameters.h"
+#include "common/Lazy.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 #include "records/text/OutlineText.h"
@@ -232,18 +233,19 @@ constexpr std::pair<std::string_view, ParametersFormatter> kRows[] = {
     {"id-Gost28147-89-CryptoPro-KeyWrap", SayGostWrap},
 };
 
-// Formatters by the row of their algorithm, so that a look-up compares no texts.
-ParametersFormatter FindFormatter(const ca::OidInfo& type) {
-    static const std::vector<ParametersFormatter> kFormatters = [] {
-        std::vector<ParametersFormatter> formatters(ca::AllOids().size());
-        for (const auto& [shortName, say] : kRows) {
-            if (const ca::OidInfo* info = ca::FindOidByShortName(shortName)) {
-                formatters[ca::RowOf(*info)] = say;
-            }
+// By the row of their algorithm, so that a look-up compares no texts.
+ca::CLazy<std::vector<ParametersFormatter>> formattersByRow([] {
+    std::vector<ParametersFormatter> formatters(ca::AllOids().size());
+    for (const auto& [shortName, say] : kRows) {
+        if (const ca::OidInfo* info = ca::FindOidByShortName(shortName)) {
+            formatters[ca::RowOf(*info)] = say;
         }
-        return formatters;
-    }();
-    return kFormatters[ca::RowOf(type)];
+    }
+    return formatters;
+});
+
+ParametersFormatter FindFormatter(const ca::OidInfo& type) {
+    return formattersByRow.Get()[ca::RowOf(type)];
 }
 
 Saying Describe(const CAsn1Element& algorithm, unsigned depth) {

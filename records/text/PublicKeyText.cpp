@@ -45,13 +45,11 @@ std::wstring UnreadableKey(std::wstring_view fault) {
 // The SHA-2 digests from one on, best first.
 enum class Sha2 { k256, k384, k512 };
 std::wstring DigestsFrom(Sha2 first) {
-    static const std::array<const ca::OidInfo*, 3> kDigests = {ca::FindOidByShortName("id-sha256"),
-                                                               ca::FindOidByShortName("id-sha384"),
-                                                               ca::FindOidByShortName("id-sha512")};
+    constexpr std::array<std::string_view, 3> kDigests = {"id-sha256", "id-sha384", "id-sha512"};
     std::wstring text;
     for (auto i = static_cast<std::size_t>(first); i < kDigests.size(); ++i) {
         text += text.empty() ? L"" : L", ";
-        text += kDigests[i]->Name();
+        text += ca::FindOidByShortName(kDigests[i])->Name();
     }
     return text;
 }

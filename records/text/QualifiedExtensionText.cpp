@@ -3,6 +3,7 @@
 #include "asn1/x509/CabfExtensions.h"
 #include "asn1/x509/IssuerSignTool.h"
 #include "asn1/x509/QcStatement.h"
+#include "common/Lazy.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
@@ -78,10 +79,11 @@ constexpr ca::ExtensionRow kStatements[] = {
     {"pkixQCSyntax-v1", SaySemantics}, {"pkixQCSyntax-v2", SaySemantics},
 };
 
+ca::CLazy<ca::CFormatterTable> statementFormatters([] { return ca::CFormatterTable{kStatements}; });
+
 // What a statement states. What cannot be read does not hide the others.
 std::wstring StatementText(Octets type, Value info, CTextLines& lines) {
-    static const ca::CFormatterTable kTable{kStatements};
-    const ca::ExtensionFormatter say = kTable.Find(type);
+    const ca::ExtensionFormatter say = statementFormatters.Get().Find(type);
     if (say == nullptr) {
         return ca::UnknownValueText(info);
     }

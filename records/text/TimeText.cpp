@@ -1,5 +1,6 @@
 #include "records/text/TimeText.h"
 
+#include "common/TimeUtil.h"
 #include "records/text/Elements.h"
 #include "records/text/OutlineText.h"
 
@@ -194,6 +195,7 @@ std::wstring Format(std::int64_t seconds) {
 std::int64_t LocalOffset(std::int64_t seconds) {
     const std::time_t time = seconds;
     std::tm date{};
+    const ca::CTimeZoneLock lock;
     return localtime_r(&time, &date) != nullptr ? date.tm_gmtoff : 0;
 }
 
