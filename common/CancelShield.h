@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cxxabi.h>
 #include <pthread.h>
 
 namespace ca {
@@ -21,5 +22,15 @@ class CCancelShield {
   private:
     int m_before = PTHREAD_CANCEL_ENABLE;
 };
+
+/// For every `catch (...)` that does not throw on: returns when what was caught is a C++ exception,
+/// and throws on what is none. A thread that is cancelled or calls pthread_exit() unwinds that way,
+/// and the process is aborted when that stops. No such handler may run inside of another one: the
+/// run-time library cannot stack what is no C++ exception.
+inline void LetThreadEnd() {
+    if (abi::__cxa_current_exception_type() == nullptr) {
+        throw;
+    }
+}
 
 }  // namespace ca

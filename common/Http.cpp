@@ -1,5 +1,6 @@
 #include "common/Http.h"
 
+#include "common/CancelShield.h"
 #include "common/ConfigFileParser.h"
 #include "common/CurlLibrary.h"
 #include "common/Encode.h"
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
-#include <cxxabi.h>
 #include <initializer_list>
 #include <iterator>
 #include <new>
@@ -316,9 +316,8 @@ int Transfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, CurlOffs
     try {
         self.LogProgress(downloaded, uploaded);
         return 0;
-    } catch (const abi::__forced_unwind&) {
-        throw;  // the host's callback ended the thread
     } catch (...) {
+        LetThreadEnd();
         return 1;  // out of memory, or the host's callback threw: ends the transfer
     }
 }

@@ -1,5 +1,6 @@
 #include "module/CryptoModule.h"
 
+#include "common/CancelShield.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
@@ -15,7 +16,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <cxxabi.h>
 #include <iterator>
 #include <limits>
 #include <new>
@@ -136,9 +136,8 @@ void CryptoModule::AnswerFailure(CMPacket& packet) {
     try {
         CryptResponse unused;
         ReportFailure(kErrExecution, unused);
-    } catch (const abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        LetThreadEnd();
         // Deliberate: no memory for a line, or the host's callback threw. The answer goes on.
     }
     try {

@@ -10,7 +10,6 @@
 #include <QWidget>
 
 #include <condition_variable>
-#include <cxxabi.h>
 #include <dlfcn.h>
 #include <memory>
 #include <mutex>
@@ -63,15 +62,12 @@ class CGuiCall {
             return;
         }
         const ca::CCancelShield shield;  // Qt does not clean up behind half a window
-        std::uint32_t code = ca::kErrExecution;
+        const CFinish finish(*this);
         try {
-            code = m_task();
-        } catch (const abi::__forced_unwind&) {
-            Finish(code);
-            throw;
+            m_code = m_task();
         } catch (...) {
+            ca::LetThreadEnd();
         }
-        Finish(code);
     }
 
     std::uint32_t Wait(milliseconds wait) {
@@ -91,16 +87,20 @@ class CGuiCall {
   private:
     enum class Stage : std::uint8_t { kQueued, kRunning, kDone, kAbandoned };
 
+    // Whoever waits goes on, however the task ended.
+    struct CFinish {
+        explicit CFinish(CGuiCall& finished) : call(finished) {}
+        CFinish(const CFinish&) = delete;
+        CFinish& operator=(const CFinish&) = delete;
+        ~CFinish() { call.Advance(Stage::kRunning, Stage::kDone); }
+        CGuiCall& call;
+    };
+
     // Nobody wants a task any more that has not begun. The mutex is held.
     void GiveUp() {
         if (m_stage == Stage::kQueued) {
             m_stage = Stage::kAbandoned;
         }
-    }
-
-    void Finish(std::uint32_t code) {
-        m_code = code;
-        Advance(Stage::kRunning, Stage::kDone);
     }
 
     bool Advance(Stage from, Stage to) {
@@ -117,8 +117,8 @@ class CGuiCall {
 
     const std::shared_ptr<GuiState> m_state;
     const ca::GuiTask m_task;
-    Stage m_stage = Stage::kQueued;  // guarded by the state's mutex
-    std::uint32_t m_code = 0;        // written before kDone, read after it
+    Stage m_stage = Stage::kQueued;            // guarded by the state's mutex
+    std::uint32_t m_code = ca::kErrExecution;  // written before kDone, read after it
 };
 
 // What ShowOwnWindow() has shown; the GUI thread's alone.

@@ -8,7 +8,6 @@
 #include "module/GuiThread.h"
 #include "module/viewer/CertInfoDlg.h"
 
-#include <cxxabi.h>
 #include <memory>
 
 void* CM_Init(int silent, CMLogCallback callback) {
@@ -20,9 +19,8 @@ void* CM_Init(int silent, CMLogCallback callback) {
             return nullptr;
         }
         return module.release();  // the host gives it back to CM_Free()
-    } catch (const abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        ca::LetThreadEnd();
         return nullptr;
     }
 }
@@ -34,10 +32,9 @@ void CM_ProcessClientRequest(void* module, CMPacket* packet) {
     try {
         static_cast<CCryptoModule*>(module)->ProcessJson(*packet);
         return;
-    } catch (const abi::__forced_unwind&) {
-        throw;
     } catch (...) {
-        // Answered below: inside of this handler a thread that is cancelled could not be let pass.
+        ca::LetThreadEnd();
+        // Answered below, outside of this handler: the report may end the thread, too.
     }
     ca::CryptoModule::AnswerFailure(*packet);
 }
@@ -55,9 +52,8 @@ CCertInfoDlg* createCertInfoDlg() {
             ca::KeepLibraryLoaded();  // the window calls back into it
         }
         return dialog;
-    } catch (const abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        ca::LetThreadEnd();
         return nullptr;
     }
 }

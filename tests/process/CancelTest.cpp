@@ -23,6 +23,13 @@ extern "C" const char* __lsan_default_suppressions() {
     return "leak:libqoffscreen.so\nleak:libQt5Gui.so\nleak:libQt5Core.so\n";
 }
 
+// The address sanitizer does not see that frames of the C library were unwound, and takes its own
+// look at the signal stack, where they were, for a fault.
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_suppressions();
+extern "C" const char* __asan_default_suppressions() {
+    return "interceptor_name:sigaltstack";
+}
+
 namespace {
 
 using std::chrono::milliseconds;
