@@ -13,7 +13,6 @@
 namespace {
 
 constexpr unsigned kLinesPerDamage = 16;
-constexpr std::uint32_t kStretch = 256;
 constexpr std::uint32_t kNoPair = 0xFFFFFFFF;
 constexpr std::uint32_t kEndOfContents = 2;
 constexpr std::uint32_t kShortHeader = 2;
@@ -34,6 +33,7 @@ CAsn1BlockReader::CAsn1BlockReader(unsigned char* data, std::uint32_t position, 
       m_position(std::min(position, size)),
       m_size(size),
       m_blocksLeft(std::max<std::uint32_t>(Remaining(), 1)),  // even an empty buffer has a root
+      m_contentLeft(Remaining() * kContentPerOctet + kContentAlways),
       m_noThrow(noThrow),
       m_continueOnLengthMismatch(continueOnLengthMismatch),
       m_pool(std::size_t{Remaining()} * kPoolPerOctet) {}
@@ -54,12 +54,21 @@ void CAsn1BlockReader::Read(CAsn1Block& root) {
 
 inline void CAsn1BlockReader::CountBlock() {
     if (m_blocksLeft == 0) {
-        ThrowTooManyBlocks();
+        ThrowTooMuch();
     }
     --m_blocksLeft;
 }
 
-void CAsn1BlockReader::ThrowTooManyBlocks() {
+// Of a block without children, once its content is known.
+inline void CAsn1BlockReader::CountContent(CAsn1Block& block) {
+    if (block.contentLength > m_contentLeft) {
+        block.contentLength = 0;
+        ThrowTooMuch();
+    }
+    m_contentLeft -= block.contentLength;
+}
+
+void CAsn1BlockReader::ThrowTooMuch() {
     ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/true);
 }
 
@@ -93,6 +102,7 @@ inline void CAsn1BlockReader::ReadPrimitive(CAsn1Block& block) {
         EndAtBuffer(block);
         return;
     }
+    CountContent(block);
     block.totalLength = header + block.contentLength;
     m_position += block.totalLength;
     m_offset += block.totalLength;
@@ -255,6 +265,7 @@ void CAsn1BlockReader::ReadIndefinitePrimitive(CAsn1Block& block) {
         return;
     }
     block.contentLength = pair - content;
+    CountContent(block);
     block.totalLength = kShortHeader + block.contentLength;
     m_position = pair + kEndOfContents;
     m_offset += block.totalLength + kEndOfContents;
@@ -269,6 +280,7 @@ void CAsn1BlockReader::EndAtBuffer(CAsn1Block& block) {
         block.content = block.start + rest;
     }
     block.contentLength = header == 0 ? 0 : rest - header;
+    CountContent(block);
     block.totalLength = rest;
     block.corrupted = false;
     m_position = m_size;
@@ -301,38 +313,15 @@ void CAsn1BlockReader::Unwind() noexcept {
     }
 }
 
-// The first pair of zero octets at `from` or later, kNoPair when there is none. A search looks at
-// one stretch at most, so that searches over the same octets stay cheap.
-std::uint32_t CAsn1BlockReader::FindZeroPair(std::uint32_t from) {
-    if (from >= m_size) {
-        return kNoPair;
-    }
-    const std::uint32_t next = from / kStretch + 1;
-    const auto end = static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(std::uint64_t{next} * kStretch, m_size - 1));
-    for (std::uint32_t i = from; i < end; ++i) {
+// The first pair of zero octets at `from` or later, kNoPair when there is none. What is looked at
+// is the content of a block then, so that searches over the same octets come to an end too.
+std::uint32_t CAsn1BlockReader::FindZeroPair(std::uint32_t from) const {
+    for (std::uint32_t i = from; i + 1 < m_size; ++i) {
         if (m_data[i] == 0 && m_data[i + 1] == 0) {
             return i;
         }
     }
-    if (m_zeroPairs.empty()) {
-        IndexZeroPairs();
-    }
-    return m_zeroPairs[next];
-}
-
-void CAsn1BlockReader::IndexZeroPairs() {
-    const std::uint32_t stretches = (m_size - 1) / kStretch + 1;
-    m_zeroPairs.assign(std::size_t{stretches} + 1, kNoPair);
-    std::uint32_t found = kNoPair;
-    for (std::uint32_t i = m_size - 1; i-- > 0;) {
-        if (m_data[i] == 0 && m_data[i + 1] == 0) {
-            found = i;
-        }
-        if (i % kStretch == 0) {
-            m_zeroPairs[i / kStretch] = found;
-        }
-    }
+    return kNoPair;
 }
 
 void CAsn1BlockReader::Truncated() {

@@ -12,20 +12,26 @@
 /// Cuts one buffer into blocks. The blocks whose children are being read stay linked by their
 /// parents and hold what the reader knows of them, so that depth needs no stack.
 ///
-/// Overrunning children let a position go back, so the same octets can be cut again and again; the
-/// blocks of one reader are therefore never more than the octets of the buffer.
+/// Overrunning children let a position go back, so the same octets can be cut again and again. The
+/// blocks of one reader are therefore never more than the octets of the buffer, and the contents of
+/// those without children, which is what is written of a tree, at most kContentPerOctet times them
+/// and kContentAlways.
 class CAsn1BlockReader {
   public:
     /// The meaning of the flags is that of CAsn1Block::Parse().
     CAsn1BlockReader(unsigned char* data, std::uint32_t position, std::uint32_t size, bool noThrow,
                      bool continueOnLengthMismatch);
 
+    static constexpr std::uint64_t kContentPerOctet = 16;
+    static constexpr std::uint64_t kContentAlways = 1 << 20;
+
     /// An empty block for Read(), owned by the caller. Throws ca::Exception 0x80093103 (logged)
-    /// when the octets of the buffer are used up.
+    /// when there are as many blocks as may be.
     CAsn1Block* NewRoot();
 
     /// Reads one block and its subtree at the current position into `root`, which is empty.
-    /// Throws as CAsn1Block::Parse() does; what was read up to there hangs below `root`.
+    /// Throws as CAsn1Block::Parse() does; what was read up to there hangs below `root`. The
+    /// content that is one too many is left out of its block.
     void Read(CAsn1Block& root);
 
     std::uint32_t GetPosition() const { return m_position; }
@@ -43,7 +49,8 @@ class CAsn1BlockReader {
     }
 
     void CountBlock();
-    static void ThrowTooManyBlocks();
+    void CountContent(CAsn1Block& block);
+    static void ThrowTooMuch();
     CAsn1Block* NewChild();
     void ReadBelow(CAsn1Block& root);
     bool ReadHeader(CAsn1Block& block);
@@ -57,8 +64,7 @@ class CAsn1BlockReader {
     const CAsn1Block* Close();
     void Hang(std::span<CAsn1Block* const> children);
     void Unwind() noexcept;
-    std::uint32_t FindZeroPair(std::uint32_t from);
-    void IndexZeroPairs();
+    std::uint32_t FindZeroPair(std::uint32_t from) const;
     void Truncated();
     bool MayLog(Damage damage);
 
@@ -67,14 +73,13 @@ class CAsn1BlockReader {
     std::uint32_t m_size;
     std::uint32_t m_offset = 0;
     std::uint32_t m_blocksLeft;
+    std::uint64_t m_contentLeft;
     bool m_noThrow;
     bool m_continueOnLengthMismatch;
     bool m_lengthsFinal = true;
     CAsn1Block* m_root = nullptr;  // of the current Read()
     CAsn1Block* m_open = nullptr;  // the innermost open block; its parents are open up to m_root
     std::vector<CAsn1Block*> m_children;  // of the open blocks, outermost first
-    // Per stretch of the buffer the first pair of zero octets that starts there or later.
-    std::vector<std::uint32_t> m_zeroPairs;
     std::array<unsigned, 3> m_logged{};
     CAsn1BlockPool m_pool;
 };

@@ -137,11 +137,7 @@ bool IsPlainAscii(unsigned char octet) {
 class TreeDump {
   public:
     TreeDump(CAsn1Block& root, DumpWriter& writer)
-        : m_root(root), m_writer(writer), m_openings(openings.Get()) {
-        // Octets of a tree that is well formed are shown once. Overrunning children can bring the
-        // same octets up again and again; past a second time over, nodes stay without text.
-        m_octetsLeft = root.start != nullptr ? std::uint64_t{root.GetAvailable()} * 2 : UINT64_MAX;
-    }
+        : m_root(root), m_writer(writer), m_openings(openings.Get()) {}
 
     void Write() {
         struct Level {
@@ -216,11 +212,6 @@ class TreeDump {
     // straight from the octets.
     void WriteText(CAsn1Block& block) {
         auto content = block.GetRawContent();
-        if (content.size() > m_octetsLeft) {
-            m_writer.Plain("");
-            return;
-        }
-        m_octetsLeft -= content.size();
         switch (block.tag) {
             case kAsn1BitString:
                 content = CAsn1BitString::ClearUnusedBits(content);
@@ -275,7 +266,6 @@ class TreeDump {
     const std::array<std::string, 256>& m_openings;
     std::array<std::string, kMessageCount> m_descriptions;
     std::string m_scratch;
-    std::uint64_t m_octetsLeft;
 };
 
 // The Base64 text, encoded in place; in runs, since the encoder counts in 32 bits.

@@ -67,8 +67,9 @@ class CAsn1Block {
     /// \param continueOnLengthMismatch  children longer than their parent are logged as an error
     ///                and the parent goes on; otherwise the parent ends there.
     /// Throws ca::Exception 0x80093102 at a truncation, 0x80093103 (logged) when overrunning
-    /// children would make more blocks than `data` has octets. The blocks left open are flagged
-    /// corrupted and keep a total length of 0.
+    /// children would make more blocks than `data` has octets, or show its octets again and again:
+    /// the contents of the blocks without children come to at most 16 times `data` and 1 MiB. The
+    /// blocks left open are flagged corrupted and keep a total length of 0.
     void Parse(unsigned char* data, unsigned int* pos, unsigned int* absoluteOffset,
                unsigned int size, bool noThrow, bool continueOnLengthMismatch);
 
@@ -166,7 +167,8 @@ class CCryptAsn1Parser {
     ~CCryptAsn1Parser();
 
     /// Cuts `data` into roots; replaces the roots of an earlier call. Blocks are never more than
-    /// `size`; beyond that the parse ends with the error code 0x80093103, logged once.
+    /// `size`, and what they show bounded as CAsn1Block::Parse() has it; beyond that the parse ends
+    /// with the error code 0x80093103, logged once.
     /// \param stopAtTruncation  true: a truncation ends the parse with the code 0x80093102; the
     ///        roots stay, the open blocks are flagged corrupted. False: it is logged, and the block
     ///        ends where the buffer ends.

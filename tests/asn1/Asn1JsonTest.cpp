@@ -132,6 +132,30 @@ TEST_F(JsonDumpTest, NestsInTheCallersWriter) {
                  R"j("corrupted":false,"innerBlocks":[]},"next":1})j");
 }
 
+TEST_F(JsonDumpTest, ShowsAnEditedTreeWhole) {
+    Bytes data = Hex("30 03 04 01 AA");
+    Bytes replaced(100, 0xBB);
+    CCryptAsn1Parser parser;
+    parser.Parse(data.data(), 5, true, false, false);
+    CAsn1Block& root = *parser.GetRoot(0);
+    CAsn1Block* const edited = root.AddInnerBlock();
+    edited->tag = 0x04;
+    edited->content = replaced.data();
+    edited->contentLength = 100;
+    for (int i = 0; i < 3; ++i) {
+        root.AppendInnerBlock(root.ImportInnerBlock(root.GetInnerBlock(0)));
+    }
+    root.GetTotalLength(true);
+    const ca::BytePtr text = parser.GetAsn1Structure();
+    const std::string dumped(reinterpret_cast<const char*>(text.Get()));
+    std::size_t copies = 0;
+    for (std::size_t at = 0; (at = dumped.find(R"("aa")", at)) != std::string::npos; ++at) {
+        ++copies;
+    }
+    EXPECT_EQ(copies, 4U);
+    EXPECT_NE(dumped.find(std::string(200, 'b')), std::string::npos);
+}
+
 TEST_F(JsonDumpTest, StaysInProportionWhenChildrenOverrun) {
     // Every child shows 65 KB of the same octets.
     Bytes data = Hex("30 80");
