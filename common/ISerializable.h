@@ -27,24 +27,9 @@ class ISerializable {
 
 /// Type numbers of the records; kTypeFileData to kTypeAttrCertInfo index the key table.
 enum RecordType : int {
-    kTypeFileData = 0,
-    kTypeStores = 1,
-    kTypeCertificates = 2,
-    kTypeCrl = 3,  ///< reserved: no record
-    kTypeSignInfo = 4,
-    kTypeSignInfoArray = 5,
-    kTypeCertInfo = 6,
-    kTypeCertInfos = 7,
-    kTypeStoreAddress = 8,
-    kTypeStoreAddresses = 9,
-    kTypeCrlInfo = 10,
-    kTypeConfig = 11,
-    kTypePkiConfig = 12,
-    kTypeVerifyResult = 13,
-    kTypeCmsInfo = 14,  ///< reserved: no record
-    kTypeCertForCheck = 15,
-    kTypeOrvexChainStatus = 16,  ///< reserved: no record
-    kTypeAttrCertInfo = 17,
+#define CA_RECORD(name, type, key, json, meaning) name = type,
+#include "common/RecordTable.inc"
+#undef CA_RECORD
     // Nested only; these two have no key in a packet.
     kTypeExtensionCollection = 18,
     kTypeAttributeCollection = 19,

@@ -1,5 +1,7 @@
 #include "host/ModeTable.h"
 
+#include "mod_foo_codes.h"
+
 #include <algorithm>
 #include <charconv>
 #include <strings.h>
@@ -7,8 +9,8 @@
 namespace {
 
 constexpr host::ModeRow kModes[] = {
-#define CMHOST_MODE(number, name, gated, purpose) {number, name, gated, purpose},
-#include "host/ModeTable.inc"
+#define CMHOST_MODE(number, name, gated, purpose) {number, name, (gated) != 0, purpose},
+    CM_MODES(CMHOST_MODE)
 #undef CMHOST_MODE
 };
 

@@ -4,8 +4,8 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Http.h"
-#include "common/JsonString.h"
 #include "common/InitString.h"
+#include "common/JsonString.h"
 #include "module/JsonText.h"
 #include "module/RecordTypes.h"
 
@@ -17,15 +17,15 @@
 namespace ca {
 namespace {
 
-// Keys that are not rows of the table below, because their values are more than one plain member.
-constexpr std::string_view kKeyHashAlg = "hashAlg";
-constexpr std::string_view kKeyParams = "params";
-constexpr std::string_view kKeySendSignData = "sendSignData";
-constexpr std::string_view kKeySignatures = "signatures";
-constexpr std::string_view kKeyFileDataUrl = "fileDataUrl";
-constexpr std::string_view kKeyFileDataSize = "fileDataSize";
-constexpr std::string_view kKeyCurrentStores = "currentStores";
-constexpr std::string_view kKeyIsAttached = "isAttached";
+// Keys whose values are more than one plain member, and those of answers.
+#define CA_REQUEST_MEMBER(key, member, presence, json, meaning)
+#define CA_REQUEST_KEY(name, key, json, meaning) \
+    [[maybe_unused]] constexpr std::string_view name = key;
+#define CA_ANSWER_KEY CA_REQUEST_KEY
+#include "module/KeyTable.inc"
+#undef CA_ANSWER_KEY
+#undef CA_REQUEST_KEY
+#undef CA_REQUEST_MEMBER
 
 // The type of the member is the JSON type that the key must have.
 using RequestMember = std::variant<std::int32_t CryptRequest::*, std::uint32_t CryptRequest::*,
@@ -37,27 +37,16 @@ struct RequestKey {
     std::uint32_t presence;  // RequestPresence; 0: absence and the empty value are the same
 };
 
-// clang-format off
 constexpr RequestKey kRequestKeys[] = {
-    {"mode",             &CryptRequest::mode,             0},
-    {"extInitParams",    &CryptRequest::extInitParams,    0},
-    {"clientId",         &CryptRequest::clientId,         0},
-    {"test",             &CryptRequest::test,             kPresentTest},
-    {kKeyIsAttached,     &CryptRequest::isAttached,       kPresentIsAttached},
-    {"needExtraction",   &CryptRequest::needExtraction,   kPresentNeedExtraction},
-    {"addSigner",        &CryptRequest::addSigner,        kPresentAddSigner},
-    {"streamFinalChunk", &CryptRequest::streamFinalChunk, kPresentStreamFinalChunk},
-    {"certInclude",      &CryptRequest::certInclude,      kPresentCertInclude},
-    {"signerIndex",      &CryptRequest::signerIndex,      kPresentSignerIndex},
-    {"streamId",         &CryptRequest::streamId,         kPresentStreamId},
-    {"senderCertId",     &CryptRequest::senderCertId,     0},
-    {"recipientCertId",  &CryptRequest::recipientCertId,  0},
-    {"comment",          &CryptRequest::comment,          0},
-    {"uri",              &CryptRequest::uri,              0},
-    {"uploadUrl",        &CryptRequest::uploadUrl,        0},
-    {"redirected",       &CryptRequest::redirected,       0},
+#define CA_REQUEST_MEMBER(key, member, presence, json, meaning) \
+    {key, &CryptRequest::member, presence},
+#define CA_REQUEST_KEY(name, key, json, meaning)
+#define CA_ANSWER_KEY(name, key, json, meaning)
+#include "module/KeyTable.inc"
+#undef CA_ANSWER_KEY
+#undef CA_REQUEST_KEY
+#undef CA_REQUEST_MEMBER
 };
-// clang-format on
 
 // The records that a request may bring besides its file data, in the order in which they are read.
 constexpr RecordType kRequestRecords[] = {kTypeStoreAddress, kTypeStoreAddresses, kTypeConfig,
@@ -141,6 +130,10 @@ void ReadRecord(const JsonObject& root, RecordType type, SerializableContainer& 
     }
 }
 
+void WriteKey(JsonWriter& writer, std::string_view key) {
+    writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
+}
+
 void WriteText(JsonWriter& writer, const std::wstring& text) {
     WriteString(writer, text);
 }
@@ -211,20 +204,20 @@ void CryptResponse::ToJson(JsonBuffer& text) const {
     CJsonAllocator heap;
     JsonWriter writer(text, &heap);
     writer.StartObject();
-    writer.Key("errorCode");
+    WriteKey(writer, kKeyErrorCode);
     writer.Uint(errorCode);
-    writer.Key("errorMessage");
+    WriteKey(writer, kKeyErrorMessage);
     WriteText(writer, errorMessage);
     if (!needCertId.empty()) {
-        writer.Key("needCertId");
+        WriteKey(writer, kKeyNeedCertId);
         WriteText(writer, needCertId);
     }
     if (streamId != 0) {
-        writer.Key("streamId");
+        WriteKey(writer, kKeyStreamId);
         writer.Uint(streamId);
     }
     if (!sendSignData.empty()) {
-        writer.Key("sendSignData");
+        WriteKey(writer, kKeySendSignData);
         sendSignData.WriteBase64(writer);
     }
     objects.WriteTo(writer, {.isAttached = isAttached, .rawFileData = attachBinary});
@@ -238,16 +231,16 @@ void CryptResponse::FromJson(const char* data, unsigned length) {
     const std::size_t textLength = JsonTextLength(data, length);
     const JsonText text(data, textLength);
     const JsonObject root = text.Root();
-    if (const JsonValue* value = root.Find("errorCode")) {
+    if (const JsonValue* value = root.Find(kKeyErrorCode)) {
         errorCode = value->GetUint();
     }
-    if (const JsonValue* value = root.Find("errorMessage")) {
+    if (const JsonValue* value = root.Find(kKeyErrorMessage)) {
         errorMessage = WideText(*value);
     }
-    if (const JsonValue* value = root.Find("needCertId")) {
+    if (const JsonValue* value = root.Find(kKeyNeedCertId)) {
         needCertId = WideText(*value);
     }
-    if (const JsonValue* value = root.Find("streamId")) {
+    if (const JsonValue* value = root.Find(kKeyStreamId)) {
         streamId = value->GetUint();
     }
     if (const JsonValue* value = root.Find(kKeySendSignData)) {

@@ -85,10 +85,10 @@ typedef bool (*CMLogCallback)(const wchar_t* line, bool isError);
  *
  * A module that is not silent tells the user of a broken configuration in a process with a Qt
  * application with widgets. In the GUI thread that is a modal box, and CM_Init() returns when it is
- * closed. From any other thread the box is opened, and CM_Init() waits ten seconds at most, for a GUI
- * thread that does not get to it. A host that may not be kept waiting creates a silent module, which
- * shows nothing at all, or creates the module beside its GUI thread. Without such an application the
- * warning is a line of the log.
+ * closed. From any other thread the box is opened, and CM_Init() waits for a GUI thread that does
+ * not get to it, some ten seconds at most. A host that may not be kept waiting creates a silent
+ * module, which shows nothing at all, or calls CM_Init() beside its GUI thread. Without such an
+ * application the warning is a line of the log.
  *
  * \param silent    Only the low eight bits count: not 0 for a module that shows no windows.
  * \param callback  Log sink of the whole process until CM_Free(): that of the newest module alive is

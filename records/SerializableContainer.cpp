@@ -18,10 +18,10 @@ namespace {
 
 // Indexed by the type number.
 constexpr std::array<const char*, 18> kRecordKeys = {
-    "fileData",      "stores",           "certificates", "crl",          "signInfo",
-    "signInfoArray", "certInfo",         "certInfos",    "storeAddress", "storeAddresses",
-    "crlInfo",       "config",           "PKIConfig",    "verifyResult", "CMSInfo",
-    "CertForCheck",  "OrvexChainStatus", "attrCertInfo"};
+#define CA_RECORD(name, type, key, json, meaning) key,
+#include "common/RecordTable.inc"
+#undef CA_RECORD
+};
 
 constexpr std::string_view kPayloadName = "fileData";
 constexpr std::string_view kSizeHintRest = "EncodedSize\":";
