@@ -61,11 +61,11 @@ inline void CAsn1BlockReader::CountBlock() {
 
 // Of a block without children, once its content is known.
 inline void CAsn1BlockReader::CountContent(CAsn1Block& block) {
-    if (block.contentLength > m_contentLeft) {
+    m_contentLeft -= block.contentLength;
+    if (m_contentLeft < 0) {
         block.contentLength = 0;
         ThrowTooMuch();
     }
-    m_contentLeft -= block.contentLength;
 }
 
 void CAsn1BlockReader::ThrowTooMuch() {

@@ -22,8 +22,8 @@ class CAsn1BlockReader {
     CAsn1BlockReader(unsigned char* data, std::uint32_t position, std::uint32_t size, bool noThrow,
                      bool continueOnLengthMismatch);
 
-    static constexpr std::uint64_t kContentPerOctet = 16;
-    static constexpr std::uint64_t kContentAlways = 1 << 20;
+    static constexpr std::int64_t kContentPerOctet = 16;
+    static constexpr std::int64_t kContentAlways = 1 << 20;
 
     /// An empty block for Read(), owned by the caller. Throws ca::Exception 0x80093103 (logged)
     /// when there are as many blocks as may be.
@@ -73,7 +73,7 @@ class CAsn1BlockReader {
     std::uint32_t m_size;
     std::uint32_t m_offset = 0;
     std::uint32_t m_blocksLeft;
-    std::uint64_t m_contentLeft;
+    std::int64_t m_contentLeft;  // below 0: too much
     bool m_noThrow;
     bool m_continueOnLengthMismatch;
     bool m_lengthsFinal = true;
