@@ -360,7 +360,7 @@ bool ConfigFileParser::WriteConfigFile(const std::wstring& path, std::wstring& e
 
 void ConfigFileParser::FromJson(const JsonValue& value) {
     Expect(value.IsObject());
-    ServiceSettings settings = m_settings;
+    ServiceSettings settings;
     for (const Row& row : kRows) {
         const auto member = value.FindMember(row.key);
         if (member != value.MemberEnd()) {

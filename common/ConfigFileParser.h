@@ -64,8 +64,9 @@ class ConfigFileParser : public ISerializable {
     /// The file that was read last; empty when none could be.
     const std::wstring& SourcePath() const noexcept { return m_sourcePath; }
 
-    /// Absent keys and numbers outside their range keep what was there, as do texts with a line
-    /// end or a NUL; list items that cannot stand as a line of their section are left out.
+    /// Replaces the settings: absent keys and numbers outside their range give the defaults, as do
+    /// texts with a line end or a NUL; list items that cannot stand as a line of their section are
+    /// left out.
     /// Throws ca::Exception 16300, with nothing changed, for a value of the wrong type.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;

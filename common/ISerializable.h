@@ -10,7 +10,10 @@ namespace ca {
 /// The order of the virtual operations is part of the interface.
 class ISerializable {
   public:
-    /// Replaces what the record held. Throws ca::Exception 16300 for a value of the wrong shape.
+    /// Replaces what the record held, as if it were fresh: fields that the value does not name get
+    /// their defaults. Lists that stand in a packet by themselves are added to instead, and a value
+    /// that is no array leaves them as they are; see each.
+    /// Throws ca::Exception 16300 for a value of the wrong shape.
     virtual void FromJson(const JsonValue& value) = 0;
     /// Writes exactly one value; the caller has written the key.
     virtual void ToJson(JsonWriter& writer) const = 0;

@@ -437,7 +437,7 @@ void PKIConfigFileParser::FromJson(const JsonValue& value) {
     if (!value.IsObject()) {
         faults.WrongType({nullptr, "PKIConfig", Place::kNoIndex});
     }
-    PkiSettings settings = m_settings;
+    PkiSettings settings;
     Reader reader(value, nullptr, faults);
     VisitFields(reader, settings);
     m_settings = std::move(settings);

@@ -66,7 +66,7 @@ class PKIConfigFileParser : public ISerializable {
     /// \return false, with message 150 or 151 in `errorText`, when that failed.
     bool WriteConfigFile(const std::wstring& path, std::wstring& errorText) const;
 
-    /// Absent keys keep what was there; a list replaces the former one.
+    /// Replaces the settings; absent keys give the defaults.
     /// Throws ca::Exception, with nothing changed and a message that names the key as in
     /// "tsp.servers[2].timeout": 16300 for a wrong type, 16268 for a value that is not allowed.
     void FromJson(const JsonValue& value) override;

@@ -218,7 +218,7 @@ void CryptResponse::ToJson(JsonBuffer& text) const {
     }
     if (!sendSignData.empty()) {
         WriteKey(writer, kKeySendSignData);
-        sendSignData.WriteBase64(writer);
+        WriteBase64(writer, sendSignData.Octets());
     }
     objects.WriteTo(writer, {.isAttached = isAttached, .rawFileData = attachBinary});
     writer.EndObject();

@@ -11,7 +11,7 @@ namespace ca {
 /// Describes one attribute certificate (RFC 5755 4). Text forms as in CertInfo.
 class AttrCertInfo : public ISerializable {
   public:
-    /// A missing key leaves its field. Throws ca::Exception 16300 for a wrong type.
+    /// A missing key gives its default. Throws ca::Exception 16300 for a wrong type.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeAttrCertInfo; }

@@ -11,7 +11,7 @@ namespace {
 
 // One run of the encoder; a multiple of 3, so that only the last run is padded, and far below the
 // encoder's 32-bit length of its result.
-constexpr std::uint32_t kEncodeRun = 3U << 28;
+constexpr std::size_t kEncodeRun = 3U << 28;
 
 }  // namespace
 
@@ -47,20 +47,19 @@ void Blob::AssignBase64(const JsonValue& value) {
     Adopt(BytePtr(decoded), length);
 }
 
-void Blob::WriteBase64(JsonWriter& writer) const {
-    const std::size_t textLength = (std::size_t{m_size} + 2) / 3 * 4;
-    char* place = writer.PlainString(textLength);
-    for (std::uint32_t done = 0; done < m_size;) {
-        const std::uint32_t run = std::min(m_size - done, kEncodeRun);
-        unsigned written = 0;
-        place += base64_encode(m_data.Get() + done, run, place, written);
-        done += run;
-    }
-}
-
 BytePtr Blob::Release() noexcept {
     m_size = 0;
     return std::move(m_data);
+}
+
+void WriteBase64(JsonWriter& writer, std::span<const unsigned char> octets) {
+    char* place = writer.PlainString((octets.size() + 2) / 3 * 4);
+    while (!octets.empty()) {
+        const auto run = octets.first(std::min(octets.size(), kEncodeRun));
+        unsigned written = 0;
+        place += base64_encode(run.data(), static_cast<unsigned>(run.size()), place, written);
+        octets = octets.subspan(run.size());
+    }
 }
 
 }  // namespace ca

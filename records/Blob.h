@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <utility>
 
@@ -46,9 +47,6 @@ class Blob {
     /// when nothing decodes, 16197 when out of memory.
     void AssignBase64(const JsonValue& value);
 
-    /// Writes one JSON string: the Base64 text, encoded straight into the writer's buffer.
-    void WriteBase64(JsonWriter& writer) const;
-
     /// Gives the block away; the blob is empty then. Read size() first.
     BytePtr Release() noexcept;
 
@@ -58,5 +56,23 @@ class Blob {
     BytePtr m_data;
     std::uint32_t m_size = 0;
 };
+
+/// Octets that nobody changes any more. Who holds a copy of this keeps them alive, so that views of
+/// them stay good whatever becomes of the others.
+class SharedBlob {
+  public:
+    SharedBlob() = default;
+    explicit SharedBlob(Blob octets) : m_octets(std::make_shared<const Blob>(std::move(octets))) {}
+
+    std::span<const unsigned char> Octets() const {
+        return m_octets != nullptr ? m_octets->Octets() : std::span<const unsigned char>();
+    }
+
+  private:
+    std::shared_ptr<const Blob> m_octets;
+};
+
+/// Writes one JSON string: the Base64 text, encoded straight into the writer's buffer.
+void WriteBase64(JsonWriter& writer, std::span<const unsigned char> octets);
 
 }  // namespace ca

@@ -17,8 +17,8 @@ namespace ca {
 /// Times are texts "dd.mm.yyyy hh:mm:ss"; binary values are lower-case hex unless said otherwise.
 class CertInfo : public ISerializable {
   public:
-    /// A missing key leaves its field. Throws ca::Exception 16300 for no object, a member of the
-    /// wrong type, or records nested deeper than kMaxRecordNesting.
+    /// A missing key gives its default. Throws ca::Exception 16300, the record being as it was, for
+    /// no object, a member of the wrong type, or records nested deeper than kMaxRecordNesting.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeCertInfo; }

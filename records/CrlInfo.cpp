@@ -50,7 +50,10 @@ void RevokedCert::ToJson(JsonWriter& writer) const {
 }
 
 void RevokedCertCollection::FromJson(const JsonValue& value) {
-    ReadJson(value, items);
+    if (value.IsArray()) {
+        ReadJson(value, items);
+        writeFilled = nullptr;
+    }
 }
 
 void RevokedCertCollection::ToJson(JsonWriter& writer) const {

@@ -36,14 +36,15 @@ class RevokedCertCollection {
     void ToJson(JsonWriter& writer) const;
 
     std::vector<OwnedPtr<RevokedCert>> items;  ///< read from a text, in order
-    /// Writes the filled entries, each one JSON object; none when empty.
+    /// Writes the filled entries, each one JSON object; none when empty. Owns what it reads them
+    /// from.
     std::function<void(JsonWriter& writer)> writeFilled;
 };
 
 /// Describes one certificate revocation list (RFC 5280 5). Text forms as in CertInfo.
 class CrlInfo : public ISerializable {
   public:
-    /// A missing key leaves its field. Throws ca::Exception 16300 for a wrong type.
+    /// A missing key gives its default. Throws ca::Exception 16300 for a wrong type.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeCrlInfo; }
@@ -64,7 +65,7 @@ class CrlInfo : public ISerializable {
     std::uint32_t revokedCount = 0;          ///< all entries, also those not described
     RevokedCertCollection revoked;           ///< the described entries, in the list's order
     CertInfoExtensionCollection extensions;
-    Blob rawData;        ///< the list's encoding; Base64 in the text
+    SharedBlob rawData;  ///< the list's encoding; Base64 in the text
     std::wstring error;  ///< first fault met while the record was filled
 };
 

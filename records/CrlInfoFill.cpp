@@ -8,6 +8,7 @@
 #include "records/CertificateBundle.h"
 #include "records/CrlEntries.h"
 #include "records/SignedFill.h"
+#include "records/text/Decoded.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
@@ -110,7 +111,8 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
                      ca::CrlEntryFault(count - 1, SetZORNAMessage(kMsgAsn1Malformed)));
     }
     record.revokedCount = static_cast<std::uint32_t>(count);
-    record.revoked.writeFilled = [entries, issuer, page](ca::JsonWriter& writer) {
+    record.revoked.writeFilled = [owner = record.rawData, entries, issuer,
+                                  page](ca::JsonWriter& writer) {
         ca::CCrlWalk again(entries, page);
         ca::CCrlDescriber texts(issuer);
         ca::RevokedCert entry;
@@ -187,9 +189,10 @@ void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& rec
         throw Exception(kErrBadData);
     }
     const CAsn1Element whole = FirstElement(der);
-    record.rawData.Assign(whole.raw.data(), static_cast<std::uint32_t>(whole.raw.size()));
-    CAsn1Root<CAsn1CertificateList> list({record.rawData.data(), record.rawData.size()},
-                                         Asn1Blocks::kRead);
+    Blob copy;
+    copy.Assign(whole.raw.data(), static_cast<std::uint32_t>(whole.raw.size()));
+    record.rawData = SharedBlob(std::move(copy));
+    CAsn1Root<CAsn1CertificateList> list(Changeable(record.rawData.Octets()), Asn1Blocks::kRead);
     try {
         list->Decode();
     } catch (const Exception& fault) {

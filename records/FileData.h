@@ -14,7 +14,7 @@ class FileData : public ISerializable, public Blob {
 
     /// Throws ca::Exception 16300 for no string, 16118 when nothing decodes, 16197 out of memory.
     void FromJson(const JsonValue& value) override { AssignBase64(value); }
-    void ToJson(JsonWriter& writer) const override { WriteBase64(writer); }
+    void ToJson(JsonWriter& writer) const override { WriteBase64(writer, Octets()); }
     int GetType() const override { return kTypeFileData; }
 };
 

@@ -50,17 +50,17 @@ void ReadJson(const JsonValue& value, std::string& text) {
     text = u16u8(wide);
 }
 
-void WriteJson(JsonWriter& writer, const Blob& octets) {
-    octets.WriteBase64(writer);
+void WriteJson(JsonWriter& writer, const SharedBlob& octets) {
+    WriteBase64(writer, octets.Octets());
 }
 
-void ReadJson(const JsonValue& value, Blob& octets) {
+void ReadJson(const JsonValue& value, SharedBlob& octets) {
     RequireJson(value.IsString());
-    if (value.GetStringLength() == 0) {
-        octets.Clear();
-    } else {
-        octets.AssignBase64(value);
+    Blob fresh;
+    if (value.GetStringLength() != 0) {
+        fresh.AssignBase64(value);
     }
+    octets = SharedBlob(std::move(fresh));
 }
 
 const JsonValue* FindJson(const JsonValue& object, std::string_view key) {

@@ -55,8 +55,8 @@ void WriteJson(JsonWriter& writer, const std::string& text);
 void ReadJson(const JsonValue& value, std::string& text);
 
 /// Octets: Base64 in the text, "" for none.
-void WriteJson(JsonWriter& writer, const Blob& octets);
-void ReadJson(const JsonValue& value, Blob& octets);
+void WriteJson(JsonWriter& writer, const SharedBlob& octets);
+void ReadJson(const JsonValue& value, SharedBlob& octets);
 
 /// A number or a flag.
 template <class Value, std::enable_if_t<std::is_arithmetic_v<Value>, int> = 0>
@@ -181,10 +181,19 @@ void WriteObject(JsonWriter& writer, const Record& record, const std::tuple<Fiel
 /// Reads the fields that the object has; the others stay as they are.
 /// Throws ca::Exception 16300 for no object and for a member of the wrong type.
 template <class Record, class... Fields>
-void ReadObject(const JsonValue& object, Record& record, const std::tuple<Fields...>& table) {
+void ReadMembers(const JsonValue& object, Record& record, const std::tuple<Fields...>& table) {
     RequireJson(object.IsObject());
     const CNestingGuard guard;
     std::apply([&](const auto&... fields) { (ReadField(object, record, fields), ...); }, table);
+}
+
+/// Replaces the record by what the object says: fields that it does not have get their defaults.
+/// Throws as ReadMembers() does, the record then being as it was.
+template <class Record, class... Fields>
+void ReadObject(const JsonValue& object, Record& record, const std::tuple<Fields...>& table) {
+    Record fresh;
+    ReadMembers(object, fresh, table);
+    record = std::move(fresh);
 }
 
 }  // namespace ca

@@ -50,8 +50,9 @@ struct SignExtension {
 
 /// Describes one signature (RFC 5652 5.3) and, nested, the signatures on it.
 struct SignInfo {
-    /// A missing key leaves its field; lists are replaced. Throws ca::Exception 16300 for no
-    /// object, a member of the wrong type, or records nested deeper than kMaxRecordNesting.
+    /// Replaces the record and its lists; a missing key gives its default. Throws ca::Exception
+    /// 16300, the record being as it was, for no object, a member of the wrong type, or records
+    /// nested deeper than kMaxRecordNesting.
     void FromJson(const JsonValue& value);
     void ToJson(JsonWriter& writer) const;
 

@@ -102,7 +102,7 @@ StoreAddress::StoreAddress(const wchar_t* storeName, bool machine)
 
 void StoreAddress::FromJson(const JsonValue& value) {
     AddressTexts texts{GetLocation(), address, name};
-    ReadObject(value, texts, kAddressFields);
+    ReadMembers(value, texts, kAddressFields);
     location = ParseLoc(texts.location.c_str());
     name = std::move(texts.name);
     // The host's form depends on the location, so that either key settles it anew.

@@ -39,7 +39,8 @@ class StoreAddress : public ISerializable {
     /// A store of the local machine or of the current user.
     StoreAddress(const wchar_t* storeName, bool machine);
 
-    /// Reads "location", "address" and "name"; a missing key leaves its field.
+    /// Reads "location", "address" and "name". Deliberate: a missing key leaves its field, where
+    /// other records begin anew.
     /// Throws ca::Exception 16300 for no object or a key that is no string; nothing changes then.
     void FromJson(const JsonValue& value) override;
     /// Writes {} for an empty address.

@@ -10,7 +10,7 @@ namespace ca {
 /// The outcome of checking a signature and its certificate: codes of ErrorCodes.h and their texts.
 class VerificationResult : public ISerializable {
   public:
-    /// A missing key leaves its field. Throws ca::Exception 16300 for a wrong type.
+    /// A missing key gives its default. Throws ca::Exception 16300 for a wrong type.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeVerifyResult; }

@@ -223,13 +223,13 @@ TEST_F(ConfigFileParserTest, TakesJsonButLeavesTheLanguage) {
                  R"({"HttpPort":65536,"HttpsPort":-1,"ProxyPort":1e99,"CertInclude":1.5,)"
                  R"("TSPTimeout":2147483648,"TSPUrl":"a\nLogMode=3",)"
                  R"("Custom CDP list":["", " a", "[b] ", "#c", "d\re", "g\u0000", "f"]})");
-    EXPECT_EQ(m_config.GetLogMode(), 2);
+    EXPECT_EQ(m_config.GetLogMode(), 0) << "an absent key gives the default";
     EXPECT_EQ(m_config.GetHttpPort(), 8080);
     EXPECT_EQ(m_config.GetHttpsPort(), 8081);
     EXPECT_EQ(m_config.GetProxyPort(), 80);
     EXPECT_EQ(m_config.GetCertInclude(), 2);
     EXPECT_EQ(m_config.GetTSPTimeout(), 30000);
-    EXPECT_EQ(m_config.GetTSPUrl(), L"http://a");
+    EXPECT_EQ(m_config.GetTSPUrl(), L"");
     EXPECT_EQ(m_config.GetCustomCDPs(), std::vector<std::wstring>{L"f"});
 }
 

@@ -184,10 +184,8 @@ TEST_F(PKIConfigFileParserTest, ReadsBackWhatItWrites) {
     EXPECT_EQ(ToJsonText(read), ToJsonText(m_config));
     EXPECT_NE(ToJsonText(read), m_defaults);
 
-    // Absent keys keep what was there.
     FromJsonText(read, R"({"crl":{"sources":[]}})");
-    EXPECT_EQ(read.Settings().trust.stores, std::vector<std::wstring>{L"/корни"});
-    EXPECT_TRUE(read.Settings().crl.sources.empty());
+    EXPECT_EQ(ToJsonText(read), m_defaults) << "absent keys give the defaults";
 }
 
 TEST_F(PKIConfigFileParserTest, StandsBesideTheServiceConfiguration) {

@@ -245,4 +245,20 @@ TEST_F(CrlInfoTest, TellsListsFromOtherOctets) {
     EXPECT_FALSE(ca::LooksLikeCrl(Octets(64, 0xFF)));
 }
 
+TEST_F(CrlInfoTest, EntriesOutliveTheOctetsOfTheirRecord) {
+    Octets der = ListOf({Entry(1, {Extension(0x15, {0x0A, 0x01, 0x01})}), Entry(2)});
+    ca::CrlInfo record;
+    ca::FillCrlInfo(der, {}, record);
+    const std::string before = ToText(record.revoked);
+    ca::RevokedCertCollection entries = record.revoked;
+    record.rawData = {};
+    EXPECT_EQ(before, ToText(record.revoked));
+    FromText(record, R"({"RawData":"AAAA"})");
+    EXPECT_EQ("[]", ToText(record.revoked));
+    EXPECT_EQ(before, ToText(entries));
+    FromText(entries, R"([{"Serial":"7"}])");
+    EXPECT_TRUE(ToText(entries).starts_with(R"([{"Serial":"7")"));
+    EXPECT_EQ(std::string::npos, ToText(entries).find("01"));
+}
+
 }  // namespace

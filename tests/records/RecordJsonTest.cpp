@@ -123,13 +123,33 @@ TEST(RecordJsonTest, WritesEveryKeyOfAFreshRecord) {
     EXPECT_NE(std::string::npos, sign.find(R"("CoSigners":[],"Extensions":[]})")) << sign;
 }
 
-TEST(RecordJsonTest, LeavesTheFieldOfAMissingKey) {
+template <class Record>
+void ExpectReplaced(const std::string& text) {
+    SCOPED_TRACE(text);
+    Record record;
+    for (int i = 0; i < 2; ++i) {
+        FromText(record, text);
+        EXPECT_EQ(text, ToText(record)) << "lists are replaced";
+    }
+    EXPECT_EQ(ca::kErrJsonParse, ErrorOf([&] { FromText(record, "7"); }));
+    EXPECT_EQ(text, ToText(record));
+    FromText(record, R"({"Unknown":[1]})");
+    EXPECT_EQ(ToText(Record()), ToText(record)) << "a missing key gives its default";
+}
+
+TEST(RecordJsonTest, BeginsAnewWithEachText) {
+    const std::string two = Signature("[" + Signature("[]") + "," + Signature("[]") + "]");
+    ExpectReplaced<ca::SignInfo>(two);
+    ExpectReplaced<ca::CertInfo2>(WithIssuer(kCert));
+    ExpectReplaced<ca::AttrCertInfo>(kAttrCert);
+    ExpectReplaced<ca::VerificationResult>(kVerifyResult);
+    ExpectReplaced<ca::CrlInfo>(kCrl);
+    ExpectReplaced<ca::CertForCheck>(R"({"CertId":"id","Cert":"MAA="})");
     ca::SignInfo sign;
-    FromText(sign, Signature("[" + Signature("[]") + "]"));
-    const std::string before = ToText(sign);
-    FromText(sign, "{}");
-    FromText(sign, R"({"SignCert":{},"VerifyResultEx":{},"Unknown":[1]})");
-    EXPECT_EQ(before, ToText(sign));
+    FromText(sign, two);
+    FromText(sign, R"({"SignCert":{"Id":"x"}})");
+    EXPECT_TRUE(sign.coSigners.items.empty());
+    EXPECT_EQ(L"", sign.signCert.serial);
 }
 
 // Lists are ignored when they are no arrays; everything else of another type is refused.
