@@ -74,6 +74,7 @@ void CAsn1Time::_DecodeTime(CAsn1Block* block, int& zoneMinutes, std::tm& time) 
     read.tm_min -= zoneMinutes;
     const ca::CTimeZoneLock lock;
     if (generalized) {
+        read.tm_isdst = -1;  // whether it is summer there is for the time zone to say
         std::mktime(&read);
     } else {
         timegm(&read);

@@ -22,7 +22,8 @@ class CTimeZoneLock {
 }  // namespace ca
 
 /// A point in time as text: "08.02.2024 02:54:55", day.month.year hours:minutes:seconds.
-/// \param record      the fields; a local record may be normalised in place, as mktime() does it.
+/// \param record      the fields; a local record may be normalised in place, as mktime() does it,
+///                    and says in tm_isdst whether summer time is meant (-1: as the zone has it).
 /// \param outputUtc   true: the text shows UTC; false: the process's local time.
 /// \param inputIsUtc  true: the record is UTC; false: local time.
 /// Digits are ASCII in every locale. Empty when the point in time has no representable year.

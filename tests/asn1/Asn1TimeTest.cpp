@@ -97,8 +97,10 @@ TEST_F(TimeTest, NormalisesOnlyGeneralizedTimeInTheLocalZone) {
     SetZone("CET-1CEST,M3.5.0,M10.5.0/3");
     EXPECT_EQ(Show(0x17, "240701120000Z"), L"01.07.2024 12:00:00");
     EXPECT_EQ(Show(0x18, "20240115120000Z"), L"15.01.2024 12:00:00");
-    // The local zone has daylight saving time then, which the fields do not ask for.
-    EXPECT_EQ(Show(0x18, "20240701120000Z"), L"01.07.2024 13:00:00");
+    // In summer too, but for the hour that the local zone leaves out.
+    EXPECT_EQ(Show(0x18, "20240701120000Z"), L"01.07.2024 12:00:00");
+    EXPECT_EQ(Show(0x17, "240331023000Z"), L"31.03.2024 02:30:00");
+    EXPECT_EQ(Show(0x18, "20240331023000Z"), L"31.03.2024 03:30:00");
 }
 
 TEST_F(TimeTest, WritesTimesWithTheirOffset) {
