@@ -2,6 +2,7 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 #include "common/Log.h"
 
 #include <algorithm>
@@ -68,8 +69,13 @@ inline void CAsn1BlockReader::CountContent(CAsn1Block& block) {
     }
 }
 
-void CAsn1BlockReader::ThrowTooMuch() {
-    ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/true);
+// The words of a report: who reads, and how far it came.
+std::wstring CAsn1BlockReader::Place() const {
+    return L"CAsn1Block::Parse" + (SetZORNAMessage(kMsgAsn1Offset) + std::to_wstring(m_position));
+}
+
+void CAsn1BlockReader::ThrowTooMuch() const {
+    ca::LogError(Place().c_str(), CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/true);
 }
 
 inline CAsn1Block* CAsn1BlockReader::NewChild() {
@@ -295,7 +301,7 @@ bool CAsn1BlockReader::IsOverrunEnd(const CAsn1Block& block) {
         LogEvent((L"Поврежденные asn.1 данные в смещении " + offset).c_str(), /*flag=*/false);
     }
     if (m_continueOnLengthMismatch && MayLog(Damage::kOverrunError)) {
-        ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/false);
+        ca::LogError(Place().c_str(), CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/false);
     }
     return !m_continueOnLengthMismatch;
 }
@@ -329,7 +335,7 @@ void CAsn1BlockReader::Truncated() {
         throw ca::Exception(ca::kErrAsn1UnexpectedEnd);
     }
     if (MayLog(Damage::kTruncation)) {
-        ca::LogError(L"CAsn1Block::Parse", CA_HERE, ca::kErrAsn1UnexpectedEnd, /*throwIt=*/false);
+        ca::LogError(Place().c_str(), CA_HERE, ca::kErrAsn1UnexpectedEnd, /*throwIt=*/false);
     }
 }
 

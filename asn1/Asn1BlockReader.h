@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 /// Cuts one buffer into blocks. The blocks whose children are being read stay linked by their
@@ -50,7 +51,8 @@ class CAsn1BlockReader {
 
     void CountBlock();
     void CountContent(CAsn1Block& block);
-    static void ThrowTooMuch();
+    std::wstring Place() const;
+    void ThrowTooMuch() const;
     CAsn1Block* NewChild();
     void ReadBelow(CAsn1Block& root);
     bool ReadHeader(CAsn1Block& block);
