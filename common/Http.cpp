@@ -368,8 +368,7 @@ void Transfer::Judge(int code) {
             throw std::bad_alloc();
         }
         std::wstring detail = u8u16(m_curl.ErrorText(code));
-        // It may quote the server, whose words start no line of their own in the host's log.
-        std::replace_if(detail.begin(), detail.end(), IsControl, L'?');
+        MakePrintable(detail);  // it may quote the server
         LogEvent(detail.c_str(), true);
         throw Exception(TransferError(code), detail);
     }

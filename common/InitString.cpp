@@ -4,6 +4,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "common/Log.h"
 #include "common/PKIConfigFileParser.h"
 
 #include <algorithm>
@@ -317,9 +318,7 @@ std::wstring InitString::ToLogString() const {
         if (IsSecret(name)) {
             value = L"***";
         }
-        // A value must not be able to start a line of its own in the host's log.
-        std::replace_if(
-            value.begin(), value.end(), [](wchar_t c) { return c < L' '; }, L'?');
+        MakePrintable(value);
     }
     return shown.ToString();
 }

@@ -4,6 +4,7 @@
 #include "common/Exception.h"
 #include "common/LogClaim.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -12,6 +13,33 @@
 #include <stdexcept>
 
 namespace {
+
+bool IsPrintable(wchar_t c) {
+    const auto code = static_cast<char32_t>(c);
+    if (code < 0x7F) {
+        return code >= 0x20;
+    }
+    const bool isControl = code < 0xA0;
+    const bool isSeparator = code == 0x2028 || code == 0x2029;
+    const bool isDirection = code == 0x061C || code == 0x200E || code == 0x200F ||
+                             (code >= 0x202A && code <= 0x202E) ||
+                             (code >= 0x2066 && code <= 0x2069);
+    const bool isNone = (code >= 0xD800 && code <= 0xDFFF) || code > 0x10FFFF;
+    return !isControl && !isSeparator && !isDirection && !isNone;
+}
+
+// A code as it is looked up: the large ones are known by their hexadecimal digits.
+std::wstring CodeText(unsigned code) {
+    constexpr unsigned kFirstHex = 0x80000000;
+    if (code < kFirstHex) {
+        return std::to_wstring(code);
+    }
+    std::wstring text = L"0x";
+    for (int shift = 28; shift >= 0; shift -= 4) {
+        text += L"0123456789ABCDEF"[code >> shift & 0xFU];
+    }
+    return text;
+}
 
 // Length of the formatted text, or a number below 1. vswprintf only says "does not fit", so the
 // text is written once to the null device; opened for UTF-8, because the stream of a process in the
@@ -86,19 +114,26 @@ bool LogEventFmt(const wchar_t* format, bool flag, ...) {
     return LogEvent(line.c_str(), flag);
 }
 
+void MakePrintable(std::wstring& text) noexcept {
+    std::replace_if(
+        text.begin(), text.end(), [](wchar_t c) { return !IsPrintable(c); }, L'?');
+}
+
+bool LogLine(std::wstring line, bool flag) {
+    MakePrintable(line);
+    return LogEvent(line.c_str(), flag);
+}
+
 void LogError(const wchar_t* text, const wchar_t* location, unsigned code, bool throwIt) {
     if (location == nullptr) {
         throw std::logic_error("LogError: null location");
     }
-    std::wstring line = std::wstring(location) + L": ";
-    const std::size_t prefixLength = line.size();
-    line += text != nullptr ? text : L"";
-    LogEvent(line.c_str(), true);
+    const std::wstring prefix = std::wstring(location) + L": ";
+    LogLine(prefix + (text != nullptr ? text : L""), true);
 
     const std::wstring errorText = ::GetErrorMessage(code, true);
-    line.resize(prefixLength);
-    line += errorText.empty() ? std::to_wstring(code) : errorText;
-    LogEvent(line.c_str(), true);
+    // Deliberate: the table's text as it is, line breaks of its own included.
+    LogEvent((prefix + (errorText.empty() ? CodeText(code) : errorText)).c_str(), true);
 
     if (throwIt) {
         throw Exception(code, ::GetErrorMessage(code, false));

@@ -21,8 +21,19 @@ namespace ca {
 /// logs an empty line.
 bool LogEventFmt(const wchar_t* format, bool flag, ...);
 
-/// Reports one error as two lines, both marked as errors: "location: text", then
-/// "location: " and the code's text with its prefix (the bare decimal code when it has none).
+/// Replaces by '?' what would end a line of the host's log, change how the rest of it reads, or
+/// cannot be written: control characters, line and paragraph separators, marks of the writing
+/// direction (Unicode 15, 23.1 to 23.3), and what is no character. Texts without them stay as they
+/// are, at the cost of a look at each character.
+void MakePrintable(std::wstring& text) noexcept;
+
+/// LogEvent() of a line that holds a text from outside the module, made printable.
+bool LogLine(std::wstring line, bool flag);
+
+/// Reports one error as two lines, both marked as errors: "location: text", then "location: " and
+/// the code's text with its prefix. A code without a text stands for itself: in decimal, from
+/// 0x80000000 on (the ASN.1 engine's) in hexadecimal.
+/// \param text      the caller's words; made printable.
 /// \param location  where the error arose, as GetLineString() gives it; std::logic_error for null.
 /// \param throwIt   true: throws ca::Exception with the code and its text without prefix.
 void LogError(const wchar_t* text, const wchar_t* location, unsigned code, bool throwIt);

@@ -228,8 +228,8 @@ bool CCryptoModule::Init(LogCallback log) {
     if (!LogInit(log, customTexts)) {
         return false;
     }
-    for (const std::wstring& warning : TakeWarnings()) {
-        LogEvent(warning.c_str(), true);
+    for (std::wstring& warning : TakeWarnings()) {
+        ca::LogLine(std::move(warning), true);
     }
     LogEvent(SetZORNAMessage(kMsgModuleInitialized), false);
     return true;
@@ -241,7 +241,7 @@ void CCryptoModule::CleanUp() {
 
 void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interactive) {
     CCallContext context(packet, this);
-    LogEvent((L"clientId =  " + packet.request.clientId).c_str(), false);
+    ca::LogLine(L"clientId =  " + packet.request.clientId, false);
 
     CancellationToken token;
     const CTokenLink link(packet, token);

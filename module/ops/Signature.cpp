@@ -60,7 +60,7 @@ void CCryptoModule::SignHash(ca::CryptPacket& packet) {
 
 // Signs without a message around the signature. Placeholder: empty file data.
 void CCryptoModule::SignRaw(ca::CryptPacket& packet) {
-    LogEvent((L"Received cert id \"" + packet.request.senderCertId + L"\"").c_str(), false);
+    ca::LogLine(L"Received cert id \"" + packet.request.senderCertId + L"\"", false);
     AnswerFileData(packet, 0);
 }
 

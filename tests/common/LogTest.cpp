@@ -77,7 +77,26 @@ TEST_F(LogTest, LogsTheBareNumberOfACodeWithoutText) {
     ca::LogError(L"", L"here:1", ca::kErrPrivateKeyAccess, /*throwIt=*/false);
     EXPECT_EQ(L"here:1: 50", lines.at(1).first);
     ca::LogError(L"", L"here:1", 0x80093102, /*throwIt=*/false);
-    EXPECT_EQ(L"here:1: 2148086018", lines.at(3).first);
+    EXPECT_EQ(L"here:1: 0x80093102", lines.at(3).first);
+}
+
+TEST_F(LogTest, TextsFromOutsideCannotBreakALine) {
+    using namespace std::string_literals;
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        {L"Имя ё \U0001F600 ~", L"Имя ё \U0001F600 ~"},
+        {L"a\r\nb\tc\x7F"s + L'\0' + L"d", L"a??b?c??d"},
+        {L"\u0080\u0085\u009F|\u00A0|\u2028\u2029", L"???|\u00A0|??"},
+        {L"\u061C\u200E\u200F\u202A\u202E\u2066\u2069|\u200D|\u2030", L"???????|\u200D|\u2030"},
+        {{wchar_t(0xD800), wchar_t(0xDFFF), wchar_t(0x110000), wchar_t(-1)}, L"????"},
+    };
+    for (const auto& [text, printable] : cases) {
+        lines.clear();
+        EXPECT_TRUE(ca::LogLine(text, false));
+        ca::LogError(text.c_str(), L"here:1", ca::kErrRecipientsHidden, /*throwIt=*/false);
+        EXPECT_EQ(printable, lines.at(0).first);
+        // The table's own line break stays.
+        EXPECT_NE(lines.at(2).first.find(L"hidden.\r\nNo"), std::wstring::npos);
+    }
 }
 
 TEST_F(LogTest, RefusesANullLocation) {
