@@ -21,7 +21,7 @@ void CCryptoModule::GetCert(ca::CryptPacket& packet) {
     packet.Response().SetObject(std::make_unique<ca::FileData>().release(), /*clear=*/true);
 }
 
-// Answers with a certificate's description. Placeholder: names and identifier only.
+// Answers with a certificate's description. Placeholder: names and identifier only, not verified.
 void CCryptoModule::GetCertInfo2(ca::CryptPacket& packet) {
     packet.Response().SetObject(ca::DescribeProviderCertificate().release(), /*clear=*/true);
     LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);

@@ -2,6 +2,7 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "records/ValidityText.h"
 
 namespace ca {
 
@@ -10,6 +11,7 @@ std::unique_ptr<CertInfo2> DescribeProviderCertificate() {
     info->id = kProviderCertId;
     info->description = L"Foo Subject";
     info->issuer = L"Foo Issuer";
+    FillValidity({}, {}, info->validity, info->validityNumber);
     return info;
 }
 
