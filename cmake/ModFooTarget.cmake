@@ -7,6 +7,8 @@ function(mod_foo_target target)
         $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>
         # g++ 12 takes std::string concatenation for overlapping copies (GCC bug 105651).
         $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+        # Source positions in the log name files of the project, not folders of the build machine.
+        -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
         $<$<BOOL:${MOD_FOO_BUILD_FUZZERS}>:-fsanitize=fuzzer-no-link>
         -Werror)
     target_compile_definitions(${target} PRIVATE

@@ -2,6 +2,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/HeapPtr.h"
+#include "common/Lng.h"
 
 #include <algorithm>
 #include <array>
@@ -125,7 +126,7 @@ unsigned DecodeText(const char* text, std::size_t length, unsigned char** out,
     }
     const Base64Run run = base64_decode_run(text, length, buffer.Get());
     if (run.written == 0) {
-        throw ca::Exception(ca::kErrNoArgumentData);
+        throw ca::Exception(ca::kErrNoArgumentData, SetZORNAMessage(kMsgNotBase64));
     }
     if (run.written > std::numeric_limits<unsigned>::max()) {
         throw ca::Exception(ca::kErrExecution);

@@ -174,7 +174,7 @@ class IniWriter {
 
 void Expect(bool rightType) {
     if (!rightType) {
-        throw ca::Exception(ca::kErrJsonParse);
+        throw ca::Exception(ca::kErrJsonParse, SetZORNAMessage(kMsgWrongJsonType));
     }
 }
 
@@ -364,6 +364,7 @@ void ConfigFileParser::FromJson(const JsonValue& value) {
     for (const Row& row : kRows) {
         const auto member = value.FindMember(row.key);
         if (member != value.MemberEnd()) {
+            SetJsonMember(row.key);
             std::visit([&](const auto& kind) { Take(kind, member->value, settings); }, row.kind);
         }
     }

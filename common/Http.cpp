@@ -259,7 +259,7 @@ void Transfer::SetProxy(const HttpSettings& settings) {
     }
     const auto type = static_cast<std::size_t>(settings.proxyType);
     if (type >= std::size(kProxyTypes) || settings.proxyPort == 0) {
-        throw Exception(kErrParameters);
+        throw Exception(kErrParameters, L"ProxyType, ProxyPort");
     }
     m_hasProxy = true;
     m_curl.Set(kCurlProxy, ParseHost(settings.proxyAddress));
@@ -359,8 +359,8 @@ void Transfer::Judge(int code) {
     const long status = m_curl.Status();
     if (code == kCurlHttpReturnedError || (code == kCurlOk && !IsSuccess(status))) {
         LogMessage(kMsgHttpRequestError, {std::to_wstring(status), std::to_wstring(code)}, true);
-        throw Exception(IsProxyRefusal(status) ? kErrConnection : kErrServer,
-                        L"HTTP " + std::to_wstring(status));
+        throw ReportedException(IsProxyRefusal(status) ? kErrConnection : kErrServer,
+                                L"HTTP " + std::to_wstring(status));
     }
     if (code != kCurlOk) {
         LogMessage(kMsgHttpNotSent, {std::to_wstring(code)}, true);
@@ -370,7 +370,7 @@ void Transfer::Judge(int code) {
         std::wstring detail = u8u16(m_curl.ErrorText(code));
         MakePrintable(detail);  // it may quote the server
         LogEvent(detail.c_str(), true);
-        throw Exception(TransferError(code), detail);
+        throw ReportedException(TransferError(code), detail);
     }
 }
 
@@ -391,6 +391,12 @@ void RunTransfer(const std::wstring& url, const PostBody* body, const HttpSettin
     transfer->Run();
 } catch (const std::bad_alloc&) {
     throw Exception(kErrExecution);
+}
+
+// The upload's text with what went wrong behind it.
+std::wstring UploadText(const Exception& e) {
+    return ::GetErrorMessage(kErrUpload, false) +
+           (e.message.empty() ? ::GetErrorMessage(e.errorCode, false) : e.message);
 }
 
 }  // namespace
@@ -421,13 +427,13 @@ void Upload(const std::wstring& url, std::span<const unsigned char> body,
     BodySink answer(kMaxUploadAnswer, /*keep=*/false);
     try {
         RunTransfer(url, &body, settings, timeoutMs, answer);
+    } catch (const ReportedException& e) {
+        throw ReportedException(kErrUpload, UploadText(e));
     } catch (const Exception& e) {
         if (e.errorCode == kErrCurlInit) {
             throw;
         }
-        const std::wstring detail =
-            e.message.empty() ? ::GetErrorMessage(e.errorCode, false) : e.message;
-        throw Exception(kErrUpload, ::GetErrorMessage(kErrUpload, false) + detail);
+        throw Exception(kErrUpload, UploadText(e));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 
 #include <QtCore/QUrl>
 
@@ -19,22 +20,30 @@ bool IsForbidden(wchar_t c) {
     return control || noCharacter || c == L'\\';
 }
 
-void CheckText(const std::wstring& text) {
-    if (text.empty() || text.size() > kMaxUrlLength ||
-        std::any_of(text.begin(), text.end(), IsForbidden)) {
-        throw Exception(kErrParameters);
-    }
+bool IsText(const std::wstring& text) {
+    return !text.empty() && text.size() <= kMaxUrlLength &&
+           std::none_of(text.begin(), text.end(), IsForbidden);
+}
+
+// The address itself is not repeated: what is no URL may be anything.
+[[noreturn]] void RefuseUrl() {
+    throw Exception(kErrParameters, SetZORNAMessage(kMsgNotHttp));
+}
+[[noreturn]] void RefuseHost() {
+    throw Exception(kErrParameters, L"ProxyAddress");
 }
 
 }  // namespace
 
 HttpUrl ParseHttpUrl(const std::wstring& url) {
-    CheckText(url);
+    if (!IsText(url)) {
+        RefuseUrl();
+    }
     QUrl parsed(QString::fromStdWString(url), QUrl::TolerantMode);
     const bool isSecure = parsed.scheme() == QLatin1String("https");
     const bool isHttp = isSecure || parsed.scheme() == QLatin1String("http");
     if (!parsed.isValid() || !isHttp || parsed.host().isEmpty() || parsed.port(1) == 0) {
-        throw Exception(kErrParameters);
+        RefuseUrl();
     }
     HttpUrl result{parsed.toEncoded(QUrl::RemoveFragment).toStdString(), {}, isSecure};
     const bool hasQuery = parsed.hasQuery();
@@ -49,12 +58,14 @@ HttpUrl ParseHttpUrl(const std::wstring& url) {
 }
 
 std::string ParseHost(const std::wstring& host) {
-    CheckText(host);
+    if (!IsText(host)) {
+        RefuseHost();
+    }
     QUrl url;
     url.setHost(QString::fromStdWString(host));
     std::string ascii = url.host(QUrl::FullyEncoded).toStdString();
     if (ascii.empty()) {
-        throw Exception(kErrParameters);
+        RefuseHost();
     }
     return ascii.find(':') == std::string::npos ? ascii : '[' + ascii + ']';
 }

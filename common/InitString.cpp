@@ -82,8 +82,8 @@ class Scanner {
         ++m_number;
         const std::wstring_view name = TrimRight(TakeUntil(L"=;"));
         if (!IsName(name) || !Take(L'=')) {
-            // Whatever stands there is no name worth showing; the place is.
-            RefuseItem(IsName(name) ? name : L"#" + std::to_wstring(m_number));
+            // Whatever stands there is no name; it may be the rest of a password that holds a ';'.
+            RefuseItem(L"#" + std::to_wstring(m_number));
         }
         SkipBlanks();
         std::wstring value =

@@ -2,6 +2,7 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 #include "common/Log.h"
 
 #include <cstdlib>
@@ -9,7 +10,18 @@
 
 namespace {
 
-thread_local ca::JsonPosition currentPosition{"", 0, ""};
+constexpr ca::JsonPosition kNowhere{"", 0, ""};
+
+constinit thread_local ca::JsonPosition currentPosition = kNowhere;
+constinit thread_local const char* currentMember = "";
+
+// Appends a key, if there is one, in quotes.
+void AppendKey(const char* key, std::wstring& place) {
+    if (*key != '\0') {
+        place.append(place.empty() ? L"\"" : L", \"");
+        place.append(key, key + std::char_traits<char>::length(key)).append(L"\"");
+    }
+}
 
 }  // namespace
 
@@ -17,12 +29,29 @@ namespace ca {
 
 void SetJsonPosition(const JsonPosition& position) noexcept {
     currentPosition = position;
+    currentMember = "";
+}
+
+void SetJsonMember(const char* key) noexcept {
+    currentMember = key;
+}
+
+std::wstring JsonPlace() {
+    std::wstring place;
+    AppendKey(currentPosition.key, place);
+    AppendKey(currentMember, place);
+    return place;
+}
+
+void ClearJsonPosition() noexcept {
+    SetJsonPosition(kNowhere);
 }
 
 void JsonTypeFault(const char* condition) {
 #ifdef MOD_FOO_REPORT_JSON_TYPES
     static_cast<void>(condition);
-    throw Exception(kErrJsonParse);
+    throw Exception(kErrJsonParse, SetZORNAMessage(kMsgWrongJsonType), currentPosition.file,
+                    currentPosition.line);
 #else
     std::wstring text = L"wrong JSON type of \"";
     for (const char* part : {currentPosition.key, "\": ", condition}) {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <string>
 #include <string_view>
 
 #ifdef RAPIDJSON_ASSERT
@@ -23,6 +24,14 @@ struct JsonPosition {
 
 /// Names the key that this thread reads next; see CA_JSON_KEY.
 void SetJsonPosition(const JsonPosition& position) noexcept;
+
+/// Names the member that is read next in the record under that key; static text.
+void SetJsonMember(const char* key) noexcept;
+
+/// What this thread reads of a request: `"storeAddress", "name"`, only the key outside of a record,
+/// nothing behind ClearJsonPosition().
+std::wstring JsonPlace();
+void ClearJsonPosition() noexcept;
 
 /// What rapidjson's assertions end in. Logs the position of the key being read through the host's
 /// callback, then stops the process; with MOD_FOO_REPORT_JSON_TYPES throws ca::Exception 16300.

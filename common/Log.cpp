@@ -136,7 +136,7 @@ void LogError(const wchar_t* text, const wchar_t* location, unsigned code, bool 
     LogEvent((prefix + (errorText.empty() ? CodeText(code) : errorText)).c_str(), true);
 
     if (throwIt) {
-        throw Exception(code, ::GetErrorMessage(code, false));
+        throw ReportedException(code, ::GetErrorMessage(code, false));
     }
 }
 

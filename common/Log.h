@@ -35,7 +35,7 @@ bool LogLine(std::wstring line, bool flag);
 /// 0x80000000 on (the ASN.1 engine's) in hexadecimal.
 /// \param text      the caller's words; made printable.
 /// \param location  where the error arose, as GetLineString() gives it; std::logic_error for null.
-/// \param throwIt   true: throws ca::Exception with the code and its text without prefix.
+/// \param throwIt   true: throws ca::ReportedException with the code and its text without prefix.
 void LogError(const wchar_t* text, const wchar_t* location, unsigned code, bool throwIt);
 
 /// "file:line". The third text is for the caller's own use and does not appear.

@@ -6,6 +6,7 @@
 #include "common/Http.h"
 #include "common/InitString.h"
 #include "common/JsonString.h"
+#include "common/Lng.h"
 #include "module/JsonText.h"
 #include "module/RecordTypes.h"
 
@@ -89,7 +90,8 @@ Blob WideOctets(const std::wstring& text) {
 std::unique_ptr<FileData> RawPayload(const char* data, std::size_t length, std::size_t textLength,
                                      std::uint32_t size) {
     if (length < std::uint64_t{size} + textLength + 1) {
-        throw Exception(kErrNoArgumentData);
+        throw Exception(kErrNoArgumentData,
+                        SetZORNAMessage(kMsgTooFewOctets) + std::to_wstring(size));
     }
     auto payload = std::make_unique<FileData>();
     payload->Assign(data + textLength + 1, size);

@@ -34,9 +34,13 @@ constexpr int kLogModePayloads = 3;                // of the configuration's Log
 constexpr std::uint32_t kUploadTimeoutMs = 30000;  // the whole transfer
 constexpr std::size_t kAnswerCapacity = 256;       // most answers fit without growing
 
-void ReportFailure(std::uint32_t code, ca::CryptResponse& response) {
+void ReportFailure(std::uint32_t code, const wchar_t* text) {
     const std::wstring location = ca::GetLineString(kReportFile, kReportLine, __DATE__);
-    ca::LogError(L"", location.c_str(), code, /*throwIt=*/false);
+    ca::LogError(text, location.c_str(), code, /*throwIt=*/false);
+}
+
+void AnswerFailureOf(std::uint32_t code, ca::CryptResponse& response) {
+    ReportFailure(code, L"");
     response.errorCode = code;
     response.errorMessage = GetErrorMessage(code, true);
 }
@@ -60,6 +64,27 @@ std::wstring PayloadLine(std::span<const unsigned char> payload) {
         payload = payload.subspan(size);
     }
     return line;
+}
+
+// Reads the request. What is wrong in one of its keys is said with the key's name.
+void ReadRequest(const CMPacket& packet, ca::CryptRequest& request) {
+    ca::ClearJsonPosition();
+    try {
+        request.FromJson(packet.request, packet.requestLength);
+    } catch (ca::Exception& fault) {
+        std::wstring place = ca::JsonPlace();
+        if (!place.empty() && !fault.message.empty()) {
+            place += L": ";
+        }
+        fault.message.insert(0, place);
+        throw;
+    }
+}
+
+// The dispatch's own refusals: nothing was run, and the answer says it all.
+bool IsRefusal(const ca::Exception& failure) {
+    return failure.errorCode == ca::kErrModeNotSupported ||
+           failure.errorCode == ca::kErrPrivateKeyAccess;
 }
 
 // Writes the answer into a buffer of its own and hands that to the host.
@@ -110,7 +135,7 @@ namespace ca {
 void CryptoModule::ProcessJson(CMPacket& packet) {
     CryptPacket call(&m_config);
     try {
-        call.request.FromJson(packet.request, packet.requestLength);
+        ReadRequest(packet, call.request);
         if (m_config.GetLogMode() == kLogModePayloads) {
             LogPayload(call);
         }
@@ -123,19 +148,23 @@ void CryptoModule::ProcessJson(CMPacket& packet) {
             call.request.uploadUrl = uploadUrl;  // an operation may have used it up
             call.UploadFileData(kUploadTimeoutMs);
         }
+    } catch (const ReportedException& failure) {
+        AnswerFailureOf(failure.errorCode, call.response);
     } catch (const Exception& failure) {
-        ReportFailure(failure.errorCode, call.response);
+        if (!failure.message.empty()) {
+            LogLine(RaisedAt(failure) + L": " + failure.message, true);
+        }
+        AnswerFailureOf(failure.errorCode, call.response);
     }
     SetAnswer(packet, call.response);
 }
 
-void CryptoModule::AnswerFailure(CMPacket& packet) {
+void CryptoModule::AnswerFailure(CMPacket& packet, const char* why) {
     packet.response = nullptr;
     packet.responseSize = 0;
     // The report first: a thread that is cancelled while it logs leaves no answer behind.
     try {
-        CryptResponse unused;
-        ReportFailure(kErrExecution, unused);
+        ReportFailure(kErrExecution, u8u16(std::string(why)).c_str());
     } catch (...) {
         LetThreadEnd();
         // Deliberate: no memory for a line, or the host's callback threw. The answer goes on.
@@ -247,8 +276,14 @@ void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interacti
     const CTokenLink link(packet, token);
     try {
         RunMode(packet, interactive);
+    } catch (const ca::ReportedException& failure) {
+        packet.response.errorCode = failure.errorCode;
     } catch (const ca::Exception& failure) {
         packet.response.errorCode = failure.errorCode;
+        if (!IsRefusal(failure)) {
+            ca::LogError(failure.message.c_str(), ca::RaisedAt(failure).c_str(), failure.errorCode,
+                         /*throwIt=*/false);
+        }
     }
     if (token.IsCancelled()) {
         return;

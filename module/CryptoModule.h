@@ -31,7 +31,8 @@ class CryptoModule {
     /// Answers 16197 to a request that ended in an exception outside of these layers; without
     /// memory even for that, null and size 0. Throws nothing but the unwinding of a cancelled
     /// thread. Not to be called inside of a handler.
-    static void AnswerFailure(CMPacket& packet);
+    /// \param why  what the exception said, UTF-8; for the log.
+    static void AnswerFailure(CMPacket& packet, const char* why);
 
     /// Reads the service configuration. What is wrong with it is shown to the user, or kept for
     /// TakeWarnings() where nothing can be shown. Always true: defaults stand in.
@@ -110,7 +111,8 @@ class CCryptoModule : public ca::CryptoModule {
     void RunMode(ca::CryptPacket& packet, bool interactive);
 
     // The handlers, by subject in ops/. Each reads the packet's request, puts its results into the
-    // response's container, and fails by throwing ca::Exception.
+    // response's container, and fails by throwing ca::Exception, whose text says what the code does
+    // not. The dispatch logs code, text and source position, unless ca::LogError() threw it.
     void Encrypt(ca::CryptPacket& packet);
     void Sign(ca::CryptPacket& packet);
     void Verify(ca::CryptPacket& packet);

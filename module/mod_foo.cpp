@@ -8,6 +8,8 @@
 #include "module/GuiThread.h"
 #include "module/viewer/CertInfoDlg.h"
 
+#include <cstring>
+#include <exception>
 #include <memory>
 
 void* CM_Init(int silent, CMLogCallback callback) {
@@ -29,14 +31,17 @@ void CM_ProcessClientRequest(void* module, CMPacket* packet) {
     if (module == nullptr || packet == nullptr) {
         return;
     }
+    char why[256] = "";  // kept without memory: there may be none
     try {
         static_cast<CCryptoModule*>(module)->ProcessJson(*packet);
         return;
+    } catch (const std::exception& failure) {
+        std::strncpy(why, failure.what(), sizeof why - 1);
     } catch (...) {
         ca::LetThreadEnd();
-        // Answered below, outside of this handler: the report may end the thread, too.
     }
-    ca::CryptoModule::AnswerFailure(*packet);
+    // Outside of the handlers: the report may end the thread, too.
+    ca::CryptoModule::AnswerFailure(*packet, why);
 }
 
 void CM_Free(void* module) {

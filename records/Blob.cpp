@@ -3,6 +3,7 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 
 #include <algorithm>
 #include <cstring>
@@ -38,7 +39,7 @@ void Blob::AssignZeros(std::uint32_t size) {
 
 void Blob::AssignBase64(const JsonValue& value) {
     if (!value.IsString()) {
-        throw Exception(kErrJsonParse);
+        throw Exception(kErrJsonParse, SetZORNAMessage(kMsgWrongJsonType));
     }
     Clear();
     unsigned char* decoded = nullptr;

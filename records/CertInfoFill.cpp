@@ -139,7 +139,7 @@ void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
         AddError(record.error, fault.message);
     }
     if (certificate->TbsCertificate() == nullptr) {
-        throw Exception(kErrCertificate);
+        throw Exception(kErrCertificate, record.error);
     }
     record.FromAsn1(*certificate);
 }

@@ -4,6 +4,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/JsonString.h"
+#include "common/Lng.h"
 
 #include <string_view>
 
@@ -17,12 +18,14 @@ namespace ca {
 
 void RequireJson(bool isRight) {
     if (!isRight) {
-        throw Exception(kErrJsonParse);
+        throw Exception(kErrJsonParse, SetZORNAMessage(kMsgWrongJsonType));
     }
 }
 
 CNestingGuard::CNestingGuard() {
-    RequireJson(nesting < kMaxRecordNesting);
+    if (nesting == kMaxRecordNesting) {
+        throw Exception(kErrJsonParse);
+    }
     ++nesting;
 }
 

@@ -166,6 +166,7 @@ const JsonValue* FindJson(const JsonValue& object, std::string_view key);
 template <class Record, class Owner, class Value>
 void ReadField(const JsonValue& object, Record& record, const JsonField<Owner, Value>& field) {
     if (const JsonValue* value = FindJson(object, field.key); value != nullptr) {
+        SetJsonMember(field.key.data());  // static text, as all of a table
         ReadJson(*value, record.*field.member);
     }
 }
@@ -185,6 +186,7 @@ void ReadMembers(const JsonValue& object, Record& record, const std::tuple<Field
     RequireJson(object.IsObject());
     const CNestingGuard guard;
     std::apply([&](const auto&... fields) { (ReadField(object, record, fields), ...); }, table);
+    SetJsonMember("");
 }
 
 /// Replaces the record by what the object says: fields that it does not have get their defaults.

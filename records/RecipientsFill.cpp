@@ -45,7 +45,9 @@ class CCollector {
     // Throws 16253 when nobody is named and nothing was unreadable.
     ca::Recipients Take() {
         if (m_recipients.ids.empty() && !m_hasFault) {
-            throw ca::Exception(ca::kErrRecipientsHidden);
+            throw ca::Exception(ca::kErrRecipientsHidden,
+                                SetZORNAMessage(kMsgUnnamedRecipients) +
+                                    std::to_wstring(m_recipients.records.items.size()));
         }
         return std::move(m_recipients);
     }
@@ -245,6 +247,16 @@ CAsn1Element RecipientInfosOf(const CAsn1Element& envelope) {
     return ca::Child(envelope, index);
 }
 
+// What stands in the place of the recipients.
+ca::Exception RecipientInfosFault(const CAsn1Element& other, std::span<unsigned char> envelope) {
+    constexpr std::string_view kName = "EnvelopedData.recipientInfos";
+    if (other.raw.empty()) {
+        return MakeAsn1Missing(kName, envelope.size());
+    }
+    return MakeAsn1WrongTag(kName, other.tag,
+                            static_cast<std::size_t>(other.raw.data() - envelope.data()));
+}
+
 }  // namespace
 
 namespace ca {
@@ -262,7 +274,7 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo) {
 Recipients DescribeRecipients(std::span<unsigned char> envelope) {
     const CAsn1Element infos = RecipientInfosOf(FirstElement(envelope));
     if (infos.tag != kAsn1Set) {
-        throw Exception(kErrBadData);
+        throw Exception(kErrBadData, RecipientInfosFault(infos, envelope).message);
     }
     const CDecoded<CAsn1SetOf<CAsn1RecipientInfo>> list(infos.raw, Asn1Blocks::kRead);
     CCollector collector;

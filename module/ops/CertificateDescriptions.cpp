@@ -7,6 +7,7 @@
 #include "module/CryptoModule.h"
 #include "module/RecordTypes.h"
 #include "module/ops/ProviderCertificate.h"
+#include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
@@ -26,7 +27,7 @@ ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& it
         ca::CollectCertificates(item.octets, bundle);
     }
     if (bundle.certificates.empty()) {
-        throw ca::Exception(ca::kErrCertificate);
+        throw ca::Exception(ca::kErrCertificate, ca::SayRefused(items, &ca::CertificateFault));
     }
     return bundle;
 }

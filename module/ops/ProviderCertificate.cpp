@@ -2,6 +2,7 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 #include "records/ValidityText.h"
 
 namespace ca {
@@ -17,7 +18,7 @@ std::unique_ptr<CertInfo2> DescribeProviderCertificate() {
 
 std::unique_ptr<CertInfo2> FindProviderCertificate(const std::wstring& id) {
     if (!id.empty() && id != kProviderCertId) {
-        throw Exception(kErrStore);
+        throw Exception(kErrStore, SetZORNAMessage(kMsgNoSuchCertificate) + (L'"' + id + L'"'));
     }
     return DescribeProviderCertificate();
 }

@@ -3,6 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "module/CryptoModule.h"
+#include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/RecipientsFill.h"
 #include "records/StringArray.h"
@@ -18,7 +19,7 @@ std::span<unsigned char> RequireEnvelope(const std::vector<ca::PayloadItem>& ite
             return envelope;
         }
     }
-    throw ca::Exception(ca::kErrBadData);
+    throw ca::Exception(ca::kErrBadData, ca::SayRefused(items, &ca::ContentFault));
 }
 
 }  // namespace

@@ -2,18 +2,22 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 #include "module/RecordTypes.h"
+
+#include <string>
 
 namespace ca {
 
 std::vector<PayloadItem> RequestPayload(CryptPacket& packet) {
     FileData* payload = FindFileData(packet.Request());
-    std::vector<PayloadItem> items;
-    if (payload != nullptr) {
-        items = DecodePayload({payload->data(), payload->size()});
+    if (payload == nullptr) {
+        throw Exception(kErrNoArgumentData, SetZORNAMessage(kMsgNoPayload));
     }
+    std::vector<PayloadItem> items = DecodePayload({payload->data(), payload->size()});
     if (items.empty()) {
-        throw Exception(kErrNoArgumentData);
+        throw Exception(kErrNoArgumentData,
+                        SetZORNAMessage(kMsgNoObject) + std::to_wstring(payload->size()));
     }
     return items;
 }

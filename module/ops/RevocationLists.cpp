@@ -6,6 +6,7 @@
 #include "common/Log.h"
 #include "module/CallContext.h"
 #include "module/CryptoModule.h"
+#include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/CrlInfoFill.h"
 
@@ -20,7 +21,7 @@ std::span<unsigned char> RequireCrl(const std::vector<ca::PayloadItem>& items) {
             return list;
         }
     }
-    throw ca::Exception(ca::kErrBadData);
+    throw ca::Exception(ca::kErrBadData, ca::SayRefused(items, &ca::CrlFault));
 }
 
 }  // namespace

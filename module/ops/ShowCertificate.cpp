@@ -10,6 +10,8 @@
 #include "module/GuiThread.h"
 #include "module/RecordTypes.h"
 #include "module/ops/ProviderCertificate.h"
+#include "module/ops/RefusedObjects.h"
+#include "module/ops/RequestPayload.h"
 #include "module/viewer/CertInfoDlg.h"
 
 #include <QByteArray>
@@ -49,11 +51,23 @@ Filler FillerOf(ca::CryptPacket& packet) {
         return [info](CCertInfoDlg& viewer) { return viewer.SetCertInfo(*info); };
     }
     if (payload->size() > ca::CCertDocument::kMaxOctets) {
-        throw ca::Exception(ca::kErrBadData);
+        throw ca::Exception(ca::kErrBadData,
+                            SetZORNAMessage(kMsgTooManyOctets) + std::to_wstring(payload->size()));
     }
     const QByteArray octets(reinterpret_cast<const char*>(payload->data()),
                             static_cast<int>(payload->size()));
     return [octets](CCertInfoDlg& viewer) { return viewer.setCertificate(octets); };
+}
+
+// Fails for a viewer that did not open, with what can be said of the reason.
+[[noreturn]] void ThrowNotShown(ca::CryptPacket& packet, std::uint32_t code) {
+    if (code == ca::kErrServiceMode) {
+        throw ca::Exception(code, SetZORNAMessage(kMsgNoWindow));
+    }
+    if (ca::FindFileData(packet.Request()) == nullptr) {
+        throw ca::Exception(code);
+    }
+    throw ca::Exception(code, ca::SayRefused(ca::RequestPayload(packet), &ca::CertificateFault));
 }
 
 }  // namespace
@@ -63,18 +77,15 @@ Filler FillerOf(ca::CryptPacket& packet) {
 // get to it in time ("SHOW_TIMEOUT").
 void CCryptoModule::ShowCert(ca::CryptPacket& packet) {
     if (m_silent) {
-        throw ca::Exception(ca::kErrServiceMode);
+        throw ca::Exception(ca::kErrServiceMode, SetZORNAMessage(kMsgSilentModule));
     }
     const std::uint64_t wait = ca::InitString(packet.context->InitParams())
                                    .GetUnsigned(L"SHOW_TIMEOUT", 1, kMaxWaitMs,
                                                 static_cast<std::uint64_t>(ca::kGuiWait.count()));
     const std::uint32_t code = ca::RunInGuiThread(
         [fill = FillerOf(packet)] { return OpenViewer(fill); }, std::chrono::milliseconds(wait));
-    if (code == ca::kErrServiceMode) {
-        LogEvent(SetZORNAMessage(kMsgNoWindow), true);
-    }
     if (code != ca::kErrNone) {
-        throw ca::Exception(code);
+        ThrowNotShown(packet, code);
     }
     LogEvent(SetZORNAMessage(kMsgCertificateShown), false);
 }

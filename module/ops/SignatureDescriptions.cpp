@@ -6,10 +6,12 @@
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
+#include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/SignInfoFill.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -36,6 +38,15 @@ std::vector<ca::PayloadItem> SignaturePayload(ca::CryptPacket& packet) {
     return items.empty() ? ca::RequestPayload(packet) : std::move(items);
 }
 
+// The objects of all messages that GetSignInfo2 describes.
+std::vector<ca::PayloadItem> AllItems(ca::CryptPacket& packet) {
+    std::vector<ca::PayloadItem> all;
+    for (ca::Blob& blob : packet.request.signatures) {
+        std::ranges::move(Decode(blob), std::back_inserter(all));
+    }
+    return packet.request.signatures.empty() ? SignaturePayload(packet) : std::move(all);
+}
+
 // Answers with the list of signatures and, beside it, whether the content is enclosed. A message
 // that nobody signed must not read as a signed one: 16308, as for no message.
 void AnswerSignatures(ca::CryptPacket& packet) {
@@ -43,7 +54,7 @@ void AnswerSignatures(ca::CryptPacket& packet) {
     auto signatures = std::make_unique<ca::SignInfos>();
     const bool isAttached = Describe(items, *signatures);
     if (signatures->Count() == 0) {
-        throw ca::Exception(ca::kErrNoSignedData);
+        throw ca::Exception(ca::kErrNoSignedData, ca::SayRefused(items, &ca::SignedMessageFault));
     }
     packet.response.isAttached = isAttached;
     packet.Response().SetObject(signatures.release(), /*clear=*/true);  // the container owns it now
@@ -82,7 +93,8 @@ void CCryptoModule::GetSignInfo2(ca::CryptPacket& packet) {
         add(SignaturePayload(packet));
     }
     if (std::ranges::all_of(lists->items, [](const auto& list) { return list->Count() == 0; })) {
-        throw ca::Exception(ca::kErrNoSignedData);
+        throw ca::Exception(ca::kErrNoSignedData,
+                            ca::SayRefused(AllItems(packet), &ca::SignedMessageFault));
     }
     packet.Response().SetObject(lists.release(), /*clear=*/true);  // the container owns it now
     LogEvent(SetZORNAMessage(kMsgSignInfoReturned), false);

@@ -27,7 +27,7 @@ ca::StoreAddresses RequestedStores(ca::CryptPacket& packet) {
         return list;
     }
     if (!packet.request.currentStores) {
-        ca::LogError(L"SetCurStore", CA_HERE, ca::kErrNoArgumentData, /*throwIt=*/true);
+        throw ca::Exception(ca::kErrNoArgumentData, SetZORNAMessage(kMsgNoStores));
     }
     return *packet.request.currentStores;
 }
@@ -64,9 +64,11 @@ class CStoreNames {
 void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
     ca::StoreAddresses stores = RequestedStores(packet);
     LogEvent(SetZORNAMessage(kMsgCurStoreReceived), false);
-    for (const ca::StoreAddress& store : stores) {
-        if (!IsUsable(store)) {
-            ca::LogError(store.name.c_str(), CA_HERE, ca::kErrStoreAddress, /*throwIt=*/true);
+    for (std::size_t i = 0; i < stores.size(); ++i) {
+        if (!IsUsable(stores[i])) {
+            throw ca::Exception(ca::kErrStoreAddress, SetZORNAMessage(kMsgStoreNowhere) +
+                                                          (L"#" + std::to_wstring(i + 1)) + L" \"" +
+                                                          stores[i].name + L'"');
         }
     }
     m_clients.ReplaceStores(packet.request.clientId, std::move(stores));

@@ -42,8 +42,7 @@ std::unique_ptr<ca::CertInfo2> Describe(std::span<unsigned char> octets) {
 std::unique_ptr<ca::CertInfo2> ReadRecord(std::string_view json) {
     ca::JsonDocument document;
     document.Parse<ca::kJsonParseFlags>(json.data(), json.size());
-    ca::RequireJson(!document.HasParseError());
-    ca::RequireJson(document.IsObject());
+    ca::RequireJson(!document.HasParseError() && document.IsObject());
     // An answer as a whole does as well.
     const bool isAnswer = document.HasMember("certInfo");
     auto record = std::make_unique<ca::CertInfo2>();

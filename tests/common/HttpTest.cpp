@@ -319,7 +319,7 @@ TEST_F(HttpTest, ReportsAFailedUploadWithItsReason) {
 
     const ClosedPort port;
     EXPECT_THAT(Send(port.Url(), "x"), StartsWith(text + L"Failed to connect"));
-    EXPECT_EQ(text + L"Incorrect parameters.", Send(L"ftp://127.0.0.1/", "x"));
+    EXPECT_EQ(text + L"no http or https address", Send(L"ftp://127.0.0.1/", "x"));
 
     const HttpTestServer endless(
         Endless("HTTP/1.1 200 OK\r\n\r\n", std::string(65536, 'x'), milliseconds(0)));

@@ -60,8 +60,8 @@ TEST_F(InitStringTest, NamesTheItemItCannotRead) {
         std::wstring text;
         const wchar_t* which;
     } cases[] = {
-        {L"A=1;B", L"B"},
-        {L"A=1;B;C=2", L"B"},
+        {L"A=1;B", L"#2"},
+        {L"PIN=1;23;C=2", L"#2"},  // what is no name may be secret
         {L"=1", L"#1"},
         {L"A=1;;B C=2", L"#2"},
         {L"A=\"1", L"A"},

@@ -8,7 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <optional>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -97,6 +99,20 @@ TEST_F(LogTest, TextsFromOutsideCannotBreakALine) {
         // The table's own line break stays.
         EXPECT_NE(lines.at(2).first.find(L"hidden.\r\nNo"), std::wstring::npos);
     }
+}
+
+TEST_F(LogTest, KnowsWhereAnExceptionArose) {
+    const long line = __LINE__ + 2;
+    try {
+        throw ca::Exception(ca::kErrBadData);
+    } catch (const ca::Exception& e) {
+        EXPECT_EQ(L"LogTest.cpp:" + std::to_wstring(line), ca::RaisedAt(e));
+    }
+    // One that another thread made is known by the place of the catch.
+    std::optional<ca::Exception> other;
+    std::thread([&] { other.emplace(ca::kErrStore); }).join();
+    EXPECT_EQ(L"LogTest.cpp:" + std::to_wstring(__LINE__), ca::RaisedAt(*other));
+    EXPECT_THROW(ca::LogError(L"", L"here:1", 16301, /*throwIt=*/true), ca::ReportedException);
 }
 
 TEST_F(LogTest, RefusesANullLocation) {

@@ -101,13 +101,24 @@ TEST_F(ShowCertificateTest, OpensAWindowInTheGuiThread) {
     }
     CloseViewers();
 
-    for (const auto& [request, code] : std::initializer_list<std::pair<const char*, unsigned>>{
-             {R"({"mode":39,"fileData":"SGVsbG8="})", 16113},
-             {R"({"mode":39,"fileData":""})", 16118},
-             {R"({"mode":39,"senderCertId":"unknown"})", 16102},
-             {R"({"mode":39,"extInitParams":"SHOW_TIMEOUT=0"})", 16268},
-         }) {
-        EXPECT_EQ(CodeOf(request), code) << request;
+    const struct {
+        const char* request;
+        unsigned code;
+        const wchar_t* detail;  // in the log
+    } refused[] = {
+        {R"({"mode":39,"fileData":"SGVsbG8="})", 16113, L": Object 1: Certificate: "},
+        {R"({"mode":39,"fileData":""})", 16118, L"No object in the file data, octets: 0"},
+        {R"({"mode":39,"senderCertId":"unknown"})", 16102, L"\"unknown\""},
+        {R"({"mode":39,"extInitParams":"SHOW_TIMEOUT=0"})", 16268, L": SHOW_TIMEOUT"},
+    };
+    for (const auto& c : refused) {
+        LogRecorder::Take();
+        EXPECT_EQ(CodeOf(c.request), c.code) << c.request;
+        std::vector<LogLine> lines = LogRecorder::Take();
+        std::erase_if(lines, [](const LogLine& line) { return !line.isError; });
+        ASSERT_EQ(lines.size(), 2U);
+        EXPECT_NE(lines[0].text.find(c.detail), std::wstring::npos)
+            << testing::PrintToString(lines[0].text);
     }
     Init(/*silent=*/1);
     EXPECT_EQ(CodeOf(kShow), kServiceMode);

@@ -1,0 +1,76 @@
+#include "module/ops/RefusedObjects.h"
+
+#include "asn1/cms/ContentInfo.h"
+#include "asn1/cms/SignedData.h"
+#include "asn1/crl/CertificateList.h"
+#include "asn1/x509/Certificate.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "records/SignInfoFill.h"
+#include "records/text/Decoded.h"
+#include "records/text/GeneralNameText.h"
+
+namespace {
+
+// Element and offset of the first fault in a T; "" for a whole one.
+template <class T>
+std::wstring FaultIn(std::span<unsigned char> octets) {
+    try {
+        const ca::CDecoded<T> decoded(octets);
+    } catch (const ca::Exception& fault) {
+        return fault.message;
+    }
+    return {};
+}
+
+// "1 "CERTIFICATE"", the number counting from 1.
+std::wstring Title(std::size_t number, const std::string& label) {
+    std::wstring title = SetZORNAMessage(kMsgObject) + std::to_wstring(number);
+    if (!label.empty()) {
+        title.append(L" \"").append(label.begin(), label.end()).append(L"\"");
+    }
+    return title;
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring CertificateFault(std::span<unsigned char> object) {
+    return FaultIn<CAsn1Certificate>(object);
+}
+
+std::wstring CrlFault(std::span<unsigned char> object) {
+    return FaultIn<CAsn1CertificateList>(object);
+}
+
+std::wstring SignedMessageFault(std::span<unsigned char> object) {
+    if (const auto signedData = FindSignedData(object); !signedData.empty()) {
+        const std::wstring fault = FaultIn<CAsn1SignedData>(signedData);
+        return fault.empty() ? SetZORNAMessage(kMsgNoSigners) : fault;
+    }
+    return ContentFault(object);
+}
+
+std::wstring ContentFault(std::span<unsigned char> object) {
+    const std::wstring fault = FaultIn<CAsn1ContentInfo>(object);
+    if (!fault.empty()) {
+        return fault;
+    }
+    const CDecoded<CAsn1ContentInfo> message(object);
+    return SetZORNAMessage(kMsgContent) + (L": " + OidWithName(OctetsOf(message->ContentType())));
+}
+
+std::wstring SayRefused(const std::vector<PayloadItem>& items, ObjectFault fault) {
+    std::wstring text;
+    for (std::size_t i = 0; i < items.size() && i < kMaxRefusedSaid; ++i) {
+        const PayloadItem& item = items[i];
+        const std::wstring words =
+            item.octets.empty() ? SetZORNAMessage(kMsgNotBase64) : fault(item.octets);
+        text.append(text.empty() ? L"" : L"; ").append(Title(i + 1, item.label));
+        text.append(words.empty() ? L"" : L": ").append(words);
+    }
+    return items.size() > kMaxRefusedSaid ? text + L"; ..." : text;
+}
+
+}  // namespace ca
