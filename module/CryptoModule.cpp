@@ -34,13 +34,13 @@ constexpr int kLogModePayloads = 3;                // of the configuration's Log
 constexpr std::uint32_t kUploadTimeoutMs = 30000;  // the whole transfer
 constexpr std::size_t kAnswerCapacity = 256;       // most answers fit without growing
 
-void ReportFailure(std::uint32_t code, const wchar_t* text) {
+void LogFailure(std::uint32_t code, const wchar_t* text) {
     const std::wstring location = ca::GetLineString(kReportFile, kReportLine, __DATE__);
     ca::LogError(text, location.c_str(), code, /*throwIt=*/false);
 }
 
-void AnswerFailureOf(std::uint32_t code, ca::CryptResponse& response) {
-    ReportFailure(code, L"");
+void ReportFailure(std::uint32_t code, ca::CryptResponse& response) {
+    LogFailure(code, L"");
     response.errorCode = code;
     response.errorMessage = GetErrorMessage(code, true);
 }
@@ -149,12 +149,12 @@ void CryptoModule::ProcessJson(CMPacket& packet) {
             call.UploadFileData(kUploadTimeoutMs);
         }
     } catch (const ReportedException& failure) {
-        AnswerFailureOf(failure.errorCode, call.response);
+        ReportFailure(failure.errorCode, call.response);
     } catch (const Exception& failure) {
         if (!failure.message.empty()) {
             LogLine(RaisedAt(failure) + L": " + failure.message, true);
         }
-        AnswerFailureOf(failure.errorCode, call.response);
+        ReportFailure(failure.errorCode, call.response);
     }
     SetAnswer(packet, call.response);
 }
@@ -164,7 +164,7 @@ void CryptoModule::AnswerFailure(CMPacket& packet, const char* why) {
     packet.responseSize = 0;
     // The report first: a thread that is cancelled while it logs leaves no answer behind.
     try {
-        ReportFailure(kErrExecution, u8u16(std::string(why)).c_str());
+        LogFailure(kErrExecution, u8u16(std::string(why)).c_str());
     } catch (...) {
         LetThreadEnd();
         // Deliberate: no memory for a line, or the host's callback threw. The answer goes on.

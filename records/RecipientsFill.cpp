@@ -242,19 +242,26 @@ class CCollector {
 };
 
 // The recipients stand behind the version and, tagged [0], what the originator adds.
-CAsn1Element RecipientInfosOf(const CAsn1Element& envelope) {
-    const std::size_t index = ca::Child(envelope, 1).tag == ca::ContextConstructed(0) ? 2 : 1;
-    return ca::Child(envelope, index);
+std::size_t RecipientInfosIndex(const CAsn1Element& envelope) {
+    return ca::Child(envelope, 1).tag == ca::ContextConstructed(0) ? 2 : 1;
 }
 
 // What stands in the place of the recipients.
-ca::Exception RecipientInfosFault(const CAsn1Element& other, std::span<unsigned char> envelope) {
+ca::Exception RecipientInfosFault(const CAsn1Element& envelope) {
     constexpr std::string_view kName = "EnvelopedData.recipientInfos";
-    if (other.raw.empty()) {
-        return MakeAsn1Missing(kName, envelope.size());
+    CAsn1Cursor cursor(envelope.content);
+    CAsn1Element member;
+    std::size_t offset = 0;
+    for (std::size_t i = 0; i <= RecipientInfosIndex(envelope); ++i) {
+        offset = static_cast<std::size_t>(cursor.Rest().data() - envelope.raw.data());
+        if (cursor.AtEnd()) {
+            return MakeAsn1Missing(kName, offset);
+        }
+        if (const Asn1Fault fault = cursor.Next(member); fault != Asn1Fault::kNone) {
+            return MakeAsn1Fault(fault, kName, offset);
+        }
     }
-    return MakeAsn1WrongTag(kName, other.tag,
-                            static_cast<std::size_t>(other.raw.data() - envelope.data()));
+    return MakeAsn1WrongTag(kName, member.tag, offset);
 }
 
 }  // namespace
@@ -272,9 +279,10 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo) {
 }
 
 Recipients DescribeRecipients(std::span<unsigned char> envelope) {
-    const CAsn1Element infos = RecipientInfosOf(FirstElement(envelope));
+    const CAsn1Element whole = FirstElement(envelope);
+    const CAsn1Element infos = Child(whole, RecipientInfosIndex(whole));
     if (infos.tag != kAsn1Set) {
-        throw Exception(kErrBadData, RecipientInfosFault(infos, envelope).message);
+        throw Exception(kErrBadData, RecipientInfosFault(whole).message);
     }
     const CDecoded<CAsn1SetOf<CAsn1RecipientInfo>> list(infos.raw, Asn1Blocks::kRead);
     CCollector collector;

@@ -88,6 +88,8 @@ TEST_F(TracesTest, EveryFailureOfAnOperationIsReportedOnce) {
         {Mode(41), kSampleMessage, 16306, L"Recipients.cpp:", L"Object 1 \"CMS\": Content: "});
     cases.push_back({Mode(41), Envelope({0x02, 0x01, 0x00}), 16306, L"RecipientsFill.cpp:",
                      L"EnvelopedData.recipientInfos: unexpected element, tag 02, offset 5"});
+    cases.push_back({Mode(41), Envelope({0x31, 0x05, 0x00}), 16306, L"RecipientsFill.cpp:",
+                     L"EnvelopedData.recipientInfos: element longer than its container, offset 5"});
     cases.push_back({Mode(41), Envelope({0x31, 0x00}), 16253, L"RecipientsFill.cpp:",
                      L"Recipients that are not named: 0"});
     for (const int mode : {15, 29, 44, 57}) {
