@@ -402,6 +402,7 @@ TEST_F(LibraryTest, ReportsAFailureOfTheRequestOnce) {
               (std::vector<LogLine>{{L"CryptoModule.cpp:53: ", true},
                                     {L"CryptoModule.cpp:53: ERROR Error parsing JSON.", true}}));
     Call(ModeRequest(13));  // the dispatch's own refusals are answers only
+    Call(ModeRequest(14), /*interactive=*/false);
     EXPECT_EQ(ErrorLines(LogRecorder::Take()), 0U);
     Call(ModeRequest(36));
     EXPECT_EQ(ErrorLines(LogRecorder::Take()), 2U);
