@@ -20,9 +20,8 @@ bool NeedsContext(const ca::CryptRequest& request) {
 CCallContext::CCallContext(ca::CryptPacket& packet, CCryptoModule* module)
     : m_packet(packet), m_module(module) {
     if (NeedsContext(packet.request)) {
-        m_clientId = packet.request.clientId;
         m_hasParams = !packet.request.extInitParams.empty();
-        module->Clients().AcquireContext(m_clientId);
+        m_use = module->Clients().Use(packet.request.clientId);
     }
     packet.context = this;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/InitString.h"
+#include "module/ClientContext.h"
 #include "module/CryptPacket.h"
 
 #include <string>
@@ -11,15 +12,13 @@ class CCryptoModule;
 /// packet meanwhile.
 class CCallContext {
   public:
-    /// Acquires the client's context, so that it counts as used. Modes that have nothing to do (see
-    /// the implementation) leave everything empty, unless the packet's test flag is set.
+    /// Acquires the client's context, which counts as used and is in use as long as this lives.
+    /// Modes that have nothing to do (see the implementation) leave everything empty, unless the
+    /// packet's test flag is set.
     CCallContext(ca::CryptPacket& packet, CCryptoModule* module);
     CCallContext(const CCallContext&) = delete;
     CCallContext& operator=(const CCallContext&) = delete;
     ~CCallContext();
-
-    /// The client whose context this call uses.
-    const std::wstring& ClientId() const noexcept { return m_clientId; }
 
     /// The items of the request's "extInitParams". Throws what ca::InitString::Append() throws for
     /// a text that breaks the grammar; the dispatch asks before every operation, so that none runs
@@ -34,7 +33,7 @@ class CCallContext {
   private:
     ca::CryptPacket& m_packet;
     CCryptoModule* m_module;
-    std::wstring m_clientId;
+    CClientContextArray::CUse m_use;
     bool m_hasParams = false;  // of the request, still to be read
     ca::InitString m_requestParams;
     std::wstring m_initParams;

@@ -1,7 +1,49 @@
 #include "module/ClientContext.h"
 
 #include <ctime>
+#include <limits>
+#include <new>
+#include <string>
+#include <system_error>
 #include <utility>
+
+namespace {
+
+// Octets that a block takes on the heap of the C library.
+constexpr std::size_t HeapSize(std::size_t octets) {
+    return (octets + sizeof(void*) + 15) / 16 * 16;
+}
+
+constexpr std::size_t kShared = 2 * sizeof(void*);  // counts and class of a shared object
+
+std::size_t TextMemory(std::size_t characters) {
+    static const std::size_t inner = std::wstring().capacity();
+    return characters > inner ? HeapSize((characters + 1) * sizeof(wchar_t)) : 0;
+}
+
+std::size_t StoresMemory(const ca::StoreAddresses& stores) {
+    if (stores.empty()) {
+        return 0;  // one list for all
+    }
+    std::size_t memory =
+        HeapSize(sizeof(stores) + kShared) + HeapSize(stores.capacity() * sizeof(ca::StoreAddress));
+    for (const ca::StoreAddress& store : stores) {
+        memory += TextMemory(store.address.capacity()) + TextMemory(store.name.capacity());
+    }
+    return memory;
+}
+
+const StoresSnapshot& NoStores() {
+    static const StoresSnapshot none = std::make_shared<const ca::StoreAddresses>();
+    return none;
+}
+
+// Of two time stamps less than 24 days apart.
+bool IsNotBefore(std::uint32_t later, std::uint32_t earlier) {
+    return later - earlier <= std::uint32_t{std::numeric_limits<std::int32_t>::max()};
+}
+
+}  // namespace
 
 std::uint32_t RealTimeMilliseconds() {
     timespec now{};
@@ -11,92 +53,204 @@ std::uint32_t RealTimeMilliseconds() {
     return static_cast<std::uint32_t>(milliseconds);
 }
 
-CClientContextArray::CClientContextArray(CCryptoModule* module, Clock clock)
-    : m_module(module), m_lastSweep(clock()), m_clock(clock) {}
+CClientContext::CClientContext(CStdStr<wchar_t> id) : stores(NoStores()), m_id(std::move(id)) {}
 
+CClientContextArray::CUse::~CUse() {
+    if (m_context) {
+        m_owner->EndUse(std::move(m_context));
+    }
+}
+
+CClientContextArray::CClientContextArray(CCryptoModule* module, Clock clock)
+    : m_module(module), m_clock(clock), m_lastSweep(clock()) {}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is fixed
 CClientContext* CClientContextArray::AcquireContext(CStdStr<wchar_t> id) {
+    return Acquire(id).get();
+}
+
+CClientContextArray::CUse CClientContextArray::Use(std::wstring_view id) {
+    return {*this, Acquire(id)};
+}
+
+std::shared_ptr<CClientContext> CClientContextArray::Acquire(std::wstring_view id) {
     const std::uint32_t now = m_clock();
     if (now - m_lastSweep.load(std::memory_order_relaxed) > kSweepIntervalMs) {
         RemoveOld();
         m_lastSweep.store(now, std::memory_order_relaxed);
     }
+    const ClientKey key(id);
+    Dropped dropped;
     const std::lock_guard lock(m_mutex);
-    CClientContext& context = FindOrCreate(std::move(id));
-    context.lastUse = now;
-    return &context;
+    std::shared_ptr<CClientContext> context = FindOrCreate(key);  // in use from here on
+    MarkUsed(*context);
+    DropForMemory(dropped);
+    return context;
 }
 
-ca::StoreAddresses CClientContextArray::CopyStores(std::wstring_view id) const {
-    const std::lock_guard lock(m_mutex);
-    const auto place = m_places.find(id);
-    return place != m_places.end() ? m_contexts[place->second]->stores : ca::StoreAddresses();
-}
-
-void CClientContextArray::ReplaceStores(CStdStr<wchar_t> id, ca::StoreAddresses stores) {
-    const std::lock_guard lock(m_mutex);
-    FindOrCreate(std::move(id)).stores.swap(stores);
-}
-
-CClientContext& CClientContextArray::FindOrCreate(CStdStr<wchar_t> id) {
-    const auto place = m_places.find(id);
-    if (place != m_places.end()) {
-        return *m_contexts[place->second];
+void CClientContextArray::EndUse(std::shared_ptr<CClientContext> context) noexcept {
+    context.reset();
+    if (!m_isOver.load(std::memory_order_relaxed)) {
+        return;  // the usual case takes no lock
     }
-    auto context = std::make_unique<CClientContext>(std::move(id));
-    context->lastUse = m_clock();
-    CClientContext& created = *m_contexts.emplace_back(std::move(context));
     try {
-        m_places.emplace(created.Id(), m_contexts.size() - 1);
-    } catch (...) {
-        m_contexts.pop_back();
-        throw;
+        Dropped dropped;
+        const std::lock_guard lock(m_mutex);
+        DropForMemory(dropped);
+    } catch (const std::system_error&) {
+        // Deliberate: the next request of any client drops what is too much, or reports the lock.
     }
-    return created;
 }
 
-void CClientContextArray::RemoveOld() {
+StoresSnapshot CClientContextArray::CurrentStores(std::wstring_view id) const {
+    const ClientKey key(id);
     const std::lock_guard lock(m_mutex);
+    const auto* found = m_table.Find(key);
+    return found != nullptr ? (*found)->stores : NoStores();
+}
+
+bool CClientContextArray::ReplaceStores(std::wstring_view id, ca::StoreAddresses stores) {
+    const ClientKey key(id);
+    const std::size_t memory = MemoryOf(id) + StoresMemory(stores);
+    StoresSnapshot snapshot =
+        stores.empty() ? NoStores() : std::make_shared<const ca::StoreAddresses>(std::move(stores));
+    Dropped dropped;
+    const std::lock_guard lock(m_mutex);
+    if (memory > m_maxMemory) {
+        return false;
+    }
+    CClientContext& context = *FindOrCreate(key);
+    context.stores.swap(snapshot);
+    m_memory += memory - context.m_memory;
+    context.m_memory = memory;
+    DropForMemory(dropped);
+    return true;
+}
+
+// Octets that a context without stores takes, its place in the table included.
+std::size_t CClientContextArray::MemoryOf(std::wstring_view id) {
+    return HeapSize(sizeof(CClientContext) + kShared) + CClientTable::EntrySize() +
+           TextMemory(id.size());
+}
+
+const std::shared_ptr<CClientContext>& CClientContextArray::FindOrCreate(const ClientKey& key) {
+    if (const auto* found = m_table.Find(key)) {
+        return *found;
+    }
+    auto context = std::make_shared<CClientContext>(std::wstring(key.id));
+    context->m_hash = key.hash;
+    context->m_memory = MemoryOf(key.id);
+    context->lastUse = m_clock();
+    m_table.Add(key, context);
+    m_memory += context->m_memory;
+    Append(*context);
+    return *m_table.Find(key);
+}
+
+void CClientContextArray::Append(CClientContext& context) noexcept {
+    m_isInOrder =
+        m_isInOrder && (m_last == nullptr || IsNotBefore(context.lastUse, m_last->lastUse));
+    context.m_previous = m_last;
+    context.m_next = nullptr;
+    (m_last != nullptr ? m_last->m_next : m_first) = &context;
+    m_last = &context;
+}
+
+void CClientContextArray::Unlink(CClientContext& context) noexcept {
+    (context.m_previous != nullptr ? context.m_previous->m_next : m_first) = context.m_next;
+    (context.m_next != nullptr ? context.m_next->m_previous : m_last) = context.m_previous;
+}
+
+void CClientContextArray::MarkUsed(CClientContext& context) {
+    // Read under the lock: a stamp that is later than the next one would look like a clock that was
+    // put back.
+    context.lastUse = m_clock();
+    Unlink(context);
+    Append(context);
+}
+
+void CClientContextArray::Drop(CClientContext& context, Dropped& dropped) noexcept {
+    Unlink(context);
+    m_memory -= context.m_memory;
+    std::shared_ptr<CClientContext> taken = m_table.Take({context.Id(), context.m_hash});
+    try {
+        dropped.push_back(std::move(taken));
+    } catch (const std::bad_alloc&) {
+        // Deliberate: then it is destroyed here, under the lock.
+    }
+}
+
+void CClientContextArray::DropOld(Dropped& dropped) {
     // Read under the lock: a last use that is later than this time would look like 49 days of
     // idleness.
     const std::uint32_t now = m_clock();
-    for (auto& context : m_contexts) {
-        if (context && now - context->lastUse > kMaxIdleMs) {
-            m_places.erase(context->Id());
-            context.reset();
+    bool isInOrder = true;
+    for (CClientContext* next = m_first; next != nullptr;) {
+        CClientContext& context = *std::exchange(next, next->m_next);
+        if (now - context.lastUse > kMaxIdleMs) {
+            Drop(context, dropped);
+            continue;
+        }
+        if (m_isInOrder) {
+            return;  // all that follow were used later
+        }
+        const CClientContext* const previous = context.m_previous;
+        isInOrder =
+            isInOrder && (previous == nullptr || IsNotBefore(context.lastUse, previous->lastUse));
+    }
+    m_isInOrder = isInOrder;
+}
+
+void CClientContextArray::DropForMemory(Dropped& dropped) noexcept {
+    for (CClientContext* next = m_first; m_memory > m_maxMemory && next != nullptr;) {
+        CClientContext& context = *std::exchange(next, next->m_next);
+        // Only the lock's holder takes a further hold, so that none can come in between.
+        if (m_table.Find({context.Id(), context.m_hash})->use_count() == 1) {
+            Drop(context, dropped);
         }
     }
-    Compact();
+    m_isOver.store(m_memory > m_maxMemory, std::memory_order_relaxed);
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): as AcquireContext() takes it
-void CClientContextArray::Remove(CStdStr<wchar_t> id) {
+void CClientContextArray::SetMaxMemory(std::size_t octets) {
+    Dropped dropped;
     const std::lock_guard lock(m_mutex);
-    const auto place = m_places.find(id);
-    if (place == m_places.end()) {
-        return;
-    }
-    const std::size_t index = place->second;
-    m_places.erase(place);  // before the context, whose id is the key
-    m_contexts[index].reset();
-    if (m_contexts.size() > 2 * m_places.size()) {
-        Compact();
-    }
+    m_maxMemory = octets;
+    DropForMemory(dropped);
 }
 
-void CClientContextArray::Compact() {
-    std::erase(m_contexts, nullptr);
-    for (std::size_t i = 0; i < m_contexts.size(); ++i) {
-        m_places.find(m_contexts[i]->Id())->second = i;
+std::size_t CClientContextArray::Memory() const {
+    const std::lock_guard lock(m_mutex);
+    return m_memory;
+}
+
+void CClientContextArray::RemoveOld() {
+    Dropped dropped;
+    const std::lock_guard lock(m_mutex);
+    DropOld(dropped);
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is fixed
+void CClientContextArray::Remove(CStdStr<wchar_t> id) {
+    const ClientKey key(id);
+    Dropped dropped;
+    const std::lock_guard lock(m_mutex);
+    if (const auto* found = m_table.Find(key)) {
+        Drop(**found, dropped);
     }
 }
 
 void CClientContextArray::CleanUp() {
+    CClientTable dropped;
     const std::lock_guard lock(m_mutex);
-    m_places.clear();
-    m_contexts.clear();
+    std::swap(m_table, dropped);
+    m_first = nullptr;
+    m_last = nullptr;
+    m_memory = 0;
+    m_isInOrder = true;
 }
 
 std::size_t CClientContextArray::Count() const {
     const std::lock_guard lock(m_mutex);
-    return m_places.size();
+    return m_table.Count();
 }

@@ -246,6 +246,7 @@ bool CCryptoModule::Init(LogCallback log) {
     }
     ReadPkiConfig();
     m_baseInitParams = ca::BuildBaseInitString(m_config, PkiConfig());
+    m_clients.SetMaxMemory(static_cast<std::size_t>(PkiConfig().Settings().clients.maxMemory));
     for (const auto* places :
          {&PkiConfig().Settings().trust.intermediates, &PkiConfig().Settings().trust.stores}) {
         for (const std::wstring& place : *places) {

@@ -2,13 +2,16 @@
 
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "common/Log.h"
+#include "common/SeededHash.h"
 #include "module/CryptoModule.h"
 #include "records/StringArray.h"
 
 #include <memory>
+#include <string>
 #include <unordered_set>
 
 namespace {
@@ -55,7 +58,7 @@ class CStoreNames {
 
   private:
     ca::StringArray& m_names;
-    std::unordered_set<std::wstring> m_seen;
+    std::unordered_set<std::wstring, ca::SeededHash> m_seen;
 };
 
 }  // namespace
@@ -71,14 +74,18 @@ void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
                                                           stores[i].name + L'"');
         }
     }
-    m_clients.ReplaceStores(packet.request.clientId, std::move(stores));
+    if (!m_clients.ReplaceStores(packet.request.clientId, std::move(stores))) {
+        const wchar_t* const reason = SetZORNAMessage(kMsgClientMemory);
+        packet.response.errorMessage = GetErrorMessage(ca::kErrParameters, true) + L' ' + reason;
+        ca::LogError(reason, CA_HERE, ca::kErrParameters, /*throwIt=*/true);
+    }
     LogEvent(SetZORNAMessage(kMsgCurStoreAssigned), false);
 }
 
 // Answers with the client's current stores.
 void CCryptoModule::GetCurStore(ca::CryptPacket& packet) {
     auto stores =
-        std::make_unique<ca::StoreAddresses>(m_clients.CopyStores(packet.request.clientId));
+        std::make_unique<ca::StoreAddresses>(*m_clients.CurrentStores(packet.request.clientId));
     packet.Response().SetObject(stores.release(), /*clear=*/true);  // the container owns it now
 }
 
@@ -88,7 +95,8 @@ void CCryptoModule::EnumStore(ca::CryptPacket& packet) {
     CStoreNames list(*names);
     list.Add(ca::kStoreMy);
     list.Add(ca::kStoreTemporary);
-    for (const ca::StoreAddress& store : m_clients.CopyStores(packet.request.clientId)) {
+    const StoresSnapshot stores = m_clients.CurrentStores(packet.request.clientId);
+    for (const ca::StoreAddress& store : *stores) {
         list.Add(store.GetName());
     }
     packet.Response().SetObject(names.release(), /*clear=*/true);

@@ -4,10 +4,14 @@
 #include "common/Lng.h"
 #include "module/CallContext.h"
 #include "module/CryptoModule.h"
+#include "records/StringArray.h"
 #include "tests/common/TemporaryDir.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -35,6 +39,38 @@ bool AskForParameters(const wchar_t*, bool) {
         }
     }
     return true;
+}
+
+// Texts of four characters, which a stranger chooses so that the standard library's hash, whose
+// steps can be run backwards, gives all the same value.
+std::vector<std::wstring> Texts(bool colliding) {
+    constexpr std::uint64_t kFactor = 0xC6A4A7935BD1E995;
+    constexpr std::uint64_t kStart = 0xC70F6907 ^ 16 * kFactor;
+    const auto mixed = [](std::uint64_t value) { return value ^ (value >> 47); };
+    std::uint64_t inverse = kFactor;  // modulo 2^64; each step doubles the right bits
+    for (int i = 0; i < 6; ++i) {
+        inverse *= 2 - kFactor * inverse;
+    }
+    std::vector<std::wstring> texts;
+    for (std::uint64_t i = 1; i <= 8000; ++i) {
+        const std::uint64_t first = (i << 36) | i;
+        const std::uint64_t after = (kStart ^ mixed(first * kFactor) * kFactor) * kFactor;
+        const std::uint64_t second = mixed((after ^ 0x123456789ABCDEF) * inverse) * inverse;
+        const std::uint64_t blocks[] = {first, colliding ? second : first + 1};
+        std::wstring text(4, L'\0');
+        std::memcpy(text.data(), blocks, sizeof(blocks));
+        if (text.find(L'\0') == std::wstring::npos) {
+            texts.push_back(text);
+        }
+    }
+    return texts;
+}
+
+template <class Function>
+double Seconds(const Function& function, const std::vector<std::wstring>& texts) {
+    const auto start = std::chrono::steady_clock::now();
+    function(texts);
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 class CryptoModuleTest : public testing::Test {
@@ -114,6 +150,38 @@ TEST_F(CryptoModuleTest, TheRequestWinsOverTheFiles) {
     // Its records are no settings of the module.
     EXPECT_EQ(items.GetText(L"OCSP_CHECK"), L"0");
     EXPECT_EQ(m_module.PkiConfig().Settings().tsp.servers.size(), 1U);
+}
+
+TEST_F(CryptoModuleTest, TextsThatCollideInAKnownHashCostNoMore) {
+    const std::vector<std::wstring> ordinary = Texts(/*colliding=*/false);
+    const std::vector<std::wstring> colliding = Texts(/*colliding=*/true);
+    ASSERT_EQ(std::hash<std::wstring>()(colliding.front()),
+              std::hash<std::wstring>()(colliding.back()));
+    const auto asClients = [this](const std::vector<std::wstring>& texts) {
+        for (const std::wstring& text : texts) {
+            m_module.Clients().AcquireContext(text);
+        }
+        EXPECT_EQ(m_module.Clients().Count(), texts.size());
+        m_module.CleanUp();
+    };
+    const auto asStores = [this](const std::vector<std::wstring>& texts) {
+        ca::StoreAddresses stores;
+        for (const std::wstring& text : texts) {
+            stores.emplace_back(text.c_str(), /*machine=*/false);
+        }
+        m_module.Clients().ReplaceStores(L"", stores);
+        ca::CryptPacket packet;
+        Run(packet, 37);
+        const auto* names =
+            dynamic_cast<const ca::StringArray*>(packet.Response().GetObj(ca::kTypeStores));
+        ASSERT_NE(names, nullptr);
+        EXPECT_EQ(names->items.size(), texts.size() + 2);
+    };
+    for (const auto& use :
+         std::vector<std::function<void(const std::vector<std::wstring>&)>>{asClients, asStores}) {
+        const double wanted = Seconds(use, ordinary);
+        EXPECT_LT(Seconds(use, colliding), 10 * wanted);
+    }
 }
 
 TEST_F(CryptoModuleTest, OnlyModesThatUseAClientAcquireOne) {

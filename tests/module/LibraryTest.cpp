@@ -325,6 +325,24 @@ TEST_F(LibraryTest, KeepsTheStoresOfEachClient) {
     EXPECT_EQ(stores("a"), "[]");
 }
 
+TEST_F(LibraryTest, KeepsTheStoresWhenNewOnesNeedTooMuchMemory) {
+    SetPkiConfig(R"({"clients":{"maxMemory":65536}})");
+    Init();
+    const std::string set = R"({"mode":36,"storeAddresses":[{"location":"sscu","name":"old"})";
+    EXPECT_EQ(Call(set + "]}").Code(), 0U);
+    std::string many = set;
+    for (int i = 0; i < 1000; ++i) {
+        many += R"(,{"location":"sscu"})";
+    }
+    LogRecorder::Take();
+    const Answer refused = Call(many + "]}");
+    EXPECT_EQ(refused.Code(), 16268U);
+    const std::string reason = "The stores need more memory than all clients may take";
+    EXPECT_EQ(refused.Message(), "ERROR Incorrect parameters. " + reason);
+    EXPECT_EQ(ErrorLines(LogRecorder::Take()), 2U);
+    EXPECT_EQ(Call(ModeRequest(47)).json["storeAddresses"].Size(), 1U);
+}
+
 // Parameters that break their grammar are a fault of every operation that would run, and of no
 // other: the gate and the unknown mode come first.
 TEST_F(LibraryTest, RefusesMalformedParametersInEveryModeThatRuns) {

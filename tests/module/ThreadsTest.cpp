@@ -63,12 +63,13 @@ TEST(ThreadsTest, SweepsAmongAcquisitionsAreSafe) {
     static std::atomic<std::uint32_t> now;
     now = 0;
     CClientContextArray clients(nullptr, [] { return now.load(); });
+    clients.SetMaxMemory(10000);  // less than what they want
     InThreads([&](int thread) {
         for (std::uint32_t i = 0; i < 500; ++i) {
             now += CClientContextArray::kSweepIntervalMs / 4;
             const std::wstring id = std::to_wstring(i % 50);
-            clients.AcquireContext(id);
-            ca::StoreAddresses stores = clients.CopyStores(id);
+            const auto use = clients.Use(id);
+            ca::StoreAddresses stores = *clients.CurrentStores(id);
             stores.resize((stores.size() + 1) % 3);
             clients.ReplaceStores(id, stores);
             if (thread == 0) {
@@ -77,6 +78,7 @@ TEST(ThreadsTest, SweepsAmongAcquisitionsAreSafe) {
         }
     });
     EXPECT_LE(clients.Count(), 50U);
+    EXPECT_LE(clients.Memory(), 10000U);
     clients.CleanUp();
     EXPECT_EQ(clients.Count(), 0U);
 }
