@@ -21,12 +21,11 @@ class CForkMutex {
     CForkMutex& operator=(const CForkMutex&) = delete;
     ~CForkMutex();
 
-    // Named as the standard library has it.
-    void lock() { m_mutex.lock(); }  // NOLINT(readability-identifier-naming)
-    bool try_lock() noexcept {
-        return m_mutex.try_lock();
-    }                                             // NOLINT(readability-identifier-naming)
-    void unlock() noexcept { m_mutex.unlock(); }  // NOLINT(readability-identifier-naming)
+    // NOLINTBEGIN(readability-identifier-naming): as the standard library names them
+    void lock() { m_mutex.lock(); }
+    bool try_lock() noexcept { return m_mutex.try_lock(); }
+    void unlock() noexcept { m_mutex.unlock(); }
+    // NOLINTEND(readability-identifier-naming)
 
     /// For condition variables.
     std::mutex& Native() noexcept { return m_mutex; }
