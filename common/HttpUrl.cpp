@@ -39,7 +39,8 @@ HttpUrl ParseHttpUrl(const std::wstring& url) {
     if (!IsText(url)) {
         RefuseUrl();
     }
-    QUrl parsed(QString::fromStdWString(url), QUrl::TolerantMode);
+    QUrl parsed;  // its own constructor with a text leaks when memory is short
+    parsed.setUrl(QString::fromStdWString(url), QUrl::TolerantMode);
     const bool isSecure = parsed.scheme() == QLatin1String("https");
     const bool isHttp = isSecure || parsed.scheme() == QLatin1String("http");
     if (!parsed.isValid() || !isHttp || parsed.host().isEmpty() || parsed.port(1) == 0) {

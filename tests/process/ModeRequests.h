@@ -18,7 +18,13 @@ inline std::vector<ModeRequest> ModeRequests() {
     constexpr std::string_view kText = "Hello";
     constexpr std::string_view kStores =
         R"(,"storeAddresses":[{"location":"sscu","address":"host","name":"a store with a name"}])";
-    const std::string two = R"(,"signatures":["SGVsbG8=",")" + std::string(400, 'A') + "\"]";
+    std::string message;  // the Base64 text between the lines of its armour
+    for (std::string_view lines(kSampleMessage); !lines.empty();) {
+        const std::string_view line = lines.substr(0, lines.find('\n'));
+        message += line.starts_with('-') ? "" : line;
+        lines.remove_prefix(line.size() + 1);
+    }
+    const std::string signatures = R"(,"signatures":[")" + message + "\"]";
     const struct {
         int mode;
         std::string_view payload;
@@ -58,7 +64,7 @@ inline std::vector<ModeRequest> ModeRequests() {
         {51, kText, R"(,"senderCertId":"FooCertId")"},
         {52, kText, R"(,"sendSignData":"SGVsbG8=")"},
         {56, kText},
-        {57, kSampleMessage, two},
+        {57, kText, signatures},
         {58, kText},
         {61, kText},
         {65, kSampleCertificate},
