@@ -12,13 +12,13 @@
 #include "host/HostError.h"
 #include "host/LogSink.h"
 #include "host/ModuleOptions.h"
+#include "host/StandardStreams.h"
 #include "host/Terminal.h"
 #include "records/Payload.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <limits>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -38,7 +38,8 @@ constexpr const char* kExamples =
     R"(A file is DER or BER, PEM (all of its blocks) or bare Base64; - is the standard
 input. A line of the listing shows: offset, header+content length, tag, value.
 --raw and --rebuild write the octets of all nodes one after another. The exit code
-is 1 when something does not decode or ends too early; what could be read is shown.
+is 2 when a file cannot be read or has no such node, else 1 when something does
+not decode or ends too early; what can be read is shown.
 
 Examples:
   cmhost asn1 certificate.pem
@@ -84,63 +85,69 @@ class Asn1Run {
             DoFile(file);
         }
         if (!m_options.raw.empty()) {
-            host::WriteFile(m_options.raw, host::AsOctets(m_raw));
+            host::WriteFile(m_options.raw, m_raw);
         }
         if (!m_options.rebuild.empty()) {
-            host::WriteFile(m_options.rebuild, host::AsOctets(m_rebuilt));
+            host::WriteFile(m_options.rebuild, m_rebuilt);
         }
-        if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-            throw CHostError(host::kExitUsage, "cannot write the listing");
-        }
-        return m_damaged ? host::kExitAnsweredBad : host::kExitDone;
+        host::Flush();
+        return m_exitCode;
     }
 
   private:
-    void Complain(const std::string& place, const std::string& text) {
-        m_damaged = true;
-        std::fprintf(stderr, "cmhost: %s: %s\n", place.c_str(), text.c_str());
+    void Complain(const std::string& text, host::ExitCode code = host::kExitAnsweredBad) {
+        m_exitCode = std::max(m_exitCode, code);
+        host::Flush();  // behind what it is about
+        host::Note(text);
     }
 
     void DoFile(const std::string& file) {
-        std::string content = host::ReadFile(file);
+        std::string content;
+        try {
+            content = host::ReadFile(file);
+        } catch (const CHostError& error) {
+            Complain(error.what(), error.GetExitCode());
+            return;
+        }
         const std::vector<ca::PayloadItem> items =
             ca::DecodePayload({reinterpret_cast<unsigned char*>(content.data()), content.size()});
         if (items.empty()) {
-            Complain(file, "no ASN.1 data");
+            Complain(file + ": no ASN.1 data");
         }
         for (std::size_t i = 0; i < items.size(); ++i) {
             std::string place = file;
             if (!items[i].label.empty()) {
-                place += ", " + host::Visible(items[i].label) + " " + std::to_string(i + 1);
+                place += ", " + items[i].label + " " + std::to_string(i + 1);
             }
             try {
                 DoItem(place, items[i].octets, m_options.files.size() + items.size() > 2);
             } catch (const ca::Exception& error) {
-                Complain(place, FaultText(error.errorCode));
+                Complain(place + ": " + FaultText(error.errorCode));
             }
         }
     }
 
     void DoItem(const std::string& place, std::span<unsigned char> octets, bool withTitle) {
         if (octets.empty()) {
-            Complain(place, "does not decode");
+            Complain(place + ": does not decode");
             return;
-        }
-        if (octets.size() > std::numeric_limits<unsigned>::max()) {
-            throw CHostError(host::kExitUsage, place + ": 4 GiB and more are too much");
         }
         CCryptAsn1Parser parser;
         parser.Parse(octets.data(), static_cast<unsigned>(octets.size()),
                      /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
                      /*singleRoot=*/false);
-        if (withTitle && m_lists) {
-            std::printf("%s:\n", place.c_str());
+        const std::vector<CAsn1Block*> nodes = SelectNodes(parser);
+        if (withTitle && m_lists && !nodes.empty()) {
+            host::Put(host::Visible(place) + ":\n");
         }
-        for (CAsn1Block* const node : SelectNodes(parser)) {
+        for (CAsn1Block* const node : nodes) {
             DoNode(*node, octets.data());
         }
         if (const std::uint32_t code = parser.GetLastErrorCode(); code != 0) {
-            Complain(place, FaultText(code));
+            Complain(place + ": " + FaultText(code));
+        }
+        if (nodes.empty() && !m_options.path.empty()) {
+            Complain(place + ": there is no node " + m_options.path, host::kExitUsage);
         }
     }
 
@@ -150,14 +157,11 @@ class Asn1Run {
         }
         try {
             CAsn1Block* const node = parser.GetBlockByPath(ca::u8u16(m_options.path));
-            if (node != nullptr) {
-                return {node};
-            }
+            return node != nullptr ? std::vector{node} : std::vector<CAsn1Block*>();
         } catch (const std::logic_error&) {
             throw CHostError(host::kExitUsage,
                              "--path takes numbers as in 0/2/1, not \"" + m_options.path + "\"");
         }
-        throw CHostError(host::kExitUsage, "there is no node " + m_options.path);
     }
 
     void DoNode(CAsn1Block& node, const unsigned char* base) {
@@ -169,13 +173,17 @@ class Asn1Run {
             Rebuild(node);
         }
         if (m_options.json) {
-            std::size_t length = 0;
-            const ca::BytePtr text = node.ToJson(&length);
-            std::fwrite(text.Get(), 1, length, stdout);
-            std::fputc('\n', stdout);
+            PutJson(node);
         } else if (m_lists) {
             host::ListAsn1(node, base, std::max(m_width, kLeastWidth), stdout);
         }
+    }
+
+    static void PutJson(CAsn1Block& node) {
+        std::size_t length = 0;
+        const ca::BytePtr text = node.ToJson(&length);
+        host::Put({reinterpret_cast<const char*>(text.Get()), length});
+        host::Put("\n");
     }
 
     void Rebuild(CAsn1Block& node) {
@@ -191,10 +199,21 @@ class Asn1Run {
     std::size_t m_width;
     std::string m_raw;
     std::string m_rebuilt;
-    bool m_damaged = false;
+    host::ExitCode m_exitCode = host::kExitDone;
 };
 
+void CheckOutputs(const Asn1Options& options) {
+    const int count =
+        (options.json ? 1 : 0) + (options.raw == "-" ? 1 : 0) + (options.rebuild == "-" ? 1 : 0);
+    if (count > 1) {
+        throw CHostError(
+            host::kExitUsage,
+            "only one of --json, --raw - and --rebuild - can have the standard output");
+    }
+}
+
 int ListFiles(const Asn1Options& options) {
+    CheckOutputs(options);
     SetZORNALng(host::WantsRussian(options.language) ? L"ru" : L"en");
     host::ShowLog(options.log);
     std::vector<std::wstring> noTexts;
@@ -225,8 +244,7 @@ void AddAsn1Command(CLI::App& program, int& exitCode) {
                      "Write the octets of the node anew from the tree, lengths in their shortest "
                      "form; - as above")
         ->type_name("FILE");
-    command->add_option("--width", options->width, "Columns of a line (default: the terminal's)")
-        ->type_name("N");
+    host::AddWidthOption(*command, options->width);
     AddLanguageOption(*command, options->language);
     command->add_flag("--log", options->log, "Show the parser's log lines on the standard error");
     command->footer(kExamples);

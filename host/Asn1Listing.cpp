@@ -2,6 +2,7 @@
 
 #include "asn1/BlockText.h"
 #include "common/Encode.h"
+#include "host/StandardStreams.h"
 #include "host/Terminal.h"
 
 #include <algorithm>
@@ -65,8 +66,7 @@ void ListAsn1(const CAsn1Block& root, const unsigned char* base, std::size_t wid
     };
     std::vector<Level> open{{&root, 0}};
     const auto write = [&](const CAsn1Block& block, std::size_t depth) {
-        const std::string line = LineText(block, depth, base, width);
-        std::fwrite(line.data(), 1, line.size(), stream);
+        Put(LineText(block, depth, base, width), stream);
     };
     write(root, 0);
     while (!open.empty()) {

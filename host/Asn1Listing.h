@@ -11,7 +11,7 @@ namespace host {
 /// content length as the file has them, then, indented by depth up to a bound, tag and value.
 /// \param base    the first octet of what was parsed
 /// \param width   columns of a line; what is longer is cut
-/// Time is proportional to the octets, memory to the depth.
+/// Time is proportional to the octets, memory to the depth. Throws what Put() throws.
 void ListAsn1(const CAsn1Block& root, const unsigned char* base, std::size_t width,
               std::FILE* stream);
 

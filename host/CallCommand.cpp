@@ -7,6 +7,7 @@
 #include "host/ModeTable.h"
 #include "host/ModuleOptions.h"
 #include "host/Request.h"
+#include "host/StandardStreams.h"
 
 #include <cstdio>
 #include <memory>
@@ -85,6 +86,9 @@ host::CRequest BuildRequest(const CallOptions& options) {
         throw CHostError(host::kExitUsage, "there is no operation \"" + options.mode +
                                                "\"; `cmhost modes` lists them");
     }
+    if (options.json == "-" && options.file == "-") {
+        throw CHostError(host::kExitUsage, "--json and --file cannot both be the standard input");
+    }
     host::CRequestBuilder builder;
     if (!options.json.empty()) {
         if (const std::string reason = builder.Load(host::ReadFile(options.json));
@@ -113,40 +117,34 @@ host::CRequest BuildRequest(const CallOptions& options) {
     return request;
 }
 
-void Note(const std::string& text) {
-    std::fprintf(stderr, "cmhost: %s\n", text.c_str());
-}
-
 void PrintAnswer(const CallOptions& options, const host::CAnswer& answer) {
     FILE* const stream = options.output == "-" ? stderr : stdout;
     const bool terminal = ::isatty(::fileno(stream)) == 1;
     const std::string text = host::PrettyAnswer(answer, terminal ? kLongestOnTerminal : 0);
-    if (std::fwrite(text.data(), 1, text.size(), stream) != text.size() ||
-        std::fflush(stream) != 0) {
-        throw CHostError(host::kExitUsage, "cannot write the answer");
-    }
+    host::Put(text, stream);
+    host::Flush(stream);
     if (!answer.GetFault().empty()) {
-        Note(answer.GetFault());
+        host::Note(answer.GetFault());
     }
 }
 
 void StoreOctets(const CallOptions& options, const host::CAnswer& answer) {
     if (options.output.empty()) {
         if (!answer.GetRaw().empty()) {
-            Note("behind the answer " + host::SummariseOctets(answer.GetRaw()) +
-                 " (-o FILE keeps them)");
+            host::Note("behind the answer " + host::SummariseOctets(answer.GetRaw()) +
+                       " (-o FILE keeps them)");
         }
         return;
     }
     const std::optional<std::string> octets = answer.ExtractOctets();
     if (!octets) {
-        Note("the answer holds no file data; nothing written");
+        host::Note("the answer holds no file data; nothing written");
         return;
     }
-    host::WriteFile(options.output, host::AsOctets(*octets));
+    host::WriteFile(options.output, *octets);
     if (options.output != "-") {
-        Note("written to " + options.output + ": " +
-             host::SummariseOctets(host::AsOctets(*octets)));
+        host::Note("written to " + options.output + ": " +
+                   host::SummariseOctets(host::AsOctets(*octets)));
     }
 }
 

@@ -76,18 +76,21 @@ namespace host {
 CConfigOverride::CConfigOverride(const std::string& file, const std::string& language,
                                  const std::string& pkiFile) {
     if (!pkiFile.empty()) {
+        // The module takes defaults for one that it cannot read, and no more than logs that.
+        static_cast<void>(ReadFile(pkiFile, kLargestConfig));
         Announce(kPkiVariable, std::filesystem::absolute(pkiFile).string());
     }
     if (language.empty()) {
         if (!file.empty()) {
+            static_cast<void>(ReadFile(file, kLargestConfig));
             Announce(kVariable, std::filesystem::absolute(file).string());
         }
         return;
     }
     const std::vector<std::string> places =
         file.empty() ? SearchPaths() : std::vector<std::string>{file};
-    const std::string found = FirstFile(places);
-    std::string content = found.empty() ? "" : ReadFile(found);
+    const std::string found = file.empty() ? FirstFile(places) : file;
+    std::string content = found.empty() ? "" : ReadFile(found, kLargestConfig);
     // A section may be opened again, and the last value of a repeated key holds.
     content += "\n[Service settings]\nLanguage=" + language + "\n";
     OpenCopy(content);

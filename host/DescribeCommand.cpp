@@ -3,6 +3,7 @@
 #include "host/Describer.h"
 #include "host/HostError.h"
 #include "host/ModuleOptions.h"
+#include "host/StandardStreams.h"
 #include "host/Terminal.h"
 
 #include <algorithm>
@@ -26,7 +27,8 @@ constexpr const char* kExamples =
 certificates are described, as DER or BER, PEM (with text around), S/MIME or bare
 Base64; - is the standard input. A folder stands for all files below it, in sorted
 order. With more than one file a count of what was not described, and why, goes to
-the standard error at the end. The exit code is 1 when something was not described.
+the standard error at the end. The exit code is 2 when a file could not be read,
+which the standard error says, else 1 when one was not described; the others are.
 
 --ndjson writes a line for each file, one of
   {"file":"a.pem","kind":"certificate","answer":{...}}
@@ -57,7 +59,7 @@ void ReportFaults(const host::CDescriber::FaultCounts& faults, std::size_t files
         rows.emplace_back(count, reason);
     }
     std::ranges::stable_sort(rows, [](const auto& a, const auto& b) { return a.first > b.first; });
-    std::fprintf(stderr, "cmhost: %zu of %zu files described\n", files - bad, files);
+    host::Note(std::to_string(files - bad) + " of " + std::to_string(files) + " files described");
     for (std::size_t i = 0; i < rows.size() && i < kShownReasons; ++i) {
         std::fprintf(stderr, "%8zu not: %s\n", rows[i].first,
                      host::Visible(rows[i].second).c_str());
@@ -81,17 +83,21 @@ int Describe(DescribeOptions& options) {
     const host::DescribeForm form = options.lines ? kLines : options.json ? kJson : kText;
     // It goes with this block: the closing count begins a line of its own.
     host::CDescriber::FaultCounts faults;
+    bool isUnreadable = false;
     {
         // Descriptions that scroll by are progress enough.
         host::CProgressBar progress(/*enabled=*/::isatty(STDOUT_FILENO) != 1, "files");
         host::CDescriber describer(module.Get(), output, progress, form, text);
         describer.Describe(files, options.threads);
         faults = describer.GetFaults();
+        isUnreadable = describer.GetUnreadable();
     }
     if (files.size() != 1) {
         ReportFaults(faults, files.size());
     }
-    return faults.empty() ? host::kExitDone : host::kExitAnsweredBad;
+    return isUnreadable     ? host::kExitUsage
+           : faults.empty() ? host::kExitDone
+                            : host::kExitAnsweredBad;
 }
 
 }  // namespace
@@ -111,8 +117,7 @@ void AddDescribeCommand(CLI::App& program, int& exitCode) {
     command->add_option("--threads", options->threads, "Threads that ask (default 1)")
         ->type_name("N")
         ->check(CLI::Range(1U, kMaxThreads));
-    command->add_option("--width", options->width, "Columns of a line (default: the terminal's)")
-        ->type_name("N");
+    AddWidthOption(*command, options->width);
     options->module.AddTo(*command);
     command->footer(kExamples);
     command->callback([options, &exitCode] { exitCode = Describe(*options); });

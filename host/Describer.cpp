@@ -61,12 +61,17 @@ class AnswerLook : public host::CJsonEvents {
     std::string m_key;
 };
 
-// A group of faults must not split by the name of the file.
+// Why a file cannot be read: "cannot open PATH: No such file", "PATH is too large". A group of
+// faults must not split by the name of the file.
 std::string WithoutPath(const std::string& text, const std::string& path) {
-    const std::size_t at = text.find(path);
-    return at == std::string::npos || path.empty()
+    if (text.starts_with(path)) {
+        return "FILE" + text.substr(path.size());
+    }
+    const std::string inside = " " + path + ": ";
+    const std::size_t at = text.find(inside);
+    return at == std::string::npos
                ? text
-               : text.substr(0, at) + "FILE" + text.substr(at + path.size());
+               : text.substr(0, at) + " FILE: " + text.substr(at + inside.size());
 }
 
 }  // namespace
@@ -77,6 +82,7 @@ struct CDescriber::Outcome {
     std::optional<CAnswer> answer;  // the last one, good or not
     const KindRow* kind = &kUnknownKind;
     std::string fault;  // "" for a good answer
+    bool isRead = true;
     std::optional<std::uint32_t> errorCode;
     const OtherKind* other = nullptr;  // what a file without a description seems to be
 
@@ -121,10 +127,14 @@ bool CDescriber::Next(const std::vector<ListedFile>& files, std::size_t& number)
     return true;
 }
 
-std::string CDescriber::DescribeFile(const ListedFile& file) {
+OutputPiece CDescriber::DescribeFile(const ListedFile& file) {
     const Outcome outcome = Ask(file);
+    OutputPiece piece{.text = Write(file.path, outcome), .note = ""};
+    if (!outcome.isRead) {
+        piece.note = outcome.fault;
+    }
     if (!outcome.IsGood()) {
-        std::string reason = WithoutPath(outcome.fault, file.path);
+        std::string reason = outcome.isRead ? outcome.fault : WithoutPath(outcome.fault, file.path);
         if (outcome.other != nullptr) {
             reason = NameOf(*outcome.other);
         } else if (outcome.errorCode) {
@@ -132,8 +142,9 @@ std::string CDescriber::DescribeFile(const ListedFile& file) {
         }
         const std::lock_guard lock(m_mutex);
         ++m_faults[reason];
+        m_unreadable = m_unreadable || !outcome.isRead;
     }
-    return Write(file.path, outcome);
+    return piece;
 }
 
 std::string CDescriber::NameOf(const OtherKind& other) const {
@@ -164,7 +175,8 @@ CDescriber::Outcome CDescriber::Judge(Description asked, CAnswer answer) {
 CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
     Outcome outcome;
     outcome.fault = file.fault;
-    if (!outcome.IsGood()) {
+    outcome.isRead = file.fault.empty();
+    if (!outcome.isRead) {
         return outcome;
     }
     try {
@@ -185,6 +197,7 @@ CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
         outcome.other = outcome.IsGood() ? nullptr : guess.other;
     } catch (const CHostError& error) {
         outcome.fault = error.what();
+        outcome.isRead = false;
     }
     return outcome;
 }
@@ -196,21 +209,21 @@ std::string CDescriber::Write(const std::string& path, const Outcome& outcome) c
             const std::string line = "{\"file\":" + QuoteJson(path);
             if (outcome.IsGood()) {
                 return line + ",\"kind\":" + QuoteJson(outcome.kind->kind) +
-                       ",\"answer\":" + LineAnswer(*outcome.answer) + "}";
+                       ",\"answer\":" + LineAnswer(*outcome.answer) + "}\n";
             }
             const std::string kind =
                 outcome.other != nullptr ? ",\"kind\":" + QuoteJson(outcome.other->kind) : "";
             return line + kind + ",\"error\":" + QuoteJson(outcome.fault) +
-                   (code.empty() ? "" : ",\"errorCode\":" + code) + "}";
+                   (code.empty() ? "" : ",\"errorCode\":" + code) + "}\n";
         }
-        case DescribeForm::kJson: {
-            std::string text = outcome.answer ? PrettyAnswer(*outcome.answer, /*longest=*/0)
-                                              : LineError(outcome.fault) + "\n";
-            text.pop_back();  // the output ends the line
-            return text;
-        }
+        case DescribeForm::kJson:
+            return outcome.answer ? PrettyAnswer(*outcome.answer, /*longest=*/0)
+                                  : LineError(outcome.fault) + "\n";
         case DescribeForm::kText:
             break;
+    }
+    if (!outcome.isRead) {
+        return "";  // the note says it
     }
     const char* const kind = m_text.russian ? outcome.kind->russian : outcome.kind->english;
     const std::string title = Visible(path) + ": ";
@@ -218,11 +231,12 @@ std::string CDescriber::Write(const std::string& path, const Outcome& outcome) c
         return title + (m_text.russian ? "нет описания: " : "not described: ") +
                (outcome.other != nullptr
                     ? NameOf(*outcome.other)
-                    : Visible(outcome.fault) + (code.empty() ? "" : " (" + code + ")"));
+                    : Visible(outcome.fault) + (code.empty() ? "" : " (" + code + ")")) +
+               "\n";
     }
     RecordTextOptions options = m_text;
     options.isEnvelope = outcome.kind == &kEnvelope;
-    return title + kind + "\n" + RecordText(outcome.answer->GetText(), options) + "\n";
+    return title + kind + "\n" + RecordText(outcome.answer->GetText(), options) + "\n\n";
 }
 
 }  // namespace host

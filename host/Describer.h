@@ -34,19 +34,22 @@ class CDescriber {
     CDescriber(const CModule& module, COrderedOutput& output, CProgressBar& progress,
                DescribeForm form, const RecordTextOptions& text);
 
-    /// Returns when every file is done. Throws CHostError (usage) when the output fails.
+    /// Returns when every file is done. A file that cannot be read gets a note on the standard
+    /// error too. Throws CHostError (usage) when the output fails.
     void Describe(const std::vector<ListedFile>& files, unsigned threads);
 
     /// Why files were not described, and how many for each reason; empty when all were.
     using FaultCounts = std::map<std::string, std::size_t>;
     const FaultCounts& GetFaults() const { return m_faults; }
+    /// Whether there was a file that could not be read.
+    bool GetUnreadable() const { return m_unreadable; }
 
   private:
     struct Outcome;
 
     void Work(const std::vector<ListedFile>& files) noexcept;
     bool Next(const std::vector<ListedFile>& files, std::size_t& number);
-    std::string DescribeFile(const ListedFile& file);
+    OutputPiece DescribeFile(const ListedFile& file);
     Outcome Ask(const ListedFile& file) const;
     static Outcome Judge(Description asked, CAnswer answer);
     std::string NameOf(const OtherKind& other) const;
@@ -61,6 +64,7 @@ class CDescriber {
     std::mutex m_mutex;  // guards the progress bar and what follows
     std::size_t m_next = 0;
     FaultCounts m_faults;
+    bool m_unreadable = false;
     std::exception_ptr m_failure;
 };
 

@@ -1,49 +1,58 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace host {
 
-/// The whole of a file; "-" is the standard input. No size limit but memory.
-/// Throws CHostError (usage) with the system's reason.
-std::string ReadFile(const std::string& path);
+/// Octets of the largest file that is read, which the interface's 32-bit sizes set.
+inline constexpr std::size_t kLargestFile = 0xFFFFFFFF;
+/// Octets taken of what does not tell its size, as pipes and devices do not: it may never end.
+inline constexpr std::size_t kLargestStream = std::size_t{256} << 20U;
+/// Octets of the largest configuration that the module reads.
+inline constexpr std::size_t kLargestConfig = std::size_t{4} << 20U;
 
-/// Creates or replaces a file; "-" is the standard output. Throws CHostError (usage).
-void WriteFile(const std::string& path, std::span<const unsigned char> octets);
+/// A file that is read, or the standard input ("-").
+class CInputFile {
+  public:
+    /// Throws CHostError (usage) with the system's reason when it does not open.
+    explicit CInputFile(const std::string& path);
+    CInputFile(const CInputFile&) = delete;
+    CInputFile& operator=(const CInputFile&) = delete;
+    ~CInputFile();
+
+    bool IsStandardInput() const { return m_isStandardInput; }
+    /// What it is called in messages.
+    const std::string& GetName() const { return m_name; }
+    /// Octets of a regular file; 0 when that is not known.
+    std::size_t GetSize() const { return m_size; }
+    /// What may be taken of it at once: kLargestFile, or kLargestStream when its size is not known.
+    std::size_t GetBound() const { return m_size != 0 ? kLargestFile : kLargestStream; }
+
+    /// Reads at most `room` octets, as soon as some are there. Returns 0 at the end.
+    /// Throws CHostError (usage) with the system's reason.
+    std::size_t Read(char* octets, std::size_t room);
+
+  private:
+    bool m_isStandardInput;
+    std::string m_name;
+    int m_descriptor;
+    std::size_t m_size = 0;
+};
+
+/// The whole of a file; "-" is the standard input. What is too large is refused as soon as that
+/// shows: a regular file before anything is read, a stream at its bound or at `limit`.
+/// Throws CHostError (usage).
+std::string ReadFile(const std::string& path, std::size_t limit = kLargestFile);
+
+/// Creates or replaces a file; "-" is the standard output. A regular file is replaced in one step,
+/// so that a full disk leaves no half of it. Throws CHostError (usage) with the system's reason.
+void WriteFile(const std::string& path, std::string_view octets);
 
 inline std::span<const unsigned char> AsOctets(std::string_view text) {
     return {reinterpret_cast<const unsigned char*>(text.data()), text.size()};
 }
-
-/// Reads a file or the standard input ("-") line by line, lines of any length.
-class CLineReader {
-  public:
-    /// Throws CHostError (usage) when the file does not open.
-    explicit CLineReader(const std::string& path);
-    CLineReader(const CLineReader&) = delete;
-    CLineReader& operator=(const CLineReader&) = delete;
-    ~CLineReader();
-
-    /// The next line without its line feed and carriage return; false at the end.
-    /// Throws CHostError (usage) when reading fails.
-    bool Next(std::string& line);
-
-    /// Octets of the file; 0 when that is not known (a pipe).
-    std::size_t GetSize() const { return m_size; }
-    /// Octets read so far.
-    std::size_t GetPosition() const { return m_position; }
-
-  private:
-    struct Stream;
-
-    std::string m_path;
-    std::unique_ptr<Stream> m_stream;
-    std::size_t m_size = 0;
-    std::size_t m_position = 0;
-};
 
 }  // namespace host

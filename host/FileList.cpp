@@ -60,7 +60,10 @@ class FolderWalk {
         std::sort(m_pending.begin() + first, m_pending.end(), std::greater<>());
     }
 
-    void Fail(const std::string& path) { m_files.push_back({path, std::strerror(errno)}); }
+    void Fail(const std::string& path) {
+        const std::string reason = std::strerror(errno);
+        m_files.push_back({path, "cannot open " + path + ": " + reason});
+    }
 
     std::vector<host::ListedFile>& m_files;
     std::vector<std::string> m_pending;

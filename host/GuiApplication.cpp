@@ -1,7 +1,7 @@
 #include "host/GuiApplication.h"
 
 #include "host/HostError.h"
-#include "host/Terminal.h"
+#include "host/StandardStreams.h"
 
 #include <QLibraryInfo>
 #include <QSocketNotifier>
@@ -9,7 +9,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -34,11 +33,11 @@ bool IsSet(const char* variable) {
 
 [[noreturn]] void EndWithoutDisplay(const std::string& lastWords) {
     const std::string& text = StartFault().empty() ? lastWords : StartFault();
-    std::string reason = host::Visible(text.substr(0, text.find('\n')));
+    std::string reason = text.substr(0, text.find('\n'));
     if (!IsSet("QT_QPA_PLATFORM") && !IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY")) {
         reason = "neither DISPLAY nor WAYLAND_DISPLAY is set";
     }
-    std::fprintf(stderr, "cmhost: no window can be opened: %s\n", reason.c_str());
+    host::Note("no window can be opened: " + reason);
     std::_Exit(host::kExitNoDisplay);
 }
 

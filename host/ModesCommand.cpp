@@ -2,32 +2,41 @@
 
 #include "host/HostError.h"
 #include "host/ModeTable.h"
+#include "host/StandardStreams.h"
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <array>
 #include <cstdio>
 #include <memory>
+#include <string>
 
 namespace {
 
-void PrintTable() {
-    std::printf("%-5s %-18s %-6s %s\n", "Mode", "Name", "Gated", "What it does");
-    for (const host::ModeRow& mode : host::AllModes()) {
-        std::printf("%-5u %-18s %-6s %s\n", mode.number, mode.name.empty() ? "-" : mode.name.data(),
-                    mode.gated ? "yes" : "-", mode.purpose.data());
-    }
-    std::printf(
-        "\nA gated operation uses a private key or shows a window: it needs --interactive, or\n"
-        "AllowServicePrivateKeyAccess=1 in the configuration.\n");
+std::string Row(const char* number, const char* name, const char* gated, const char* purpose) {
+    std::array<char, 200> row{};
+    std::snprintf(row.data(), row.size(), "%-5s %-18s %-6s %s\n", number, name, gated, purpose);
+    return row.data();
 }
 
-void PrintNames() {
+std::string Table() {
+    std::string text = Row("Mode", "Name", "Gated", "What it does");
     for (const host::ModeRow& mode : host::AllModes()) {
-        if (!mode.name.empty()) {
-            std::printf("%s\n", mode.name.data());
-        }
+        text += Row(std::to_string(mode.number).c_str(), mode.name.empty() ? "-" : mode.name.data(),
+                    mode.gated ? "yes" : "-", mode.purpose.data());
     }
+    return text +
+           "\nA gated operation uses a private key or shows a window: it needs --interactive, or\n"
+           "AllowServicePrivateKeyAccess=1 in the configuration.\n";
+}
+
+std::string Names() {
+    std::string text;
+    for (const host::ModeRow& mode : host::AllModes()) {
+        text += mode.name.empty() ? "" : std::string(mode.name) + "\n";
+    }
+    return text;
 }
 
 }  // namespace
@@ -40,7 +49,8 @@ void AddModesCommand(CLI::App& program, int& exitCode) {
     command->add_flag("--names", *onlyNames, "Only the names, one a line");
     command->footer("Examples:\n  cmhost modes\n  cmhost modes --names | sort -u");
     command->callback([onlyNames, &exitCode] {
-        *onlyNames ? PrintNames() : PrintTable();
+        Put(*onlyNames ? Names() : Table());
+        Flush();
         exitCode = kExitDone;
     });
 }

@@ -8,6 +8,12 @@
 #include <cstdlib>
 #include <string_view>
 
+namespace {
+
+constexpr std::size_t kMostColumns = 100'000;
+
+}  // namespace
+
 namespace host {
 
 void AddLanguageOption(CLI::App& command, std::string& language) {
@@ -27,19 +33,28 @@ bool WantsRussian(const std::string& language) {
     return false;
 }
 
+void AddWidthOption(CLI::App& command, std::size_t& width) {
+    command
+        .add_option("--width", width, "Columns of a line, at least 40 (default: the terminal's)")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{0}, kMostColumns));
+}
+
 void ModuleOptions::AddTo(CLI::App& command) {
     command
         .add_option("--module", module,
                     "The provider's library (default: the libmod_foo.so.1 that belongs to this "
                     "program, else the system's)")
         ->type_name("PATH");
-    command.add_option("--config", config, "Configuration file that the module reads")
-        ->check(CLI::ExistingFile);
+    command
+        .add_option("--config", config,
+                    "Configuration file that the module reads (default: the one it finds)")
+        ->type_name("FILE");
     command
         .add_option("--pki-config", pkiConfig,
                     "PKI configuration file that the module reads (default: the one beside its "
                     "configuration)")
-        ->check(CLI::ExistingFile);
+        ->type_name("FILE");
     AddLanguageOption(command, language);
     command.add_flag("--log", log,
                      "Show the module's log lines on the standard error, errors marked with !");

@@ -5,6 +5,7 @@
 
 #include <CLI/App.hpp>
 
+#include <cstddef>
 #include <string>
 
 namespace host {
@@ -42,5 +43,8 @@ void AddLanguageOption(CLI::App& command, std::string& language);
 
 /// Whether texts are to be Russian: as --language says or, for "", the environment's locale.
 bool WantsRussian(const std::string& language);
+
+/// Adds --width to a command; 0 stands for the terminal's.
+void AddWidthOption(CLI::App& command, std::size_t& width);
 
 }  // namespace host

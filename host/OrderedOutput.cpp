@@ -1,23 +1,24 @@
 #include "host/OrderedOutput.h"
 
-#include "host/HostError.h"
+#include "host/StandardStreams.h"
 
 #include <utility>
 
 namespace host {
 
-void COrderedOutput::Put(std::size_t number, std::string line) {
+void COrderedOutput::Put(std::size_t number, OutputPiece piece) {
     std::unique_lock lock(m_mutex);
-    m_advanced.wait(lock, [&] { return number < m_next + m_window || m_failed || m_abandoned; });
+    m_advanced.wait(lock, [&] { return number < m_next + m_window || m_abandoned; });
     if (m_abandoned) {
         return;
     }
-    if (!m_failed) {
-        m_held.emplace(number, std::move(line));
+    m_held.emplace(number, std::move(piece));
+    try {
         WriteReady();
-    }
-    if (m_failed) {
-        throw CHostError(kExitUsage, "cannot write the answers");
+    } catch (...) {
+        m_abandoned = true;
+        m_advanced.notify_all();
+        throw;
     }
 }
 
@@ -31,16 +32,15 @@ void COrderedOutput::WriteReady() {
     const std::size_t before = m_next;
     for (auto first = m_held.begin(); first != m_held.end() && first->first == m_next;
          first = m_held.erase(first), ++m_next) {
-        std::string& line = first->second;
-        line += '\n';
-        if (std::fwrite(line.data(), 1, line.size(), m_stream) != line.size()) {
-            m_failed = true;
-            break;
+        host::Put(first->second.text, m_stream);
+        if (!first->second.note.empty()) {
+            Flush(m_stream);
+            Note(first->second.note);
         }
     }
     // A reader at the other end of a pipe sees each answer when it is there.
-    m_failed = m_failed || std::fflush(m_stream) != 0;
-    if (m_failed || m_next != before) {
+    Flush(m_stream);
+    if (m_next != before) {
         m_advanced.notify_all();
     }
 }

@@ -9,17 +9,23 @@
 
 namespace host {
 
-/// Puts lines that several threads finish in any order back into the order of their numbers.
+/// What comes of one line or file.
+struct OutputPiece {
+    std::string text;  ///< goes to the output as it stands
+    std::string note;  ///< goes to the standard error behind it, see Note(); "" for none
+};
+
+/// Puts pieces that several threads finish in any order back into the order of their numbers.
 class COrderedOutput {
   public:
     /// \param stream  not owned.
-    /// \param window  how far a line may be ahead of the next one to be written; bounds the lines
-    ///                that are held.
+    /// \param window  how far a piece may be ahead of the next one to be written; bounds the
+    ///                pieces that are held.
     COrderedOutput(std::FILE* stream, std::size_t window) : m_stream(stream), m_window(window) {}
 
-    /// Hands over line `number` (from 0, each exactly once). Waits while it is too far ahead.
-    /// Throws CHostError (usage) when writing fails, here and from then on.
-    void Put(std::size_t number, std::string line);
+    /// Hands over piece `number` (from 0, each exactly once). Waits while it is too far ahead.
+    /// Throws CHostError (usage) when writing fails; nothing is written from then on.
+    void Put(std::size_t number, OutputPiece piece);
 
     /// Gives up: threads that wait in Put() return, nothing is written any more.
     void Abandon();
@@ -31,9 +37,8 @@ class COrderedOutput {
     std::size_t m_window;
     std::mutex m_mutex;
     std::condition_variable m_advanced;
-    std::map<std::size_t, std::string> m_held;
+    std::map<std::size_t, OutputPiece> m_held;
     std::size_t m_next = 0;
-    bool m_failed = false;
     bool m_abandoned = false;
 };
 

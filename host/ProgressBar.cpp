@@ -3,6 +3,7 @@
 #include "host/Terminal.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <string>
 #include <unistd.h>
@@ -14,6 +15,8 @@ constexpr std::chrono::milliseconds kInterval{100};
 constexpr std::size_t kColumns = 30;
 constexpr const char* kEraseLine = "\r\033[K";
 
+std::atomic<bool> isVisible{false};
+
 }  // namespace
 
 namespace host {
@@ -24,9 +27,12 @@ CProgressBar::CProgressBar(bool enabled, const char* unit)
       m_nextTime(Clock::now() + kFirst) {}
 
 CProgressBar::~CProgressBar() {
-    if (m_visible) {
-        std::fputs(kEraseLine, stderr);
-    }
+    std::fputs(Erase(), stderr);
+    isVisible = false;
+}
+
+const char* CProgressBar::Erase() {
+    return isVisible ? kEraseLine : "";
 }
 
 void CProgressBar::Show(std::size_t done, double share) {
@@ -34,7 +40,7 @@ void CProgressBar::Show(std::size_t done, double share) {
         return;
     }
     m_nextTime = Clock::now() + kInterval;
-    m_visible = true;
+    isVisible = true;
     std::string bar;
     if (share >= 0) {
         const auto filled =

@@ -16,6 +16,9 @@ class CProgressBar {
     CProgressBar& operator=(const CProgressBar&) = delete;
     ~CProgressBar();
 
+    /// What a line on the standard error begins with, so that it does not mix with a bar.
+    static const char* Erase();
+
     /// \param done   how many so far
     /// \param share  of the input that is read, 0 to 1; negative when its size is not known.
     void Show(std::size_t done, double share);
@@ -25,7 +28,6 @@ class CProgressBar {
 
     bool m_enabled;
     const char* m_unit;
-    bool m_visible = false;
     Clock::time_point m_nextTime;
 };
 

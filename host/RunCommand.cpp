@@ -1,6 +1,6 @@
 #include "host/RunCommand.h"
 
-#include "host/HostError.h"
+#include "host/LineReader.h"
 #include "host/ModuleOptions.h"
 #include "host/Session.h"
 
@@ -27,8 +27,10 @@ A line goes to the module as it stands, but for members that begin with @:
   "@form": "binary"          how it travels: base64 (default) or binary
   "@output": "letter.sig"    where the octets of the result go
   "@interactive": true       an interactive user's own request (opens the gate)
-A line that cannot be sent is answered {"hostError":"..."}. These members read and
-write files: play only sessions that you trust.
+A line that cannot be sent, and one whose result cannot be written, is answered
+{"hostError":"..."}, with a note on the standard error; the session goes on and ends
+with exit code 2. These members read and write files: play only sessions that you
+trust.
 
 Examples:
   cmhost run session.jsonl
@@ -49,7 +51,7 @@ int Play(const RunOptions& options) {
     // Answers that scroll by are progress enough.
     host::CProgressBar progress(/*enabled=*/::isatty(STDOUT_FILENO) != 1);
     host::CSession session(module.Get(), lines, output, progress, options.interactive);
-    return session.Play(options.threads) ? host::kExitDone : host::kExitAnsweredBad;
+    return session.Play(options.threads);
 }
 
 }  // namespace

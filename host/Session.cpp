@@ -1,7 +1,7 @@
 #include "host/Session.h"
 
 #include "host/AnswerPrinter.h"
-#include "host/HostError.h"
+#include "host/FileIo.h"
 #include "host/SessionLine.h"
 
 #include <optional>
@@ -19,7 +19,7 @@ CSession::CSession(const CModule& module, CLineReader& lines, COrderedOutput& ou
       m_progress(progress),
       m_interactive(interactive) {}
 
-bool CSession::Play(unsigned threads) {
+ExitCode CSession::Play(unsigned threads) {
     std::vector<std::jthread> others;
     for (unsigned i = 1; i < threads; ++i) {
         others.emplace_back([this] { Work(); });
@@ -29,47 +29,52 @@ bool CSession::Play(unsigned threads) {
     if (m_failure) {
         std::rethrow_exception(m_failure);
     }
-    return m_allGood;
+    return !m_allDone ? kExitUsage : m_allGood ? kExitDone : kExitAnsweredBad;
 }
 
-bool CSession::NextLine(std::string& line, std::size_t& number) {
+bool CSession::NextLine(Line& line) {
     const std::lock_guard lock(m_mutex);
     do {
-        if (m_failure || !m_lines.Next(line)) {
+        if (m_failure || !m_lines.Next(line.text)) {
             return false;
         }
-    } while (line.empty());
-    number = m_count++;
+    } while (line.text.empty());
+    line.place = m_lines.GetPlace();
+    line.number = m_count++;
     const auto size = static_cast<double>(m_lines.GetSize());
-    m_progress.Show(number, size > 0 ? static_cast<double>(m_lines.GetPosition()) / size : -1);
+    m_progress.Show(line.number, size > 0 ? static_cast<double>(m_lines.GetPosition()) / size : -1);
     return true;
 }
 
-std::string CSession::AnswerLine(std::string line) {
+OutputPiece CSession::AnswerLine(Line& line) {
+    OutputPiece piece;
     try {
-        SessionRequest session = ReadSessionLine(std::move(line), m_interactive);
+        SessionRequest session =
+            ReadSessionLine(std::move(line.text), {m_lines.IsStandardInput(), m_interactive});
         const CAnswer answer = m_module.Ask(session.request);
         if (!answer.IsGood()) {
             m_allGood = false;
         }
         if (!session.output.empty()) {
             if (const std::optional<std::string> octets = answer.ExtractOctets()) {
-                WriteFile(session.output, AsOctets(*octets));
+                WriteFile(session.output, *octets);
             }
         }
-        return LineAnswer(answer);
+        piece.text = LineAnswer(answer);
     } catch (const CHostError& error) {
         // The line's own fault: it gets a line, the session goes on.
-        m_allGood = false;
-        return LineError(error.what());
+        m_allDone = false;
+        piece.text = LineError(error.what());
+        piece.note = line.place + ": " + error.what();
     }
+    piece.text += '\n';
+    return piece;
 }
 
 void CSession::Work() noexcept {
     try {
-        std::string line;
-        for (std::size_t number = 0; NextLine(line, number);) {
-            m_output.Put(number, AnswerLine(std::move(line)));
+        for (Line line; NextLine(line);) {
+            m_output.Put(line.number, AnswerLine(line));
         }
     } catch (...) {
         const std::lock_guard lock(m_mutex);

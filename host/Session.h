@@ -1,6 +1,7 @@
 #pragma once
 
-#include "host/FileIo.h"
+#include "host/HostError.h"
+#include "host/LineReader.h"
 #include "host/ModuleLoader.h"
 #include "host/OrderedOutput.h"
 #include "host/ProgressBar.h"
@@ -21,14 +22,22 @@ class CSession {
     CSession(const CModule& module, CLineReader& lines, COrderedOutput& output,
              CProgressBar& progress, bool interactive);
 
-    /// Returns when every line is answered. Empty lines are skipped.
-    /// \return whether every answer was good.
+    /// Returns when every line is answered. Empty lines are skipped; for a line that could not be
+    /// sent, and for a result that could not be written, there is a note on the standard error too.
+    /// \return kExitDone when every answer is good, kExitUsage when there was such a line, else
+    ///         kExitAnsweredBad.
     /// Throws CHostError (usage) when the lines cannot be read or the answers not be written.
-    bool Play(unsigned threads);
+    ExitCode Play(unsigned threads);
 
   private:
-    bool NextLine(std::string& line, std::size_t& number);
-    std::string AnswerLine(std::string line);
+    struct Line {
+        std::string text;
+        std::string place;
+        std::size_t number = 0;  // among those that are not empty, from 0
+    };
+
+    bool NextLine(Line& line);
+    OutputPiece AnswerLine(Line& line);
     void Work() noexcept;
 
     const CModule& m_module;
@@ -42,6 +51,7 @@ class CSession {
     std::exception_ptr m_failure;
 
     std::atomic<bool> m_allGood{true};
+    std::atomic<bool> m_allDone{true};  // lines sent, results written
 };
 
 }  // namespace host

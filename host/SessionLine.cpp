@@ -59,30 +59,39 @@ host::PayloadForm TakeForm(CRequestBuilder& builder) {
     return form == "binary" ? host::PayloadForm::kBinary : host::PayloadForm::kBase64;
 }
 
-}  // namespace
-
-namespace host {
-
-SessionRequest ReadSessionLine(std::string line, bool interactive) {
-    SessionRequest session;
-    session.request.interactive = interactive;
-    CRequestBuilder builder;
-    const bool hasDirectives = line.find("\"@") != std::string::npos &&
-                               builder.Load(line).empty() && !builder.FindPrefixed("@").empty();
-    if (!hasDirectives) {
-        session.request.octets = std::move(line);
-        return session;
-    }
+// Puts a request together whose line has directives.
+void Assemble(CRequestBuilder& builder, host::SessionRequest& session,
+              const host::LineSource& source) {
     ApplyMode(builder);
-    session.request.interactive = TakeInteractive(builder, interactive);
+    session.request.interactive = TakeInteractive(builder, source.interactive);
     session.output = TakeText(builder, "@output").value_or("");
-    const PayloadForm form = TakeForm(builder);
+    const host::PayloadForm form = TakeForm(builder);
     const std::optional<std::string> file = TakeText(builder, "@file");
     if (const std::string unknown = builder.FindPrefixed("@"); !unknown.empty()) {
         Fail("unknown directive " + unknown);
     }
-    const std::string payload = file ? ReadFile(*file) : "";
+    if (file == "-" && source.isStandardInput) {
+        Fail("@file cannot be the standard input, which holds the session");
+    }
+    const std::string payload = file ? host::ReadFile(*file) : "";
     session.request.octets = builder.Build(file ? &payload : nullptr, form);
+}
+
+}  // namespace
+
+namespace host {
+
+SessionRequest ReadSessionLine(std::string line, const LineSource& source) {
+    SessionRequest session;
+    session.request.interactive = source.interactive;
+    CRequestBuilder builder;
+    const bool hasDirectives = line.find("\"@") != std::string::npos &&
+                               builder.Load(line).empty() && !builder.FindPrefixed("@").empty();
+    if (hasDirectives) {
+        Assemble(builder, session, source);
+    } else {
+        session.request.octets = std::move(line);
+    }
     return session;
 }
 

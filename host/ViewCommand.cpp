@@ -134,10 +134,8 @@ class Viewer {
 int View(ViewOptions& options) {
     const bool russian = host::WantsRussian(options.module.language);
     options.module.language = russian ? "ru" : "en";
-    const std::string content = host::ReadFile(options.file);
-    if (content.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        throw CHostError(host::kExitUsage, options.file + ": 2 GiB and more are too much");
-    }
+    const std::string content =
+        host::ReadFile(options.file, std::numeric_limits<int>::max());  // as Qt counts octets
     const host::CLoadedModule module(options.module);
     const CreateViewer create = FindViewer(module.GetLibrary());
 

@@ -4,6 +4,7 @@
 #include "host/HostError.h"
 #include "host/ModesCommand.h"
 #include "host/RunCommand.h"
+#include "host/StandardStreams.h"
 #include "host/ViewCommand.h"
 
 #include <CLI/App.hpp>
@@ -11,9 +12,9 @@
 #include <CLI/Formatter.hpp>
 
 #include <csignal>
-#include <cstdio>
 #include <exception>
 #include <new>
+#include <sstream>
 #include <string_view>
 #include <unistd.h>
 
@@ -25,7 +26,7 @@ constexpr const char* kAbout =
 constexpr const char* kFooter = R"(Exit codes:
   0  answered, and every errorCode is 0
   1  an answer carries an errorCode, or is no proper answer
-  2  wrong usage, or a file that cannot be read or written
+  2  wrong usage, or a file or stream that cannot be read or written
   3  the module does not load, or lacks what the command needs
   4  there is no display that a window could be opened on
 
@@ -43,7 +44,7 @@ extern "C" void OnAbort(int signal) {
 }
 
 int Report(const char* text, int exitCode) {
-    std::fprintf(stderr, "cmhost: %s\n", text);
+    host::Note(text);
     return exitCode;
 }
 
@@ -62,17 +63,21 @@ int Run(int argc, const char* const* argv) {
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return program.exit(error) == 0 ? host::kExitDone : host::kExitUsage;
+        std::ostringstream help;
+        exitCode = program.exit(error, help) == 0 ? host::kExitDone : host::kExitUsage;
+        host::Put(help.str());
     }
-    if (program.get_subcommands().empty()) {
-        std::fputs(program.help().c_str(), stderr);
+    if (argc == 1) {
+        host::Put(program.help(), stderr);
     }
+    host::Flush();
     return exitCode;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    host::PrepareStandardStreams();
     std::signal(SIGABRT, &OnAbort);
     try {
         return Run(argc, argv);

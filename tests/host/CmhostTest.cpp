@@ -70,6 +70,8 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
         {"no command", {}, 2, {}, {"Usage: cmhost"}},
         {"unknown command", {"frobnicate"}, 2, {}, {"frobnicate"}},
         {"unknown operation", {"call", "Frobnicate"}, 2, {}, {"`cmhost modes`"}},
+        {"two inputs", {"call", "14", "--json", "-", "--file", "-"}, 2, {}, {"standard input"}},
+        {"two outputs", {"asn1", "--json", "--raw", "-", "data"}, 2, {}, {"standard output"}},
         {"two framings", {"call", "14", "--base64", "--binary"}, 2, {}, {"excludes"}},
         {"framing of nothing", {"call", "14", "--binary"}, 2, {}, {"--file"}},
         {"member without value", {"call", "14", "--set", "comment"}, 2, {}, {"KEY=VALUE"}},
@@ -142,7 +144,9 @@ TEST_F(CmhostTest, SessionKeepsWhatItsRequestsSet) {
         "\n"
         R"({"mode":38,"comment":"\"@mode"})";  // no line feed at the end
     const HostResult result = Run({"run", "-", "--language", "en"}, session);
-    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ(2, result.exitCode);
+    EXPECT_THAT(result.err,
+                HasSubstr("cmhost: line 5 of the standard input: cannot open none: No "));
     std::istringstream lines(result.out);
     for (const char* fragment :
          {"\"errorCode\":0,", "\"storeAddresses\":[{\"location\":\"sscu\",\"address\":\"\"",

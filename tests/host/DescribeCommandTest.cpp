@@ -149,7 +149,7 @@ TEST_F(DescribeCommandTest, NamesWhatNoOperationDescribes) {
 TEST_F(DescribeCommandTest, WalksFoldersInOrderAndCountsWhatIsNotDescribed) {
     WriteArchive();
     const HostResult result = Run({"describe", "--ndjson", "archive", "--language", "en"});
-    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ(2, result.exitCode);
     std::vector<std::string> summary;
     for (const std::string& line : Lines(result.out)) {
         rapidjson::Document row;
@@ -169,7 +169,7 @@ TEST_F(DescribeCommandTest, WalksFoldersInOrderAndCountsWhatIsNotDescribed) {
                                      "archive/a/empty refused", "archive/a/letter.txt refused",
                                      "archive/b.pem certificate"));
     EXPECT_THAT(result.err, HasSubstr("2 of 5 files described"));
-    EXPECT_THAT(result.err, HasSubstr("1 not: No such file"));
+    EXPECT_THAT(result.err, HasSubstr("1 not: cannot open FILE: No such file"));
     EXPECT_THAT(result.err, HasSubstr("1 not: 16113 "));
 
     const HostResult threads =

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <spawn.h>
 #include <string>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <utility>
 #include <vector>
@@ -18,9 +19,11 @@ struct HostResult {
     int exitCode = -1;  ///< negative: the signal that ended it
     std::string out;
     std::string err;
+    long peakKilobytes = 0;  ///< resident
 };
 
-/// Each test has a directory of its own as home and working directory, and no configuration.
+/// Each test has a directory of its own as home and working directory, and no configuration, in an
+/// English locale.
 class HostProcessTest : public ::testing::Test {
   protected:
     HostResult Run(std::vector<std::string> arguments, const std::string& input = "") const {
@@ -59,7 +62,9 @@ class HostProcessTest : public ::testing::Test {
         posix_spawn_file_actions_destroy(&actions);
         HostResult result;
         int status = 0;
-        if (error == 0 && ::waitpid(child, &status, 0) == child) {
+        rusage usage{};
+        if (error == 0 && ::wait4(child, &status, 0, &usage) == child) {
+            result.peakKilobytes = usage.ru_maxrss;
             result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
         }
         result.out = TemporaryDir::Read(out);
@@ -69,4 +74,5 @@ class HostProcessTest : public ::testing::Test {
 
     ScopedVariable m_home{"HOME", m_directory.Path().c_str()};
     ScopedVariable m_config{"MOD_FOO_CONFIG", nullptr};
+    ScopedVariable m_locale{"LC_ALL", "C"};
 };
