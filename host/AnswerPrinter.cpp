@@ -60,6 +60,14 @@ class PrettyForwarder : public host::CJsonForwarder<PrettyWriter> {
     std::size_t m_longest;
 };
 
+std::string Pretty(std::string_view json, std::size_t longest) {
+    ca::JsonBuffer buffer;
+    PrettyWriter writer(buffer);
+    PrettyForwarder forwarder(writer, longest);
+    static_cast<void>(host::ReadJsonEvents(json, forwarder));
+    return host::EscapeHidden({buffer.GetString(), buffer.GetSize()}) + "\n";
+}
+
 // Valid UTF-8 whatever the octets are.
 std::string Readable(std::string_view octets) {
     return host::Visible(std::string(octets.substr(0, kShownOfBadAnswer)));
@@ -74,11 +82,12 @@ std::string PrettyAnswer(const CAnswer& answer, std::size_t longest) {
     if (!IsJson(text)) {
         return text.empty() ? "" : Readable(text) + "\n";
     }
-    ca::JsonBuffer buffer;
-    PrettyWriter writer(buffer);
-    PrettyForwarder forwarder(writer, longest);
-    static_cast<void>(ReadJsonEvents(text, forwarder));
-    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    return Pretty(text, longest);
+}
+
+std::string PrettyAnswer(const CAnswer& answer, const std::string& members) {
+    const std::string line = answer.GetFault().empty() ? "" : LineAnswer(answer);
+    return Pretty(WithMembers(members, line.empty() ? answer.GetText() : line), /*longest=*/0);
 }
 
 std::string LineAnswer(const CAnswer& answer) {
@@ -90,7 +99,12 @@ std::string LineAnswer(const CAnswer& answer) {
     ca::JsonWriter writer(buffer);
     CJsonForwarder forwarder(writer);
     static_cast<void>(ReadJsonEvents(answer.GetText(), forwarder));
-    return {buffer.GetString(), buffer.GetSize()};
+    return EscapeHidden({buffer.GetString(), buffer.GetSize()});
+}
+
+std::string WithMembers(const std::string& members, std::string_view object) {
+    std::string text = "{" + members + ",";
+    return text.append(object.substr(object.find('{') + 1));
 }
 
 std::string LineError(std::string_view reason) {

@@ -10,6 +10,7 @@
 #include "host/Asn1Listing.h"
 #include "host/FileIo.h"
 #include "host/HostError.h"
+#include "host/JsonEvents.h"
 #include "host/LogSink.h"
 #include "host/ModuleOptions.h"
 #include "host/StandardStreams.h"
@@ -33,13 +34,15 @@ using host::CHostError;
 
 constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is no terminal
 constexpr std::size_t kLeastWidth = 40;
+constexpr std::size_t kJsonPiece = std::size_t{1} << 16U;
 
 constexpr const char* kExamples =
     R"(A file is DER or BER, PEM (all of its blocks) or bare Base64; - is the standard
 input. A line of the listing shows: offset, header+content length, tag, value.
---raw and --rebuild write the octets of all nodes one after another. The exit code
-is 2 when a file cannot be read or has no such node, else 1 when something does
-not decode or ends too early; what can be read is shown.
+--raw and --rebuild write the octets of all nodes one after another. A line of
+--json begins with "file", and "item" and "label" in a PEM file. The exit code is 2
+when a file cannot be read or has no such node, else 1 when something does not
+decode or ends too early; what can be read is shown.
 
 Examples:
   cmhost asn1 certificate.pem
@@ -95,6 +98,12 @@ class Asn1Run {
     }
 
   private:
+    // A piece of a file, as people and programs are told of it.
+    struct Place {
+        std::string text;
+        std::string members;
+    };
+
     void Complain(const std::string& text, host::ExitCode code = host::kExitAnsweredBad) {
         m_exitCode = std::max(m_exitCode, code);
         host::Flush();  // behind what it is about
@@ -115,21 +124,24 @@ class Asn1Run {
             Complain(file + ": no ASN.1 data");
         }
         for (std::size_t i = 0; i < items.size(); ++i) {
-            std::string place = file;
+            Place place{file, host::FileMembers(file)};
             if (!items[i].label.empty()) {
-                place += ", " + items[i].label + " " + std::to_string(i + 1);
+                const std::string number = std::to_string(i + 1);
+                place.text += ", " + items[i].label + " " + number;
+                place.members +=
+                    ",\"item\":" + number + ",\"label\":" + host::QuoteJson(items[i].label);
             }
             try {
                 DoItem(place, items[i].octets, m_options.files.size() + items.size() > 2);
             } catch (const ca::Exception& error) {
-                Complain(place + ": " + FaultText(error.errorCode));
+                Complain(place.text + ": " + FaultText(error.errorCode));
             }
         }
     }
 
-    void DoItem(const std::string& place, std::span<unsigned char> octets, bool withTitle) {
+    void DoItem(const Place& place, std::span<unsigned char> octets, bool withTitle) {
         if (octets.empty()) {
-            Complain(place + ": does not decode");
+            Complain(place.text + ": does not decode");
             return;
         }
         CCryptAsn1Parser parser;
@@ -138,16 +150,16 @@ class Asn1Run {
                      /*singleRoot=*/false);
         const std::vector<CAsn1Block*> nodes = SelectNodes(parser);
         if (withTitle && m_lists && !nodes.empty()) {
-            host::Put(host::Visible(place) + ":\n");
+            host::Put(host::Visible(place.text) + ":\n");
         }
         for (CAsn1Block* const node : nodes) {
-            DoNode(*node, octets.data());
+            DoNode(*node, octets.data(), place);
         }
         if (const std::uint32_t code = parser.GetLastErrorCode(); code != 0) {
-            Complain(place + ": " + FaultText(code));
+            Complain(place.text + ": " + FaultText(code));
         }
         if (nodes.empty() && !m_options.path.empty()) {
-            Complain(place + ": there is no node " + m_options.path, host::kExitUsage);
+            Complain(place.text + ": there is no node " + m_options.path, host::kExitUsage);
         }
     }
 
@@ -164,7 +176,7 @@ class Asn1Run {
         }
     }
 
-    void DoNode(CAsn1Block& node, const unsigned char* base) {
+    void DoNode(CAsn1Block& node, const unsigned char* base, const Place& place) {
         if (!m_options.raw.empty()) {
             const std::span<const unsigned char> octets = ca::FileOctets(node);
             m_raw.append(octets.begin(), octets.end());
@@ -173,16 +185,28 @@ class Asn1Run {
             Rebuild(node);
         }
         if (m_options.json) {
-            PutJson(node);
+            PutJson(node, place);
         } else if (m_lists) {
             host::ListAsn1(node, base, std::max(m_width, kLeastWidth), stdout);
         }
     }
 
-    static void PutJson(CAsn1Block& node) {
+    static void PutJson(CAsn1Block& node, const Place& place) {
         std::size_t length = 0;
         const ca::BytePtr text = node.ToJson(&length);
-        host::Put({reinterpret_cast<const char*>(text.Get()), length});
+        std::string_view rest(reinterpret_cast<const char*>(text.Get()), length);
+        rest.remove_prefix(1);  // the brace of the object
+        host::Put("{" + place.members + ",");
+        // In pieces: the text may be many times the file.
+        while (!rest.empty()) {
+            std::size_t count = std::min(rest.size(), kJsonPiece);
+            while (count < rest.size() &&
+                   (static_cast<unsigned char>(rest[count]) & 0xC0U) == 0x80U) {
+                ++count;  // no character is cut in two
+            }
+            host::Put(host::EscapeHidden(std::string(rest.substr(0, count))));
+            rest.remove_prefix(count);
+        }
         host::Put("\n");
     }
 

@@ -30,11 +30,13 @@ order. With more than one file a count of what was not described, and why, goes 
 the standard error at the end. The exit code is 2 when a file could not be read,
 which the standard error says, else 1 when one was not described; the others are.
 
---ndjson writes a line for each file, one of
+--json writes the answer for each file with "file" in front. --ndjson writes a line
+for each file, one of
   {"file":"a.pem","kind":"certificate","answer":{...}}
   {"file":"b.txt","error":"...","errorCode":16113}
 with the kinds attributeCertificate, certificate, certificates, crl, envelope and
-signature. The errorCode is left out when the file could not be read.
+signature. The errorCode is left out when the file could not be read. The octets of a
+name that is not UTF-8 stand in "fileBase64", and "file" shows what can be shown.
 
 Examples:
   cmhost describe certificate.pem

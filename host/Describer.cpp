@@ -206,7 +206,7 @@ std::string CDescriber::Write(const std::string& path, const Outcome& outcome) c
     const std::string code = outcome.errorCode ? std::to_string(*outcome.errorCode) : "";
     switch (m_form) {
         case DescribeForm::kLines: {
-            const std::string line = "{\"file\":" + QuoteJson(path);
+            const std::string line = "{" + FileMembers(path);
             if (outcome.IsGood()) {
                 return line + ",\"kind\":" + QuoteJson(outcome.kind->kind) +
                        ",\"answer\":" + LineAnswer(*outcome.answer) + "}\n";
@@ -217,8 +217,8 @@ std::string CDescriber::Write(const std::string& path, const Outcome& outcome) c
                    (code.empty() ? "" : ",\"errorCode\":" + code) + "}\n";
         }
         case DescribeForm::kJson:
-            return outcome.answer ? PrettyAnswer(*outcome.answer, /*longest=*/0)
-                                  : LineError(outcome.fault) + "\n";
+            return outcome.answer ? PrettyAnswer(*outcome.answer, FileMembers(path))
+                                  : WithMembers(FileMembers(path), LineError(outcome.fault)) + "\n";
         case DescribeForm::kText:
             break;
     }

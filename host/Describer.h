@@ -22,7 +22,7 @@ namespace host {
 /// How descriptions are written.
 enum class DescribeForm : std::uint8_t {
     kText,   ///< a headline and the records for people
-    kJson,   ///< the answer, indented
+    kJson,   ///< the answer, indented, with "file" in front
     kLines,  ///< {"file":...,"kind":...,"answer":...} or {"file":...,"error":...,...}
 };
 

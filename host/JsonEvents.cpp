@@ -1,6 +1,7 @@
 #include "host/JsonEvents.h"
 
 #include "common/Encode.h"
+#include "host/Terminal.h"
 
 namespace {
 
@@ -25,7 +26,18 @@ std::string QuoteJson(std::string_view text) {
     ca::JsonBuffer buffer;
     ca::JsonWriter writer(buffer);
     writer.String(ca::u16u8(ca::u8u16(std::string(text))));
-    return {buffer.GetString(), buffer.GetSize()};
+    return EscapeHidden({buffer.GetString(), buffer.GetSize()});
+}
+
+std::string FileMembers(const std::string& path) {
+    std::string members = "\"file\":" + QuoteJson(path);
+    if (ca::u16u8(ca::u8u16(path)) != path) {
+        std::string octets;
+        ca::Base64Encode(reinterpret_cast<const unsigned char*>(path.data()),
+                         static_cast<unsigned>(path.size()), octets);
+        members += ",\"fileBase64\":\"" + octets + "\"";
+    }
+    return members;
 }
 
 bool IsJson(std::string_view text) {

@@ -108,6 +108,10 @@ class CJsonForwarder : public CJsonEvents {
 /// A JSON string literal of a UTF-8 text; malformed octets become U+FFFD.
 std::string QuoteJson(std::string_view text);
 
+/// Members of an object that name a file: "file", as far as its name is UTF-8. The octets of
+/// another name come as "fileBase64" beside it.
+std::string FileMembers(const std::string& path);
+
 /// Whether a text is JSON.
 bool IsJson(std::string_view text);
 

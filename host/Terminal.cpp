@@ -2,9 +2,11 @@
 
 #include "common/Encode.h"
 
-#include <cstdlib>
+#include <array>
+#include <cstdio>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -47,6 +49,37 @@ std::size_t WidthOf(wchar_t c) {
     return IsIn(kWide, c) ? 2 : 1;
 }
 
+// The character that begins at `at` of valid UTF-8, which is moved behind it.
+wchar_t NextCharacter(std::string_view utf8, std::size_t& at) {
+    const auto first = static_cast<unsigned char>(utf8[at++]);
+    unsigned value = first < 0x80U   ? first
+                     : first < 0xE0U ? first & 0x1FU
+                     : first < 0xF0U ? first & 0x0FU
+                                     : first & 0x07U;
+    while (at < utf8.size() && (static_cast<unsigned char>(utf8[at]) & 0xC0U) == 0x80U) {
+        value = value << 6U | (static_cast<unsigned char>(utf8[at++]) & 0x3FU);
+    }
+    return static_cast<wchar_t>(value);
+}
+
+void AppendEscape(std::string& json, unsigned unit) {
+    std::array<char, 8> text{};
+    std::snprintf(text.data(), text.size(), "\\u%04X", unit & 0xFFFFU);
+    json += text.data();
+}
+
+void AppendEscaped(std::string& json, wchar_t c) {
+    const auto value = static_cast<unsigned>(c);
+    if (value > 0xFFFFU) {
+        AppendEscape(json, 0xD7C0U + (value >> 10U));
+        AppendEscape(json, 0xDC00U + (value & 0x3FFU));
+    } else {
+        AppendEscape(json, value);
+    }
+}
+
+constexpr char kDelete = '\x7F';
+
 constexpr std::wstring_view kCut = L"...";
 
 }  // namespace
@@ -78,6 +111,25 @@ std::wstring Visible(std::wstring_view text) {
 
 std::string Visible(const std::string& utf8) {
     return ca::u16u8(Visible(ca::u8u16(utf8)));
+}
+
+std::string EscapeHidden(std::string json) {
+    std::string escaped;
+    std::size_t copied = 0;
+    for (std::size_t at = 0; at < json.size();) {
+        const char first = json[at];
+        if (static_cast<signed char>(first) >= 0 && first != kDelete) {
+            ++at;
+            continue;
+        }
+        const std::size_t start = at;
+        if (const wchar_t c = NextCharacter(json, at); IsIn(kHidden, c)) {
+            escaped.append(json, copied, start - copied);
+            AppendEscaped(escaped, c);
+            copied = at;
+        }
+    }
+    return copied == 0 ? std::move(json) : escaped.append(json, copied);
 }
 
 std::size_t DisplayWidth(std::wstring_view text) {

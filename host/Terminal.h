@@ -17,6 +17,11 @@ std::size_t TerminalWidth(int descriptor, std::size_t fallback);
 std::wstring Visible(std::wstring_view text);
 std::string Visible(const std::string& utf8);
 
+/// The same JSON, with each such character of its strings as \uXXXX. Whoever sees the text next may
+/// see it on a terminal, so this is done to all JSON, wherever it goes.
+/// \param json  a valid JSON text, UTF-8; outside of its strings there are none of them.
+std::string EscapeHidden(std::string json);
+
 /// Columns the text takes: wide East Asian characters count two, combining marks none.
 std::size_t DisplayWidth(std::wstring_view text);
 

@@ -61,6 +61,11 @@ void Answer(CMPacket& packet) {
             logLine(L"one\nline \x1B[2J", true);
             text = "{\"errorCode\":12345678901234567890}";
             break;
+        case 9:  // what would steer a terminal, in a string and in a key
+            text =
+                "{\"errorCode\":0,\"t\\u000a\xE2\x80\xAE\":"
+                "\"\xC2\x9B\x7F\xF3\xA0\x80\x81\xD0\x96\"}";
+            break;
         default:  // the request itself, octet by octet
             text = Framed(request.size(), request);
             break;

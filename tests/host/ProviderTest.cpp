@@ -61,6 +61,13 @@ TEST_F(ProviderTest, LogLinesCannotSteerTheTerminal) {
     EXPECT_THAT(Call({"8"}).err, Not(HasSubstr("log")));
 }
 
+TEST_F(ProviderTest, AnswersCannotSteerTheTerminal) {
+    const std::string text = R"("t\n\u202E": "\u009B\u007F\uDB40\uDC01Ж")";
+    EXPECT_EQ("{\n  \"errorCode\": 0,\n  " + text + "\n}\n", Call({"9"}).out);
+    EXPECT_THAT(Run({"run", "-", "--module", MOD_FOO_FAKE_MODULE}, "{\"mode\":9}\n").out,
+                HasSubstr(R"("t\n\u202E":"\u009B\u007F\uDB40\uDC01Ж")"));
+}
+
 TEST_F(ProviderTest, LibraryThatIsNoModuleIsRefused) {
     for (const char* library : {MOD_FOO_FAKE_WITHOUT_FREE, MOD_FOO_FAKE_GIVES_NO_MODULE}) {
         const HostResult result = Run({"call", "38", "--module", library});

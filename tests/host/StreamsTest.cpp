@@ -1,9 +1,12 @@
-// Files and streams that give too little, too much or nothing.
+// Files and streams that give too little, too much or nothing, and names that are no text.
 
 #include "tests/common/SampleObjects.h"
 #include "tests/host/HostProcess.h"
 
 #include <gmock/gmock.h>
+#include <rapidjson/document.h>
+
+#include <cstring>
 
 namespace {
 
@@ -120,6 +123,37 @@ TEST_F(StreamsTest, FullDiskLeavesTheOldFile) {
     EXPECT_EQ(TemporaryDir::Read(m_directory.File("big")),
               TemporaryDir::Read(m_directory.File("old/out")));
     EXPECT_EQ("604 640\n", RunScript("echo $(stat -c %a old/out new)").out);
+}
+
+TEST_F(StreamsTest, JsonNamesItsFile) {
+    m_directory.Write("c.pem", std::string(kSampleCertificate) + kSampleCertificate);
+    m_directory.Write("odd\xFF\xC2\x9B", "\x02\x01\x07");
+    const struct {
+        const char* command;
+        const char* file;
+        const char* member;
+    } cases[] = {{"describe --ndjson", "odd\xFF\xC2\x9B", "error"},
+                 {"describe --json", "odd\xFF\xC2\x9B", "errorCode"},
+                 {"describe --json", "none\xFF\xC2\x9B", "hostError"},
+                 {"describe --json", "c.pem", "certInfos"},
+                 {"asn1 --json", "odd\xFF\xC2\x9B", "structure"},
+                 {"asn1 --json", "c.pem", "item"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.command) + " " + c.file);
+        const HostResult result = RunScript(std::string("cmhost ") + c.command + " " + c.file);
+        rapidjson::Document object;
+        object.Parse<rapidjson::kParseStopWhenDoneFlag>(result.out.c_str());
+        ASSERT_TRUE(object.IsObject()) << result.out;
+        EXPECT_TRUE(object.HasMember(c.member)) << result.out;
+        const bool isText = *c.file == 'c';
+        EXPECT_EQ(isText, !object.HasMember("fileBase64"));
+        EXPECT_EQ(isText ? "c.pem"
+                         : std::string(c.file, std::strlen(c.file) - 3) + "\xEF\xBF\xBD\xC2\x9B",
+                  object["file"].GetString());
+        EXPECT_THAT(result.out, HasSubstr(isText ? "c.pem" : "\\u009B\""));
+    }
+    EXPECT_THAT(RunScript("cmhost describe --ndjson odd*").out,
+                HasSubstr(",\"fileBase64\":\"b2Rk/8Kb\","));
 }
 
 }  // namespace
