@@ -8,6 +8,7 @@
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "host/Asn1Listing.h"
+#include "host/Configuration.h"
 #include "host/FileIo.h"
 #include "host/HostError.h"
 #include "host/JsonEvents.h"
@@ -238,7 +239,8 @@ void CheckOutputs(const Asn1Options& options) {
 
 int ListFiles(const Asn1Options& options) {
     CheckOutputs(options);
-    SetZORNALng(host::WantsRussian(options.language) ? L"ru" : L"en");
+    const bool russian = host::IsRussian(options.language, host::FindConfiguration(""));
+    SetZORNALng(russian ? L"ru" : L"en");
     host::ShowLog(options.log);
     std::vector<std::wstring> noTexts;
     LogInit(&host::LogLine, noTexts);

@@ -1,9 +1,10 @@
 #include "host/ConfigOverride.h"
 
+#include "common/ConfigFileParser.h"
+#include "common/Encode.h"
 #include "host/FileIo.h"
 #include "host/HostError.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -17,45 +18,31 @@ namespace {
 
 constexpr const char* kVariable = "MOD_FOO_CONFIG";
 constexpr const char* kPkiVariable = "MOD_FOO_PKI_CONFIG";
-constexpr const char* kName = "ZORNA/QetCryptoSvcConfig.ini";
 constexpr const char* kPkiName = "QetCryptoSvcPKIConfig.json";
 
-bool IsFile(const std::filesystem::path& path) {
+bool IsFile(const std::string& path) {
     std::error_code ignored;
     return std::filesystem::is_regular_file(path, ignored);
 }
 
-std::string Variable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-
-// Where the module looks for its configuration, in order.
-std::vector<std::string> SearchPaths() {
-    if (std::string given = Variable(kVariable); !given.empty()) {
-        return {given};
+// The PKI configuration that the module would find beside its configuration, or beside the first
+// of the places where it looks for one; "" when there is none.
+std::string FindPkiConfig(const std::string& config) {
+    std::vector<std::string> places;
+    if (config.empty()) {
+        for (const std::wstring& place : ca::ConfigFileParser::SearchPaths()) {
+            places.push_back(ca::PathFromWString(place));
+        }
+    } else {
+        places.push_back(config);
     }
-    const std::string home = Variable("HOME");
-    std::vector<std::string> paths = {std::string("/etc/") + kName};
-    if (!home.empty()) {
-        paths.insert(paths.begin(), home + "/.config/" + kName);
+    for (const std::string& place : places) {
+        std::string path = std::filesystem::absolute(place).replace_filename(kPkiName);
+        if (IsFile(path)) {
+            return path;
+        }
     }
-    return paths;
-}
-
-// The first of them that is there; "" when none is.
-std::string FirstFile(const std::vector<std::string>& paths) {
-    const auto found = std::find_if(paths.begin(), paths.end(), IsFile);
-    return found != paths.end() ? *found : "";
-}
-
-// The PKI configuration that belongs to the first of these configurations that has one; "" when
-// none does.
-std::string FindPkiConfig(std::vector<std::string> configs) {
-    for (std::string& path : configs) {
-        path = std::filesystem::absolute(path).replace_filename(kPkiName).string();
-    }
-    return FirstFile(configs);
+    return "";
 }
 
 [[noreturn]] void Fail() {
@@ -73,33 +60,32 @@ void Announce(const char* variable, const std::string& path) {
 
 namespace host {
 
-CConfigOverride::CConfigOverride(const std::string& file, const std::string& language,
+CConfigOverride::CConfigOverride(const std::string& file, const std::string& option,
                                  const std::string& pkiFile) {
     if (!pkiFile.empty()) {
         // The module takes defaults for one that it cannot read, and no more than logs that.
         static_cast<void>(ReadFile(pkiFile, kLargestConfig));
         Announce(kPkiVariable, std::filesystem::absolute(pkiFile).string());
     }
-    if (language.empty()) {
+    const Configuration found = FindConfiguration(file);
+    m_russian = host::IsRussian(option, found);
+    const bool isPassed = file.empty() || IsFile(file);  // the module reads regular files alone
+    if (isPassed && m_russian == MakesRussian(found)) {
         if (!file.empty()) {
-            static_cast<void>(ReadFile(file, kLargestConfig));
             Announce(kVariable, std::filesystem::absolute(file).string());
         }
         return;
     }
-    const std::vector<std::string> places =
-        file.empty() ? SearchPaths() : std::vector<std::string>{file};
-    const std::string found = file.empty() ? FirstFile(places) : file;
-    std::string content = found.empty() ? "" : ReadFile(found, kLargestConfig);
+    m_hiddenFault = found.path.empty() ? "there is no configuration file" : found.fault;
     // A section may be opened again, and the last value of a repeated key holds.
-    content += "\n[Service settings]\nLanguage=" + language + "\n";
-    OpenCopy(content);
-    Announce(kVariable, "/proc/self/fd/" + std::to_string(m_copy));
+    OpenCopy(found.content + "\n[Service settings]\nLanguage=" + (m_russian ? "Ru" : "En") + "\n");
     // Nothing lies beside the copy.
-    const std::string pki = FindPkiConfig(found.empty() ? places : std::vector<std::string>{found});
-    if (!pki.empty() && Variable(kPkiVariable).empty()) {
+    const char* const pkiGiven = std::getenv(kPkiVariable);
+    const std::string pki = FindPkiConfig(found.path);
+    if (!pki.empty() && (pkiGiven == nullptr || *pkiGiven == '\0')) {
         Announce(kPkiVariable, pki);
     }
+    Announce(kVariable, "/proc/self/fd/" + std::to_string(m_copy));
 }
 
 CConfigOverride::~CConfigOverride() {

@@ -71,17 +71,15 @@ void ReportFaults(const host::CDescriber::FaultCounts& faults, std::size_t files
     }
 }
 
-int Describe(DescribeOptions& options) {
+int Describe(const DescribeOptions& options) {
     using enum host::DescribeForm;
-    const bool russian = host::WantsRussian(options.module.language);
-    options.module.language = russian ? "ru" : "en";  // labels and values go together
     const std::vector<host::ListedFile> files = host::ListFiles(options.files);
     const host::CLoadedModule module(options.module);
     host::COrderedOutput output(stdout, kWindow);
     const host::RecordTextOptions text{
         .width =
             options.width != 0 ? options.width : host::TerminalWidth(STDOUT_FILENO, kWidthOfFiles),
-        .russian = russian};
+        .russian = module.IsRussian()};  // labels and values go together
     const host::DescribeForm form = options.lines ? kLines : options.json ? kJson : kText;
     // It goes with this block: the closing count begins a line of its own.
     host::CDescriber::FaultCounts faults;

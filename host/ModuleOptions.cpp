@@ -1,36 +1,33 @@
 #include "host/ModuleOptions.h"
 
 #include "host/LogSink.h"
+#include "host/StandardStreams.h"
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <cstdlib>
-#include <string_view>
-
 namespace {
 
 constexpr std::size_t kMostColumns = 100'000;
+
+void BeginLog(const host::ModuleOptions& options, const host::CConfigOverride& config) {
+    host::ShowLog(options.log);
+    if (options.log && !options.silent && !config.GetHiddenFault().empty()) {
+        host::Note(config.GetHiddenFault() + ": every setting but the language has its default");
+    }
+}
 
 }  // namespace
 
 namespace host {
 
 void AddLanguageOption(CLI::App& command, std::string& language) {
-    command.add_option("--language", language, "Language of the texts: ru or en")
+    command
+        .add_option("--language,--lang", language,
+                    "Language of the texts (default: what the configuration names, else the "
+                    "locale's)")
+        ->type_name("ru|en")
         ->check(CLI::IsMember({"ru", "en"}, CLI::ignore_case));
-}
-
-bool WantsRussian(const std::string& language) {
-    if (!language.empty()) {
-        return language.front() == 'r' || language.front() == 'R';
-    }
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        if (const char* const value = std::getenv(name); value != nullptr && *value != '\0') {
-            return std::string_view(value).starts_with("ru");
-        }
-    }
-    return false;
 }
 
 void AddWidthOption(CLI::App& command, std::size_t& width) {
@@ -66,6 +63,6 @@ void ModuleOptions::AddTo(CLI::App& command) {
 CLoadedModule::CLoadedModule(const ModuleOptions& options)
     : m_config(options.config, options.language, options.pkiConfig),
       m_library(options.module),
-      m_module((ShowLog(options.log), m_library), options.silent) {}
+      m_module((BeginLog(options, m_config), m_library), options.silent) {}
 
 }  // namespace host

@@ -31,6 +31,8 @@ class CLoadedModule {
 
     const CModule& Get() const { return m_module; }
     const CModuleLibrary& GetLibrary() const { return m_library; }
+    /// The language of all texts, the module's and this program's.
+    bool IsRussian() const { return m_config.IsRussian(); }
 
   private:
     CConfigOverride m_config;
@@ -38,11 +40,8 @@ class CLoadedModule {
     CModule m_module;
 };
 
-/// Adds --language to a command, which takes "ru" and "en".
+/// Adds --language to a command, which takes "ru" and "en"; see IsRussian().
 void AddLanguageOption(CLI::App& command, std::string& language);
-
-/// Whether texts are to be Russian: as --language says or, for "", the environment's locale.
-bool WantsRussian(const std::string& language);
 
 /// Adds --width to a command; 0 stands for the terminal's.
 void AddWidthOption(CLI::App& command, std::size_t& width);

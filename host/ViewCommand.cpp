@@ -131,15 +131,13 @@ class Viewer {
     QPointer<QDialog> m_dialog;  // null once it was closed
 };
 
-int View(ViewOptions& options) {
-    const bool russian = host::WantsRussian(options.module.language);
-    options.module.language = russian ? "ru" : "en";
+int View(const ViewOptions& options) {
     const std::string content =
         host::ReadFile(options.file, std::numeric_limits<int>::max());  // as Qt counts octets
     const host::CLoadedModule module(options.module);
     const CreateViewer create = FindViewer(module.GetLibrary());
 
-    const host::CGuiApplication application(russian);
+    const host::CGuiApplication application(module.IsRussian());
     Viewer viewer(create);
     const QByteArray octets(content.data(), static_cast<int>(content.size()));
     if (!viewer.Fill(octets, IsJsonObject(content), options.structure)) {

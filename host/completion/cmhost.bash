@@ -17,7 +17,7 @@ _cmhost() {
         return
     fi
     case $previous in
-        --language)
+        --language | --lang)
             mapfile -t COMPREPLY < <(compgen -W 'ru en' -- "$current")
             return
             ;;

@@ -1,5 +1,6 @@
 // The host tool with the module it belongs to.
 
+#include "tests/common/SampleObjects.h"
 #include "tests/host/HostProcess.h"
 
 #include <gmock/gmock.h>
@@ -35,8 +36,8 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
         {"names", {"modes", "--names"}, 0, {"\nEnumCerts\n"}, {}},
         {"by name", {"call", "enumcerts"}, 0, {"  \"errorCode\": 0,", "\"FooCertId\""}, {}},
         {"by number", {"call", "38"}, 0, {"\"FooCertId\""}, {}},
-        {"unknown number", {"call", "13"}, 1, {"\"errorCode\": 16303", "Метод"}, {}},
-        {"English", {"call", "13", "--language", "en"}, 1, {"Method not supported"}, {}},
+        {"unknown number", {"call", "13"}, 1, {"\"errorCode\": 16303", "Method"}, {}},
+        {"Russian", {"call", "13", "--language", "ru"}, 1, {"Метод"}, {}},
         {"closed gate", {"call", "Sign"}, 1, {"\"errorCode\": 50,"}, {}},
         {"interactive", {"call", "Sign", "--interactive", "--file", "data"}, 0, {"fileData"}, {}},
         {"configured", {"call", "Sign", "--config", "open.ini"}, 0, {"fileData"}, {}},
@@ -65,7 +66,8 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
          0,
          {},
          {"log   Module initialized\n", "log   clientId =  ann\n", "log   > EnumCerts\n"}},
-        {"not silent", {"call", "38", "--log"}, 0, {}, {"log ! "}},
+        {"not silent", {"call", "38", "--log", "--lang", "ru"}, 0, {}, {"log ! "}},
+        {"not silent of what it cannot say", {"call", "38", "--log"}, 0, {}, {"no configuration"}},
         {"from JSON", {"call", "38", "--json", "request.json", "--log"}, 0, {}, {"ann"}},
         {"no command", {}, 2, {}, {"Usage: cmhost"}},
         {"unknown command", {"frobnicate"}, 2, {}, {"frobnicate"}},
@@ -100,7 +102,46 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
 }
 
 TEST_F(CmhostTest, SilentModuleSaysNothingOfItsConfiguration) {
-    EXPECT_THAT(Run({"call", "38", "--log", "--silent"}).err, Not(HasSubstr("log ! ")));
+    for (const char* language : {"ru", "en"}) {
+        EXPECT_THAT(Run({"call", "38", "--log", "--silent", "--language", language}).err,
+                    Not(testing::ContainsRegex("log ! |configuration")));
+    }
+}
+
+// The option, else the configuration, else the locale.
+TEST_F(CmhostTest, EveryCommandSpeaksOneLanguage) {
+    m_directory.Write("c.pem", kSampleCertificate);
+    m_directory.Write("oid", "\x06\x03\x55\x04\x03");
+    m_directory.Write("en.ini", "[service SETTINGS]\nlanguage=ru\nLanguage = En\n");
+    m_directory.Write("ru.ini", "[Service settings]\nLanguage=rU\n");
+    m_directory.Write("none.ini", "[Service settings]\nLanguage=\nLogMode=0\n");
+    const std::pair<const char*, const char*> texts[] = {{"Метод", "Method"},
+                                                         {"pem: сертификат", "pem: certificate"},
+                                                         {"не провер", "not verified"},
+                                                         {"Общее имя", "Common name"}};
+    const struct {
+        const char* locale;
+        const char* config;
+        const char* option;
+        bool russian;
+    } cases[] = {
+        {"C", "none.ini", "", false},         {"ru_RU.UTF-8", "none.ini", "", true},
+        {"ru_RU.UTF-8", "en.ini", "", false}, {"C", "ru.ini", "", true},
+        {"C", "en.ini", "--lang RU", true},   {"ru_RU.UTF-8", "ru.ini", "--language en", false},
+        {"ru_RU.UTF-8", "missing", "", true}, {"C", "missing", "", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.locale) + " " + c.config + " " + c.option);
+        const HostResult result = RunScript(
+            std::string("export LC_ALL=") + c.locale + " MOD_FOO_CONFIG=" + c.config +
+            "\nfor command in 'call 13' 'describe c.pem' 'asn1 oid'\ndo cmhost $command " +
+            c.option + "\ndone");
+        for (const auto& [russian, english] : texts) {
+            EXPECT_THAT(result.out, HasSubstr(c.russian ? russian : english));
+        }
+    }
+    EXPECT_THAT(RunScript("export LC_ALL=ru_RU\ncmhost call 13 --config en.ini").out,
+                HasSubstr("Method"));
 }
 
 TEST_F(CmhostTest, WritesTheResultToAFileOrTheStandardOutput) {
