@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace host {
 
@@ -15,6 +16,8 @@ namespace host {
 /// believed that the buffer does not show.
 class CAnswer {
   public:
+    /// Stands for an answer that there is none of.
+    explicit CAnswer(std::string fault) : m_fault(std::move(fault)) {}
     /// Takes ownership of a malloc buffer of `size` octets, which may be null.
     CAnswer(char* response, std::size_t size);
 

@@ -103,7 +103,8 @@ host::CRequest BuildRequest(const CallOptions& options) {
     for (const std::string& pair : options.pairs) {
         builder.SetPair(pair);
     }
-    host::CRequest request{.octets = "", .interactive = options.interactive};
+    host::CRequest request{
+        .octets = "", .interactive = options.interactive, .name = host::NameMode(*mode)};
     const auto form = options.binary ? host::PayloadForm::kBinary : host::PayloadForm::kBase64;
     if (options.file.empty()) {
         if (options.binary || options.base64) {

@@ -4,6 +4,7 @@
 #include "host/FileIo.h"
 #include "host/HostError.h"
 #include "host/JsonEvents.h"
+#include "host/ModeTable.h"
 #include "host/Request.h"
 #include "host/Terminal.h"
 
@@ -185,7 +186,8 @@ CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
         for (const Description each : guess.order) {
             CRequestBuilder builder;
             builder.Set("mode", std::to_string(ModeOf(each)));
-            CRequest request{.octets = builder.Build(&content, PayloadForm::kBinary)};
+            CRequest request{.octets = builder.Build(&content, PayloadForm::kBinary),
+                             .name = Visible(file.path) + ", " + NameMode(ModeOf(each))};
             Outcome next = Judge(each, m_module.Ask(request));
             if (next.IsGood() || !outcome.answer) {
                 outcome = std::move(next);

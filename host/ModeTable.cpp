@@ -37,4 +37,10 @@ std::optional<std::uint32_t> FindMode(std::string_view nameOrNumber) {
     return row != std::end(kModes) ? std::optional(row->number) : std::nullopt;
 }
 
+std::string NameMode(std::uint32_t mode) {
+    const auto* const row = std::ranges::find(kModes, mode, &ModeRow::number);
+    const bool isNamed = row != std::end(kModes) && !row->name.empty();
+    return "mode " + std::to_string(mode) + (isNamed ? " (" + std::string(row->name) + ")" : "");
+}
+
 }  // namespace host

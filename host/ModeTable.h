@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace host {
@@ -22,5 +23,8 @@ std::span<const ModeRow> AllModes();
 /// The number of an operation given by name (letter case does not count) or by any number, also one
 /// without a row: what to do with that is for the module to say. Nothing for anything else.
 std::optional<std::uint32_t> FindMode(std::string_view nameOrNumber);
+
+/// "mode 38 (EnumCerts)".
+std::string NameMode(std::uint32_t mode);
 
 }  // namespace host

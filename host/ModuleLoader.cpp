@@ -2,9 +2,12 @@
 
 #include "host/HostError.h"
 #include "host/LogSink.h"
+#include "host/ModuleWatch.h"
 
 #include <cstdint>
+#include <cxxabi.h>
 #include <dlfcn.h>
+#include <exception>
 #include <filesystem>
 #include <limits>
 #include <system_error>
@@ -51,11 +54,18 @@ void Resolve(const host::CModuleLibrary& library, const char* name, Function& fu
 
 namespace host {
 
-CModuleLibrary::CModuleLibrary(const std::string& path)
-    : m_path(path.empty() ? Candidates().front() : path) {
-    // A bare file name given by the user is a file here, not a name to look up.
-    const bool isFile = !path.empty() && path.find('/') == std::string::npos;
-    m_library = ::dlopen((isFile ? "./" + path : m_path).c_str(), RTLD_NOW | RTLD_LOCAL);
+std::string FindModule(const std::string& path) {
+    if (path.empty()) {
+        return Candidates().front();
+    }
+    return path.find('/') == std::string::npos ? "./" + path : path;
+}
+
+CModuleLibrary::CModuleLibrary(const std::string& path) : m_path(path) {
+    {
+        const CModuleTask task("while it is loaded");
+        m_library = ::dlopen(m_path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    }
     if (m_library == nullptr) {
         throw CHostError(kExitNoModule, "the module does not load: " + LoaderError());
     }
@@ -69,13 +79,18 @@ void* CModuleLibrary::Find(const char* symbol) const {
 }
 
 CModule::CModule(const CModuleLibrary& library, bool silent)
-    : m_library(library), m_handle(library.m_init(silent ? 1 : 0, &LogLine)) {
+    : m_library(library), m_handle(nullptr) {
+    {
+        const CModuleTask task("CM_Init");
+        m_handle = library.m_init(silent ? 1 : 0, &LogLine);
+    }
     if (m_handle == nullptr) {
         throw CHostError(kExitNoModule, library.GetPath() + " gives no module (CM_Init failed)");
     }
 }
 
 CModule::~CModule() {
+    const CModuleTask task("CM_Free");
     m_library.m_free(m_handle);
 }
 
@@ -87,7 +102,16 @@ CAnswer CModule::Ask(CRequest& request) const {
     packet.request = request.octets.data();
     packet.requestLength = static_cast<std::uint32_t>(request.octets.size());
     packet.interactive = request.interactive;
-    m_library.m_process(m_handle, &packet);
+    const CModuleTask task(request.name);
+    try {
+        m_library.m_process(m_handle, &packet);
+    } catch (const abi::__forced_unwind&) {
+        throw;  // the thread is being cancelled
+    } catch (const std::exception& error) {
+        return CAnswer(std::string("the module threw an exception: ") + error.what());
+    } catch (...) {
+        return CAnswer("the module threw an exception");
+    }
     return CAnswer(packet.response, packet.responseSize);
 }
 

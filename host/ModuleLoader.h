@@ -8,11 +8,15 @@
 
 namespace host {
 
+/// The library that a user means by `path`: "" looks for libmod_foo.so.1 beside the executable,
+/// where an installation and a build tree have it, and leaves it to the loader's own path at last.
+/// A bare name is a file here.
+std::string FindModule(const std::string& path);
+
 /// A provider of the module interface, loaded with dlopen and known by its C entry points only.
 class CModuleLibrary {
   public:
-    /// \param path  the library; "" looks for libmod_foo.so.1 beside the executable, where an
-    ///              installation and a build tree have it, then on the loader's own path.
+    /// \param path  as FindModule() gives it.
     /// Throws CHostError (no module) when it does not load or lacks an entry point.
     explicit CModuleLibrary(const std::string& path);
 
@@ -44,7 +48,8 @@ class CModule {
     ~CModule();
 
     /// Runs one request. Whatever the provider leaves in the packet becomes an answer, see CAnswer.
-    /// The module may write into the request's text.
+    /// The module may write into the request's text. An exception of the provider's is an improper
+    /// answer.
     CAnswer Ask(CRequest& request) const;
 
   private:

@@ -2,13 +2,23 @@
 
 #include "host/LogSink.h"
 #include "host/StandardStreams.h"
+#include "host/Terminal.h"
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <chrono>
+
 namespace {
 
+constexpr double kShortestTimeout = 0.001;
+constexpr double kLongestTimeout = 1'000'000;
 constexpr std::size_t kMostColumns = 100'000;
+
+std::chrono::milliseconds Milliseconds(double seconds) {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::duration<double>(seconds));
+}
 
 void BeginLog(const host::ModuleOptions& options, const host::CConfigOverride& config) {
     host::ShowLog(options.log);
@@ -53,6 +63,12 @@ void ModuleOptions::AddTo(CLI::App& command) {
                     "configuration)")
         ->type_name("FILE");
     AddLanguageOption(command, language);
+    command
+        .add_option("--timeout", timeout,
+                    "End with exit code 5 when the module takes longer for one request (default: "
+                    "wait for ever)")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(kShortestTimeout, kLongestTimeout));
     command.add_flag("--log", log,
                      "Show the module's log lines on the standard error, errors marked with !");
     command.add_flag("--silent", silent,
@@ -62,7 +78,9 @@ void ModuleOptions::AddTo(CLI::App& command) {
 
 CLoadedModule::CLoadedModule(const ModuleOptions& options)
     : m_config(options.config, options.language, options.pkiConfig),
-      m_library(options.module),
+      m_path(FindModule(options.module)),
+      m_watch(Visible(m_path), Milliseconds(options.timeout)),
+      m_library(m_path),
       m_module((BeginLog(options, m_config), m_library), options.silent) {}
 
 }  // namespace host

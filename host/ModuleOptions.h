@@ -2,6 +2,7 @@
 
 #include "host/ConfigOverride.h"
 #include "host/ModuleLoader.h"
+#include "host/ModuleWatch.h"
 
 #include <CLI/App.hpp>
 
@@ -18,6 +19,7 @@ struct ModuleOptions {
     std::string language;   ///< "ru", "en" or ""
     bool log = false;
     bool silent = false;
+    double timeout = 0;  ///< seconds; 0 for none
 
     /// Adds the options to a command.
     void AddTo(CLI::App& command);
@@ -36,6 +38,8 @@ class CLoadedModule {
 
   private:
     CConfigOverride m_config;
+    std::string m_path;
+    CModuleWatch m_watch;
     CModuleLibrary m_library;
     CModule m_module;
 };

@@ -5,6 +5,7 @@
 #include "host/JsonEvents.h"
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
 
 namespace {
@@ -85,9 +86,46 @@ void AppendBase64(const std::string& octets, std::string& text) {
     text.resize(start + length);
 }
 
+// Behind the string that begins at `at`; the text's size for one without an end.
+std::size_t EndOfString(std::string_view text, std::size_t at) {
+    for (std::size_t end = at + 1; (end = text.find('"', end)) != std::string_view::npos; ++end) {
+        const std::size_t before = text.find_last_not_of('\\', end - 1);
+        if ((end - before) % 2 == 1) {
+            return end + 1;
+        }
+    }
+    return text.size();
+}
+
 }  // namespace
 
 namespace host {
+
+std::optional<std::uint32_t> GuessMode(std::string_view request) {
+    constexpr std::string_view kKey = "\"mode\"";
+    constexpr std::string_view kSpace = " \t\r\n:";
+    request = request.substr(0, request.find('\0'));
+    std::size_t depth = 0;
+    for (std::size_t at = 0; at < request.size();) {
+        if (request[at] != '"') {
+            depth += request[at] == '{' || request[at] == '[' ? 1U : 0U;
+            depth -= depth != 0 && (request[at] == '}' || request[at] == ']') ? 1U : 0U;
+            ++at;
+            continue;
+        }
+        const std::size_t end = EndOfString(request, at);
+        const std::size_t value = request.find_first_not_of(kSpace, end);
+        if (depth == 1 && request.substr(at, end - at) == kKey && value != end &&
+            value != std::string_view::npos) {
+            std::uint32_t mode = 0;
+            const char* const last = request.data() + request.size();
+            const auto [stop, error] = std::from_chars(request.data() + value, last, mode);
+            return error == std::errc() ? std::optional(mode) : std::nullopt;
+        }
+        at = end;
+    }
+    return std::nullopt;
+}
 
 std::string CRequestBuilder::Load(std::string_view json) {
     ca::JsonBuffer buffer;

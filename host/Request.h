@@ -13,6 +13,7 @@ namespace host {
 struct CRequest {
     std::string octets;  ///< JSON text, with raw framing followed by a NUL and the payload
     bool interactive = false;
+    std::string name;  ///< what the user knows it by, made visible
 };
 
 /// How a payload travels.
@@ -20,6 +21,10 @@ enum class PayloadForm : std::uint8_t {
     kBase64,  ///< "fileData", announced by "fileDataEncodedSize" in front of it
     kBinary,  ///< "fileDataSize"; the octets stand behind the text
 };
+
+/// The "mode" of a request's text, as far as it can be told without parsing; nothing for a text
+/// that is not what it seems to be. Cost: one look at each octet, none at a payload behind a NUL.
+std::optional<std::uint32_t> GuessMode(std::string_view request);
 
 /// Puts a request together: members of an object, in their order, and a payload.
 class CRequestBuilder {

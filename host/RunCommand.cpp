@@ -30,7 +30,7 @@ A line goes to the module as it stands, but for members that begin with @:
 A line that cannot be sent, and one whose result cannot be written, is answered
 {"hostError":"..."}, with a note on the standard error; the session goes on and ends
 with exit code 2. These members read and write files: play only sessions that you
-trust.
+trust. A module that crashes or exceeds --timeout ends the session with exit code 5.
 
 Examples:
   cmhost run session.jsonl

@@ -49,8 +49,8 @@ bool CSession::NextLine(Line& line) {
 OutputPiece CSession::AnswerLine(Line& line) {
     OutputPiece piece;
     try {
-        SessionRequest session =
-            ReadSessionLine(std::move(line.text), {m_lines.IsStandardInput(), m_interactive});
+        SessionRequest session = ReadSessionLine(
+            std::move(line.text), {line.place, m_lines.IsStandardInput(), m_interactive});
         const CAnswer answer = m_module.Ask(session.request);
         if (!answer.IsGood()) {
             m_allGood = false;

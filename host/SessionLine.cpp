@@ -92,6 +92,10 @@ SessionRequest ReadSessionLine(std::string line, const LineSource& source) {
     } else {
         session.request.octets = std::move(line);
     }
+    session.request.name = source.place;
+    if (const auto mode = GuessMode(session.request.octets)) {
+        session.request.name += ", " + NameMode(*mode);
+    }
     return session;
 }
 

@@ -3,6 +3,7 @@
 #include "host/Request.h"
 
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -14,6 +15,7 @@ struct SessionRequest {
 
 /// Where a line comes from.
 struct LineSource {
+    std::string_view place;        ///< what the user knows it by, visible; names the request
     bool isStandardInput = false;  ///< which then is no file for a payload
     bool interactive = false;      ///< what holds for a line that does not say
 };

@@ -77,7 +77,11 @@ CreateViewer FindViewer(const host::CModuleLibrary& library) {
 // meta-object and deletes itself when it is closed.
 class Viewer {
   public:
-    explicit Viewer(CreateViewer create) : m_dialog(reinterpret_cast<QDialog*>(create())) {
+    explicit Viewer(CreateViewer create) {
+        {
+            const host::CModuleTask task("createCertInfoDlg");
+            m_dialog = reinterpret_cast<QDialog*>(create());
+        }
         if (m_dialog == nullptr) {
             throw CHostError(host::kExitNoModule, "the module gives no window");
         }
@@ -119,6 +123,7 @@ class Viewer {
 
   private:
     bool Call(const char* operation, const QByteArray& octets) {
+        const host::CModuleTask task(operation);
         bool isDone = false;
         if (!QMetaObject::invokeMethod(m_dialog, operation, Qt::DirectConnection,
                                        Q_RETURN_ARG(bool, isDone), Q_ARG(QByteArray, octets))) {
@@ -151,6 +156,7 @@ int View(const ViewOptions& options) {
         viewer.SetFileName(QString::fromStdString(host::Visible(name)));
     }
     viewer.Show();
+    const host::CModuleTask task("its window", host::CModuleTask::Limit::kNone);
     host::CGuiApplication::Run();
     return host::kExitDone;
 }

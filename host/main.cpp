@@ -11,12 +11,9 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <csignal>
 #include <exception>
 #include <new>
 #include <sstream>
-#include <string_view>
-#include <unistd.h>
 
 namespace {
 
@@ -29,19 +26,9 @@ constexpr const char* kFooter = R"(Exit codes:
   2  wrong usage, or a file or stream that cannot be read or written
   3  the module does not load, or lacks what the command needs
   4  there is no display that a window could be opened on
+  5  the module crashed, ended the process or exceeded --timeout
 
 `cmhost COMMAND --help` shows the options of a command with examples.)";
-
-// A module stops the process when a request breaks its contract; the user is told where that came
-// from. Only async-signal-safe calls.
-extern "C" void OnAbort(int signal) {
-    constexpr std::string_view kNote =
-        "cmhost: the process was stopped, by the module as it seems: a request key of the wrong "
-        "JSON type does that (--log shows which)\n";
-    [[maybe_unused]] const auto ignored = ::write(STDERR_FILENO, kNote.data(), kNote.size());
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
-}
 
 int Report(const char* text, int exitCode) {
     host::Note(text);
@@ -78,7 +65,6 @@ int Run(int argc, const char* const* argv) {
 
 int main(int argc, char** argv) {
     host::PrepareStandardStreams();
-    std::signal(SIGABRT, &OnAbort);
     try {
         return Run(argc, argv);
     } catch (const host::CHostError& error) {

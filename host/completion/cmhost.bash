@@ -25,7 +25,7 @@ _cmhost() {
             mapfile -t COMPREPLY < <(compgen -W 'general details path asn1' -- "$current")
             return
             ;;
-        --client | --set | --path | --threads | --width)
+        --client | --set | --path | --threads | --timeout | --width)
             return
             ;;
         --file | --json | --module | --config | --pki-config | --output | -o | --raw | --rebuild)

@@ -2,14 +2,20 @@
 
 #include "module/mod_foo.h"
 
+#include <atomic>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <unistd.h>
 
 namespace {
 
 CMLogCallback logLine = nullptr;
+std::atomic<bool> isAsked{false};
 
 int ModeOf(std::string_view request) {
     constexpr std::string_view kKey = "\"mode\":";
@@ -31,9 +37,44 @@ std::string Framed(std::size_t announced, std::string_view octets) {
     return text.append(octets);
 }
 
+// Uses more stack than there is.
+void Recurse(int depth) {
+    volatile char room[4096];
+    room[0] = static_cast<char>(depth);
+    if (depth >= 0) {
+        Recurse(depth + room[0] * 0 + 1);
+    }
+    room[1] = room[0];
+}
+
+// The ways to take the host's process down, and one to keep it.
+void Misbehave(int mode) {
+    switch (mode) {
+        case 101:
+            std::raise(SIGSEGV);
+            break;
+        case 102:
+            Recurse(0);
+            break;
+        case 103:
+            std::abort();
+        case 104:
+            std::exit(0);
+        case 105:
+            throw std::runtime_error("out of\nluck");
+        case 106:
+            for (;;) {
+                ::pause();
+            }
+        default:
+            break;
+    }
+}
+
 void Answer(CMPacket& packet) {
     const std::string_view request(packet.request, packet.requestLength);
     std::string text;
+    Misbehave(request.ends_with("crash") ? 101 : ModeOf(request));
     switch (ModeOf(request)) {
         case 1:
             return;  // no answer at all
@@ -77,6 +118,17 @@ void Answer(CMPacket& packet) {
 
 void* CM_Init(int /*silent*/, CMLogCallback callback) {
     logLine = callback;
+    if (std::getenv("FAKE_HANGS_AT_INIT") != nullptr) {
+        ::pause();
+    }
+    if (std::getenv("FAKE_CRASHES_IN_A_THREAD") != nullptr) {
+        std::thread([] {
+            while (!isAsked) {
+                ::usleep(1000);
+            }
+            std::raise(SIGSEGV);
+        }).detach();
+    }
 #ifdef FAKE_GIVES_NO_MODULE
     return nullptr;
 #else
@@ -86,6 +138,7 @@ void* CM_Init(int /*silent*/, CMLogCallback callback) {
 }
 
 void CM_ProcessClientRequest(void* /*module*/, CMPacket* packet) {
+    isAsked = true;
     Answer(*packet);
 }
 

@@ -68,6 +68,50 @@ TEST_F(ProviderTest, AnswersCannotSteerTheTerminal) {
                 HasSubstr(R"("t\n\u202E":"\u009B\u007F\uDB40\uDC01Ж")"));
 }
 
+TEST_F(ProviderTest, ModuleThatTakesTheProcessDownIsNamedWithItsRequest) {
+    m_directory.Write("fake\x1B.so", TemporaryDir::Read(MOD_FOO_FAKE_MODULE));
+    m_directory.Write("a\rb", "crash");
+    const std::string session = "printf '%s\\n' '{\"n\":\"mode\",\"mode\":38}' '' ";
+    const struct {
+        const char* name;
+        std::string script;
+        std::string err;
+    } cases[] = {
+        {"crash", "cmhost call 101", " crashed (SIGSEGV, Segmentation fault): mode 101\n"},
+        {"stack overflow", "cmhost call 102", " crashed (SIGSEGV, Segmentation fault): mode 102\n"},
+        {"abort", "cmhost call 103", " stopped the process (SIGABRT, Aborted): mode 103; a"},
+        {"exit", "cmhost call 104", " ended the process: mode 104\n"},
+        {"hang", "cmhost call --timeout 2 106", " did not answer within 2 s: mode 106\n"},
+        {"file", "cmhost describe 'a\rb'", ": a.b, mode 22 (GetCertInfo)\n"},
+        {"line", session + R"('{"x":{"mode" :1},"a\"\\":2,"mode":101}' | cmhost run -)",
+         ": line 3 of the standard input, mode 101\n"},
+        {"directive", session + R"('{"@mode":"101"}' | cmhost run -)", ", mode 101\n"},
+        {"hang of one thread", session + "'{\"mode\":106}' | cmhost run --timeout 2 --threads 3 -",
+         ", mode 106\n"},
+        {"start", "FAKE_HANGS_AT_INIT=1 cmhost call --timeout 2 38", "2 s: CM_Init\n"},
+        {"thread of its own", "FAKE_CRASHES_IN_A_THREAD=1 cmhost call 106",
+         " in a thread of its own, beside: mode 106\n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const HostResult result = RunScript(c.script + " --module 'fake\x1B.so'");
+        EXPECT_EQ(5, result.exitCode);
+        EXPECT_THAT(result.err, HasSubstr("cmhost: the module ./fake..so "));
+        EXPECT_THAT(result.err, HasSubstr(c.err));
+        // What was answered before is there.
+        EXPECT_EQ(c.script.starts_with("printf"), !result.out.empty());
+    }
+}
+
+TEST_F(ProviderTest, ExceptionIsAnImproperAnswer) {
+    const HostResult result =
+        Run({"run", "-", "--module", MOD_FOO_FAKE_MODULE}, "{\"mode\":105}\n{\"mode\":38}\n");
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_THAT(result.out,
+                HasSubstr(R"({"hostError":"the module threw an exception: out of\nluck")"));
+    EXPECT_THAT(result.out, HasSubstr("\"fileDataSize\":11"));
+}
+
 TEST_F(ProviderTest, LibraryThatIsNoModuleIsRefused) {
     for (const char* library : {MOD_FOO_FAKE_WITHOUT_FREE, MOD_FOO_FAKE_GIVES_NO_MODULE}) {
         const HostResult result = Run({"call", "38", "--module", library});
