@@ -59,7 +59,9 @@ void AddOptions(CLI::App& command, CallOptions& options) {
         ->type_name("FILE");
     CLI::Option* const base64 = command.add_flag(
         "--base64", options.base64, "Send the file as announced Base64 text (default)");
-    command.add_flag("--binary", options.binary, "Send the file as raw octets behind the request")
+    command
+        .add_flag("--binary", options.binary,
+                  "Send the file as raw octets behind the request instead")
         ->excludes(base64);
     command
         .add_option("--set", options.pairs,
@@ -83,8 +85,8 @@ void AddOptions(CLI::App& command, CallOptions& options) {
 host::CRequest BuildRequest(const CallOptions& options) {
     const std::optional<std::uint32_t> mode = host::FindMode(options.mode);
     if (!mode) {
-        throw CHostError(host::kExitUsage, "there is no operation \"" + options.mode +
-                                               "\"; `cmhost modes` lists them");
+        throw CHostError(host::kExitUsage,
+                         host::NoSuchMode(options.mode) + " (`cmhost modes` lists them)");
     }
     if (options.json == "-" && options.file == "-") {
         throw CHostError(host::kExitUsage, "--json and --file cannot both be the standard input");

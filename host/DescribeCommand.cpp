@@ -113,10 +113,11 @@ void AddDescribeCommand(CLI::App& program, int& exitCode) {
         ->type_name("FILE");
     CLI::Option* const json =
         command->add_flag("--json", options->json, "The module's answers, indented");
-    command->add_flag("--ndjson", options->lines, "A line of JSON for each file")->excludes(json);
+    command->add_flag("--ndjson", options->lines, "A line of JSON for each file instead")
+        ->excludes(json);
     command->add_option("--threads", options->threads, "Threads that ask (default 1)")
         ->type_name("N")
-        ->check(CLI::Range(1U, kMaxThreads));
+        ->check(CLI::Range(1U, kMaxThreads).description(""));
     AddWidthOption(*command, options->width);
     options->module.AddTo(*command);
     command->footer(kExamples);

@@ -1,10 +1,13 @@
 #include "host/ModeTable.h"
 
+#include "host/Suggestion.h"
+
 #include "mod_foo_codes.h"
 
 #include <algorithm>
 #include <charconv>
 #include <strings.h>
+#include <vector>
 
 namespace {
 
@@ -35,6 +38,16 @@ std::optional<std::uint32_t> FindMode(std::string_view nameOrNumber) {
                    ::strncasecmp(mode.name.data(), nameOrNumber.data(), mode.name.size()) == 0;
         });
     return row != std::end(kModes) ? std::optional(row->number) : std::nullopt;
+}
+
+std::string NoSuchMode(const std::string& name) {
+    std::vector<std::string> names;
+    for (const ModeRow& mode : kModes) {
+        if (!mode.name.empty()) {
+            names.emplace_back(mode.name);
+        }
+    }
+    return "there is no operation \"" + name + "\"" + DidYouMean(name, names);
 }
 
 std::string NameMode(std::uint32_t mode) {

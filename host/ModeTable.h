@@ -24,6 +24,9 @@ std::span<const ModeRow> AllModes();
 /// without a row: what to do with that is for the module to say. Nothing for anything else.
 std::optional<std::uint32_t> FindMode(std::string_view nameOrNumber);
 
+/// "there is no operation ...", with the one that was meant, if that can be told.
+std::string NoSuchMode(const std::string& name);
+
 /// "mode 38 (EnumCerts)".
 std::string NameMode(std::uint32_t mode);
 

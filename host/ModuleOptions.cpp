@@ -37,14 +37,14 @@ void AddLanguageOption(CLI::App& command, std::string& language) {
                     "Language of the texts (default: what the configuration names, else the "
                     "locale's)")
         ->type_name("ru|en")
-        ->check(CLI::IsMember({"ru", "en"}, CLI::ignore_case));
+        ->check(CLI::IsMember({"ru", "en"}, CLI::ignore_case).description(""));
 }
 
 void AddWidthOption(CLI::App& command, std::size_t& width) {
     command
         .add_option("--width", width, "Columns of a line, at least 40 (default: the terminal's)")
         ->type_name("N")
-        ->check(CLI::Range(std::size_t{0}, kMostColumns));
+        ->check(CLI::Range(std::size_t{0}, kMostColumns).description(""));
 }
 
 void ModuleOptions::AddTo(CLI::App& command) {
@@ -68,7 +68,7 @@ void ModuleOptions::AddTo(CLI::App& command) {
                     "End with exit code 5 when the module takes longer for one request (default: "
                     "wait for ever)")
         ->type_name("SECONDS")
-        ->check(CLI::Range(kShortestTimeout, kLongestTimeout));
+        ->check(CLI::Range(kShortestTimeout, kLongestTimeout).description(""));
     command.add_flag("--log", log,
                      "Show the module's log lines on the standard error, errors marked with !");
     command.add_flag("--silent", silent,

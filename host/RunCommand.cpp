@@ -66,7 +66,7 @@ void AddRunCommand(CLI::App& program, int& exitCode) {
         ->type_name("FILE");
     command->add_option("--threads", options->threads, "Threads that send requests (default 1)")
         ->type_name("N")
-        ->check(CLI::Range(1U, kMaxThreads));
+        ->check(CLI::Range(1U, kMaxThreads).description(""));
     command->add_flag("--interactive", options->interactive,
                       "Send as an interactive user's own requests, which opens the gate");
     options->module.AddTo(*command);

@@ -4,6 +4,7 @@
 #include "host/HostError.h"
 #include "host/JsonEvents.h"
 #include "host/ModeTable.h"
+#include "host/Suggestion.h"
 
 #include <optional>
 #include <utility>
@@ -34,7 +35,7 @@ void ApplyMode(CRequestBuilder& builder) {
     if (const auto name = TakeText(builder, "@mode")) {
         const std::optional<std::uint32_t> mode = host::FindMode(*name);
         if (!mode) {
-            Fail("there is no operation \"" + *name + "\"");
+            Fail(host::NoSuchMode(*name));
         }
         builder.Set("mode", std::to_string(*mode));
     }
@@ -68,7 +69,8 @@ void Assemble(CRequestBuilder& builder, host::SessionRequest& session,
     const host::PayloadForm form = TakeForm(builder);
     const std::optional<std::string> file = TakeText(builder, "@file");
     if (const std::string unknown = builder.FindPrefixed("@"); !unknown.empty()) {
-        Fail("unknown directive " + unknown);
+        Fail("unknown directive " + unknown +
+             host::DidYouMean(unknown, {"@mode", "@file", "@form", "@output", "@interactive"}));
     }
     if (file == "-" && source.isStandardInput) {
         Fail("@file cannot be the standard input, which holds the session");

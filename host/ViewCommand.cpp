@@ -173,7 +173,8 @@ void AddViewCommand(CLI::App& program, int& exitCode) {
         ->required()
         ->type_name("FILE");
     command->add_option("--page", options->page, "Page to begin with: general, details, path, asn1")
-        ->check(CLI::IsMember(kPages));
+        ->type_name("PAGE")
+        ->check(CLI::IsMember(kPages).description(""));
     command->add_flag("--structure", options->structure,
                       "The ASN.1 structure alone, of certificates and signed messages too");
     options->module.AddTo(*command);

@@ -1,17 +1,18 @@
 #include "host/Asn1Command.h"
 #include "host/CallCommand.h"
 #include "host/DescribeCommand.h"
+#include "host/HelpFormatter.h"
 #include "host/HostError.h"
 #include "host/ModesCommand.h"
 #include "host/RunCommand.h"
 #include "host/StandardStreams.h"
+#include "host/UsageError.h"
 #include "host/ViewCommand.h"
 
 #include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 
 #include <exception>
+#include <memory>
 #include <new>
 #include <sstream>
 
@@ -28,7 +29,8 @@ constexpr const char* kFooter = R"(Exit codes:
   4  there is no display that a window could be opened on
   5  the module crashed, ended the process or exceeded --timeout
 
-`cmhost COMMAND --help` shows the options of a command with examples.)";
+`cmhost COMMAND --help` shows the options of a command with examples. A file whose
+name begins with - is written as ./-name, or stands behind --.)";
 
 int Report(const char* text, int exitCode) {
     host::Note(text);
@@ -38,6 +40,8 @@ int Report(const char* text, int exitCode) {
 int Run(int argc, const char* const* argv) {
     int exitCode = host::kExitUsage;
     CLI::App program(kAbout, "cmhost");
+    program.formatter(std::make_shared<host::CHelpFormatter>());
+    program.get_formatter()->label("SUBCOMMAND", "COMMAND");
     program.set_version_flag("--version", "cmhost " CMHOST_VERSION);
     program.require_subcommand(/*min=*/0, /*max=*/1);
     program.footer(kFooter);
@@ -47,14 +51,22 @@ int Run(int argc, const char* const* argv) {
     host::AddAsn1Command(program, exitCode);
     host::AddDescribeCommand(program, exitCode);
     host::AddViewCommand(program, exitCode);
+    for (CLI::App* const command : program.get_subcommands({})) {
+        command->group("Commands");
+    }
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() != 0) {
+            host::Put(host::UsageErrorText(program, error), stderr);
+            return host::kExitUsage;
+        }
         std::ostringstream help;
-        exitCode = program.exit(error, help) == 0 ? host::kExitDone : host::kExitUsage;
+        program.exit(error, help);
         host::Put(help.str());
+        exitCode = host::kExitDone;
     }
-    if (argc == 1) {
+    if (argc < 2) {
         host::Put(program.help(), stderr);
     }
     host::Flush();

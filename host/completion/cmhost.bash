@@ -37,7 +37,7 @@ _cmhost() {
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(_cmhost_options "${COMP_WORDS[0]}" "$command")" \
             -- "$current")
-    elif [[ $command == call && COMP_CWORD -eq 2 ]]; then
+    elif [[ $command == call ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" modes --names 2>/dev/null)" \
             -- "$current")
     elif [[ $command == run || $command == asn1 || $command == describe ||
