@@ -33,10 +33,8 @@ std::size_t StoresMemory(const ca::StoreAddresses& stores) {
     return memory;
 }
 
-const StoresSnapshot& NoStores() {
-    static const StoresSnapshot none = std::make_shared<const ca::StoreAddresses>();
-    return none;
-}
+// Made as the library loads: at its first use it would be made under a lock.
+const StoresSnapshot noStores = std::make_shared<const ca::StoreAddresses>();
 
 // Of two time stamps less than 24 days apart.
 bool IsNotBefore(std::uint32_t later, std::uint32_t earlier) {
@@ -53,7 +51,7 @@ std::uint32_t RealTimeMilliseconds() {
     return static_cast<std::uint32_t>(milliseconds);
 }
 
-CClientContext::CClientContext(CStdStr<wchar_t> id) : stores(NoStores()), m_id(std::move(id)) {}
+CClientContext::CClientContext(CStdStr<wchar_t> id) : stores(noStores), m_id(std::move(id)) {}
 
 CClientContextArray::CUse::~CUse() {
     if (m_context) {
@@ -106,14 +104,14 @@ StoresSnapshot CClientContextArray::CurrentStores(std::wstring_view id) const {
     const ClientKey key(id);
     const std::lock_guard lock(m_mutex);
     const auto* found = m_table.Find(key);
-    return found != nullptr ? (*found)->stores : NoStores();
+    return found != nullptr ? (*found)->stores : noStores;
 }
 
 bool CClientContextArray::ReplaceStores(std::wstring_view id, ca::StoreAddresses stores) {
     const ClientKey key(id);
     const std::size_t memory = MemoryOf(id) + StoresMemory(stores);
     StoresSnapshot snapshot =
-        stores.empty() ? NoStores() : std::make_shared<const ca::StoreAddresses>(std::move(stores));
+        stores.empty() ? noStores : std::make_shared<const ca::StoreAddresses>(std::move(stores));
     Dropped dropped;
     const std::lock_guard lock(m_mutex);
     if (memory > m_maxMemory) {
