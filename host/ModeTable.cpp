@@ -1,7 +1,6 @@
 #include "host/ModeTable.h"
 
 #include "host/Suggestion.h"
-
 #include "mod_foo_codes.h"
 
 #include <algorithm>
@@ -12,7 +11,8 @@
 namespace {
 
 constexpr host::ModeRow kModes[] = {
-#define CMHOST_MODE(number, name, gated, purpose) {number, name, (gated) != 0, purpose},
+#define CMHOST_MODE(number, name, gated, english, russian) \
+    {number, name, (gated) != 0, english, russian},
     CM_MODES(CMHOST_MODE)
 #undef CMHOST_MODE
 };

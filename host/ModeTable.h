@@ -8,13 +8,14 @@
 
 namespace host {
 
-/// One operation of the module interface. The texts are literals, so they end with a NUL.
+/// One operation of the module interface.
 struct ModeRow {
     std::uint32_t number;  ///< "mode" of a request
     std::string_view name;
     bool gated;  ///< Uses a private key or shows a window: needs an interactive request or the
                  ///< configuration's AllowServicePrivateKeyAccess.
-    std::string_view purpose;
+    std::string_view english;  ///< what it does
+    std::string_view russian;
 };
 
 /// All operations by ascending number.

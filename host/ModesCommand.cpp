@@ -1,34 +1,59 @@
 #include "host/ModesCommand.h"
 
+#include "common/Encode.h"
+#include "host/Configuration.h"
 #include "host/HostError.h"
 #include "host/ModeTable.h"
+#include "host/ModuleOptions.h"
 #include "host/StandardStreams.h"
+#include "host/Terminal.h"
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <array>
-#include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace {
 
-std::string Row(const char* number, const char* name, const char* gated, const char* purpose) {
-    std::array<char, 200> row{};
-    std::snprintf(row.data(), row.size(), "%-5s %-18s %-6s %s\n", number, name, gated, purpose);
-    return row.data();
+constexpr const char* kEnglishNote = R"(
+A gated operation uses a private key or shows a window: it needs --interactive, or
+AllowServicePrivateKeyAccess=1 in the configuration.
+)";
+constexpr const char* kRussianNote = R"(
+Операция за шлюзом пользуется закрытым ключом или показывает окно: ей нужен
+--interactive или AllowServicePrivateKeyAccess=1 в конфигурации.
+)";
+
+struct ModesOptions {
+    bool onlyNames = false;
+    std::string language;
+};
+
+// A text in a column of so many characters.
+std::string Cell(std::string_view text, std::size_t columns) {
+    std::string cell(text);
+    const std::size_t width = host::DisplayWidth(ca::u8u16(cell));
+    return cell.append(columns > width ? columns - width : 0, ' ') + " ";
 }
 
-std::string Table() {
-    std::string text = Row("Mode", "Name", "Gated", "What it does");
+std::string Row(std::string_view number, std::string_view name, std::string_view gated,
+                std::string_view purpose) {
+    return Cell(number, 5) + Cell(name, 18) + Cell(gated, 6) + std::string(purpose) + "\n";
+}
+
+std::string Table(bool russian) {
+    std::string text = russian ? Row("Режим", "Имя", "Шлюз", "Что делает")
+                               : Row("Mode", "Name", "Gated", "What it does");
     for (const host::ModeRow& mode : host::AllModes()) {
-        text += Row(std::to_string(mode.number).c_str(), mode.name.empty() ? "-" : mode.name.data(),
-                    mode.gated ? "yes" : "-", mode.purpose.data());
+        text += Row(std::to_string(mode.number), mode.name.empty() ? "-" : mode.name,
+                    !mode.gated ? "-"
+                    : russian   ? "да"
+                                : "yes",
+                    russian ? mode.russian : mode.english);
     }
-    return text +
-           "\nA gated operation uses a private key or shows a window: it needs --interactive, or\n"
-           "AllowServicePrivateKeyAccess=1 in the configuration.\n";
+    return text + (russian ? kRussianNote : kEnglishNote);
 }
 
 std::string Names() {
@@ -45,11 +70,14 @@ namespace host {
 
 void AddModesCommand(CLI::App& program, int& exitCode) {
     CLI::App* const command = program.add_subcommand("modes", "List the operations");
-    const auto onlyNames = std::make_shared<bool>(false);
-    command->add_flag("--names", *onlyNames, "Only the names, one a line");
+    const auto options = std::make_shared<ModesOptions>();
+    command->add_flag("--names", options->onlyNames, "Only the names, one a line");
+    AddLanguageOption(*command, options->language);
     command->footer("Examples:\n  cmhost modes\n  cmhost modes --names | sort -u");
-    command->callback([onlyNames, &exitCode] {
-        Put(*onlyNames ? Names() : Table());
+    command->callback([options, &exitCode] {
+        Put(options->onlyNames
+                ? Names()
+                : Table(IsRussian(options->language, FindConfiguration(/*given=*/""))));
         Flush();
         exitCode = kExitDone;
     });

@@ -23,11 +23,12 @@ struct Mode {
     std::uint32_t number;
     std::string_view name;
     Gate gate;
-    std::string_view purpose;
+    std::string_view english;
+    std::string_view russian;
 };
 constexpr Mode kModes[] = {
-#define CA_MODE(number, name, gate, purpose) {number, #name, gate, purpose},
-#define CA_MODE_EMPTY(number, gate, purpose) {number, "", gate, purpose},
+#define CA_MODE(number, name, gate, english, russian) {number, #name, gate, english, russian},
+#define CA_MODE_EMPTY(number, gate, english, russian) {number, "", gate, english, russian},
 #include "module/ModeTable.inc"
 #undef CA_MODE_EMPTY
 #undef CA_MODE
@@ -133,15 +134,16 @@ void WriteModes(std::ostream& out) {
         const std::string name = mode.name.empty() ? "NOTHING" : UpperSnake(mode.name);
         const std::string number = std::to_string(mode.number);
         const bool isFirst = seen.insert(mode.name).second;
-        WriteDefine(out, std::string(mode.purpose) + (mode.gate == kGated ? " (gated)" : ""),
+        WriteDefine(out, std::string(mode.english) + (mode.gate == kGated ? " (gated)" : ""),
                     "CM_MODE_" + name + (isFirst ? "" : "_" + number), number);
     }
-    out << "\n/** All modes by ascending number: X(number, name, gated, purpose) for each. `gated` "
-           "is 0 "
-           "or 1, a name\n * \"\" where there is none. */\n#define CM_MODES(X)";
+    out << "\n/** All modes by ascending number: X(number, name, gated, english, russian) for "
+           "each.\n * `gated` "
+           "is 0 or 1, a name \"\" where there is none; the texts say what it does, UTF-8. "
+           "*/\n#define CM_MODES(X)";
     for (const Mode& mode : kModes) {
         out << " \\\n    X(" << mode.number << ", \"" << mode.name << "\", " << mode.gate << ", \""
-            << mode.purpose << "\")";
+            << mode.english << "\", \"" << mode.russian << "\")";
     }
     out << '\n';
 }

@@ -4,8 +4,8 @@
 #include <iterator>
 
 const CCryptoModule::CModeRow CCryptoModule::kModes[] = {
-#define CA_MODE(number, name, gate, purpose) {number, L"> " #name, &CCryptoModule::name, gate},
-#define CA_MODE_EMPTY(number, gate, purpose) {number, nullptr, nullptr, gate},
+#define CA_MODE(number, name, gate, english, russian) {number, L"> " #name, &CCryptoModule::name, gate},
+#define CA_MODE_EMPTY(number, gate, english, russian) {number, nullptr, nullptr, gate},
 #include "module/ModeTable.inc"
 #undef CA_MODE_EMPTY
 #undef CA_MODE

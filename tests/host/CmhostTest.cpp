@@ -121,10 +121,12 @@ TEST_F(CmhostTest, EveryCommandSpeaksOneLanguage) {
     m_directory.Write("en.ini", "[service SETTINGS]\nlanguage=ru\nLanguage = En\n");
     m_directory.Write("ru.ini", "[Service settings]\nLanguage=rU\n");
     m_directory.Write("none.ini", "[Service settings]\nLanguage=\nLogMode=0\n");
-    const std::pair<const char*, const char*> texts[] = {{"Метод", "Method"},
-                                                         {"pem: сертификат", "pem: certificate"},
-                                                         {"не провер", "not verified"},
-                                                         {"Общее имя", "Common name"}};
+    const std::pair<const char*, const char*> texts[] = {
+        {"Метод", "Method"},
+        {"pem: сертификат", "pem: certificate"},
+        {"не провер", "not verified"},
+        {"Общее имя", "Common name"},
+        {"39    ShowCert           да     показать", "39    ShowCert           yes    show"}};
     const struct {
         const char* locale;
         const char* config;
@@ -140,7 +142,7 @@ TEST_F(CmhostTest, EveryCommandSpeaksOneLanguage) {
         SCOPED_TRACE(std::string(c.locale) + " " + c.config + " " + c.option);
         const HostResult result = RunScript(
             std::string("export LC_ALL=") + c.locale + " MOD_FOO_CONFIG=" + c.config +
-            "\nfor command in 'call 13' 'describe c.pem' 'asn1 oid'\ndo cmhost $command " +
+            "\nfor command in 'call 13' 'describe c.pem' 'asn1 oid' modes\ndo cmhost $command " +
             c.option + "\ndone");
         for (const auto& [russian, english] : texts) {
             EXPECT_THAT(result.out, HasSubstr(c.russian ? russian : english));

@@ -11,7 +11,7 @@ struct Mode {
     int gated;
 };
 static const struct Mode modes[] = {
-#define MODE(number, name, gated, purpose) {number, name, gated},
+#define MODE(number, name, gated, english, russian) {number, name, gated},
     CM_MODES(MODE)
 };
 
