@@ -53,8 +53,8 @@ void JsonTypeFault(const char* condition) {
     throw Exception(kErrJsonParse, SetZORNAMessage(kMsgWrongJsonType), currentPosition.file,
                     currentPosition.line);
 #else
-    std::wstring text = L"wrong JSON type of \"";
-    for (const char* part : {currentPosition.key, "\": ", condition}) {
+    std::wstring text = SetZORNAMessage(kMsgProcessStops);
+    for (const char* part : {"\"", currentPosition.key, "\" (", condition, ")"}) {
         text.append(part, part + std::char_traits<char>::length(part));
     }
     const std::wstring location = GetLineString(currentPosition.file, currentPosition.line, "");
