@@ -193,7 +193,7 @@ TEST_F(UnloadTest, FreesInSpiteOfCallbacksThatMisbehave) {
 
 TEST_F(UnloadTest, IsLoadedAndUnloadedAgainAndAgain) {
     constexpr int kWarmUp = 5;
-    constexpr int kRounds = 25;
+    constexpr int kRounds = 15;
     std::size_t used = 0;
     for (int round = 0; round < kRounds; ++round) {
         CLoaded library(MOD_FOO_LIBRARY);
