@@ -8,6 +8,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #ifdef RAPIDJSON_ASSERT
 #error "include common/Json.h before any header of rapidjson"
@@ -85,6 +86,44 @@ using JsonDocument = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, CJs
 using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
 using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, CJsonAllocator>;
 
+/// The allocator of buffers whose text changes hands: it outlives them all.
+inline CJsonAllocator jsonHeap;
+
+/// Appends `back` to `front` and empties it. The shorter text is moved; the longer one keeps its
+/// memory. Both are of jsonHeap. Throws std::bad_alloc, both being as they were.
+/// \param extra  octets that will follow.
+inline void JoinTexts(JsonBuffer& front, JsonBuffer& back, std::size_t extra) {
+    const std::size_t head = front.GetSize();
+    const std::size_t tail = back.GetSize();
+    if (head == 0) {
+        front.stack_.Swap(back.stack_);
+    } else if (tail <= head) {
+        front.Reserve(tail + extra);
+        std::memcpy(front.Push(tail), back.GetString(), tail);
+    } else {
+        back.Reserve(head + extra);
+        back.Push(head);
+        char* const text = back.stack_.Bottom<char>();
+        std::memmove(text + head, text, tail);
+        std::memcpy(text, front.stack_.Bottom<char>(), head);
+        front.stack_.Swap(back.stack_);
+    }
+    back.stack_.Clear();
+    back.stack_.ShrinkToFit();
+}
+
+/// Takes the block with the text out of a buffer of jsonHeap; free() releases it.
+inline char* DetachText(JsonBuffer& text) {
+    // rapidjson's stack gives its block to another one only; that one is never destroyed.
+    using Stack = decltype(text.stack_);
+    union Keeper {
+        explicit Keeper(Stack&& from) : stack(std::move(from)) {}
+        ~Keeper() {}  // NOLINT(modernize-use-equals-default): leaves the stack alone
+        Stack stack;
+    } keeper(std::move(text.stack_));
+    return keeper.stack.template Bottom<char>();
+}
+
 /// rapidjson's writer, which also takes long texts without a copy of its own.
 class JsonWriter
     : public rapidjson::Writer<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, CJsonAllocator> {
@@ -113,9 +152,28 @@ class JsonWriter
         EndValue(true);
     }
 
+    /// The same, the text being empty then; its memory may become that of what is written.
+    void TakeElements(JsonBuffer& text) {
+        Prefix(rapidjson::kObjectType);
+        JoinTexts(*os_, text, kPlainStringExtra);
+        EndValue(true);
+    }
+
+    /// Makes room for octets that will be written, so that the buffer grows only once.
+    void Reserve(std::size_t octets) { os_->Reserve(octets); }
+    /// Octets written so far.
+    std::size_t Size() const { return os_->GetSize(); }
+
+    /// From here on records that keep texts give them up instead of copying them: they are written
+    /// for the last time.
+    void TakeTexts() { m_takesTexts = true; }
+    bool TakesTexts() const { return m_takesTexts; }
+
   private:
     /// Two quotes, a separator and what closes the text, so that the buffer grows only once.
     static constexpr std::size_t kPlainStringExtra = 256;
+
+    bool m_takesTexts = false;
 };
 
 /// Flags for every parse of strangers' text: no recursion on the input's depth.

@@ -203,8 +203,17 @@ void CryptRequest::ReadRecords(const JsonObject& root) {
 }
 
 void CryptResponse::ToJson(JsonBuffer& text) const {
-    CJsonAllocator heap;
-    JsonWriter writer(text, &heap);
+    JsonWriter writer(text, &jsonHeap);
+    WriteTo(writer);
+}
+
+void CryptResponse::TakeJson(JsonBuffer& text) {
+    JsonWriter writer(text, &jsonHeap);
+    writer.TakeTexts();
+    WriteTo(writer);
+}
+
+void CryptResponse::WriteTo(JsonWriter& writer) const {
     writer.StartObject();
     WriteKey(writer, kKeyErrorCode);
     writer.Uint(errorCode);

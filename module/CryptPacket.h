@@ -87,6 +87,9 @@ class CryptResponse {
   public:
     /// Writes the answer as one JSON object.
     void ToJson(JsonBuffer& text) const;
+    /// The same for the last time: texts that records keep move into the answer. Of the records only
+    /// the raw file data is of use then. \param text  of jsonHeap.
+    void TakeJson(JsonBuffer& text);
 
     /// Reads such a text, and the octets behind its NUL, into this object, which is fresh.
     /// Throws as CryptRequest::FromJson() does.
@@ -103,6 +106,9 @@ class CryptResponse {
     bool isAttached = false;     ///< stands beside the list of signatures
     bool attachBinary = false;   ///< file data goes raw behind the text
     SerializableContainer objects;
+
+  private:
+    void WriteTo(JsonWriter& writer) const;
 };
 
 /// One request with its answer.

@@ -89,9 +89,8 @@ bool IsRefusal(const ca::Exception& failure) {
 
 // Writes the answer into a buffer of its own and hands that to the host.
 void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
-    ca::CJsonAllocator heap;
-    ca::JsonBuffer text(&heap, kAnswerCapacity);
-    response.ToJson(text);
+    ca::JsonBuffer text(&ca::jsonHeap, kAnswerCapacity);
+    response.TakeJson(text);
     const ca::FileData* raw = response.RawFileData();
     if (raw == nullptr) {
         response.objects.SetObject(nullptr, /*clear=*/true);  // their memory serves the answer
@@ -104,14 +103,14 @@ void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
         throw std::length_error("answer beyond the interface's 32 bits");
     }
 
-    ca::BytePtr answer = ca::BytePtr::Make(textSize + 1 + rawSize);
-    std::memcpy(answer.Get(), text.GetString(), textSize);
-    answer.Get()[textSize] = 0;
+    text.Reserve(1 + rawSize);
+    text.Put('\0');
     if (rawSize != 0) {
-        std::memcpy(answer.Get() + textSize + 1, raw->data(), rawSize);
+        std::memcpy(text.Push(rawSize), raw->data(), rawSize);
     }
+    text.stack_.ShrinkToFit();
     packet.responseSize = static_cast<std::uint32_t>(answerSize);
-    packet.response = reinterpret_cast<char*>(answer.Detach());  // the host calls free()
+    packet.response = ca::DetachText(text);  // the host calls free()
 }
 
 // Links a token into a packet as long as the call runs.

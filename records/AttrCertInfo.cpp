@@ -47,4 +47,8 @@ void AttrCertInfo::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kAttrCertInfoFields);
 }
 
+void AttrCertInfo::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kAttrCertInfoFields, octets);
+}
+
 }  // namespace ca

@@ -15,6 +15,8 @@ class AttrCertInfo : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeAttrCertInfo; }
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::wstring id;
     std::wstring holderSerial;  ///< the holder's base certificate; its issuer in four forms:

@@ -3,6 +3,7 @@
 #include "asn1/attributes/AttributeCertificateV1.h"
 #include "common/Exception.h"
 #include "records/CertInfoFill.h"
+#include "records/RecordMeter.h"
 #include "records/SignedFill.h"
 #include "records/ValidityText.h"
 #include "records/text/AttributeText.h"
@@ -16,6 +17,7 @@ namespace {
 
 using ca::AttrCertInfo;
 using ca::Octets;
+using CMeter = ca::CRecordMeter<AttrCertInfo>;
 
 // The name of a directory among GeneralNames; without octets when there is none.
 CAsn1Element DirectoryName(std::span<unsigned char> names) {
@@ -77,10 +79,12 @@ void FillIssuer(const CAsn1GeneralNames* names, AttrCertInfo& record) {
     record.issuerTags = std::move(forms.tags);
 }
 
-void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo& record) {
+void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo& record,
+                         CMeter& meter) {
     if (info.Holder() != nullptr) {
         FillHolder(info.Holder()->BaseCertificateId(), info.Holder()->EntityName(),
                    info.Holder()->ObjectDigestInfo(), record);
+        meter.Take();
     }
     if (info.Issuer() == nullptr) {
         return;
@@ -97,10 +101,12 @@ void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo
     }
 }
 
-void FillHolderAndIssuer(const CAsn1AttributeCertificateInfoV1& info, AttrCertInfo& record) {
+void FillHolderAndIssuer(const CAsn1AttributeCertificateInfoV1& info, AttrCertInfo& record,
+                         CMeter& meter) {
     if (info.Subject() != nullptr) {
         FillHolder(info.Subject()->BaseCertificateId(), info.Subject()->SubjectName(), nullptr,
                    record);
+        meter.Take();
     }
     FillIssuer(info.Issuer(), record);
 }
@@ -123,22 +129,28 @@ void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertI
     CAsn1Cursor cursor(attributes != nullptr ? attributes->ContentOctets()
                                              : std::span<unsigned char>());
     while (!cursor.AtEnd() && record.attributes.items.size() < ca::kMaxListed) {
+        const CAsn1Cursor before = cursor;
         CAsn1Element attribute;
         if (cursor.Next(attribute) != Asn1Fault::kNone) {
             attribute.raw = cursor.Rest();
             cursor = {};
         }
+        if (!ca::CAnswerBudget::HasRoomFor(attribute.raw.size())) {
+            cursor = before;
+            break;
+        }
+        const std::size_t errorsBefore = record.error.size();
         ca::FillAttribute(attribute, record.attributes, record.error);
+        ca::CAnswerBudget::Take(CostOf(*record.attributes.items.back()) +
+                                ca::CostOfText(record.error.size() - errorsBefore));
     }
-    if (!cursor.AtEnd()) {
-        ca::AddError(record.error, ca::MoreText(ca::CountElements(cursor)));
-    }
+    ca::AddMore(record.error, ca::CountElements(cursor));
 }
 
 // Both versions; their parts have the same names.
 template <class Certificate>
 void Fill(std::span<unsigned char> der, AttrCertInfo& record) {
-    CAsn1Root<Certificate> certificate(der);
+    CAsn1Root<Certificate> certificate(der, Asn1Blocks::kRead);
     try {
         certificate->Decode();
     } catch (const ca::Exception& fault) {
@@ -149,12 +161,14 @@ void Fill(std::span<unsigned char> der, AttrCertInfo& record) {
         return;
     }
     record.version = ca::VersionText(info->Version(), /*highest=*/1, record.error);
-    FillHolderAndIssuer(*info, record);
+    CMeter meter(record);
+    FillHolderAndIssuer(*info, record, meter);
     record.serial = ca::SerialText(OctetsOf(info->SerialNumber()));
     ca::FillSignatureAlgorithm(certificate->SignatureAlgorithm(), info->Signature(),
                                record.signatureAlg, record.hashAlg, record.error);
     FillPeriod(info->AttCertValidityPeriod(), record);
     record.issuerUniqueId = ca::Hex(BitsOf(info->IssuerUniqueId()).octets);
+    meter.Take();
     FillAttributes(info->Attributes(), record);
     if (info->Extensions() != nullptr) {
         ca::FillExtensions(*info->Extensions(), record.extensions, record.error);
@@ -230,6 +244,7 @@ CertificateNames HolderNames(std::span<unsigned char> attributeCertificate) {
 }
 
 void FillAttrCertInfo(std::span<unsigned char> der, AttrCertInfo& record) {
+    const CAnswerBudget budget(der.size());
     const CAsn1Element whole = FirstElement(der);
     if (whole.raw.empty()) {
         AddError(record.error, UnreadableText(der));

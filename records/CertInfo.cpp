@@ -3,6 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Lng.h"
 #include "records/JsonFields.h"
+#include "records/text/ExtensionText.h"
 
 namespace {
 
@@ -81,12 +82,20 @@ void CertInfo::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kCertInfoFields);
 }
 
+void CertInfo::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kCertInfoFields, octets);
+}
+
 void CertInfo2::FromJson(const JsonValue& value) {
     ReadObject(value, *this, kCertInfo2Fields);
 }
 
 void CertInfo2::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kCertInfo2Fields);
+}
+
+void CertInfo2::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kCertInfo2Fields, octets);
 }
 
 std::wstring CertInfo2::GetKeyUsageStr(unsigned bits) {
@@ -105,7 +114,22 @@ void CertInfos2::FromJson(const JsonValue& value) {
 }
 
 void CertInfos2::ToJson(JsonWriter& writer) const {
-    WriteJson(writer, items);
+    writer.StartArray();
+    for (const OwnedPtr<CertInfo2>& item : items) {
+        item->ToJson(writer);
+    }
+    more.ToJson(writer);
+    writer.EndArray();
+}
+
+void CertInfos2::Add(std::unique_ptr<CertInfo2> record) {
+    AddDescribed(std::move(record), items, more);
+}
+
+void CertInfos2::SayMore(std::size_t count) {
+    if (!items.empty()) {
+        AddMore(items.front()->error, count);
+    }
 }
 
 void CertInfos2::GetCertIdList(unsigned filter, std::vector<std::wstring>& list) const {

@@ -2,9 +2,12 @@
 
 #include "common/ISerializable.h"
 #include "records/CertInfoExtension.h"
+#include "records/JsonElements.h"
 #include "records/OwnedPtr.h"
+#include "records/RecordOctets.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,6 +25,8 @@ class CertInfo : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeCertInfo; }
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     /// Describes a decoded certificate; see CertInfoFill.h, which reads one from its octets.
     void FromAsn1(const CAsn1Certificate& certificate);
@@ -67,6 +72,7 @@ class CertInfo2 : public CertInfo {
     void FromJson(const JsonValue& value) override;
     /// "IssuerCert" is written only when there is one.
     void ToJson(JsonWriter& writer) const override;
+    void AddOctets(RecordOctets& octets) const;
 
     /// The names of the usages in bit order, joined by ", ", in the current language.
     /// \param bits  as CertInfo::keyUsage; unknown bits have no name.
@@ -90,10 +96,18 @@ class CertInfos2 : public ISerializable {
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeCertInfos; }
 
-    /// Appends to `list` the identifiers of the certificates that pass every bit of `filter`.
+    /// Appends to `list` the identifiers of the certificates of `items` that pass every bit of
+    /// `filter`.
     void GetCertIdList(unsigned filter, std::vector<std::wstring>& list) const;
 
+    std::size_t Count() const { return items.size() + more.Count(); }
+    /// Appends one that is described now. The first stays a record, the others are kept as text.
+    void Add(std::unique_ptr<CertInfo2> record);
+    /// Says how many are not described, in "Error" of the first; 0 says nothing.
+    void SayMore(std::size_t count);
+
     std::vector<OwnedPtr<CertInfo2>> items;
+    CJsonElements more;  ///< the certificates behind `items`: there may be thousands
 };
 
 /// A certificate that the host sends for checking.

@@ -33,12 +33,20 @@ void CertInfoExtension::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kExtensionFields);
 }
 
+void CertInfoExtension::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kExtensionFields, octets);
+}
+
 void CertInfoAttribute::FromJson(const JsonValue& value) {
     ReadObject(value, *this, kAttributeFields);
 }
 
 void CertInfoAttribute::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kAttributeFields);
+}
+
+void CertInfoAttribute::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kAttributeFields, octets);
 }
 
 void CertInfoExtensionCollection::FromJson(const JsonValue& value) {
@@ -49,12 +57,20 @@ void CertInfoExtensionCollection::ToJson(JsonWriter& writer) const {
     WriteJson(writer, items);
 }
 
+void CertInfoExtensionCollection::AddOctets(RecordOctets& octets) const {
+    ca::AddOctets(items, octets);
+}
+
 void CertInfoAttributeCollection::FromJson(const JsonValue& value) {
     ReadJson(value, items);
 }
 
 void CertInfoAttributeCollection::ToJson(JsonWriter& writer) const {
     WriteJson(writer, items);
+}
+
+void CertInfoAttributeCollection::AddOctets(RecordOctets& octets) const {
+    ca::AddOctets(items, octets);
 }
 
 }  // namespace ca

@@ -2,6 +2,7 @@
 
 #include "common/ISerializable.h"
 #include "records/OwnedPtr.h"
+#include "records/RecordOctets.h"
 
 #include <string>
 #include <vector>
@@ -12,6 +13,8 @@ namespace ca {
 struct CertInfoExtension {
     void FromJson(const JsonValue& value);
     void ToJson(JsonWriter& writer) const;
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::wstring oidFriendlyName;
     std::wstring oidValue;  ///< dotted
@@ -24,6 +27,8 @@ struct CertInfoExtension {
 struct CertInfoAttribute {
     void FromJson(const JsonValue& value);
     void ToJson(JsonWriter& writer) const;
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::wstring oidFriendlyName;
     std::wstring oidValue;  ///< dotted
@@ -38,6 +43,8 @@ class CertInfoExtensionCollection : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeExtensionCollection; }
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::vector<OwnedPtr<CertInfoExtension>> items;
 };
@@ -49,6 +56,8 @@ class CertInfoAttributeCollection : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeAttributeCollection; }
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::vector<OwnedPtr<CertInfoAttribute>> items;
 };

@@ -6,6 +6,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/sha1.h"
+#include "records/RecordMeter.h"
 #include "records/SignedFill.h"
 #include "records/ValidityText.h"
 #include "records/text/AlgorithmText.h"
@@ -21,6 +22,7 @@ namespace {
 
 using ca::CertInfo;
 using ca::Octets;
+using CMeter = ca::CRecordMeter<CertInfo>;
 
 void FillIssuer(const CAsn1Name* name, CertInfo& record) {
     if (name == nullptr) {
@@ -34,8 +36,9 @@ void FillIssuer(const CAsn1Name* name, CertInfo& record) {
     ca::AddError(record.error, kMsgIssuer, issuer.error);
 }
 
-void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
+void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record, CMeter& meter) {
     FillIssuer(tbs.Issuer(), record);
+    meter.Take();
     if (tbs.Subject() != nullptr) {
         ca::NameForms subject = ca::DescribeName(ca::ElementOf(*tbs.Subject()));
         record.description = std::move(subject.readable);
@@ -43,6 +46,7 @@ void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record) {
         record.x500Description = std::move(subject.x500);
         record.subjectTags = std::move(subject.tags);
         ca::AddError(record.error, kMsgFieldSubject, subject.error);
+        meter.Take();
     }
 }
 
@@ -105,11 +109,14 @@ bool LooksLikeCertificate(Octets octets) {
 void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
     version = VersionText(tbs.Version(), /*highest=*/2, error);
     serial = SerialText(OctetsOf(tbs.SerialNumber()));
-    FillNames(tbs, *this);
+    CMeter meter(*this);
+    FillNames(tbs, *this, meter);
     FillPeriod(tbs, *this);
     FillPublicKey(tbs, *this);
+    meter.Take();
     issuerUniqueId = Hex(BitsOf(tbs.IssuerUniqueId()).octets);
     subjectUniqueId = Hex(BitsOf(tbs.SubjectUniqueId()).octets);
+    meter.Take();
     if (tbs.Extensions() != nullptr) {
         FillExtensions(*tbs.Extensions(), extensions, error,
                        [this](const OidInfo* type, std::span<unsigned char> value) {
@@ -132,6 +139,7 @@ void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
     if (!LooksLikeCertificate(der)) {
         throw Exception(kErrCertificate);
     }
+    const CAnswerBudget budget(der.size());
     CAsn1Root<CAsn1Certificate> certificate(der, Asn1Blocks::kRead);
     try {
         certificate->Decode();
@@ -147,6 +155,7 @@ void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
 void FillFromIdentifier(const CAsn1IssuerAndSerialNumber& identifier, CertInfo& record) {
     FillIssuer(identifier.Issuer(), record);
     record.serial = SerialText(OctetsOf(identifier.SerialNumber()));
+    const CMeter meter(record);
 }
 
 std::wstring Sha1Hex(Octets octets) {

@@ -13,7 +13,8 @@ namespace ca {
 /// look at the first members, nothing is judged.
 bool LooksLikeCertificate(std::span<const unsigned char> octets);
 
-/// Describes a certificate. What cannot be read is said in `record.error`, never hides the rest.
+/// Describes a certificate. What cannot be read is said in `record.error`, never hides the rest, and
+/// so is how many extensions there was no room for (CAnswerBudget).
 /// Names, texts and words are in the current language; "HasPrivateKey" stays as it is.
 /// \param der  the certificate as received; kept as it is.
 /// Throws ca::Exception 16113 for octets that are no certificate at all.

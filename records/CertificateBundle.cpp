@@ -1,8 +1,10 @@
 #include "records/CertificateBundle.h"
 
 #include "asn1/OidTable.h"
+#include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
 #include "records/text/Elements.h"
+#include "records/text/ExtensionText.h"
 
 #include <algorithm>
 #include <map>
@@ -105,6 +107,14 @@ void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bun
     }
 }
 
+std::size_t OctetsOf(const ca::CertificateBundle& bundle) {
+    std::size_t octets = 0;
+    for (const auto& certificate : bundle.certificates) {
+        octets += certificate.size();
+    }
+    return octets;
+}
+
 }  // namespace
 
 namespace ca {
@@ -175,11 +185,16 @@ std::size_t FindLeaf(const CertificateBundle& bundle) {
 }
 
 void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInfo2& record) {
+    const CAnswerBudget budget(OctetsOf(bundle));
     const std::vector<std::size_t> issuers = FindIssuers(bundle);
     CertInfo2* at = &record;
     FillCertInfo(bundle.certificates[index], *at);
     for (std::size_t depth = 0; depth < kMaxIssuers && issuers[index] != kNone; ++depth) {
         index = issuers[index];
+        if (!CAnswerBudget::HasRoomFor(bundle.certificates[index].size())) {
+            AddMore(record.error, 1);
+            return;
+        }
         at->issuerCert = std::make_unique<CertInfo2>();
         at = at->issuerCert.get();
         FillCertInfo(bundle.certificates[index], *at);

@@ -187,8 +187,27 @@ const std::wstring& CCrlDescriber::IssuerOf(const CrlEntry& entry) {
             m_issuer.resize(kMaxIssuerText);
             m_issuer += L'\u2026';
         }
+        m_plainOctets = 0;
     }
     return m_issuer;
+}
+
+std::size_t CCrlDescriber::TextOctets(const RevokedCert& record) {
+    m_scratch.Clear();
+    JsonWriter writer(m_scratch);
+    record.ToJson(writer);
+    return m_scratch.GetSize() + 1;  // a comma follows
+}
+
+std::size_t CCrlDescriber::PlainTextOctets(const CrlEntry& entry) {
+    constexpr std::size_t kDates = 2 * 19;  // dd.mm.yyyy hh:mm:ss
+    const std::wstring& issuer = IssuerOf(entry);
+    if (m_plainOctets == 0) {
+        RevokedCert empty;
+        empty.certificateIssuer = issuer;
+        m_plainOctets = TextOctets(empty) + kDates;
+    }
+    return m_plainOctets + 2 * entry.serial.content.size();
 }
 
 void CCrlDescriber::Describe(const CrlEntry& entry, RevokedCert& record, std::wstring& error) {

@@ -63,6 +63,11 @@ class CCrlDescriber {
     /// Fills a record, whose strings are reused; faults are added to `error`.
     void Describe(const CrlEntry& entry, RevokedCert& record, std::wstring& error);
 
+    /// Octets of JSON that an entry becomes.
+    std::size_t TextOctets(const RevokedCert& record);
+    /// The same of one of which IsPlainCrlEntry() is true, without describing it.
+    std::size_t PlainTextOctets(const CrlEntry& entry);
+
   private:
     const std::wstring& IssuerOf(const CrlEntry& entry);
 
@@ -70,7 +75,9 @@ class CCrlDescriber {
     // Entries that follow each other mostly share their issuer: its text is made once.
     const unsigned char* m_issuerOctets = nullptr;
     std::wstring m_issuer;
+    std::size_t m_plainOctets = 0;  // of an entry without a serial number
     CLocalOffsets m_offsets;
+    JsonBuffer m_scratch;
 };
 
 /// What is wrong with an entry, for the record's "Error".

@@ -75,4 +75,8 @@ void CrlInfo::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kCrlInfoFields);
 }
 
+void CrlInfo::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kCrlInfoFields, octets);
+}
+
 }  // namespace ca

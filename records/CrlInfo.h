@@ -4,6 +4,7 @@
 #include "records/Blob.h"
 #include "records/CertInfoExtension.h"
 #include "records/OwnedPtr.h"
+#include "records/RecordOctets.h"
 
 #include <cstdint>
 #include <functional>
@@ -34,6 +35,8 @@ class RevokedCertCollection {
     /// Replaces the elements; a value that is no array changes nothing.
     void FromJson(const JsonValue& value);
     void ToJson(JsonWriter& writer) const;
+    /// Nothing: the entries are not held, and what they will be written as is taken for itself.
+    void AddOctets(RecordOctets&) const {}
 
     std::vector<OwnedPtr<RevokedCert>> items;  ///< read from a text, in order
     /// Writes the filled entries, each one JSON object; none when empty. Owns what it reads them
@@ -48,6 +51,8 @@ class CrlInfo : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeCrlInfo; }
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::wstring version;
     std::wstring signatureAlg;

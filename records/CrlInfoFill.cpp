@@ -5,6 +5,7 @@
 #include "common/Exception.h"
 #include "common/InitString.h"
 #include "common/Lng.h"
+#include "records/AnswerBudget.h"
 #include "records/CertificateBundle.h"
 #include "records/CrlEntries.h"
 #include "records/SignedFill.h"
@@ -20,6 +21,7 @@
 
 namespace {
 
+using ca::CAnswerBudget;
 using ca::CrlInfo;
 using ca::CrlPage;
 using ca::Octets;
@@ -72,6 +74,8 @@ void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
     record.x500NameIssuer = std::move(issuer.x500);
     record.issuerTags = std::move(issuer.tags);
     ca::AddError(record.error, kMsgIssuer, issuer.error);
+    CAnswerBudget::Take(ca::CostOfText(record.issuer.size() + record.oidIssuer.size() +
+                                       record.x500NameIssuer.size() + record.issuerTags.size()));
 }
 
 void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
@@ -91,36 +95,74 @@ void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
                        });
 }
 
+// \return octets of JSON that the entry becomes.
+std::size_t DescribeEntry(const ca::CrlEntry& entry, ca::CCrlDescriber& describer,
+                          ca::RevokedCert& scratch, std::wstring& error) {
+    const ca::CBudgetLoan loan;
+    describer.Describe(entry, scratch, error);
+    return describer.TextOctets(scratch);
+}
+
+// Describes the entries of a page as they were when the record was filled.
+// \param rest  what was left then.
+// \param text  octets that will be written.
+void WriteEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage& page,
+                  CAnswerBudget::Rest rest, std::size_t text, ca::JsonWriter& writer) {
+    const CAnswerBudget budget(rest);
+    writer.Reserve(text);
+    ca::CCrlWalk walk(entries, page);
+    ca::CCrlDescriber describer(issuer);
+    ca::RevokedCert entry;
+    while (walk.Next()) {
+        const std::size_t before = writer.Size();
+        std::wstring noted;
+        {
+            const ca::CBudgetLoan loan;
+            describer.Describe(walk.Entry(), entry, noted);
+        }
+        entry.ToJson(writer);
+        CAnswerBudget::Take(writer.Size() - before);
+    }
+}
+
 // Counts the entries, and notes the faults of those that are described; they themselves are made
 // when the record is written, from the octets that it holds.
 void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage& page,
                  CrlInfo& record) {
+    const CAnswerBudget::Rest rest{CAnswerBudget::Left()};
     ca::CCrlWalk walk(entries, page);
     ca::CCrlDescriber describer(issuer);
     ca::RevokedCert scratch;
     std::optional<std::size_t> described;
+    std::size_t fitting = 0;
+    std::size_t hidden = 0;
     while (walk.Next()) {
-        described = walk.Entry().index;
-        if (!ca::IsPlainCrlEntry(walk.Entry()) && record.error.size() < ca::kMaxValueText) {
-            describer.Describe(walk.Entry(), scratch, record.error);
+        const ca::CrlEntry& entry = walk.Entry();
+        if (hidden != 0 || !CAnswerBudget::HasRoomFor(entry.raw.size())) {
+            ++hidden;
+            continue;
+        }
+        described = entry.index;
+        ++fitting;
+        if (ca::IsPlainCrlEntry(entry)) {
+            CAnswerBudget::Take(describer.PlainTextOctets(entry));
+        } else {
+            CAnswerBudget::Take(DescribeEntry(entry, describer, scratch, record.error));
         }
     }
+    const std::size_t text = rest.left - CAnswerBudget::Left();
+    ca::AddMore(record.error, hidden);
     const std::size_t count = walk.CountAll();
-    if (walk.IsBroken() && described != count - 1) {
+    if (walk.IsBroken() && hidden == 0 && described != count - 1) {
         ca::AddError(record.error,
                      ca::CrlEntryFault(count - 1, SetZORNAMessage(kMsgAsn1Malformed)));
     }
     record.revokedCount = static_cast<std::uint32_t>(count);
-    record.revoked.writeFilled = [owner = record.rawData, entries, issuer,
-                                  page](ca::JsonWriter& writer) {
-        ca::CCrlWalk again(entries, page);
-        ca::CCrlDescriber texts(issuer);
-        ca::RevokedCert entry;
-        while (again.Next()) {
-            std::wstring noted;
-            texts.Describe(again.Entry(), entry, noted);
-            entry.ToJson(writer);
-        }
+    CrlPage written = page;
+    written.count = fitting;
+    record.revoked.writeFilled = [owner = record.rawData, entries, issuer, written, rest,
+                                  text](ca::JsonWriter& writer) {
+        WriteEntries(entries, issuer, written, rest, text, writer);
     };
 }
 
@@ -189,6 +231,7 @@ void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& rec
         throw Exception(kErrBadData);
     }
     const CAsn1Element whole = FirstElement(der);
+    const CAnswerBudget budget(der.size());
     Blob copy;
     copy.Assign(whole.raw.data(), static_cast<std::uint32_t>(whole.raw.size()));
     record.rawData = SharedBlob(std::move(copy));
@@ -202,6 +245,7 @@ void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& rec
         AddError(record.error, SetZORNAMessage(kMsgAsn1TrailingData));
     }
     const CAsn1TbsCertList& tbs = *list->TbsCertList();
+    CAnswerBudget::Take(CostOf(record));
     FillSignatureAlgorithm(list->SignatureAlgorithm(), tbs.Signature(), record.signatureAlg,
                            record.hashAlg, record.error);
     FillFromTbs(tbs, page, record);

@@ -40,8 +40,8 @@ std::span<unsigned char> FindCrl(std::span<unsigned char> object);
 ///
 /// The record holds a copy of the octets, from which the entries are described when it is written;
 /// what is not described costs no memory. What cannot be read leaves its fields empty, or as
-/// "Unreadable value: " and digits, and is named in `record.error`; everything else is filled.
-/// Cost is linear in the octets.
+/// "Unreadable value: " and digits, and is named in `record.error`; everything else is filled, as far
+/// as there is room for it (CAnswerBudget). Cost is linear in the octets.
 /// \param der     the list as received; kept as it is. Octets behind it are named as a fault.
 /// \param record  a fresh one.
 /// Throws ca::Exception 16306 for octets that do not look like a list.

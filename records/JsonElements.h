@@ -1,51 +1,68 @@
 #pragma once
 
 #include "common/Json.h"
+#include "records/AnswerBudget.h"
+#include "records/RecordOctets.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ca {
 
 /// Elements of a JSON array, kept as their text: it takes a fraction of the room of the records.
 class CJsonElements {
   public:
-    /// Makes room for all elements, so that they need not move as they become more.
-    void Reserve(std::size_t octets) { m_text.reserve(octets); }
+    CJsonElements() = default;
+    CJsonElements(const CJsonElements& other);
+    CJsonElements& operator=(const CJsonElements& other);
+    CJsonElements(CJsonElements&& other) noexcept;
+    CJsonElements& operator=(CJsonElements&& other) noexcept;
+    ~CJsonElements() = default;
 
-    /// Appends what the record writes of itself.
-    /// \param scratch  is written over; the same one for many records takes memory once.
+    /// Appends what the record writes of itself; the texts that it keeps are given up. Takes what
+    /// that is from the budget.
     template <class Record>
-    void Append(const Record& record, JsonBuffer& scratch) {
-        scratch.Clear();
-        JsonWriter writer(scratch);
+    void Append(const Record& record) {
+        const std::size_t before = Begin();
+        JsonWriter writer(m_text, &jsonHeap);
+        writer.TakeTexts();
         record.ToJson(writer);
-        Append({scratch.GetString(), scratch.GetSize()}, 1);
+        End(before);
     }
-    void Append(const CJsonElements& others) { Append(others.m_text, others.m_count); }
+    void Append(const std::wstring& text);
+    /// Appends others, which are taken from the budget anew.
+    void Append(CJsonElements&& others);
 
     std::size_t Count() const { return m_count; }
-    void ToJson(JsonWriter& writer) const {
-        if (m_count != 0) {
-            writer.Elements(m_text);
-        }
-    }
+    /// Octets of the text.
+    std::size_t Size() const { return m_text.GetSize(); }
+    /// Writes all; a writer that takes texts leaves none.
+    void ToJson(JsonWriter& writer) const;
 
   private:
-    void Append(std::string_view text, std::size_t count) {
-        if (count == 0) {
-            return;
-        }
-        if (m_count != 0) {
-            m_text += ',';
-        }
-        m_text += text;
-        m_count += count;
-    }
+    // Make room for an element, and count it. Nothing else is between them.
+    std::size_t Begin();
+    void End(std::size_t before);
+    std::string_view Text() const { return {m_text.stack_.Bottom<char>(), m_text.GetSize()}; }
 
-    std::string m_text;
-    std::size_t m_count = 0;
+    // Written for the last time the text moves on, which is no change that anybody sees.
+    mutable JsonBuffer m_text{&jsonHeap};
+    mutable std::size_t m_count = 0;
 };
+
+/// Appends a record that is described now: the first of a list stays one, for what is found out
+/// later of all of them, the others are kept as text.
+template <class Items, class Record>
+void AddDescribed(std::unique_ptr<Record> record, Items& items, CJsonElements& more) {
+    if (items.empty()) {
+        CAnswerBudget::Take(CostOf(*record));
+        items.emplace_back(std::move(record));
+    } else {
+        more.Append(*record);
+    }
+}
 
 }  // namespace ca

@@ -6,6 +6,7 @@
 #include "common/Json.h"
 #include "records/Blob.h"
 #include "records/OwnedPtr.h"
+#include "records/RecordOctets.h"
 
 #include <cstdint>
 #include <iterator>
@@ -158,6 +159,59 @@ void WriteField(JsonWriter& writer, const Record& record, const JsonField<Owner,
     } else {
         WriteJson(writer, value);
     }
+}
+
+// Octets of a value, for CostOf(). An octet more for a character is for what is not ASCII.
+
+inline void AddOctets(const std::wstring& text, RecordOctets& octets) {
+    octets.memory += (sizeof(wchar_t) + 1) * text.size();
+    octets.text += text.size();
+}
+inline void AddOctets(const std::string& text, RecordOctets& octets) {
+    octets.memory += text.size();
+    octets.text += text.size();
+}
+inline void AddOctets(const SharedBlob& blob, RecordOctets& octets) {
+    octets.memory += blob.Octets().size();
+    octets.text += blob.Octets().size() / 3 * 4;
+}
+template <class Value, std::enable_if_t<std::is_arithmetic_v<Value>, int> = 0>
+void AddOctets(Value, RecordOctets&) {}
+template <class Record>
+auto AddOctets(const Record& record, RecordOctets& octets) -> decltype(record.AddOctets(octets)) {
+    record.AddOctets(octets);
+}
+template <class Record>
+void AddOctets(const OwnedPtr<Record>& record, RecordOctets& octets) {
+    if (record != nullptr) {
+        octets.memory += sizeof(Record);
+        AddOctets(*record, octets);
+    }
+}
+inline void AddOctets(const std::optional<std::wstring>& text, RecordOctets& octets) {
+    if (text) {
+        AddOctets(*text, octets);
+    }
+}
+template <class Element>
+void AddOctets(const std::vector<OwnedPtr<Element>>& elements, RecordOctets& octets) {
+    for (const OwnedPtr<Element>& element : elements) {
+        AddOctets(element, octets);
+    }
+}
+
+/// Adds the octets of the fields, and of their keys.
+template <class Record, class... Fields>
+void AddObjectOctets(const Record& record, const std::tuple<Fields...>& table,
+                     RecordOctets& octets) {
+    constexpr std::size_t kPunctuation = 6;  // "key":"",
+    std::apply(
+        [&](const auto&... fields) {
+            ((octets.text += fields.key.size() + kPunctuation,
+              AddOctets(record.*fields.member, octets)),
+             ...);
+        },
+        table);
 }
 
 /// The member of `object` under `key`, null when there is none; the first one of several.

@@ -3,9 +3,11 @@
 #include "common/AtomicFile.h"
 #include "common/Encode.h"
 #include "common/Exception.h"
+#include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
 #include "records/Payload.h"
 #include "records/text/Elements.h"
+#include "records/text/ExtensionText.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -117,6 +119,10 @@ void KnownIssuers::Extend(CertInfo2& record) const {
     for (; depth < kMaxIssuers; ++depth) {
         const Certificate* const issuer = FindIssuer(der);
         if (issuer == nullptr || std::ranges::find(used, issuer) != used.end()) {
+            return;
+        }
+        if (!CAnswerBudget::HasRoomFor(issuer->der.size())) {
+            AddMore(record.error, 1);
             return;
         }
         used.push_back(issuer);

@@ -52,6 +52,9 @@ bool IsTextStart(std::string_view text) {
 ca::PayloadItem DecodeBody(std::string_view body, std::string label) {
     ca::PayloadItem item;
     item.label = std::move(label);
+    if (body.empty()) {
+        return item;
+    }
     item.decoded = ca::BytePtr::Make(3 * (body.size() / 4 + 1));
     // The decoder passes over line ends only; blanks and tabs are taken out beforehand.
     std::string packed;
@@ -107,8 +110,18 @@ ca::PayloadItem TakePemBlock(std::string_view& text) {
     return DecodeBody(body, std::move(label));
 }
 
+std::size_t CountOf(std::string_view word, std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(word, at)) != std::string_view::npos;) {
+        ++count;
+        at += word.size();
+    }
+    return count;
+}
+
 std::vector<ca::PayloadItem> DecodePem(std::string_view text) {
     std::vector<ca::PayloadItem> items;
+    items.reserve(CountOf(kBegin, text));
     for (std::size_t at = text.find(kBegin); at != std::string_view::npos; at = text.find(kBegin)) {
         text.remove_prefix(at);
         items.push_back(TakePemBlock(text));
@@ -183,6 +196,15 @@ std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data) {
         items.emplace_back().octets = data;
     }
     return items;
+}
+
+std::size_t OctetsHeld(const std::vector<PayloadItem>& items) {
+    constexpr std::size_t kHeapBlock = 32;
+    std::size_t octets = items.capacity() * sizeof(PayloadItem);
+    for (const PayloadItem& item : items) {
+        octets += item.decoded.Get() != nullptr ? item.octets.size() + kHeapBlock : 0;
+    }
+    return octets;
 }
 
 }  // namespace ca

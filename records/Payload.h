@@ -25,4 +25,7 @@ struct PayloadItem {
 /// Cost is linear. Throws only std::bad_alloc.
 std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data);
 
+/// Octets of memory that the items take.
+std::size_t OctetsHeld(const std::vector<PayloadItem>& items);
+
 }  // namespace ca

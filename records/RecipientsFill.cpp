@@ -4,6 +4,7 @@
 #include "asn1/cms/RecipientInfo.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
 #include "records/ValidityText.h"
 #include "records/text/AlgorithmText.h"
@@ -44,32 +45,45 @@ class CCollector {
 
     // Throws 16253 when nobody is named and nothing was unreadable.
     ca::Recipients Take() {
-        if (m_recipients.ids.empty() && !m_hasFault) {
+        Finish();
+        if (m_recipients.ids.Count() == 0 && !m_hasFault) {
             throw ca::Exception(ca::kErrRecipientsHidden,
                                 SetZORNAMessage(kMsgUnnamedRecipients) +
-                                    std::to_wstring(m_recipients.records.items.size()));
+                                    std::to_wstring(m_recipients.records.Count()));
         }
+        m_recipients.records.SayMore(m_hidden);
         return std::move(m_recipients);
     }
 
   private:
     CertInfo2& Start() {
-        auto record = std::make_unique<CertInfo2>();
-        record->publicKeyAlg = m_algorithm;
-        record->publicKeyParams = m_parameters;
-        record->error = m_error;
-        ca::FillValidity({}, {}, record->validity, record->validityNumber);
-        Records().emplace_back(std::move(record));
-        return *Records().back();
+        Finish();
+        m_record = std::make_unique<CertInfo2>();
+        m_record->publicKeyAlg = m_algorithm;
+        m_record->publicKeyParams = m_parameters;
+        m_record->error = m_error;
+        ca::FillValidity({}, {}, m_record->validity, m_record->validityNumber);
+        ++m_started;
+        return *m_record;
     }
 
-    std::vector<ca::OwnedPtr<CertInfo2>>& Records() { return m_recipients.records.items; }
+    // The record of the last recipient is whole.
+    void Finish() {
+        if (m_record != nullptr) {
+            m_recipients.records.Add(std::move(m_record));
+        }
+    }
 
     // Adds what could be read of each element. A fault stands in the record of its element.
     template <class List, class AddOne>
     void AddEach(const List& list, AddOne add) {
-        for (auto at = list.Elements(); at.Next();) {
-            const std::size_t before = Records().size();
+        std::size_t index = 0;
+        for (auto at = list.Elements(); at.Next(); ++index) {
+            if (!ca::CAnswerBudget::HasRoomFor(at.Raw().size())) {
+                m_hidden += list.Count() - index;
+                return;
+            }
+            const std::size_t before = m_started;
             try {
                 if (at.Item() != nullptr) {
                     add(*at.Item());
@@ -77,10 +91,10 @@ class CCollector {
                 ca::Good(at);
             } catch (const ca::Exception& fault) {
                 m_hasFault = true;
-                if (Records().size() == before) {
+                if (m_started == before) {
                     Start().description = ca::UnreadableText(at.Raw());
                 }
-                ca::AddError(Records().back()->error, fault.message);
+                ca::AddError(m_record->error, fault.message);
             }
         }
     }
@@ -231,10 +245,13 @@ class CCollector {
 
     void Name(CertInfo2& record, Octets identifier) {
         record.id = ca::Sha1Hex(identifier);
-        m_recipients.ids.push_back(record.id);
+        m_recipients.ids.more.Append(record.id);
     }
 
     ca::Recipients m_recipients;
+    std::unique_ptr<CertInfo2> m_record;  // of the recipient that is being read
+    std::size_t m_started = 0;
+    std::size_t m_hidden = 0;  // elements that there was no room for
     std::wstring m_algorithm;
     std::wstring m_parameters;
     std::wstring m_error;  // of the parameters
@@ -279,6 +296,7 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo) {
 }
 
 Recipients DescribeRecipients(std::span<unsigned char> envelope) {
+    const CAnswerBudget budget(envelope.size());
     const CAsn1Element whole = FirstElement(envelope);
     const CAsn1Element infos = Child(whole, RecipientInfosIndex(whole));
     if (infos.tag != kAsn1Set) {

@@ -1,17 +1,16 @@
 #pragma once
 
 #include "records/CertInfo.h"
+#include "records/StringArray.h"
 
 #include <span>
-#include <string>
-#include <vector>
 
 namespace ca {
 
 /// Who can read an enveloped message.
 struct Recipients {
-    CertInfos2 records;             ///< one for each recipient, in order
-    std::vector<std::wstring> ids;  ///< of those that name a certificate or a key
+    CertInfos2 records;                 ///< one for each recipient, in order
+    StringArray ids{kTypeCertificates};  ///< of those that name a certificate or a key
 };
 
 /// The content of an enveloped message inside its ContentInfo: EnvelopedData, AuthenticatedData
@@ -26,7 +25,8 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo);
 /// identifier in "Serial" and, with its caption, in "Description". "PublicKeyAlg" is the algorithm
 /// of the key's encryption, "PublicKeyParams" what its parameters say. "Id" is the SHA-1 of the
 /// recipient's identifier as received; empty for one who is none (a password, an empty name).
-/// What cannot be read is said in "Error" and never hides the rest. Cost is linear.
+/// What cannot be read is said in "Error" and never hides the rest; how many there was no room for
+/// (CAnswerBudget) is said in that of the first. Cost is linear.
 /// \param envelope  what FindEnvelope() found.
 /// Throws ca::Exception 16306 when the recipients cannot be found at all, 16253 when none of them
 /// is named.

@@ -1,6 +1,7 @@
 #include "records/SignInfo.h"
 
 #include "records/JsonFields.h"
+#include "records/text/ExtensionText.h"
 
 #include <utility>
 
@@ -57,16 +58,30 @@ void SignInfos::ToJson(JsonWriter& writer) const {
     writer.EndArray();
 }
 
+void SignInfos::AddOctets(RecordOctets& octets) const {
+    ca::AddOctets(items, octets);
+    octets.memory += more.Size();  // becomes part of what is written
+}
+
+void SignInfos::Add(std::unique_ptr<SignInfo> record) {
+    AddDescribed(std::move(record), items, more);
+}
+
 void SignInfos::Append(SignInfos others) {
     if (Count() == 0) {
         *this = std::move(others);
         return;
     }
-    JsonBuffer scratch;
     for (const OwnedPtr<SignInfo>& item : others.items) {
-        more.Append(*item, scratch);
+        more.Append(*item);
     }
-    more.Append(others.more);
+    more.Append(std::move(others.more));
+}
+
+void SignInfos::SayMore(std::size_t count) {
+    if (!items.empty()) {
+        AddMore(items.front()->signCert.error, count);
+    }
 }
 
 void SignExtension::FromJson(const JsonValue& value) {
@@ -77,6 +92,10 @@ void SignExtension::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kSignExtensionFields);
 }
 
+void SignExtension::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kSignExtensionFields, octets);
+}
+
 void SignInfo::FromJson(const JsonValue& value) {
     ReadObject(value, *this, kSignInfoFields);
 }
@@ -85,12 +104,39 @@ void SignInfo::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kSignInfoFields);
 }
 
+void SignInfo::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kSignInfoFields, octets);
+}
+
 void SignInfosArray::FromJson(const JsonValue& value) {
     AppendJson(value, items);
 }
 
 void SignInfosArray::ToJson(JsonWriter& writer) const {
-    WriteJson(writer, items);
+    writer.StartArray();
+    empty.ToJson(writer);
+    for (const OwnedPtr<SignInfos>& item : items) {
+        item->ToJson(writer);
+    }
+    more.ToJson(writer);
+    writer.EndArray();
+}
+
+void SignInfosArray::Add(SignInfos list) {
+    if (!items.empty()) {
+        more.Append(list);
+    } else if (list.Count() == 0) {
+        empty.Append(list);
+    } else {
+        CAnswerBudget::Take(CostOf(list));
+        items.emplace_back(std::make_unique<SignInfos>(std::move(list)));
+    }
+}
+
+void SignInfosArray::SayMore(std::size_t count) {
+    if (!items.empty()) {
+        items.front()->SayMore(count);
+    }
 }
 
 }  // namespace ca

@@ -5,8 +5,10 @@
 #include "records/CertInfo.h"
 #include "records/JsonElements.h"
 #include "records/OwnedPtr.h"
+#include "records/RecordOctets.h"
 #include "records/VerificationResult.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,19 +30,27 @@ class SignInfos : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeSignInfo; }
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::size_t Count() const { return items.size() + more.Count(); }
+    /// Appends one that is described now: as a record while it is the first, else as text.
+    void Add(std::unique_ptr<SignInfo> record);
     /// Appends the signatures of another message.
     void Append(SignInfos others);
+    /// Says how many are not described, in "Error" of the first one's certificate; 0 says nothing.
+    void SayMore(std::size_t count);
 
     std::vector<OwnedPtr<SignInfo>> items;
-    CJsonElements more;  ///< the signatures behind `items`: a message may have thousands
+    CJsonElements more;  ///< the signatures behind `items`: there may be thousands
 };
 
 /// A signed or unsigned attribute of a signature.
 struct SignExtension {
     void FromJson(const JsonValue& value);
     void ToJson(JsonWriter& writer) const;
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::wstring extensionName;
     std::wstring extensionOid;                ///< dotted
@@ -55,6 +65,8 @@ struct SignInfo {
     /// nested deeper than kMaxRecordNesting.
     void FromJson(const JsonValue& value);
     void ToJson(JsonWriter& writer) const;
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     VerificationResult verifyResultEx;
     std::wstring verifyResult;  ///< text
@@ -80,7 +92,16 @@ class SignInfosArray : public ISerializable {
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeSignInfoArray; }
 
+    std::size_t Count() const { return empty.Count() + items.size() + more.Count(); }
+    /// Appends the list of an item that is described now. The first one with signatures stays a
+    /// record, the others are kept as text.
+    void Add(SignInfos list);
+    /// Says how many lists there are not, with the first signature; 0 says nothing.
+    void SayMore(std::size_t count);
+
+    CJsonElements empty;  ///< the lists before `items`: of items without signatures
     std::vector<OwnedPtr<SignInfos>> items;
+    CJsonElements more;  ///< the lists behind `items`: there may be thousands
 };
 
 }  // namespace ca

@@ -4,6 +4,7 @@
 #include "asn1/cms/SignedData.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/SignatureAttributes.h"
@@ -21,19 +22,17 @@
 
 namespace {
 
+using ca::CAnswerBudget;
+using ca::CBudgetLoan;
 using ca::CertInfo;
 using ca::SignInfo;
 using Signers = CAsn1ListCursor<CAsn1SignerInfo>;
 
-// Octets of what was described already that are described again: a multiple of the message's, and
-// as many as a small message may always have.
-constexpr std::size_t kRepeats = 2;
-constexpr std::size_t kRepeatedAlways = 1 << 20;
-
-// Octets that the text of signatures seldom takes beyond for each of the message, and the most that
-// are reserved for it at once.
-constexpr std::size_t kTextOfAnOctet = 12;
-constexpr std::size_t kMaxReserved = 4 << 20;
+// Octets of text that says again what was said already: a multiple of the message's octets, and as
+// many as a small message may always have. Together with what its signers become, up to ten times
+// its octets, that is less than the budget.
+constexpr std::size_t kRepeats = 3;
+constexpr std::size_t kRepeatedAlways = 320 << 10;
 
 // A key identifier stands where a certificate would have it: among the extensions.
 void FillKeyIdentifier(const CAsn1OctetString& key, CertInfo& record) {
@@ -91,35 +90,32 @@ class CSignerDescriber {
     CSignerDescriber(std::span<unsigned char> certificates, std::size_t messageSize,
                      bool isAttached)
         : m_certificates(certificates),
-          m_messageSize(messageSize),
           m_repeats(kRepeats * messageSize + kRepeatedAlways),
           m_isAttached(isAttached) {}
 
     // \param level  0 for the signers of the message.
-    // \param error  gets how many were not described.
-    void DescribeAll(std::span<unsigned char> signers, const CAsn1Block& list, unsigned level,
-                     ca::SignInfos& records, std::wstring& error) {
+    // \return how many were not described.
+    std::size_t DescribeAll(std::span<unsigned char> signers, const CAsn1Block& list,
+                            unsigned level, ca::SignInfos& records) {
         Signers at(signers, list);
-        while (m_count < ca::kMaxSignatures && at.Next()) {
+        while (at.Next()) {
+            if (m_count == ca::kMaxSignatures || !CAnswerBudget::HasRoomFor(at.Raw().size())) {
+                const std::size_t all = ca::CountElements(CAsn1Cursor(signers));
+                return all - std::min(all, records.Count());
+            }
             ++m_count;
             std::unique_ptr<SignInfo> record = NewRecord();
-            Describe(at, level, *record);
-            // The first one stays a record: what is found out later of the message is told there.
-            if (level != 0 || records.items.empty()) {
-                records.items.emplace_back(std::move(record));
-            } else {
-                if (records.more.Count() == 0) {
-                    records.more.Reserve(std::min(kTextOfAnOctet * m_messageSize, kMaxReserved));
-                }
-                records.more.Append(*record, m_scratch);
+            {
+                const CBudgetLoan loan;
+                Describe(at, level, *record);
             }
+            records.Add(std::move(record));
         }
-        if (m_count == ca::kMaxSignatures) {
-            const std::size_t all = ca::CountElements(CAsn1Cursor(signers));
-            const std::size_t left = all - std::min(all, records.Count());
-            ca::AddError(error, left != 0 ? ca::MoreText(left) : std::wstring());
-        }
+        return 0;
     }
+
+    // Certificates of the message that there was no room for.
+    std::size_t HiddenCertificates() const { return m_certificates.Hidden(); }
 
     // The record of a signature of which nothing is known yet.
     std::unique_ptr<SignInfo> NewRecord() const {
@@ -157,10 +153,15 @@ class CSignerDescriber {
         return may;
     }
 
-    bool MayDescribe(ca::SignerCertificate& certificate) {
-        const bool isFirst = !certificate.isDescribed;
-        certificate.isDescribed = true;
-        return isFirst || MayRepeat(certificate.der.size());
+    bool MayDescribe(const ca::SignerCertificate& certificate) {
+        return certificate.textOctets == 0 || MayRepeat(certificate.textOctets);
+    }
+
+    template <class Record>
+    static void Note(const Record& record, ca::SignerCertificate& certificate) {
+        ca::RecordOctets octets;
+        record.AddOctets(octets);
+        certificate.textOctets = octets.text;
     }
 
     void FillCertificates(const CAsn1SignerIdentifier* signer, SignInfo& record) {
@@ -170,6 +171,7 @@ class CSignerDescriber {
         ca::SignerCertificate* certificate = m_certificates.Find(*signer);
         if (certificate != nullptr && MayDescribe(*certificate)) {
             ca::FillCertInfo(certificate->der, record.signCert);
+            Note(record.signCert, *certificate);
         } else {
             FillFromSigner(*signer, record.signCert);
             ca::AddError(record.signCert.error,
@@ -184,6 +186,7 @@ class CSignerDescriber {
         }
         if (MayDescribe(*attributes)) {
             ca::FillAttrCertInfo(attributes->der, record.attrCert);
+            Note(record.attrCert, *attributes);
         } else {
             ca::AddError(record.attrCert.error, SetZORNAMessage(kMsgCertDescribedEnough));
         }
@@ -205,16 +208,25 @@ class CSignerDescriber {
         if (level == ca::kMaxCountersigned) {
             ca::AddError(record.signCert.error, SetZORNAMessage(kMsgCountersignaturesTooDeep));
         } else {
-            DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1, record.coSigners,
-                        record.signCert.error);
+            DescribeCoSigners(list, level, record);
         }
-        return level == 0 || MayRepeat(list.ContentOctets().size());
+        return level == 0 || MayRepeat(list.ContentOctets().size() / 3 * 4);
+    }
+
+    // Their texts stand twice in memory when that of the signature is made.
+    void DescribeCoSigners(const CAsn1SetOf<CAsn1Any>& list, unsigned level, SignInfo& record) {
+        std::size_t hidden = 0;
+        {
+            const CBudgetLoan twice(2);
+            hidden = DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1,
+                                 record.coSigners);
+        }
+        CAnswerBudget::Take(CostOf(record.coSigners));
+        ca::AddMore(record.signCert.error, hidden);
     }
 
     ca::CSignerCertificates m_certificates;
     ca::CAttributeMemo m_memo;
-    ca::JsonBuffer m_scratch;
-    std::size_t m_messageSize;
     std::size_t m_repeats;
     bool m_isAttached;
     std::size_t m_count = 0;
@@ -276,11 +288,16 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
     return LooksLikeSignedData(outer) ? outer.raw : std::span<unsigned char>();
 }
 
-std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures) {
-    const std::span<unsigned char> signedData = FindSignedData(object);
-    if (signedData.empty()) {
-        return std::nullopt;
-    }
+namespace {
+
+struct MessageOutcome {
+    bool isAttached;
+    std::size_t hidden;  // signatures that were not described, where none was that could say so
+};
+
+// Describes one message.
+MessageOutcome DescribeMessage(std::span<unsigned char> object,
+                               std::span<unsigned char> signedData, SignInfos& described) {
     CAsn1Root<CAsn1SignedData> message(signedData, Asn1Blocks::kRead);
     message->GetBlock()->offset = static_cast<std::uint32_t>(signedData.data() - object.data());
     std::wstring error;
@@ -295,21 +312,49 @@ std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& si
     CSignerDescriber describer(
         certificates != nullptr ? certificates->ContentOctets() : std::span<unsigned char>(),
         signedData.size(), isAttached);
-    SignInfos described;
+    std::size_t hidden = 0;
     if (const CAsn1SetOf<CAsn1SignerInfo>* signers = message->SignerInfos()) {
-        describer.DescribeAll(signers->ContentOctets(), *signers->GetBlock(), /*level=*/0,
-                              described, error);
+        hidden = describer.DescribeAll(signers->ContentOctets(), *signers->GetBlock(), /*level=*/0,
+                                       described);
     } else {
-        described.items.emplace_back(describer.NewRecord());
+        described.Add(describer.NewRecord());
     }
     if (content != nullptr && described.Count() == 1) {
         AddTimeStamp(*content, *described.items.front());
     }
-    if (!described.items.empty()) {
-        AddError(described.items.front()->signCert.error, error);
+    if (described.items.empty()) {
+        return {isAttached, hidden};
+    }
+    std::wstring& told = described.items.front()->signCert.error;
+    AddError(told, error);
+    if (describer.HiddenCertificates() != 0) {
+        AddError(told, SetZORNAMessage(kMsgCertificates) +
+                           (L": " + MoreText(describer.HiddenCertificates())));
+    }
+    AddMore(told, hidden);
+    return {isAttached, 0};
+}
+
+}  // namespace
+
+std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures) {
+    const std::span<unsigned char> signedData = FindSignedData(object);
+    if (signedData.empty()) {
+        return std::nullopt;
+    }
+    const CAnswerBudget budget(signedData.size());
+    if (signatures.Count() == 0) {
+        return DescribeMessage(object, signedData, signatures).isAttached;
+    }
+    SignInfos described;
+    MessageOutcome outcome{};
+    {
+        const CBudgetLoan twice(2);  // the texts stand twice in memory when they are appended
+        outcome = DescribeMessage(object, signedData, described);
     }
     signatures.Append(std::move(described));
-    return isAttached;
+    signatures.SayMore(outcome.hidden);
+    return outcome.isAttached;
 }
 
 }  // namespace ca

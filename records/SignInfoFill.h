@@ -24,7 +24,8 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 /// SignInfo has no place for faults of its own: they are in "Error" of its "SignCert", those of the
 /// message in that of the first signature. A signer that cannot be read has a record all the same.
 /// Costs are linear in the octets but for the certificate that many signatures name: it is
-/// described again only as far as that adds a few times the message.
+/// described again only as far as that adds a few times the message. What there is no room for
+/// (CAnswerBudget) is counted in "Error" of the first.
 /// \param object      what may hold a message, see FindSignedData(); kept as it is. Offsets in
 ///                    texts count from its first octet.
 /// \param signatures  gets the signatures, at most kMaxSignatures with all that is nested. Those

@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "asn1/attributes/EssAttributes.h"
 #include "common/Exception.h"
+#include "records/AnswerBudget.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
@@ -108,11 +109,16 @@ void CSignatureAttributes::Add(const CAsn1SetOf<CAsn1Attribute>& attributes,
                                const CountersignatureVisitor* visit) {
     std::size_t index = 0;
     for (auto at = attributes.Elements(); at.Next(); ++index) {
-        if (m_record.extensions.size() == kMaxListed) {
-            AddError(m_record.signCert.error, MoreText(attributes.Count() - index));
+        std::wstring& error = m_record.signCert.error;
+        if (m_record.extensions.size() == kMaxListed ||
+            !CAnswerBudget::HasRoomFor(at.Raw().size())) {
+            AddMore(error, attributes.Count() - index);
             return;
         }
+        const std::size_t errorsBefore = error.size();
         AddOne(at, visit);
+        CAnswerBudget::Take(CostOf(*m_record.extensions.back()) +
+                            CostOfText(error.size() - errorsBefore));
     }
 }
 
@@ -124,7 +130,7 @@ const SignExtension* CAttributeMemo::Find(std::span<const unsigned char> attribu
 
 void CAttributeMemo::Keep(std::span<const unsigned char> attribute,
                           const SignExtension& extension) {
-    if (attribute.size() > kMaxOctets) {
+    if (attribute.size() > kMaxOctets || CostOf(extension) > kMaxCost) {
         return;
     }
     if (m_kept.size() < kMaxKept) {
@@ -192,6 +198,7 @@ void CSignatureAttributes::Finish() {
     m_record.comment =
         std::move(m_facts.description.empty() ? m_facts.contentHint : m_facts.description);
     m_record.uri = std::move(m_facts.address);
+    CAnswerBudget::Take(CostOfText(m_record.comment.size() + m_record.uri.size()));
 }
 
 }  // namespace ca

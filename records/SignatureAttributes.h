@@ -28,12 +28,14 @@ class CAttributeMemo {
   public:
     /// What was kept of an attribute of the same octets; null when that is not known.
     const SignExtension* Find(std::span<const unsigned char> attribute) const;
-    /// \param attribute  its encoding, which outlives this; a long one is not kept.
+    /// \param attribute  its encoding, which outlives this; a long one is not kept, nor is one that
+    ///                   has a long description.
     void Keep(std::span<const unsigned char> attribute, const SignExtension& extension);
 
   private:
     static constexpr std::size_t kMaxKept = 8;
     static constexpr std::size_t kMaxOctets = 4096;
+    static constexpr std::size_t kMaxCost = 16 << 10;  // of memory
 
     struct Kept {
         std::span<const unsigned char> octets;

@@ -1,6 +1,7 @@
 #include "records/SignerCertificates.h"
 
 #include "asn1/cms/SignerIdentifier.h"
+#include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/text/Elements.h"
@@ -22,6 +23,9 @@ Octets PublicKeyInfoOf(std::span<unsigned char> certificate) {
     return ca::Child(tbs, ca::Child(tbs, 0).tag == ca::ContextConstructed(0) ? 6 : 5).raw;
 }
 
+// Of memory, with its places in the indices.
+constexpr std::size_t kOctetsOfOne = sizeof(ca::SignerCertificate) + 160;
+
 template <class Index, class Key>
 ca::SignerCertificate* FindIn(const Index& index, const Key& key) {
     const auto found = index.find(key);
@@ -35,9 +39,12 @@ namespace ca {
 CSignerCertificates::CSignerCertificates(std::span<unsigned char> choices) {
     CAsn1Element choice;
     CAsn1Cursor cursor(choices);
-    while (!cursor.AtEnd() && cursor.Next(choice) == Asn1Fault::kNone) {
+    while (!cursor.AtEnd() && CAnswerBudget::HasRoomFor(0) &&
+           cursor.Next(choice) == Asn1Fault::kNone) {
         Add(choice);
+        CAnswerBudget::Take(kOctetsOfOne);
     }
+    m_hidden = CAnswerBudget::HasRoomFor(0) ? 0 : CountElements(cursor);
     if (!m_attributesByDigest.empty()) {
         LinkByDigest();
     }
@@ -50,7 +57,7 @@ void CSignerCertificates::Add(const CAsn1Element& choice) {
         AddAttributes(copy);
     } else if (LooksLikeCertificate(choice.raw)) {
         SignerCertificate& certificate =
-            m_certificates.emplace_back(SignerCertificate{choice.raw, NamesOf(choice.raw), false});
+            m_certificates.emplace_back(SignerCertificate{choice.raw, NamesOf(choice.raw)});
         const CertificateNames& names = certificate.names;
         m_bySerial.emplace(IssuerSerial(names.issuer, names.serial), &certificate);
     } else {
@@ -63,7 +70,7 @@ void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
         return;
     }
     SignerCertificate& attributes =
-        m_attributes.emplace_back(SignerCertificate{certificate, HolderNames(certificate), false});
+        m_attributes.emplace_back(SignerCertificate{certificate, HolderNames(certificate)});
     const CertificateNames& holder = attributes.names;
     if (!holder.issuer.empty()) {
         m_attributesBySerial.emplace(IssuerSerial(holder.issuer, holder.serial), &attributes);

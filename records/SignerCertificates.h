@@ -19,7 +19,8 @@ namespace ca {
 struct SignerCertificate {
     std::span<unsigned char> der;
     CertificateNames names;    ///< of an attribute certificate those of its holder
-    bool isDescribed = false;  ///< kept by who describes it
+    /// Of its description; 0 until it is described. Kept by who describes it.
+    std::size_t textOctets = 0;
     /// The attribute certificate whose holder is a digest of this one or its key; null for none.
     SignerCertificate* attributes = nullptr;
 };
@@ -29,8 +30,12 @@ struct SignerCertificate {
 class CSignerCertificates {
   public:
     /// \param choices  content of CertificateSet (RFC 5652 10.2.3), which outlives this. What is no
-    ///                 certificate is passed over.
+    ///                 certificate is passed over, and so is what there is no room for
+    ///                 (CAnswerBudget).
     explicit CSignerCertificates(std::span<unsigned char> choices);
+
+    /// Elements that there was no room for.
+    std::size_t Hidden() const { return m_hidden; }
 
     /// The certificate of issuer and serial number, or with that subject key identifier; null when
     /// there is none. Of several it is the first.
@@ -58,6 +63,7 @@ class CSignerCertificates {
     Index<IssuerSerial> m_bySerial;
     Index<std::string_view> m_byKey;
     bool m_hasKeys = false;
+    std::size_t m_hidden = 0;
     Index<IssuerSerial> m_attributesBySerial;
     Index<std::string_view> m_attributesBySubject;
     Index<std::wstring> m_attributesByDigest;  // hexadecimal

@@ -5,11 +5,9 @@
 namespace {
 
 void WriteTexts(ca::JsonWriter& writer, const std::vector<std::wstring>& texts) {
-    writer.StartArray();
     for (const std::wstring& text : texts) {
         ca::WriteJson(writer, text);
     }
-    writer.EndArray();
 }
 
 }  // namespace
@@ -21,7 +19,10 @@ void StringArray::FromJson(const JsonValue& value) {
 }
 
 void StringArray::ToJson(JsonWriter& writer) const {
+    writer.StartArray();
     WriteTexts(writer, items);
+    more.ToJson(writer);
+    writer.EndArray();
 }
 
 void StringArray2::FromJson(const JsonValue& value) {
@@ -29,7 +30,9 @@ void StringArray2::FromJson(const JsonValue& value) {
 }
 
 void StringArray2::ToJson(JsonWriter& writer) const {
+    writer.StartArray();
     WriteTexts(writer, items);
+    writer.EndArray();
 }
 
 }  // namespace ca

@@ -2,6 +2,7 @@
 
 #include "common/ISerializable.h"
 #include "records/ISerializable2.h"
+#include "records/JsonElements.h"
 
 #include <string>
 #include <utility>
@@ -21,7 +22,10 @@ class StringArray : public ISerializable {
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return m_type; }
 
+    std::size_t Count() const { return items.size() + more.Count(); }
+
     std::vector<std::wstring> items;
+    CJsonElements more;  ///< the texts behind `items`: there may be thousands
 
   private:
     int m_type;

@@ -26,4 +26,8 @@ void VerificationResult::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kResultFields);
 }
 
+void VerificationResult::AddOctets(RecordOctets& octets) const {
+    AddObjectOctets(*this, kResultFields, octets);
+}
+
 }  // namespace ca

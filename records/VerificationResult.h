@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ISerializable.h"
+#include "records/RecordOctets.h"
 
 #include <cstdint>
 #include <string>
@@ -14,6 +15,8 @@ class VerificationResult : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeVerifyResult; }
+    /// Adds what CostOf() counts.
+    void AddOctets(RecordOctets& octets) const;
 
     std::uint32_t signatureVerifyResult = 0;
     std::wstring signatureVerifyResultString;

@@ -9,6 +9,7 @@
 #include "module/ops/ProviderCertificate.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
+#include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateBundle.h"
@@ -29,6 +30,7 @@ ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& it
     if (bundle.certificates.empty()) {
         throw ca::Exception(ca::kErrCertificate, ca::SayRefused(items, &ca::CertificateFault));
     }
+    ca::CAnswerBudget::Take(bundle.certificates.capacity() * sizeof(bundle.certificates.front()));
     return bundle;
 }
 
@@ -43,9 +45,16 @@ void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std
 void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle) {
     auto infos = std::make_unique<ca::CertInfos2>();
     for (const auto& certificate : bundle.certificates) {
+        if (!ca::CAnswerBudget::HasRoomFor(certificate.size())) {
+            infos->SayMore(bundle.certificates.size() - infos->Count());
+            break;
+        }
         auto info = std::make_unique<ca::CertInfo2>();
-        ca::FillCertInfo(certificate, *info);
-        infos->items.emplace_back(std::move(info));
+        {
+            const ca::CBudgetLoan loan;
+            ca::FillCertInfo(certificate, *info);
+        }
+        infos->Add(std::move(info));
     }
     packet.Response().SetObject(infos.release(), /*clear=*/true);
 }
@@ -59,8 +68,10 @@ void AnswerAttributes(ca::CryptPacket& packet, std::span<unsigned char> certific
 
 // The certificates must be readable; nothing is kept, since this provider has no store of its own.
 void CheckCertificates(ca::CryptPacket& packet) {
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
     for (const auto& certificate : RequireCertificates(items).certificates) {
+        const ca::CBudgetLoan loan;
         ca::CertInfo info;
         ca::FillCertInfo(certificate, info);
     }
@@ -79,6 +90,7 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
         return;
     }
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
     if (ca::LooksLikeAttributeCertificate(items.front().octets)) {
         AnswerAttributes(packet, items.front().octets);

@@ -5,6 +5,7 @@
 #include "module/CryptoModule.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
+#include "records/AnswerBudget.h"
 #include "records/RecipientsFill.h"
 #include "records/StringArray.h"
 
@@ -26,10 +27,10 @@ std::span<unsigned char> RequireEnvelope(const std::vector<ca::PayloadItem>& ite
 
 // Answers with who can read the file data: a record each, and the ids of those that are named.
 void CCryptoModule::GetRecipientsList(ca::CryptPacket& packet) {
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
     ca::Recipients recipients = ca::DescribeRecipients(RequireEnvelope(items));
-    auto ids = std::make_unique<ca::StringArray>(ca::kTypeCertificates);
-    ids->items = std::move(recipients.ids);
+    auto ids = std::make_unique<ca::StringArray>(std::move(recipients.ids));
     auto records = std::make_unique<ca::CertInfos2>(std::move(recipients.records));
     packet.Response().SetObject(records.release(), /*clear=*/true);  // the container owns them now
     packet.Response().SetObject(ids.release(), /*clear=*/false);

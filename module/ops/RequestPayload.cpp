@@ -4,6 +4,7 @@
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "module/RecordTypes.h"
+#include "records/AnswerBudget.h"
 
 #include <string>
 
@@ -19,7 +20,18 @@ std::vector<PayloadItem> RequestPayload(CryptPacket& packet) {
         throw Exception(kErrNoArgumentData,
                         SetZORNAMessage(kMsgNoObject) + std::to_wstring(payload->size()));
     }
+    CAnswerBudget::Take(OctetsHeld(items));
     return items;
+}
+
+std::size_t OctetsToDescribe(CryptPacket& packet) {
+    const FileData* payload = FindFileData(packet.Request());
+    std::size_t octets = packet.request.sendSignData.size();
+    octets += payload != nullptr ? payload->size() : 0;
+    for (const Blob& signature : packet.request.signatures) {
+        octets += signature.size();
+    }
+    return octets;
 }
 
 }  // namespace ca

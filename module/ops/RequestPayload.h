@@ -3,6 +3,7 @@
 #include "module/CryptPacket.h"
 #include "records/Payload.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace ca {
@@ -10,5 +11,8 @@ namespace ca {
 /// The objects in the request's file data, which they view. Throws ca::Exception 16118 when the
 /// request has no file data, or none with an object in it.
 std::vector<PayloadItem> RequestPayload(CryptPacket& packet);
+
+/// Octets of what the request wants to be described, for its budget (CAnswerBudget).
+std::size_t OctetsToDescribe(CryptPacket& packet);
 
 }  // namespace ca

@@ -8,6 +8,7 @@
 #include "module/CryptoModule.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
+#include "records/AnswerBudget.h"
 #include "records/CrlInfoFill.h"
 
 #include <memory>
@@ -29,6 +30,7 @@ std::span<unsigned char> RequireCrl(const std::vector<ca::PayloadItem>& items) {
 // Describes the revocation list of the file data. The call's parameters name the entries to be
 // described: CRL_FIRST and CRL_COUNT a page, CRL_SERIAL those of one serial number.
 void CCryptoModule::GetCRL(ca::CryptPacket& packet) {
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
     const std::span<unsigned char> list = RequireCrl(items);
     const ca::CrlPage page = ca::ReadCrlPage(packet.context->RequestParams());

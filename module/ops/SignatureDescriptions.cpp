@@ -8,10 +8,9 @@
 #include "module/CryptoModule.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
+#include "records/AnswerBudget.h"
 #include "records/SignInfoFill.h"
 
-#include <algorithm>
-#include <iterator>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -19,17 +18,23 @@
 namespace {
 
 // Appends the signatures of all messages among the objects; true when each of them encloses its
-// content.
+// content. How many objects there was no room for is said with the first.
 bool Describe(const std::vector<ca::PayloadItem>& items, ca::SignInfos& signatures) {
     bool isAttached = true;
-    for (const ca::PayloadItem& item : items) {
-        isAttached = ca::FillSignInfos(item.octets, signatures).value_or(true) && isAttached;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (!ca::CAnswerBudget::HasRoomFor(0)) {
+            signatures.SayMore(items.size() - i);
+            break;
+        }
+        isAttached = ca::FillSignInfos(items[i].octets, signatures).value_or(true) && isAttached;
     }
     return isAttached;
 }
 
 std::vector<ca::PayloadItem> Decode(ca::Blob& blob) {
-    return ca::DecodePayload({blob.data(), blob.size()});
+    std::vector<ca::PayloadItem> items = ca::DecodePayload({blob.data(), blob.size()});
+    ca::CAnswerBudget::Take(ca::OctetsHeld(items));
+    return items;
 }
 
 // The signature that stands apart from the file data, or the file data. Throws 16118 for neither.
@@ -38,18 +43,16 @@ std::vector<ca::PayloadItem> SignaturePayload(ca::CryptPacket& packet) {
     return items.empty() ? ca::RequestPayload(packet) : std::move(items);
 }
 
-// The objects of all messages that GetSignInfo2 describes.
-std::vector<ca::PayloadItem> AllItems(ca::CryptPacket& packet) {
-    std::vector<ca::PayloadItem> all;
-    for (ca::Blob& blob : packet.request.signatures) {
-        std::ranges::move(Decode(blob), std::back_inserter(all));
-    }
-    return packet.request.signatures.empty() ? SignaturePayload(packet) : std::move(all);
+// The objects of the first message that GetSignInfo2 describes: enough to say what is wrong.
+std::vector<ca::PayloadItem> FirstItems(ca::CryptPacket& packet) {
+    std::vector<ca::Blob>& messages = packet.request.signatures;
+    return messages.empty() ? SignaturePayload(packet) : Decode(messages.front());
 }
 
 // Answers with the list of signatures and, beside it, whether the content is enclosed. A message
 // that nobody signed must not read as a signed one: 16308, as for no message.
 void AnswerSignatures(ca::CryptPacket& packet) {
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = SignaturePayload(packet);
     auto signatures = std::make_unique<ca::SignInfos>();
     const bool isAttached = Describe(items, *signatures);
@@ -82,19 +85,30 @@ void CCryptoModule::Verify(ca::CryptPacket& packet) {
 // Describes several messages, a list each: those of "signatures", or else the file data. One that
 // is not signed has an empty list.
 void CCryptoModule::GetSignInfo2(ca::CryptPacket& packet) {
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     auto lists = std::make_unique<ca::SignInfosArray>();
-    const auto add = [&](const std::vector<ca::PayloadItem>& items) {
-        Describe(items, *lists->items.emplace_back(std::make_unique<ca::SignInfos>()));
+    const auto add = [&](const auto& decode) {
+        ca::SignInfos list;
+        {
+            const ca::CBudgetLoan loan(lists->items.empty() ? 1 : 2);  // and a copy while it is added
+            Describe(decode(), list);
+        }
+        lists->Add(std::move(list));
     };
-    for (ca::Blob& blob : packet.request.signatures) {
-        add(Decode(blob));
+    std::vector<ca::Blob>& messages = packet.request.signatures;
+    for (ca::Blob& message : messages) {
+        if (!ca::CAnswerBudget::HasRoomFor(message.size())) {
+            lists->SayMore(messages.size() - lists->Count());
+            break;
+        }
+        add([&] { return Decode(message); });
+    }
+    if (messages.empty()) {
+        add([&] { return SignaturePayload(packet); });
     }
     if (lists->items.empty()) {
-        add(SignaturePayload(packet));
-    }
-    if (std::ranges::all_of(lists->items, [](const auto& list) { return list->Count() == 0; })) {
         throw ca::Exception(ca::kErrNoSignedData,
-                            ca::SayRefused(AllItems(packet), &ca::SignedMessageFault));
+                            ca::SayRefused(FirstItems(packet), &ca::SignedMessageFault));
     }
     packet.Response().SetObject(lists.release(), /*clear=*/true);  // the container owns it now
     LogEvent(SetZORNAMessage(kMsgSignInfoReturned), false);

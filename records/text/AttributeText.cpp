@@ -270,7 +270,7 @@ std::wstring GeneralNamesLine(std::span<unsigned char> content, CTextLines& faul
     CAsn1Element name;
     std::size_t index = 0;
     for (CAsn1Cursor cursor(content); !cursor.AtEnd(); ++index) {
-        if (index == kMaxListed || text.size() > kMaxValueText) {
+        if (index == kMaxListed || text.size() > MaxValueText()) {
             return text + L", \u2026";
         }
         text += text.empty() ? L"" : L", ";

@@ -1,12 +1,13 @@
 #include "records/text/ExtensionList.h"
 
+#include "records/AnswerBudget.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 
-#include <algorithm>
+#include <memory>
+#include <set>
 #include <string_view>
-#include <vector>
 
 namespace ca {
 
@@ -17,23 +18,28 @@ void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& re
 
 void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollection& records,
                     std::wstring& error, const ExtensionVisitor& visit) {
-    std::vector<std::string_view> seen;  // few, and never more than are listed
+    std::set<std::string_view> seen;  // a tree: strangers choose what is in it
     CAsn1Cursor cursor(content);
     while (!cursor.AtEnd() && records.items.size() < kMaxListed) {
+        const CAsn1Cursor before = cursor;
         CAsn1Element extension;
         if (cursor.Next(extension) != Asn1Fault::kNone) {
             extension.raw = cursor.Rest();
             cursor = {};
         }
+        if (!CAnswerBudget::HasRoomFor(extension.raw.size())) {
+            cursor = before;
+            break;
+        }
         auto record = std::make_unique<CertInfoExtension>();
+        const std::size_t errorsBefore = error.size();
         const ExtensionParts parts = FillExtension(extension.raw, *record, error);
+        CAnswerBudget::Take(CostOf(*record) + CostOfText(error.size() - errorsBefore));
         records.items.emplace_back(std::move(record));
         if (parts.oid.empty()) {
             continue;
         }
-        if (std::ranges::find(seen, AsText(parts.oid)) == seen.end()) {
-            seen.push_back(AsText(parts.oid));
-        } else {
+        if (!seen.insert(AsText(parts.oid)).second) {
             AddError(error,
                      SetZORNAMessage(kMsgExtensionRepeated) + (L": " + OidWithName(parts.oid)));
         }
@@ -41,12 +47,11 @@ void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollectio
             visit(FindOid(parts.oid), parts.value);
         }
     }
-    if (!cursor.AtEnd()) {
-        AddError(error, MoreText(CountElements(cursor)));
-    }
+    AddMore(error, CountElements(cursor));
 }
 
 void SayExtensions(const CAsn1Extensions& list, CTextLines& lines) {
+    const CBudgetLoan loan;  // the records are dropped
     CertInfoExtensionCollection records;
     std::wstring faults;  // the values' texts say them too
     FillExtensions(list, records, faults);

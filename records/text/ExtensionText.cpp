@@ -80,18 +80,27 @@ ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtensi
 }
 
 void AddError(std::wstring& errors, std::wstring_view fault) {
-    if (fault.empty() || errors.size() > kMaxValueText) {
+    const std::size_t most = MaxValueText();
+    if (fault.empty() || errors.size() > most) {
         return;
     }
     if (!errors.empty()) {
         errors += L'\n';
     }
-    errors += fault.substr(0, kMaxValueText);
+    errors += fault.substr(0, most);
 }
 
 void AddError(std::wstring& errors, ZornaMessage place, std::wstring_view fault) {
     if (!fault.empty()) {
         AddError(errors, SetZORNAMessage(place) + std::wstring(L": ").append(fault));
+    }
+}
+
+// Never dropped: a list that ends early must not pass for a whole one.
+void AddMore(std::wstring& errors, std::size_t count) {
+    if (count != 0) {
+        errors += errors.empty() ? L"" : L"\n";
+        errors += MoreText(count);
     }
 }
 

@@ -73,10 +73,13 @@ struct ExtensionParts {
 ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
                              std::wstring& error);
 
-/// Adds a fault to a record's "Error", one a line. What is past kMaxValueText characters is
+/// Adds a fault to a record's "Error", one a line. What is past MaxValueText() characters is
 /// dropped.
 void AddError(std::wstring& errors, std::wstring_view fault);
 /// The same with the place in front, "Issuer: fault"; no fault adds nothing.
 void AddError(std::wstring& errors, ZornaMessage place, std::wstring_view fault);
+
+/// Says in a record's "Error" how many more elements there are than are described; 0 says nothing.
+void AddMore(std::wstring& errors, std::size_t count);
 
 }  // namespace ca

@@ -2,6 +2,7 @@
 
 #include "asn1/OidTable.h"
 #include "common/Encode.h"
+#include "records/AnswerBudget.h"
 #include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 
@@ -52,11 +53,38 @@ struct Attribute {
     const std::wstring& Shown() const { return escaped.empty() ? text : escaped; }
 };
 
+// A form as it is made; what is beyond its most characters is cut, with a mark.
+class CForm {
+  public:
+    explicit CForm(std::size_t most) : m_most(most) { m_text.reserve(kUsualText); }
+
+    void operator+=(wchar_t c) { *this += std::wstring_view(&c, 1); }
+    void operator+=(std::wstring_view text) {
+        const std::size_t room = m_most - m_text.size();
+        m_isCut = m_isCut || text.size() > room;
+        m_text += text.substr(0, room);
+    }
+    void AppendHex(Octets octets) { *this += ca::Hex(octets); }
+
+    bool IsEmpty() const { return m_text.empty(); }
+    bool IsCut() const { return m_isCut; }
+    std::size_t Size() const { return m_text.size(); }
+    std::wstring Take() {
+        m_text += m_isCut ? L"\u2026" : L"";
+        return std::move(m_text);
+    }
+
+  private:
+    std::wstring m_text;
+    std::size_t m_most;
+    bool m_isCut = false;
+};
+
 // Appends a text, its special characters by escape(index), all between them as it stands.
 template <class IsSpecial, class Escape>
-void AppendEscaped(std::wstring& out, std::wstring_view text, IsSpecial isSpecial, Escape escape) {
+void AppendEscaped(CForm& out, std::wstring_view text, IsSpecial isSpecial, Escape escape) {
     std::size_t from = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < text.size() && !out.IsCut(); ++i) {
         if (isSpecial(text[i])) {
             out += text.substr(from, i - from);
             escape(i);
@@ -66,16 +94,17 @@ void AppendEscaped(std::wstring& out, std::wstring_view text, IsSpecial isSpecia
     out += text.substr(from);
 }
 
-void AppendShortName(std::wstring& out, const Attribute& attribute) {
+void AppendShortName(CForm& out, const Attribute& attribute) {
     if (attribute.info == nullptr) {
         out += attribute.ownDotted;
         return;
     }
-    const std::string_view name = attribute.info->shortName;
-    out.append(name.begin(), name.end());
+    for (const char c : std::string_view(attribute.info->shortName)) {
+        out += static_cast<wchar_t>(c);
+    }
 }
 
-void AppendQuoted(std::wstring& out, const std::wstring& value) {
+void AppendQuoted(CForm& out, const std::wstring& value) {
     const auto isSpecial = [](wchar_t c) { return c == L',' || c == L'+' || c == L'"'; };
     const bool needsQuotes =
         value.starts_with(L' ') || value.ends_with(L' ') || std::ranges::any_of(value, isSpecial);
@@ -91,12 +120,12 @@ void AppendQuoted(std::wstring& out, const std::wstring& value) {
 
 // A line end has its own escape in the tag list; every other hidden character is shown as \uXXXX,
 // whose backslash is not one of the value's.
-void AppendTagText(std::wstring& out, const Attribute& attribute) {
+void AppendTagText(CForm& out, const Attribute& attribute) {
     if (!ca::IsText(attribute.value)) {
         out += attribute.escaped;
         return;
     }
-    const auto text = std::wstring_view(attribute.text).substr(0, ca::kMaxValueText);
+    const auto text = std::wstring_view(attribute.text).substr(0, ca::MaxValueText());
     AppendEscaped(
         out, text,
         [](wchar_t c) { return c == L'\\' || c == L';' || c == L'=' || ca::IsHiddenCharacter(c); },
@@ -104,7 +133,7 @@ void AppendTagText(std::wstring& out, const Attribute& attribute) {
             if (text[i] == L'\n') {
                 out += L"\\n";
             } else if (ca::IsHiddenCharacter(text[i])) {
-                ca::AppendVisible(out, text.substr(i, 1));
+                out += ca::Visible(text.substr(i, 1));
             } else {
                 out += L'\\';
                 out += text[i];
@@ -113,18 +142,18 @@ void AppendTagText(std::wstring& out, const Attribute& attribute) {
 }
 
 // The UTF-8 octets of a character as "\xx". A NUL, where the conversion would end, is one of them.
-void AppendEscapedOctets(std::wstring& out, wchar_t c) {
+void AppendEscapedOctets(CForm& out, wchar_t c) {
     const std::string octets = c == L'\0' ? std::string(1, '\0') : ca::u16u8(std::wstring(1, c));
     for (const char octet : octets) {
         const auto value = static_cast<unsigned char>(octet);
         out += L'\\';
-        ca::AppendHex(out, {&value, 1});
+        out.AppendHex({&value, 1});
     }
 }
 
 // RFC 4514 2.4: backslash before the special characters, hexadecimal pairs of the UTF-8 octets for
 // what would not show.
-void AppendX500Text(std::wstring& out, std::wstring_view text) {
+void AppendX500Text(CForm& out, std::wstring_view text) {
     const auto isSpecial = [](wchar_t c) {
         switch (c) {
             case L'"':
@@ -155,22 +184,28 @@ void AppendX500Text(std::wstring& out, std::wstring_view text) {
     });
 }
 
-void AppendX500(std::wstring& out, const Attribute& attribute) {
+void AppendX500(CForm& out, const Attribute& attribute) {
     const auto* row = std::ranges::find(kX500Keywords, attribute.Dotted(), &X500Row::dotted);
     const bool isKnown = row != std::end(kX500Keywords);
     out += isKnown ? row->keyword : attribute.Dotted();
     if (!isKnown || !ca::IsText(attribute.value)) {
         out += L"=#";
-        ca::AppendHex(out, attribute.value.raw);
+        out.AppendHex(attribute.value.raw);
         return;
     }
     out += L'=';
-    AppendX500Text(out, std::wstring_view(attribute.text).substr(0, ca::kMaxValueText));
+    AppendX500Text(out, std::wstring_view(attribute.text).substr(0, ca::MaxValueText()));
 }
 
 struct Collected {
-    std::vector<Attribute> attributes;  // in encoded order, at most kMaxListed
+    std::vector<Attribute> attributes;  // in encoded order
+    std::size_t characters = 0;         // of what they show
     std::size_t hidden = 0;             // how many more there are
+
+    // As many as a list shows, and no more than one over what a value may have of characters.
+    bool IsFull() const {
+        return attributes.size() == ca::kMaxListed || characters > ca::MaxValueText();
+    }
     bool isWhole = true;                // nothing in the name is no attribute
 };
 
@@ -184,7 +219,7 @@ Attribute ReadAttribute(Octets type, const CAsn1Element& value, bool startsRdn) 
         return attribute;
     }
     attribute.text = ca::TextOf(value);
-    if (attribute.text.size() > ca::kMaxValueText ||
+    if (attribute.text.size() > ca::MaxValueText() ||
         std::ranges::any_of(attribute.text, ca::IsHiddenCharacter)) {
         attribute.escaped = ca::Visible(attribute.text);
     }
@@ -206,11 +241,12 @@ void CollectRdn(const CAsn1Element& rdn, Collected& found) {
             found.isWhole = false;
             continue;
         }
-        if (found.attributes.size() == ca::kMaxListed) {
+        if (found.IsFull()) {
             ++found.hidden;
             continue;
         }
         found.attributes.push_back(ReadAttribute(type, value, startsRdn));
+        found.characters += found.attributes.back().Shown().size();
         startsRdn = false;
     }
 }
@@ -234,42 +270,47 @@ Collected CollectAttributes(const CAsn1Element& name) {
     return found;
 }
 
-void AppendJoint(std::wstring& out, const Attribute& attribute) {
-    if (!out.empty()) {
+void AppendJoint(CForm& out, const Attribute& attribute) {
+    if (!out.IsEmpty()) {
         out += attribute.startsRdn ? L", " : L" + ";
     }
 }
 
-void AppendReadable(std::wstring& out, const Attribute& attribute) {
+void AppendReadable(CForm& out, const Attribute& attribute) {
     AppendJoint(out, attribute);
     AppendShortName(out, attribute);
     out += L'=';
     AppendQuoted(out, attribute.Shown());
 }
 
-void AppendOid(std::wstring& out, const Attribute& attribute) {
+void AppendOid(CForm& out, const Attribute& attribute) {
     AppendJoint(out, attribute);
     out += attribute.Dotted();
     out += L'=';
     AppendQuoted(out, attribute.Shown());
 }
 
+void AppendTag(CForm& out, const Attribute& attribute) {
+    AppendShortName(out, attribute);
+    out += L'=';
+    AppendTagText(out, attribute);
+    out += L';';
+}
+
 std::wstring ReadableText(const Collected& found) {
-    std::wstring text;
-    text.reserve(kUsualText);
+    CForm text(SIZE_MAX);
     for (const Attribute& attribute : found.attributes) {
-        if (text.size() > ca::kMaxValueText) {
-            text += L"\u2026";
-            break;
+        if (text.Size() > ca::MaxValueText()) {
+            return text.Take() + L"\u2026";
         }
         AppendReadable(text, attribute);
     }
-    return text;
+    return text.Take();
 }
 
 // Whole RDNs from the last to the first, their attributes in encoded order.
-std::wstring X500Text(const std::vector<Attribute>& attributes) {
-    std::wstring out;
+void AppendAllX500(CForm& out, const Collected& found) {
+    const std::vector<Attribute>& attributes = found.attributes;
     std::size_t end = attributes.size();
     while (end != 0) {
         std::size_t begin = end - 1;
@@ -277,14 +318,13 @@ std::wstring X500Text(const std::vector<Attribute>& attributes) {
             --begin;
         }
         for (std::size_t i = begin; i < end; ++i) {
-            if (!out.empty()) {
+            if (!out.IsEmpty()) {
                 out += i == begin ? L',' : L'+';
             }
             AppendX500(out, attributes[i]);
         }
         end = begin;
     }
-    return out;
 }
 
 }  // namespace
@@ -297,23 +337,27 @@ NameForms DescribeName(const CAsn1Element& name) {
     if (!found.isWhole) {
         forms.error = SetZORNAMessage(kMsgNameUnreadable);
     }
-    for (std::wstring* form : {&forms.readable, &forms.oid}) {
-        form->reserve(kUsualText);
-    }
-    for (const Attribute& attribute : found.attributes) {
-        AppendReadable(forms.readable, attribute);
-        AppendOid(forms.oid, attribute);
-        AppendShortName(forms.tags, attribute);
-        forms.tags += L'=';
-        AppendTagText(forms.tags, attribute);
-        forms.tags += L';';
-    }
-    forms.x500 = X500Text(found.attributes);
-    if (found.hidden != 0) {
-        const std::wstring more = L", " + MoreText(found.hidden);
-        forms.readable += more;
-        forms.oid += more;
-    }
+    const std::wstring more = found.hidden != 0 ? L", " + MoreText(found.hidden) : std::wstring();
+    // The forms share what an answer may still have.
+    constexpr std::size_t kOctetsPerCharacter = 8;
+    std::size_t left = CAnswerBudget::Left() / kOctetsPerCharacter;
+    const auto make = [&](auto append) {
+        CForm form(left);
+        append(form);
+        left -= form.Size();
+        return form.Take();
+    };
+    const auto inOrder = [&](void (*append)(CForm & out, const Attribute& attribute)) {
+        return make([&](CForm& out) {
+            for (const Attribute& attribute : found.attributes) {
+                append(out, attribute);
+            }
+        });
+    };
+    forms.readable = inOrder(AppendReadable) + more;
+    forms.oid = inOrder(AppendOid) + more;
+    forms.x500 = make([&](CForm& out) { AppendAllX500(out, found); });
+    forms.tags = inOrder(AppendTag);
     return forms;
 }
 

@@ -18,7 +18,7 @@ constexpr std::size_t kFirstRoom = 120;
 }  // namespace
 
 bool CTextLines::Start() {
-    m_isOpen = m_text.size() < kMaxValueText;
+    m_isOpen = m_text.size() < MaxValueText();
     if (!m_isOpen) {
         ++m_hidden;
         return false;
@@ -91,7 +91,7 @@ void CTextLines::SayMore(std::size_t count) {
 }
 
 void CTextLines::Fault(std::wstring_view fault) {
-    if (!fault.empty() && m_faults.size() < kMaxValueText) {
+    if (!fault.empty() && m_faults.size() < MaxValueText()) {
         m_faults += m_faults.empty() ? L"" : L"; ";
         m_faults += fault;
     }

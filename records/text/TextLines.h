@@ -11,7 +11,7 @@
 namespace ca {
 
 /// Builds a text of lines: "\n" between them, two blanks a nesting level in front. Appends only, so
-/// its cost is that of the text. Past kMaxValueText characters lines are counted instead of shown.
+/// its cost is that of the text. Past MaxValueText() characters lines are counted instead of shown.
 ///
 /// What is handed in as a line, a label or a value is taken as it stands: texts from outside go
 /// through Visible() first.

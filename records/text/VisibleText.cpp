@@ -1,6 +1,7 @@
 #include "records/text/VisibleText.h"
 
 #include "common/Encode.h"
+#include "records/AnswerBudget.h"
 #include "records/text/Elements.h"
 
 #include <algorithm>
@@ -97,22 +98,27 @@ std::wstring FromUcs4(Octets octets) {
 
 namespace ca {
 
+std::size_t MaxValueText() noexcept {
+    constexpr std::size_t kOctetsPerCharacter = 3 * sizeof(wchar_t);
+    return std::min(kMaxValueText, CAnswerBudget::Left() / kOctetsPerCharacter);
+}
+
 void AppendVisible(std::wstring& out, std::wstring_view text) {
-    const bool isCut = text.size() > kMaxValueText;
-    text = text.substr(0, kMaxValueText);
-    for (;;) {
-        const auto hidden = std::ranges::find_if(text, IsHiddenCharacter);
-        out.append(text.begin(), hidden);
-        if (hidden == text.end()) {
-            break;
+    const std::size_t end = out.size() + MaxValueText();
+    while (!text.empty() && out.size() < end) {
+        const std::wstring_view next = text.substr(0, end - out.size());
+        const auto hidden = std::ranges::find_if(next, IsHiddenCharacter);
+        out.append(next.begin(), hidden);
+        text.remove_prefix(static_cast<std::size_t>(hidden - next.begin()));
+        if (hidden != next.end()) {
+            out += L"\\u";
+            for (int shift = 12; shift >= 0; shift -= 4) {
+                out += kHexDigits[(static_cast<std::uint32_t>(*hidden) >> shift) & 0xF];
+            }
+            text.remove_prefix(1);
         }
-        out += L"\\u";
-        for (int shift = 12; shift >= 0; shift -= 4) {
-            out += kHexDigits[(static_cast<std::uint32_t>(*hidden) >> shift) & 0xF];
-        }
-        text = {hidden + 1, text.end()};
     }
-    if (isCut) {
+    if (!text.empty()) {
         out += kCut;
     }
 }
@@ -124,7 +130,7 @@ std::wstring Visible(std::wstring_view text) {
 }
 
 void AppendHex(std::wstring& out, Octets octets) {
-    const Octets shown = octets.first(std::min(octets.size(), kMaxValueText / 2));
+    const Octets shown = octets.first(std::min(octets.size(), MaxValueText() / 2));
     std::size_t place = out.size();
     out.resize(place + 2 * shown.size());
     for (const unsigned char octet : shown) {

@@ -12,6 +12,9 @@ namespace ca {
 
 /// Characters of one value's text; what is longer is cut, with a mark.
 inline constexpr std::size_t kMaxValueText = 65536;
+/// The same here and now: fewer where an answer has become so long that they would not fit. With a
+/// copy or two while it is made such a text takes at most what is left of the budget.
+std::size_t MaxValueText() noexcept;
 /// Elements of one list that a text shows; what is more is counted.
 inline constexpr std::size_t kMaxListed = 1000;
 
@@ -26,11 +29,11 @@ inline bool IsHiddenCharacter(wchar_t c) noexcept {
            (code >= 0x2066 && code <= 0x2069);
 }
 
-/// Appends a text from outside with its hidden characters as \uXXXX, cut after kMaxValueText.
+/// Appends a text from outside with its hidden characters as \uXXXX, cut after MaxValueText().
 void AppendVisible(std::wstring& out, std::wstring_view text);
 std::wstring Visible(std::wstring_view text);
 
-/// Appends lower-case hexadecimal digits, two an octet, cut after kMaxValueText characters.
+/// Appends lower-case hexadecimal digits, two an octet, cut after MaxValueText() characters.
 void AppendHex(std::wstring& out, std::span<const unsigned char> octets);
 std::wstring Hex(std::span<const unsigned char> octets);
 

@@ -39,7 +39,7 @@ std::wstring LeafText(const CAsn1Element& leaf) {
 std::wstring FlatText(std::span<unsigned char> value) {
     std::wstring text;
     std::vector<CAsn1Cursor> open{CAsn1Cursor(value)};
-    while (!open.empty() && text.size() < ca::kMaxValueText) {
+    while (!open.empty() && text.size() < ca::MaxValueText()) {
         CAsn1Element element;
         if (open.back().AtEnd() || open.back().Next(element) != Asn1Fault::kNone) {
             open.pop_back();

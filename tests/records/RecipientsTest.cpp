@@ -49,14 +49,16 @@ std::wstring Summary(Octets recipients) {
     std::wstring text;
     const ca::Recipients found = ca::DescribeRecipients(envelope);
     std::size_t named = 0;
-    for (const auto& record : found.records.items) {
+    ca::CertInfos2 read;
+    FromText(read, ToText(found.records));
+    for (const auto& record : read.items) {
         text += text.empty() ? L"" : L"; ";
         text += record->id.empty() ? L"-" : L"";
         text += record->issuer + L"/" + record->serial + L"/" + record->description;
         text += record->error.empty() ? L"" : L"!";
         named += record->id.empty() ? 0 : 1;
     }
-    EXPECT_EQ(named, found.ids.size());
+    EXPECT_EQ(named, found.ids.Count());
     EXPECT_EQ(before, envelope) << "describing changed the octets";
     return text;
 }

@@ -288,8 +288,10 @@ TEST_F(SignInfoTest, BoundsWhatASmallMessageCanAskFor) {
               repeated.Error(7));
 
     Octets many;
+    const Octets signer =
+        Signer(ById(1), Pkcs9(5, kTime), Smime(99, Tlv(0x04, Octets(80, 0xAA))));
     for (std::size_t i = 0; i < ca::kMaxSignatures + 50; ++i) {
-        many.insert(many.end(), {0x05, 0x00});
+        many.insert(many.end(), signer.begin(), signer.end());
     }
     const Described counted = Describe(Message({}, many));
     EXPECT_EQ(ca::kMaxSignatures, counted.list.items.size());

@@ -1,0 +1,62 @@
+#include "records/AnswerBudget.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+// Octets of memory that an element becomes for each of its own, and what it takes at the least.
+constexpr std::size_t kElementPerOctet = 6;
+constexpr std::size_t kElementAlways = 64 << 10;
+
+struct Account {
+    std::size_t left = SIZE_MAX;
+    std::size_t times = 1;
+    bool isOpen = false;
+};
+thread_local Account account;
+
+}  // namespace
+
+namespace ca {
+
+CAnswerBudget::CAnswerBudget(std::size_t octets) noexcept
+    : CAnswerBudget(Rest{kAlways + kPerOctet * octets}) {}
+
+CAnswerBudget::CAnswerBudget(Rest rest) noexcept : m_isOutermost(!account.isOpen) {
+    if (m_isOutermost) {
+        account = {rest.left, 1, true};
+    }
+}
+
+CAnswerBudget::~CAnswerBudget() {
+    if (m_isOutermost) {
+        account = {};
+    }
+}
+
+std::size_t CAnswerBudget::Left() noexcept {
+    return account.left / account.times;
+}
+
+bool CAnswerBudget::HasRoomFor(std::size_t octets) noexcept {
+    return Left() >= kElementAlways && (Left() - kElementAlways) / kElementPerOctet >= octets;
+}
+
+void CAnswerBudget::Take(std::size_t octets) noexcept {
+    if (account.isOpen) {
+        account.left -= std::min(account.left, octets * account.times);
+    }
+}
+
+CBudgetLoan::CBudgetLoan(std::size_t times) noexcept
+    : m_left(account.left), m_times(account.times) {
+    account.times = std::max(times, account.times);
+}
+
+CBudgetLoan::~CBudgetLoan() {
+    account.left = m_left;
+    account.times = m_times;
+}
+
+}  // namespace ca
