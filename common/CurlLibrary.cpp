@@ -222,6 +222,12 @@ long CurlEasy::GetLong(CurlInfo info) const {
     return value;
 }
 
+std::string CurlEasy::RedirectUrl() const {
+    const char* url = nullptr;
+    m_library.easyGetInfo(m_handle.get(), kCurlInfoRedirectUrl, &url);
+    return url != nullptr ? url : "";
+}
+
 CurlOffset CurlEasy::AnnouncedLength() const {
     CurlOffset length = -1;
     m_library.easyGetInfo(m_handle.get(), kCurlInfoContentLength, &length);

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <sys/socket.h>
 
 namespace ca {
 
@@ -27,10 +28,9 @@ enum CurlOption : int {
     kCurlNoProgress = 43,
     kCurlFailOnError = 45,
     kCurlPost = 47,
-    kCurlFollowLocation = 52,
     kCurlProxyPort = 59,
     kCurlSslVerifyPeer = 64,
-    kCurlMaxRedirects = 68,
+    kCurlHttpGet = 80,
     kCurlSslVerifyHost = 81,
     kCurlBufferSize = 98,
     kCurlNoSignal = 99,
@@ -38,9 +38,7 @@ enum CurlOption : int {
     kCurlProxyAuth = 111,
     kCurlTimeoutMs = 155,
     kCurlConnectTimeoutMs = 156,
-    kCurlPostRedirects = 161,
     kCurlProtocols = 181,
-    kCurlRedirectProtocols = 182,
     kCurlQuickExit = 322,
     // pointers; texts are copied by the library
     kCurlWriteData = 10001,
@@ -54,14 +52,15 @@ enum CurlOption : int {
     kCurlProgressData = 10057,
     kCurlCaFile = 10065,
     kCurlCaPath = 10097,
+    kCurlOpenSocketData = 10164,
     kCurlProxyUser = 10175,
     kCurlProxyPassword = 10176,
     kCurlNoProxy = 10177,
-    kCurlProtocolsText = 10318,          ///< since 7.85
-    kCurlRedirectProtocolsText = 10319,  ///< since 7.85
+    kCurlProtocolsText = 10318,  ///< since 7.85
     // functions
     kCurlWriteFunction = 20011,
     kCurlHeaderFunction = 20079,
+    kCurlOpenSocketFunction = 20163,
     kCurlProgressFunction = 20219,
     // CurlOffset
     kCurlMaxFileSize = 30117,
@@ -69,6 +68,7 @@ enum CurlOption : int {
 };
 
 enum CurlInfo : int {
+    kCurlInfoRedirectUrl = 0x10001F,    ///< text of the handle, or null
     kCurlInfoStatus = 0x200002,         ///< long
     kCurlInfoRequestSize = 0x20000C,    ///< long; header octets that were sent
     kCurlInfoTunnelStatus = 0x200016,   ///< long
@@ -90,6 +90,7 @@ enum CurlCode : int {
     kCurlOk = 0,
     kCurlUnsupportedProtocol = 1,
     kCurlUrlMalformed = 3,
+    kCurlCouldNotConnect = 7,
     kCurlWeirdServerReply = 8,
     kCurlHttp2 = 16,
     kCurlPartialFile = 18,
@@ -106,6 +107,16 @@ enum CurlCode : int {
 /// Of body octets, and of header lines.
 using CurlWriteFunction = std::size_t (*)(char* data, std::size_t size, std::size_t count,
                                           void* user);
+/// struct curl_sockaddr, an address that is to be connected to.
+struct CurlSocketAddress {
+    int family;
+    int type;
+    int protocol;
+    unsigned length;
+    sockaddr address;  ///< `length` octets from here on
+};
+/// Gives the connection's socket; -1 for none, so that the library tries its next address.
+using CurlOpenSocketFunction = int (*)(void* user, int purpose, CurlSocketAddress* address);
 using CurlProgressFunction = int (*)(void* user, CurlOffset downloadTotal, CurlOffset downloaded,
                                      CurlOffset uploadTotal, CurlOffset uploaded);
 
@@ -169,6 +180,9 @@ class CurlEasy {
     void Set(CurlOption option, CurlProgressFunction function) {
         Check(option, SetRaw(option, function));
     }
+    void Set(CurlOption option, CurlOpenSocketFunction function) {
+        Check(option, SetRaw(option, function));
+    }
     void SetSize(CurlOption option, CurlOffset size) { Check(option, SetRaw(option, size)); }
 
     /// For options that older libraries lack: false when this one does.
@@ -190,6 +204,8 @@ class CurlEasy {
     long TunnelStatus() const { return GetLong(kCurlInfoTunnelStatus); }
     /// Whether a request's header went out.
     bool IsSent() const { return GetLong(kCurlInfoRequestSize) > 0; }
+    /// The absolute URL that the last answer sends the client to; empty when it does not.
+    std::string RedirectUrl() const;
     /// What the answer announces, never to be trusted; -1 when it does not.
     CurlOffset AnnouncedLength() const;
     /// What went wrong in the last Perform(): the library's own words, at least the code's.

@@ -3,12 +3,14 @@
 #include "common/HeapPtr.h"
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 
 namespace ca {
 
 class ConfigFileParser;
+class HostRules;
 
 /// What ConfigFileParser's "ProxyType" numbers stand for.
 enum class ProxyType : std::uint8_t {
@@ -34,17 +36,27 @@ struct HttpSettings {
     std::uint32_t lowSpeedBytesPerSecond = 1;
     std::uint32_t lowSpeedSeconds = 20;
 
-    std::uint32_t maxBodySize = 1U << 30;     ///< octets of an answer's body that are accepted
+    std::uint32_t maxBodySize = 64U << 20;    ///< octets of an answer's body that are accepted
     std::uint32_t progressIntervalMs = 5000;  ///< between two log lines of a running transfer
 
     std::wstring caFile;  ///< PEM file of trusted roots; empty: the library's own
     std::wstring caPath;  ///< directory of hashed roots; empty: the library's own
     std::wstring userAgent = L"mod_foo/1.0";
 
+    std::shared_ptr<const HostRules> hosts;  ///< which hosts may be asked; null: all
+
     static constexpr std::uint32_t kMaxTimeoutMs = 3600U * 1000U;
+    /// What a time-out stands for.
+    static std::uint32_t BoundedTimeout(std::uint32_t milliseconds);
 
     /// The proxy and the general time-out of the service configuration.
     static HttpSettings FromConfig(const ConfigFileParser& config);
+};
+
+/// How the transfers of requests run.
+struct TransferSettings {
+    HttpSettings fetch;   ///< of "fileDataUrl"
+    HttpSettings upload;  ///< to "uploadUrl"
 };
 
 /// Transfers through the libcurl that is loaded at run time (common/CurlLibrary.h).
@@ -58,17 +70,18 @@ namespace Http {
 /// Fetches `url`. An empty body is a success with length 0.
 /// \param out        replaced on success only; the body in a malloc buffer, never null then.
 /// \param outLength  octets in `out`.
-/// Throws ca::Exception: 16268 for a URL or setting that is refused before anything is sent, 16302
-/// without libcurl, 16263 for no connection, a broken one, a proxy that refuses, a time-out or a
-/// TLS failure, 16264 for a status outside 200 to 299, a redirect that is not followed, an answer
-/// that is not HTTP or a body larger than `maxBodySize`, 16197 when out of memory.
+/// Throws ca::Exception: 16268 for a URL or setting that is refused before anything is sent, and
+/// for a host, of a redirect too, that `hosts` does not allow; 16302 without libcurl, 16263 for no
+/// connection, a broken one, a proxy that refuses, a time-out or a TLS failure, 16264 for a status
+/// outside 200 to 299, a redirect that is not followed, an answer that is not HTTP or a body larger
+/// than `maxBodySize`, 16197 when out of memory.
 void GetBlob(const std::wstring& url, const HttpSettings& settings, BytePtr& out,
              unsigned& outLength);
 
 /// Sends `body` to `url` by POST as application/octet-stream; what the server answers is dropped.
 /// \param timeoutMs  takes the place of `settings.totalTimeoutMs`.
-/// Throws ca::Exception: 16302 without libcurl; for everything else 16305, whose message is the
-/// code's text followed by what went wrong.
+/// Throws ca::Exception: 16302 without libcurl, 16268 for a host that `hosts` does not allow; for
+/// everything else 16305, whose message is the code's text followed by what went wrong.
 void Upload(const std::wstring& url, std::span<const unsigned char> body,
             const HttpSettings& settings, std::uint32_t timeoutMs);
 

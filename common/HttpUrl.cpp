@@ -11,6 +11,9 @@
 namespace ca {
 namespace {
 
+constexpr int kHttpPort = 80;
+constexpr int kHttpsPort = 443;
+
 // A backslash is read as a slash by some parsers and as part of the user information by others;
 // what is checked must be what is requested, so it is refused with the blanks and controls.
 bool IsForbidden(wchar_t c) {
@@ -33,20 +36,25 @@ bool IsText(const std::wstring& text) {
     throw Exception(kErrParameters, L"ProxyAddress");
 }
 
-}  // namespace
-
-HttpUrl ParseHttpUrl(const std::wstring& url) {
+QUrl ParseUrl(const std::wstring& url) {
     if (!IsText(url)) {
         RefuseUrl();
     }
     QUrl parsed;  // its own constructor with a text leaks when memory is short
     parsed.setUrl(QString::fromStdWString(url), QUrl::TolerantMode);
+    return parsed;
+}
+
+HttpUrl CheckUrl(QUrl parsed) {
     const bool isSecure = parsed.scheme() == QLatin1String("https");
     const bool isHttp = isSecure || parsed.scheme() == QLatin1String("http");
     if (!parsed.isValid() || !isHttp || parsed.host().isEmpty() || parsed.port(1) == 0) {
         RefuseUrl();
     }
-    HttpUrl result{parsed.toEncoded(QUrl::RemoveFragment).toStdString(), {}, isSecure};
+    HttpUrl result{parsed.toEncoded(QUrl::RemoveFragment).toStdString(),
+                   {},
+                   parsed.host(QUrl::FullyEncoded).toStdString(),
+                   isSecure};
     const bool hasQuery = parsed.hasQuery();
     parsed.setQuery(QString());
     parsed.setFragment(QString());
@@ -56,6 +64,28 @@ HttpUrl ParseHttpUrl(const std::wstring& url) {
         result.display += L"?...";
     }
     return result;
+}
+
+}  // namespace
+
+HttpUrl ParseHttpUrl(const std::wstring& url) {
+    return CheckUrl(ParseUrl(url));
+}
+
+HttpUrl FollowRedirect(const HttpUrl& from, const std::wstring& location) {
+    const QUrl before = QUrl::fromEncoded(QByteArray::fromStdString(from.text));
+    QUrl next = ParseUrl(location);
+    const int port = from.isSecure ? kHttpsPort : kHttpPort;
+    const bool isSameServer = next.scheme() == before.scheme() && next.host() == before.host() &&
+                              next.port(port) == before.port(port);
+    if (isSameServer && next.userInfo().isEmpty()) {
+        next.setUserInfo(before.userInfo(QUrl::FullyEncoded));
+    }
+    HttpUrl checked = CheckUrl(next);
+    if (from.isSecure && !checked.isSecure) {
+        throw Exception(kErrParameters);
+    }
+    return checked;
 }
 
 std::string ParseHost(const std::wstring& host) {

@@ -5,13 +5,14 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
-#include "common/HttpUrl.h"
 #include "common/Lng.h"
+#include "common/PkiTextRules.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <iterator>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -19,74 +20,15 @@ namespace {
 
 using ca::JsonValue;
 using ca::RevocationCheck;
+using namespace ca::pki;  // the rules of the table
+using Rule = bool (*)(const std::wstring& text);
 using TextList = std::vector<std::wstring>;
 
 constexpr std::size_t kMaxListItems = 256;
-constexpr std::size_t kMaxTextLength = 4096;
 constexpr std::size_t kMaxReportedFaults = 16;
 
 // By the values of RevocationCheck.
 constexpr const char* kRevocationNames[] = {"none", "ifKnown", "required"};
-
-// The bits' names of RFC 5280 4.2.1.3.
-constexpr const wchar_t* kKeyUsageNames[] = {
-    L"digitalSignature", L"nonRepudiation", L"keyEncipherment",
-    L"dataEncipherment", L"keyAgreement",   L"keyCertSign",
-    L"cRLSign",          L"encipherOnly",   L"decipherOnly",
-};
-
-// ---- Rules for texts
-
-using Rule = bool (*)(const std::wstring&);
-
-bool IsText(const std::wstring& text) {
-    return text.size() <= kMaxTextLength &&
-           std::none_of(text.begin(), text.end(), [](wchar_t c) { return c < L' ' || c == 0x7F; });
-}
-
-bool IsPath(const std::wstring& text) {
-    return text.starts_with(L'/') && IsText(text);
-}
-
-bool IsOptionalPath(const std::wstring& text) {
-    return text.empty() || IsPath(text);
-}
-
-bool IsUrl(const std::wstring& text) {
-    try {
-        ca::ParseHttpUrl(text);
-        return IsText(text);
-    } catch (const ca::Exception&) {
-        return false;
-    }
-}
-
-bool IsKeyUsage(const std::wstring& text) {
-    return std::find(std::begin(kKeyUsageNames), std::end(kKeyUsageNames), text) !=
-           std::end(kKeyUsageNames);
-}
-
-// Arcs in decimal, none with a needless zero; the first two within the limits of X.660.
-bool IsOid(const std::wstring& text) {
-    TextList arcs;
-    ca::Split(text, L".", arcs);
-    std::size_t length = arcs.size();
-    for (const std::wstring& arc : arcs) {
-        length += arc.size();
-        if (arc.find_first_not_of(L"0123456789") != std::wstring::npos ||
-            (arc.size() > 1 && arc.front() == L'0')) {
-            return false;
-        }
-    }
-    // Split() passes over empty items, so a text with a dot too many is longer than its arcs.
-    return arcs.size() >= 2 && length == text.size() + 1 && text.size() <= 128 &&
-           arcs[0].size() == 1 && arcs[0][0] <= L'2' &&
-           (arcs[0] == L"2" || arcs[1].size() == 1 || (arcs[1].size() == 2 && arcs[1] < L"40"));
-}
-
-bool IsOptionalOid(const std::wstring& text) {
-    return text.empty() || IsOid(text);
-}
 
 // ---- The table as functions: VisitFields(visitor, object) calls the visitor once a key, in order
 
@@ -115,6 +57,9 @@ struct Place {
 
     static constexpr std::size_t kNoIndex = static_cast<std::size_t>(-1);
 
+    bool IsUnder(std::string_view rootKey) const {
+        return parent != nullptr ? parent->IsUnder(rootKey) : key == rootKey;
+    }
     std::wstring Describe() const {
         std::wstring text = parent != nullptr ? parent->Describe() : L"";
         if (index != kNoIndex) {
@@ -125,6 +70,9 @@ struct Place {
     }
 };
 
+// What a fault under it is not to leave at its default, which allows everything.
+constexpr const char* kGuard = "network";
+
 /// Takes what is wrong: throws the first fault, or gathers the places.
 class Faults {
   public:
@@ -133,6 +81,7 @@ class Faults {
     void WrongType(const Place& place) { Add(place, ca::kErrJsonParse, kMsgPkiConfigWrongType); }
     void WrongValue(const Place& place) { Add(place, ca::kErrParameters, kMsgPkiConfigWrongValue); }
     bool IsEmpty() const { return m_count == 0; }
+    bool IsGuardWrong() const { return m_isGuardWrong; }
     std::wstring Describe() const {
         return m_count > kMaxReportedFaults ? m_places + L", ..." : m_places;
     }
@@ -142,12 +91,14 @@ class Faults {
         if (m_strict) {
             throw ca::Exception(code, SetZORNAMessage(message) + place.Describe());
         }
+        m_isGuardWrong = m_isGuardWrong || place.IsUnder(kGuard);
         if (++m_count <= kMaxReportedFaults) {
             m_places.append(m_places.empty() ? L"" : L", ").append(place.Describe());
         }
     }
 
     bool m_strict;
+    bool m_isGuardWrong = false;
     std::size_t m_count = 0;
     std::wstring m_places;
 };
@@ -417,6 +368,10 @@ bool PKIConfigFileParser::Load(const std::wstring& path, bool mustExist, std::ws
     Faults faults(/*strict=*/false);
     Reader reader(document, nullptr, faults);
     VisitFields(reader, m_settings);
+    if (faults.IsGuardWrong()) {
+        m_settings.network.fetch.clear();
+        m_settings.network.upload.clear();
+    }
     if (!silent && !faults.IsEmpty()) {
         errorText = SetZORNAMessage(kMsgConfigWrongValues) + faults.Describe();
     }

@@ -55,7 +55,8 @@ class PKIConfigFileParser : public ISerializable {
     static PkiSettings ServiceDefaults(const ConfigFileParser& service);
 
     /// Reads the file. A file that is missing is no fault: the PKI configuration is optional. A
-    /// wrong value gets its default, a wrong entry of a list is left out, the rest is honoured.
+    /// wrong value gets its default, a wrong entry of a list is left out, the rest is honoured;
+    /// but with anything wrong under "network" its lists of hosts are empty: they allow nothing.
     /// \param errorText  what was wrong, with the keys, for a person to read; empty when nothing.
     /// \param silent     nobody will see the text: single wrong values are not put into it.
     /// \return false when everything has its default because the file could not be read or is no

@@ -10,6 +10,7 @@
 #include "module/JsonText.h"
 #include "module/RecordTypes.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -98,18 +99,23 @@ std::unique_ptr<FileData> RawPayload(const char* data, std::size_t length, std::
     return payload;
 }
 
-HttpSettings TransferSettings(const ConfigFileParser* config) {
-    return config != nullptr ? HttpSettings::FromConfig(*config) : HttpSettings();
+const TransferSettings defaultTransfers;
+
+const TransferSettings& SettingsOrDefaults(const TransferSettings* settings) {
+    return settings != nullptr ? *settings : defaultTransfers;
 }
 
-// Of the call's own parameters only the time-out counts: a request that named its own proxy would
-// be sent the configured credentials.
+// Of the call's own parameters only the time-out counts, and only to shorten the configured one: a
+// request that named its own proxy would be sent the configured credentials, and one that took its
+// time a thread of the host.
 std::unique_ptr<FileData> FetchPayload(const std::wstring& url, HttpSettings settings,
                                        const std::wstring& parameters) {
-    settings.totalTimeoutMs = static_cast<std::uint32_t>(
+    const auto wanted = static_cast<std::uint32_t>(
         InitString(parameters)
             .GetUnsigned(L"INET_TIMEOUT", 0, std::numeric_limits<std::int32_t>::max(),
                          settings.totalTimeoutMs));
+    settings.totalTimeoutMs = std::min(HttpSettings::BoundedTimeout(wanted),
+                                       HttpSettings::BoundedTimeout(settings.totalTimeoutMs));
     BytePtr body;
     unsigned length = 0;
     Http::GetBlob(url, settings, body, length);
@@ -155,7 +161,8 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     ReadFields(root);
     ReadBlobs(root);
     if (const JsonValue* url = root.Find(kKeyFileDataUrl)) {
-        auto payload = FetchPayload(WideText(*url), TransferSettings(m_config), extInitParams);
+        auto payload =
+            FetchPayload(WideText(*url), SettingsOrDefaults(m_transfers).fetch, extInitParams);
         objects.SetObject(payload.release(), /*clear=*/false);
     } else if (const JsonValue* size = root.Find(kKeyFileDataSize)) {
         auto payload = RawPayload(data, length, textLength, size->GetUint());
@@ -279,7 +286,8 @@ void CryptPacket::UploadFileData(std::uint32_t timeoutMs) {
     if (result == nullptr) {
         return;
     }
-    Http::Upload(request.uploadUrl, result->Octets(), TransferSettings(m_config), timeoutMs);
+    Http::Upload(request.uploadUrl, result->Octets(), SettingsOrDefaults(m_transfers).upload,
+                 timeoutMs);
 }
 
 void CryptPacket::Cancel() noexcept {

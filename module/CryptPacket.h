@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/ConfigFileParser.h"
 #include "common/Json.h"
 #include "module/CancellationToken.h"
 #include "records/Blob.h"
@@ -19,6 +18,7 @@ class CCallContext;
 namespace ca {
 
 class JsonObject;
+struct TransferSettings;
 
 /// Bits of CryptRequest::present: which of the keys whose absence differs from 0 were there.
 enum RequestPresence : std::uint32_t {
@@ -35,9 +35,8 @@ enum RequestPresence : std::uint32_t {
 /// A request as read from its JSON text.
 class CryptRequest {
   public:
-    /// \param config  where the proxy and the time-outs of "fileDataUrl" come from; it outlives the
-    ///                request. Null: defaults.
-    explicit CryptRequest(const ConfigFileParser* config = nullptr) : m_config(config) {}
+    /// \param transfers  how "fileDataUrl" is fetched; it outlives the request. Null: defaults.
+    explicit CryptRequest(const TransferSettings* transfers = nullptr) : m_transfers(transfers) {}
 
     /// Reads a request into this object, which is fresh; absent keys leave their members.
     ///
@@ -46,7 +45,8 @@ class CryptRequest {
     /// inside these bounds, so that the payload is decoded from where it lies.
     /// Throws ca::Exception 16300 for null, a text that is no JSON object, or a record of the wrong
     /// shape; 16118 when announced octets are missing or Base64 does not decode; 16197 when a value
-    /// is too long; what Http::GetBlob() throws. A key of the wrong JSON type: JsonTypeFault().
+    /// is too long; what Http::GetBlob() and, with "fileDataUrl", InitString::Append() throw. A key
+    /// of the wrong JSON type: JsonTypeFault().
     void FromJson(const char* data, unsigned length);
 
     std::int32_t mode = 0;        ///< number of the operation
@@ -79,7 +79,7 @@ class CryptRequest {
     void ReadBlobs(const JsonObject& root);
     void ReadRecords(const JsonObject& root);
 
-    const ConfigFileParser* m_config;
+    const TransferSettings* m_transfers;
 };
 
 /// An answer: error fields, a few values, and the records of its container.
@@ -114,9 +114,9 @@ class CryptResponse {
 /// One request with its answer.
 class CryptPacket {
   public:
-    /// \param config  settings of transfers; it outlives the packet. Null: defaults.
-    explicit CryptPacket(const ConfigFileParser* config = nullptr)
-        : request(config), m_config(config) {}
+    /// \param transfers  how data are fetched and sent; it outlives the packet. Null: defaults.
+    explicit CryptPacket(const TransferSettings* transfers = nullptr)
+        : request(transfers), m_transfers(transfers) {}
     CryptPacket(const CryptPacket&) = delete;
     CryptPacket& operator=(const CryptPacket&) = delete;
     ~CryptPacket() = default;
@@ -137,7 +137,7 @@ class CryptPacket {
     CancellationToken* cancellation = nullptr;  ///< during a call; its owner unlinks it
 
   private:
-    const ConfigFileParser* m_config;
+    const TransferSettings* m_transfers;
 };
 
 }  // namespace ca

@@ -5,6 +5,7 @@
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
+#include "common/HostRules.h"
 #include "common/InitString.h"
 #include "common/Lng.h"
 #include "module/CallContext.h"
@@ -18,6 +19,7 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
+#include <memory>
 #include <new>
 #include <span>
 #include <stdexcept>
@@ -132,7 +134,7 @@ class CTokenLink {
 namespace ca {
 
 void CryptoModule::ProcessJson(CMPacket& packet) {
-    CryptPacket call(&m_config);
+    CryptPacket call(packet.interactive ? &m_ownTransfers : &m_serviceTransfers);
     try {
         ReadRequest(packet, call.request);
         if (m_config.GetLogMode() == kLogModePayloads) {
@@ -197,6 +199,21 @@ void CryptoModule::ReadPkiConfig() {
     std::wstring errorText;
     const bool wasRead = m_pkiConfig.ReadConfig(m_config, errorText, m_silent);
     WarnOfConfig(wasRead, errorText);
+    SetTransfers(wasRead);
+}
+
+void CryptoModule::SetTransfers(bool isPkiConfigRead) {
+    const PkiNetwork& network = m_pkiConfig.Settings().network;
+    HttpSettings settings = HttpSettings::FromConfig(m_config);
+    settings.maxBodySize = static_cast<std::uint32_t>(network.maxFetchSize);
+    m_ownTransfers = {settings, settings};
+    m_serviceTransfers = m_ownTransfers;
+    const auto rules = [&](const std::vector<std::wstring>& patterns) {
+        return std::make_shared<const HostRules>(isPkiConfigRead ? HostRules(patterns)
+                                                                 : HostRules());
+    };
+    m_serviceTransfers.fetch.hosts = rules(network.fetch);
+    m_serviceTransfers.upload.hosts = rules(network.upload);
 }
 
 // One warning for one file, unless nothing was wrong with it.

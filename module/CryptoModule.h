@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ConfigFileParser.h"
+#include "common/Http.h"
 #include "common/Log.h"
 #include "common/LogClaim.h"
 #include "common/PKIConfigFileParser.h"
@@ -37,7 +38,8 @@ class CryptoModule {
     /// Reads the service configuration. What is wrong with it is shown to the user, or kept for
     /// TakeWarnings() where nothing can be shown. Always true: defaults stand in.
     bool ReadConfig();
-    /// The same for the PKI configuration that belongs to it.
+    /// The same for the PKI configuration that belongs to it. A file that is there and cannot be
+    /// read allows no host to requests that come through the service.
     void ReadPkiConfig();
 
     const ConfigFileParser& Config() const noexcept { return m_config; }
@@ -57,9 +59,12 @@ class CryptoModule {
 
   private:
     void LogPayload(CryptPacket& packet) const;
+    void SetTransfers(bool isPkiConfigRead);
     void WarnOfConfig(bool wasRead, const std::wstring& errorText);
 
     PKIConfigFileParser m_pkiConfig;
+    TransferSettings m_ownTransfers;      // of requests of the user's own process
+    TransferSettings m_serviceTransfers;  // of requests that come through the service
     std::vector<std::wstring> m_warnings;
 };
 

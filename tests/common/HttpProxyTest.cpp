@@ -1,4 +1,5 @@
 #include "common/ConfigFileParser.h"
+#include "common/HostRules.h"
 #include "common/Json.h"
 #include "tests/common/HttpFixture.h"
 #include "tests/common/ProxyTestServer.h"
@@ -16,6 +17,7 @@ using ca_test::Endless;
 using ca_test::HttpTestServer;
 using ca_test::Narrow;
 using ca_test::ProxyTestServer;
+using ca_test::RedirectTo;
 using ca_test::Request;
 using std::chrono::milliseconds;
 using testing::ElementsAre;
@@ -77,6 +79,21 @@ TEST_F(HttpProxyTest, GoesThroughEachKindOfProxy) {
                         StartsWith(isForwarded ? "POST " + Narrow(url) + ' ' : "POST /x "));
         }
     }
+}
+
+// A proxy looks up names and connects: only what the URL says can be judged.
+TEST_F(HttpProxyTest, LetsTheProxyAskAllowedNamesOnly) {
+    const HttpTestServer server(Canned(kOk));
+    const HttpTestServer astray(Canned(RedirectTo("http://other.invalid/")));
+    const ProxyTestServer proxy(Kind::kHttp);
+    Use(ProxyType::kHttp, proxy.Port());
+    m_settings.hosts = std::make_shared<const ca::HostRules>(
+        std::vector<std::wstring>{L"host.invalid", L"10.0.0.0/8", L"!127.0.0.0/8"});
+    EXPECT_EQ("hello", Fetch(NamedUrl(server)));
+    EXPECT_EQ("error 16268", Fetch(server.Url()));
+    EXPECT_EQ("error 16268", Fetch(L"http://other.invalid/")) << "whatever its address";
+    EXPECT_EQ("error 16268", Fetch(NamedUrl(astray)));
+    EXPECT_EQ(proxy.Targets().size(), 2U);
 }
 
 TEST_F(HttpProxyTest, ProvesItselfToTheProxyAlone) {

@@ -1,5 +1,6 @@
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
+#include "common/HostRules.h"
 #include "tests/common/HttpFixture.h"
 
 #include <chrono>
@@ -86,6 +87,56 @@ TEST_F(HttpTest, FollowsARedirectToAnotherServer) {
     EXPECT_THAT(first.Requests().front().head, HasSubstr("Authorization: Basic "));
     EXPECT_THAT(last.Requests().front().head, StartsWith("GET /there HTTP/1.1\r\n"));
     EXPECT_THAT(last.Requests().front().head, Not(HasSubstr("Authorization")));
+}
+
+TEST_F(HttpTest, KeepsCredentialsOnlyOnTheSameServer) {
+    const HttpTestServer server([](Connection& connection, const Request& request) {
+        connection.Write(request.head.starts_with("GET /first") ? RedirectTo("/second") : kOk);
+    });
+    std::wstring url = server.Url(L"/first");
+    EXPECT_EQ("hello", Fetch(url.insert(url.find(L"127"), L"na%40me:secret@")));
+    EXPECT_THAT(server.Requests().back().head, HasSubstr("Authorization: Basic bmFAbWU6c2VjcmV0"));
+}
+
+// The server of a redirect is checked like the first one, by its name and by the address that is
+// connected to.
+TEST_F(HttpTest, AsksNoHostThatIsNotAllowed) {
+    const HttpTestServer last(Canned(kOk));
+    const std::string port = ":" + std::to_string(last.Port()) + "/";
+    const std::wstring wide(port.begin(), port.end());
+    const HttpTestServer toAddress(Canned(RedirectTo("http://127.0.0.1" + port)));
+    const HttpTestServer toName(Canned(RedirectTo("http://localhost" + port)));
+    const auto named = [](const HttpTestServer& server) {
+        return L"http://localhost:" + std::to_wstring(server.Port()) + L"/";
+    };
+    const struct {
+        std::vector<std::wstring> patterns;
+        std::wstring url;
+        const wchar_t* forbidden;  // in the log; null: none
+    } cases[] = {
+        {{L"127.0.0.0/8"}, last.Url(), nullptr},
+        {{L"127.0.0.0/8"}, named(last), nullptr},
+        {{L"localhost"}, named(toName), nullptr},
+        {{L"localhost"}, named(toAddress), L"127.0.0.1"},
+        {{L"localhost"}, L"http://[::ffff:127.0.0.1]" + wide, L"::ffff:127.0.0.1"},
+        {{L"*", L"!127.0.0.0/8", L"!::1"}, L"http://2130706433" + wide, L"127.0.0.1"},
+        {{L"*", L"!127.0.0.0/8", L"!::1"}, named(last), L"localhost ("},
+        {{L"127.0.0.1", L"!localhost"}, toName.Url(), L"localhost"},
+        {{}, L"http://host.invalid/", L"host.invalid"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.url));
+        const std::size_t before = last.Requests().size();
+        logLines.clear();
+        m_settings.hosts = std::make_shared<const ca::HostRules>(c.patterns);
+        EXPECT_EQ(Fetch(c.url), c.forbidden == nullptr ? "hello" : "error 16268");
+        EXPECT_EQ(last.Requests().size(), before + (c.forbidden == nullptr ? 1 : 0));
+        if (c.forbidden != nullptr) {
+            EXPECT_THAT(logLines.back(),
+                        StartsWith(L"The configuration does not allow the address " +
+                                   std::wstring(c.forbidden)));
+        }
+    }
 }
 
 TEST_F(HttpTest, KeepsALargeBodyWhole) {
@@ -310,6 +361,9 @@ TEST_F(HttpTest, UploadsTheBodyAgainAfterARedirect) {
         EXPECT_EQ(L"", Send(first.Url(), "result"));
         EXPECT_EQ("result", last.Requests().back().body) << status;
     }
+    const HttpTestServer elsewhere(Canned(RedirectTo(Narrow(last.Url()), 303)));
+    EXPECT_EQ(L"", Send(elsewhere.Url(), "result"));
+    EXPECT_THAT(last.Requests().back().head, StartsWith("GET / "));
 }
 
 TEST_F(HttpTest, ReportsAFailedUploadWithItsReason) {

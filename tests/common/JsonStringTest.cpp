@@ -1,6 +1,5 @@
-#include "common/JsonString.h"
-
 #include "common/Encode.h"
+#include "common/JsonString.h"
 
 #include <gtest/gtest.h>
 

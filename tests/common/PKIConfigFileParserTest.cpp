@@ -99,6 +99,29 @@ TEST_F(PKIConfigFileParserTest, GivesDefaultsAndOneWarningForBrokenFiles) {
     EXPECT_TRUE(m_error.starts_with(L"Configuration file is too large: "));
 }
 
+// A typing error must not open what the list was to close.
+TEST_F(PKIConfigFileParserTest, AllowsNoHostWhenSomethingIsWrongAboutIt) {
+    const struct {
+        const char* network;
+        std::size_t fetch;
+        std::size_t upload;
+    } cases[] = {
+        {R"({})", 1, 1},
+        {R"({"fetch":["*","!@internal"],"maxFetchSize":5000})", 2, 1},
+        {R"({"fetch":["*","!10.0.0/8"]})", 0, 0},
+        {R"({"fetch":["*"],"upload":"example.org"})", 0, 0},
+        {R"({"maxFetchSize":0})", 0, 0},
+        {R"([])", 0, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.network);
+        EXPECT_TRUE(Parse(std::string(R"({"crl":7,"network":)") + c.network + "}"));
+        EXPECT_EQ(Settings().network.fetch.size(), c.fetch);
+        EXPECT_EQ(Settings().network.upload.size(), c.upload);
+        EXPECT_EQ(m_error.find(L"network") != std::wstring::npos, c.upload == 0);
+    }
+}
+
 TEST_F(PKIConfigFileParserTest, SurvivesDeepAndEndlessValues) {
     const std::string open(200000, '[');
     EXPECT_TRUE(Parse("{\"tsp\":{\"servers\":" + open + std::string(200000, ']') + "}}"));

@@ -140,6 +140,8 @@ TEST_F(TransferTest, EndsAFetchInTheTimeThatWasGiven) {
         {"Language=En\n", R"(,"extInitParams":"INET_TIMEOUT=300;")", 16263},
         {"Language=En\nGeneralTimeout=600000\n", R"(,"extInitParams":"A=1;inet_timeout=300")",
          16263},
+        {"Language=En\nGeneralTimeout=300\n", R"(,"extInitParams":"INET_TIMEOUT=600000")", 16263},
+        {"Language=En\nGeneralTimeout=300\n", R"(,"extInitParams":"INET_TIMEOUT=0")", 16263},
         {"Language=En\n", R"(,"extInitParams":"INET_TIMEOUT=-1")", 16268},
         {"Language=En\n", R"(,"extInitParams":"INET_TIMEOUT=2147483648")", 16268},
         {"Language=En\n", R"(,"extInitParams":"=")", 16268},
@@ -153,6 +155,48 @@ TEST_F(TransferTest, EndsAFetchInTheTimeThatWasGiven) {
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
         ExpectAlive();
     }
+}
+
+TEST_F(TransferTest, AsksForTheServiceOnlyWhatIsAllowed) {
+    const HttpTestServer server(Canned(ca_test::Ok("hello")));
+    const std::string url = Narrow(server.Url()) + "\"}";
+    const std::string fetch = R"({"mode":38,"fileDataUrl":")" + url;
+    const std::string upload =
+        R"({"mode":50,"fileData":"AAAA","streamFinalChunk":true,"uploadUrl":")" + url;
+    const struct {
+        const char* config;
+        unsigned fetchCode;
+        unsigned uploadCode;
+    } cases[] = {
+        {"{}", 0, 0},
+        {R"({"network":{"fetch":["*","!@internal"]}})", 16268, 0},
+        {R"({"network":{"upload":["127.0.0.2"]}})", 0, 16268},
+        {R"({"network":{"upload":["*"],"fetch":["127.0.0.1","oops!"]}})", 16268, 16268},
+        {"{", 16268, 16268},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.config);
+        SetPkiConfig(c.config);
+        Init();
+        for (const auto& [request, code] :
+             {std::pair{fetch, c.fetchCode}, std::pair{upload, c.uploadCode}}) {
+            const std::size_t before = server.Requests().size();
+            EXPECT_EQ(Call(request, /*interactive=*/false).Code(), code);
+            EXPECT_EQ(server.Requests().size(), before + (code == 0 ? 1 : 0));
+            EXPECT_EQ(
+                LogText().find(L"does not allow the address 127.0.0.1\n") != std::wstring::npos,
+                code != 0);
+            EXPECT_EQ(Call(request).Code(), 0U) << "the user's own process asks whom it likes";
+        }
+    }
+}
+
+TEST_F(TransferTest, FetchesNoMoreThanIsAllowed) {
+    SetPkiConfig(R"({"network":{"maxFetchSize":1024}})");
+    const HttpTestServer just(Canned(ca_test::Ok(std::string(1024, 'x'))));
+    const HttpTestServer more(Canned("HTTP/1.0 200 OK\r\n\r\n" + std::string(1025, 'x')));
+    EXPECT_EQ(Fetch(kEnumCerts, just.Url()).Code(), 0U);
+    EXPECT_EQ(Fetch(kEnumCerts, more.Url()).Code(), 16264U);
 }
 
 TEST_F(TransferTest, LeavesTheConfiguredProxyToTheConfiguration) {
