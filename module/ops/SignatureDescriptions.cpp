@@ -11,6 +11,8 @@
 #include "records/AnswerBudget.h"
 #include "records/SignInfoFill.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -43,10 +45,19 @@ std::vector<ca::PayloadItem> SignaturePayload(ca::CryptPacket& packet) {
     return items.empty() ? ca::RequestPayload(packet) : std::move(items);
 }
 
-// The objects of the first message that GetSignInfo2 describes: enough to say what is wrong.
-std::vector<ca::PayloadItem> FirstItems(ca::CryptPacket& packet) {
-    std::vector<ca::Blob>& messages = packet.request.signatures;
-    return messages.empty() ? SignaturePayload(packet) : Decode(messages.front());
+// The objects that a refusal of GetSignInfo2 tells of: those of the first messages.
+std::vector<ca::PayloadItem> RefusedItems(ca::CryptPacket& packet) {
+    if (packet.request.signatures.empty()) {
+        return SignaturePayload(packet);
+    }
+    std::vector<ca::PayloadItem> items;
+    for (ca::Blob& message : packet.request.signatures) {
+        if (items.size() >= ca::kMaxRefusedSaid) {
+            break;
+        }
+        std::ranges::move(Decode(message), std::back_inserter(items));
+    }
+    return items;
 }
 
 // Answers with the list of signatures and, beside it, whether the content is enclosed. A message
@@ -108,7 +119,7 @@ void CCryptoModule::GetSignInfo2(ca::CryptPacket& packet) {
     }
     if (lists->items.empty()) {
         throw ca::Exception(ca::kErrNoSignedData,
-                            ca::SayRefused(FirstItems(packet), &ca::SignedMessageFault));
+                            ca::SayRefused(RefusedItems(packet), &ca::SignedMessageFault));
     }
     packet.Response().SetObject(lists.release(), /*clear=*/true);  // the container owns it now
     LogEvent(SetZORNAMessage(kMsgSignInfoReturned), false);

@@ -1,3 +1,4 @@
+#include "common/ConfigFileParser.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "module/CryptPacket.h"
