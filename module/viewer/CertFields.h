@@ -13,7 +13,7 @@ namespace ca {
 /// One line of a certificate's description.
 struct CertField {
     QString label;
-    QString text;  ///< the whole value, bounded as ShownText() bounds it
+    QString text;  ///< the whole value
     std::size_t parent;
     std::size_t row;  ///< among the children of its parent
     std::vector<std::size_t> children;

@@ -357,6 +357,7 @@ void CCertInfoDlg::Save(const QFileDialog& answer, const QString& path) {
     const int filter = answer.nameFilters().indexOf(answer.selectedNameFilter());
     const bool isSaved = exportTo(path, kFilters[std::max(filter, 0)].format);
     const ca::CLanguageScope scope(m_language);
-    m_message->setText(isSaved ? MessageText(kMsgDlgSaved) + path : m_lastError);
+    const QString message = isSaved ? MessageText(kMsgDlgSaved) + path : m_lastError;
+    m_message->setText(ca::LaidOut(message, ca::kMaxLineText));
     m_message->setAccessibleName(m_message->text());
 }

@@ -175,8 +175,8 @@ QModelIndex CDetailsPage::Next(const QModelIndex& from, bool forward) const {
 }
 
 void CDetailsPage::ShowSelected() {
-    m_text->setPlainText(
-        m_tree->currentIndex().siblingAtColumn(0).data(CFieldModel::kFullText).toString());
+    const QModelIndex current = m_tree->currentIndex().siblingAtColumn(0);
+    m_text->setPlainText(LaidOut(current.data(CFieldModel::kFullText).toString(), kMaxPageText));
     m_copy->setEnabled(m_tree->currentIndex().isValid());
 }
 

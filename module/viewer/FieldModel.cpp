@@ -2,7 +2,6 @@
 
 #include "module/viewer/ViewerText.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -10,8 +9,8 @@ namespace {
 // With a mark when there is more.
 QString FirstLine(const QString& text) {
     const int end = text.indexOf('\n');
-    const int size = std::min(end < 0 ? text.size() : end, static_cast<int>(ca::kMaxLineText));
-    return size < text.size() ? text.left(size) + QChar(0x2026) : text;
+    return end < 0 ? ca::LaidOut(text, ca::kMaxLineText)
+                   : ca::LaidOut(text.left(end), ca::kMaxLineText) + QChar(0x2026);
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr std::size_t kMaxShown = 4096;  // characters of one value here; all are in the details
 constexpr std::wstring_view kKeyUsage = L"2.5.29.15";
 constexpr std::wstring_view kExtendedKeyUsage = L"2.5.29.37";
 constexpr int kNoEndYear = 9999;
@@ -23,10 +22,6 @@ QDateTime ReadUtc(const QString& text) {
     QDateTime time = QDateTime::fromString(text, QStringLiteral("dd.MM.yyyy HH:mm:ss"));
     time.setTimeSpec(Qt::UTC);
     return time;
-}
-
-QString Shown(std::wstring_view text) {
-    return ca::ShownText(text.substr(0, kMaxShown));
 }
 
 // Both extensions that limit the use (RFC 5280 4.2.1.3, 4.2.1.12). Without them it is not limited,
@@ -40,7 +35,8 @@ QString UsageText(const ca::CertInfo& record) {
         }
         isKnown = isKnown && extension->oidValue != kKeyUsage;
     }
-    return usage.empty() && isKnown ? ca::MessageText(kMsgDlgUsageNotLimited) : Shown(usage);
+    return usage.empty() && isKnown ? ca::MessageText(kMsgDlgUsageNotLimited)
+                                    : ca::ShownText(usage);
 }
 
 // From and to; a question mark for the one that could not be read.
@@ -130,23 +126,24 @@ void CGeneralPage::ShowRecord(const CertInfo* record) {
         return;
     }
     m_title->SetText(OrDash(ShortName(record->subjectTags, record->description)));
-    m_subject->SetText(OrDash(Shown(record->description)));
-    m_issuer->SetText(OrDash(Shown(record->issuer)));
-    m_serial->SetText(OrDash(Shown(record->serial)));
+    m_subject->SetText(OrDash(ShownText(record->description)));
+    m_issuer->SetText(OrDash(ShownText(record->issuer)));
+    m_serial->SetText(OrDash(ShownText(record->serial)));
     m_usage->SetText(OrDash(UsageText(*record)));
     ShowStatus(*record, QDateTime::currentDateTimeUtc());
 }
 
 void CGeneralPage::ShowStatus(const CertInfo& record, const QDateTime& now) {
-    const QString from = Shown(record.validFromUtc);
-    const QString to = Shown(record.validToUtc);
+    const QString from = ShownText(record.validFromUtc);
+    const QString to = ShownText(record.validToUtc);
     const QString remaining = RemainingText(from, to, now);
-    const QString period = OrDash(PeriodText(Shown(record.validFrom), Shown(record.validTo)));
+    const QString period =
+        OrDash(PeriodText(ShownText(record.validFrom), ShownText(record.validTo)));
     m_period->SetText(remaining.isEmpty() ? period : period + "\n" + remaining);
-    QString status = Shown(record.validity);
+    QString status = ShownText(record.validity);
     if (!record.error.empty()) {
         status += (status.isEmpty() ? "" : "\n") + MessageText(kMsgFieldFaults) + ": " +
-                  Shown(record.error);
+                  ShownText(record.error);
     }
     m_status->SetText(OrDash(status));
     const bool isInPeriod = ReadUtc(from) <= now && now <= ReadUtc(to);

@@ -1,6 +1,9 @@
 #include "module/viewer/TextBox.h"
 
+#include "module/viewer/ViewerText.h"
+
 #include <QEvent>
+#include <QMimeData>
 #include <QTextBlock>
 #include <QTextLayout>
 #include <QTextOption>
@@ -29,8 +32,18 @@ CTextBox::CTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 void CTextBox::SetText(const QString& text) {
-    setPlainText(text);
+    m_whole = text;
+    setPlainText(LaidOut(text, kMaxBoxText));
     FitHeight();
+}
+
+QMimeData* CTextBox::createMimeDataFromSelection() const {
+    const QString selected = textCursor().selectedText();
+    auto* copied = new QMimeData;  // the clipboard's, which asked for it
+    copied->setText(selected.size() == document()->characterCount() - 1
+                        ? m_whole
+                        : QString(selected).replace(QChar::ParagraphSeparator, '\n'));
+    return copied;
 }
 
 void CTextBox::resizeEvent(QResizeEvent* event) {

@@ -1,7 +1,9 @@
 #include "module/viewer/ViewerText.h"
 
+#include "records/text/TextLines.h"
 #include "records/text/VisibleText.h"
 
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -19,6 +21,34 @@ std::wstring_view TakeLine(std::wstring_view& text) {
     return line;
 }
 
+// UTF-16 units of the character at `index`.
+int UnitsAt(const QString& text, int index) {
+    const bool isPair = text[index].isHighSurrogate() && index + 1 < text.size() &&
+                        text[index + 1].isLowSurrogate();
+    return isPair ? 2 : 1;
+}
+
+// Whether the character at `index` stands on the one before it.
+bool IsMark(const QString& text, int index) {
+    const uint code = UnitsAt(text, index) == 2
+                          ? QChar::surrogateToUcs4(text[index], text[index + 1])
+                          : text[index].unicode();
+    return QChar::category(code) <= QChar::Mark_Enclosing;
+}
+
+QString MoreMark(int count) {
+    return QString::fromStdWString(ca::MoreText(static_cast<std::size_t>(count)));
+}
+
+// Units of the marks from `index` on.
+int MarksAt(const QString& text, int index) {
+    int end = index;
+    while (end < text.size() && IsMark(text, end)) {
+        end += UnitsAt(text, end);
+    }
+    return end - index;
+}
+
 }  // namespace
 
 namespace ca {
@@ -28,26 +58,42 @@ QString MessageText(ZornaMessage id) {
 }
 
 QString ShownText(std::wstring_view text) {
-    const bool isCut = text.size() > kMaxValueText;
-    text = text.substr(0, kMaxValueText);
     std::wstring shown;
     while (!text.empty()) {
-        shown += shown.empty() ? L"" : L"\n";
-        AppendVisible(shown, TakeLine(text));
-    }
-    if (isCut) {
-        shown += kCut;
+        std::wstring_view line = TakeLine(text);
+        for (; line.size() > kMaxValueText; line.remove_prefix(kMaxValueText)) {
+            AppendVisible(shown, line.substr(0, kMaxValueText));
+        }
+        AppendVisible(shown, line);
+        shown += text.empty() ? L"" : L"\n";
     }
     return QString::fromStdWString(shown);
 }
 
-QString ShownLine(std::wstring_view text, std::size_t longest) {
+QString ShownLine(std::wstring_view text, int longest) {
     const std::wstring_view line = TakeLine(text);
-    std::wstring shown = Visible(line.substr(0, longest));
-    if (line.size() > longest || !text.empty()) {
+    const auto most = static_cast<std::size_t>(longest);
+    std::wstring shown = Visible(line.substr(0, most));
+    if (line.size() > most || !text.empty()) {
         shown += kCut;
     }
-    return QString::fromStdWString(shown);
+    return LaidOut(QString::fromStdWString(shown), longest + 1);
+}
+
+QString LaidOut(const QString& text, int longest) {
+    QString shown;
+    int at = 0;
+    while (at < text.size() && shown.size() < longest) {
+        const int marks = MarksAt(text, at);
+        int kept = marks != 0 ? std::min(marks, kMaxMarks) : UnitsAt(text, at);
+        kept -= text[at + kept - 1].isHighSurrogate() && kept > 1 ? 1 : 0;
+        shown += text.midRef(at, kept);
+        if (marks > kept) {
+            shown += MoreMark(marks - kept);
+        }
+        at += std::max(marks, UnitsAt(text, at));
+    }
+    return at < text.size() ? shown + MoreMark(text.size() - at) : shown;
 }
 
 QString OrDash(const QString& text) {

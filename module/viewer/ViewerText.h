@@ -9,18 +9,27 @@
 
 namespace ca {
 
-/// Characters of a text that stands on one line of a tree or a title.
-inline constexpr std::size_t kMaxLineText = 256;
+/// Characters of a text that is laid out on one line of a tree or a title.
+inline constexpr int kMaxLineText = 256;
+/// The same of a text in a box of its own, and of the one in the box for reading at length.
+inline constexpr int kMaxBoxText = 4096;
+inline constexpr int kMaxPageText = 16384;
 
 /// The text of a message in the current language.
 QString MessageText(ZornaMessage id);
 
-/// A text from outside for a widget that takes plain text: line ends stay, other characters that
-/// would not show are written as \uXXXX, and what is longer than kMaxValueText is cut, with a mark.
+/// A text from outside as plain text: line ends stay, other characters that would not show are
+/// written as \uXXXX. Whole: a widget gets what LaidOut() leaves of it.
 QString ShownText(std::wstring_view text);
 
 /// The first line of such a text, cut with a mark after `longest` characters.
-QString ShownLine(std::wstring_view text, std::size_t longest = kMaxLineText);
+QString ShownLine(std::wstring_view text, int longest = kMaxLineText);
+
+/// What a widget may lay out of a text: `longest` characters, then how many more there are. Of the
+/// marks above and below one letter kMaxMarks stay, since a letter with thousands of them takes
+/// seconds; how many were left out stands in their place. Cost is linear in what is left.
+QString LaidOut(const QString& text, int longest);
+inline constexpr int kMaxMarks = 32;
 
 /// The text itself, or a dash in the place of an empty one.
 QString OrDash(const QString& text);

@@ -4,6 +4,7 @@
 #include "module/viewer/Asn1TreeModel.h"
 #include "module/viewer/FieldModel.h"
 #include "module/viewer/GeneralPage.h"
+#include "module/viewer/ViewerText.h"
 #include "records/text/VisibleText.h"
 
 #include <QAbstractItemModelTester>
@@ -137,8 +138,28 @@ TEST_F(ViewerModelTest, HoldsEveryFieldAndBoundsWhatARecordMayClaim) {
     filter.SetWanted("and 1 more");
     EXPECT_EQ(filter.rowCount(), 1);
     filter.SetWanted("xxx");
-    EXPECT_LE(filter.index(0, 0).data(ca::CFieldModel::kFullText).toString().size(),
-              static_cast<int>(ca::kMaxValueText) + 1);
+    EXPECT_EQ(filter.index(0, 0).data(ca::CFieldModel::kFullText).toString().size(),
+              static_cast<int>(record.description.size()));
+    EXPECT_LE(filter.index(0, 1).data().toString().size(), ca::kMaxLineText + 30);
+}
+
+TEST_F(ViewerModelTest, LaysOutABoundedPartOfEveryTextAndSaysHowMuchMoreThereIs) {
+    const QString accent(QChar(0x301));
+    const QString pair = QString::fromUtf8("\xF0\x9D\x85\xA5");  // U+1D165, a mark of two units
+    const struct {
+        QString text;
+        QString shown;
+    } cases[] = {
+        {"", ""},
+        {"ten letter", "ten letter"},
+        {"ten letters", "ten letter\u2026 and 1 more"},
+        {"e" + accent.repeated(32) + "!", "e" + accent.repeated(32) + "\u2026 and 1 more"},
+        {"e" + accent.repeated(65000), "e" + accent.repeated(32) + "\u2026 and 64968 more"},
+        {"e" + accent + pair.repeated(30), "e" + accent + pair.repeated(15) + "\u2026 and 30 more"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(ca::LaidOut(c.text, 10), c.shown);
+    }
 }
 
 TEST_F(ViewerModelTest, SaysHowLongACertificateHolds) {

@@ -141,6 +141,29 @@ TEST_F(ViewerTest, SaysWhatACertificateMayBeUsedForAsFarAsThatIsKnown) {
     }
 }
 
+TEST_F(ViewerTest, ShowsABeginningOfHugeTextsAndCopiesThemWhole) {
+    const QByteArray marks = QByteArray("\xCC\x81").repeated(65000);
+    const QByteArray letters = QByteArray("subject ").repeated(1 << 18);
+    for (const QByteArray& text : {marks, letters}) {
+        ASSERT_TRUE(
+            Fill("setRecordJson", "{\"Description\":\"" + text + "\",\"Issuer\":\"CN=I\"}"));
+        EXPECT_LT(m_viewer->windowTitle().size(), 400);
+        for (int page = 0; page < 3; ++page) {
+            GoTo(page);
+            m_viewer->grab();
+            for (const auto* box : m_viewer->findChildren<QPlainTextEdit*>()) {
+                EXPECT_LT(box->toPlainText().size(), 17000) << box->objectName().toStdString();
+            }
+        }
+        GoTo(0);
+        auto* subject = Find<QPlainTextEdit>("subjectText");
+        EXPECT_TRUE(subject->toPlainText().contains(" more"));
+        subject->selectAll();
+        subject->copy();
+        EXPECT_EQ(QGuiApplication::clipboard()->text().toUtf8(), text);
+    }
+}
+
 TEST_F(ViewerTest, GivesALongTextABarAndNoOtherOne) {
     m_viewer->resize(700, 700);
     for (const int lines : {1, 8, 9, 8, 100}) {
