@@ -39,12 +39,14 @@ namespace ca {
 CSignerCertificates::CSignerCertificates(std::span<unsigned char> choices) {
     CAsn1Element choice;
     CAsn1Cursor cursor(choices);
-    while (!cursor.AtEnd() && CAnswerBudget::HasRoomFor(0) &&
-           cursor.Next(choice) == Asn1Fault::kNone) {
+    const std::size_t most = CAnswerBudget::Left() / 2 / kOctetsOfOne;  // the rest is for signers
+    std::size_t count = 0;
+    while (!cursor.AtEnd() && count < most && cursor.Next(choice) == Asn1Fault::kNone) {
         Add(choice);
-        CAnswerBudget::Take(kOctetsOfOne);
+        ++count;
     }
-    m_hidden = CAnswerBudget::HasRoomFor(0) ? 0 : CountElements(cursor);
+    CAnswerBudget::Take(count * kOctetsOfOne);
+    m_hidden = count == most ? CountElements(cursor) : 0;
     if (!m_attributesByDigest.empty()) {
         LinkByDigest();
     }
