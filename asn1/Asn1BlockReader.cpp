@@ -1,5 +1,6 @@
 #include "asn1/Asn1BlockReader.h"
 
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
@@ -71,7 +72,7 @@ inline void CAsn1BlockReader::CountContent(CAsn1Block& block) {
 
 // The words of a report: who reads, and how far it came.
 std::wstring CAsn1BlockReader::Place() const {
-    return L"CAsn1Block::Parse" + (SetZORNAMessage(kMsgAsn1Offset) + std::to_wstring(m_position));
+    return L"CAsn1Block::Parse" + (SetZORNAMessage(kMsgAsn1Offset) + ca::DecimalText(m_position));
 }
 
 void CAsn1BlockReader::ThrowTooMuch() const {
@@ -297,7 +298,7 @@ void CAsn1BlockReader::EndAtBuffer(CAsn1Block& block) {
 // Logs that the children overrun `block`. True when it ends there.
 bool CAsn1BlockReader::IsOverrunEnd(const CAsn1Block& block) {
     if (MayLog(Damage::kOverrun)) {
-        const auto offset = std::to_wstring(static_cast<std::int32_t>(block.offset));
+        const auto offset = ca::DecimalText(static_cast<std::int32_t>(block.offset));
         LogEvent((L"Поврежденные asn.1 данные в смещении " + offset).c_str(), /*flag=*/false);
     }
     if (m_continueOnLengthMismatch && MayLog(Damage::kOverrunError)) {

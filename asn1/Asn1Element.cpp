@@ -1,5 +1,6 @@
 #include "asn1/Asn1Element.h"
 
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Lng.h"
 
@@ -85,7 +86,7 @@ ca::Exception MakeFault(std::uint32_t code, std::string_view name, const std::ws
                         std::size_t offset) {
     std::wstring text(name.begin(), name.end());
     text.append(L": ").append(what);
-    text.append(SetZORNAMessage(kMsgAsn1Offset)).append(std::to_wstring(offset));
+    text.append(SetZORNAMessage(kMsgAsn1Offset)).append(ca::DecimalText(offset));
     return ca::Exception(code, std::move(text));
 }
 

@@ -4,6 +4,7 @@
 #include "asn1/Asn1Tags.h"
 #include "asn1/Asn1Text.h"
 #include "asn1/OidTable.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 
 #include <algorithm>
@@ -71,7 +72,7 @@ std::wstring NumberText(Octets octets, std::size_t longest) {
     for (const unsigned char octet : octets) {
         value = value << 8U | octet;
     }
-    return std::to_wstring(static_cast<std::int64_t>(value));
+    return ca::DecimalText(static_cast<std::int64_t>(value));
 }
 
 std::wstring IdentifierText(Octets octets, std::size_t longest) {
@@ -91,7 +92,7 @@ std::wstring BitsText(Octets octets, std::size_t longest) {
     }
     const std::wstring text = HexText(octets.subspan(1), longest);
     return octets[0] == 0 ? text
-                          : text + L" (" + std::to_wstring(octets[0]) + L" " +
+                          : text + L" (" + ca::DecimalText(octets[0]) + L" " +
                                 SetZORNAMessage(kMsgUnusedBits) + L")";
 }
 

@@ -1,5 +1,7 @@
 #include "asn1/OidTable.h"
 
+#include "common/DecimalText.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -202,9 +204,9 @@ class DecimalNumber {
         while (i > 1 && m_parts[i - 1] == 0) {
             --i;
         }
-        std::wstring text = i == 0 ? L"0" : std::to_wstring(m_parts[i - 1]);
+        std::wstring text = i == 0 ? L"0" : ca::DecimalText(m_parts[i - 1]);
         while (i-- > 1) {
-            const std::wstring digits = std::to_wstring(m_parts[i - 1]);
+            const std::wstring digits = ca::DecimalText(m_parts[i - 1]);
             text.append(9 - digits.size(), L'0').append(digits);
         }
         return text;
@@ -265,7 +267,7 @@ std::wstring OidText(std::span<const unsigned char> encoded) {
             // X.690 8.19.4: the first two arcs share a number, root * 40 + second arc.
             const std::uint32_t root = arc.IsBelow(40) ? 0 : arc.IsBelow(80) ? 1 : 2;
             arc.Subtract(root * 40);
-            text = std::to_wstring(root);
+            text = ca::DecimalText(root);
         }
         text.append(1, L'.').append(arc.Text());
         arc = DecimalNumber();

@@ -1,6 +1,7 @@
 #include "common/ConfigFileParser.h"
 
 #include "common/ConfigFile.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -149,7 +150,7 @@ class IniWriter {
 
   private:
     void WriteLong(const wchar_t* key, long value) {
-        m_section->SetKeyValue(key, std::to_wstring(value));
+        m_section->SetKeyValue(key, ca::DecimalText(value));
     }
     void WriteArraySection(const wchar_t* section, const TextList& items) {
         m_lists.append(L"[").append(section).append(L"]\n");

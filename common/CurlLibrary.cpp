@@ -1,6 +1,7 @@
 #include "common/CurlLibrary.h"
 
 #include "common/CancelShield.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -192,7 +193,7 @@ void CurlEasy::Check(CurlOption option, int code) {
         throw std::bad_alloc();
     }
     if (code != kCurlOk) {
-        throw Exception(kErrCurlInit, L"option " + std::to_wstring(option));
+        throw Exception(kErrCurlInit, L"option " + DecimalText(static_cast<int>(option)));
     }
 }
 

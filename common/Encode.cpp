@@ -1,5 +1,7 @@
 #include "common/Encode.h"
 
+#include "common/WideTextLock.h"
+
 #include <QUuid>
 
 #include <algorithm>
@@ -90,12 +92,14 @@ std::string UuidGenerate() {
 
 std::string wstr_to_str(const std::wstring& text) {
     std::string result(text.size(), '\0');
+    const ca::CWideTextLock lock;
     std::wcstombs(result.data(), text.c_str(), result.size());
     return result;
 }
 
 std::wstring str_to_wstr(const std::string& text) {
     std::wstring result(text.size(), L'\0');
+    const ca::CWideTextLock lock;
     std::mbstowcs(result.data(), text.c_str(), result.size());
     return result;
 }

@@ -1,6 +1,7 @@
 #include "common/HttpTransfer.h"
 
 #include "common/CancelShield.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/HostRules.h"
@@ -220,9 +221,9 @@ int HttpTransfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, Curl
 void HttpTransfer::LogProgress(CurlOffset downloaded, CurlOffset uploaded) {
     const CurlOffset left = static_cast<CurlOffset>(m_sendSize) - uploaded;
     if (left > 0 && downloaded == 0) {
-        LogMessage(kMsgHttpSending, {std::to_wstring(left), m_url.display}, false);
+        LogMessage(kMsgHttpSending, {ca::DecimalText(left), m_url.display}, false);
     } else if (downloaded > 0) {
-        LogMessage(kMsgHttpSent, {std::to_wstring(downloaded)}, false);
+        LogMessage(kMsgHttpSent, {ca::DecimalText(downloaded)}, false);
     }
 }
 
@@ -264,18 +265,18 @@ std::string HttpTransfer::Run(const HttpUrl& url, Clock::time_point end) {
     m_isHeaderComplete = false;
     m_hasSocket = false;
     m_forbidden.reset();
-    LogMessage(kMsgHttpSending, {std::to_wstring(m_sendSize), url.display}, false);
+    LogMessage(kMsgHttpSending, {ca::DecimalText(m_sendSize), url.display}, false);
     Judge(m_curl.Perform());
     std::string location = IsSuccess(m_curl.Status()) ? std::string() : m_curl.RedirectUrl();
     if (location.empty()) {
-        LogMessage(kMsgHttpSent, {std::to_wstring(m_body.Size())}, false);
+        LogMessage(kMsgHttpSent, {ca::DecimalText(m_body.Size())}, false);
     }
     return location;
 }
 
 void HttpTransfer::RefuseRedirect(int code) const {
-    const std::wstring status = std::to_wstring(m_curl.Status());
-    LogMessage(kMsgHttpRequestError, {status, std::to_wstring(code)}, true);
+    const std::wstring status = ca::DecimalText(m_curl.Status());
+    LogMessage(kMsgHttpRequestError, {status, ca::DecimalText(code)}, true);
     throw ReportedException(kErrServer, L"HTTP " + status);
 }
 
@@ -311,12 +312,12 @@ void HttpTransfer::Judge(int code) {
     const long status = m_curl.Status();
     const bool isRefused = !IsSuccess(status) && m_curl.RedirectUrl().empty();
     if (code == kCurlHttpReturnedError || (code == kCurlOk && isRefused)) {
-        LogMessage(kMsgHttpRequestError, {std::to_wstring(status), std::to_wstring(code)}, true);
+        LogMessage(kMsgHttpRequestError, {ca::DecimalText(status), ca::DecimalText(code)}, true);
         throw ReportedException(IsProxyRefusal(status) ? kErrConnection : kErrServer,
-                                L"HTTP " + std::to_wstring(status));
+                                L"HTTP " + ca::DecimalText(status));
     }
     if (code != kCurlOk) {
-        LogMessage(kMsgHttpNotSent, {std::to_wstring(code)}, true);
+        LogMessage(kMsgHttpNotSent, {ca::DecimalText(code)}, true);
         if (m_outOfMemory || code == kCurlOutOfMemory) {
             throw std::bad_alloc();
         }

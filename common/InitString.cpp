@@ -1,6 +1,7 @@
 #include "common/InitString.h"
 
 #include "common/ConfigFileParser.h"
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
@@ -83,7 +84,7 @@ class Scanner {
         const std::wstring_view name = TrimRight(TakeUntil(L"=;"));
         if (!IsName(name) || !Take(L'=')) {
             // Whatever stands there is no name; it may be the rest of a password that holds a ';'.
-            RefuseItem(L"#" + std::to_wstring(m_number));
+            RefuseItem(L"#" + ca::DecimalText(m_number));
         }
         SkipBlanks();
         std::wstring value =
@@ -208,29 +209,29 @@ void SetItems(InitString& items, Values values) {
 
 // What the base text takes from a PKI file.
 void SetPkiItems(InitString& items, const ca::PkiSettings& pki) {
-    using std::to_wstring;
+    using ca::DecimalText;
     SetItems(items, {
-                        {L"OCSP_CHECK", to_wstring(pki.ocsp.enabled)},
-                        {L"OCSP_INET_TIMEOUT", to_wstring(pki.ocsp.timeout)},
+                        {L"OCSP_CHECK", DecimalText(pki.ocsp.enabled)},
+                        {L"OCSP_INET_TIMEOUT", DecimalText(pki.ocsp.timeout)},
                         {L"OCSP_URL", CommonUrl(pki.ocsp.responders)},
-                        {L"OCSP_NONCE", to_wstring(pki.ocsp.nonce)},
-                        {L"OCSP_CACHE_TIME", to_wstring(pki.ocsp.cacheTime)},
-                        {L"CRL_CHECK", to_wstring(pki.crl.enabled)},
-                        {L"CRL_INET_TIMEOUT", to_wstring(pki.crl.timeout)},
-                        {L"CRL_CUSTOM_ONLY", to_wstring(!pki.crl.useCertificatePoints)},
+                        {L"OCSP_NONCE", DecimalText(pki.ocsp.nonce)},
+                        {L"OCSP_CACHE_TIME", DecimalText(pki.ocsp.cacheTime)},
+                        {L"CRL_CHECK", DecimalText(pki.crl.enabled)},
+                        {L"CRL_INET_TIMEOUT", DecimalText(pki.crl.timeout)},
+                        {L"CRL_CUSTOM_ONLY", DecimalText(!pki.crl.useCertificatePoints)},
                         {L"CRL_URL", CommonUrl(pki.crl.sources)},
-                        {L"CRL_CACHE_TIME", to_wstring(pki.crl.cacheTime)},
-                        {L"CRL_MAX_SIZE", to_wstring(pki.crl.maxSize)},
-                        {L"CERT_CHECK_EXPIRED", to_wstring(pki.policies.signing.checkTime)},
+                        {L"CRL_CACHE_TIME", DecimalText(pki.crl.cacheTime)},
+                        {L"CRL_MAX_SIZE", DecimalText(pki.crl.maxSize)},
+                        {L"CERT_CHECK_EXPIRED", DecimalText(pki.policies.signing.checkTime)},
                     });
     if (!pki.tsp.servers.empty()) {
         const ca::PkiTspServer& first = pki.tsp.servers.front();
         SetItems(items, {
                             {L"TSP_URL", first.url},
-                            {L"TSP_INET_TIMEOUT", to_wstring(first.timeout)},
+                            {L"TSP_INET_TIMEOUT", DecimalText(first.timeout)},
                             {L"TSP_POLICY", first.policy},
                             {L"TSP_DIGEST", first.digest},
-                            {L"TSP_CERT_REQ", to_wstring(first.requestCertificate)},
+                            {L"TSP_CERT_REQ", DecimalText(first.requestCertificate)},
                         });
     }
 }
@@ -254,13 +255,13 @@ void InitString::Append(std::wstring_view text) {
 
 void InitString::Add(std::wstring_view name, std::wstring_view value) {
     if (!IsName(name)) {
-        RefuseItem(L"#" + std::to_wstring(m_items.size() + 1));
+        RefuseItem(L"#" + ca::DecimalText(m_items.size() + 1));
     }
     m_items.emplace_back(name, value);
 }
 
 void InitString::AddUnsigned(std::wstring_view name, std::uint64_t value) {
-    Add(name, std::to_wstring(value));
+    Add(name, ca::DecimalText(value));
 }
 
 void InitString::Set(std::wstring_view name, std::wstring_view value) {

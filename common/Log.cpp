@@ -1,8 +1,10 @@
 #include "common/Log.h"
 
+#include "common/DecimalText.h"
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
 #include "common/LogClaim.h"
+#include "common/WideTextLock.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -32,7 +34,7 @@ bool IsPrintable(wchar_t c) {
 std::wstring CodeText(unsigned code) {
     constexpr unsigned kFirstHex = 0x80000000;
     if (code < kFirstHex) {
-        return std::to_wstring(code);
+        return ca::DecimalText(code);
     }
     std::wstring text = L"0x";
     for (int shift = 28; shift >= 0; shift -= 4) {
@@ -69,6 +71,7 @@ bool FormatInto(std::wstring& line, std::size_t room, const wchar_t* format,
 std::wstring Format(const wchar_t* format, std::va_list arguments) {
     constexpr std::size_t kFirstRoom = 256;
     constexpr std::size_t kLastGuess = std::size_t{1} << 24;  // characters
+    const ca::CWideTextLock lock;
     std::wstring line;
     for (std::size_t room = kFirstRoom; room <= kLastGuess; room *= 4) {
         if (FormatInto(line, room, format, arguments)) {
@@ -145,7 +148,7 @@ std::wstring GetLineString(const char* file, long line, [[maybe_unused]] const c
     for (const char* c = file; c != nullptr && *c != '\0'; ++c) {
         result += static_cast<wchar_t>(static_cast<unsigned char>(*c));
     }
-    return result += L':' + std::to_wstring(line);
+    return result += L':' + ca::DecimalText(line);
 }
 
 }  // namespace ca

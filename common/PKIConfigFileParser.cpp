@@ -2,6 +2,7 @@
 
 #include "common/ConfigFile.h"
 #include "common/ConfigFileParser.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -63,7 +64,7 @@ struct Place {
     std::wstring Describe() const {
         std::wstring text = parent != nullptr ? parent->Describe() : L"";
         if (index != kNoIndex) {
-            return text + L'[' + std::to_wstring(index) + L']';
+            return text + L'[' + ca::DecimalText(index) + L']';
         }
         const std::string name = key;
         return text.append(text.empty() ? L"" : L".").append(name.begin(), name.end());
@@ -361,7 +362,7 @@ bool PKIConfigFileParser::Load(const std::wstring& path, bool mustExist, std::ws
     if (document.HasParseError() || !document.IsObject() || nul != std::string::npos) {
         const std::size_t offset = document.HasParseError() ? document.GetErrorOffset() : nul;
         errorText = SetZORNAMessage(kMsgPkiConfigBroken) + path + L':' +
-                    std::to_wstring(offset != std::string::npos ? offset : 0);
+                    ca::DecimalText(offset != std::string::npos ? offset : 0);
         return false;
     }
     m_sourcePath = path;

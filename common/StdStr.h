@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/WideTextLock.h"
+
 #include <cstdarg>
 #include <cwchar>
 #include <string>
@@ -30,6 +32,7 @@ inline void CStdStr<wchar_t>::Fmt(const wchar_t* format, ...) {
     const std::size_t limit = (format != nullptr ? std::wcslen(format) : 0) + 1023;
     Base buffer(limit + 1, L'\0');
     if (format != nullptr) {
+        const ca::CWideTextLock lock;
         std::va_list arguments;
         va_start(arguments, format);
         std::vswprintf(buffer.data(), limit, format, arguments);

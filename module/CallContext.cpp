@@ -1,5 +1,6 @@
 #include "module/CallContext.h"
 
+#include "common/DecimalText.h"
 #include "module/CryptoModule.h"
 
 #include <algorithm>
@@ -42,7 +43,7 @@ const std::wstring& CCallContext::InitParams() {
     if (m_initParams.empty()) {
         std::wstring text = m_module->BaseInitParams();
         if ((m_packet.request.present & ca::kPresentCertInclude) != 0) {
-            text += L"CERT_INCLUDE=" + std::to_wstring(m_packet.request.certInclude) + L';';
+            text += L"CERT_INCLUDE=" + ca::DecimalText(m_packet.request.certInclude) + L';';
         }
         text += RequestParams().ToString();
         m_initParams = std::move(text);

@@ -1,5 +1,6 @@
 #include "module/CryptPacket.h"
 
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -92,7 +93,7 @@ std::unique_ptr<FileData> RawPayload(const char* data, std::size_t length, std::
                                      std::uint32_t size) {
     if (length < std::uint64_t{size} + textLength + 1) {
         throw Exception(kErrNoArgumentData,
-                        SetZORNAMessage(kMsgTooFewOctets) + std::to_wstring(size));
+                        SetZORNAMessage(kMsgTooFewOctets) + ca::DecimalText(size));
     }
     auto payload = std::make_unique<FileData>();
     payload->Assign(data + textLength + 1, size);

@@ -1,5 +1,6 @@
 #include "records/CrlEntries.h"
 
+#include "common/DecimalText.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
@@ -171,7 +172,7 @@ std::size_t CCrlWalk::CountAll() {
 }
 
 std::wstring CrlEntryFault(std::size_t index, const std::wstring& fault) {
-    return SetZORNAMessage(kMsgCrlEntry) + (L' ' + std::to_wstring(index + 1) + L": " + fault);
+    return SetZORNAMessage(kMsgCrlEntry) + (L' ' + ca::DecimalText(index + 1) + L": " + fault);
 }
 
 bool IsPlainCrlEntry(const CrlEntry& entry) {

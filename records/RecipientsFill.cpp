@@ -2,6 +2,7 @@
 
 #include "asn1/OidTable.h"
 #include "asn1/cms/RecipientInfo.h"
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
@@ -49,7 +50,7 @@ class CCollector {
         if (m_recipients.ids.Count() == 0 && !m_hasFault) {
             throw ca::Exception(ca::kErrRecipientsHidden,
                                 SetZORNAMessage(kMsgUnnamedRecipients) +
-                                    std::to_wstring(m_recipients.records.Count()));
+                                    ca::DecimalText(m_recipients.records.Count()));
         }
         m_recipients.records.SayMore(m_hidden);
         return std::move(m_recipients);

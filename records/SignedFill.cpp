@@ -1,5 +1,6 @@
 #include "records/SignedFill.h"
 
+#include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"

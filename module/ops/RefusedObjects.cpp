@@ -4,6 +4,7 @@
 #include "asn1/cms/SignedData.h"
 #include "asn1/crl/CertificateList.h"
 #include "asn1/x509/Certificate.h"
+#include "common/DecimalText.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "records/SignInfoFill.h"
@@ -25,7 +26,7 @@ std::wstring FaultIn(std::span<unsigned char> octets) {
 
 // "1 "CERTIFICATE"", the number counting from 1.
 std::wstring Title(std::size_t number, const std::string& label) {
-    std::wstring title = SetZORNAMessage(kMsgObject) + std::to_wstring(number);
+    std::wstring title = SetZORNAMessage(kMsgObject) + ca::DecimalText(number);
     if (!label.empty()) {
         title.append(L" \"").append(label.begin(), label.end()).append(L"\"");
     }

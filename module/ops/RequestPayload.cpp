@@ -1,5 +1,6 @@
 #include "module/ops/RequestPayload.h"
 
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
@@ -18,7 +19,7 @@ std::vector<PayloadItem> RequestPayload(CryptPacket& packet) {
     std::vector<PayloadItem> items = DecodePayload({payload->data(), payload->size()});
     if (items.empty()) {
         throw Exception(kErrNoArgumentData,
-                        SetZORNAMessage(kMsgNoObject) + std::to_wstring(payload->size()));
+                        SetZORNAMessage(kMsgNoObject) + ca::DecimalText(payload->size()));
     }
     CAnswerBudget::Take(OctetsHeld(items));
     return items;

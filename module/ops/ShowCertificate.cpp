@@ -1,5 +1,6 @@
 // Shows a certificate to the user in front of the machine.
 
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/InitString.h"
@@ -52,7 +53,7 @@ Filler FillerOf(ca::CryptPacket& packet) {
     }
     if (payload->size() > ca::CCertDocument::kMaxOctets) {
         throw ca::Exception(ca::kErrBadData,
-                            SetZORNAMessage(kMsgTooManyOctets) + std::to_wstring(payload->size()));
+                            SetZORNAMessage(kMsgTooManyOctets) + ca::DecimalText(payload->size()));
     }
     const QByteArray octets(reinterpret_cast<const char*>(payload->data()),
                             static_cast<int>(payload->size()));

@@ -1,6 +1,7 @@
 #include "module/viewer/CertFields.h"
 
 #include "asn1/OidTable.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
@@ -59,7 +60,7 @@ CCertFields::CCertFields(const CertInfo& record) : CCertFields() {
     AddIfAny(kRoot, MessageText(FindOidByShortName("keyUsage")->messageId), record.keyUsageStr);
     AddExtensions(record);
     const std::size_t status = Add(kRoot, MessageText(kMsgOcspStatus), record.validity);
-    Add(status, QStringLiteral("ValidityNumber"), std::to_wstring(record.validityNumber));
+    Add(status, QStringLiteral("ValidityNumber"), ca::DecimalText(record.validityNumber));
     Add(kRoot, MessageText(kMsgFieldPrivateKey), YesOrNo(record.hasPrivateKey));
     AddIfAny(kRoot, MessageText(kMsgFieldId), record.id);
     AddIfAny(kRoot, MessageText(kMsgFieldEncoding), u8u16(record.rawData));
@@ -112,7 +113,7 @@ void CCertFields::AddExtensions(const CertInfo& record) {
         return;
     }
     const std::size_t list =
-        Add(kRoot, MessageText(kMsgFieldExtensions), std::to_wstring(items.size()));
+        Add(kRoot, MessageText(kMsgFieldExtensions), ca::DecimalText(items.size()));
     const std::size_t shown = std::min(items.size(), kMaxListed);
     for (std::size_t i = 0; i < shown; ++i) {
         AddExtension(list, *items[i]);

@@ -1,6 +1,7 @@
 #include "asn1/attributes/AaControls.h"
 #include "asn1/attributes/Targets.h"
 #include "asn1/x509/BasicConstraints.h"
+#include "common/DecimalText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionList.h"
@@ -79,7 +80,7 @@ void SayAttributeTypes(ZornaMessage label, const CAsn1SequenceOf<CAsn1ObjectIden
 void SayPathLength(const CAsn1Integer* length, CTextLines& lines) {
     const std::int64_t value = IntegerOf(length, -1);
     lines.Line(kMsgPathLength, length == nullptr ? SetZORNAMessage(kMsgNotLimited)
-                               : value >= 0      ? std::to_wstring(value)
+                               : value >= 0      ? ca::DecimalText(value)
                                                  : ca::Hex(OctetsOf(length)));
 }
 

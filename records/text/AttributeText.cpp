@@ -5,6 +5,7 @@
 #include "asn1/attributes/AttributeValues.h"
 #include "asn1/attributes/Holder.h"
 #include "asn1/attributes/PlatformAttributes.h"
+#include "common/DecimalText.h"
 #include "common/Lazy.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"

@@ -2,6 +2,7 @@
 #include "asn1/attributes/EssAttributes.h"
 #include "asn1/attributes/SigningCertificate.h"
 #include "asn1/cms/SignerInfo.h"
+#include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"

@@ -2,6 +2,7 @@
 
 #include "asn1/OidTable.h"
 #include "asn1/x509/GeneralName.h"
+#include "common/DecimalText.h"
 #include "common/Exception.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
@@ -24,7 +25,7 @@ std::wstring IpV4Text(Octets octets) {
         if (!text.empty()) {
             text += L'.';
         }
-        text += std::to_wstring(octet);
+        text += ca::DecimalText(octet);
     }
     return text;
 }
@@ -178,7 +179,7 @@ std::wstring IpRangeText(Octets addressAndMask) {
     const Octets mask = addressAndMask.last(addressAndMask.size() / 2);
     const int prefix = PrefixLength(mask);
     return IpAddressText(address) + L'/' +
-           (prefix >= 0 ? std::to_wstring(prefix) : IpAddressText(mask));
+           (prefix >= 0 ? ca::DecimalText(prefix) : IpAddressText(mask));
 }
 
 std::wstring OidWithName(Octets oid) {

@@ -1,5 +1,6 @@
 #include "asn1/x509/BiometricData.h"
 #include "asn1/x509/Logotype.h"
+#include "common/DecimalText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
@@ -83,7 +84,7 @@ std::wstring BiometricType(const CAsn1Any& type) {
     }
     return number == 0   ? SetZORNAMessage(kMsgImage)
            : number == 1 ? SetZORNAMessage(kMsgHandwrittenSignature)
-                         : std::to_wstring(number);
+                         : ca::DecimalText(number);
 }
 
 void SayBiometrics(Value value, CTextLines& lines) {

@@ -1,6 +1,7 @@
 #include "records/text/MoneyText.h"
 
 #include "asn1/x509/QcStatement.h"
+#include "common/DecimalText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/SharedFormatters.h"
 
@@ -17,7 +18,7 @@ std::wstring AmountText(const CAsn1MonetaryValue& value) {
     if (exponent < -kMaxExponent || exponent > kMaxExponent) {
         return digits + L" * 10^" +
                (exponent == kUnreadable ? ca::Hex(OctetsOf(value.Exponent()))
-                                        : std::to_wstring(exponent));
+                                        : ca::DecimalText(exponent));
     }
     if (exponent >= 0) {
         return digits == L"0" ? digits

@@ -3,6 +3,7 @@
 #include "asn1/x509/ProxyCertInfo.h"
 #include "asn1/x509/SctList.h"
 #include "asn1/x509/TnEntry.h"
+#include "common/DecimalText.h"
 #include "common/Exception.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
@@ -33,22 +34,22 @@ constexpr const wchar_t* kSignatures[] = {L"anonymous", L"RSA", L"DSA", L"ECDSA"
 
 template <std::size_t Count>
 std::wstring NameOf(const wchar_t* const (&names)[Count], unsigned char number) {
-    return number < Count ? names[number] : std::to_wstring(number);
+    return number < Count ? names[number] : ca::DecimalText(number);
 }
 
 // "01.02.2024 07:00:00.123 UTC"
 std::wstring StampTime(std::uint64_t milliseconds) {
     constexpr std::uint64_t kYear10000 = 253402300800ULL * 1000;
     if (milliseconds >= kYear10000) {
-        return std::to_wstring(milliseconds);
+        return ca::DecimalText(milliseconds);
     }
     const ca::TimeForms time = ca::DescribeTime(static_cast<std::int64_t>(milliseconds / 1000));
-    const std::wstring fraction = std::to_wstring(1000 + milliseconds % 1000);
+    const std::wstring fraction = ca::DecimalText(1000 + milliseconds % 1000);
     return time.utc + L'.' + fraction.substr(1) + L" UTC";
 }
 
 void SayStamp(const CSignedCertificateTimestamp& stamp, CTextLines& lines) {
-    lines.Line(kMsgStamp, L"v" + std::to_wstring(stamp.version + 1));
+    lines.Line(kMsgStamp, L"v" + ca::DecimalText(stamp.version + 1));
     if (stamp.version != 0) {
         return;
     }
@@ -147,7 +148,7 @@ void SayAddresses(const CAsn1Any& element, std::size_t length, CTextLines& lines
         const ca::CDecoded<CAsn1BitString> prefix(octets);
         const CAsn1Bits bits = BitsOf(&*prefix);
         lines.Line(AddressText(Address(*prefix, length, false)) + L'/' +
-                   std::to_wstring(8 * bits.octets.size() - bits.unused));
+                   ca::DecimalText(8 * bits.octets.size() - bits.unused));
         return;
     }
     const ca::CDecoded<CAsn1IpAddressRange> range(octets);
@@ -166,7 +167,7 @@ void SayAddressBlocks(Value value, CTextLines& lines) {
         }
         std::wstring name = isV4 ? L"IPv4" : L"IPv6";
         if (type.size() > 2) {
-            name += L", SAFI " + std::to_wstring(type[2]);
+            name += L", SAFI " + ca::DecimalText(type[2]);
         }
         if (family.IpAddressChoice()->Tag() == kAsn1Null) {
             lines.Line(name, SetZORNAMessage(kMsgInherited));

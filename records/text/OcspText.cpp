@@ -4,6 +4,7 @@
 #include "asn1/ocsp/OcspRequest.h"
 #include "asn1/ocsp/OcspResponse.h"
 #include "asn1/ocsp/PreferredSignatureAlgorithm.h"
+#include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
@@ -69,7 +70,7 @@ void SayResponseStatus(const CAsn1OcspResponse& response, CTextLines& lines) {
     std::uint32_t status = 0;
     const CAsn1Element element = ca::FirstElement(response.ResponseStatus()->Raw());
     if (ca::ReadSmallInteger(element, status)) {
-        lines.Line(kMsgOcspStatus, std::to_wstring(status));
+        lines.Line(kMsgOcspStatus, ca::DecimalText(status));
     } else {
         lines.Unreadable(SetZORNAMessage(kMsgOcspStatus), element.raw);
     }

@@ -1,5 +1,6 @@
 #include "records/text/OutlineText.h"
 
+#include "common/DecimalText.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/TextLines.h"
@@ -53,7 +54,7 @@ std::wstring TagText(const CAsn1Element& element) {
         }
     }
     constexpr const wchar_t* kClasses[] = {L"[UNIVERSAL ", L"[APPLICATION ", L"[", L"[PRIVATE "};
-    return kClasses[element.tag >> 6] + std::to_wstring(element.tag & 0x1FU) + L"]";
+    return kClasses[element.tag >> 6] + ca::DecimalText(element.tag & 0x1FU) + L"]";
 }
 
 // Decimal digits as far as 64 bits go; longer numbers are keys and serial numbers, shown as octets.
@@ -65,7 +66,7 @@ std::wstring IntegerText(Octets content) {
     for (const unsigned char octet : content) {
         value = value << 8U | octet;
     }
-    return std::to_wstring(static_cast<std::int64_t>(value));
+    return ca::DecimalText(static_cast<std::int64_t>(value));
 }
 
 std::wstring PrimitiveText(const CAsn1Element& element) {

@@ -5,6 +5,7 @@
 #include "asn1/algorithms/GostParameters.h"
 #include "asn1/algorithms/PasswordParameters.h"
 #include "asn1/algorithms/RsaParameters.h"
+#include "common/DecimalText.h"
 #include "common/Lazy.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
@@ -101,7 +102,7 @@ void SayPss(Value value, Saying& saying) {
         saying.forms.digest = DigestName(params.HashAlgorithm());
         saying.Add(saying.forms.digest);
         SayMask(params.MaskGenAlgorithm(), saying);
-        saying.Add(std::to_wstring(IntegerOf(params.SaltLength(), kSaltOctets)));
+        saying.Add(ca::DecimalText(IntegerOf(params.SaltLength(), kSaltOctets)));
     });
 }
 
@@ -168,7 +169,7 @@ void SayRc2(Value value, Saying& saying) {
         for (const auto& [version, size] : kVersions) {
             bits = params.Rc2ParameterVersion() != nullptr && bits == version ? size : bits;
         }
-        saying.Add(std::to_wstring(bits) + L' ' + SetZORNAMessage(kMsgBit));
+        saying.Add(ca::DecimalText(bits) + L' ' + SetZORNAMessage(kMsgBit));
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "asn1/OidTable.h"
 #include "asn1/x509/PolicyInformation.h"
+#include "common/DecimalText.h"
 #include "records/text/Decoded.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
@@ -37,7 +38,7 @@ namespace ca {
 
 std::wstring NumberText(const CAsn1Object* number) {
     const std::int64_t value = IntegerOf(number, -1);
-    return value >= 0 ? std::to_wstring(value) : Hex(OctetsOf(number));
+    return value >= 0 ? ca::DecimalText(value) : Hex(OctetsOf(number));
 }
 
 void SayNotice(const CAsn1Any& qualifier, CTextLines& lines) {

@@ -3,6 +3,7 @@
 #include "asn1/algorithms/EcParameters.h"
 #include "asn1/algorithms/GostParameters.h"
 #include "asn1/algorithms/RsaParameters.h"
+#include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 #include "records/text/OutlineText.h"

@@ -1,5 +1,6 @@
 #include "records/text/ReasonText.h"
 
+#include "common/DecimalText.h"
 #include "common/Lng.h"
 
 namespace {
@@ -28,7 +29,7 @@ std::wstring ReasonText(std::uint32_t reason) {
             return SetZORNAMessage(row.text);
         }
     }
-    return std::to_wstring(reason);
+    return ca::DecimalText(reason);
 }
 
 std::wstring ReasonFlagsText(const CAsn1Bits& flags) {

@@ -4,6 +4,7 @@
 #include "asn1/attributes/Holder.h"
 #include "asn1/attributes/TstInfo.h"
 #include "asn1/cms/SignedData.h"
+#include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"

@@ -1,5 +1,6 @@
 #include "records/text/TextLines.h"
 
+#include "common/DecimalText.h"
 #include "records/text/OutlineText.h"
 
 #include <algorithm>
@@ -131,7 +132,7 @@ std::wstring MoreText(std::size_t count) {
     std::wstring line = SetZORNAMessage(kMsgAndMore);
     const std::size_t place = line.find(L'N');
     if (place != std::wstring::npos) {
-        line.replace(place, 1, std::to_wstring(count));
+        line.replace(place, 1, ca::DecimalText(count));
     }
     return line;
 }

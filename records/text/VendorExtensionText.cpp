@@ -3,6 +3,7 @@
 #include "asn1/x509/GeneralName.h"
 #include "asn1/x509/ObsoleteExtensions.h"
 #include "asn1/x509/VendorExtensions.h"
+#include "common/DecimalText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionList.h"
@@ -49,8 +50,8 @@ void SayCaVersion(Value value, CTextLines& lines) {
     if (number < 0) {
         throw MakeAsn1Fault(Asn1Fault::kMalformed, "CAVersion", 0);
     }
-    lines.Line(SetZORNAMessage(kMsgCaKey) + (L' ' + std::to_wstring(number >> 16)) + L", " +
-               SetZORNAMessage(kMsgCaCertificateIndex) + L' ' + std::to_wstring(number & 0xFFFF));
+    lines.Line(SetZORNAMessage(kMsgCaKey) + (L' ' + ca::DecimalText(number >> 16)) + L", " +
+               SetZORNAMessage(kMsgCaCertificateIndex) + L' ' + ca::DecimalText(number & 0xFFFF));
 }
 
 // GeneralNames whose one otherName holds the identifier's text in an OCTET STRING

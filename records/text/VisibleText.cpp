@@ -99,7 +99,7 @@ std::wstring FromUcs4(Octets octets) {
 namespace ca {
 
 std::size_t MaxValueText() noexcept {
-    constexpr std::size_t kOctetsPerCharacter = 3 * sizeof(wchar_t);
+    constexpr std::size_t kOctetsPerCharacter = 4 * sizeof(wchar_t);
     return std::min(kMaxValueText, CAnswerBudget::Left() / kOctetsPerCharacter);
 }
 
@@ -146,11 +146,6 @@ std::wstring Hex(Octets octets) {
     std::wstring out;
     AppendHex(out, octets);
     return out;
-}
-
-std::wstring DecimalText(std::uint64_t number) {
-    const std::string digits = std::to_string(number);
-    return {digits.begin(), digits.end()};
 }
 
 bool IsText(const CAsn1Element& element) noexcept {

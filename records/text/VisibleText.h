@@ -37,9 +37,6 @@ std::wstring Visible(std::wstring_view text);
 void AppendHex(std::wstring& out, std::span<const unsigned char> octets);
 std::wstring Hex(std::span<const unsigned char> octets);
 
-/// Decimal digits; std::to_wstring() takes the way through the locale's formatting.
-std::wstring DecimalText(std::uint64_t number);
-
 /// True when the element is of one of the character string types of X.680.
 bool IsText(const CAsn1Element& element) noexcept;
 

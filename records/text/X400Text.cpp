@@ -1,5 +1,6 @@
 #include "records/text/X400Text.h"
 
+#include "common/DecimalText.h"
 #include "records/text/Elements.h"
 
 #include <vector>
@@ -30,7 +31,7 @@ std::wstring CharactersOf(Octets octets) {
 std::wstring LeafText(const CAsn1Element& leaf) {
     std::uint32_t number = 0;
     if (leaf.tag == kAsn1Integer && ca::ReadSmallInteger(leaf, number)) {
-        return std::to_wstring(number);
+        return ca::DecimalText(number);
     }
     return ca::IsText(leaf) ? ca::Visible(ca::TextOf(leaf)) : CharactersOf(leaf.content);
 }
@@ -81,7 +82,7 @@ void SayStandard(const CAsn1BuiltInStandardAttributes& standard, CTextLines& lin
         const std::size_t count = units->Count();
         std::size_t index = 0;
         for (auto at = units->Elements(); lines.Shows(index, count) && at.Next(); ++index) {
-            SayMember((L"OU" + std::to_wstring(index + 1)).c_str(), at.Item(), lines);
+            SayMember((L"OU" + ca::DecimalText(index + 1)).c_str(), at.Item(), lines);
         }
     }
     SayPerson(standard.PersonalName(), lines);
@@ -113,7 +114,7 @@ void SayExtension(const CAsn1ExtensionAttribute& attribute, CTextLines& lines) {
     if (type >= 1 && type <= kLabelCount) {
         lines.Line(kExtensionLabels[type - 1], text);
     } else {
-        lines.Line(L"[" + std::to_wstring(type) + L"]", text);
+        lines.Line(L"[" + ca::DecimalText(type) + L"]", text);
     }
 }
 

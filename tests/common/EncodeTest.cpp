@@ -1,9 +1,12 @@
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdint>
+#include <limits>
 #include <regex>
 
 namespace {
@@ -40,6 +43,13 @@ TEST(EncodeTest, SplitsWithoutEmptyItems) {
     EXPECT_THAT(narrow, testing::ElementsAre("one", "two"));
     ca::SplitA("whole", "", narrow);
     EXPECT_THAT(narrow, testing::ElementsAre("whole"));
+}
+
+TEST(EncodeTest, WritesDecimalDigits) {
+    EXPECT_EQ(L"-9223372036854775808", ca::DecimalText(std::numeric_limits<std::int64_t>::min()));
+    EXPECT_EQ(L"18446744073709551615", ca::DecimalText(std::numeric_limits<std::uint64_t>::max()));
+    EXPECT_EQ(L"255 1",
+              ca::DecimalText(static_cast<unsigned char>(255)) + L' ' + ca::DecimalText(true));
 }
 
 TEST(EncodeTest, TakesTheTail) {

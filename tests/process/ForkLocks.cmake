@@ -13,21 +13,31 @@ if(guards)
     message(FATAL_ERROR "local static values; see ca::CLazy:\n${guards}")
 endif()
 
-# The wait for log calls is set free in the child by hand.
-set(plain "common/(ForkMutex|LogClaim)\\.(h|cpp)")
 set(wrong "")
-foreach(folder common asn1 records module)
-    file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}
-        ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
-    list(FILTER files EXCLUDE REGEX "${plain}")
-    foreach(file IN LISTS files)
-        file(STRINGS ${SOURCE_DIR}/${file} locks
-            REGEX "std::(recursive_|shared_|timed_)*mutex|pthread_(mutex|rwlock|spin)_")
-        if(locks)
-            string(APPEND wrong "\n${file}: ${locks}")
-        endif()
+# Notes the lines of the library's sources that match, but for files of the given names.
+function(refuse regex files_that_may hint)
+    foreach(folder common asn1 records module)
+        file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}
+            ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
+        list(FILTER files EXCLUDE REGEX "${files_that_may}")
+        foreach(file IN LISTS files)
+            file(STRINGS ${SOURCE_DIR}/${file} lines REGEX "${regex}")
+            if(lines)
+                string(APPEND wrong "\n${file}: ${lines}; see ${hint}")
+            endif()
+        endforeach()
     endforeach()
-endforeach()
+    set(wrong "${wrong}" PARENT_SCOPE)
+endfunction()
+
+# The wait for log calls is set free in the child by hand.
+refuse("std::(recursive_|shared_|timed_)*mutex|pthread_(mutex|rwlock|spin)_"
+    "common/(ForkMutex|LogClaim)\\.(h|cpp)" "ca::CForkMutex")
+# What formats wide texts or converts them by the locale is inside of glibc's lock over character
+# sets meanwhile.
+refuse("to_wstring\\(|v?s?wprintf\\(|mbs?r?towcs?\\(|wcs?r?tombs?\\("
+    "common/(DecimalText|Encode|Log|StdStr|WideTextLock)\\.(h|cpp)"
+    "ca::DecimalText, ca::CWideTextLock")
 if(wrong)
     message(FATAL_ERROR "locks that a fork may leave locked:${wrong}")
 endif()
