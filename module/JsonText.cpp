@@ -11,9 +11,48 @@ namespace {
 
 constexpr std::size_t kPoolChunk = 65536;
 constexpr std::size_t kParseStack = 1024;
+constexpr unsigned kParseFlags = kJsonParseFlags | rapidjson::kParseInsituFlag;
+using JsonReader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, CJsonAllocator>;
 
 // rapidjson's vector path reads whole aligned blocks, so the copy is filled up to their size.
 constexpr std::size_t kVectorBlock = 16;
+
+// The parser keeps 24 octets for each object or array that is open.
+constexpr std::size_t kMaxDepth = 10000;
+
+// Values on their way into the document, as deep as one may be.
+class CBoundedDepth {
+  public:
+    explicit CBoundedDepth(JsonDocument& values) : m_values(values) {}
+
+    bool Null() { return m_values.Null(); }
+    bool Bool(bool value) { return m_values.Bool(value); }
+    bool Int(int value) { return m_values.Int(value); }
+    bool Uint(unsigned value) { return m_values.Uint(value); }
+    bool Int64(std::int64_t value) { return m_values.Int64(value); }
+    bool Uint64(std::uint64_t value) { return m_values.Uint64(value); }
+    bool Double(double value) { return m_values.Double(value); }
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool copy) {
+        return m_values.RawNumber(text, length, copy);
+    }
+    bool String(const char* text, rapidjson::SizeType length, bool copy) {
+        return m_values.String(text, length, copy);
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool copy) {
+        return m_values.Key(text, length, copy);
+    }
+    bool StartObject() { return Open() && m_values.StartObject(); }
+    bool EndObject(rapidjson::SizeType members) { return Close() && m_values.EndObject(members); }
+    bool StartArray() { return Open() && m_values.StartArray(); }
+    bool EndArray(rapidjson::SizeType elements) { return Close() && m_values.EndArray(elements); }
+
+  private:
+    bool Open() { return m_depth++ < kMaxDepth; }
+    bool Close() { return m_depth-- != 0; }
+
+    JsonDocument& m_values;
+    std::size_t m_depth = 0;
+};
 
 }  // namespace
 
@@ -45,8 +84,14 @@ const JsonValue* JsonObject::Find(std::string_view key) const {
 JsonText::JsonText(const char* text, std::size_t length)
     : m_pool(m_ownPool, sizeof(m_ownPool), kPoolChunk, &m_heap),
       m_document(&m_pool, kParseStack, &m_heap) {
-    m_document.ParseInsitu<kJsonParseFlags>(CopyPadded(text, length));
-    if (m_document.HasParseError() || !m_document.IsObject()) {
+    rapidjson::InsituStringStream stream(CopyPadded(text, length));
+    const auto parse = [&](JsonDocument& values) {
+        CBoundedDepth bounded(values);
+        JsonReader reader(&m_heap, kParseStack);
+        return !reader.Parse<kParseFlags>(stream, bounded).IsError();
+    };
+    m_document.Populate(parse);
+    if (!m_document.IsObject()) {
         throw Exception(kErrJsonParse);
     }
 }

@@ -121,10 +121,10 @@ void AppendJson(const JsonValue& value, std::vector<Element>& elements) {
     if (!value.IsArray()) {
         return;
     }
-    std::vector<Element> fresh(value.Size());
-    auto place = fresh.begin();
+    std::vector<Element> fresh;
+    fresh.reserve(value.Size());  // memory that is not touched where the first element is wrong
     for (const JsonValue& element : value.GetArray()) {
-        ReadJson(element, *place++);
+        ReadJson(element, fresh.emplace_back());
     }
     if (elements.empty()) {
         elements.swap(fresh);
@@ -161,12 +161,9 @@ void WriteField(JsonWriter& writer, const Record& record, const JsonField<Owner,
     }
 }
 
-// Octets of a value, for CostOf(). An octet more for a character is for what is not ASCII.
+// Octets of a value, for CostOf().
 
-inline void AddOctets(const std::wstring& text, RecordOctets& octets) {
-    octets.memory += (sizeof(wchar_t) + 1) * text.size();
-    octets.text += text.size();
-}
+void AddOctets(const std::wstring& text, RecordOctets& octets);
 inline void AddOctets(const std::string& text, RecordOctets& octets) {
     octets.memory += text.size();
     octets.text += text.size();

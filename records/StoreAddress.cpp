@@ -1,8 +1,10 @@
 #include "records/StoreAddress.h"
 
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 #include "records/JsonFields.h"
 
 #include <QtNetwork/QHostInfo>
@@ -242,6 +244,15 @@ bool StoreAddress::operator==(const StoreAddress& other) {
 }
 
 void StoreAddresses::FromJson(const JsonValue& value) {
+    constexpr std::size_t kMaxEmpty = 4096;
+    std::size_t empty = 0;
+    for (rapidjson::SizeType i = 0; value.IsArray() && i < value.Size(); ++i) {
+        empty += value[i].IsObject() && value[i].ObjectEmpty() ? 1U : 0U;
+        if (empty > kMaxEmpty) {
+            throw Exception(kErrJsonParse,
+                            SetZORNAMessage(kMsgStoreNowhere) + (L'#' + DecimalText(i + 1)));
+        }
+    }
     AppendJson(value, static_cast<std::vector<StoreAddress>&>(*this));
 }
 

@@ -96,7 +96,9 @@ class StoreAddresses : public std::vector<StoreAddress>, public ISerializable {
     StoreAddresses() = default;
 
     /// Appends the elements; a value that is no array changes nothing.
-    /// Throws what StoreAddress::FromJson() throws; nothing is appended then.
+    /// Throws what StoreAddress::FromJson() throws, and ca::Exception 16300 for more than 4096
+    /// addresses that say nothing, since each is 25 times as long as its text; nothing is appended
+    /// then.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeStoreAddresses; }

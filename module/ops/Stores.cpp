@@ -1,5 +1,6 @@
 // Operations on a client's current stores.
 
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
@@ -13,15 +14,15 @@
 #include <memory>
 #include <string>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
-// The addresses that a request brings; the first of the three places that has any counts.
+// Takes the addresses that a request brings; the first of the three places that has any counts.
 ca::StoreAddresses RequestedStores(ca::CryptPacket& packet) {
     ca::SerializableContainer& objects = packet.Request();
-    if (const auto* list =
-            dynamic_cast<const ca::StoreAddresses*>(objects.GetObj(ca::kTypeStoreAddresses))) {
-        return *list;
+    if (auto* list = dynamic_cast<ca::StoreAddresses*>(objects.GetObj(ca::kTypeStoreAddresses))) {
+        return std::move(*list);
     }
     if (const auto* single =
             dynamic_cast<const ca::StoreAddress*>(objects.GetObj(ca::kTypeStoreAddress))) {
@@ -32,7 +33,7 @@ ca::StoreAddresses RequestedStores(ca::CryptPacket& packet) {
     if (!packet.request.currentStores) {
         throw ca::Exception(ca::kErrNoArgumentData, SetZORNAMessage(kMsgNoStores));
     }
-    return *packet.request.currentStores;
+    return std::move(*packet.request.currentStores);
 }
 
 // The temporary store is the module's own and needs no location.
@@ -70,7 +71,7 @@ void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
     for (std::size_t i = 0; i < stores.size(); ++i) {
         if (!IsUsable(stores[i])) {
             throw ca::Exception(ca::kErrStoreAddress, SetZORNAMessage(kMsgStoreNowhere) +
-                                                          (L"#" + std::to_wstring(i + 1)) + L" \"" +
+                                                          (L"#" + ca::DecimalText(i + 1)) + L" \"" +
                                                           stores[i].name + L'"');
         }
     }
