@@ -39,8 +39,9 @@ std::size_t CAnswerBudget::Left() noexcept {
     return account.left / account.times;
 }
 
-bool CAnswerBudget::HasRoomFor(std::size_t octets) noexcept {
-    return Left() >= kElementAlways && (Left() - kElementAlways) / kElementPerOctet >= octets;
+bool CAnswerBudget::HasRoomFor(std::size_t octets, std::size_t besides) noexcept {
+    const std::size_t kept = kElementAlways + besides;
+    return Left() >= kept && (Left() - kept) / kElementPerOctet >= octets;
 }
 
 void CAnswerBudget::Take(std::size_t octets) noexcept {

@@ -5,17 +5,17 @@
 namespace ca {
 
 /// What describing may cost, in octets of memory: records, texts kept of them, and what they become
-/// in the answer. A few octets of a stranger's can become a record of a thousand, and there may be a
-/// million of them. So each list of an answer goes on while there is room for its next element and
-/// counts the others; and the text of one value is cut to what is left (MaxValueText()).
+/// in the answer. A few octets of a stranger's can become a record of a thousand, and there may be
+/// a million of them. So each list of an answer goes on while there is room for its next element
+/// and counts the others; and the text of one value is cut to what is left (MaxValueText()).
 ///
 /// The outermost one of a thread counts. Those inside of it, which functions make that may also be
 /// called by themselves, draw on it. It is far more than what real objects become: a certificate
 /// takes some 25 times its octets, but alone; in a list, where it is kept as text, 4 to 6 times.
 class CAnswerBudget {
   public:
-    static constexpr std::size_t kPerOctet = 14;
-    static constexpr std::size_t kAlways = 640 << 10;
+    static constexpr std::size_t kPerOctet = 12;
+    static constexpr std::size_t kAlways = 480 << 10;
 
     /// \param octets  of what is described, as they came.
     explicit CAnswerBudget(std::size_t octets) noexcept;
@@ -32,7 +32,8 @@ class CAnswerBudget {
     static std::size_t Left() noexcept;
     /// Whether a list goes on with an element of so many octets: what such a one usually becomes
     /// must fit, so that its texts are not cut.
-    static bool HasRoomFor(std::size_t octets) noexcept;
+    /// \param besides  octets of memory that will be taken later.
+    static bool HasRoomFor(std::size_t octets, std::size_t besides = 0) noexcept;
     /// Takes octets, or what is left.
     static void Take(std::size_t octets) noexcept;
 

@@ -103,13 +103,16 @@ std::size_t DescribeEntry(const ca::CrlEntry& entry, ca::CCrlDescriber& describe
     return describer.TextOctets(scratch);
 }
 
+// Octets of JSON that the members behind the entries take besides "Error" and "RawData".
+constexpr std::size_t kOtherMembers = 64 << 10;
+
 // Describes the entries of a page as they were when the record was filled.
 // \param rest  what was left then.
-// \param text  octets that will be written.
+// \param room  octets that will be written here and behind.
 void WriteEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage& page,
-                  CAnswerBudget::Rest rest, std::size_t text, ca::JsonWriter& writer) {
+                  CAnswerBudget::Rest rest, std::size_t room, ca::JsonWriter& writer) {
     const CAnswerBudget budget(rest);
-    writer.Reserve(text);
+    writer.Reserve(room);
     ca::CCrlWalk walk(entries, page);
     ca::CCrlDescriber describer(issuer);
     ca::RevokedCert entry;
@@ -138,7 +141,8 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
     std::size_t hidden = 0;
     while (walk.Next()) {
         const ca::CrlEntry& entry = walk.Entry();
-        if (hidden != 0 || !CAnswerBudget::HasRoomFor(entry.raw.size())) {
+        const std::size_t faults = ca::CostOfText(record.error.size());
+        if (hidden != 0 || !CAnswerBudget::HasRoomFor(entry.raw.size(), faults)) {
             ++hidden;
             continue;
         }
@@ -151,6 +155,7 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
         }
     }
     const std::size_t text = rest.left - CAnswerBudget::Left();
+    CAnswerBudget::Take(ca::CostOfText(record.error.size()));
     ca::AddMore(record.error, hidden);
     const std::size_t count = walk.CountAll();
     if (walk.IsBroken() && hidden == 0 && described != count - 1) {
@@ -160,9 +165,11 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
     record.revokedCount = static_cast<std::uint32_t>(count);
     CrlPage written = page;
     written.count = fitting;
+    const std::size_t room =
+        text + 2 * record.error.size() + record.rawData.Octets().size() / 3 * 4 + kOtherMembers;
     record.revoked.writeFilled = [owner = record.rawData, entries, issuer, written, rest,
-                                  text](ca::JsonWriter& writer) {
-        WriteEntries(entries, issuer, written, rest, text, writer);
+                                  room](ca::JsonWriter& writer) {
+        WriteEntries(entries, issuer, written, rest, room, writer);
     };
 }
 

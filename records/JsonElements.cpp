@@ -10,7 +10,6 @@ namespace {
 // Octets that most elements do not reach.
 constexpr std::size_t kMargin = 8 << 10;
 // Octets that are reserved at once, as far as there is a budget for them: first, and then.
-constexpr std::size_t kFirstPart = 4;  // of what is left
 constexpr std::size_t kMostAtFirst = 4 << 20;
 constexpr std::size_t kMostThen = 64 << 20;
 
@@ -21,8 +20,7 @@ std::size_t RoomFor(std::size_t size) {
     if (left == SIZE_MAX) {
         return kMargin;
     }
-    return kMargin +
-           (size == 0 ? std::min(left / kFirstPart, kMostAtFirst) : std::min(left, kMostThen));
+    return kMargin + std::min(left, size == 0 ? kMostAtFirst : kMostThen);
 }
 
 }  // namespace

@@ -66,6 +66,22 @@ void ReadJson(const JsonValue& value, SharedBlob& octets) {
     octets = SharedBlob(std::move(fresh));
 }
 
+// The octets of a short text are guessed, since most texts are that.
+void AddOctets(const std::wstring& text, RecordOctets& octets) {
+    constexpr std::size_t kOfItself = 3;  // characters that need no block of the heap
+    constexpr std::size_t kBlock = 24;
+    constexpr std::size_t kShort = 1024;
+    constexpr std::size_t kGuess = 2;
+    octets.memory += text.size() > kOfItself ? kBlock + sizeof(wchar_t) * text.size() : 0;
+    if (text.size() <= kShort) {
+        octets.text += kGuess * text.size();
+        return;
+    }
+    for (const wchar_t c : text) {
+        octets.text += 1U + (c > 0x7F ? 1U : 0U) + (c > 0x7FF ? 1U : 0U);
+    }
+}
+
 const JsonValue* FindJson(const JsonValue& object, std::string_view key) {
     const auto member = object.FindMember(
         JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))));

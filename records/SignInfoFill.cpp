@@ -32,7 +32,7 @@ using Signers = CAsn1ListCursor<CAsn1SignerInfo>;
 // many as a small message may always have. Together with what its signers become, up to ten times
 // its octets, that is less than the budget.
 constexpr std::size_t kRepeats = 3;
-constexpr std::size_t kRepeatedAlways = 320 << 10;
+constexpr std::size_t kRepeatedAlways = 256 << 10;
 
 // A key identifier stands where a certificate would have it: among the extensions.
 void FillKeyIdentifier(const CAsn1OctetString& key, CertInfo& record) {
@@ -218,8 +218,8 @@ class CSignerDescriber {
         std::size_t hidden = 0;
         {
             const CBudgetLoan twice(2);
-            hidden = DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1,
-                                 record.coSigners);
+            hidden =
+                DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1, record.coSigners);
         }
         CAnswerBudget::Take(CostOf(record.coSigners));
         ca::AddMore(record.signCert.error, hidden);
@@ -296,8 +296,8 @@ struct MessageOutcome {
 };
 
 // Describes one message.
-MessageOutcome DescribeMessage(std::span<unsigned char> object,
-                               std::span<unsigned char> signedData, SignInfos& described) {
+MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsigned char> signedData,
+                               SignInfos& described) {
     CAsn1Root<CAsn1SignedData> message(signedData, Asn1Blocks::kRead);
     message->GetBlock()->offset = static_cast<std::uint32_t>(signedData.data() - object.data());
     std::wstring error;

@@ -117,8 +117,7 @@ void CSignatureAttributes::Add(const CAsn1SetOf<CAsn1Attribute>& attributes,
         }
         const std::size_t errorsBefore = error.size();
         AddOne(at, visit);
-        CAnswerBudget::Take(CostOf(*m_record.extensions.back()) +
-                            CostOfText(error.size() - errorsBefore));
+        CAnswerBudget::Take(CostOfText(error.size() - errorsBefore));
     }
 }
 
@@ -145,9 +144,11 @@ void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
                                   const CountersignatureVisitor* visit) {
     if (const SignExtension* known = visit == nullptr ? m_memo.Find(at.Raw()) : nullptr) {
         m_record.extensions.emplace_back(std::make_unique<SignExtension>(*known));
+        CAnswerBudget::Take(CostOf(*known));
         return;
     }
     auto extension = std::make_unique<SignExtension>();
+    CRecordMeter meter(*extension);
     const CAsn1Attribute* attribute = at.Item();
     if (at.Fault() != nullptr) {
         AddError(m_record.signCert.error, at.Fault()->message);
@@ -156,17 +157,19 @@ void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
         extension->extensionInterpretedString = UnreadableText(at.Raw());
         extension->extensionInterpretedData = Base64Text(at.Raw());
     } else {
-        const bool isAll = FillValues(*attribute, visit, *extension);
+        const bool isAll = FillValues(*attribute, visit, *extension, meter);
         if (isAll && visit == nullptr && m_record.signCert.error.empty()) {
             m_memo.Keep(at.Raw(), *extension);
         }
     }
+    meter.Take();
     m_record.extensions.emplace_back(std::move(extension));
 }
 
 bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
                                       const CountersignatureVisitor* visit,
-                                      SignExtension& extension) {
+                                      SignExtension& extension,
+                                      CRecordMeter<SignExtension>& meter) {
     const Octets type = OctetsOf(attribute.Type());
     const Values& values = *attribute.Values();
     const OidInfo* info = FindOid(type);
@@ -183,6 +186,7 @@ bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
     }
     const bool hasFact =
         TakeFact(name, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
+    meter.Take();  // countersignatures are described with what is left
     const bool isCountersignature = visit != nullptr && name == "id-countersignature";
     if (!isCountersignature || (*visit)(values)) {
         extension.extensionInterpretedData = Base64Text(values.ContentOctets());

@@ -2,6 +2,7 @@
 
 #include "asn1/Asn1List.h"
 #include "asn1/attributes/Attribute.h"
+#include "records/RecordMeter.h"
 #include "records/SignInfo.h"
 #include "records/text/TimeText.h"
 
@@ -67,7 +68,7 @@ class CSignatureAttributes {
     void AddOne(CAsn1ListCursor<CAsn1Attribute>& at, const CountersignatureVisitor* visit);
     // Returns whether all that it says is in the extension.
     bool FillValues(const CAsn1Attribute& attribute, const CountersignatureVisitor* visit,
-                    SignExtension& extension);
+                    SignExtension& extension, CRecordMeter<SignExtension>& meter);
 
     SignInfo& m_record;
     CAttributeMemo& m_memo;
