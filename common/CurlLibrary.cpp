@@ -5,12 +5,14 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/ForkMutex.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <ctime>
 #include <dlfcn.h>
+#include <mutex>
 #include <new>
 #include <pthread.h>
 #include <unistd.h>
@@ -22,6 +24,17 @@ namespace {
 constexpr char kLibraryFile[] = "Qlocurl.so";
 constexpr char kOwnExecutable[] = "/proc/self/exe";
 constexpr long kGlobalAll = 3;  // CURL_GLOBAL_ALL
+
+// Handles are made under a lock of libcurl's own, which says whether the library is initialised; a
+// child would wait for a thread that held it as the parent forked. curl_multi_init() makes an easy
+// handle, too.
+CForkMutex makingMutex;
+
+template <class Make>
+auto MakeHandle(Make make) {
+    const std::lock_guard lock(makingMutex);
+    return make();
+}
 
 struct LibraryCloser {
     void operator()(void* library) const { dlclose(library); }
@@ -78,7 +91,7 @@ class SigPipeGuard {
 class Steps {
   public:
     Steps(const CurlLibrary& library, CurlHandle* handle)
-        : m_library(library), m_handle(handle), m_multi(library.multiInit()) {
+        : m_library(library), m_handle(handle), m_multi(MakeHandle(library.multiInit)) {
         m_code = m_multi == nullptr ? kMultiOutOfMemory : m_library.multiAdd(m_multi, m_handle);
     }
     Steps(const Steps&) = delete;
@@ -176,7 +189,7 @@ CurlLibrary::CurlLibrary() {
 CurlEasy::CurlEasy()
     : m_library(CurlLibrary::Get()),
       m_headers(nullptr, m_library.listFree),
-      m_handle(m_library.easyInit(), m_library.easyCleanup) {
+      m_handle(MakeHandle(m_library.easyInit), m_library.easyCleanup) {
     if (!m_handle) {
         throw Exception(kErrCurlInit);
     }
