@@ -82,12 +82,12 @@ std::string PrettyAnswer(const CAnswer& answer, std::size_t longest) {
     if (!IsJson(text)) {
         return text.empty() ? "" : Readable(text) + "\n";
     }
-    return Pretty(text, longest);
+    return PrettyJson(text, longest);
 }
 
 std::string PrettyAnswer(const CAnswer& answer, const std::string& members) {
     const std::string line = answer.GetFault().empty() ? "" : LineAnswer(answer);
-    return Pretty(WithMembers(members, line.empty() ? answer.GetText() : line), /*longest=*/0);
+    return PrettyJson(WithMembers(members, line.empty() ? answer.GetText() : line), /*longest=*/0);
 }
 
 std::string LineAnswer(const CAnswer& answer) {

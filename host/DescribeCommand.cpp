@@ -1,5 +1,6 @@
 #include "host/DescribeCommand.h"
 
+#include "common/Lng.h"
 #include "host/Describer.h"
 #include "host/HostError.h"
 #include "host/ModuleOptions.h"
@@ -24,18 +25,23 @@ constexpr std::size_t kShownReasons = 50;
 
 constexpr const char* kExamples =
     R"(Certificates, revocation lists, signed and enveloped messages and attribute
-certificates are described, as DER or BER, PEM (with text around), S/MIME or bare
-Base64; - is the standard input. A folder stands for all files below it, in sorted
-order. With more than one file a count of what was not described, and why, goes to
-the standard error at the end. The exit code is 2 when a file could not be read,
-which the standard error says, else 1 when one was not described; the others are.
+certificates are described by the module; OCSP and time-stamp requests and answers,
+certification requests, keys and their parameters, PKCS #12 files, evidence records
+and the other messages by this program. Secrets are not shown. A file is DER or BER,
+PEM (with text around), S/MIME or bare Base64; - is the standard input. A folder
+stands for all files below it, in sorted order. With more than one file a count of
+what was not described, and why, goes to the standard error at the end. The exit
+code is 2 when a file could not be read, which the standard error says, else 1 when
+something was not described; the others are.
 
---json writes the answer for each file with "file" in front. --ndjson writes a line
-for each file, one of
+--json writes the answer or description of each object with "file" in front.
+--ndjson writes a line for each object, one of
   {"file":"a.pem","kind":"certificate","answer":{...}}
-  {"file":"b.txt","error":"...","errorCode":16113}
-with the kinds attributeCertificate, certificate, certificates, crl, envelope and
-signature. The errorCode is left out when the file could not be read. The octets of a
+  {"file":"b.der","kind":"ocspResponse","description":{...}}
+  {"file":"c.txt","error":"...","errorCode":16113}
+where "answer" is the module's, of the kinds attributeCertificate, certificate,
+certificates, crl, envelope and signature. "object" is the number of one of several
+in a file. The errorCode is left out when the file could not be read. The octets of a
 name that is not UTF-8 stand in "fileBase64", and "file" shows what can be shown.
 
 Examples:
@@ -75,6 +81,7 @@ int Describe(const DescribeOptions& options) {
     using enum host::DescribeForm;
     const std::vector<host::ListedFile> files = host::ListFiles(options.files);
     const host::CLoadedModule module(options.module);
+    SetZORNALng(module.IsRussian() ? L"ru" : L"en");  // texts that are made here
     host::COrderedOutput output(stdout, kWindow);
     const host::RecordTextOptions text{
         .width =
@@ -112,9 +119,8 @@ void AddDescribeCommand(CLI::App& program, int& exitCode) {
         ->required()
         ->type_name("FILE");
     CLI::Option* const json =
-        command->add_flag("--json", options->json, "The module's answers, indented");
-    command->add_flag("--ndjson", options->lines, "A line of JSON for each file instead")
-        ->excludes(json);
+        command->add_flag("--json", options->json, "Answers and descriptions, indented");
+    command->add_flag("--ndjson", options->lines, "A line of JSON for each object")->excludes(json);
     command->add_option("--threads", options->threads, "Threads that ask (default 1)")
         ->type_name("N")
         ->check(CLI::Range(1U, kMaxThreads).description(""));

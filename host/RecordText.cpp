@@ -4,6 +4,7 @@
 #include "common/Json.h"
 #include "host/JsonEvents.h"
 #include "host/Terminal.h"
+#include "records/objects/ObjectDescription.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -25,8 +26,8 @@ constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is fo
 enum class Shown : std::uint8_t { kShown, kHidden, kRows };
 
 struct Label {
-    const char* english;
-    const char* russian;
+    std::string english;
+    std::string russian;
     Shown shown;
 };
 
@@ -50,6 +51,19 @@ const LabelTable& RecipientLabels() {
 #include "host/RecipientLabels.inc"
 #undef HOST_LABEL
     };
+    return labels;
+}
+
+// The captions of descriptions' own fields.
+const LabelTable& FieldLabels() {
+    static const LabelTable labels = [] {
+        LabelTable table;
+        for (const ca::FieldName& name : ca::AllFieldNames()) {
+            table.emplace(name.key,
+                          Label{ca::u16u8(name.english), ca::u16u8(name.russian), Shown::kShown});
+        }
+        return table;
+    }();
     return labels;
 }
 
@@ -100,7 +114,9 @@ class RecordWriter {
     explicit RecordWriter(const host::RecordTextOptions& options)
         : m_width(std::max(options.width, kLeastWidth)),
           m_russian(options.russian),
-          m_isEnvelope(options.isEnvelope) {}
+          m_special(options.isEnvelope      ? &RecipientLabels()
+                    : options.isDescription ? &FieldLabels()
+                                            : nullptr) {}
 
     // A single record needs no heading of its own.
     void Root(const JsonValue& root) {
@@ -149,7 +165,7 @@ class RecordWriter {
 
   private:
     const Label* FindLabel(std::string_view key) const {
-        const Label* const special = m_isEnvelope ? FindIn(RecipientLabels(), key) : nullptr;
+        const Label* const special = m_special != nullptr ? FindIn(*m_special, key) : nullptr;
         return special != nullptr ? special : FindIn(Labels(), key);
     }
 
@@ -228,7 +244,9 @@ class RecordWriter {
         } else if (array[0].IsString() || asRows) {
             Heading(name, indent);
         }
-        rapidjson::SizeType number = 0;
+        const auto objects = std::ranges::count_if(
+            array.GetArray(), [](const JsonValue& element) { return element.IsObject(); });
+        std::size_t number = 0;
         for (const JsonValue& element : array.GetArray()) {
             ++number;
             if (const NamedTextKeys* const keys = FindNamedText(element)) {
@@ -240,7 +258,7 @@ class RecordWriter {
                 Row(element, indent + kIndent);
             } else if (element.IsObject()) {
                 const std::string count = std::to_string(number) + "/";
-                Nested(name + " " + count + std::to_string(array.Size()), element, indent);
+                Nested(name + " " + count + std::to_string(objects), element, indent);
             }
         }
     }
@@ -346,7 +364,7 @@ class RecordWriter {
 
     std::size_t m_width;
     bool m_russian;
-    bool m_isEnvelope;
+    const LabelTable* m_special;  // looked at first; null for none
     std::string m_text;
 };
 
@@ -361,7 +379,11 @@ std::string RecordText(std::string_view answer, const RecordTextOptions& options
         return "";
     }
     RecordWriter writer(options);
-    writer.Root(document);
+    if (options.isDescription) {
+        writer.Object(document, kIndent);
+    } else {
+        writer.Root(document);
+    }
     return writer.Take();
 }
 

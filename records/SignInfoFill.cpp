@@ -10,6 +10,7 @@
 #include "records/SignatureAttributes.h"
 #include "records/SignerCertificates.h"
 #include "records/ValidityText.h"
+#include "records/objects/TrustListText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
@@ -253,7 +254,8 @@ CAsn1Element GrantedToken(const CAsn1Element& response) {
 }
 
 // A time-stamp token has one signer, and what it stamps is its content: told with the type of that.
-void AddTimeStamp(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
+// So is what a trust list or a catalogue is about.
+void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
     const std::wstring contentType = ca::FindOidByShortName("id-contentType")->dotted;
     const auto extension = std::ranges::find(record.extensions, contentType,
                                              [](const auto& each) { return each->extensionOid; });
@@ -264,7 +266,7 @@ void AddTimeStamp(const CAsn1EncapsulatedContentInfo& content, SignInfo& record)
     lines.Block((*extension)->extensionInterpretedString);
     const ca::CTextLines::Level level(lines);
     try {
-        ca::SayTimeStamp(content, lines);
+        static_cast<void>(ca::SayTimeStamp(content, lines) || ca::SayTrustList(content, lines));
     } catch (const ca::Exception& fault) {
         ca::AddError(record.signCert.error, fault.message);
     }
@@ -320,7 +322,7 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object,
         described.Add(describer.NewRecord());
     }
     if (content != nullptr && described.Count() == 1) {
-        AddTimeStamp(*content, *described.items.front());
+        AddContent(*content, *described.items.front());
     }
     if (described.items.empty()) {
         return {isAttached, hidden};

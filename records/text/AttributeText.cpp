@@ -186,7 +186,7 @@ void SayDirectoryValue(Value value, CTextLines& lines) {
 
 ca::CLazy<ca::CFormatterTable> valueFormatters([] {
     return ca::CFormatterTable{kRows, ca::EssAttributeRows(), ca::CadesAttributeRows(),
-                               ca::CodeAttributeRows()};
+                               ca::CodeAttributeRows(), ca::RequestAttributeRows()};
 });
 ca::CLazy<ca::CFormatterTable> claimedFormatters([] { return ca::CFormatterTable{kRows}; });
 

@@ -1,6 +1,7 @@
 #include "asn1/OidTable.h"
 #include "asn1/attributes/Attribute.h"
 #include "asn1/x509/CabfExtensions.h"
+#include "asn1/x509/DocumentTypeList.h"
 #include "asn1/x509/IssuerSignTool.h"
 #include "asn1/x509/QcStatement.h"
 #include "common/Lazy.h"
@@ -163,6 +164,23 @@ void SayOrganizationIdentifier(Value value, CTextLines& lines) {
     lines.Line(text + L'-' + ca::MemberText(id->RegistrationReference()));
 }
 
+// ---- Travel documents ----
+
+// The types of documents that the key may sign, in a line.
+void SayDocumentTypes(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1DocumentTypeList> list(value);
+    std::wstring text;
+    const std::size_t count = list->DocTypeList()->Count();
+    std::size_t index = 0;
+    for (auto at = list->DocTypeList()->Elements(); index < ca::kMaxListed && at.Next(); ++index) {
+        ca::AppendListed(text, ca::MemberText(ca::Good(at)));
+    }
+    lines.Line(text);
+    if (index < count) {
+        lines.Line(ca::MoreText(count - index));
+    }
+}
+
 constexpr ca::ExtensionRow kRows[] = {
     {"qcStatements", SayStatements},
     {"subjectDirectoryAttributes", SayDirectoryAttributes},
@@ -172,6 +190,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"cabfOrganizationIdentifier", SayOrganizationIdentifier},
     {"lei", ca::SayText},
     {"leiRole", ca::SayText},
+    {"documentTypeList", SayDocumentTypes},
 };
 
 }  // namespace

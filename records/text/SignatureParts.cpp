@@ -24,24 +24,6 @@ bool IsType(const CAsn1ObjectIdentifier* type, std::string_view shortName) {
     return info != nullptr && info->shortName == shortName;
 }
 
-// "1.5 s". Parts that do not fit a number count as nothing.
-std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
-    constexpr std::uint64_t kMicros = 1000000;
-    const auto part = [](const CAsn1Integer* number, std::int64_t highest) {
-        const std::int64_t value = IntegerOf(number, 0);
-        return static_cast<std::uint64_t>(value > 0 && value <= highest ? value : 0);
-    };
-    const std::uint64_t fraction =
-        1000 * part(accuracy.Millis(), 999) + part(accuracy.Micros(), 999);
-    std::wstring text = ca::DecimalText(part(accuracy.Seconds(), INT64_MAX));
-    if (fraction != 0) {
-        std::wstring digits = ca::DecimalText(kMicros + fraction);
-        digits.resize(digits.find_last_not_of(L'0') + 1);
-        text += L'.' + digits.substr(1);
-    }
-    return text + L' ' + SetZORNAMessage(kMsgSeconds);
-}
-
 void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
     const ca::CDecoded<CAsn1TstInfo> stamp(octets);
     const CAsn1MessageImprint& imprint = *stamp->MessageImprint();
@@ -50,7 +32,7 @@ void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(stamp->SerialNumber())));
     lines.Line(ca::DigestText(*imprint.HashAlgorithm(), imprint.HashedMessage()));
     if (stamp->Accuracy() != nullptr) {
-        lines.Line(kMsgAccuracy, AccuracyText(*stamp->Accuracy()));
+        lines.Line(kMsgAccuracy, ca::AccuracyText(*stamp->Accuracy()));
     }
     if (stamp->Ordering()) {
         lines.Line(kMsgOrdered, SetZORNAMessage(kMsgYes));
@@ -90,6 +72,23 @@ namespace ca {
 
 std::wstring OctetsText(const CAsn1OctetString* octets) {
     return Hex(OctetStringOf(octets));
+}
+
+std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
+    constexpr std::uint64_t kMicros = 1000000;
+    const auto part = [](const CAsn1Integer* number, std::int64_t highest) {
+        const std::int64_t value = IntegerOf(number, 0);
+        return static_cast<std::uint64_t>(value > 0 && value <= highest ? value : 0);
+    };
+    const std::uint64_t fraction =
+        1000 * part(accuracy.Millis(), 999) + part(accuracy.Micros(), 999);
+    std::wstring text = DecimalText(part(accuracy.Seconds(), INT64_MAX));
+    if (fraction != 0) {
+        std::wstring digits = DecimalText(kMicros + fraction);
+        digits.resize(digits.find_last_not_of(L'0') + 1);
+        text += L'.' + digits.substr(1);
+    }
+    return text + L' ' + SetZORNAMessage(kMsgSeconds);
 }
 
 std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest) {

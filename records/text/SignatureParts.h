@@ -5,6 +5,7 @@
 
 #include <string>
 
+class CAsn1Accuracy;
 class CAsn1EncapsulatedContentInfo;
 class CAsn1IssuerAndSerialNumber;
 class CAsn1IssuerSerial;
@@ -18,6 +19,9 @@ namespace ca {
 
 /// The octets of an OCTET STRING, its segments joined, in hexadecimal digits.
 std::wstring OctetsText(const CAsn1OctetString* octets);
+
+/// "1.5 s" (RFC 3161 2.4.2). Parts that do not fit a number count as nothing.
+std::wstring AccuracyText(const CAsn1Accuracy& accuracy);
 
 /// "SHA-256: hex"
 std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest);

@@ -179,12 +179,42 @@ void SayOldBasicConstraints(Value value, CTextLines& lines) {
     }
 }
 
+// The text of units of 16 bits, the least significant octet first, without their final zero.
+std::wstring LittleEndianText(ca::Octets octets) {
+    std::vector<unsigned char> swapped(octets.begin(), octets.end());
+    for (std::size_t i = 0; i + 1 < swapped.size(); i += 2) {
+        std::swap(swapped[i], swapped[i + 1]);
+    }
+    if (swapped.size() > 1 && swapped.back() == 0 && swapped[swapped.size() - 2] == 0) {
+        swapped.resize(swapped.size() - 2);
+    }
+    CAsn1Element text;
+    text.tag = kAsn1UnicodeString;
+    text.content = swapped;
+    return ca::ValueText(text);
+}
+
+// CatalogNameValue ::= SEQUENCE {
+//     name   BMPString,
+//     flags  INTEGER,
+//     value  OCTET STRING }   -- a text in UTF-16     CAT_NAMEVALUE of wintrust.h
+void SayCatalogProperty(Value value, CTextLines& lines) {
+    const CAsn1Element property = ca::FirstElement(value);
+    const CAsn1Element name = ca::Child(property, 0);
+    const CAsn1Element text = ca::Child(property, 2);
+    if (name.tag != kAsn1UnicodeString || text.tag != kAsn1OctetString) {
+        throw MakeAsn1WrongTag("CatalogNameValue", property.tag, 0);
+    }
+    lines.Line(ca::ValueText(name), LittleEndianText(text.content));
+}
+
 constexpr ca::ExtensionRow kRows[] = {
     {"msEnrollCerttype", SayTemplateName},
     {"msCertificateTemplate", SayTemplate},
     {"msCAVersion", SayCaVersion},
     {"msPreviousCertHash", ca::SayOctetString},
     {"msNtdsSecurityExt", SaySecurityId},
+    {"msCatalogNameValue", SayCatalogProperty},
     {"netscapeCertType", SayNetscapeType},
     {"netscapeBaseUrl", ca::SayText},
     {"netscapeRevocationUrl", ca::SayText},

@@ -125,25 +125,65 @@ TEST_F(DescribeCommandTest, ReadsTheStandardInputAndShowsAnswers) {
     EXPECT_THAT(letter.out, HasSubstr("(16113)"));
 }
 
-TEST_F(DescribeCommandTest, NamesWhatNoOperationDescribes) {
-    const Octets type = {0x06, 3, 0x2A, 3, 4};
-    const Octets algorithm = Tlv(0x30, type);
-    const Octets bits = {0x03, 2, 0, 1};
-    const Octets id = Tlv(0x30, {algorithm, Octets{4, 1, 1}, Octets{4, 1, 2}, Octets{2, 1, 3}});
-    const std::pair<Octets, const char*> cases[] = {
-        {{0x30, 3, 0x0A, 1, 6}, "an OCSP response;"},
-        {Tlv(0x30, Tlv(0x30, Tlv(0x30, Tlv(0x30, id)))), "an OCSP request;"},
-        {Tlv(0x30, {algorithm, bits}), "a public key;"},
-        {Tlv(0x30, {{2, 1, 5}, {2, 1, 3}}), "a public key;"},
-        {Tlv(0x30, {{2, 1, 0}, algorithm, {4, 1, 7}}), "a private key;"},
-        {Tlv(0x30, {{2, 1, 5}, {2, 1, 3}, {2, 1, 3}}), "ERROR Certificate error (16113)"},
+TEST_F(DescribeCommandTest, DescribesWhatNoOperationDoes) {
+    const Octets refusal = {0x30, 3, 0x0A, 1, 6};
+    m_directory.Write("a.ocsp", std::string(refusal.begin(), refusal.end()));
+    m_directory.Write("a.pem",
+                      "-----BEGIN OCSP RESPONSE-----\nMAMKAQY=\n-----END OCSP RESPONSE-----\n");
+    for (const std::string file : {"a.ocsp", "a.pem"}) {
+        const HostResult text = Run({"describe", file, "--language", "en"});
+        EXPECT_EQ(0, text.exitCode);
+        EXPECT_EQ(file + ": OCSP response\n  Status: Unauthorized (6)\n\n", text.out);
+        EXPECT_EQ("{\"file\":\"" + file +
+                      "\",\"kind\":\"ocspResponse\",\"description\":"
+                      "{\"status\":\"Запрос не разрешен (6)\",\"error\":\"\"}}\n",
+                  Run({"describe", "--ndjson", file, "--language", "ru"}).out);
+    }
+    const HostResult json = Run({"describe", "--json", "a.ocsp", "--language", "en"});
+    rapidjson::Document answer;
+    answer.Parse(json.out.c_str());
+    ASSERT_TRUE(answer.IsObject());
+    EXPECT_STREQ("Unauthorized (6)", answer["description"]["status"].GetString());
+}
+
+TEST_F(DescribeCommandTest, SaysWhyNothingIsDescribed) {
+    const Octets numbers = Tlv(0x30, {{2, 1, 5}, {2, 1, 3}, {2, 1, 3}});
+    const std::string unknown(numbers.begin(), numbers.end());
+    const std::pair<std::string, const char*> cases[] = {
+        {unknown, "ASN.1 data of an unknown kind; cmhost asn1 shows their structure (16113)"},
+        {"-----BEGIN X-----\nMAkCAQUCAQMCAQM=\n-----END X-----\n",
+         "ASN.1 data of an unknown kind; cmhost asn1 shows their structure (16113)"},
+        {unknown.substr(0, 9), "ASN.1 data that are cut off"},
+        {"-----BEGIN X-----\n?\n-----END X-----\n", "a PEM block that does not decode"},
+        {std::string("\xFF\xFF\xFF\xFF", 4), "no ASN.1 data"},
+        {"-----BEGIN PGP MESSAGE-----\nhQEC\n-----END PGP MESSAGE-----\n", "OpenPGP data\n"},
     };
-    for (const auto& [octets, expected] : cases) {
-        const HostResult result =
-            Run({"describe", "-", "--language", "en"}, std::string(octets.begin(), octets.end()));
+    for (const auto& [content, expected] : cases) {
+        const HostResult result = Run({"describe", "-", "--language", "en"}, content);
         EXPECT_EQ(1, result.exitCode);
         EXPECT_THAT(result.out, HasSubstr(std::string("-: not described: ") + expected));
     }
+}
+
+TEST_F(DescribeCommandTest, DescribesEachObjectOfAFile) {
+    m_directory.Write("all.pem", std::string(kSampleCrl) + kSampleCertificate +
+                                     "-----BEGIN EC PARAMETERS-----\nBggqhkjOPQMBBw==\n"
+                                     "-----END EC PARAMETERS-----\n" +
+                                     kSampleMessage + kSampleCertificate +
+                                     "-----BEGIN X-----\nBQA=\n-----END X-----\n");
+    const HostResult result = Run({"describe", "--ndjson", "all.pem", "--language", "en"});
+    EXPECT_EQ(1, result.exitCode);
+    std::vector<std::string> kinds;
+    for (const std::string& line : Lines(result.out)) {
+        rapidjson::Document row;
+        row.Parse(line.c_str());
+        ASSERT_TRUE(row.IsObject()) << line;
+        EXPECT_EQ(kinds.size() + 1, row["object"].GetUint());
+        kinds.emplace_back(row.HasMember("kind") ? row["kind"].GetString() : "");
+    }
+    EXPECT_THAT(kinds, ElementsAre("crl", "certificates", "ecParameters", "signature", ""));
+    EXPECT_THAT(Run({"describe", "all.pem", "--language", "en"}).out,
+                HasSubstr("all.pem 3/5: elliptic curve parameters\n  Curve:      NIST P-256\n"));
 }
 
 TEST_F(DescribeCommandTest, WalksFoldersInOrderAndCountsWhatIsNotDescribed) {
