@@ -94,11 +94,14 @@ class ShapeMatch {
     bool Members(const CAsn1Element& parent, std::string_view shape) {
         CAsn1Cursor cursor(parent.content);
         while (!shape.empty()) {
+            if (IsCutAt(cursor)) {  // what may be missing is not known to be
+                return m_matched >= kLeastOfCut;
+            }
             if (shape == "$") {
                 return cursor.AtEnd();
             }
             if (!Part(cursor, TakePart(shape))) {
-                return IsCutAt(cursor) && m_matched >= kLeastOfCut;
+                return false;
             }
         }
         return true;

@@ -196,9 +196,10 @@ bool IsCurve(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     return object.tag == kAsn1Sequence || (type != nullptr && type->kind == OidKind::kCurve);
 }
 
-bool IsCertificatePair(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
-    return IsSignedObject(Child(Child(object, 0), 0)) &&
-           (Child(object, 1).raw.empty() || IsSignedObject(Child(Child(object, 1), 0)));
+bool IsCertificatePair(const CAsn1Element& object, const unsigned char* cutAt) {
+    return cutAt != nullptr ||
+           (IsSignedObject(Child(Child(object, 0), 0)) &&
+            (Child(object, 1).raw.empty() || IsSignedObject(Child(Child(object, 1), 0))));
 }
 
 bool IsCertificatePath(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
