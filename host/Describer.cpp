@@ -109,8 +109,13 @@ struct CDescriber::Outcome {
 };
 
 CDescriber::CDescriber(const CModule& module, COrderedOutput& output, CProgressBar& progress,
-                       DescribeForm form, const RecordTextOptions& text)
-    : m_module(module), m_output(output), m_progress(progress), m_form(form), m_text(text) {}
+                       DescribeForm form, const DescribeRequest& request)
+    : m_module(module),
+      m_output(output),
+      m_progress(progress),
+      m_form(form),
+      m_listParams(request.listParams),
+      m_text(request.text) {}
 
 void CDescriber::Describe(const std::vector<ListedFile>& files, unsigned threads) {
     std::vector<std::jthread> others;
@@ -198,6 +203,9 @@ CDescriber::Outcome CDescriber::AskModule(const std::vector<ca::ObjectReader>& o
     for (const ca::ObjectReader each : order) {
         CRequestBuilder builder;
         builder.Set("mode", std::to_string(ModeOf(each)));
+        if (each == ca::ObjectReader::kCrl && !m_listParams.empty()) {
+            builder.Set("extInitParams", QuoteJson(m_listParams));
+        }
         CRequest request{.octets = builder.Build(&octets, PayloadForm::kBinary),
                          .name = Visible(path) + ", " + NameMode(ModeOf(each))};
         Outcome next = Judge(each, m_module.Ask(request));
@@ -217,8 +225,7 @@ CDescriber::Outcome CDescriber::DescribePart(const FileObjects& file, const File
     Outcome outcome;
     if (part.kind != nullptr && part.kind->reader == ca::ObjectReader::kDescription) {
         outcome.kind = part.kind;
-        outcome.description =
-            DescriptionJson(*part.kind, ca::SourceOf(file.items[part.items.front()]));
+        outcome.description = DescriptionJson(*part.kind, SourceOf(file, part));
         return outcome;
     }
     // A file of one part is the module's as it is.
@@ -241,8 +248,8 @@ std::vector<CDescriber::Outcome> CDescriber::Ask(const ListedFile& file) const {
         for (const FilePart& part : objects.parts) {
             outcomes.push_back(DescribePart(objects, part, content, file.path));
         }
-        if (objects.leftOut != 0) {
-            outcomes.emplace_back().fault = ca::u16u8(ca::MoreText(objects.leftOut));
+        if (objects.list.leftOut != 0) {
+            outcomes.emplace_back().fault = ca::u16u8(ca::MoreText(objects.list.leftOut));
         }
     } catch (const CHostError& error) {
         Outcome& outcome = outcomes.emplace_back();

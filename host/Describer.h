@@ -28,6 +28,14 @@ enum class DescribeForm : std::uint8_t {
     kLines,
 };
 
+/// What the module is asked to describe, and how that is laid out.
+struct DescribeRequest {
+    /// "extInitParams" of requests for revocation lists: which entries; "" for the module's own
+    /// choice.
+    std::string listParams;
+    RecordTextOptions text;
+};
+
 struct FileObjects;
 struct FilePart;
 
@@ -37,7 +45,7 @@ class CDescriber {
   public:
     /// The references outlive the describer.
     CDescriber(const CModule& module, COrderedOutput& output, CProgressBar& progress,
-               DescribeForm form, const RecordTextOptions& text);
+               DescribeForm form, const DescribeRequest& request);
 
     /// Returns when every file is done. A file that cannot be read gets a note on the standard
     /// error too. Throws CHostError (usage) when the output fails.
@@ -76,6 +84,7 @@ class CDescriber {
     COrderedOutput& m_output;
     CProgressBar& m_progress;
     DescribeForm m_form;
+    std::string m_listParams;
     RecordTextOptions m_text;
 
     std::mutex m_mutex;  // guards the progress bar and what follows

@@ -5,7 +5,6 @@
 #include "common/Lng.h"
 #include "host/ModeTable.h"
 #include "records/text/Elements.h"
-#include "records/text/VisibleText.h"
 
 #include <algorithm>
 #include <span>
@@ -19,6 +18,8 @@ struct OperationRow {
     ObjectReader reader;
     std::string_view operation;
 };
+
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 // In the order that suits octets of which nothing is known.
 constexpr OperationRow kOperations[] = {
@@ -41,8 +42,10 @@ std::vector<ObjectReader> OrderFor(const ca::ObjectKind* kind) {
     return order;
 }
 
-bool IsCertificate(const ca::ObjectKind* kind) {
-    return kind != nullptr && kind->name == std::string_view("certificate");
+// One that can stand among others. What is damaged or cut is told of by itself.
+bool IsWholeCertificate(const ca::PlacedObject& object) {
+    return object.kind != nullptr && object.kind->name == std::string_view("certificate") &&
+           !ca::FirstElement(object.source.octets).raw.empty();
 }
 
 std::string UnknownReason(const ca::ObjectSource& source, bool isCut) {
@@ -74,18 +77,17 @@ FileObjects ReadObjects(std::string& content) {
     FileObjects file;
     file.items =
         ca::DecodePayload({reinterpret_cast<unsigned char*>(content.data()), content.size()});
-    for (std::size_t i = 0; i < file.items.size(); ++i) {
-        if (file.parts.size() == ca::kMaxListed) {
-            file.leftOut = file.items.size() - i;
-            break;
-        }
-        const ca::ObjectKind* kind = ca::RecogniseObject(ca::SourceOf(file.items[i]));
-        const auto others = std::ranges::find_if(
-            file.parts, [](const FilePart& part) { return IsCertificate(part.kind); });
-        if (IsCertificate(kind) && others != file.parts.end()) {
-            others->items.push_back(i);
+    file.list = ca::ListObjects(file.items, kMaxFileObjects);
+    std::size_t certificates = kNone;  // the part that has them
+    for (std::size_t i = 0; i < file.list.objects.size(); ++i) {
+        const ca::PlacedObject& object = file.list.objects[i];
+        if (!IsWholeCertificate(object)) {
+            file.parts.push_back({object.kind, {i}, OrderFor(object.kind)});
+        } else if (certificates != kNone) {
+            file.parts[certificates].objects.push_back(i);
         } else {
-            file.parts.push_back({kind, {i}, OrderFor(kind)});
+            certificates = file.parts.size();
+            file.parts.push_back({object.kind, {i}, OrderFor(object.kind)});
         }
     }
     if (file.parts.empty()) {
@@ -94,15 +96,19 @@ FileObjects ReadObjects(std::string& content) {
     return file;
 }
 
+ca::ObjectSource SourceOf(const FileObjects& file, const FilePart& part) {
+    return file.list.objects[part.objects.front()].source;
+}
+
 std::string OctetsOf(const FileObjects& file, const FilePart& part) {
     std::string octets;
-    for (const std::size_t number : part.items) {
-        const std::span<const unsigned char> item = file.items[number].octets;
-        if (part.items.size() == 1) {
-            octets.assign(item.begin(), item.end());
-        } else if (!item.empty()) {  // a damaged one must not hide those behind it
+    for (const std::size_t number : part.objects) {
+        const std::span<const unsigned char> object = file.list.objects[number].source.octets;
+        if (part.objects.size() == 1) {
+            octets.assign(object.begin(), object.end());
+        } else {
             std::string encoded;
-            ca::Base64Encode(item.data(), static_cast<unsigned>(item.size()), encoded);
+            ca::Base64Encode(object.data(), static_cast<unsigned>(object.size()), encoded);
             octets.append("-----BEGIN CERTIFICATE-----\n").append(encoded);
             octets.append("\n-----END CERTIFICATE-----\n");
         }
@@ -111,12 +117,12 @@ std::string OctetsOf(const FileObjects& file, const FilePart& part) {
 }
 
 std::string ReasonOf(const FileObjects& file, const FilePart& part, const std::string& fault) {
-    if (part.items.empty()) {
+    if (part.objects.empty()) {
         return fault;
     }
-    const ca::ObjectSource source = ca::SourceOf(file.items[part.items.front()]);
+    const ca::ObjectSource source = SourceOf(file, part);
     const bool isCut = MendTruncated(source.octets).has_value();
-    if (part.kind == nullptr) {
+    if (part.kind == nullptr || source.octets.empty()) {
         return UnknownReason(source, isCut);
     }
     const std::string name = ca::u16u8(part.kind->Name());

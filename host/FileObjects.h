@@ -1,7 +1,7 @@
 #pragma once
 
 #include "records/Payload.h"
-#include "records/objects/ObjectKinds.h"
+#include "records/objects/ObjectList.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,21 +17,27 @@ std::uint32_t ModeOf(ca::ObjectReader reader);
 /// may be each other's issuers.
 struct FilePart {
     const ca::ObjectKind* kind = nullptr;  ///< null for nothing that is known
-    std::vector<std::size_t> items;        ///< of the file
+    std::vector<std::size_t> objects;      ///< of the file
     /// The operations to try, the likeliest first; empty for a kind that none describes.
     std::vector<ca::ObjectReader> order;
 };
 
+/// Objects of a file that are told apart; the others are counted.
+inline constexpr std::size_t kMaxFileObjects = 1000;
+
 /// The objects of a file.
 struct FileObjects {
     std::vector<ca::PayloadItem> items;  ///< views of the content
-    std::vector<FilePart> parts;         ///< in order; at least one, at most 1000
-    std::size_t leftOut = 0;             ///< items behind them
+    ca::ObjectList list;                 ///< at most kMaxFileObjects, views of the items
+    std::vector<FilePart> parts;         ///< in order; at least one
 };
 
 /// Finds the objects of a file and judges what they are; the rest is up to their descriptions. Cost
 /// is linear: unwrapping PEM or Base64. \param content  outlives the result.
 FileObjects ReadObjects(std::string& content);
+
+/// The first object of a part that has one.
+ca::ObjectSource SourceOf(const FileObjects& file, const FilePart& part);
 
 /// The octets of a part for a request of its own.
 std::string OctetsOf(const FileObjects& file, const FilePart& part);

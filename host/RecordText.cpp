@@ -5,6 +5,7 @@
 #include "host/JsonEvents.h"
 #include "host/Terminal.h"
 #include "records/objects/ObjectDescription.h"
+#include "records/text/TextLines.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -22,6 +23,10 @@ constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kMaxDepth = 40;
 constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is folded, not cut
+
+// A list of which an answer may hold a part, and how long the whole is.
+constexpr const char* kEntriesKey = "Revoked";
+constexpr const char* kEntriesCount = "RevokedCount";
 
 enum class Shown : std::uint8_t { kShown, kHidden, kRows };
 
@@ -114,6 +119,7 @@ class RecordWriter {
     explicit RecordWriter(const host::RecordTextOptions& options)
         : m_width(std::max(options.width, kLeastWidth)),
           m_russian(options.russian),
+          m_isSelection(options.isSelection),
           m_special(options.isEnvelope      ? &RecipientLabels()
                     : options.isDescription ? &FieldLabels()
                                             : nullptr) {}
@@ -153,6 +159,28 @@ class RecordWriter {
                 Array(name, value, indent,
                       /*asRows=*/label != nullptr && label->shown == Shown::kRows);
             }
+            if (value.IsArray() && AsText(key) == kEntriesKey) {
+                RestOfList(name, object, value.Size(), indent);
+            }
+        }
+    }
+
+    // The list goes on behind its last line, or has nothing of what was looked for.
+    void RestOfList(const std::string& name, const JsonValue& object, std::size_t shown,
+                    std::size_t indent) {
+        const auto count = object.FindMember(kEntriesCount);
+        const std::size_t all = count != object.MemberEnd() && count->value.IsUint64()
+                                    ? static_cast<std::size_t>(count->value.GetUint64())
+                                    : shown;
+        if (all > shown && shown == 0) {
+            Heading(name, indent);
+        }
+        if (m_isSelection && shown == 0 && all != 0) {
+            m_text.append(indent + kIndent, ' ');
+            Lines(m_russian ? "нет с этим номером" : "none of this number", indent + kIndent);
+        } else if (!m_isSelection && all > shown) {
+            m_text.append(indent + kIndent, ' ');
+            Lines(ca::u16u8(ca::MoreText(all - shown)), indent + kIndent);
         }
     }
 
@@ -364,6 +392,7 @@ class RecordWriter {
 
     std::size_t m_width;
     bool m_russian;
+    bool m_isSelection;
     const LabelTable* m_special;  // looked at first; null for none
     std::string m_text;
 };

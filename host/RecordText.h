@@ -13,6 +13,8 @@ struct RecordTextOptions {
     bool isEnvelope = false;  ///< the certificates name who can read a message
     /// The text is a description (ca::ObjectDescription), not an answer.
     bool isDescription = false;
+    /// Of the lists' entries those of one serial number were asked for.
+    bool isSelection = false;
 };
 
 /// The records of an answer as indented text, UTF-8: a line for each member with its label, values

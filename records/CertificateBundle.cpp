@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
+#include "records/CertificateCursor.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 
@@ -98,9 +99,9 @@ std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
 }
 
 void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bundle) {
-    CAsn1Cursor cursor(octets);
+    ca::CCertificateCursor cursor(octets);
     CAsn1Element element;
-    while (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {
+    while (cursor.Next(element)) {
         if (ca::LooksLikeCertificate(element.raw)) {
             bundle.certificates.push_back(element.raw);
         }

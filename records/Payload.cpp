@@ -39,12 +39,18 @@ bool IsBase64Text(std::string_view text) {
 }
 
 // Tells a text from octets that happen to hold a PEM line somewhere: its first characters all
-// print. A BER element of more than a few octets has its length, or the tag of its first member,
-// there.
+// print, in UTF-8 or in a character set of one octet each. A BER element of more than a few octets
+// has its length, or the tag of its first member, there; none has a letter beyond ASCII in front of
+// the octet 80 to BF that its length begins with.
 bool IsTextStart(std::string_view text) {
     constexpr std::size_t kLookedAt = 8;
-    return std::ranges::all_of(text.substr(0, kLookedAt), [](char c) {
-        return (c >= 0x20 && c != 0x7F) || IsBlank(c) || static_cast<unsigned char>(c) >= 0xC0;
+    constexpr unsigned char kFirstLetter = 0xC0;
+    constexpr unsigned char kFirstContinuation = 0x80;
+    bool isInCharacter = false;
+    return std::ranges::all_of(text.substr(0, kLookedAt), [&](char c) {
+        const auto octet = static_cast<unsigned char>(c);
+        isInCharacter = octet >= kFirstLetter || (isInCharacter && octet >= kFirstContinuation);
+        return isInCharacter || (octet >= 0x20 && octet < 0x7F) || IsBlank(c);
     });
 }
 

@@ -12,6 +12,7 @@
 #include "records/ValidityText.h"
 #include "records/objects/TrustListText.h"
 #include "records/text/AlgorithmText.h"
+#include "records/text/Decoded.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/OutlineText.h"
@@ -117,6 +118,8 @@ class CSignerDescriber {
 
     // Certificates of the message that there was no room for.
     std::size_t HiddenCertificates() const { return m_certificates.Hidden(); }
+    // What is among them and is none; octets of the message.
+    std::span<const unsigned char> OddCertificate() const { return m_certificates.Odd(); }
 
     // The record of a signature of which nothing is known yet.
     std::unique_ptr<SignInfo> NewRecord() const {
@@ -219,8 +222,8 @@ class CSignerDescriber {
         std::size_t hidden = 0;
         {
             const CBudgetLoan twice(2);
-            hidden = DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1,
-                                 record.coSigners);
+            hidden =
+                DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1, record.coSigners);
         }
         CAnswerBudget::Take(CostOf(record.coSigners));
         ca::AddMore(record.signCert.error, hidden);
@@ -292,14 +295,23 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
 
 namespace {
 
+// An element in a list that is not of the list's kind, or octets that are no element.
+std::wstring OddElementFault(std::string_view list, Octets odd, std::size_t offset) {
+    CAsn1Element element;
+    const Asn1Fault fault = CAsn1Cursor(Changeable(odd)).Next(element);
+    return (fault == Asn1Fault::kNone ? MakeAsn1WrongTag(list, element.tag, offset)
+                                      : MakeAsn1Fault(fault, list, offset))
+        .message;
+}
+
 struct MessageOutcome {
     bool isAttached;
     std::size_t hidden;  // signatures that were not described, where none was that could say so
 };
 
 // Describes one message.
-MessageOutcome DescribeMessage(std::span<unsigned char> object,
-                               std::span<unsigned char> signedData, SignInfos& described) {
+MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsigned char> signedData,
+                               SignInfos& described) {
     CAsn1Root<CAsn1SignedData> message(signedData, Asn1Blocks::kRead);
     message->GetBlock()->offset = static_cast<std::uint32_t>(signedData.data() - object.data());
     std::wstring error;
@@ -332,6 +344,10 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object,
     if (describer.HiddenCertificates() != 0) {
         AddError(told, SetZORNAMessage(kMsgCertificates) +
                            (L": " + MoreText(describer.HiddenCertificates())));
+    }
+    if (const auto odd = describer.OddCertificate(); !odd.empty()) {
+        AddError(told, OddElementFault("SignedData.certificates", odd,
+                                       static_cast<std::size_t>(odd.data() - object.data())));
     }
     AddMore(told, hidden);
     return {isAttached, 0};

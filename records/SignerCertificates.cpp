@@ -4,6 +4,7 @@
 #include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
+#include "records/CertificateCursor.h"
 #include "records/text/Elements.h"
 #include "records/text/VisibleText.h"
 
@@ -38,38 +39,44 @@ namespace ca {
 
 CSignerCertificates::CSignerCertificates(std::span<unsigned char> choices) {
     CAsn1Element choice;
-    CAsn1Cursor cursor(choices);
+    CCertificateCursor cursor(choices);
     const std::size_t most = CAnswerBudget::Left() / 2 / kOctetsOfOne;  // the rest is for signers
     std::size_t count = 0;
-    while (!cursor.AtEnd() && count < most && cursor.Next(choice) == Asn1Fault::kNone) {
-        Add(choice);
+    while (count < most && cursor.Next(choice)) {
+        if (!Add(choice) && m_odd.empty()) {
+            m_odd = choice.raw;
+        }
         ++count;
     }
+    if (!cursor.Unread().empty() && (m_odd.empty() || cursor.Unread().data() < m_odd.data())) {
+        m_odd = cursor.Unread();
+    }
     CAnswerBudget::Take(count * kOctetsOfOne);
-    m_hidden = count == most ? CountElements(cursor) : 0;
+    m_hidden = count == most ? CountElements(cursor.Rest()) : 0;
     if (!m_attributesByDigest.empty()) {
         LinkByDigest();
     }
 }
 
-void CSignerCertificates::Add(const CAsn1Element& choice) {
+bool CSignerCertificates::Add(const CAsn1Element& choice) {
     if (choice.tag == kAttributesV1 || choice.tag == kAttributesV2) {
         auto& copy = m_copies.emplace_back(choice.raw.begin(), choice.raw.end());
         copy[0] = kAsn1Sequence;
-        AddAttributes(copy);
-    } else if (LooksLikeCertificate(choice.raw)) {
+        return AddAttributes(copy);
+    }
+    if (LooksLikeCertificate(choice.raw)) {
         SignerCertificate& certificate =
             m_certificates.emplace_back(SignerCertificate{choice.raw, NamesOf(choice.raw)});
         const CertificateNames& names = certificate.names;
         m_bySerial.emplace(IssuerSerial(names.issuer, names.serial), &certificate);
-    } else {
-        AddAttributes(choice.raw);
+        return true;
     }
+    return AddAttributes(choice.raw);
 }
 
-void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
+bool CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
     if (!LooksLikeAttributeCertificate(certificate)) {
-        return;
+        return false;
     }
     SignerCertificate& attributes =
         m_attributes.emplace_back(SignerCertificate{certificate, HolderNames(certificate)});
@@ -86,6 +93,7 @@ void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
             Hex({reinterpret_cast<const unsigned char*>(digest.data()), digest.size()}),
             &attributes);
     }
+    return true;
 }
 
 // Each certificate is digested once, however many signers name it.

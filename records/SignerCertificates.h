@@ -18,7 +18,7 @@ namespace ca {
 /// A certificate of a message.
 struct SignerCertificate {
     std::span<unsigned char> der;
-    CertificateNames names;    ///< of an attribute certificate those of its holder
+    CertificateNames names;  ///< of an attribute certificate those of its holder
     /// Of its description; 0 until it is described. Kept by who describes it.
     std::size_t textOctets = 0;
     /// The attribute certificate whose holder is a digest of this one or its key; null for none.
@@ -36,6 +36,9 @@ class CSignerCertificates {
 
     /// Elements that there was no room for.
     std::size_t Hidden() const { return m_hidden; }
+    /// The first element, or octets that are none, that is no certificate of either kind: a view;
+    /// empty when there is none.
+    std::span<const unsigned char> Odd() const { return m_odd; }
 
     /// The certificate of issuer and serial number, or with that subject key identifier; null when
     /// there is none. Of several it is the first.
@@ -52,8 +55,8 @@ class CSignerCertificates {
     template <class Key>
     using Index = std::map<Key, SignerCertificate*>;
 
-    void Add(const CAsn1Element& choice);
-    void AddAttributes(std::span<unsigned char> certificate);
+    bool Add(const CAsn1Element& choice);
+    bool AddAttributes(std::span<unsigned char> certificate);
     void IndexKeys();
     void LinkByDigest();
 
@@ -64,6 +67,7 @@ class CSignerCertificates {
     Index<std::string_view> m_byKey;
     bool m_hasKeys = false;
     std::size_t m_hidden = 0;
+    std::span<const unsigned char> m_odd;
     Index<IssuerSerial> m_attributesBySerial;
     Index<std::string_view> m_attributesBySubject;
     Index<std::wstring> m_attributesByDigest;  // hexadecimal

@@ -2,6 +2,8 @@
 
 #include "asn1/TruncatedObject.h"
 #include "common/Exception.h"
+#include "records/AnswerBudget.h"
+#include "records/RecordOctets.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/TextLines.h"
@@ -28,12 +30,13 @@ CDescriptionBuilder::Level::~Level() {
 }
 
 DescriptionField* CDescriptionBuilder::Add(FieldId id, FieldForm form) {
-    if (m_count == kMaxDescribedFields) {
+    if (m_count == kMaxDescribedFields || !CAnswerBudget::HasRoomFor(0)) {
         ++m_leftOut;
         m_sink = {};
         return &m_sink;
     }
     ++m_count;
+    CAnswerBudget::Take(sizeof(DescriptionField));
     DescriptionField& field = m_open->emplace_back();
     field.id = id;
     field.form = form;
@@ -42,6 +45,7 @@ DescriptionField* CDescriptionBuilder::Add(FieldId id, FieldForm form) {
 
 void CDescriptionBuilder::Text(FieldId id, std::wstring text) {
     if (!text.empty()) {
+        CAnswerBudget::Take(CostOfText(text.size()));
         Add(id, FieldForm::kText)->text = std::move(text);
     }
 }
@@ -54,6 +58,8 @@ void CDescriptionBuilder::Absent(FieldId id, Word word) {
 
 void CDescriptionBuilder::Named(DescriptionField field) {
     field.form = FieldForm::kNamed;
+    CAnswerBudget::Take(CostOfText(field.name.size() + field.oid.size() + field.text.size()) +
+                        field.octets.size());
     *Add(m_id, field.form) = std::move(field);
 }
 
@@ -61,6 +67,7 @@ void CDescriptionBuilder::Object(FieldId id, const ObjectKind& kind,
                                  std::span<const unsigned char> octets, std::wstring about) {
     DescriptionField* const field = Add(id, FieldForm::kObject);
     if (field != &m_sink) {
+        CAnswerBudget::Take(octets.size());
         field->kind = &kind;
         field->octets.assign(octets.begin(), octets.end());
         field->text = std::move(about);
@@ -89,6 +96,7 @@ std::span<unsigned char> CDescriptionBuilder::Joined(const CAsn1Object* octetStr
     if (!block.IsConstructed()) {
         return {block.content, block.contentLength};
     }
+    CAnswerBudget::Take(block.contentLength);
     try {
         return m_copies.emplace_back(OctetStringOf(octetString));
     } catch (const Exception& fault) {
@@ -103,6 +111,7 @@ std::span<unsigned char> CDescriptionBuilder::Mended(std::span<unsigned char> oc
         return octets;
     }
     m_isCut = true;
+    CAnswerBudget::Take(octets.size());
     Fault(WordText(Word::kCutOff) + std::to_wstring(octets.size()));
     return m_copies.emplace_back(std::move(mended->octets));
 }
@@ -118,6 +127,7 @@ ObjectDescription CDescriptionBuilder::Take(const ObjectKind& kind) {
         Fault(MoreText(m_leftOut));
     }
     m_description.kind = &kind;
+    m_description.octets = m_object.size();
     return std::move(m_description);
 }
 

@@ -17,6 +17,11 @@ namespace ca {
 /// Fields of one description; what is more is counted.
 inline constexpr std::size_t kMaxDescribedFields = 50000;
 
+/// Memory that one description may take, in octets for each of the object's and always. An answer
+/// of an OCSP responder takes 36 for each of its own.
+inline constexpr std::size_t kDescriptionPerOctet = 48;
+inline constexpr std::size_t kDescriptionAlways = 1 << 20;
+
 /// Builds a description, one field behind the other. Says nothing for members that are absent or
 /// could not be read, so that a describer lists what there may be and reads on after every fault.
 /// Holds what nested encodings had to be copied to; outlives all that is read from them.

@@ -3,6 +3,7 @@
 #include "common/Encode.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CrlInfoFill.h"
@@ -10,6 +11,7 @@
 #include "records/SignInfoFill.h"
 #include "records/objects/DescriptionWords.h"
 #include "records/objects/ObjectKinds.h"
+#include "records/text/TextLines.h"
 
 #include <array>
 #include <iterator>
@@ -106,6 +108,21 @@ class FieldWriter {
     }
 
     void Object(const DescriptionField& field) {
+        const std::size_t before = m_writer.Size();
+        {
+            const ca::CBudgetLoan loan;  // the record is dropped, its text is kept
+            WriteObject(field);
+        }
+        ca::CAnswerBudget::Take(m_writer.Size() - before);
+    }
+
+    void WriteObject(const DescriptionField& field) {
+        if (!ca::CAnswerBudget::HasRoomFor(field.octets.size())) {
+            m_writer.StartObject();
+            WriteMember(m_writer, ca::NameOf(FieldId::kError).key, ca::MoreText(1));
+            m_writer.EndObject();
+            return;
+        }
         std::vector<unsigned char> octets = field.octets;  // reading is not const
         try {
             Record(*field.kind, octets, field.text);
@@ -177,6 +194,7 @@ std::wstring DescriptionField::Caption() const {
 }
 
 void ObjectDescription::ToJson(JsonWriter& writer, unsigned nested) const {
+    const CAnswerBudget budget(octets);
     writer.StartObject();
     FieldWriter(writer, nested).Members(fields);
     WriteMember(writer, NameOf(FieldId::kError).key, error);

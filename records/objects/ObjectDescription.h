@@ -2,6 +2,7 @@
 
 #include "common/Json.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -68,11 +69,13 @@ inline constexpr unsigned kMaxNestedObjects = 4;
 struct ObjectDescription {
     const ObjectKind* kind = nullptr;  ///< never null when it comes from DescribeObject()
     std::vector<DescriptionField> fields;
-    std::wstring error;  ///< what is wrong with the object, a fault a line
+    std::wstring error;      ///< what is wrong with the object, a fault a line
+    std::size_t octets = 0;  ///< of the object
 
     /// Writes one object with the fields under their keys, lists as arrays, and "error". What is
     /// named is an object as extensions are in records ("OidFriendlyName", "OidValue", ...), a
-    /// nested object is its record or its own description.
+    /// nested object is its record or its own description, as far as there is room for it
+    /// (CAnswerBudget).
     /// \param nested  objects that stand around this one.
     void ToJson(JsonWriter& writer, unsigned nested = 0) const;
 };

@@ -3,6 +3,7 @@
 #include "asn1/TruncatedObject.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "records/AnswerBudget.h"
 #include "records/objects/Describers.h"
 #include "records/objects/ObjectShape.h"
 #include "records/objects/ObjectTests.h"
@@ -141,13 +142,24 @@ const ObjectKind* RecogniseObject(const ObjectSource& source) {
 }
 
 ObjectDescription DescribeObject(const ObjectKind& kind, const ObjectSource& source) {
+    const CAnswerBudget budget(
+        CAnswerBudget::Rest{kDescriptionAlways + kDescriptionPerOctet * source.octets.size()});
     CDescriptionBuilder builder(source.octets);
+    ObjectSource object = source;
+    const std::span<unsigned char> element = FirstElement(source.octets).raw;
+    if (!element.empty() && FindByMembers(source.octets) != &kind) {
+        object.octets = element;
+    }
     if (kind.describe != nullptr) {
         try {
-            kind.describe(source, builder);
+            kind.describe(object, builder);
         } catch (const Exception& fault) {  // of a part that is only ever read as a whole
             builder.Fault(fault.message);
         }
+    }
+    if (object.octets.size() < source.octets.size()) {
+        builder.Fault(WordText(Word::kBehindObject) +
+                      std::to_wstring(source.octets.size() - object.octets.size()));
     }
     return builder.Take(kind);
 }

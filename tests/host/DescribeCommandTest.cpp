@@ -186,6 +186,68 @@ TEST_F(DescribeCommandTest, DescribesEachObjectOfAFile) {
                 HasSubstr("all.pem 3/5: elliptic curve parameters\n  Curve:      NIST P-256\n"));
 }
 
+// One behind the other, without armour; what is damaged or nothing known is said too.
+TEST_F(DescribeCommandTest, TellsTheObjectsOfOneEncodingApart) {
+    const Octets request = {0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x03, 0x01, 0x07};
+    const Octets refusal = {0x30, 3, 0x0A, 1, 6};
+    const Octets both = Join({refusal, {0x05, 0x00}, request, {0x30, 0x80}});
+    m_directory.Write("two.der", std::string(both.begin(), both.end()));
+    EXPECT_EQ(
+        "two.der 1/2: OCSP response\n  Status: Unauthorized (6)\n"
+        "  Faults: Octets behind the object: 2\n\n"
+        "two.der 2/2: elliptic curve parameters\n  Curve:      NIST P-256\n"
+        "  Field:      256 bit\n  Faults:     Octets behind the object: 2\n\n",
+        Run({"describe", "two.der", "--language", "en"}).out);
+    m_directory.Write("damaged.pem", std::string(kSampleCertificate) +
+                                         "-----BEGIN CERTIFICATE-----\n?\n"
+                                         "-----END CERTIFICATE-----\n");
+    const HostResult damaged = Run({"describe", "damaged.pem", "--language", "en"});
+    EXPECT_EQ(1, damaged.exitCode);
+    EXPECT_THAT(damaged.out, HasSubstr("damaged.pem 1/2: certificate\n"));
+    EXPECT_THAT(damaged.out, HasSubstr("2/2: not described: a PEM block that does not decode"));
+}
+
+TEST_F(DescribeCommandTest, ShowsTheEntriesOfAListThatAreAskedFor) {
+    const Octets algorithm =
+        Tlv(0x30, {{0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x04, 0x03, 0x02}});
+    const Octets date = Tlv(0x17, Text("240101000000Z"));
+    Octets entries;
+    for (int i = 0; i < 1003; ++i) {
+        const auto high = static_cast<unsigned char>(1 + i / 256);
+        const Octets entry = Tlv(0x30, {{2, 2, high, static_cast<unsigned char>(i % 256)}, date});
+        entries.insert(entries.end(), entry.begin(), entry.end());
+    }
+    const Octets list =
+        Tlv(0x30, {Tlv(0x30, {algorithm, Tlv(0x30, Octets()), date, Tlv(0x30, entries)}), algorithm,
+                   Tlv(0x03, {0, 1})});
+    m_directory.Write("l.crl", std::string(list.begin(), list.end()));
+    const struct {
+        std::vector<std::string> options;
+        std::size_t rows;
+        const char* end;
+    } cases[] = {
+        {{}, 1000, "\n    \u2026 and 3 more\n\n"},
+        {{"--all"}, 1003, "04ea  01.01.2024 00:00:00\n\n"},
+        {{"--count", "2"}, 2, "0101  01.01.2024 00:00:00\n    \u2026 and 1001 more\n\n"},
+        {{"--first", "1002"}, 1, "04ea  01.01.2024 00:00:00\n    \u2026 and 1002 more\n\n"},
+        {{"--serial", "02:05"}, 1, "0205  01.01.2024 00:00:00\n\n"},
+        {{"--serial", "77"}, 0, "Revoked certificates:\n    none of this number\n\n"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> arguments = {"describe", "l.crl", "--language", "en"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const std::string out = Run(arguments).out;
+        EXPECT_THAT(out, testing::EndsWith(c.end));
+        std::size_t rows = 0;
+        for (const std::string& line : Lines(out)) {
+            rows += line.ends_with("  01.01.2024 00:00:00") && line.starts_with("    ") ? 1 : 0;
+        }
+        EXPECT_EQ(c.rows, rows);
+    }
+    EXPECT_EQ(2, Run({"describe", "l.crl", "--serial", "1;CRL_COUNT=1"}).exitCode);
+    EXPECT_EQ(2, Run({"describe", "l.crl", "--serial", "1", "--all"}).exitCode);
+}
+
 TEST_F(DescribeCommandTest, WalksFoldersInOrderAndCountsWhatIsNotDescribed) {
     WriteArchive();
     const HostResult result = Run({"describe", "--ndjson", "archive", "--language", "en"});

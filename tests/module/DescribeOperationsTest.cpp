@@ -87,6 +87,33 @@ class DescribeOperationsTest : public testing::Test {
 constexpr int kGetCertInfo = 22;
 constexpr int kGetCrl = 23;
 
+// Of what a payload holds beside what was asked for nothing goes away unsaid.
+TEST_F(DescribeOperationsTest, SaysWhatElseThereIs) {
+    const Octets list = RevocationList();
+    const Octets holder = AttributeCertificate();
+    const Octets damaged = Text("\n-----BEGIN X509 CRL-----\n?\n-----END X509 CRL-----\n");
+    const struct {
+        int mode;
+        Octets payload;
+        std::string others;
+    } cases[] = {
+        {kGetCrl, Join({list, {0x0A}}),
+         "Object 1, offset " + std::to_string(list.size()) + ": 1 octet"},
+        {kGetCrl, Join({Pem("X", holder), Pem("X509 CRL", list), Pem("X509 CRL", list)}),
+         "Object 1 \\\"X\\\": attribute certificate\\n"
+         "Not described: Object 3 \\\"X509 CRL\\\": certificate revocation list"},
+        {kGetCrl, Join({Pem("X509 CRL", list), damaged}), "Object 2 \\\"X509 CRL\\\": not Base64"},
+        {kGetCertInfo, Join({holder, list}),
+         "Object 1, offset " + std::to_string(holder.size()) + ": certificate revocation list"},
+    };
+    for (const auto& c : cases) {
+        const std::string answer = Answer(c.mode, c.payload, 0);
+        EXPECT_NE(std::string::npos, answer.find("\"Error\":\"Not described: " + c.others + "\""))
+            << c.others << "\n"
+            << answer;
+    }
+}
+
 TEST_F(DescribeOperationsTest, GetCrlFindsTheListInEveryForm) {
     const Octets list = RevocationList();
     const Octets junk = Tlv(0x30, Octets());

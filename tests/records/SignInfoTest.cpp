@@ -155,6 +155,32 @@ TEST_F(SignInfoTest, FindsTheCertificatesOfASigner) {
     }
 }
 
+// Nothing that stands in front of a certificate hides it, and "Error" says what and where.
+TEST_F(SignInfoTest, FindsCertificatesBehindOddElements) {
+    const struct {
+        Octets odd;
+        const wchar_t* error;
+    } cases[] = {
+        {{0x02, 0x01, 0x05}, L"SignedData.certificates: unexpected element, tag 02, offset 71"},
+        {{0xBF, 0x64, 0x01, 0x05}, L"SignedData.certificates: malformed element, offset 71"},
+        {{0x00, 0x00}, L"SignedData.certificates: malformed element, offset 71"},
+        {{0x30, 0x84, 0xFF, 0xFF, 0xFF, 0xFF},
+         L"SignedData.certificates: element longer than its container, offset 71"},
+        {{0x30, 0xFF, 0x30, 0x80, 0x30, 0x03, 0x02, 0x01, 0x05},
+         L"SignedData.certificates: malformed element, offset 71"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.odd));
+        const Octets store = Join({c.odd, Certificate(5, "Other"), Certificate(9, "Ann")});
+        const Octets message = Message(store, Signer(ById(9)), Tlv(0xA0, kSignature));
+        ASSERT_TRUE(std::equal(c.odd.begin(), c.odd.end(), message.begin() + 71));
+        const Described found = Describe(message);
+        ASSERT_EQ(1U, found.list.items.size());
+        EXPECT_EQ(L"CN=Ann", found[0].signCert.description);
+        EXPECT_EQ(c.error, found.Error(0));
+    }
+}
+
 TEST_F(SignInfoTest, FindsAHolderByItsDigest) {
     const Octets certificate = Certificate(9, "Ann");
     const Octets key =
@@ -288,8 +314,7 @@ TEST_F(SignInfoTest, BoundsWhatASmallMessageCanAskFor) {
               repeated.Error(7));
 
     Octets many;
-    const Octets signer =
-        Signer(ById(1), Pkcs9(5, kTime), Smime(99, Tlv(0x04, Octets(80, 0xAA))));
+    const Octets signer = Signer(ById(1), Pkcs9(5, kTime), Smime(99, Tlv(0x04, Octets(80, 0xAA))));
     for (std::size_t i = 0; i < ca::kMaxSignatures + 50; ++i) {
         many.insert(many.end(), signer.begin(), signer.end());
     }
