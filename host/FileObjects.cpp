@@ -48,6 +48,18 @@ bool IsWholeCertificate(const ca::PlacedObject& object) {
            !ca::FirstElement(object.source.octets).raw.empty();
 }
 
+// Letters of a text are elements too, one behind the other; but hardly one that ends with it.
+bool IsAsn1(std::span<unsigned char> octets) {
+    constexpr std::size_t kLookedAt = 16;
+    const std::span<unsigned char> element = ca::FirstElement(octets).raw;
+    return !element.empty() &&
+           (element.size() == octets.size() ||
+            std::ranges::any_of(
+                octets.first(std::min(octets.size(), kLookedAt)), [](unsigned char octet) {
+                    return octet < 0x20 && octet != '\n' && octet != '\r' && octet != '\t';
+                }));
+}
+
 std::string UnknownReason(const ca::ObjectSource& source, bool isCut) {
     const bool isRussian = IsRussian();
     if (source.octets.empty()) {
@@ -57,7 +69,7 @@ std::string UnknownReason(const ca::ObjectSource& source, bool isCut) {
         return isRussian ? "обрывающиеся данные ASN.1; строение показывает cmhost asn1"
                          : "ASN.1 data that are cut off; cmhost asn1 shows their structure";
     }
-    if (!ca::FirstElement(source.octets).raw.empty()) {
+    if (IsAsn1(source.octets)) {
         return isRussian ? "данные ASN.1 неизвестного вида; строение показывает cmhost asn1"
                          : "ASN.1 data of an unknown kind; cmhost asn1 shows their structure";
     }

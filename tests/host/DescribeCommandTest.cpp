@@ -156,6 +156,7 @@ TEST_F(DescribeCommandTest, SaysWhyNothingIsDescribed) {
         {unknown.substr(0, 9), "ASN.1 data that are cut off"},
         {"-----BEGIN X-----\n?\n-----END X-----\n", "a PEM block that does not decode"},
         {std::string("\xFF\xFF\xFF\xFF", 4), "no ASN.1 data"},
+        {"# Heading of a text that is long enough to be an element\n", "no ASN.1 data"},
         {"-----BEGIN PGP MESSAGE-----\nhQEC\n-----END PGP MESSAGE-----\n", "OpenPGP data\n"},
     };
     for (const auto& [content, expected] : cases) {
@@ -196,7 +197,8 @@ TEST_F(DescribeCommandTest, TellsTheObjectsOfOneEncodingApart) {
         "two.der 1/2: OCSP response\n  Status: Unauthorized (6)\n"
         "  Faults: Octets behind the object: 2\n\n"
         "two.der 2/2: elliptic curve parameters\n  Curve:      NIST P-256\n"
-        "  Field:      256 bit\n  Faults:     Octets behind the object: 2\n\n",
+        "  Identifier: NIST P-256 (1.2.840.10045.3.1.7)\n  Faults:     Octets behind the object: "
+        "2\n\n",
         Run({"describe", "two.der", "--language", "en"}).out);
     m_directory.Write("damaged.pem", std::string(kSampleCertificate) +
                                          "-----BEGIN CERTIFICATE-----\n?\n"
