@@ -10,6 +10,10 @@ namespace {
 
 using ca::PlacedObject;
 
+// Elements behind the first one of an item that are looked at. Behind so many the rest belongs to
+// the latest object.
+constexpr std::size_t kMaxLooked = 10000;
+
 // Splits one item.
 class CItemSplit {
   public:
@@ -27,7 +31,7 @@ class CItemSplit {
         if (cursor.AtEnd() || cursor.Next(element) != Asn1Fault::kNone || IsOnlyKnownWhole()) {
             return;
         }
-        while (!cursor.AtEnd()) {
+        while (!cursor.AtEnd() && m_looked < kMaxLooked) {
             const std::span<unsigned char> rest = cursor.Rest();
             if (m_list.objects.size() == m_most) {
                 m_list.leftOut += ca::CountElements(cursor);
@@ -50,6 +54,10 @@ class CItemSplit {
     }
 
     void Take(std::span<unsigned char> object, std::span<unsigned char> rest) {
+        if (object[0] != kAsn1Sequence && object[0] != kAsn1ObjectIdentifier) {
+            return;  // no kind begins in another way
+        }
+        ++m_looked;
         const ca::ObjectSource source{{}, {}, object};
         if (const ca::ObjectKind* kind = ca::RecogniseObject(source)) {
             EndLast(rest);
@@ -67,6 +75,7 @@ class CItemSplit {
     std::span<unsigned char> m_octets;
     std::size_t m_index;
     std::size_t m_most;
+    std::size_t m_looked = 0;
     ca::ObjectList& m_list;
 };
 
