@@ -6,6 +6,8 @@
 #include "tests/common/TemporaryDir.h"
 #include "tests/records/RecordTesting.h"
 
+#include <gmock/gmock.h>
+
 #include <fstream>
 #include <set>
 
@@ -71,6 +73,22 @@ std::string Render(const ca::ObjectDescription& description) {
     std::string out;
     Render(description.fields, "", out);
     return out + (description.error.empty() ? "" : "! " + ca::u16u8(description.error) + "\n");
+}
+
+std::size_t CountFields(const std::vector<ca::DescriptionField>& fields) {
+    std::size_t count = fields.size();
+    for (const ca::DescriptionField& field : fields) {
+        count += CountFields(field.fields);
+    }
+    return count;
+}
+
+Octets Repeated(const Octets& element, int count) {
+    Octets list;
+    for (int i = 0; i < count; ++i) {
+        list.insert(list.end(), element.begin(), element.end());
+    }
+    return list;
 }
 
 Octets Oid(std::string_view content) {
@@ -290,12 +308,8 @@ TEST_F(ObjectDescriptionTest, BoundsItsListsAndNests) {
     // 1003 OCSP requests; bags in bags.
     const Octets hash = Tlv(0x30, Oid("\x2B\x0E\x03\x02\x1A"));
     const Octets request = Tlv(0x30, Tlv(0x30, {hash, {4, 1, 1}, {4, 1, 2}, {2, 1, 3}}));
-    Octets list;
-    for (int i = 0; i < 1003; ++i) {
-        list.insert(list.end(), request.begin(), request.end());
-    }
     const ca::ObjectDescription requests =
-        Describe(Tlv(0x30, Tlv(0x30, Tlv(0x30, list))), "ocspRequest");
+        Describe(Tlv(0x30, Tlv(0x30, Tlv(0x30, Repeated(request, 1003)))), "ocspRequest");
     ASSERT_EQ(1001U, requests.fields.at(1).fields.size());
     EXPECT_EQ(L"\u2026 and 3 more", requests.fields[1].fields.back().text);
     EXPECT_EQ(L"Requests: \u2026 and 3 more", requests.error);
@@ -313,6 +327,16 @@ TEST_F(ObjectDescriptionTest, BoundsItsListsAndNests) {
     const ca::ObjectDescription store =
         Describe(Tlv(0x30, {{2, 1, 3}, wrap(Tlv(0x30, wrap(bags)))}), "pkcs12");
     EXPECT_EQ(L"Bags are nested too deeply", store.error);
+
+    // 100 bags of 1000 attributes: fields beyond the bound are counted.
+    const Octets bag = Tlv(
+        0x30, {Oid("\x2A\x86\x48\x86\xF7\x0D\x01\x0C\x0A\x01\x05"), Tlv(0xA0, Octets()),
+               Tlv(0x31, Repeated(Tlv(0x30, {Oid("\x2A\x03\x04"), Tlv(0x31, Octets())}), 1000))});
+    const Octets rich = Tlv(0x30, wrap(Tlv(0x30, Repeated(bag, 100))));
+    const ca::ObjectDescription bounded = Describe(Tlv(0x30, {{2, 1, 3}, wrap(rich)}), "pkcs12");
+    EXPECT_THAT(ca::u16u8(bounded.error), testing::EndsWith(" more"));
+    EXPECT_GE(50000U, CountFields(bounded.fields));
+    EXPECT_LE(40000U, CountFields(bounded.fields));
 
     // Messages in messages: described so deep, then named.
     Octets message = wrap(Text("x"));
