@@ -3,7 +3,7 @@
 #include "common/Json.h"
 #include "common/Lng.h"
 #include "records/Payload.h"
-#include "records/objects/ObjectKinds.h"
+#include "records/objects/ObjectList.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -39,12 +39,11 @@ void CheckFields(const std::vector<ca::DescriptionField>& fields) {
     }
 }
 
-void Describe(const ca::ObjectSource& source, std::size_t size) {
-    const ca::ObjectKind* const kind = ca::RecogniseObject(source);
-    if (kind == nullptr) {
+void Describe(const ca::PlacedObject& object, std::size_t size) {
+    if (object.kind == nullptr) {
         return;
     }
-    const ca::ObjectDescription description = ca::DescribeObject(*kind, source);
+    const ca::ObjectDescription description = ca::DescribeObject(*object.kind, object.source);
     CheckFields(description.fields);
     ca::JsonBuffer text;
     ca::JsonWriter writer(text);
@@ -63,8 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         SetZORNALng(language);
         std::vector<unsigned char> payload(data, data + size);
         const std::vector<ca::PayloadItem> items = ca::DecodePayload(payload);
-        for (std::size_t i = 0; i < std::min(items.size(), kDescribed); ++i) {
-            Describe(ca::SourceOf(items[i]), size);
+        const ca::ObjectList list = ca::ListObjects(items, kDescribed);
+        for (const ca::PlacedObject& object : list.objects) {
+            Require(object.offset + object.source.octets.size() <= items[object.item].octets.size(),
+                    "an object stands inside its item");
+            Describe(object, size);
         }
     }
     return 0;
