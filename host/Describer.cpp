@@ -248,8 +248,8 @@ std::vector<CDescriber::Outcome> CDescriber::Ask(const ListedFile& file) const {
         for (const FilePart& part : objects.parts) {
             outcomes.push_back(DescribePart(objects, part, content, file.path));
         }
-        if (objects.list.leftOut != 0) {
-            outcomes.emplace_back().fault = ca::u16u8(ca::MoreText(objects.list.leftOut));
+        if (objects.leftOut != 0) {
+            outcomes.emplace_back().fault = ca::u16u8(ca::MoreText(objects.leftOut));
         }
     } catch (const CHostError& error) {
         Outcome& outcome = outcomes.emplace_back();

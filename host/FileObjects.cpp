@@ -93,15 +93,18 @@ FileObjects ReadObjects(std::string& content) {
     std::size_t certificates = kNone;  // the part that has them
     for (std::size_t i = 0; i < file.list.objects.size(); ++i) {
         const ca::PlacedObject& object = file.list.objects[i];
-        if (!IsWholeCertificate(object)) {
-            file.parts.push_back({object.kind, {i}, OrderFor(object.kind)});
-        } else if (certificates != kNone) {
+        const bool isCertificate = IsWholeCertificate(object);
+        if (isCertificate && certificates != kNone) {
             file.parts[certificates].objects.push_back(i);
+        } else if (file.parts.size() == kMaxFileParts) {
+            ++file.leftOut;
         } else {
-            certificates = file.parts.size();
+            certificates = isCertificate ? file.parts.size() : certificates;
             file.parts.push_back({object.kind, {i}, OrderFor(object.kind)});
         }
     }
+    // A file of one part is asked for as it is.
+    file.leftOut += file.parts.size() > 1 ? file.list.leftOut : 0;
     if (file.parts.empty()) {
         file.parts.push_back({nullptr, {}, OrderFor(nullptr)});
     }

@@ -22,14 +22,17 @@ struct FilePart {
     std::vector<ca::ObjectReader> order;
 };
 
-/// Objects of a file that are told apart; the others are counted.
-inline constexpr std::size_t kMaxFileObjects = 1000;
+/// Objects of a file that are told apart, and what is described by itself of it; the others are
+/// counted.
+inline constexpr std::size_t kMaxFileObjects = 100000;
+inline constexpr std::size_t kMaxFileParts = 1000;
 
 /// The objects of a file.
 struct FileObjects {
     std::vector<ca::PayloadItem> items;  ///< views of the content
     ca::ObjectList list;                 ///< at most kMaxFileObjects, views of the items
-    std::vector<FilePart> parts;         ///< in order; at least one
+    std::vector<FilePart> parts;         ///< in order; at least one, at most kMaxFileParts
+    std::size_t leftOut = 0;             ///< objects that are in no part
 };
 
 /// Finds the objects of a file and judges what they are; the rest is up to their descriptions. Cost

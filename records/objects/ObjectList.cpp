@@ -10,9 +10,9 @@ namespace {
 
 using ca::PlacedObject;
 
-// Elements behind the first one of an item that are looked at. Behind so many the rest belongs to
-// the latest object.
-constexpr std::size_t kMaxLooked = 10000;
+// Elements of no known kind behind the first one of an item. Behind so many the rest belongs to the
+// latest object.
+constexpr std::size_t kMaxUnknown = 10000;
 
 // Splits one item.
 class CItemSplit {
@@ -31,7 +31,7 @@ class CItemSplit {
         if (cursor.AtEnd() || cursor.Next(element) != Asn1Fault::kNone || IsOnlyKnownWhole()) {
             return;
         }
-        while (!cursor.AtEnd() && m_looked < kMaxLooked) {
+        while (!cursor.AtEnd() && m_unknown < kMaxUnknown) {
             const std::span<unsigned char> rest = cursor.Rest();
             if (m_list.objects.size() == m_most) {
                 m_list.leftOut += ca::CountElements(cursor);
@@ -57,12 +57,13 @@ class CItemSplit {
         if (object[0] != kAsn1Sequence && object[0] != kAsn1ObjectIdentifier) {
             return;  // no kind begins in another way
         }
-        ++m_looked;
         const ca::ObjectSource source{{}, {}, object};
         if (const ca::ObjectKind* kind = ca::RecogniseObject(source)) {
             EndLast(rest);
             const auto offset = static_cast<std::size_t>(rest.data() - m_octets.data());
             m_list.objects.push_back({m_index, offset, {{}, {}, rest}, kind});
+        } else {
+            ++m_unknown;
         }
     }
 
@@ -75,7 +76,7 @@ class CItemSplit {
     std::span<unsigned char> m_octets;
     std::size_t m_index;
     std::size_t m_most;
-    std::size_t m_looked = 0;
+    std::size_t m_unknown = 0;
     ca::ObjectList& m_list;
 };
 
