@@ -2,10 +2,14 @@
 
 #include "common/Encode.h"
 #include "common/Json.h"
+#include "common/ZonedTime.h"
 #include "host/JsonEvents.h"
 #include "host/Terminal.h"
 #include "records/objects/ObjectDescription.h"
 #include "records/text/TextLines.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
 
 #include <algorithm>
 #include <cstdint>
@@ -21,6 +25,7 @@ using ca::JsonValue;
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
 constexpr std::size_t kIndent = 2;
+constexpr std::size_t kHanging = 2 * kIndent;
 constexpr std::size_t kMaxDepth = 40;
 constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is folded, not cut
 
@@ -109,6 +114,24 @@ const NamedTextKeys* FindNamedText(const JsonValue& value) {
     return nullptr;
 }
 
+// Members that are local times; most have a twin in UTC.
+constexpr std::string_view kTimes[] = {"ValidFrom",      "ValidTo",  "ThisUpdate",    "NextUpdate",
+                                       "RevocationDate", "SignTime", "InvalidityDate"};
+
+// The text of a time with its zone.
+std::string ZonedText(const JsonValue& object, std::string_view key, const std::string& text) {
+    const std::string utc = MemberText(object, (std::string(key) + "UTC").c_str());
+    return utc.empty() ? ca::WithZone(text) : ca::WithZone(text, utc);
+}
+
+// The SHA-256 of Base64 octets in hexadecimal digits; "" for none.
+std::string Fingerprint(const std::string& base64) {
+    const QByteArray octets = QByteArray::fromBase64(QByteArray::fromStdString(base64));
+    return octets.isEmpty()
+               ? ""
+               : QCryptographicHash::hash(octets, QCryptographicHash::Sha256).toHex().toStdString();
+}
+
 bool IsHex(std::wstring_view text) {
     return text.find_first_not_of(L"0123456789abcdefABCDEF") == std::wstring_view::npos;
 }
@@ -150,9 +173,12 @@ class RecordWriter {
             if (label != nullptr && label->shown == Shown::kHidden) {
                 continue;
             }
-            const std::string name = NameOf(key, label);
-            if (const std::optional<std::string> text = ScalarText(value)) {
+            const std::string name = NameOf(object, key, label);
+            if (const std::optional<std::string> text = MemberScalar(object, key, value)) {
                 Scalar(name, *text, indent, column);
+                if (AsText(key) == "Id") {
+                    Scalar("SHA-256", Fingerprint(MemberText(object, "RawData")), indent, column);
+                }
             } else if (value.IsObject() && value.MemberCount() != 0) {
                 Nested(name, value, indent);
             } else if (value.IsArray() && !value.Empty()) {
@@ -197,9 +223,13 @@ class RecordWriter {
         return special != nullptr ? special : FindIn(Labels(), key);
     }
 
-    std::string NameOf(const JsonValue& key, const Label* label) const {
+    std::string NameOf(const JsonValue& object, const JsonValue& key, const Label* label) const {
         if (label == nullptr) {
             return host::Visible(std::string(AsText(key)));
+        }
+        // A holder that is no certificate stands in the place of its certificate's issuer.
+        if (AsText(key) == "HolderIssuer" && MemberText(object, "HolderSerial").empty()) {
+            return m_russian ? "Держатель" : "Holder";
         }
         return NameOf(*label);
     }
@@ -225,6 +255,14 @@ class RecordWriter {
         return value.IsArray() || value.IsObject() ? std::nullopt : std::optional<std::string>("");
     }
 
+    // The same of a member; times with their zone.
+    std::optional<std::string> MemberScalar(const JsonValue& object, const JsonValue& key,
+                                            const JsonValue& value) const {
+        std::optional<std::string> text = ScalarText(value);
+        const bool isTime = std::ranges::find(kTimes, AsText(key)) != std::end(kTimes);
+        return isTime && text ? ZonedText(object, AsText(key), *text) : text;
+    }
+
     // Where the values of an object begin, so that they stand below each other.
     std::size_t ValueColumn(const JsonValue& object, std::size_t indent) const {
         std::size_t widest = 0;
@@ -232,7 +270,8 @@ class RecordWriter {
             const Label* const label = FindLabel(AsText(key));
             const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
             if (!isHidden && !ScalarText(value).value_or("").empty()) {
-                widest = std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(key, label))));
+                widest =
+                    std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(object, key, label))));
             }
         }
         return std::min(indent + widest + 2, m_width / 2);
@@ -246,7 +285,7 @@ class RecordWriter {
         const std::string label = name + ": ";
         const std::size_t used = indent + host::DisplayWidth(ca::u8u16(label));
         m_text.append(indent, ' ').append(label).append(used < column ? column - used : 0, ' ');
-        Lines(text, column);
+        Lines(text, column, /*hasLabel=*/true);
     }
 
     void Heading(const std::string& name, std::size_t indent) {
@@ -321,7 +360,7 @@ class RecordWriter {
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
             const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
-            const std::string text = ScalarText(value).value_or("");
+            const std::string text = MemberScalar(object, key, value).value_or("");
             if (!isHidden && !text.empty()) {
                 row.append(row.empty() ? "" : "  ").append(text);
             }
@@ -330,8 +369,10 @@ class RecordWriter {
         Lines(row, indent);
     }
 
-    // Writes a text from where the line is, `column`; all of its further lines begin there.
-    void Lines(const std::string& utf8, std::size_t column) {
+    // Writes a text from where the line is, `column`; all of its further lines begin there. What is
+    // folded goes on deeper than any line below could begin, lest it pass for one of its own; the
+    // one line behind a label has no such need.
+    void Lines(const std::string& utf8, std::size_t column, bool hasLabel = false) {
         const std::wstring text = ca::u8u16(utf8);
         std::size_t at = 0;
         for (bool isFirst = true; at <= text.size(); isFirst = false) {
@@ -339,13 +380,15 @@ class RecordWriter {
             if (!isFirst) {
                 m_text.append(column, ' ');
             }
-            Fold(host::Visible(std::wstring_view(text).substr(at, end - at)), column);
+            const bool isOnly = hasLabel && isFirst && end == text.size();
+            Fold(host::Visible(std::wstring_view(text).substr(at, end - at)), column,
+                 isOnly ? 0 : kHanging);
             at = end + 1;
         }
     }
 
-    // Writes one line, folded at blanks where there are some; the rest keeps its indentation.
-    void Fold(std::wstring_view line, std::size_t column) {
+    // Writes one line, folded at blanks where there are some; the rest stands `deeper` than it.
+    void Fold(std::wstring_view line, std::size_t column, std::size_t deeper) {
         const std::size_t room = std::max(m_width - std::min(m_width, column), kLeastColumns);
         if (line.size() > std::max(room, kWholeDigits) && IsHex(line)) {
             const std::wstring note =
@@ -362,7 +405,7 @@ class RecordWriter {
             if (line.empty()) {
                 return;
             }
-            hanging = blanks;
+            hanging = std::min(blanks + deeper, room / 2);
             m_text.append(column + hanging, ' ');
         }
     }

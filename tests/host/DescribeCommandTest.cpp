@@ -88,7 +88,7 @@ TEST_F(DescribeCommandTest, CallsTheCertificatesOfAnEnvelopeRecipients) {
                              "    Serial number:  c0de\n    Description:    Key: c0de\n"
                              "    Key encryption: RSA\n+"));
     EXPECT_THAT(Run({"describe", "e.p7m", "--language", "ru"}).out,
-                HasSubstr("Получатели 1/1:\n    Номер: "));
+                HasSubstr("Получатели 1/1:\n    Идентификатор: "));
 }
 
 TEST_F(DescribeCommandTest, SaysEveryExtensionOfARichCertificateInBothLanguages) {
