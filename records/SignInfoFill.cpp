@@ -138,7 +138,7 @@ class CSignerDescriber {
         if (signer == nullptr) {
             ca::AddError(record.signCert.error, ca::UnreadableText(at.Raw()));
         } else {
-            FillCertificates(signer->Sid(), record);
+            FillCertificatesOf(*signer, record);
         }
         if (at.Fault() != nullptr) {
             ca::AddError(record.signCert.error, at.Fault()->message);
@@ -147,6 +147,15 @@ class CSignerDescriber {
             FillAlgorithms(*signer, record);
             FillSignId(signer->Signature(), record);
             FillAttributes(*signer, level, record);
+        }
+    }
+
+    // A key identifier in segments may be none.
+    void FillCertificatesOf(const CAsn1SignerInfo& signer, SignInfo& record) {
+        try {
+            FillCertificates(signer.Sid(), record);
+        } catch (const ca::Exception& fault) {
+            ca::AddError(record.signCert.error, fault.message);
         }
     }
 
@@ -173,6 +182,11 @@ class CSignerDescriber {
             return;
         }
         ca::SignerCertificate* certificate = m_certificates.Find(*signer);
+        const bool isByKey = signer->SubjectKeyIdentifier() != nullptr;
+        if (certificate != nullptr &&
+            (isByKey ? certificate->sharesKey : certificate->sharesSerial)) {
+            ca::AddError(record.signCert.error, SetZORNAMessage(kMsgCertNotAlone));
+        }
         if (certificate != nullptr && MayDescribe(*certificate)) {
             ca::FillCertInfo(certificate->der, record.signCert);
             Note(record.signCert, *certificate);
@@ -197,7 +211,7 @@ class CSignerDescriber {
     }
 
     void FillAttributes(const CAsn1SignerInfo& signer, unsigned level, SignInfo& record) {
-        ca::CSignatureAttributes attributes(record, m_memo);
+        ca::CSignatureAttributes attributes(record, m_memo, m_certificates);
         attributes.AddSigned(signer.SignedAttrs());
         attributes.AddUnsigned(signer.UnsignedAttrs(),
                                [&](const CAsn1SetOf<CAsn1Any>& countersigners) {
@@ -243,19 +257,6 @@ bool LooksLikeSignedData(const CAsn1Element& element) {
            ca::Child(ca::Child(element, 2), 0).tag == kAsn1ObjectIdentifier;
 }
 
-// TimeStampResp ::= SEQUENCE {                                          RFC 3161, 2.4.2
-//     status          PKIStatusInfo,     -- SEQUENCE { status INTEGER, ... }
-//     timeStampToken  ContentInfo OPTIONAL }
-// The token of a response that grants one; without octets for anything else.
-CAsn1Element GrantedToken(const CAsn1Element& response) {
-    constexpr std::uint32_t kGrantedWithMods = 1;
-    const CAsn1Element status = ca::Child(ca::Child(response, 0), 0);
-    std::uint32_t number = 0;
-    const bool isGranted = status.tag == kAsn1Integer && ca::ReadSmallInteger(status, number) &&
-                           number <= kGrantedWithMods;
-    return isGranted ? ca::Child(response, 1) : CAsn1Element();
-}
-
 // A time-stamp token has one signer, and what it stamps is its content: told with the type of that.
 // So is what a trust list or a catalogue is about.
 void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
@@ -271,9 +272,10 @@ void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
     try {
         static_cast<void>(ca::SayTimeStamp(content, lines) || ca::SayTrustList(content, lines));
     } catch (const ca::Exception& fault) {
-        ca::AddError(record.signCert.error, fault.message);
+        lines.Fault(fault.message);
     }
     (*extension)->extensionInterpretedString = lines.Take();
+    ca::AddError(record.signCert.error, lines.TakeFaults());
 }
 
 }  // namespace

@@ -58,6 +58,16 @@ CSignerCertificates::CSignerCertificates(std::span<unsigned char> choices) {
     }
 }
 
+// The first of a key is kept; the same certificate again is none other.
+template <class Key>
+void CSignerCertificates::AddTo(Index<Key>& index, Key key, SignerCertificate& certificate,
+                                bool SignerCertificate::*isShared) {
+    const auto [at, isNew] = index.emplace(std::move(key), &certificate);
+    if (!isNew && !std::ranges::equal(at->second->der, certificate.der)) {
+        at->second->*isShared = true;
+    }
+}
+
 bool CSignerCertificates::Add(const CAsn1Element& choice) {
     if (choice.tag == kAttributesV1 || choice.tag == kAttributesV2) {
         auto& copy = m_copies.emplace_back(choice.raw.begin(), choice.raw.end());
@@ -65,10 +75,11 @@ bool CSignerCertificates::Add(const CAsn1Element& choice) {
         return AddAttributes(copy);
     }
     if (LooksLikeCertificate(choice.raw)) {
-        SignerCertificate& certificate =
-            m_certificates.emplace_back(SignerCertificate{choice.raw, NamesOf(choice.raw)});
+        SignerCertificate& certificate = m_certificates.emplace_back(
+            SignerCertificate{.der = choice.raw, .names = NamesOf(choice.raw)});
         const CertificateNames& names = certificate.names;
-        m_bySerial.emplace(IssuerSerial(names.issuer, names.serial), &certificate);
+        AddTo(m_bySerial, IssuerSerial(names.issuer, names.serial), certificate,
+              &SignerCertificate::sharesSerial);
         return true;
     }
     return AddAttributes(choice.raw);
@@ -78,8 +89,8 @@ bool CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
     if (!LooksLikeAttributeCertificate(certificate)) {
         return false;
     }
-    SignerCertificate& attributes =
-        m_attributes.emplace_back(SignerCertificate{certificate, HolderNames(certificate)});
+    SignerCertificate& attributes = m_attributes.emplace_back(
+        SignerCertificate{.der = certificate, .names = HolderNames(certificate)});
     const CertificateNames& holder = attributes.names;
     if (!holder.issuer.empty()) {
         m_attributesBySerial.emplace(IssuerSerial(holder.issuer, holder.serial), &attributes);
@@ -111,7 +122,7 @@ void CSignerCertificates::LinkByDigest() {
 void CSignerCertificates::IndexKeys() {
     for (SignerCertificate& certificate : m_certificates) {
         if (const Octets key = SubjectKeyIdentifier(certificate.der); !key.empty()) {
-            m_byKey.emplace(AsText(key), &certificate);
+            AddTo(m_byKey, AsText(key), certificate, &SignerCertificate::sharesKey);
         }
     }
     m_hasKeys = true;

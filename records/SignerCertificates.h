@@ -21,6 +21,8 @@ struct SignerCertificate {
     CertificateNames names;  ///< of an attribute certificate those of its holder
     /// Of its description; 0 until it is described. Kept by who describes it.
     std::size_t textOctets = 0;
+    bool sharesSerial = false;  ///< the message has another one of this issuer and serial number
+    bool sharesKey = false;     ///< or of this key identifier
     /// The attribute certificate whose holder is a digest of this one or its key; null for none.
     SignerCertificate* attributes = nullptr;
 };
@@ -55,6 +57,9 @@ class CSignerCertificates {
     template <class Key>
     using Index = std::map<Key, SignerCertificate*>;
 
+    template <class Key>
+    static void AddTo(Index<Key>& index, Key key, SignerCertificate& certificate,
+                      bool SignerCertificate::*isShared);
     bool Add(const CAsn1Element& choice);
     bool AddAttributes(std::span<unsigned char> certificate);
     void IndexKeys();

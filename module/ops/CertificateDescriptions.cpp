@@ -17,6 +17,7 @@
 #include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -30,11 +31,21 @@ bool HasCertificates(std::size_t /*item*/, std::span<unsigned char> element) {
            !ca::SignedDataMember(ca::FirstElement(element), ca::ContextConstructed(0)).raw.empty();
 }
 
-// Throws 16113 when there is no certificate among the objects.
-ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& items) {
+// The certificates among the objects; when there is none, and a description will do, the first that
+// was cut off. Throws 16113 when there is nothing.
+ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& items,
+                                          bool orCut = false) {
     ca::CertificateBundle bundle;
     for (const ca::PayloadItem& item : items) {
         ca::CollectCertificates(item.octets, bundle);
+    }
+    if (bundle.certificates.empty() && orCut) {
+        const auto cut = std::ranges::find_if(items, [](const ca::PayloadItem& item) {
+            return ca::LooksLikeCutCertificate(item.octets);
+        });
+        if (cut != items.end()) {
+            bundle.certificates.push_back(cut->octets);
+        }
     }
     if (bundle.certificates.empty()) {
         throw ca::Exception(ca::kErrCertificate, ca::SayRefused(items, &ca::CertificateFault));
@@ -112,7 +123,7 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         AnswerAttributes(packet, items);
         return;
     }
-    const ca::CertificateBundle bundle = RequireCertificates(items);
+    const ca::CertificateBundle bundle = RequireCertificates(items, /*orCut=*/true);
     const std::wstring others = ca::SayOthers(items, &HasCertificates, /*inMessages=*/true);
     const bool isOne = bundle.certificates.size() == 1;
     const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;

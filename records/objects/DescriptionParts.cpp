@@ -18,6 +18,7 @@
 #include "records/text/NameText.h"
 #include "records/text/ParametersText.h"
 #include "records/text/PolicyText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
 #include "records/text/TimeText.h"
 
@@ -63,13 +64,11 @@ std::wstring AttributeText(CDescriptionBuilder& builder, const CAsn1Attribute& a
     }
     CTextLines lines;
     std::wstring error;
-    try {
-        SayAttributeValues(type, *attribute.Values(), lines, error);
-    } catch (const Exception& fault) {
-        AddError(error, OidWithName(type) + L": " + fault.message);
-    }
+    SayAttributeValues(type, *attribute.Values(), lines, error);
+    std::wstring text = lines.TakeOr(kMsgEmpty);
+    AddValueError(error, type, lines.TakeFaults());
     builder.Fault(error);
-    return lines.TakeOr(kMsgEmpty);
+    return text;
 }
 
 void SayAttribute(CDescriptionBuilder& builder, const CAsn1Attribute& attribute,

@@ -124,7 +124,10 @@ void SayEvidenceRecord(CDescriptionBuilder& builder, const CAsn1EvidenceRecord& 
         ca::SayAttributesIn(builder, FieldId::kCryptoInfos, record.CryptoInfos()->ContentOctets());
     }
     if (record.EncryptionInfo() != nullptr) {
-        builder.Text(FieldId::kEncryption, ca::UnknownValueText(record.EncryptionInfo()->Raw()));
+        ca::CTextLines lines;
+        ca::SayUnknownValue(record.EncryptionInfo()->Raw(), lines);
+        builder.Text(FieldId::kEncryption, lines.Take());
+        builder.Fault(lines.TakeFaults());
     }
     ca::SayGroups(
         builder, FieldId::kChains, record.ArchiveTimeStampSequence(), [&](const auto& chain) {

@@ -5,8 +5,8 @@
 #include "asn1/cms/ContentInfo.h"
 #include "records/objects/ObjectDescription.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/GeneralNameText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"
 

@@ -22,8 +22,8 @@ std::span<const ExtensionRow> CodeAttributeRows();   ///< signatures of programs
 std::span<const ExtensionRow> RequestAttributeRows();  ///< requests, key stores: RFC 2985
 
 /// Says each value of an attribute, of signatures and of attribute certificates: an outline or
-/// hexadecimal digits for a type without a formatter; a value that is not of its type is said as
-/// unreadable, and added to `error`. Throws ca::Exception for values that are no elements.
+/// hexadecimal digits for a type without a formatter; a value that is not of its type is outlined
+/// as unreadable, and added to `error`. Values that are no elements are faults of `lines`.
 void SayAttributeValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
                         std::wstring& error);
 

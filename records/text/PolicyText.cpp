@@ -27,7 +27,7 @@ void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
     } else {
         lines.Line(ca::OidWithName(OctetsOf(info.PolicyQualifierId())), L"");
         const CTextLines::Level level(lines);
-        lines.Block(ca::OutlineText(ca::FirstElement(info.Qualifier()->Raw())));
+        ca::SayOutline(ca::FirstElement(info.Qualifier()->Raw()), lines);
     }
 }
 

@@ -10,6 +10,7 @@
 #include "records/text/ExtensionList.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
+#include "records/text/SerialText.h"
 #include "records/text/TimeText.h"
 
 #include <string_view>
@@ -66,6 +67,44 @@ CAsn1Element SigningTimeOf(const CAsn1SignerInfo& signer) {
     return {};
 }
 
+// The name in the certificate of a signer.
+std::wstring SubjectText(const ca::SignerCertificate& certificate) {
+    const std::string_view subject = certificate.names.subject;
+    return ca::ReadableName(ca::FirstElement(
+        Octets(reinterpret_cast<const unsigned char*>(subject.data()), subject.size())));
+}
+
+// How a message names a signer.
+void SaySignerId(const CAsn1SignerIdentifier& id, CTextLines& lines) {
+    if (const CAsn1IssuerAndSerialNumber* name = id.IssuerAndSerialNumber()) {
+        lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*name->Issuer())));
+        lines.Line(kMsgSerial, ca::SerialText(OctetsOf(name->SerialNumber())));
+    } else {
+        lines.Line(kMsgKey, ca::OctetsText(id.SubjectKeyIdentifier()));
+    }
+}
+
+// A ContentInfo without what some writers put round it.
+// \param joined  holds its octets when they came in an OCTET STRING.
+std::span<unsigned char> Unwrapped(std::span<unsigned char> value,
+                                   std::vector<unsigned char>& joined) {
+    constexpr int kMostWraps = 4;
+    for (int i = 0; i < kMostWraps; ++i) {
+        const CAsn1Element element = ca::FirstElement(value);
+        if ((element.tag & ~kAsn1ConstructedBit) == kAsn1OctetString) {
+            joined = OctetStringOf(element);
+            value = joined;
+        } else if (const CAsn1Element token = ca::GrantedToken(element); !token.raw.empty()) {
+            value = token.raw;
+        } else if (element.tag == ca::ContextConstructed(0)) {
+            value = element.content;
+        } else {
+            break;
+        }
+    }
+    return value;
+}
+
 }  // namespace
 
 namespace ca {
@@ -110,20 +149,19 @@ std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate) {
            SerialText(OctetsOf(certificate.SerialNumber()));
 }
 
-std::wstring SignerIdText(const CAsn1SignerIdentifier& id) {
-    if (id.IssuerAndSerialNumber() != nullptr) {
-        return IssuerSerialText(*id.IssuerAndSerialNumber());
-    }
-    return SetZORNAMessage(kMsgKey) + (L": " + OctetsText(id.SubjectKeyIdentifier()));
-}
-
 void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines) {
     lines.Line(label, DecimalText(count));
 }
 
-void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines) {
-    lines.Line(kMsgSigner, SignerIdText(*signer.Sid()));
+void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLines& lines) {
+    const CAsn1SignerIdentifier& id = *signer.Sid();
+    const SignerCertificate* certificate = own != nullptr ? own->Find(id) : nullptr;
+    if (certificate == nullptr && lines.Signers() != nullptr) {
+        certificate = lines.Signers()->Find(id);
+    }
+    lines.Line(kMsgSigner, certificate != nullptr ? SubjectText(*certificate) : std::wstring());
     const CTextLines::Level level(lines);
+    SaySignerId(id, lines);
     lines.Line(kMsgFieldSignatureAlg, SignerAlgorithmText(ElementOf(*signer.SignatureAlgorithm()),
                                                           ElementOf(*signer.DigestAlgorithm())));
     if (const CAsn1Element time = SigningTimeOf(signer); !time.raw.empty()) {
@@ -140,8 +178,21 @@ bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines
     return true;
 }
 
-void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines) {
-    const CDecoded<CAsn1ContentInfo> message(contentInfo, Asn1Blocks::kRead);
+CAsn1Element GrantedToken(const CAsn1Element& response) {
+    // TimeStampResp ::= SEQUENCE {
+    //     status          PKIStatusInfo,     -- SEQUENCE { status INTEGER, ... }
+    //     timeStampToken  ContentInfo OPTIONAL }     RFC 3161, 2.4.2
+    constexpr std::uint32_t kGrantedWithMods = 1;
+    const CAsn1Element status = Child(Child(response, 0), 0);
+    std::uint32_t number = 0;
+    const bool isGranted = status.tag == kAsn1Integer && ReadSmallInteger(status, number) &&
+                           number <= kGrantedWithMods;
+    return isGranted ? Child(response, 1) : CAsn1Element();
+}
+
+void SaySignedMessage(std::span<unsigned char> value, CTextLines& lines) {
+    std::vector<unsigned char> joined;
+    const CDecoded<CAsn1ContentInfo> message(Unwrapped(value, joined), Asn1Blocks::kRead);
     if (message->Content() == nullptr) {
         throw MakeAsn1Missing("ContentInfo.content", 0);
     }
@@ -151,10 +202,13 @@ void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines) {
     if (!SayTimeStamp(content, lines)) {
         lines.Line(kMsgContent, OidWithName(OctetsOf(content.EContentType())));
     }
+    const CAsn1SetOf<CAsn1Any>* certificates = signedData->Certificates();
+    CSignerCertificates own(certificates != nullptr ? certificates->ContentOctets()
+                                                    : std::span<unsigned char>());
     SayEach(*signedData->SignerInfos(), lines,
-            [&](const CAsn1SignerInfo& signer) { SaySigner(signer, lines); });
-    if (signedData->Certificates() != nullptr) {
-        SayCount(kMsgCertificates, signedData->Certificates()->Count(), lines);
+            [&](const CAsn1SignerInfo& signer) { SaySigner(signer, &own, lines); });
+    if (certificates != nullptr) {
+        SayCount(kMsgCertificates, certificates->Count(), lines);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/SignerCertificates.h"
 #include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 
@@ -33,21 +34,24 @@ std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest);
 std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate, CTextLines& lines);
 std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate);
 
-/// What names a signer or a recipient, in a line: IssuerSerialText(), or "Key: hex".
-std::wstring SignerIdText(const CAsn1SignerIdentifier& id);
-
 /// "Certificates: 3"
 void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines);
 
-/// Says a signer: its identifier, its algorithms and, where it is signed, the time.
-void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines);
+/// Says a signer: its name where its certificate is known to `own` or to the message that the text
+/// is about, how it is named in the message, its algorithms and, where it is signed, the time.
+/// \param own  the certificates that came with the signature; null for none.
+void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLines& lines);
 
 /// Says what a time-stamp token stamps (RFC 3161 2.4.2) when this is its content; false for other
 /// content, which says nothing. Throws ca::Exception for one that cannot be read.
 bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines);
 
+/// The token of a TimeStampResp (RFC 3161 2.4.2) that grants one; without octets for anything else.
+CAsn1Element GrantedToken(const CAsn1Element& response);
+
 /// Says a signed message that is an attribute's value: a time-stamp token (RFC 3161 2.4.2) with
-/// what it stamps, or what any other message holds; its signers and the count of certificates.
+/// what it stamps, or what any other message holds; its signers and the count of certificates. It
+/// may be wrapped: in the response it came in, in an OCTET STRING, in an explicit tag.
 /// Throws ca::Exception for what is no signed message.
 void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines);
 

@@ -35,7 +35,7 @@ bool CTextLines::Start() {
 
 void CTextLines::Line(std::wstring_view text) {
     if (Start()) {
-        m_text += text;
+        Append(text);
     }
 }
 
@@ -47,7 +47,7 @@ void CTextLines::Line(std::wstring_view label, std::wstring_view value) {
     m_text += L':';
     if (!value.empty()) {
         m_text += L' ';
-        m_text += value;
+        Append(value);
     }
 }
 
@@ -62,6 +62,9 @@ void CTextLines::Block(std::wstring_view lines) {
 void CTextLines::Append(std::wstring_view text) {
     if (m_isOpen) {
         m_text += text;
+        if (IsCut(text)) {
+            Fault(SetZORNAMessage(kMsgTextCut));
+        }
     }
 }
 
@@ -87,7 +90,18 @@ void CTextLines::SayMore(std::size_t count) {
     }
     m_isEmpty = false;
     m_text.append(2 * std::min(m_level, kMaxIndent), L' ');
-    m_text += MoreText(count);
+    const std::wstring more = MoreText(count);
+    m_text += more;
+    Fault(more);
+}
+
+void CTextLines::GoBack(const Mark& mark) {
+    m_text.resize(mark.text);
+    m_faults.resize(mark.faults);
+    m_level = mark.level;
+    m_hidden = mark.hidden;
+    m_isEmpty = mark.isEmpty;
+    m_isOpen = false;
 }
 
 void CTextLines::Fault(std::wstring_view fault) {
@@ -98,11 +112,16 @@ void CTextLines::Fault(std::wstring_view fault) {
 }
 
 void CTextLines::Unreadable(std::span<const unsigned char> octets) {
-    Line(UnreadableText(octets));
+    SayOddValue(octets, *this);
     Fault(SetZORNAMessage(kMsgAsn1Malformed));
 }
 
 void CTextLines::Unreadable(std::wstring_view label, std::span<const unsigned char> octets) {
+    if (label.empty()) {
+        Line(UnreadableText(octets));
+        Fault(SetZORNAMessage(kMsgAsn1Malformed));
+        return;
+    }
     Line(label, UnreadableText(octets));
     Fault(std::wstring(label).append(L": ").append(SetZORNAMessage(kMsgAsn1Malformed)));
 }

@@ -5,13 +5,14 @@
 #include "asn1/x509/VendorExtensions.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
+#include "records/text/SignatureParts.h"
 
 // Extensions of makers, and those that the standard gave up.
 
@@ -125,7 +126,7 @@ void SayArchiveRevocationInfo(Value value, CTextLines& lines) {
 void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1OldAuthorityKeyId> id(value);
     if (id->KeyIdentifier() != nullptr) {
-        lines.Line(kMsgKey, ca::Hex(OctetsOf(id->KeyIdentifier())));
+        lines.Line(kMsgKey, ca::OctetsText(id->KeyIdentifier()));
     }
     if (id->CertIssuer() != nullptr) {
         const CAsn1Element issuer = ca::FirstElement(id->CertIssuer()->ContentOctets());
@@ -154,7 +155,7 @@ void SayKeyUsageRestriction(Value value, CTextLines& lines) {
 void SayKeyAttributes(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1OldKeyAttributes> attributes(value);
     if (attributes->KeyIdentifier() != nullptr) {
-        lines.Line(kMsgKey, ca::Hex(OctetsOf(attributes->KeyIdentifier())));
+        lines.Line(kMsgKey, ca::OctetsText(attributes->KeyIdentifier()));
     }
     if (attributes->IntendedKeyUsage() != nullptr) {
         ca::SayKeyUsage(BitsOf(attributes->IntendedKeyUsage()), lines);
@@ -175,7 +176,7 @@ void SayOldBasicConstraints(Value value, CTextLines& lines) {
     if (constraints->SubtreesConstraint() != nullptr) {
         lines.Line(kMsgPermitted, L"");
         const CTextLines::Level level(lines);
-        lines.Block(ca::UnknownValueText(constraints->SubtreesConstraint()->Raw()));
+        ca::SayUnknownValue(constraints->SubtreesConstraint()->Raw(), lines);
     }
 }
 
