@@ -87,10 +87,10 @@ void NoteVersion(const CAsn1TbsCertificate& tbs, std::wstring& error) {
     const std::int64_t version = tbs.Version() != nullptr ? IntegerOf(tbs.Version(), -1) : 0;
     const bool hasIds = tbs.IssuerUniqueId() != nullptr || tbs.SubjectUniqueId() != nullptr;
     if (version == 0 && hasIds) {
-        ca::AddError(error, kMsgFieldUniqueId, SetZORNAMessage(kMsgNotOfVersion));
+        ca::AddError(error, kMsgFieldUniqueId, ca::WordText(ca::Word::kNotOfVersion));
     }
     if ((version == 0 || version == 1) && tbs.Extensions() != nullptr) {
-        ca::AddError(error, kMsgFieldExtensions, SetZORNAMessage(kMsgNotOfVersion));
+        ca::AddError(error, kMsgFieldExtensions, ca::WordText(ca::Word::kNotOfVersion));
     }
 }
 
@@ -107,9 +107,20 @@ void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
 // What is there of a certificate that was cut off; nothing for whole ones and for anything else.
 std::optional<CAsn1Beginning> MendIfCertificate(std::span<unsigned char> octets) {
     auto cut = MendTruncated(octets);
-    const bool isOne = cut && ca::IsCertificate(ca::FirstElement(std::span(cut->octets)),
-                                                cut->octets.data() + cut->end);
-    return isOne ? std::move(cut) : std::nullopt;
+    const CAsn1Element certificate =
+        cut ? ca::FirstElement(std::span(cut->octets)) : CAsn1Element();
+    if (!cut || !ca::IsCertificate(certificate, cut->octets.data() + cut->end)) {
+        return std::nullopt;
+    }
+    // A half of what stands behind the signed part, the signature's algorithm, tells nothing.
+    const CAsn1Element algorithm = ca::Child(certificate, 1);
+    if (algorithm.raw.empty()) {
+        return cut;
+    }
+    const auto offset = static_cast<std::size_t>(algorithm.raw.data() - cut->octets.data());
+    CAsn1Element whole;
+    const bool isWhole = CAsn1Cursor(octets.subspan(offset)).Next(whole) == Asn1Fault::kNone;
+    return isWhole ? std::move(cut) : MendTruncated(octets.first(offset));
 }
 
 // What begins as a certificate. Throws ca::Exception 16113 for what is none after all.

@@ -9,6 +9,7 @@
 #include "records/CertificateBundle.h"
 #include "records/CrlEntries.h"
 #include "records/SignedFill.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Decoded.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
@@ -71,7 +72,7 @@ void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
 }
 
 std::wstring NotOfVersion() {
-    return SetZORNAMessage(kMsgNotOfVersion);
+    return ca::WordText(ca::Word::kNotOfVersion);
 }
 
 // \return octets of JSON that the entry becomes.

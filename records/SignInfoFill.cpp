@@ -10,6 +10,7 @@
 #include "records/SignatureAttributes.h"
 #include "records/SignerCertificates.h"
 #include "records/ValidityText.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/objects/TrustListText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
@@ -185,7 +186,7 @@ class CSignerDescriber {
         const bool isByKey = signer->SubjectKeyIdentifier() != nullptr;
         if (certificate != nullptr &&
             (isByKey ? certificate->sharesKey : certificate->sharesSerial)) {
-            ca::AddError(record.signCert.error, SetZORNAMessage(kMsgCertNotAlone));
+            ca::AddError(record.signCert.error, ca::WordText(ca::Word::kCertNotAlone));
         }
         if (certificate != nullptr && MayDescribe(*certificate)) {
             ca::FillCertInfo(certificate->der, record.signCert);

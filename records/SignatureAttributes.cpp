@@ -4,6 +4,7 @@
 #include "asn1/attributes/EssAttributes.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
@@ -209,7 +210,7 @@ bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
     extension.extensionInterpretedString = lines.Take();
     // What signers are known to state of themselves is one value each.
     if (visit == nullptr && !name.empty() && values.Count() > 1) {
-        lines.Fault(SetZORNAMessage(kMsgMoreThanOnce));
+        lines.Fault(WordText(Word::kMoreThanOnce));
     }
     AddValueError(m_record.signCert.error, type, lines.TakeFaults());
     const bool hasFact =

@@ -124,9 +124,15 @@ bool IsSignedObject(const CAsn1Element& object) {
 namespace ca {
 
 bool IsCertificate(const CAsn1Element& object, const unsigned char* cutAt) {
-    return LooksLikeCertificate(object.raw) ||
-           (cutAt != nullptr &&
-            HasShape(object, "S(S(0(I$)?IS(O)S(T*$)S(tt$)S(T*$)S(S(O)B", cutAt));
+    if (cutAt == nullptr || LooksLikeCertificate(object.raw)) {
+        return LooksLikeCertificate(object.raw);
+    }
+    // One without a version begins as a list with one does, until the period tells them apart.
+    const CAsn1Element tbs = Child(object, 0);
+    const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
+    const unsigned char time = Child(Child(tbs, serial + 3), 0).tag;
+    return (serial != 0 || time == kAsn1UtcTime || time == kAsn1GeneralizedTime) &&
+           HasShape(object, "S(S(0(I$)?IS(O)S(T*$)S(tt$)S(T*$)S(S(O)B", cutAt);
 }
 
 bool IsAttributeCertificate(const CAsn1Element& object, const unsigned char* /*cutAt*/) {

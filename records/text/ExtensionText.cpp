@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "common/Exception.h"
 #include "common/Lazy.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OcspText.h"
@@ -183,7 +184,7 @@ void NoteRepeated(std::vector<Octets>& types, std::wstring& errors) {
         const auto next = std::find_if(at, types.end(),
                                        [&](Octets other) { return AsText(other) != AsText(type); });
         if (next - at > 1) {
-            AddValueError(errors, type, SetZORNAMessage(kMsgMoreThanOnce));
+            AddValueError(errors, type, WordText(Word::kMoreThanOnce));
         }
         at = next;
     }

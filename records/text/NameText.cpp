@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "common/Encode.h"
 #include "records/AnswerBudget.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 
@@ -226,7 +227,7 @@ struct Collected {
             add(ca::MoreText(hidden));
         }
         if (isCut || std::ranges::any_of(attributes, &Attribute::isCut)) {
-            add(SetZORNAMessage(kMsgTextCut));
+            add(ca::WordText(ca::Word::kTextCut));
         }
         return faults;
     }

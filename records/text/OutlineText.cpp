@@ -1,5 +1,6 @@
 #include "records/text/OutlineText.h"
 
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/TextLines.h"
@@ -124,7 +125,7 @@ class COutline {
         lines.Block(m_lines.Take());
         lines.Fault(m_lines.TakeFaults());
         if (m_isCut) {
-            lines.Fault(SetZORNAMessage(kMsgTextCut));
+            lines.Fault(ca::WordText(ca::Word::kTextCut));
         }
     }
 

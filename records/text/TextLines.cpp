@@ -1,5 +1,6 @@
 #include "records/text/TextLines.h"
 
+#include "records/objects/DescriptionWords.h"
 #include "records/text/OutlineText.h"
 
 #include <algorithm>
@@ -63,7 +64,7 @@ void CTextLines::Append(std::wstring_view text) {
     if (m_isOpen) {
         m_text += text;
         if (IsCut(text)) {
-            Fault(SetZORNAMessage(kMsgTextCut));
+            Fault(WordText(Word::kTextCut));
         }
     }
 }
