@@ -124,7 +124,11 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         return;
     }
     const ca::CertificateBundle bundle = RequireCertificates(items, /*orCut=*/true);
-    const std::wstring others = ca::SayOthers(items, &HasCertificates, /*inMessages=*/true);
+    const auto isDescribed = [&](std::size_t item, std::span<unsigned char> element) {
+        return HasCertificates(item, element) ||
+               ca::IsInside(element, bundle.certificates.front());  // which may be cut off
+    };
+    const std::wstring others = ca::SayOthers(items, isDescribed, /*inMessages=*/true);
     const bool isOne = bundle.certificates.size() == 1;
     const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;
     if (leaf != kNoLeaf) {
