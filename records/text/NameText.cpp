@@ -335,7 +335,7 @@ std::wstring ReadableText(const Collected& found) {
         }
         AppendReadable(text, attribute);
     }
-    return text.Take();
+    return found.hidden != 0 ? text.Take() + L", " + ca::MoreText(found.hidden) : text.Take();
 }
 
 // Whole RDNs from the last to the first, their attributes in encoded order.

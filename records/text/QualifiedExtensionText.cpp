@@ -174,6 +174,7 @@ void SayDocumentTypes(Value value, CTextLines& lines) {
     lines.Line(text);
     if (index < count) {
         lines.Line(ca::MoreText(count - index));
+        lines.Fault(ca::MoreText(count - index));
     }
 }
 
