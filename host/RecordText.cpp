@@ -124,6 +124,8 @@ std::string ZonedText(const JsonValue& object, std::string_view key, const std::
     return utc.empty() ? ca::WithZone(text) : ca::WithZone(text, utc);
 }
 
+constexpr std::string_view kFingerprint = "SHA-256";
+
 // The SHA-256 of Base64 octets in hexadecimal digits; "" for none.
 std::string Fingerprint(const std::string& base64) {
     const QByteArray octets = QByteArray::fromBase64(QByteArray::fromStdString(base64));
@@ -177,7 +179,8 @@ class RecordWriter {
             if (const std::optional<std::string> text = MemberScalar(object, key, value)) {
                 Scalar(name, *text, indent, column);
                 if (AsText(key) == "Id") {
-                    Scalar("SHA-256", Fingerprint(MemberText(object, "RawData")), indent, column);
+                    Scalar(std::string(kFingerprint), Fingerprint(MemberText(object, "RawData")),
+                           indent, column);
                 }
             } else if (value.IsObject() && value.MemberCount() != 0) {
                 Nested(name, value, indent);
@@ -272,6 +275,9 @@ class RecordWriter {
             if (!isHidden && !ScalarText(value).value_or("").empty()) {
                 widest =
                     std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(object, key, label))));
+                if (AsText(key) == "Id" && !MemberText(object, "RawData").empty()) {
+                    widest = std::max(widest, kFingerprint.size());
+                }
             }
         }
         return std::min(indent + widest + 2, m_width / 2);

@@ -229,10 +229,10 @@ TEST_F(DescribeCommandTest, ShowsTheEntriesOfAListThatAreAskedFor) {
         const char* end;
     } cases[] = {
         {{}, 1000, "\n    \u2026 and 3 more\n\n"},
-        {{"--all"}, 1003, "04ea  01.01.2024 00:00:00\n\n"},
-        {{"--count", "2"}, 2, "0101  01.01.2024 00:00:00\n    \u2026 and 1001 more\n\n"},
-        {{"--first", "1002"}, 1, "04ea  01.01.2024 00:00:00\n    \u2026 and 1002 more\n\n"},
-        {{"--serial", "02:05"}, 1, "0205  01.01.2024 00:00:00\n\n"},
+        {{"--all"}, 1003, "04ea  01.01.2024 00:00:00 UTC\n\n"},
+        {{"--count", "2"}, 2, "0101  01.01.2024 00:00:00 UTC\n    \u2026 and 1001 more\n\n"},
+        {{"--first", "1002"}, 1, "04ea  01.01.2024 00:00:00 UTC\n    \u2026 and 1002 more\n\n"},
+        {{"--serial", "02:05"}, 1, "0205  01.01.2024 00:00:00 UTC\n\n"},
         {{"--serial", "77"}, 0, "Revoked certificates:\n    none of this number\n\n"},
     };
     for (const auto& c : cases) {
@@ -242,7 +242,7 @@ TEST_F(DescribeCommandTest, ShowsTheEntriesOfAListThatAreAskedFor) {
         EXPECT_THAT(out, testing::EndsWith(c.end));
         std::size_t rows = 0;
         for (const std::string& line : Lines(out)) {
-            rows += line.ends_with("  01.01.2024 00:00:00") && line.starts_with("    ") ? 1 : 0;
+            rows += line.ends_with("  01.01.2024 00:00:00 UTC") && line.starts_with("    ") ? 1 : 0;
         }
         EXPECT_EQ(c.rows, rows);
     }
