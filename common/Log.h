@@ -21,8 +21,8 @@ namespace ca {
 /// logs an empty line.
 bool LogEventFmt(const wchar_t* format, bool flag, ...);
 
-/// Replaces by '?' what would end a line of the host's log, change how the rest of it reads, leave no
-/// trace, or cannot be written (HiddenCharacters.h). Texts without that stay as they are, at the
+/// Replaces by '?' what would end a line of the host's log, change how the rest of it reads, leave
+/// no trace, or cannot be written (HiddenCharacters.h). Texts without that stay as they are, at the
 /// cost of a look at each character.
 void MakePrintable(std::wstring& text) noexcept;
 

@@ -2,14 +2,11 @@
 
 #include "common/Encode.h"
 #include "common/Json.h"
-#include "common/ZonedTime.h"
 #include "host/JsonEvents.h"
+#include "host/RecordMembers.h"
 #include "host/Terminal.h"
 #include "records/objects/ObjectDescription.h"
 #include "records/text/TextLines.h"
-
-#include <QByteArray>
-#include <QCryptographicHash>
 
 #include <algorithm>
 #include <cstdint>
@@ -21,6 +18,8 @@
 namespace {
 
 using ca::JsonValue;
+using host::AsText;
+using host::MemberText;
 
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
@@ -95,16 +94,6 @@ constexpr NamedTextKeys kNamedTexts[] = {
     {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString", "Attributes"},
 };
 
-std::string_view AsText(const JsonValue& value) {
-    return {value.GetString(), value.GetStringLength()};
-}
-
-std::string MemberText(const JsonValue& object, const char* key) {
-    const auto member = object.FindMember(key);
-    const bool isText = member != object.MemberEnd() && member->value.IsString();
-    return isText ? std::string(AsText(member->value)) : "";
-}
-
 const NamedTextKeys* FindNamedText(const JsonValue& value) {
     for (const NamedTextKeys& keys : kNamedTexts) {
         if (value.IsObject() && value.HasMember(keys.oid)) {
@@ -114,25 +103,7 @@ const NamedTextKeys* FindNamedText(const JsonValue& value) {
     return nullptr;
 }
 
-// Members that are local times; most have a twin in UTC.
-constexpr std::string_view kTimes[] = {"ValidFrom",      "ValidTo",  "ThisUpdate",    "NextUpdate",
-                                       "RevocationDate", "SignTime", "InvalidityDate"};
-
-// The text of a time with its zone.
-std::string ZonedText(const JsonValue& object, std::string_view key, const std::string& text) {
-    const std::string utc = MemberText(object, (std::string(key) + "UTC").c_str());
-    return utc.empty() ? ca::WithZone(text) : ca::WithZone(text, utc);
-}
-
 constexpr std::string_view kFingerprint = "SHA-256";
-
-// The SHA-256 of Base64 octets in hexadecimal digits; "" for none.
-std::string Fingerprint(const std::string& base64) {
-    const QByteArray octets = QByteArray::fromBase64(QByteArray::fromStdString(base64));
-    return octets.isEmpty()
-               ? ""
-               : QCryptographicHash::hash(octets, QCryptographicHash::Sha256).toHex().toStdString();
-}
 
 bool IsHex(std::wstring_view text) {
     return text.find_first_not_of(L"0123456789abcdefABCDEF") == std::wstring_view::npos;
@@ -179,8 +150,8 @@ class RecordWriter {
             if (const std::optional<std::string> text = MemberScalar(object, key, value)) {
                 Scalar(name, *text, indent, column);
                 if (AsText(key) == "Id") {
-                    Scalar(std::string(kFingerprint), Fingerprint(MemberText(object, "RawData")),
-                           indent, column);
+                    Scalar(std::string(kFingerprint),
+                           host::Sha256Text(MemberText(object, "RawData")), indent, column);
                 }
             } else if (value.IsObject() && value.MemberCount() != 0) {
                 Nested(name, value, indent);
@@ -262,8 +233,8 @@ class RecordWriter {
     std::optional<std::string> MemberScalar(const JsonValue& object, const JsonValue& key,
                                             const JsonValue& value) const {
         std::optional<std::string> text = ScalarText(value);
-        const bool isTime = std::ranges::find(kTimes, AsText(key)) != std::end(kTimes);
-        return isTime && text ? ZonedText(object, AsText(key), *text) : text;
+        return host::IsLocalTime(AsText(key)) && text ? host::ZonedText(object, AsText(key), *text)
+                                                      : text;
     }
 
     // Where the values of an object begin, so that they stand below each other.

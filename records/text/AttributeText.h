@@ -16,9 +16,9 @@ class CAsn1SecurityCategory;
 namespace ca {
 
 // The values of signed and unsigned attributes of signatures, by subject.
-std::span<const ExtensionRow> EssAttributeRows();    ///< RFC 5652, 5035, 2634, 8551, 8894
-std::span<const ExtensionRow> CadesAttributeRows();  ///< RFC 5126, ETSI EN 319 122-1
-std::span<const ExtensionRow> CodeAttributeRows();   ///< signatures of programs and documents
+std::span<const ExtensionRow> EssAttributeRows();      ///< RFC 5652, 5035, 2634, 8551, 8894
+std::span<const ExtensionRow> CadesAttributeRows();    ///< RFC 5126, ETSI EN 319 122-1
+std::span<const ExtensionRow> CodeAttributeRows();     ///< signatures of programs and documents
 std::span<const ExtensionRow> RequestAttributeRows();  ///< requests, key stores: RFC 2985
 
 /// Says each value of an attribute, of signatures and of attribute certificates: an outline or
