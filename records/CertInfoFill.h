@@ -17,11 +17,12 @@ bool LooksLikeCertificate(std::span<const unsigned char> octets);
 /// whole. Linear in the octets.
 bool LooksLikeCutCertificate(std::span<unsigned char> octets);
 
-/// Describes a certificate. What cannot be read is said in `record.error`, never hides the rest,
-/// and so is how many extensions there was no room for (CAnswerBudget). Of one that was cut off all
-/// in front of the cut is filled, and the fault says where the octets end. Names, texts and words
-/// are in the current language; "HasPrivateKey" stays as it is. \param der  the certificate as
-/// received; kept as it is. Throws ca::Exception 16113 for octets that are no certificate at all.
+/// Describes a certificate. What cannot be read is said in `record.error`, never hides the rest, and
+/// so is how many extensions there was no room for (CAnswerBudget). Of one that was cut off all in
+/// front of the cut is filled, and the fault says where the octets end.
+/// Names, texts and words are in the current language; "HasPrivateKey" stays as it is.
+/// \param der  the certificate as received; kept as it is.
+/// Throws ca::Exception 16113 for octets that are no certificate at all.
 void FillCertInfo(std::span<unsigned char> der, CertInfo& record);
 
 /// What a message says of a certificate that it names: the forms of its issuer, and its serial
