@@ -2,6 +2,7 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/Lng.h"
 
 namespace {
 
@@ -9,7 +10,7 @@ namespace {
 constexpr std::size_t kMaxSegmentDepth = 16;
 
 [[noreturn]] void ThrowBadSegments() {
-    throw ca::Exception(ca::kErrAsn1Corrupted);
+    throw ca::Exception(ca::kErrAsn1Corrupted, SetZORNAMessage(kMsgAsn1Malformed));
 }
 
 void AppendSegments(std::span<unsigned char> content, std::vector<unsigned char>& out) {
@@ -94,18 +95,22 @@ std::span<const unsigned char> OctetsOf(const CAsn1Object* object) {
 }
 
 std::vector<unsigned char> OctetStringOf(const CAsn1Object* object) {
-    std::vector<unsigned char> out;
     const CAsn1Block* block = object != nullptr ? object->GetBlock() : nullptr;
-    if (block == nullptr) {
-        return out;
+    CAsn1Element element;
+    if (block != nullptr) {
+        element.tag = block->tag;
+        element.content = {block->content, block->contentLength};
     }
-    const std::span<unsigned char> content(block->content, block->contentLength);
-    out.reserve(content.size());
-    if (block->IsConstructed()) {
-        AppendSegments(content, out);
-    } else {
-        out.assign(content.begin(), content.end());
+    return OctetStringOf(element);
+}
+
+std::vector<unsigned char> OctetStringOf(const CAsn1Element& element) {
+    if (!element.IsConstructed()) {
+        return {element.content.begin(), element.content.end()};
     }
+    std::vector<unsigned char> out;
+    out.reserve(element.content.size());
+    AppendSegments(element.content, out);
     return out;
 }
 

@@ -176,6 +176,8 @@ std::span<const unsigned char> OctetsOf(const CAsn1Object* object);
 /// The octets of an OCTET STRING, its segments joined when it is constructed (X.690 8.7.3; in
 /// segments at any depth). Throws ca::Exception kErrAsn1Corrupted for segments that cannot be read.
 std::vector<unsigned char> OctetStringOf(const CAsn1Object* object);
+/// The same of an element of that type, with or without the constructed bit.
+std::vector<unsigned char> OctetStringOf(const CAsn1Element& element);
 
 /// A BIT STRING as it stands; bits behind the last one are as received, not cleared.
 struct CAsn1Bits {

@@ -3,6 +3,7 @@
 #include "common/DecimalText.h"
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
+#include "common/HiddenCharacters.h"
 #include "common/LogClaim.h"
 #include "common/WideTextLock.h"
 
@@ -15,20 +16,6 @@
 #include <stdexcept>
 
 namespace {
-
-bool IsPrintable(wchar_t c) {
-    const auto code = static_cast<char32_t>(c);
-    if (code < 0x7F) {
-        return code >= 0x20;
-    }
-    const bool isControl = code < 0xA0;
-    const bool isSeparator = code == 0x2028 || code == 0x2029;
-    const bool isDirection = code == 0x061C || code == 0x200E || code == 0x200F ||
-                             (code >= 0x202A && code <= 0x202E) ||
-                             (code >= 0x2066 && code <= 0x2069);
-    const bool isNone = (code >= 0xD800 && code <= 0xDFFF) || code > 0x10FFFF;
-    return !isControl && !isSeparator && !isDirection && !isNone;
-}
 
 // A code as it is looked up: the large ones are known by their hexadecimal digits.
 std::wstring CodeText(unsigned code) {
@@ -118,8 +105,7 @@ bool LogEventFmt(const wchar_t* format, bool flag, ...) {
 }
 
 void MakePrintable(std::wstring& text) noexcept {
-    std::replace_if(
-        text.begin(), text.end(), [](wchar_t c) { return !IsPrintable(c); }, L'?');
+    std::ranges::replace_if(text, IsHiddenCharacter, L'?');
 }
 
 bool LogLine(std::wstring line, bool flag) {

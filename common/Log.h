@@ -21,10 +21,9 @@ namespace ca {
 /// logs an empty line.
 bool LogEventFmt(const wchar_t* format, bool flag, ...);
 
-/// Replaces by '?' what would end a line of the host's log, change how the rest of it reads, or
-/// cannot be written: control characters, line and paragraph separators, marks of the writing
-/// direction (Unicode 15, 23.1 to 23.3), and what is no character. Texts without them stay as they
-/// are, at the cost of a look at each character.
+/// Replaces by '?' what would end a line of the host's log, change how the rest of it reads, leave
+/// no trace, or cannot be written (HiddenCharacters.h). Texts without that stay as they are, at the
+/// cost of a look at each character.
 void MakePrintable(std::wstring& text) noexcept;
 
 /// LogEvent() of a line that holds a text from outside the module, made printable.

@@ -18,6 +18,8 @@ std::string PrettyAnswer(const CAnswer& answer, std::size_t longest);
 /// LineAnswer().
 /// \param members  as JSON has them between the braces; not empty
 std::string PrettyAnswer(const CAnswer& answer, const std::string& members);
+/// The same for a text that is JSON.
+std::string PrettyJson(std::string_view json, std::size_t longest);
 
 /// The answer as one line of JSON, without line feed. An improper one becomes an object
 /// {"hostError": reason, "answer": text} of the same line.

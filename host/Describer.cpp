@@ -1,12 +1,16 @@
 #include "host/Describer.h"
 
+#include "common/Encode.h"
+#include "common/Json.h"
 #include "host/AnswerPrinter.h"
 #include "host/FileIo.h"
+#include "host/FileObjects.h"
 #include "host/HostError.h"
 #include "host/JsonEvents.h"
 #include "host/ModeTable.h"
 #include "host/Request.h"
 #include "host/Terminal.h"
+#include "records/text/TextLines.h"
 
 #include <optional>
 #include <string_view>
@@ -15,26 +19,21 @@
 namespace {
 
 using host::CAnswer;
-using host::Description;
 
-struct KindRow {
+struct MemberRow {
     std::string_view member;  // of the answer
-    const char* kind;
-    const char* english;
-    const char* russian;
+    std::string_view kind;
 };
 
-constexpr KindRow kKinds[] = {
-    {"attrCertInfo", "attributeCertificate", "attribute certificate", "атрибутный сертификат"},
-    {"certInfo", "certificate", "certificate", "сертификат"},
-    {"certInfos", "certificates", "certificates", "сертификаты"},
-    {"crlInfo", "crl", "certificate revocation list", "список отозванных сертификатов"},
-    {"signInfo", "signature", "signed message", "подписанное сообщение"},
+constexpr MemberRow kMembers[] = {
+    {"attrCertInfo", "attributeCertificate"},
+    {"certInfo", "certificate"},
+    {"certInfos", "certificates"},
+    {"crlInfo", "crl"},
+    {"signInfo", "signature"},
 };
 // The recipients of an envelope come as certificates.
-constexpr KindRow kEnvelope = {"certInfos", "envelope", "enveloped message",
-                               "зашифрованное сообщение"};
-constexpr KindRow kUnknownKind = {"", "unknown", "unknown", "неизвестно"};
+constexpr std::string_view kEnvelope = "envelope";
 
 // Finds which record an answer holds, and the text of its error.
 class AnswerLook : public host::CJsonEvents {
@@ -42,8 +41,8 @@ class AnswerLook : public host::CJsonEvents {
     bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
         if (GetDepth() == 1) {
             m_key.assign(text, length);
-            for (const KindRow& row : kKinds) {
-                kind = row.member == m_key ? &row : kind;
+            for (const MemberRow& row : kMembers) {
+                kind = row.member == m_key ? row.kind : kind;
             }
         }
         return true;
@@ -55,7 +54,7 @@ class AnswerLook : public host::CJsonEvents {
         return true;
     }
 
-    const KindRow* kind = &kUnknownKind;
+    std::string_view kind;
     std::string message;
 
   private:
@@ -75,24 +74,48 @@ std::string WithoutPath(const std::string& text, const std::string& path) {
                : text.substr(0, at) + " FILE: " + text.substr(at + inside.size());
 }
 
+// What a line of JSON begins with: the file, and which of several objects in it.
+template <typename Place>
+std::string MembersOf(const std::string& path, const Place& place) {
+    return host::FileMembers(path) +
+           (place.count > 1 ? ",\"object\":" + std::to_string(place.number) : "");
+}
+
+std::string NameOf(const ca::ObjectKind& kind) {
+    return ca::u16u8(kind.Name());
+}
+
+std::string DescriptionJson(const ca::ObjectKind& kind, const ca::ObjectSource& source) {
+    ca::JsonBuffer buffer;
+    ca::JsonWriter writer(buffer);
+    ca::DescribeObject(kind, source).ToJson(writer);
+    return {buffer.GetString(), buffer.GetSize()};
+}
+
 }  // namespace
 
 namespace host {
 
+// What came of one part of a file.
 struct CDescriber::Outcome {
-    std::optional<CAnswer> answer;  // the last one, good or not
-    const KindRow* kind = &kUnknownKind;
-    std::string fault;  // "" for a good answer
+    const ca::ObjectKind* kind = nullptr;  // what it seems or turned out to be
+    std::optional<CAnswer> answer;         // the module's last one, good or not
+    std::string description;               // JSON, of an object that no operation describes
+    std::string fault;                     // "" for a good answer and for a description
     bool isRead = true;
     std::optional<std::uint32_t> errorCode;
-    const OtherKind* other = nullptr;  // what a file without a description seems to be
 
     bool IsGood() const { return fault.empty(); }
 };
 
 CDescriber::CDescriber(const CModule& module, COrderedOutput& output, CProgressBar& progress,
-                       DescribeForm form, const RecordTextOptions& text)
-    : m_module(module), m_output(output), m_progress(progress), m_form(form), m_text(text) {}
+                       DescribeForm form, const DescribeRequest& request)
+    : m_module(module),
+      m_output(output),
+      m_progress(progress),
+      m_form(form),
+      m_listParams(request.listParams),
+      m_text(request.text) {}
 
 void CDescriber::Describe(const std::vector<ListedFile>& files, unsigned threads) {
     std::vector<std::jthread> others;
@@ -129,43 +152,43 @@ bool CDescriber::Next(const std::vector<ListedFile>& files, std::size_t& number)
 }
 
 OutputPiece CDescriber::DescribeFile(const ListedFile& file) {
-    const Outcome outcome = Ask(file);
-    OutputPiece piece{.text = Write(file.path, outcome), .note = ""};
-    if (!outcome.isRead) {
-        piece.note = outcome.fault;
-    }
-    if (!outcome.IsGood()) {
-        std::string reason = outcome.isRead ? outcome.fault : WithoutPath(outcome.fault, file.path);
-        if (outcome.other != nullptr) {
-            reason = NameOf(*outcome.other);
-        } else if (outcome.errorCode) {
-            reason = std::to_string(*outcome.errorCode) + " " + reason;
+    const std::vector<Outcome> outcomes = Ask(file);
+    OutputPiece piece;
+    std::string worst;
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        const Outcome& outcome = outcomes[i];
+        piece.text += Write(file.path, outcome, {i + 1, outcomes.size()});
+        if (!outcome.isRead) {
+            piece.note = outcome.fault;
         }
+        if (!outcome.IsGood() && worst.empty()) {
+            worst = outcome.isRead ? outcome.fault : WithoutPath(outcome.fault, file.path);
+            if (outcome.errorCode) {
+                worst.insert(0, std::to_string(*outcome.errorCode) + " ");
+            }
+        }
+    }
+    if (!worst.empty()) {
         const std::lock_guard lock(m_mutex);
-        ++m_faults[reason];
-        m_unreadable = m_unreadable || !outcome.isRead;
+        ++m_faults[worst];
+        m_unreadable = m_unreadable || !piece.note.empty();
     }
     return piece;
 }
 
-std::string CDescriber::NameOf(const OtherKind& other) const {
-    return std::string(m_text.russian ? other.russian : other.english) +
-           (m_text.russian ? "; строение показывает cmhost asn1"
-                           : "; cmhost asn1 shows its structure");
-}
-
-CDescriber::Outcome CDescriber::Judge(Description asked, CAnswer answer) {
+CDescriber::Outcome CDescriber::Judge(ca::ObjectReader asked, CAnswer answer) {
     AnswerLook look;
     static_cast<void>(ReadJsonEvents(answer.GetText(), look));
     Outcome outcome;
-    outcome.kind = asked == Description::kEnvelope ? &kEnvelope : look.kind;
+    outcome.kind =
+        ca::FindObjectKind(asked == ca::ObjectReader::kRecipients ? kEnvelope : look.kind);
     outcome.errorCode = answer.GetErrorCode();
     if (!answer.IsGood()) {
         outcome.fault = answer.GetFault().empty() ? look.message : answer.GetFault();
         if (outcome.fault.empty()) {
             outcome.fault = "the module gives no reason";
         }
-    } else if (look.kind == &kUnknownKind) {
+    } else if (look.kind.empty()) {
         outcome.fault = "the answer describes nothing";
     }
     outcome.answer.emplace(std::move(answer));
@@ -173,72 +196,130 @@ CDescriber::Outcome CDescriber::Judge(Description asked, CAnswer answer) {
 }
 
 // The first good answer; when there is none, what the likeliest operation says.
-CDescriber::Outcome CDescriber::Ask(const ListedFile& file) const {
+CDescriber::Outcome CDescriber::AskModule(const std::vector<ca::ObjectReader>& order,
+                                          const std::string& octets,
+                                          const std::string& path) const {
     Outcome outcome;
-    outcome.fault = file.fault;
-    outcome.isRead = file.fault.empty();
-    if (!outcome.isRead) {
-        return outcome;
-    }
-    try {
-        std::string content = ReadFile(file.path);
-        const FileGuess guess = GuessFile(content);
-        for (const Description each : guess.order) {
-            CRequestBuilder builder;
-            builder.Set("mode", std::to_string(ModeOf(each)));
-            CRequest request{.octets = builder.Build(&content, PayloadForm::kBinary),
-                             .name = Visible(file.path) + ", " + NameMode(ModeOf(each))};
-            Outcome next = Judge(each, m_module.Ask(request));
-            if (next.IsGood() || !outcome.answer) {
-                outcome = std::move(next);
-            }
-            if (outcome.IsGood()) {
-                break;
-            }
+    for (const ca::ObjectReader each : order) {
+        CRequestBuilder builder;
+        builder.Set("mode", std::to_string(ModeOf(each)));
+        if (each == ca::ObjectReader::kCrl && !m_listParams.empty()) {
+            builder.Set("extInitParams", QuoteJson(m_listParams));
         }
-        outcome.other = outcome.IsGood() ? nullptr : guess.other;
-    } catch (const CHostError& error) {
-        outcome.fault = error.what();
-        outcome.isRead = false;
+        CRequest request{.octets = builder.Build(&octets, PayloadForm::kBinary),
+                         .name = Visible(path) + ", " + NameMode(ModeOf(each))};
+        Outcome next = Judge(each, m_module.Ask(request));
+        if (next.IsGood() || !outcome.answer) {
+            outcome = std::move(next);
+        }
+        if (outcome.IsGood()) {
+            break;
+        }
     }
     return outcome;
 }
 
-std::string CDescriber::Write(const std::string& path, const Outcome& outcome) const {
-    const std::string code = outcome.errorCode ? std::to_string(*outcome.errorCode) : "";
-    switch (m_form) {
-        case DescribeForm::kLines: {
-            const std::string line = "{" + FileMembers(path);
-            if (outcome.IsGood()) {
-                return line + ",\"kind\":" + QuoteJson(outcome.kind->kind) +
-                       ",\"answer\":" + LineAnswer(*outcome.answer) + "}\n";
-            }
-            const std::string kind =
-                outcome.other != nullptr ? ",\"kind\":" + QuoteJson(outcome.other->kind) : "";
-            return line + kind + ",\"error\":" + QuoteJson(outcome.fault) +
-                   (code.empty() ? "" : ",\"errorCode\":" + code) + "}\n";
-        }
-        case DescribeForm::kJson:
-            return outcome.answer ? PrettyAnswer(*outcome.answer, FileMembers(path))
-                                  : WithMembers(FileMembers(path), LineError(outcome.fault)) + "\n";
-        case DescribeForm::kText:
-            break;
+CDescriber::Outcome CDescriber::DescribePart(const FileObjects& file, const FilePart& part,
+                                             const std::string& content,
+                                             const std::string& path) const {
+    Outcome outcome;
+    if (part.kind != nullptr && part.kind->reader == ca::ObjectReader::kDescription) {
+        outcome.kind = part.kind;
+        outcome.description = DescriptionJson(*part.kind, SourceOf(file, part));
+        return outcome;
     }
+    // A file of one part is the module's as it is.
+    outcome = AskModule(part.order, file.parts.size() > 1 ? OctetsOf(file, part) : content, path);
+    if (part.order.empty() || !outcome.IsGood()) {
+        outcome.kind = part.kind;
+        outcome.fault = ReasonOf(file, part, outcome.fault);
+    }
+    return outcome;
+}
+
+std::vector<CDescriber::Outcome> CDescriber::Ask(const ListedFile& file) const {
+    std::vector<Outcome> outcomes;
+    try {
+        if (!file.fault.empty()) {
+            throw CHostError(kExitUsage, file.fault);
+        }
+        std::string content = ReadFile(file.path);
+        const FileObjects objects = ReadObjects(content);
+        for (const FilePart& part : objects.parts) {
+            outcomes.push_back(DescribePart(objects, part, content, file.path));
+        }
+        if (objects.leftOut != 0) {
+            outcomes.emplace_back().fault = ca::u16u8(ca::MoreText(objects.leftOut));
+        }
+    } catch (const CHostError& error) {
+        Outcome& outcome = outcomes.emplace_back();
+        outcome.fault = error.what();
+        outcome.isRead = false;
+    }
+    return outcomes;
+}
+
+std::string CDescriber::WriteLine(const std::string& path, const Outcome& outcome, Place place) {
+    std::string line = "{" + MembersOf(path, place);
+    if (outcome.kind != nullptr) {
+        line += ",\"kind\":" + QuoteJson(outcome.kind->name);
+    }
+    if (!outcome.IsGood()) {
+        return line + ",\"error\":" + QuoteJson(outcome.fault) +
+               (outcome.errorCode ? ",\"errorCode\":" + std::to_string(*outcome.errorCode) : "") +
+               "}\n";
+    }
+    return outcome.answer ? line + ",\"answer\":" + LineAnswer(*outcome.answer) + "}\n"
+                          : line + ",\"description\":" + EscapeHidden(outcome.description) + "}\n";
+}
+
+std::string CDescriber::WriteJson(const std::string& path, const Outcome& outcome, Place place) {
+    const std::string members = MembersOf(path, place);
+    if (outcome.answer) {
+        return PrettyAnswer(*outcome.answer, members);
+    }
+    if (outcome.IsGood()) {
+        return PrettyJson("{" + members + ",\"kind\":" + QuoteJson(outcome.kind->name) +
+                              ",\"description\":" + outcome.description + "}",
+                          /*longest=*/0);
+    }
+    return WithMembers(members, LineError(outcome.fault)) + "\n";
+}
+
+std::string CDescriber::WriteText(const std::string& path, const Outcome& outcome,
+                                  Place place) const {
     if (!outcome.isRead) {
         return "";  // the note says it
     }
-    const char* const kind = m_text.russian ? outcome.kind->russian : outcome.kind->english;
-    const std::string title = Visible(path) + ": ";
+    std::string title = Visible(path);
+    if (place.count > 1) {
+        title += " " + std::to_string(place.number) + "/" + std::to_string(place.count);
+    }
+    title += ": ";
     if (!outcome.IsGood()) {
+        const std::string code =
+            outcome.errorCode ? " (" + std::to_string(*outcome.errorCode) + ")" : "";
         return title + (m_text.russian ? "нет описания: " : "not described: ") +
-               (outcome.other != nullptr
-                    ? NameOf(*outcome.other)
-                    : Visible(outcome.fault) + (code.empty() ? "" : " (" + code + ")")) +
-               "\n";
+               Visible(outcome.fault) + code + "\n";
     }
     RecordTextOptions options = m_text;
-    options.isEnvelope = outcome.kind == &kEnvelope;
-    return title + kind + "\n" + RecordText(outcome.answer->GetText(), options) + "\n\n";
+    options.isEnvelope = outcome.kind->name == kEnvelope;
+    options.isDescription = !outcome.answer;
+    return title + NameOf(*outcome.kind) + "\n" +
+           RecordText(outcome.answer ? outcome.answer->GetText() : outcome.description, options) +
+           "\n\n";
+}
+
+std::string CDescriber::Write(const std::string& path, const Outcome& outcome, Place place) const {
+    switch (m_form) {
+        case DescribeForm::kLines:
+            return WriteLine(path, outcome, place);
+        case DescribeForm::kJson:
+            return WriteJson(path, outcome, place);
+        case DescribeForm::kText:
+            break;
+    }
+    return WriteText(path, outcome, place);
 }
 
 }  // namespace host

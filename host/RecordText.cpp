@@ -3,7 +3,10 @@
 #include "common/Encode.h"
 #include "common/Json.h"
 #include "host/JsonEvents.h"
+#include "host/RecordMembers.h"
 #include "host/Terminal.h"
+#include "records/objects/ObjectDescription.h"
+#include "records/text/TextLines.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -15,18 +18,25 @@
 namespace {
 
 using ca::JsonValue;
+using host::AsText;
+using host::MemberText;
 
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
 constexpr std::size_t kIndent = 2;
+constexpr std::size_t kHanging = 2 * kIndent;
 constexpr std::size_t kMaxDepth = 40;
 constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is folded, not cut
+
+// A list of which an answer may hold a part, and how long the whole is.
+constexpr const char* kEntriesKey = "Revoked";
+constexpr const char* kEntriesCount = "RevokedCount";
 
 enum class Shown : std::uint8_t { kShown, kHidden, kRows };
 
 struct Label {
-    const char* english;
-    const char* russian;
+    std::string english;
+    std::string russian;
     Shown shown;
 };
 
@@ -53,6 +63,19 @@ const LabelTable& RecipientLabels() {
     return labels;
 }
 
+// The captions of descriptions' own fields.
+const LabelTable& FieldLabels() {
+    static const LabelTable labels = [] {
+        LabelTable table;
+        for (const ca::FieldName& name : ca::AllFieldNames()) {
+            table.emplace(name.key,
+                          Label{ca::u16u8(name.english), ca::u16u8(name.russian), Shown::kShown});
+        }
+        return table;
+    }();
+    return labels;
+}
+
 const Label* FindIn(const LabelTable& labels, std::string_view key) {
     const auto found = labels.find(key);
     return found == labels.end() ? nullptr : &found->second;
@@ -71,16 +94,6 @@ constexpr NamedTextKeys kNamedTexts[] = {
     {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString", "Attributes"},
 };
 
-std::string_view AsText(const JsonValue& value) {
-    return {value.GetString(), value.GetStringLength()};
-}
-
-std::string MemberText(const JsonValue& object, const char* key) {
-    const auto member = object.FindMember(key);
-    const bool isText = member != object.MemberEnd() && member->value.IsString();
-    return isText ? std::string(AsText(member->value)) : "";
-}
-
 const NamedTextKeys* FindNamedText(const JsonValue& value) {
     for (const NamedTextKeys& keys : kNamedTexts) {
         if (value.IsObject() && value.HasMember(keys.oid)) {
@@ -89,6 +102,8 @@ const NamedTextKeys* FindNamedText(const JsonValue& value) {
     }
     return nullptr;
 }
+
+constexpr std::string_view kFingerprint = "SHA-256";
 
 bool IsHex(std::wstring_view text) {
     return text.find_first_not_of(L"0123456789abcdefABCDEF") == std::wstring_view::npos;
@@ -100,7 +115,10 @@ class RecordWriter {
     explicit RecordWriter(const host::RecordTextOptions& options)
         : m_width(std::max(options.width, kLeastWidth)),
           m_russian(options.russian),
-          m_isEnvelope(options.isEnvelope) {}
+          m_isSelection(options.isSelection),
+          m_special(options.isEnvelope      ? &RecipientLabels()
+                    : options.isDescription ? &FieldLabels()
+                                            : nullptr) {}
 
     // A single record needs no heading of its own.
     void Root(const JsonValue& root) {
@@ -128,15 +146,41 @@ class RecordWriter {
             if (label != nullptr && label->shown == Shown::kHidden) {
                 continue;
             }
-            const std::string name = NameOf(key, label);
-            if (const std::optional<std::string> text = ScalarText(value)) {
+            const std::string name = NameOf(object, key, label);
+            if (const std::optional<std::string> text = MemberScalar(object, key, value)) {
                 Scalar(name, *text, indent, column);
+                if (AsText(key) == "Id") {
+                    Scalar(std::string(kFingerprint),
+                           host::Sha256Text(MemberText(object, "RawData")), indent, column);
+                }
             } else if (value.IsObject() && value.MemberCount() != 0) {
                 Nested(name, value, indent);
             } else if (value.IsArray() && !value.Empty()) {
                 Array(name, value, indent,
                       /*asRows=*/label != nullptr && label->shown == Shown::kRows);
             }
+            if (value.IsArray() && AsText(key) == kEntriesKey) {
+                RestOfList(name, object, value.Size(), indent);
+            }
+        }
+    }
+
+    // The list goes on behind its last line, or has nothing of what was looked for.
+    void RestOfList(const std::string& name, const JsonValue& object, std::size_t shown,
+                    std::size_t indent) {
+        const auto count = object.FindMember(kEntriesCount);
+        const std::size_t all = count != object.MemberEnd() && count->value.IsUint64()
+                                    ? static_cast<std::size_t>(count->value.GetUint64())
+                                    : shown;
+        if (all > shown && shown == 0) {
+            Heading(name, indent);
+        }
+        if (m_isSelection && shown == 0 && all != 0) {
+            m_text.append(indent + kIndent, ' ');
+            Lines(m_russian ? "нет с этим номером" : "none of this number", indent + kIndent);
+        } else if (!m_isSelection && all > shown) {
+            m_text.append(indent + kIndent, ' ');
+            Lines(ca::u16u8(ca::MoreText(all - shown)), indent + kIndent);
         }
     }
 
@@ -149,13 +193,17 @@ class RecordWriter {
 
   private:
     const Label* FindLabel(std::string_view key) const {
-        const Label* const special = m_isEnvelope ? FindIn(RecipientLabels(), key) : nullptr;
+        const Label* const special = m_special != nullptr ? FindIn(*m_special, key) : nullptr;
         return special != nullptr ? special : FindIn(Labels(), key);
     }
 
-    std::string NameOf(const JsonValue& key, const Label* label) const {
+    std::string NameOf(const JsonValue& object, const JsonValue& key, const Label* label) const {
         if (label == nullptr) {
             return host::Visible(std::string(AsText(key)));
+        }
+        // A holder that is no certificate stands in the place of its certificate's issuer.
+        if (AsText(key) == "HolderIssuer" && MemberText(object, "HolderSerial").empty()) {
+            return m_russian ? "Держатель" : "Holder";
         }
         return NameOf(*label);
     }
@@ -181,6 +229,14 @@ class RecordWriter {
         return value.IsArray() || value.IsObject() ? std::nullopt : std::optional<std::string>("");
     }
 
+    // The same of a member; times with their zone.
+    std::optional<std::string> MemberScalar(const JsonValue& object, const JsonValue& key,
+                                            const JsonValue& value) const {
+        std::optional<std::string> text = ScalarText(value);
+        return host::IsLocalTime(AsText(key)) && text ? host::ZonedText(object, AsText(key), *text)
+                                                      : text;
+    }
+
     // Where the values of an object begin, so that they stand below each other.
     std::size_t ValueColumn(const JsonValue& object, std::size_t indent) const {
         std::size_t widest = 0;
@@ -188,7 +244,11 @@ class RecordWriter {
             const Label* const label = FindLabel(AsText(key));
             const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
             if (!isHidden && !ScalarText(value).value_or("").empty()) {
-                widest = std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(key, label))));
+                widest =
+                    std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(object, key, label))));
+                if (AsText(key) == "Id" && !MemberText(object, "RawData").empty()) {
+                    widest = std::max(widest, kFingerprint.size());
+                }
             }
         }
         return std::min(indent + widest + 2, m_width / 2);
@@ -202,7 +262,7 @@ class RecordWriter {
         const std::string label = name + ": ";
         const std::size_t used = indent + host::DisplayWidth(ca::u8u16(label));
         m_text.append(indent, ' ').append(label).append(used < column ? column - used : 0, ' ');
-        Lines(text, column);
+        Lines(text, column, /*hasLabel=*/true);
     }
 
     void Heading(const std::string& name, std::size_t indent) {
@@ -228,7 +288,9 @@ class RecordWriter {
         } else if (array[0].IsString() || asRows) {
             Heading(name, indent);
         }
-        rapidjson::SizeType number = 0;
+        const auto objects = std::ranges::count_if(
+            array.GetArray(), [](const JsonValue& element) { return element.IsObject(); });
+        std::size_t number = 0;
         for (const JsonValue& element : array.GetArray()) {
             ++number;
             if (const NamedTextKeys* const keys = FindNamedText(element)) {
@@ -240,7 +302,7 @@ class RecordWriter {
                 Row(element, indent + kIndent);
             } else if (element.IsObject()) {
                 const std::string count = std::to_string(number) + "/";
-                Nested(name + " " + count + std::to_string(array.Size()), element, indent);
+                Nested(name + " " + count + std::to_string(objects), element, indent);
             }
         }
     }
@@ -275,7 +337,7 @@ class RecordWriter {
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
             const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
-            const std::string text = ScalarText(value).value_or("");
+            const std::string text = MemberScalar(object, key, value).value_or("");
             if (!isHidden && !text.empty()) {
                 row.append(row.empty() ? "" : "  ").append(text);
             }
@@ -284,8 +346,10 @@ class RecordWriter {
         Lines(row, indent);
     }
 
-    // Writes a text from where the line is, `column`; all of its further lines begin there.
-    void Lines(const std::string& utf8, std::size_t column) {
+    // Writes a text from where the line is, `column`; all of its further lines begin there. What is
+    // folded goes on deeper than any line below could begin, lest it pass for one of its own; the
+    // one line behind a label has no such need.
+    void Lines(const std::string& utf8, std::size_t column, bool hasLabel = false) {
         const std::wstring text = ca::u8u16(utf8);
         std::size_t at = 0;
         for (bool isFirst = true; at <= text.size(); isFirst = false) {
@@ -293,13 +357,15 @@ class RecordWriter {
             if (!isFirst) {
                 m_text.append(column, ' ');
             }
-            Fold(host::Visible(std::wstring_view(text).substr(at, end - at)), column);
+            const bool isOnly = hasLabel && isFirst && end == text.size();
+            Fold(host::Visible(std::wstring_view(text).substr(at, end - at)), column,
+                 isOnly ? 0 : kHanging);
             at = end + 1;
         }
     }
 
-    // Writes one line, folded at blanks where there are some; the rest keeps its indentation.
-    void Fold(std::wstring_view line, std::size_t column) {
+    // Writes one line, folded at blanks where there are some; the rest stands `deeper` than it.
+    void Fold(std::wstring_view line, std::size_t column, std::size_t deeper) {
         const std::size_t room = std::max(m_width - std::min(m_width, column), kLeastColumns);
         if (line.size() > std::max(room, kWholeDigits) && IsHex(line)) {
             const std::wstring note =
@@ -316,7 +382,7 @@ class RecordWriter {
             if (line.empty()) {
                 return;
             }
-            hanging = blanks;
+            hanging = std::min(blanks + deeper, room / 2);
             m_text.append(column + hanging, ' ');
         }
     }
@@ -346,7 +412,8 @@ class RecordWriter {
 
     std::size_t m_width;
     bool m_russian;
-    bool m_isEnvelope;
+    bool m_isSelection;
+    const LabelTable* m_special;  // looked at first; null for none
     std::string m_text;
 };
 
@@ -361,7 +428,11 @@ std::string RecordText(std::string_view answer, const RecordTextOptions& options
         return "";
     }
     RecordWriter writer(options);
-    writer.Root(document);
+    if (options.isDescription) {
+        writer.Object(document, kIndent);
+    } else {
+        writer.Root(document);
+    }
     return writer.Take();
 }
 

@@ -11,6 +11,10 @@ struct RecordTextOptions {
     std::size_t width = 80;   ///< columns of a line; at least 40 are used
     bool russian = false;     ///< labels; the values are in the module's language
     bool isEnvelope = false;  ///< the certificates name who can read a message
+    /// The text is a description (ca::ObjectDescription), not an answer.
+    bool isDescription = false;
+    /// Of the lists' entries those of one serial number were asked for.
+    bool isSelection = false;
 };
 
 /// The records of an answer as indented text, UTF-8: a line for each member with its label, values

@@ -1,6 +1,7 @@
 #include "host/Terminal.h"
 
 #include "common/Encode.h"
+#include "common/HiddenCharacters.h"
 
 #include <array>
 #include <cstdio>
@@ -14,11 +15,6 @@ struct Range {
     wchar_t first;
     wchar_t last;
 };
-
-// Controls, the marks that change the direction of text, separators, the byte-order mark.
-constexpr Range kHidden[] = {
-    {0x0000, 0x001F}, {0x007F, 0x009F}, {0x061C, 0x061C}, {0x200B, 0x200F}, {0x2028, 0x202E},
-    {0x2060, 0x206F}, {0xD800, 0xDFFF}, {0xFEFF, 0xFEFF}, {0xFFF0, 0xFFFB}, {0xE0000, 0xE0FFF}};
 
 // East Asian wide and full-width blocks (Unicode Standard Annex 11), pictographs included.
 constexpr Range kWide[] = {
@@ -102,7 +98,7 @@ std::size_t TerminalWidth(int descriptor, std::size_t fallback) {
 std::wstring Visible(std::wstring_view text) {
     std::wstring visible(text);
     for (wchar_t& c : visible) {
-        if (c < 0 || c > 0x10FFFF || IsIn(kHidden, c)) {
+        if (ca::IsHiddenCharacter(c)) {
             c = L'.';
         }
     }
@@ -123,7 +119,7 @@ std::string EscapeHidden(std::string json) {
             continue;
         }
         const std::size_t start = at;
-        if (const wchar_t c = NextCharacter(json, at); IsIn(kHidden, c)) {
+        if (const wchar_t c = NextCharacter(json, at); ca::IsHiddenCharacter(c)) {
             escaped.append(json, copied, start - copied);
             AppendEscaped(escaped, c);
             copied = at;

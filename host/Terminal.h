@@ -12,8 +12,8 @@ bool IsTerminal(int descriptor);
 /// Columns of the terminal; `fallback` for anything else.
 std::size_t TerminalWidth(int descriptor, std::size_t fallback);
 
-/// The text with control characters, line breaks and characters that reorder text replaced by ".",
-/// so that strangers' octets cannot steer a terminal.
+/// The text with what is hidden (common/HiddenCharacters.h) replaced by ".", so that strangers'
+/// octets cannot steer a terminal.
 std::wstring Visible(std::wstring_view text);
 std::string Visible(const std::string& utf8);
 

@@ -12,6 +12,7 @@
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/SerialText.h"
 
 namespace {
 
@@ -128,6 +129,7 @@ void FillPeriod(const CAsn1AttCertValidityPeriod* period, AttrCertInfo& record) 
 void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertInfo& record) {
     CAsn1Cursor cursor(attributes != nullptr ? attributes->ContentOctets()
                                              : std::span<unsigned char>());
+    std::vector<Octets> types;  // each stands once (RFC 5755 4.2.7)
     while (!cursor.AtEnd() && record.attributes.items.size() < ca::kMaxListed) {
         const CAsn1Cursor before = cursor;
         CAsn1Element attribute;
@@ -140,10 +142,15 @@ void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertI
             break;
         }
         const std::size_t errorsBefore = record.error.size();
+        if (const Octets type = ca::ContentIf(ca::Child(attribute, 0), kAsn1ObjectIdentifier);
+            !type.empty()) {
+            types.push_back(type);
+        }
         ca::FillAttribute(attribute, record.attributes, record.error);
         ca::CAnswerBudget::Take(CostOf(*record.attributes.items.back()) +
                                 ca::CostOfText(record.error.size() - errorsBefore));
     }
+    ca::NoteRepeated(types, record.error);
     ca::AddMore(record.error, ca::CountElements(cursor));
 }
 

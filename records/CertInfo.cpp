@@ -132,6 +132,12 @@ void CertInfos2::SayMore(std::size_t count) {
     }
 }
 
+void CertInfos2::Tell(std::wstring_view fault) {
+    if (!items.empty()) {
+        AddError(items.front()->error, fault);
+    }
+}
+
 void CertInfos2::GetCertIdList(unsigned filter, std::vector<std::wstring>& list) const {
     for (const OwnedPtr<CertInfo2>& cert : items) {
         if (PassesFilter(*cert, filter)) {

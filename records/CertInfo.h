@@ -105,6 +105,8 @@ class CertInfos2 : public ISerializable {
     void Add(std::unique_ptr<CertInfo2> record);
     /// Says how many are not described, in "Error" of the first; 0 says nothing.
     void SayMore(std::size_t count);
+    /// Says what is wrong with the whole, in the same place.
+    void Tell(std::wstring_view fault);
 
     std::vector<OwnedPtr<CertInfo2>> items;
     CJsonElements more;  ///< the certificates behind `items`: there may be thousands

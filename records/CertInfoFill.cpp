@@ -1,6 +1,7 @@
 #include "records/CertInfoFill.h"
 
 #include "asn1/OidTable.h"
+#include "asn1/TruncatedObject.h"
 #include "asn1/cms/SignerIdentifier.h"
 #include "asn1/x509/Certificate.h"
 #include "common/ErrorCodes.h"
@@ -9,14 +10,19 @@
 #include "records/RecordMeter.h"
 #include "records/SignedFill.h"
 #include "records/ValidityText.h"
+#include "records/objects/DescriptionWords.h"
+#include "records/objects/ObjectTests.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
+#include "records/text/SerialText.h"
 
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -51,11 +57,12 @@ void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record, CMeter& meter) 
 }
 
 void FillPeriod(const CAsn1TbsCertificate& tbs, CertInfo& record) {
-    if (tbs.Validity() == nullptr) {
-        return;
+    ca::TimeForms from;
+    ca::TimeForms to;
+    if (tbs.Validity() != nullptr) {
+        from = ca::TimeOf(tbs.Validity()->NotBefore(), kMsgNotBefore, record.error);
+        to = ca::TimeOf(tbs.Validity()->NotAfter(), kMsgNotAfter, record.error);
     }
-    ca::TimeForms from = ca::TimeOf(tbs.Validity()->NotBefore(), kMsgNotBefore, record.error);
-    ca::TimeForms to = ca::TimeOf(tbs.Validity()->NotAfter(), kMsgNotAfter, record.error);
     ca::FillValidity(from, to, record.validity, record.validityNumber);
     record.validFrom = std::move(from.local);
     record.validFromUtc = std::move(from.utc);
@@ -75,6 +82,18 @@ void FillPublicKey(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     ca::AddError(record.error, key.error);
 }
 
+// Version 1 ends with the key, version 2 with the unique identifiers (RFC 5280 4.1.2.1).
+void NoteVersion(const CAsn1TbsCertificate& tbs, std::wstring& error) {
+    const std::int64_t version = tbs.Version() != nullptr ? IntegerOf(tbs.Version(), -1) : 0;
+    const bool hasIds = tbs.IssuerUniqueId() != nullptr || tbs.SubjectUniqueId() != nullptr;
+    if (version == 0 && hasIds) {
+        ca::AddError(error, kMsgFieldUniqueId, ca::WordText(ca::Word::kNotOfVersion));
+    }
+    if ((version == 0 || version == 1) && tbs.Extensions() != nullptr) {
+        ca::AddError(error, kMsgFieldExtensions, ca::WordText(ca::Word::kNotOfVersion));
+    }
+}
+
 void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
     const Octets content = ca::ContentIf(ca::FirstElement(value), kAsn1BitString);
     constexpr unsigned kMostUnused = 7;
@@ -83,6 +102,39 @@ void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
     }
     record.keyUsage = ca::KeyUsageOf({content.subspan(1), content[0]});
     record.keyUsageStr = ca::CertInfo2::GetKeyUsageStr(record.keyUsage);
+}
+
+// What is there of a certificate that was cut off; nothing for whole ones and for anything else.
+std::optional<CAsn1Beginning> MendIfCertificate(std::span<unsigned char> octets) {
+    auto cut = MendTruncated(octets);
+    const CAsn1Element certificate =
+        cut ? ca::FirstElement(std::span(cut->octets)) : CAsn1Element();
+    if (!cut || !ca::IsCertificate(certificate, cut->octets.data() + cut->end)) {
+        return std::nullopt;
+    }
+    // A half of what stands behind the signed part, the signature's algorithm, tells nothing.
+    const CAsn1Element algorithm = ca::Child(certificate, 1);
+    if (algorithm.raw.empty()) {
+        return cut;
+    }
+    const auto offset = static_cast<std::size_t>(algorithm.raw.data() - cut->octets.data());
+    CAsn1Element whole;
+    const bool isWhole = CAsn1Cursor(octets.subspan(offset)).Next(whole) == Asn1Fault::kNone;
+    return isWhole ? std::move(cut) : MendTruncated(octets.first(offset));
+}
+
+// What begins as a certificate. Throws ca::Exception 16113 for what is none after all.
+void FillFrom(std::span<unsigned char> der, CertInfo& record) {
+    CAsn1Root<CAsn1Certificate> certificate(der, Asn1Blocks::kRead);
+    try {
+        certificate->Decode();
+    } catch (const ca::Exception& fault) {
+        ca::AddError(record.error, fault.message);
+    }
+    if (certificate->TbsCertificate() == nullptr) {
+        throw ca::Exception(ca::kErrCertificate, record.error);
+    }
+    record.FromAsn1(*certificate);
 }
 
 }  // namespace
@@ -106,6 +158,10 @@ bool LooksLikeCertificate(Octets octets) {
     return true;
 }
 
+bool LooksLikeCutCertificate(std::span<unsigned char> octets) {
+    return MendIfCertificate(octets).has_value();
+}
+
 void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
     version = VersionText(tbs.Version(), /*highest=*/2, error);
     serial = SerialText(OctetsOf(tbs.SerialNumber()));
@@ -113,6 +169,7 @@ void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
     FillNames(tbs, *this, meter);
     FillPeriod(tbs, *this);
     FillPublicKey(tbs, *this);
+    NoteVersion(tbs, error);
     meter.Take();
     issuerUniqueId = Hex(BitsOf(tbs.IssuerUniqueId()).octets);
     subjectUniqueId = Hex(BitsOf(tbs.SubjectUniqueId()).octets);
@@ -136,20 +193,19 @@ void CertInfo::FromAsn1(const CAsn1Certificate& certificate) {
 }
 
 void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
-    if (!LooksLikeCertificate(der)) {
+    const CAnswerBudget budget(der.size());
+    if (LooksLikeCertificate(der)) {
+        FillFrom(der, record);
+        return;
+    }
+    auto cut = MendIfCertificate(der);
+    if (!cut) {
         throw Exception(kErrCertificate);
     }
-    const CAnswerBudget budget(der.size());
-    CAsn1Root<CAsn1Certificate> certificate(der, Asn1Blocks::kRead);
-    try {
-        certificate->Decode();
-    } catch (const Exception& fault) {
-        AddError(record.error, fault.message);
-    }
-    if (certificate->TbsCertificate() == nullptr) {
-        throw Exception(kErrCertificate, record.error);
-    }
-    record.FromAsn1(*certificate);
+    AddError(record.error, WordText(Word::kCutOff) + DecimalText(der.size()));
+    FillFrom(cut->octets, record);
+    record.id = Sha1Hex(der);
+    record.rawData = Base64Text(der);
 }
 
 void FillFromIdentifier(const CAsn1IssuerAndSerialNumber& identifier, CertInfo& record) {

@@ -13,8 +13,13 @@ namespace ca {
 /// look at the first members, nothing is judged.
 bool LooksLikeCertificate(std::span<const unsigned char> octets);
 
+/// True when the octets begin as a certificate does and end inside it: a file that was not copied
+/// whole. Linear in the octets.
+bool LooksLikeCutCertificate(std::span<unsigned char> octets);
+
 /// Describes a certificate. What cannot be read is said in `record.error`, never hides the rest, and
-/// so is how many extensions there was no room for (CAnswerBudget).
+/// so is how many extensions there was no room for (CAnswerBudget). Of one that was cut off all in
+/// front of the cut is filled, and the fault says where the octets end.
 /// Names, texts and words are in the current language; "HasPrivateKey" stays as it is.
 /// \param der  the certificate as received; kept as it is.
 /// Throws ca::Exception 16113 for octets that are no certificate at all.

@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
+#include "records/CertificateCursor.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 
@@ -97,10 +98,23 @@ std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
     return issuers;
 }
 
+// A certificate and its issuers, each once: those that issued one another make no endless path. As
+// many as are nested.
+std::vector<std::size_t> PathOf(const std::vector<std::size_t>& issuers, std::size_t index) {
+    std::vector<std::size_t> path;
+    for (; index != kNone && path.size() <= ca::kMaxIssuers; index = issuers[index]) {
+        if (std::ranges::find(path, index) != path.end()) {
+            break;
+        }
+        path.push_back(index);
+    }
+    return path;
+}
+
 void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bundle) {
-    CAsn1Cursor cursor(octets);
+    ca::CCertificateCursor cursor(octets);
     CAsn1Element element;
-    while (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {
+    while (cursor.Next(element)) {
         if (ca::LooksLikeCertificate(element.raw)) {
             bundle.certificates.push_back(element.raw);
         }
@@ -177,27 +191,26 @@ std::size_t FindLeaf(const CertificateBundle& bundle) {
         return kNone;
     }
     const auto index = static_cast<std::size_t>(leaf - hasIssued.begin());
-    std::size_t covered = 0;
-    for (std::size_t at = index; at != kNone && covered < issuers.size(); at = issuers[at]) {
-        ++covered;
-    }
-    return covered == issuers.size() ? index : kNone;
+    const bool isPath = PathOf(issuers, index).size() == issuers.size();
+    return isPath ? index : kNone;
 }
 
 void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInfo2& record) {
     const CAnswerBudget budget(OctetsOf(bundle));
-    const std::vector<std::size_t> issuers = FindIssuers(bundle);
-    CertInfo2* at = &record;
-    FillCertInfo(bundle.certificates[index], *at);
-    for (std::size_t depth = 0; depth < kMaxIssuers && issuers[index] != kNone; ++depth) {
-        index = issuers[index];
-        if (!CAnswerBudget::HasRoomFor(bundle.certificates[index].size())) {
+    CertInfo2* at = nullptr;
+    for (const std::size_t each : PathOf(FindIssuers(bundle), index)) {
+        if (at == nullptr) {
+            at = &record;
+            FillCertInfo(bundle.certificates[each], *at);
+            continue;
+        }
+        if (!CAnswerBudget::HasRoomFor(bundle.certificates[each].size())) {
             AddMore(record.error, 1);
             return;
         }
         at->issuerCert = std::make_unique<CertInfo2>();
         at = at->issuerCert.get();
-        FillCertInfo(bundle.certificates[index], *at);
+        FillCertInfo(bundle.certificates[each], *at);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/ReasonText.h"
+#include "records/text/SerialText.h"
 #include "records/text/TimeText.h"
 
 #include <algorithm>
@@ -24,6 +25,18 @@ constexpr unsigned char kCertificateIssuer[] = {0x55, 0x1D, 0x1D};  // 2.5.29.29
 // stands in the extension it is from.
 constexpr std::size_t kMaxIssuerText = 512;
 
+// The octets of an OCTET STRING that came as one piece; the pieces themselves of another one, which
+// read as no names.
+std::span<unsigned char> WholeSegment(const CAsn1Element& string) {
+    if (!string.IsConstructed()) {
+        return string.content;
+    }
+    const CAsn1Element segment = ca::Child(string, 0);
+    const bool isOne =
+        segment.tag == kAsn1OctetString && segment.raw.size() == string.content.size();
+    return isOne ? segment.content : string.content;
+}
+
 // The encoding inside the certificateIssuer extension of an entry; empty when it has none.
 std::span<unsigned char> FindCertificateIssuer(const CAsn1Element& extensions) {
     CAsn1Element extension;
@@ -38,8 +51,8 @@ std::span<unsigned char> FindCertificateIssuer(const CAsn1Element& extensions) {
             continue;
         }
         while (!members.AtEnd() && members.Next(member) == Asn1Fault::kNone) {
-            if (member.tag == kAsn1OctetString) {
-                return member.content;
+            if ((member.tag & ~kAsn1ConstructedBit) == kAsn1OctetString) {
+                return WholeSegment(member);
             }
         }
     }
@@ -70,17 +83,14 @@ void ReadMembers(const CAsn1Element& element, CrlEntry& entry) {
     entry.isWhole = hasSerial && hasDate && cursor.AtEnd();
 }
 
-Octets WithoutLeadingZeros(Octets number) {
-    while (!number.empty() && number[0] == 0) {
-        number = number.subspan(1);
-    }
-    return number;
-}
-
 // GeneralNames as one line: names of directories as such, the others as they are said elsewhere.
 std::wstring IssuerText(std::span<unsigned char> generalNames, Octets listIssuer) {
     const CAsn1Element names = ca::FirstElement(generalNames);
     ca::CTextLines text;
+    if (!generalNames.empty() && names.tag != kAsn1Sequence) {
+        text.Unreadable(generalNames);
+        return text.Take();
+    }
     CAsn1Element name;
     std::size_t index = 0;
     for (CAsn1Cursor cursor(names.content); !cursor.AtEnd() && index < ca::kMaxListed; ++index) {
@@ -139,7 +149,7 @@ bool CCrlWalk::Step(CAsn1Element& element) {
 bool CCrlWalk::IsAskedFor() const {
     if (m_page.serial) {
         return !m_entry.serial.raw.empty() &&
-               std::ranges::equal(WithoutLeadingZeros(m_entry.serial.content), *m_page.serial);
+               std::ranges::equal(WithoutSignOctets(m_entry.serial.content), *m_page.serial);
     }
     return m_entry.index >= m_page.first;
 }

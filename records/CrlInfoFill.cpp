@@ -9,11 +9,13 @@
 #include "records/CertificateBundle.h"
 #include "records/CrlEntries.h"
 #include "records/SignedFill.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Decoded.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
+#include "records/text/SerialText.h"
 
 #include <limits>
 #include <optional>
@@ -27,41 +29,15 @@ using ca::CrlPage;
 using ca::Octets;
 
 constexpr std::wstring_view kSerial = L"CRL_SERIAL";
-// Digits of a serial number that is asked for; there are none that long.
-constexpr std::size_t kMaxSerialDigits = 4096;
 
-int DigitValue(wchar_t c) {
-    if (c >= L'0' && c <= L'9') {
-        return c - L'0';
-    }
-    const wchar_t lower = static_cast<wchar_t>(c | 0x20);
-    return lower >= L'a' && lower <= L'f' ? lower - L'a' + 10 : -1;
-}
-
-// Octets of a number in hexadecimal digits, without leading zeros. Throws 16268.
+// Throws 16268.
 std::vector<unsigned char> ReadSerial(std::wstring_view text) {
-    std::vector<unsigned char> digits;
-    for (const wchar_t c : text) {
-        if (c == L' ' || c == L':') {
-            continue;
-        }
-        const int value = DigitValue(c);
-        if (value < 0 || digits.size() == kMaxSerialDigits) {
-            throw ca::Exception(ca::kErrParameters,
-                                SetZORNAMessage(kMsgInitStringItem) + std::wstring(kSerial));
-        }
-        if (value != 0 || !digits.empty()) {
-            digits.push_back(static_cast<unsigned char>(value));
-        }
+    auto serial = ca::ReadSerialText(text);
+    if (!serial) {
+        throw ca::Exception(ca::kErrParameters,
+                            SetZORNAMessage(kMsgInitStringItem) + std::wstring(kSerial));
     }
-    if (digits.size() % 2 != 0) {
-        digits.insert(digits.begin(), 0);
-    }
-    std::vector<unsigned char> octets;
-    for (std::size_t i = 0; i < digits.size(); i += 2) {
-        octets.push_back(static_cast<unsigned char>(digits[i] << 4 | digits[i + 1]));
-    }
-    return octets;
+    return *std::move(serial);
 }
 
 void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
@@ -93,6 +69,10 @@ void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
                                record.baseNumber = ca::SerialText(number);
                            }
                        });
+}
+
+std::wstring NotOfVersion() {
+    return ca::WordText(ca::Word::kNotOfVersion);
 }
 
 // \return octets of JSON that the entry becomes.
@@ -131,7 +111,7 @@ void WriteEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage
 // Counts the entries, and notes the faults of those that are described; they themselves are made
 // when the record is written, from the octets that it holds.
 void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage& page,
-                 CrlInfo& record) {
+                 bool mayExtend, CrlInfo& record) {
     const CAnswerBudget::Rest rest{CAnswerBudget::Left()};
     ca::CCrlWalk walk(entries, page);
     ca::CCrlDescriber describer(issuer);
@@ -152,6 +132,12 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
             CAnswerBudget::Take(describer.PlainTextOctets(entry));
         } else {
             CAnswerBudget::Take(DescribeEntry(entry, describer, scratch, record.error));
+        }
+        if (!mayExtend && !entry.extensions.raw.empty()) {
+            mayExtend = true;  // once
+            ca::AddError(record.error,
+                         ca::CrlEntryFault(*described, SetZORNAMessage(kMsgFieldExtensions) +
+                                                           (L": " + NotOfVersion())));
         }
     }
     const std::size_t text = rest.left - CAnswerBudget::Left();
@@ -183,9 +169,14 @@ void FillFromTbs(const CAsn1TbsCertList& tbs, const CrlPage& page, CrlInfo& reco
     record.nextUpdate = std::move(nextUpdate.local);
     record.nextUpdateUtc = std::move(nextUpdate.utc);
     FillFromExtensions(tbs, record);
+    const bool isV1 = tbs.Version() == nullptr || IntegerOf(tbs.Version(), -1) == 0;
+    if (isV1 && tbs.CrlExtensions() != nullptr) {
+        ca::AddError(record.error, kMsgFieldExtensions, NotOfVersion());
+    }
     if (tbs.RevokedCertificates() != nullptr) {
         const Octets issuer = tbs.Issuer() != nullptr ? tbs.Issuer()->Raw() : Octets();
-        FillEntries(tbs.RevokedCertificates()->ContentOctets(), issuer, page, record);
+        FillEntries(tbs.RevokedCertificates()->ContentOctets(), issuer, page,
+                    /*mayExtend=*/!isV1, record);
     }
 }
 

@@ -16,14 +16,15 @@ class InitString;
 struct CrlPage {
     std::size_t first = 0;           ///< index of the first one
     std::size_t count = kMaxListed;  ///< how many from there on
-    /// Describe the entries of this serial number instead: magnitude, most significant octet first,
-    /// without leading zeros. A list of several issuers may have more than one; `first` is not
-    /// looked at then.
+    /// Describe the entries of this serial number instead, however they encode it: the content of
+    /// an INTEGER with no octet too many. A list of several issuers may have more than one; `first`
+    /// is not looked at then.
     std::optional<std::vector<unsigned char>> serial;
 };
 
 /// The page that a call's parameters ask for: CRL_FIRST, CRL_COUNT (decimal), CRL_SERIAL
-/// (hexadecimal digits, blanks and colons between them allowed).
+/// (hexadecimal digits as SerialText() shows them, with "-" in front of a negative number; blanks
+/// and colons between them allowed).
 /// Throws ca::Exception 16268, with a message that names the item, for a value that is no such
 /// number.
 CrlPage ReadCrlPage(const InitString& parameters);

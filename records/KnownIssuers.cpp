@@ -111,21 +111,21 @@ void KnownIssuers::Extend(CertInfo2& record) const {
     }
     std::size_t depth = 0;
     CertInfo2* at = &record;
+    std::vector<std::wstring> shown{at->id};  // two that certify each other make no endless path
     for (; at->issuerCert; ++depth) {
         at = at->issuerCert.get();
+        shown.push_back(at->id);
     }
     std::vector<unsigned char> der = EncodingOf(*at);
-    std::vector<const Certificate*> used;  // two that certify each other make no endless path
     for (; depth < kMaxIssuers; ++depth) {
         const Certificate* const issuer = FindIssuer(der);
-        if (issuer == nullptr || std::ranges::find(used, issuer) != used.end()) {
+        if (issuer == nullptr || std::ranges::find(shown, Sha1Hex(issuer->der)) != shown.end()) {
             return;
         }
         if (!CAnswerBudget::HasRoomFor(issuer->der.size())) {
             AddMore(record.error, 1);
             return;
         }
-        used.push_back(issuer);
         der = issuer->der;
         auto description = std::make_unique<CertInfo2>();
         try {
@@ -133,6 +133,7 @@ void KnownIssuers::Extend(CertInfo2& record) const {
         } catch (const Exception&) {
             return;  // a damaged file is no fault of the request
         }
+        shown.push_back(description->id);
         at->issuerCert = std::move(description);
         at = at->issuerCert.get();
     }

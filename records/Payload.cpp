@@ -39,12 +39,18 @@ bool IsBase64Text(std::string_view text) {
 }
 
 // Tells a text from octets that happen to hold a PEM line somewhere: its first characters all
-// print. A BER element of more than a few octets has its length, or the tag of its first member,
-// there.
+// print, in UTF-8 or in a character set of one octet each. A BER element of more than a few octets
+// has its length, or the tag of its first member, there; none has a letter beyond ASCII in front of
+// the octet 80 to BF that its length begins with.
 bool IsTextStart(std::string_view text) {
     constexpr std::size_t kLookedAt = 8;
-    return std::ranges::all_of(text.substr(0, kLookedAt), [](char c) {
-        return (c >= 0x20 && c != 0x7F) || IsBlank(c) || static_cast<unsigned char>(c) >= 0xC0;
+    constexpr unsigned char kFirstLetter = 0xC0;
+    constexpr unsigned char kFirstContinuation = 0x80;
+    bool isInCharacter = false;
+    return std::ranges::all_of(text.substr(0, kLookedAt), [&](char c) {
+        const auto octet = static_cast<unsigned char>(c);
+        isInCharacter = octet >= kFirstLetter || (isInCharacter && octet >= kFirstContinuation);
+        return isInCharacter || (octet >= 0x20 && octet < 0x7F) || IsBlank(c);
     });
 }
 
@@ -82,14 +88,19 @@ std::size_t BehindBlankLine(std::string_view text) {
     return text.size();
 }
 
-// RFC 1421 4.6: headers stand before the body, a blank line between them.
-std::string_view SkipHeaders(std::string_view body) {
+// RFC 1421 4.6: headers stand before the body, a blank line between them. Takes them off it.
+std::string_view TakeHeaders(std::string_view& body) {
     const std::size_t colon = body.find(':');
     if (colon == std::string_view::npos) {
-        return body;
+        return {};
     }
     const std::size_t behind = colon + BehindBlankLine(body.substr(colon));
-    return behind < body.size() ? body.substr(behind) : body;
+    if (behind >= body.size()) {
+        return {};
+    }
+    const std::string_view headers = body.substr(0, behind);
+    body.remove_prefix(behind);
+    return headers;
 }
 
 // The block that begins at the front of `text`; `text` is moved behind its body.
@@ -102,12 +113,15 @@ ca::PayloadItem TakePemBlock(std::string_view& text) {
     std::string label(text.substr(0, labelEnd));
     text.remove_prefix(labelEnd + kDashes.size());
     const std::size_t bodyEnd = std::min(text.find(kDashes), text.size());
-    const std::string_view body = SkipHeaders(text.substr(0, bodyEnd));
+    std::string_view body = text.substr(0, bodyEnd);
+    const std::string_view headers = TakeHeaders(body);
     text.remove_prefix(bodyEnd);
     if (text.starts_with(kEnd)) {
         text.remove_prefix(kEnd.size());
     }
-    return DecodeBody(body, std::move(label));
+    ca::PayloadItem item = DecodeBody(body, std::move(label));
+    item.headers = headers;
+    return item;
 }
 
 std::size_t CountOf(std::string_view word, std::string_view text) {

@@ -84,6 +84,12 @@ void SignInfos::SayMore(std::size_t count) {
     }
 }
 
+void SignInfos::Tell(std::wstring_view fault) {
+    if (!items.empty()) {
+        AddError(items.front()->signCert.error, fault);
+    }
+}
+
 void SignExtension::FromJson(const JsonValue& value) {
     ReadObject(value, *this, kSignExtensionFields);
 }

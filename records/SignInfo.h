@@ -40,6 +40,8 @@ class SignInfos : public ISerializable {
     void Append(SignInfos others);
     /// Says how many are not described, in "Error" of the first one's certificate; 0 says nothing.
     void SayMore(std::size_t count);
+    /// Says what is wrong with the whole, in the same place.
+    void Tell(std::wstring_view fault);
 
     std::vector<OwnedPtr<SignInfo>> items;
     CJsonElements more;  ///< the signatures behind `items`: there may be thousands

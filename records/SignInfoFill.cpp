@@ -10,7 +10,10 @@
 #include "records/SignatureAttributes.h"
 #include "records/SignerCertificates.h"
 #include "records/ValidityText.h"
+#include "records/objects/DescriptionWords.h"
+#include "records/objects/TrustListText.h"
 #include "records/text/AlgorithmText.h"
+#include "records/text/Decoded.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/OutlineText.h"
@@ -116,6 +119,8 @@ class CSignerDescriber {
 
     // Certificates of the message that there was no room for.
     std::size_t HiddenCertificates() const { return m_certificates.Hidden(); }
+    // What is among them and is none; octets of the message.
+    std::span<const unsigned char> OddCertificate() const { return m_certificates.Odd(); }
 
     // The record of a signature of which nothing is known yet.
     std::unique_ptr<SignInfo> NewRecord() const {
@@ -134,7 +139,7 @@ class CSignerDescriber {
         if (signer == nullptr) {
             ca::AddError(record.signCert.error, ca::UnreadableText(at.Raw()));
         } else {
-            FillCertificates(signer->Sid(), record);
+            FillCertificatesOf(*signer, record);
         }
         if (at.Fault() != nullptr) {
             ca::AddError(record.signCert.error, at.Fault()->message);
@@ -143,6 +148,15 @@ class CSignerDescriber {
             FillAlgorithms(*signer, record);
             FillSignId(signer->Signature(), record);
             FillAttributes(*signer, level, record);
+        }
+    }
+
+    // A key identifier in segments may be none.
+    void FillCertificatesOf(const CAsn1SignerInfo& signer, SignInfo& record) {
+        try {
+            FillCertificates(signer.Sid(), record);
+        } catch (const ca::Exception& fault) {
+            ca::AddError(record.signCert.error, fault.message);
         }
     }
 
@@ -169,6 +183,11 @@ class CSignerDescriber {
             return;
         }
         ca::SignerCertificate* certificate = m_certificates.Find(*signer);
+        const bool isByKey = signer->SubjectKeyIdentifier() != nullptr;
+        if (certificate != nullptr &&
+            (isByKey ? certificate->sharesKey : certificate->sharesSerial)) {
+            ca::AddError(record.signCert.error, ca::WordText(ca::Word::kCertNotAlone));
+        }
         if (certificate != nullptr && MayDescribe(*certificate)) {
             ca::FillCertInfo(certificate->der, record.signCert);
             Note(record.signCert, *certificate);
@@ -193,7 +212,7 @@ class CSignerDescriber {
     }
 
     void FillAttributes(const CAsn1SignerInfo& signer, unsigned level, SignInfo& record) {
-        ca::CSignatureAttributes attributes(record, m_memo);
+        ca::CSignatureAttributes attributes(record, m_memo, m_certificates);
         attributes.AddSigned(signer.SignedAttrs());
         attributes.AddUnsigned(signer.UnsignedAttrs(),
                                [&](const CAsn1SetOf<CAsn1Any>& countersigners) {
@@ -239,21 +258,9 @@ bool LooksLikeSignedData(const CAsn1Element& element) {
            ca::Child(ca::Child(element, 2), 0).tag == kAsn1ObjectIdentifier;
 }
 
-// TimeStampResp ::= SEQUENCE {                                          RFC 3161, 2.4.2
-//     status          PKIStatusInfo,     -- SEQUENCE { status INTEGER, ... }
-//     timeStampToken  ContentInfo OPTIONAL }
-// The token of a response that grants one; without octets for anything else.
-CAsn1Element GrantedToken(const CAsn1Element& response) {
-    constexpr std::uint32_t kGrantedWithMods = 1;
-    const CAsn1Element status = ca::Child(ca::Child(response, 0), 0);
-    std::uint32_t number = 0;
-    const bool isGranted = status.tag == kAsn1Integer && ca::ReadSmallInteger(status, number) &&
-                           number <= kGrantedWithMods;
-    return isGranted ? ca::Child(response, 1) : CAsn1Element();
-}
-
 // A time-stamp token has one signer, and what it stamps is its content: told with the type of that.
-void AddTimeStamp(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
+// So is what a trust list or a catalogue is about.
+void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
     const std::wstring contentType = ca::FindOidByShortName("id-contentType")->dotted;
     const auto extension = std::ranges::find(record.extensions, contentType,
                                              [](const auto& each) { return each->extensionOid; });
@@ -264,11 +271,12 @@ void AddTimeStamp(const CAsn1EncapsulatedContentInfo& content, SignInfo& record)
     lines.Block((*extension)->extensionInterpretedString);
     const ca::CTextLines::Level level(lines);
     try {
-        ca::SayTimeStamp(content, lines);
+        static_cast<void>(ca::SayTimeStamp(content, lines) || ca::SayTrustList(content, lines));
     } catch (const ca::Exception& fault) {
-        ca::AddError(record.signCert.error, fault.message);
+        lines.Fault(fault.message);
     }
     (*extension)->extensionInterpretedString = lines.Take();
+    ca::AddError(record.signCert.error, lines.TakeFaults());
 }
 
 }  // namespace
@@ -289,6 +297,15 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
 }
 
 namespace {
+
+// An element in a list that is not of the list's kind, or octets that are no element.
+std::wstring OddElementFault(std::string_view list, Octets odd, std::size_t offset) {
+    CAsn1Element element;
+    const Asn1Fault fault = CAsn1Cursor(Changeable(odd)).Next(element);
+    return (fault == Asn1Fault::kNone ? MakeAsn1WrongTag(list, element.tag, offset)
+                                      : MakeAsn1Fault(fault, list, offset))
+        .message;
+}
 
 struct MessageOutcome {
     bool isAttached;
@@ -320,7 +337,7 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsign
         described.Add(describer.NewRecord());
     }
     if (content != nullptr && described.Count() == 1) {
-        AddTimeStamp(*content, *described.items.front());
+        AddContent(*content, *described.items.front());
     }
     if (described.items.empty()) {
         return {isAttached, hidden};
@@ -330,6 +347,10 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsign
     if (describer.HiddenCertificates() != 0) {
         AddError(told, SetZORNAMessage(kMsgCertificates) +
                            (L": " + MoreText(describer.HiddenCertificates())));
+    }
+    if (const auto odd = describer.OddCertificate(); !odd.empty()) {
+        AddError(told, OddElementFault("SignedData.certificates", odd,
+                                       static_cast<std::size_t>(odd.data() - object.data())));
     }
     AddMore(told, hidden);
     return {isAttached, 0};

@@ -4,6 +4,7 @@
 #include "asn1/attributes/EssAttributes.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
@@ -21,14 +22,17 @@ using ca::SignatureFacts;
 using Value = std::span<unsigned char>;
 
 void TakeTime(Value value, SignatureFacts& facts) {
-    facts.signingTime = ca::DescribeTime(ca::FirstElement(value));
+    if (!facts.signingTime.seconds) {
+        facts.signingTime = ca::DescribeTime(ca::FirstElement(value));
+    }
 }
 
 // BinaryTime ::= INTEGER     -- seconds since 1970-01-01 UTC     RFC 6019, 3
 void TakeBinaryTime(Value value, SignatureFacts& facts) {
     const CAsn1Root<CAsn1Integer> seconds(value);
     constexpr std::int64_t kNone = -1;
-    if (const std::int64_t number = IntegerOf(&*seconds, kNone); number != kNone) {
+    const std::int64_t number = IntegerOf(&*seconds, kNone);
+    if (number != kNone && !facts.binarySigningTime.seconds) {
         facts.binarySigningTime = ca::DescribeTime(number);
     }
 }
@@ -58,6 +62,17 @@ void TakeAddress(Value value, SignatureFacts& facts) {
             facts.address = ca::ValueText(link);
         }
     }
+}
+
+std::string_view NameOf(const ca::OidInfo* info) {
+    return info != nullptr ? info->shortName : std::string_view();
+}
+
+// A signed attribute stands once (RFC 5652 11, RFC 5035 3): of two signing times nobody knows which
+// one a verifier goes by. Only time stamps of the content may be several.
+bool StandsOnce(const CAsn1Attribute& attribute) {
+    return attribute.Type() != nullptr &&
+           NameOf(ca::FindOid(OctetsOf(attribute.Type()))) != "id-aa-ets-contentTimestamp";
 }
 
 struct FactRow {
@@ -95,6 +110,7 @@ namespace ca {
 void CSignatureAttributes::AddSigned(const CAsn1SetOf<CAsn1Attribute>* attributes) {
     if (attributes != nullptr) {
         Add(*attributes, nullptr);
+        NoteRepeated(m_signedTypes, m_record.signCert.error);
     }
 }
 
@@ -142,6 +158,10 @@ void CAttributeMemo::Keep(std::span<const unsigned char> attribute,
 
 void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
                                   const CountersignatureVisitor* visit) {
+    const CAsn1Attribute* attribute = at.Item();
+    if (visit == nullptr && attribute != nullptr && StandsOnce(*attribute)) {
+        m_signedTypes.push_back(OctetsOf(attribute->Type()));
+    }
     if (const SignExtension* known = visit == nullptr ? m_memo.Find(at.Raw()) : nullptr) {
         m_record.extensions.emplace_back(std::make_unique<SignExtension>(*known));
         CAnswerBudget::Take(CostOf(*known));
@@ -149,13 +169,11 @@ void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
     }
     auto extension = std::make_unique<SignExtension>();
     CRecordMeter meter(*extension);
-    const CAsn1Attribute* attribute = at.Item();
     if (at.Fault() != nullptr) {
         AddError(m_record.signCert.error, at.Fault()->message);
     }
     if (attribute == nullptr || attribute->Type() == nullptr || attribute->Values() == nullptr) {
-        extension->extensionInterpretedString = UnreadableText(at.Raw());
-        extension->extensionInterpretedData = Base64Text(at.Raw());
+        FillOdd(attribute, at.Raw(), *extension);
     } else {
         const bool isAll = FillValues(*attribute, visit, *extension, meter);
         if (isAll && visit == nullptr && m_record.signCert.error.empty()) {
@@ -166,24 +184,38 @@ void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
     m_record.extensions.emplace_back(std::move(extension));
 }
 
+// What cannot be read as an attribute: its type where there is one, and an outline.
+void CSignatureAttributes::FillOdd(const CAsn1Attribute* attribute, Octets raw,
+                                   SignExtension& extension) {
+    const Octets type = attribute != nullptr ? OctetsOf(attribute->Type()) : Octets();
+    if (!type.empty()) {
+        extension.extensionName = OidName(type);
+        extension.extensionOid = OidText(type);
+    }
+    CTextLines lines;
+    SayOddValue(raw, lines);
+    extension.extensionInterpretedString = lines.Take();
+    extension.extensionInterpretedData = Base64Text(raw);
+    AddValueError(m_record.signCert.error, type, lines.TakeFaults());
+}
+
 bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
                                       const CountersignatureVisitor* visit,
                                       SignExtension& extension,
                                       CRecordMeter<SignExtension>& meter) {
     const Octets type = OctetsOf(attribute.Type());
     const Values& values = *attribute.Values();
-    const OidInfo* info = FindOid(type);
-    const std::string_view name = info != nullptr ? info->shortName : std::string_view();
+    const std::string_view name = NameOf(FindOid(type));
     extension.extensionName = OidName(type);
     extension.extensionOid = OidText(type);
-    try {
-        CTextLines lines;
-        SayAttributeValues(type, values, lines, m_record.signCert.error);
-        extension.extensionInterpretedString = lines.Take();
-    } catch (const Exception& fault) {
-        extension.extensionInterpretedString = UnreadableText(values.Raw());
-        AddError(m_record.signCert.error, OidWithName(type) + L": " + fault.message);
+    CTextLines lines(&m_signers);
+    SayAttributeValues(type, values, lines, m_record.signCert.error);
+    extension.extensionInterpretedString = lines.Take();
+    // What signers are known to state of themselves is one value each.
+    if (visit == nullptr && !name.empty() && values.Count() > 1) {
+        lines.Fault(WordText(Word::kMoreThanOnce));
     }
+    AddValueError(m_record.signCert.error, type, lines.TakeFaults());
     const bool hasFact =
         TakeFact(name, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
     meter.Take();  // countersignatures are described with what is left

@@ -4,6 +4,7 @@
 #include "asn1/attributes/Attribute.h"
 #include "records/RecordMeter.h"
 #include "records/SignInfo.h"
+#include "records/SignerCertificates.h"
 #include "records/text/TimeText.h"
 
 #include <cstddef>
@@ -16,7 +17,7 @@ namespace ca {
 
 /// Facts about a signature that its attributes state, wherever they stand in the record.
 struct SignatureFacts {
-    TimeForms signingTime;        ///< signingTime (RFC 5652 11.3)
+    TimeForms signingTime;        ///< the first signingTime (RFC 5652 11.3)
     TimeForms binarySigningTime;  ///< the same in seconds (RFC 6019)
     std::wstring description;     ///< signingDescription (RFC 2985 5.4.3)
     std::wstring contentHint;     ///< contentDescription of content hints (RFC 2634 2.9)
@@ -53,8 +54,9 @@ class CSignatureAttributes {
     /// Is told of each countersignature attribute; returns whether its octets are to be shown.
     using CountersignatureVisitor = std::function<bool(const Values&)>;
 
-    /// The record outlives this, as the message's memo does.
-    CSignatureAttributes(SignInfo& record, CAttributeMemo& memo) : m_record(record), m_memo(memo) {}
+    /// All outlive this: the record, the message's memo and its certificates.
+    CSignatureAttributes(SignInfo& record, CAttributeMemo& memo, CSignerCertificates& signers)
+        : m_record(record), m_memo(memo), m_signers(signers) {}
 
     /// Append an "Extensions" element an attribute, at most kMaxListed in all; null adds none.
     void AddSigned(const CAsn1SetOf<CAsn1Attribute>* attributes);
@@ -66,13 +68,17 @@ class CSignatureAttributes {
   private:
     void Add(const CAsn1SetOf<CAsn1Attribute>& attributes, const CountersignatureVisitor* visit);
     void AddOne(CAsn1ListCursor<CAsn1Attribute>& at, const CountersignatureVisitor* visit);
+    void FillOdd(const CAsn1Attribute* attribute, std::span<const unsigned char> raw,
+                 SignExtension& extension);
     // Returns whether all that it says is in the extension.
     bool FillValues(const CAsn1Attribute& attribute, const CountersignatureVisitor* visit,
                     SignExtension& extension, CRecordMeter<SignExtension>& meter);
 
     SignInfo& m_record;
     CAttributeMemo& m_memo;
+    CSignerCertificates& m_signers;
     SignatureFacts m_facts;
+    std::vector<std::span<const unsigned char>> m_signedTypes;  // of those that stand once
 };
 
 }  // namespace ca

@@ -4,6 +4,7 @@
 #include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
+#include "records/CertificateCursor.h"
 #include "records/text/Elements.h"
 #include "records/text/VisibleText.h"
 
@@ -38,41 +39,58 @@ namespace ca {
 
 CSignerCertificates::CSignerCertificates(std::span<unsigned char> choices) {
     CAsn1Element choice;
-    CAsn1Cursor cursor(choices);
+    CCertificateCursor cursor(choices);
     const std::size_t most = CAnswerBudget::Left() / 2 / kOctetsOfOne;  // the rest is for signers
     std::size_t count = 0;
-    while (!cursor.AtEnd() && count < most && cursor.Next(choice) == Asn1Fault::kNone) {
-        Add(choice);
+    while (count < most && cursor.Next(choice)) {
+        if (!Add(choice) && m_odd.empty()) {
+            m_odd = choice.raw;
+        }
         ++count;
     }
+    if (!cursor.Unread().empty() && (m_odd.empty() || cursor.Unread().data() < m_odd.data())) {
+        m_odd = cursor.Unread();
+    }
     CAnswerBudget::Take(count * kOctetsOfOne);
-    m_hidden = count == most ? CountElements(cursor) : 0;
+    m_hidden = count == most ? CountElements(cursor.Rest()) : 0;
     if (!m_attributesByDigest.empty()) {
         LinkByDigest();
     }
 }
 
-void CSignerCertificates::Add(const CAsn1Element& choice) {
-    if (choice.tag == kAttributesV1 || choice.tag == kAttributesV2) {
-        auto& copy = m_copies.emplace_back(choice.raw.begin(), choice.raw.end());
-        copy[0] = kAsn1Sequence;
-        AddAttributes(copy);
-    } else if (LooksLikeCertificate(choice.raw)) {
-        SignerCertificate& certificate =
-            m_certificates.emplace_back(SignerCertificate{choice.raw, NamesOf(choice.raw)});
-        const CertificateNames& names = certificate.names;
-        m_bySerial.emplace(IssuerSerial(names.issuer, names.serial), &certificate);
-    } else {
-        AddAttributes(choice.raw);
+// The first of a key is kept; the same certificate again is none other.
+template <class Key>
+void CSignerCertificates::AddTo(Index<Key>& index, Key key, SignerCertificate& certificate,
+                                bool SignerCertificate::*isShared) {
+    const auto [at, isNew] = index.emplace(std::move(key), &certificate);
+    if (!isNew && !std::ranges::equal(at->second->der, certificate.der)) {
+        at->second->*isShared = true;
     }
 }
 
-void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
-    if (!LooksLikeAttributeCertificate(certificate)) {
-        return;
+bool CSignerCertificates::Add(const CAsn1Element& choice) {
+    if (choice.tag == kAttributesV1 || choice.tag == kAttributesV2) {
+        auto& copy = m_copies.emplace_back(choice.raw.begin(), choice.raw.end());
+        copy[0] = kAsn1Sequence;
+        return AddAttributes(copy);
     }
-    SignerCertificate& attributes =
-        m_attributes.emplace_back(SignerCertificate{certificate, HolderNames(certificate)});
+    if (LooksLikeCertificate(choice.raw)) {
+        SignerCertificate& certificate = m_certificates.emplace_back(
+            SignerCertificate{.der = choice.raw, .names = NamesOf(choice.raw)});
+        const CertificateNames& names = certificate.names;
+        AddTo(m_bySerial, IssuerSerial(names.issuer, names.serial), certificate,
+              &SignerCertificate::sharesSerial);
+        return true;
+    }
+    return AddAttributes(choice.raw);
+}
+
+bool CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
+    if (!LooksLikeAttributeCertificate(certificate)) {
+        return false;
+    }
+    SignerCertificate& attributes = m_attributes.emplace_back(
+        SignerCertificate{.der = certificate, .names = HolderNames(certificate)});
     const CertificateNames& holder = attributes.names;
     if (!holder.issuer.empty()) {
         m_attributesBySerial.emplace(IssuerSerial(holder.issuer, holder.serial), &attributes);
@@ -86,6 +104,7 @@ void CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
             Hex({reinterpret_cast<const unsigned char*>(digest.data()), digest.size()}),
             &attributes);
     }
+    return true;
 }
 
 // Each certificate is digested once, however many signers name it.
@@ -103,7 +122,7 @@ void CSignerCertificates::LinkByDigest() {
 void CSignerCertificates::IndexKeys() {
     for (SignerCertificate& certificate : m_certificates) {
         if (const Octets key = SubjectKeyIdentifier(certificate.der); !key.empty()) {
-            m_byKey.emplace(AsText(key), &certificate);
+            AddTo(m_byKey, AsText(key), certificate, &SignerCertificate::sharesKey);
         }
     }
     m_hasKeys = true;

@@ -18,9 +18,11 @@ namespace ca {
 /// A certificate of a message.
 struct SignerCertificate {
     std::span<unsigned char> der;
-    CertificateNames names;    ///< of an attribute certificate those of its holder
+    CertificateNames names;  ///< of an attribute certificate those of its holder
     /// Of its description; 0 until it is described. Kept by who describes it.
     std::size_t textOctets = 0;
+    bool sharesSerial = false;  ///< the message has another one of this issuer and serial number
+    bool sharesKey = false;     ///< or of this key identifier
     /// The attribute certificate whose holder is a digest of this one or its key; null for none.
     SignerCertificate* attributes = nullptr;
 };
@@ -36,6 +38,9 @@ class CSignerCertificates {
 
     /// Elements that there was no room for.
     std::size_t Hidden() const { return m_hidden; }
+    /// The first element, or octets that are none, that is no certificate of either kind: a view;
+    /// empty when there is none.
+    std::span<const unsigned char> Odd() const { return m_odd; }
 
     /// The certificate of issuer and serial number, or with that subject key identifier; null when
     /// there is none. Of several it is the first.
@@ -52,8 +57,11 @@ class CSignerCertificates {
     template <class Key>
     using Index = std::map<Key, SignerCertificate*>;
 
-    void Add(const CAsn1Element& choice);
-    void AddAttributes(std::span<unsigned char> certificate);
+    template <class Key>
+    static void AddTo(Index<Key>& index, Key key, SignerCertificate& certificate,
+                      bool SignerCertificate::*isShared);
+    bool Add(const CAsn1Element& choice);
+    bool AddAttributes(std::span<unsigned char> certificate);
     void IndexKeys();
     void LinkByDigest();
 
@@ -64,6 +72,7 @@ class CSignerCertificates {
     Index<std::string_view> m_byKey;
     bool m_hasKeys = false;
     std::size_t m_hidden = 0;
+    std::span<const unsigned char> m_odd;
     Index<IssuerSerial> m_attributesBySerial;
     Index<std::string_view> m_attributesBySubject;
     Index<std::wstring> m_attributesByDigest;  // hexadecimal

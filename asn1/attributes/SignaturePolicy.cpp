@@ -2,6 +2,25 @@
 
 #include "asn1/FieldReader.h"
 
+namespace {
+
+// Hash and qualifiers are both a SEQUENCE that begins with one, and both may be left out; only the
+// hash goes on with an OCTET STRING.
+bool HasHash(std::span<unsigned char> policy) {
+    CAsn1Cursor members(policy);
+    CAsn1Element member;
+    for (int i = 0; i < 2; ++i) {
+        if (members.AtEnd() || members.Next(member) != Asn1Fault::kNone) {
+            return false;
+        }
+    }
+    CAsn1Cursor inside(member.IsConstructed() ? member.content : std::span<unsigned char>());
+    return !inside.AtEnd() && inside.Next(member) == Asn1Fault::kNone && !inside.AtEnd() &&
+           (inside.PeekTag() & ~kAsn1ConstructedBit) == kAsn1OctetString;
+}
+
+}  // namespace
+
 void CAsn1SigPolicyQualifierInfo::Decode() {
     CFieldReader fields(*this);
     m_sigPolicyQualifierId = fields.Required<CAsn1ObjectIdentifier>("sigPolicyQualifierId");
@@ -12,7 +31,9 @@ void CAsn1SigPolicyQualifierInfo::Decode() {
 void CAsn1SignaturePolicyId::Decode() {
     CFieldReader fields(*this);
     m_sigPolicyId = fields.Required<CAsn1ObjectIdentifier>("sigPolicyId");
-    m_sigPolicyHash = fields.Optional<CAsn1OtherHashAlgAndValue>("sigPolicyHash");
+    m_sigPolicyHash = HasHash(ContentOctets())
+                          ? fields.Optional<CAsn1OtherHashAlgAndValue>("sigPolicyHash")
+                          : nullptr;
     m_sigPolicyQualifiers =
         fields.Optional<CAsn1SequenceOf<CAsn1SigPolicyQualifierInfo>>("sigPolicyQualifiers");
     fields.End();

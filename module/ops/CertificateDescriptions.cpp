@@ -6,6 +6,7 @@
 #include "common/Log.h"
 #include "module/CryptoModule.h"
 #include "module/RecordTypes.h"
+#include "module/ops/OtherObjects.h"
 #include "module/ops/ProviderCertificate.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
@@ -13,7 +14,10 @@
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateBundle.h"
+#include "records/text/Elements.h"
+#include "records/text/ExtensionText.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -21,11 +25,27 @@ namespace {
 
 constexpr std::size_t kNoLeaf = static_cast<std::size_t>(-1);
 
-// Throws 16113 when there is no certificate among the objects.
-ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& items) {
+// A certificate, or a message that carries some.
+bool HasCertificates(std::size_t /*item*/, std::span<unsigned char> element) {
+    return ca::LooksLikeCertificate(element) ||
+           !ca::SignedDataMember(ca::FirstElement(element), ca::ContextConstructed(0)).raw.empty();
+}
+
+// The certificates among the objects; when there is none, and a description will do, the first that
+// was cut off. Throws 16113 when there is nothing.
+ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& items,
+                                          bool orCut = false) {
     ca::CertificateBundle bundle;
     for (const ca::PayloadItem& item : items) {
         ca::CollectCertificates(item.octets, bundle);
+    }
+    if (bundle.certificates.empty() && orCut) {
+        const auto cut = std::ranges::find_if(items, [](const ca::PayloadItem& item) {
+            return ca::LooksLikeCutCertificate(item.octets);
+        });
+        if (cut != items.end()) {
+            bundle.certificates.push_back(cut->octets);
+        }
     }
     if (bundle.certificates.empty()) {
         throw ca::Exception(ca::kErrCertificate, ca::SayRefused(items, &ca::CertificateFault));
@@ -35,14 +55,16 @@ ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& it
 }
 
 void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index,
-               const ca::KnownIssuers& issuers) {
+               const ca::KnownIssuers& issuers, const std::wstring& others) {
     auto info = std::make_unique<ca::CertInfo2>();
     ca::FillWithIssuers(bundle, index, *info);
+    ca::AddError(info->error, others);
     issuers.Extend(*info);
     packet.Response().SetObject(info.release(), /*clear=*/true);
 }
 
-void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle) {
+void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle,
+               const std::wstring& others) {
     auto infos = std::make_unique<ca::CertInfos2>();
     for (const auto& certificate : bundle.certificates) {
         if (!ca::CAnswerBudget::HasRoomFor(certificate.size())) {
@@ -56,12 +78,17 @@ void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle) {
         }
         infos->Add(std::move(info));
     }
+    infos->Tell(others);
     packet.Response().SetObject(infos.release(), /*clear=*/true);
 }
 
-void AnswerAttributes(ca::CryptPacket& packet, std::span<unsigned char> certificate) {
+void AnswerAttributes(ca::CryptPacket& packet, const std::vector<ca::PayloadItem>& items) {
     auto info = std::make_unique<ca::AttrCertInfo>();
-    ca::FillAttrCertInfo(certificate, *info);
+    const std::span<unsigned char> first = items.front().octets;
+    ca::FillAttrCertInfo(ca::FirstElement(first).raw, *info);
+    ca::AddError(info->error, ca::SayOthers(items, [&](std::size_t /*item*/, auto element) {
+                     return ca::IsInside(first, element);
+                 }));
     packet.Response().SetObject(info.release(), /*clear=*/true);
     LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
 }
@@ -93,16 +120,21 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
     const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
     if (ca::LooksLikeAttributeCertificate(items.front().octets)) {
-        AnswerAttributes(packet, items.front().octets);
+        AnswerAttributes(packet, items);
         return;
     }
-    const ca::CertificateBundle bundle = RequireCertificates(items);
+    const ca::CertificateBundle bundle = RequireCertificates(items, /*orCut=*/true);
+    const auto isDescribed = [&](std::size_t item, std::span<unsigned char> element) {
+        return HasCertificates(item, element) ||
+               ca::IsInside(element, bundle.certificates.front());  // which may be cut off
+    };
+    const std::wstring others = ca::SayOthers(items, isDescribed, /*inMessages=*/true);
     const bool isOne = bundle.certificates.size() == 1;
     const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;
     if (leaf != kNoLeaf) {
-        AnswerOne(packet, bundle, leaf, m_issuers);
+        AnswerOne(packet, bundle, leaf, m_issuers, others);
     } else {
-        AnswerAll(packet, bundle);
+        AnswerAll(packet, bundle, others);
     }
     LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
 }

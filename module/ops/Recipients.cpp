@@ -3,6 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "module/CryptoModule.h"
+#include "module/ops/OtherObjects.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
@@ -13,11 +14,16 @@
 
 namespace {
 
+struct FoundEnvelope {
+    std::size_t item;
+    std::span<unsigned char> octets;
+};
+
 // The first envelope among the objects. Throws 16306 when there is none.
-std::span<unsigned char> RequireEnvelope(const std::vector<ca::PayloadItem>& items) {
-    for (const ca::PayloadItem& item : items) {
-        if (const auto envelope = ca::FindEnvelope(item.octets); !envelope.empty()) {
-            return envelope;
+FoundEnvelope RequireEnvelope(const std::vector<ca::PayloadItem>& items) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (const auto envelope = ca::FindEnvelope(items[i].octets); !envelope.empty()) {
+            return {i, envelope};
         }
     }
     throw ca::Exception(ca::kErrBadData, ca::SayRefused(items, &ca::ContentFault));
@@ -29,7 +35,11 @@ std::span<unsigned char> RequireEnvelope(const std::vector<ca::PayloadItem>& ite
 void CCryptoModule::GetRecipientsList(ca::CryptPacket& packet) {
     const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
-    ca::Recipients recipients = ca::DescribeRecipients(RequireEnvelope(items));
+    const FoundEnvelope found = RequireEnvelope(items);
+    ca::Recipients recipients = ca::DescribeRecipients(found.octets);
+    recipients.records.Tell(ca::SayOthers(items, [&](std::size_t item, auto element) {
+        return item == found.item && ca::IsInside(found.octets, element);
+    }));
     auto ids = std::make_unique<ca::StringArray>(std::move(recipients.ids));
     auto records = std::make_unique<ca::CertInfos2>(std::move(recipients.records));
     packet.Response().SetObject(records.release(), /*clear=*/true);  // the container owns them now

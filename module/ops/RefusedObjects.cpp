@@ -8,6 +8,7 @@
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "records/SignInfoFill.h"
+#include "records/objects/ObjectList.h"
 #include "records/text/Decoded.h"
 #include "records/text/GeneralNameText.h"
 
@@ -22,15 +23,6 @@ std::wstring FaultIn(std::span<unsigned char> octets) {
         return fault.message;
     }
     return {};
-}
-
-// "1 "CERTIFICATE"", the number counting from 1.
-std::wstring Title(std::size_t number, const std::string& label) {
-    std::wstring title = SetZORNAMessage(kMsgObject) + ca::DecimalText(number);
-    if (!label.empty()) {
-        title.append(L" \"").append(label.begin(), label.end()).append(L"\"");
-    }
-    return title;
 }
 
 }  // namespace
@@ -68,7 +60,7 @@ std::wstring SayRefused(const std::vector<PayloadItem>& items, ObjectFault fault
         const PayloadItem& item = items[i];
         const std::wstring words =
             item.octets.empty() ? SetZORNAMessage(kMsgNotBase64) : fault(item.octets);
-        text.append(text.empty() ? L"" : L"; ").append(Title(i + 1, item.label));
+        text.append(text.empty() ? L"" : L"; ").append(PlaceText(i, item, /*offset=*/0));
         text.append(words.empty() ? L"" : L": ").append(words);
     }
     return items.size() > kMaxRefusedSaid ? text + L"; ..." : text;

@@ -6,20 +6,28 @@
 #include "common/Log.h"
 #include "module/CallContext.h"
 #include "module/CryptoModule.h"
+#include "module/ops/OtherObjects.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
 #include "records/CrlInfoFill.h"
+#include "records/text/Elements.h"
+#include "records/text/ExtensionText.h"
 
 #include <memory>
 
 namespace {
 
+struct FoundCrl {
+    std::size_t item;
+    std::span<unsigned char> octets;
+};
+
 // The first list among the objects. Throws 16306 when there is none.
-std::span<unsigned char> RequireCrl(const std::vector<ca::PayloadItem>& items) {
-    for (const ca::PayloadItem& item : items) {
-        if (const auto list = ca::FindCrl(item.octets); !list.empty()) {
-            return list;
+FoundCrl RequireCrl(const std::vector<ca::PayloadItem>& items) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (const auto list = ca::FindCrl(items[i].octets); !list.empty()) {
+            return {i, ca::FirstElement(list).raw};
         }
     }
     throw ca::Exception(ca::kErrBadData, ca::SayRefused(items, &ca::CrlFault));
@@ -32,10 +40,13 @@ std::span<unsigned char> RequireCrl(const std::vector<ca::PayloadItem>& items) {
 void CCryptoModule::GetCRL(ca::CryptPacket& packet) {
     const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
-    const std::span<unsigned char> list = RequireCrl(items);
+    const FoundCrl found = RequireCrl(items);
     const ca::CrlPage page = ca::ReadCrlPage(packet.context->RequestParams());
     auto info = std::make_unique<ca::CrlInfo>();
-    ca::FillCrlInfo(list, page, *info);
+    ca::FillCrlInfo(found.octets, page, *info);
+    ca::AddError(info->error, ca::SayOthers(items, [&](std::size_t item, auto element) {
+                     return item == found.item && ca::IsInside(found.octets, element);
+                 }));
     packet.Response().SetObject(info.release(), /*clear=*/true);  // the container owns it now
     LogEvent(SetZORNAMessage(kMsgCrlInfoReturned), false);
 }

@@ -6,6 +6,7 @@
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
+#include "module/ops/OtherObjects.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -23,13 +25,20 @@ namespace {
 // content. How many objects there was no room for is said with the first.
 bool Describe(const std::vector<ca::PayloadItem>& items, ca::SignInfos& signatures) {
     bool isAttached = true;
+    std::vector<bool> isMessage(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (!ca::CAnswerBudget::HasRoomFor(0)) {
             signatures.SayMore(items.size() - i);
+            std::fill(isMessage.begin() + static_cast<std::ptrdiff_t>(i), isMessage.end(), true);
             break;
         }
-        isAttached = ca::FillSignInfos(items[i].octets, signatures).value_or(true) && isAttached;
+        const std::optional<bool> encloses = ca::FillSignInfos(items[i].octets, signatures);
+        isMessage[i] = encloses.has_value();
+        isAttached = encloses.value_or(true) && isAttached;
     }
+    signatures.Tell(ca::SayOthers(items, [&](std::size_t item, auto element) {
+        return isMessage[item] && ca::IsInside(items[item].octets, element);
+    }));
     return isAttached;
 }
 
@@ -101,7 +110,8 @@ void CCryptoModule::GetSignInfo2(ca::CryptPacket& packet) {
     const auto add = [&](const auto& decode) {
         ca::SignInfos list;
         {
-            const ca::CBudgetLoan loan(lists->items.empty() ? 1 : 2);  // and a copy while it is added
+            const ca::CBudgetLoan loan(lists->items.empty() ? 1
+                                                            : 2);  // and a copy while it is added
             Describe(decode(), list);
         }
         lists->Add(std::move(list));

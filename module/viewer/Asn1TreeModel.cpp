@@ -5,6 +5,7 @@
 #include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/VisibleText.h"
 
 #include <algorithm>
 #include <limits>
@@ -255,7 +256,7 @@ QString CAsn1TreeModel::ValueText(const CAsn1Block& block) const {
     if (block.IsConstructed()) {
         return text + MessageText(kMsgDlgElements) + QString::number(block.GetInnerBlockCount());
     }
-    return text + ShownLine(BlockText(block, kMaxValue), kMaxValue);
+    return text + ShownLine(Visible(BlockText(block, kMaxValue)), kMaxValue);
 }
 
 QString CAsn1TreeModel::NoteText(const QModelIndex& note) const {

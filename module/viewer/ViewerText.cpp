@@ -62,9 +62,9 @@ QString ShownText(std::wstring_view text) {
     while (!text.empty()) {
         std::wstring_view line = TakeLine(text);
         for (; line.size() > kMaxValueText; line.remove_prefix(kMaxValueText)) {
-            AppendVisible(shown, line.substr(0, kMaxValueText));
+            AppendShown(shown, line.substr(0, kMaxValueText));
         }
-        AppendVisible(shown, line);
+        AppendShown(shown, line);
         shown += text.empty() ? L"" : L"\n";
     }
     return QString::fromStdWString(shown);
@@ -73,7 +73,8 @@ QString ShownText(std::wstring_view text) {
 QString ShownLine(std::wstring_view text, int longest) {
     const std::wstring_view line = TakeLine(text);
     const auto most = static_cast<std::size_t>(longest);
-    std::wstring shown = Visible(line.substr(0, most));
+    std::wstring shown;
+    AppendShown(shown, line.substr(0, most));
     if (line.size() > most || !text.empty()) {
         shown += kCut;
     }

@@ -74,6 +74,7 @@ constexpr DigestRow kDigests[] = {
     {"id-RSASSA-PSS-SHAKE256", "id-shake256"},
     {"id-ecdsa-with-shake128", "id-shake128"},
     {"id-ecdsa-with-shake256", "id-shake256"},
+    {"id-hash-ml-dsa-44-with-sha512", "id-sha512"},
     {"SM2-with-SM3", "sm3"},
     {"RSA-SM3", "sm3"},
     {"bign-with-hbelt", "hbelt"},

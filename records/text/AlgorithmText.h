@@ -4,6 +4,9 @@
 
 #include <string>
 
+class CAsn1EcpkParameters;
+class CAsn1Integer;
+
 namespace ca {
 
 struct OidInfo;
@@ -36,5 +39,16 @@ struct PublicKeyForms {
     std::wstring error;     ///< what could not be read; empty when all could
 };
 PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo);
+
+/// What the algorithm of a key says by itself: `key` is empty, and so is the size of RSA.
+PublicKeyForms DescribeKeyAlgorithm(const CAsn1Element& algorithm);
+
+/// "2048 bit", the size of a modulus; "" for null.
+std::wstring SizeText(const CAsn1Integer* modulus);
+/// "2048 bit, exponent 65537".
+std::wstring RsaSizeText(const CAsn1Integer* modulus, const CAsn1Integer* exponent);
+/// The name of a curve, or the size of the field of one that is given by its numbers; "" for
+/// parameters that are inherited.
+std::wstring CurveText(const CAsn1EcpkParameters& curve);
 
 }  // namespace ca

@@ -4,9 +4,9 @@
 #include "common/DecimalText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
 
 // The extensions of attribute certificates (RFC 5755 4.3, 7; X.509 15.3) and of their authorities.

@@ -58,7 +58,12 @@ void SayServiceInfo(Value value, CTextLines& lines) {
     }
 }
 
+// A role that is but a text is what some signers claim.
 void SayRole(Value value, CTextLines& lines) {
+    if (const CAsn1Element text = ca::FirstElement(value); ca::IsText(text)) {
+        lines.Line(ca::ValueText(text));
+        return;
+    }
     const ca::CDecoded<CAsn1RoleSyntax> role(value);
     const std::wstring name = ca::GeneralNameLine(ca::ElementOf(*role->RoleName()), lines);
     if (role->RoleAuthority() != nullptr) {
@@ -149,29 +154,18 @@ constexpr ca::ExtensionRow kRows[] = {
     {"tcgCredentialSpecification", SayCredentialSpecification},
 };
 
-// Each value; one that is not of the attribute's type is said as unreadable.
+// Each value; one that is not of the attribute's type is outlined.
 void SayValues(ca::ExtensionFormatter say, Octets type, const CAsn1SetOf<CAsn1Any>& values,
                CTextLines& lines, std::wstring& error) {
     if (values.ContentOctets().empty()) {
         lines.Line(kMsgEmpty);
     }
     ca::SayEach(values, lines, [&](const CAsn1Any& any) {
-        const Value value = ca::Changeable(any.Raw());
-        if (say == nullptr) {
-            lines.Block(ca::UnknownValueText(value));
-            return;
-        }
-        try {
-            CTextLines said;
-            say(value, said);
-            lines.Block(said.TakeOr(kMsgEmpty));
-            if (const std::wstring faults = said.TakeFaults(); !faults.empty()) {
-                ca::AddError(error, ca::OidWithName(type) + L": " + faults);
-            }
-        } catch (const ca::Exception& fault) {
-            lines.Line(ca::UnreadableText(value));
-            ca::AddError(error, ca::OidWithName(type) + L": " + fault.message);
-        }
+        CTextLines said(lines.Signers());
+        const std::wstring fault = ca::SayValue(say, ca::Changeable(any.Raw()), said);
+        lines.Block(said.TakeOr(kMsgEmpty));
+        said.Fault(fault);
+        ca::AddValueError(error, type, said.TakeFaults());
     });
 }
 
@@ -181,13 +175,13 @@ void SayDirectoryValue(Value value, CTextLines& lines) {
     if (ca::IsText(element)) {
         lines.Line(ca::ValueText(element));
     } else {
-        lines.Block(ca::UnknownValueText(value));
+        ca::SayUnknownValue(value, lines);
     }
 }
 
 ca::CLazy<ca::CFormatterTable> valueFormatters([] {
     return ca::CFormatterTable{kRows, ca::EssAttributeRows(), ca::CadesAttributeRows(),
-                               ca::CodeAttributeRows()};
+                               ca::CodeAttributeRows(), ca::RequestAttributeRows()};
 });
 ca::CLazy<ca::CFormatterTable> claimedFormatters([] { return ca::CFormatterTable{kRows}; });
 
@@ -221,27 +215,31 @@ void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, 
     SayEach(*categories, lines, [&](const CAsn1SecurityCategory& category) {
         lines.Line(kMsgCategory, OidWithName(OctetsOf(category.Type())));
         const CTextLines::Level level(lines);
-        lines.Block(UnknownValueText(category.Value()->Raw()));
+        SayUnknownValue(category.Value()->Raw(), lines);
     });
 }
 
 void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& records,
                    std::wstring& error) {
     auto record = std::make_unique<CertInfoAttribute>();
-    try {
-        const CDecoded<CAsn1Attribute> read(attribute.raw);
-        const Octets type = OctetsOf(read->Type());
+    const CPartlyDecoded<CAsn1Attribute> read(attribute.raw);
+    const CAsn1Attribute* known = read.Get();
+    const Octets type = known != nullptr ? OctetsOf(known->Type()) : Octets();
+    if (!type.empty()) {
         record->oidFriendlyName = OidName(type);
         record->oidValue = OidText(type);
-        record->rawData = Base64Text(read->Values()->ContentOctets());
-        CTextLines lines;
-        SayAttributeValues(type, *read->Values(), lines, error);
-        record->formattedData = lines.Take();
-    } catch (const Exception& fault) {
-        record->rawData = Base64Text(attribute.raw);
-        record->formattedData = UnreadableText(attribute.raw);
-        AddError(error, fault.message);
     }
+    CTextLines lines;
+    if (!type.empty() && known->Values() != nullptr && read.IsWhole()) {
+        record->rawData = Base64Text(known->Values()->ContentOctets());
+        SayAttributeValues(type, *known->Values(), lines, error);
+    } else {
+        record->rawData = Base64Text(attribute.raw);
+        SayOddValue(attribute.raw, lines);
+        lines.Fault(read.Fault());
+    }
+    record->formattedData = lines.Take();
+    AddValueError(error, type, lines.TakeFaults());
     records.items.emplace_back(std::move(record));
 }
 
@@ -260,8 +258,8 @@ std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults) {
     }
     CTextLines lines;
     SayGeneralName(name, lines);
-    faults.Fault(lines.TakeFaults());
     std::wstring text = lines.Take();
+    faults.Fault(lines.TakeFaults());
     std::ranges::replace(text, L'\n', L' ');
     return text;
 }
@@ -272,7 +270,9 @@ std::wstring GeneralNamesLine(std::span<unsigned char> content, CTextLines& faul
     std::size_t index = 0;
     for (CAsn1Cursor cursor(content); !cursor.AtEnd(); ++index) {
         if (index == kMaxListed || text.size() > MaxValueText()) {
-            return text + L", \u2026";
+            const std::wstring more = MoreText(CountElements(cursor));
+            faults.Fault(more);
+            return text + L", " + more;
         }
         text += text.empty() ? L"" : L", ";
         if (cursor.Next(name) != Asn1Fault::kNone) {

@@ -16,13 +16,14 @@ class CAsn1SecurityCategory;
 namespace ca {
 
 // The values of signed and unsigned attributes of signatures, by subject.
-std::span<const ExtensionRow> EssAttributeRows();    ///< RFC 5652, 5035, 2634, 8551, 8894
-std::span<const ExtensionRow> CadesAttributeRows();  ///< RFC 5126, ETSI EN 319 122-1
-std::span<const ExtensionRow> CodeAttributeRows();   ///< signatures of programs and documents
+std::span<const ExtensionRow> EssAttributeRows();      ///< RFC 5652, 5035, 2634, 8551, 8894
+std::span<const ExtensionRow> CadesAttributeRows();    ///< RFC 5126, ETSI EN 319 122-1
+std::span<const ExtensionRow> CodeAttributeRows();     ///< signatures of programs and documents
+std::span<const ExtensionRow> RequestAttributeRows();  ///< requests, key stores: RFC 2985
 
 /// Says each value of an attribute, of signatures and of attribute certificates: an outline or
-/// hexadecimal digits for a type without a formatter; a value that is not of its type is said as
-/// unreadable, and added to `error`. Throws ca::Exception for values that are no elements.
+/// hexadecimal digits for a type without a formatter; a value that is not of its type is outlined
+/// as unreadable, and added to `error`. Values that are no elements are faults of `lines`.
 void SayAttributeValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
                         std::wstring& error);
 

@@ -7,12 +7,12 @@
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/RevocationText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SignatureParts.h"
 
 // The attributes of advanced signatures (RFC 5126, ETSI EN 319 122-1).
@@ -35,7 +35,7 @@ void SayTypedValue(Octets type, const CAsn1Any* value, CTextLines& lines) {
     }
     lines.Line(ca::OidWithName(type), L"");
     const CTextLines::Level level(lines);
-    lines.Block(ca::UnknownValueText(value->Raw()));
+    ca::SayUnknownValue(value->Raw(), lines);
 }
 
 void SayPolicyQualifier(const CAsn1SigPolicyQualifierInfo& qualifier, CTextLines& lines) {
@@ -157,20 +157,20 @@ void SaySignerAttributesV2(Value value, CTextLines& lines) {
         SayClaimed(*attributes->ClaimedAttributes(), lines);
     }
     if (attributes->CertifiedAttributes() != nullptr) {
-        ca::SayEach(
-            *attributes->CertifiedAttributes(), lines,
-            [&](const CAsn1CertifiedAttributeV2& certified) {
-                if (certified.AttributeCertificate() != nullptr) {
-                    SayAttributeCertificate(*certified.AttributeCertificate(), lines);
-                } else {
-                    lines.Block(ca::UnknownValueText(certified.OtherAttributeCertificate()->Raw()));
-                }
-            });
+        ca::SayEach(*attributes->CertifiedAttributes(), lines,
+                    [&](const CAsn1CertifiedAttributeV2& certified) {
+                        if (certified.AttributeCertificate() != nullptr) {
+                            SayAttributeCertificate(*certified.AttributeCertificate(), lines);
+                        } else {
+                            ca::SayUnknownValue(certified.OtherAttributeCertificate()->Raw(),
+                                                lines);
+                        }
+                    });
     }
     if (attributes->SignedAssertions() != nullptr) {
         lines.Line(kMsgSignedAssertions, L"");
         const CTextLines::Level level(lines);
-        lines.Block(ca::UnknownValueText(attributes->SignedAssertions()->ContentOctets()));
+        ca::SayUnknownValue(attributes->SignedAssertions()->ContentOctets(), lines);
     }
 }
 

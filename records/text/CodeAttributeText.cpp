@@ -37,7 +37,7 @@ void SayLink(CAsn1Element link, CTextLines& lines) {
     } else {
         lines.Line(kMsgAddress, L"");
         const CTextLines::Level level(lines);
-        lines.Block(ca::UnknownValueText(link.raw));
+        ca::SayUnknownValue(link.raw, lines);
     }
 }
 
@@ -54,7 +54,7 @@ void SayPublisher(Value value, CTextLines& lines) {
         } else if (member.tag == ca::ContextConstructed(1)) {
             SayLink(ca::Child(member, 0), lines);
         } else {
-            lines.Block(ca::UnknownValueText(member.raw));
+            ca::SayUnknownValue(member.raw, lines);
         }
     });
 }

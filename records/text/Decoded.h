@@ -2,6 +2,7 @@
 
 #include "asn1/Asn1List.h"
 #include "asn1/Asn1Typed.h"
+#include "records/text/OutlineText.h"
 #include "records/text/TextLines.h"
 
 #include <optional>
@@ -66,14 +67,25 @@ const T* Good(CAsn1ListCursor<T>& at) {
     return at.Item();
 }
 
-/// Says the elements of a list, as many as a text shows; the fault of one that is not whole is
-/// thrown.
+/// Says the elements of a list, as many as a text shows. One that is not whole, or that cannot be
+/// said, is outlined in its place with its fault, so that it does not cost the others; where a text
+/// has too many such ones (CTextLines::TakesOdd()) the fault is thrown.
 template <class T, unsigned char Tag, class Say>
 void SayEach(const CAsn1ListOf<T, Tag>& list, CTextLines& lines, Say say) {
     const std::size_t count = list.Count();
     std::size_t index = 0;
     for (auto at = list.Elements(); lines.Shows(index, count) && at.Next(); ++index) {
-        say(*Good(at));
+        const CTextLines::Mark before = lines.Here();
+        try {
+            say(*Good(at));
+        } catch (const Exception& fault) {
+            if (!lines.TakesOdd()) {
+                throw;
+            }
+            lines.GoBack(before);
+            SayOddValue(at.Raw(), lines);
+            lines.Fault(fault.message);
+        }
     }
 }
 

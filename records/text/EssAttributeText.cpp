@@ -6,13 +6,13 @@
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/ParametersText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/RevocationText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"
@@ -38,7 +38,7 @@ void SayBinaryTime(Value value, CTextLines& lines) {
 
 void SayCountersignature(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SignerInfo> signer(value, Asn1Blocks::kRead);
-    ca::SaySigner(*signer, lines);
+    ca::SaySigner(*signer, /*own=*/nullptr, lines);
 }
 
 // What SigningCertificate and SigningCertificateV2 have in common.
@@ -146,7 +146,7 @@ void SayMailListHistory(Value value, CTextLines& lines) {
         if (step.MlReceiptPolicy() != nullptr) {
             lines.Line(kMsgPolicy, L"");
             const CTextLines::Level below(lines);
-            lines.Block(ca::UnknownValueText(step.MlReceiptPolicy()->Raw()));
+            ca::SayUnknownValue(step.MlReceiptPolicy()->Raw(), lines);
         }
     });
 }
@@ -171,7 +171,7 @@ void SayCapability(const CAsn1SmimeCapability& capability, CTextLines& lines) {
     }
     lines.Line(name, L"");
     const CTextLines::Level level(lines);
-    lines.Block(ca::UnknownValueText(parameters->Raw()));
+    ca::SayUnknownValue(parameters->Raw(), lines);
 }
 
 void SayCapabilities(Value value, CTextLines& lines) {

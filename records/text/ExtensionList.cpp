@@ -63,9 +63,4 @@ void SayExtensions(const CAsn1Extensions& list, CTextLines& lines) {
     }
 }
 
-std::wstring SerialText(Octets octets) {
-    const bool hasLeadingZero = octets.size() > 1 && octets[0] == 0;
-    return Hex(octets.subspan(hasLeadingZero ? 1 : 0));
-}
-
 }  // namespace ca

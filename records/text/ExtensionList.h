@@ -27,7 +27,4 @@ void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollectio
 /// Says extensions inside another value, their names with their texts below them.
 void SayExtensions(const CAsn1Extensions& list, CTextLines& lines);
 
-/// A serial number's content octets as hexadecimal digits, one leading 00 dropped.
-std::wstring SerialText(std::span<const unsigned char> octets);
-
 }  // namespace ca

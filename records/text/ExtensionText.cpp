@@ -3,10 +3,13 @@
 #include "asn1/OidTable.h"
 #include "common/Exception.h"
 #include "common/Lazy.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OcspText.h"
 #include "records/text/OutlineText.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -18,6 +21,43 @@ ca::CLazy<ca::CFormatterTable> extensionFormatters([] {
                                ca::NetworkExtensionRows(),   ca::MediaExtensionRows(),
                                ca::OcspExtensionRows(),      ca::VendorExtensionRows()};
 });
+
+// Steps over the next element when it has this identifier octet.
+bool Take(CAsn1Cursor& cursor, unsigned char tag, CAsn1Element& element) {
+    return !cursor.AtEnd() && cursor.PeekTag() == tag && cursor.Next(element) == Asn1Fault::kNone;
+}
+
+// The value, which is the last of the members. Throws ca::Exception for anything else; offsets
+// count from the extension.
+void TakeValue(CAsn1Cursor& members, std::span<unsigned char> extension,
+               ca::ExtensionParts& parts) {
+    constexpr std::string_view kName = "Extension.extnValue";
+    const auto offset = static_cast<std::size_t>(members.Rest().data() - extension.data());
+    CAsn1Element value;
+    if (members.AtEnd()) {
+        throw MakeAsn1Missing(kName, offset);
+    }
+    if (const Asn1Fault fault = members.Next(value); fault != Asn1Fault::kNone) {
+        throw MakeAsn1Fault(fault, kName, offset);
+    }
+    if ((value.tag & ~kAsn1ConstructedBit) != kAsn1OctetString) {
+        throw MakeAsn1WrongTag(kName, value.tag, offset);
+    }
+    if (!members.AtEnd()) {
+        throw MakeAsn1WrongTag("Extension", members.PeekTag(), offset + value.raw.size());
+    }
+    parts.value = value.content;
+    if (value.IsConstructed()) {
+        parts.joined = OctetStringOf(value);
+        parts.value = parts.joined;
+    }
+}
+
+std::wstring OddValueText(Octets octets) {
+    ca::CTextLines lines;
+    ca::SayOddValue(octets, lines);
+    return lines.Take();
+}
 
 }  // namespace
 
@@ -41,47 +81,73 @@ ExtensionFormatter CFormatterTable::Find(Octets oid) const {
 
 ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
     const ExtensionFormatter say = extensionFormatters.Get().Find(oid);
+    CTextLines lines;
+    const std::wstring fault = SayValue(say, value, lines);
+    ValueForms forms;
+    forms.text = say != nullptr ? lines.TakeOr(kMsgEmpty) : lines.Take();
+    lines.Fault(fault);
+    AddValueError(forms.error, oid, lines.TakeFaults());
+    return forms;
+}
+
+std::wstring SayValue(ExtensionFormatter say, std::span<unsigned char> value, CTextLines& lines) {
     if (say == nullptr) {
-        return {UnknownValueText(value), {}};
+        SayUnknownValue(value, lines);
+        return {};
     }
+    const CTextLines::Mark before = lines.Here();
     try {
-        CTextLines lines;
         say(value, lines);
-        const std::wstring faults = lines.TakeFaults();
-        return {lines.TakeOr(kMsgEmpty),
-                faults.empty() ? faults : OidWithName(oid) + L": " + faults};
+        return {};
     } catch (const Exception& fault) {
-        return {UnreadableText(value), OidWithName(oid) + L": " + fault.message};
+        lines.GoBack(before);
+        SayOddValue(value, lines);
+        return fault.message;
     }
 }
 
 ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
                              std::wstring& error) {
+    ExtensionParts parts;
     const CAsn1Element element = FirstElement(extension);
-    const Octets oid = ContentIf(Child(element, 0), kAsn1ObjectIdentifier);
-    CAsn1Element value = Child(element, 1);
-    if (value.tag == kAsn1Boolean) {
-        record.critical = !value.content.empty() && value.content[0] != 0;
-        value = Child(element, 2);
-    }
-    if (oid.empty() || value.tag != kAsn1OctetString) {
+    CAsn1Cursor members(element.IsConstructed() ? element.content : std::span<unsigned char>());
+    CAsn1Element member;
+    if (!Take(members, kAsn1ObjectIdentifier, member) || member.content.empty()) {
         record.rawData = Base64Text(extension);
-        record.formattedData = UnreadableText(extension);
-        AddError(error, record.formattedData);
-        return {};
+        record.formattedData = OddValueText(extension);
+        AddError(error, UnreadableText(extension));
+        return parts;
     }
-    record.oidFriendlyName = OidName(oid);
-    record.oidValue = OidText(oid);
-    record.rawData = Base64Text(value.content);
-    ValueForms forms = DescribeExtension(oid, value.content);
+    parts.oid = member.content;
+    record.oidFriendlyName = OidName(parts.oid);
+    record.oidValue = OidText(parts.oid);
+    if (Take(members, kAsn1Boolean, member)) {
+        record.critical = !member.content.empty() && member.content[0] != 0;
+    }
+    const std::span<unsigned char> rest = members.Rest();
+    try {
+        TakeValue(members, extension, parts);
+    } catch (const Exception& fault) {
+        record.rawData = Base64Text(rest);
+        record.formattedData = OddValueText(rest);
+        AddValueError(error, parts.oid, fault.message);
+        return parts;
+    }
+    record.rawData = Base64Text(parts.value);
+    ValueForms forms = DescribeExtension(parts.oid, parts.value);
     record.formattedData = std::move(forms.text);
     AddError(error, forms.error);
-    return {oid, value.content};
+    return parts;
 }
 
 void AddError(std::wstring& errors, std::wstring_view fault) {
+    constexpr std::wstring_view kMore = L"\n\u2026";
+    if (fault.empty() || errors.ends_with(kMore)) {
+        return;
+    }
     const std::size_t most = MaxValueText();
-    if (fault.empty() || errors.size() > most) {
+    if (errors.size() > most) {
+        errors += kMore;
         return;
     }
     if (!errors.empty()) {
@@ -101,6 +167,26 @@ void AddMore(std::wstring& errors, std::size_t count) {
     if (count != 0) {
         errors += errors.empty() ? L"" : L"\n";
         errors += MoreText(count);
+    }
+}
+
+void AddValueError(std::wstring& errors, Octets type, std::wstring_view fault) {
+    if (!fault.empty()) {
+        const std::wstring place = type.empty() ? std::wstring() : OidWithName(type) + L": ";
+        AddError(errors, place + std::wstring(fault));
+    }
+}
+
+void NoteRepeated(std::vector<Octets>& types, std::wstring& errors) {
+    std::ranges::sort(types, {}, AsText);
+    for (auto at = types.begin(); at != types.end();) {
+        const Octets type = *at;
+        const auto next = std::find_if(at, types.end(),
+                                       [&](Octets other) { return AsText(other) != AsText(type); });
+        if (next - at > 1) {
+            AddValueError(errors, type, WordText(Word::kMoreThanOnce));
+        }
+        at = next;
     }
 }
 

@@ -57,27 +57,39 @@ struct ValueForms {
     std::wstring error;  ///< the object identifier and what was wrong; empty when nothing was
 };
 
-/// The text of an extension's value; an outline or hexadecimal digits for a type without a
-/// formatter, "Unreadable value: " and the digits for a value that is not of its type.
+/// The text of an extension's value; an outline, or digits for what is no element, for a type
+/// without a formatter and, "Unreadable value: " in front, for a value that is not of its type.
 /// Cost is linear in the value.
 ValueForms DescribeExtension(std::span<const unsigned char> oid, std::span<unsigned char> value);
 
-/// Where the parts of an extension stand; both empty when it could not be read.
+/// Says a value, by its formatter or, when that is null or refuses it, as an outline or digits.
+/// \return why the formatter refused it; empty when it did not.
+std::wstring SayValue(ExtensionFormatter say, std::span<unsigned char> value, CTextLines& lines);
+
+/// Where the parts of an extension stand; empty what could not be read.
 struct ExtensionParts {
     std::span<const unsigned char> oid;  ///< content octets of extnID
     std::span<unsigned char> value;      ///< the encoding inside extnValue
+    std::vector<unsigned char> joined;   ///< what it views when extnValue came in segments
 };
 
-/// Reads one Extension (RFC 5280 4.1) into its record; what is wrong is appended to `error`.
+/// Reads one Extension (RFC 5280 4.1) into its record; what is wrong is appended to `error`. The
+/// identifier is there whatever stands behind it.
 /// \param extension  SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }, as received.
 ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
                              std::wstring& error);
 
-/// Adds a fault to a record's "Error", one a line. What is past MaxValueText() characters is
-/// dropped.
+/// Adds a fault to a record's "Error", one a line. What is past MaxValueText() characters is an
+/// ellipsis.
 void AddError(std::wstring& errors, std::wstring_view fault);
 /// The same with the place in front, "Issuer: fault"; no fault adds nothing.
 void AddError(std::wstring& errors, ZornaMessage place, std::wstring_view fault);
+/// The same for a fault in a value of a type, "Name (OID): fault"; no type has no place.
+void AddValueError(std::wstring& errors, std::span<const unsigned char> type,
+                   std::wstring_view fault);
+
+/// Notes each type that stands among `types` more than once. Sorts them.
+void NoteRepeated(std::vector<std::span<const unsigned char>>& types, std::wstring& errors);
 
 /// Says in a record's "Error" how many more elements there are than are described; 0 says nothing.
 void AddMore(std::wstring& errors, std::size_t count);

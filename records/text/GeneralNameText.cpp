@@ -113,7 +113,7 @@ void SayOtherName(const CAsn1Element& name, ca::CTextLines& lines) {
     }
     lines.Line(label, L"");
     const ca::CTextLines::Level level(lines);
-    lines.Block(ca::OutlineText(value));
+    ca::SayOutline(value, lines);
 }
 
 // X.400 and EDI names: a caption, then what could be read of the name; the digits of one that could
@@ -146,11 +146,15 @@ void SayStructured(ZornaMessage caption, const CAsn1Element& name, ca::CTextLine
 
 void SayDirectoryName(const CAsn1Element& directory, const CAsn1Element& name,
                       ca::CTextLines& lines) {
-    if (directory.tag == kAsn1Sequence) {
-        lines.Line(kMsgDirectoryName, ca::ReadableName(directory));
-    } else {
-        lines.Unreadable(SetZORNAMessage(kMsgDirectoryName), name.content);
+    // The tag of a CHOICE is explicit (X.680 31.2.7); some writers leave the SEQUENCE out.
+    if (directory.tag == kAsn1Sequence || directory.tag == kAsn1Set) {
+        lines.Line(kMsgDirectoryName,
+                   ca::ReadableName(directory.tag == kAsn1Sequence ? directory : name));
+        return;
     }
+    lines.Line(kMsgDirectoryName, L"");
+    const ca::CTextLines::Level level(lines);
+    lines.Unreadable(name.content);
 }
 
 // The IA5String forms; what is no UTF-8 shows as U+FFFD.

@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "common/Encode.h"
 #include "records/AnswerBudget.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 
@@ -44,8 +45,9 @@ struct Attribute {
     const ca::OidInfo* info;  // null for a type without a name
     std::wstring ownDotted;   // of such a type
     std::wstring text;        // "" when the value is none
-    std::wstring escaped;     // the value with what is hidden made visible, where that differs
+    std::wstring escaped;     // as it is shown, where that differs
     bool startsRdn;
+    bool isCut;  // not all of it is shown
 
     std::wstring_view Dotted() const {
         return info != nullptr ? std::wstring_view(info->dotted) : ownDotted;
@@ -118,22 +120,28 @@ void AppendQuoted(CForm& out, const std::wstring& value) {
     out += L'"';
 }
 
-// A line end has its own escape in the tag list; every other hidden character is shown as \uXXXX,
-// whose backslash is not one of the value's.
+// A line end has its own escape in the tag list. Every other hidden character, and the first of
+// what would read as octets, is shown as \uXXXX, whose backslash is not one of the value's: those
+// stand twice. So a reader takes "n" behind a backslash as a line end, "u" and "U" with their
+// digits as a character, anything else as it stands.
 void AppendTagText(CForm& out, const Attribute& attribute) {
     if (!ca::IsText(attribute.value)) {
         out += attribute.escaped;
         return;
     }
     const auto text = std::wstring_view(attribute.text).substr(0, ca::MaxValueText());
+    const bool readsAsOctets = ca::ReadsAsOctets(text);
     AppendEscaped(
         out, text,
-        [](wchar_t c) { return c == L'\\' || c == L';' || c == L'=' || ca::IsHiddenCharacter(c); },
+        [readsAsOctets](wchar_t c) {
+            return c == L'\\' || c == L';' || c == L'=' || ca::IsHiddenCharacter(c) ||
+                   (c == L'#' && readsAsOctets);
+        },
         [&out, text](std::size_t i) {
             if (text[i] == L'\n') {
                 out += L"\\n";
-            } else if (ca::IsHiddenCharacter(text[i])) {
-                out += ca::Visible(text.substr(i, 1));
+            } else if (ca::IsHiddenCharacter(text[i]) || text[i] == L'#') {
+                out += ca::EscapeText(text[i]);
             } else {
                 out += L'\\';
                 out += text[i];
@@ -201,27 +209,49 @@ struct Collected {
     std::vector<Attribute> attributes;  // in encoded order
     std::size_t characters = 0;         // of what they show
     std::size_t hidden = 0;             // how many more there are
+    bool isWhole = true;                // nothing in the name is no attribute
 
     // As many as a list shows, and no more than one over what a value may have of characters.
     bool IsFull() const {
         return attributes.size() == ca::kMaxListed || characters > ca::MaxValueText();
     }
-    bool isWhole = true;                // nothing in the name is no attribute
+
+    // What the forms do not say; "" when they say all.
+    // \param isCut  when one of them ends before its name does.
+    std::wstring Faults(bool isCut) const {
+        std::wstring faults = isWhole ? L"" : SetZORNAMessage(kMsgNameUnreadable);
+        const auto add = [&faults](const std::wstring& fault) {
+            faults += (faults.empty() ? L"" : L"; ") + fault;
+        };
+        if (hidden != 0) {
+            add(ca::MoreText(hidden));
+        }
+        if (isCut || std::ranges::any_of(attributes, &Attribute::isCut)) {
+            add(ca::WordText(ca::Word::kTextCut));
+        }
+        return faults;
+    }
 };
 
 Attribute ReadAttribute(Octets type, const CAsn1Element& value, bool startsRdn) {
-    Attribute attribute{value, ca::FindOid(type), {}, {}, {}, startsRdn};
+    Attribute attribute{value, ca::FindOid(type), {}, {}, {}, startsRdn, /*isCut=*/false};
     if (attribute.info == nullptr) {
         attribute.ownDotted = ca::OidText(type);
     }
     if (!ca::IsText(value)) {
         attribute.escaped = ca::ValueText(value);
+        attribute.isCut = ca::IsCut(attribute.escaped);
         return attribute;
     }
     attribute.text = ca::TextOf(value);
+    const auto mayNeedEscape = [](wchar_t c) {
+        return c == L'\\' || c == L'#' || ca::IsHiddenCharacter(c);
+    };
     if (attribute.text.size() > ca::MaxValueText() ||
-        std::ranges::any_of(attribute.text, ca::IsHiddenCharacter)) {
-        attribute.escaped = ca::Visible(attribute.text);
+        std::ranges::any_of(attribute.text, mayNeedEscape)) {
+        attribute.escaped = ca::ValueText(attribute.text);
+        attribute.isCut =
+            attribute.text.size() > ca::MaxValueText() || ca::IsCut(attribute.escaped);
     }
     return attribute;
 }
@@ -305,7 +335,7 @@ std::wstring ReadableText(const Collected& found) {
         }
         AppendReadable(text, attribute);
     }
-    return text.Take();
+    return found.hidden != 0 ? text.Take() + L", " + ca::MoreText(found.hidden) : text.Take();
 }
 
 // Whole RDNs from the last to the first, their attributes in encoded order.
@@ -334,10 +364,8 @@ namespace ca {
 NameForms DescribeName(const CAsn1Element& name) {
     const Collected found = CollectAttributes(name);
     NameForms forms;
-    if (!found.isWhole) {
-        forms.error = SetZORNAMessage(kMsgNameUnreadable);
-    }
     const std::wstring more = found.hidden != 0 ? L", " + MoreText(found.hidden) : std::wstring();
+    bool isCut = false;
     // The forms share what an answer may still have.
     constexpr std::size_t kOctetsPerCharacter = 8;
     std::size_t left = CAnswerBudget::Left() / kOctetsPerCharacter;
@@ -345,6 +373,7 @@ NameForms DescribeName(const CAsn1Element& name) {
         CForm form(left);
         append(form);
         left -= form.Size();
+        isCut = isCut || form.IsCut();
         return form.Take();
     };
     const auto inOrder = [&](void (*append)(CForm & out, const Attribute& attribute)) {
@@ -358,6 +387,7 @@ NameForms DescribeName(const CAsn1Element& name) {
     forms.oid = inOrder(AppendOid) + more;
     forms.x500 = make([&](CForm& out) { AppendAllX500(out, found); });
     forms.tags = inOrder(AppendTag);
+    forms.error = found.Faults(isCut);
     return forms;
 }
 

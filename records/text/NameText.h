@@ -14,9 +14,10 @@ struct NameForms {
     std::wstring readable;
     std::wstring oid;   ///< the same with dotted types
     std::wstring x500;  ///< RFC 4514: last RDN first
-    std::wstring
-        tags;  ///< encoded order, `TAG=value;`, with `\` before `\`, `;`, `=`; `\n` a line end
-    /// What could not be read, for the record's "Error"; empty when all could.
+    /// Encoded order, `TAG=value;`, with `\` before `\`, `;`, `=` and `\n` for a line end; other
+    /// hidden characters as in every text, which no backslash of a value can imitate here.
+    std::wstring tags;
+    /// What could not be read or is not shown whole, for the record's "Error"; empty when all is.
     std::wstring error;
 };
 

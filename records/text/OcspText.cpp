@@ -12,6 +12,7 @@
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/ReasonText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"

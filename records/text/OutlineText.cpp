@@ -1,6 +1,7 @@
 #include "records/text/OutlineText.h"
 
 #include "common/DecimalText.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/TextLines.h"
@@ -101,7 +102,13 @@ class COutline {
         }
         while (!open.empty()) {
             CAsn1Element child;
-            if (open.back().AtEnd() || open.back().Next(child) != Asn1Fault::kNone) {
+            if (open.back().AtEnd()) {
+                open.pop_back();
+                continue;
+            }
+            if (open.back().Next(child) != Asn1Fault::kNone) {
+                m_lines.SetLevel(open.size());
+                m_lines.Unreadable({}, open.back().Rest());
                 open.pop_back();
                 continue;
             }
@@ -110,10 +117,18 @@ class COutline {
                 open.emplace_back(child.content);
             } else if (child.IsConstructed()) {
                 m_lines.Append(kTooDeep);
+                m_isCut = true;
             }
         }
     }
-    std::wstring Take() { return m_lines.Take(); }
+    // Hands over what was said.
+    void SayTo(ca::CTextLines& lines) {
+        lines.Block(m_lines.Take());
+        lines.Fault(m_lines.TakeFaults());
+        if (m_isCut) {
+            lines.Fault(ca::WordText(ca::Word::kTextCut));
+        }
+    }
 
   private:
     void SayOne(const CAsn1Element& element, std::size_t level) {
@@ -132,6 +147,7 @@ class COutline {
 
     ca::CTextLines m_lines;
     std::size_t m_said = 0;
+    bool m_isCut = false;
 };
 
 // Header of the element at the front of `octets`: its size, that of its content, and whether the
@@ -164,6 +180,25 @@ bool ReadHeader(Octets octets, Header& header) {
         }
     }
     return header.content <= octets.size() - header.size;
+}
+
+// Says elements one behind the other; false, and says nothing, for octets that are none.
+bool SayElements(Octets octets, ca::CTextLines& lines) {
+    if (octets.empty() || !ca::IsWellFormed(octets)) {
+        return false;
+    }
+    // The cursor hands out octets that may be changed; what is made of them here is a text.
+    CAsn1Cursor cursor({const_cast<unsigned char*>(octets.data()), octets.size()});
+    COutline outline;
+    CAsn1Element element;
+    while (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {
+        outline.Say(element);
+    }
+    outline.SayTo(lines);
+    if (!cursor.AtEnd()) {  // well-formed, but with a tag that no class has
+        lines.Unreadable({}, cursor.Rest());
+    }
+    return true;
 }
 
 }  // namespace
@@ -208,10 +243,10 @@ bool IsWellFormed(Octets octets) {
     return !octets.empty();
 }
 
-std::wstring OutlineText(const CAsn1Element& element) {
+void SayOutline(const CAsn1Element& element, CTextLines& lines) {
     COutline outline;
     outline.Say(element);
-    return outline.Take();
+    outline.SayTo(lines);
 }
 
 std::wstring UnreadableText(Octets octets) {
@@ -220,18 +255,28 @@ std::wstring UnreadableText(Octets octets) {
     return text;
 }
 
-std::wstring UnknownValueText(Octets octets) {
-    if (octets.empty() || !IsWellFormed(octets)) {
-        return Hex(octets);
+void SayUnknownValue(Octets octets, CTextLines& lines) {
+    if (!SayElements(octets, lines)) {
+        lines.Block(Hex(octets));
     }
-    // The cursor hands out octets that may be changed; what is made of them here is a text.
-    CAsn1Cursor cursor({const_cast<unsigned char*>(octets.data()), octets.size()});
-    COutline outline;
-    CAsn1Element element;
-    while (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {
-        outline.Say(element);
+}
+
+void SayOddValue(Octets octets, CTextLines& lines) {
+    CTextLines outline;
+    if (!SayElements(octets, outline)) {
+        lines.Line(UnreadableText(octets));
+        return;
     }
-    return outline.Take();
+    const std::wstring caption = SetZORNAMessage(kMsgUnreadable);
+    const std::wstring text = outline.Take();
+    lines.Fault(outline.TakeFaults());
+    if (text.find(L'\n') == std::wstring::npos) {
+        lines.Line(caption + text);
+        return;
+    }
+    lines.Line(std::wstring_view(caption).substr(0, caption.find_last_not_of(L' ') + 1));
+    const CTextLines::Level level(lines);
+    lines.Block(text);
 }
 
 }  // namespace ca

@@ -7,18 +7,25 @@ struct CAsn1Element;
 
 namespace ca {
 
+class CTextLines;
+
 /// True when the octets are exactly one or more whole BER elements, to any depth. No log lines, no
 /// recursion; memory grows with the depth only.
 bool IsWellFormed(std::span<const unsigned char> octets);
 
-/// One line an element, nested ones indented: "SEQUENCE", "UTF8 STRING: text".
-std::wstring OutlineText(const CAsn1Element& element);
+/// Says an element with all that is inside, one line an element, nested ones indented: "SEQUENCE",
+/// "UTF8 STRING: text".
+void SayOutline(const CAsn1Element& element, CTextLines& lines);
 
 /// "Unreadable value: " and the octets as hexadecimal digits.
 std::wstring UnreadableText(std::span<const unsigned char> octets);
 
-/// For a value whose type is not known: the outline of well-formed elements, hexadecimal digits for
-/// anything else. The octets are not changed.
-std::wstring UnknownValueText(std::span<const unsigned char> octets);
+/// Says a value whose type is not known: the outline of well-formed elements, hexadecimal digits
+/// for anything else. The octets are not changed.
+void SayUnknownValue(std::span<const unsigned char> octets, CTextLines& lines);
+
+/// The same for a value that is not of its type, "Unreadable value: " in front: behind it an
+/// outline of one line, below it a longer one. What is wrong with it is the caller's to say.
+void SayOddValue(std::span<const unsigned char> octets, CTextLines& lines);
 
 }  // namespace ca

@@ -7,6 +7,7 @@
 #include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/SharedFormatters.h"
 
 #include <string_view>
 
@@ -28,7 +29,7 @@ void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
     } else {
         lines.Line(ca::OidWithName(OctetsOf(info.PolicyQualifierId())), L"");
         const CTextLines::Level level(lines);
-        lines.Block(ca::OutlineText(ca::FirstElement(info.Qualifier()->Raw())));
+        ca::SayOutline(ca::FirstElement(info.Qualifier()->Raw()), lines);
     }
 }
 
@@ -53,10 +54,15 @@ void SayNotice(const CAsn1Any& qualifier, CTextLines& lines) {
     const CTextLines::Level level(lines);
     lines.Line(kMsgOrganization, ElementText(reference->Organization()));
     std::wstring numbers;
+    const std::size_t count = reference->NoticeNumbers()->Count();
     std::size_t index = 0;
-    for (auto at = reference->NoticeNumbers()->Elements(); at.Next() && index < kMaxListed;
+    for (auto at = reference->NoticeNumbers()->Elements(); index < kMaxListed && at.Next();
          ++index) {
-        numbers += (numbers.empty() ? L"" : L", ") + NumberText(Good(at));
+        AppendListed(numbers, NumberText(Good(at)));
+    }
+    if (index < count) {
+        AppendListed(numbers, MoreText(count - index));
+        lines.Fault(MoreText(count - index));
     }
     lines.Line(kMsgNoticeNumbers, numbers);
 }

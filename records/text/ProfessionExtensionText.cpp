@@ -4,11 +4,11 @@
 #include "asn1/x509/ValidityModel.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/MoneyText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
 
 // What a holder may do by profession or power of attorney (Common PKI 2.0, part 1, 3.2), and by
@@ -102,7 +102,7 @@ void SayValidityModel(Value value, CTextLines& lines) {
     lines.Line(ca::OidWithName(OctetsOf(model->ValidityModelId())));
     if (model->ValidityModelInfo() != nullptr) {
         const CTextLines::Level level(lines);
-        lines.Block(ca::OutlineText(ca::ElementOf(*model->ValidityModelInfo())));
+        ca::SayOutline(ca::ElementOf(*model->ValidityModelInfo()), lines);
     }
 }
 

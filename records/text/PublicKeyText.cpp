@@ -33,11 +33,6 @@ std::wstring BitsText(std::size_t bits) {
     return ca::DecimalText(bits) + L' ' + SetZORNAMessage(kMsgBit);
 }
 
-// The size of a modulus; "" for one that could not be read.
-std::wstring SizeText(const CAsn1Integer* modulus) {
-    return modulus != nullptr ? BitsText(BitSize(OctetsOf(modulus))) : std::wstring();
-}
-
 std::wstring UnreadableKey(std::wstring_view fault) {
     std::wstring text = SetZORNAMessage(kMsgKeyUnreadable);
     return fault.empty() ? text : text.append(L": ").append(fault);
@@ -74,38 +69,28 @@ void ReadParameters(const CAsn1Element& algorithm, PublicKeyForms& forms, SayOne
 
 // ---- RSA ----
 
-void DescribeRsa(Value bits, PublicKeyForms& forms) {
+void ReadRsaKey(Value bits, PublicKeyForms& forms) {
     const ca::CPartlyDecoded<CAsn1RsaPublicKey> key(bits);
     const Octets modulus = OctetsOf(key.Get() != nullptr ? key.Get()->Modulus() : nullptr);
     const CAsn1Integer* exponent = key.Get() != nullptr ? key.Get()->PublicExponent() : nullptr;
-    if (modulus.empty() || OctetsOf(exponent).empty() || !key.IsWhole()) {
+    const bool hasBoth = !modulus.empty() && !OctetsOf(exponent).empty();
+    if ((!hasBoth || !key.IsWhole()) && forms.error.empty()) {
         forms.error = UnreadableKey(key.Fault());
     }
-    if (modulus.empty() || OctetsOf(exponent).empty()) {
-        return;
+    if (hasBoth) {
+        forms.params = ca::RsaSizeText(key.Get()->Modulus(), exponent);
     }
-    std::uint32_t small = 0;
-    forms.params =
-        BitsText(BitSize(modulus)) + L", " + SetZORNAMessage(kMsgExponent) + L' ' +
-        (ca::ReadSmallInteger(ca::ElementOf(*exponent), small) ? ca::DecimalText(small)
-                                                               : ca::Hex(OctetsOf(exponent)));
 }
 
-void DescribeRsaKey(const CAsn1Element& /*algorithm*/, Value bits, PublicKeyForms& forms) {
-    DescribeRsa(bits, forms);
+void DescribeRsaKey(const CAsn1Element& /*algorithm*/, PublicKeyForms& forms) {
     forms.hashAlgs = DigestsFrom(Sha2::k256);
 }
 
 // A key with parameters is for these alone (RFC 4055 1.2).
-void DescribePssKey(const CAsn1Element& algorithm, Value bits, PublicKeyForms& forms) {
+void DescribePssKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
     const ca::ParametersForms pss = ca::DescribeParameters(algorithm);
-    DescribeRsa(bits, forms);
-    forms.error = pss.error.empty() ? forms.error : pss.error;
+    forms.error = pss.error;
     forms.hashAlgs = pss.digest.empty() ? DigestsFrom(Sha2::k256) : pss.digest;
-}
-
-void DescribeOaepKey(const CAsn1Element& /*algorithm*/, Value bits, PublicKeyForms& forms) {
-    DescribeRsa(bits, forms);
 }
 
 // ---- Elliptic curves ----
@@ -133,47 +118,48 @@ std::size_t FieldBits(const CAsn1FieldId& field) {
     return static_cast<std::size_t>(std::max<std::int64_t>(0, IntegerOf(binary.Get()->M(), 0)));
 }
 
-void DescribeEcKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
-    Sha2 digest = Sha2::k256;
+// A key on the curve of SM2 is one of SM2, which works with SM3 (GB/T 32918.5, GB/T 35276 5).
+void NameSm2(PublicKeyForms& forms) {
+    forms.algorithm = L"SM2";
+    forms.hashAlgs = ca::FindOidByShortName("sm3")->Name();
+}
+
+void DescribeEcKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+    forms.hashAlgs = DigestsFrom(Sha2::k256);
     ReadParameters<CAsn1EcpkParameters>(algorithm, forms, [&](const CAsn1EcpkParameters& curve) {
-        const CAsn1EcParameters* given = curve.EcParameters();
-        if (curve.NamedCurve() != nullptr) {
-            const Octets oid = OctetsOf(curve.NamedCurve());
-            const ca::OidInfo* row = ca::FindOid(oid);
-            forms.params = row != nullptr ? row->Name() : ca::OidText(oid);
-            digest = BestDigest(row != nullptr ? row->shortName : "");
-        } else if (given != nullptr && given->FieldId() != nullptr &&
-                   given->FieldId()->Parameters() != nullptr) {
-            forms.params = SetZORNAMessage(kMsgExplicitParameters) +
-                           (L", " + BitsText(FieldBits(*given->FieldId())));
+        forms.params = ca::CurveText(curve);
+        const ca::OidInfo* row = ca::FindOid(OctetsOf(curve.NamedCurve()));
+        if (row != nullptr && row->shortName == std::string_view("sm2p256v1")) {
+            NameSm2(forms);
+        } else if (row != nullptr) {
+            forms.hashAlgs = DigestsFrom(BestDigest(row->shortName));
         }
     });
-    forms.hashAlgs = DigestsFrom(digest);
 }
 
 // ---- DSA, Diffie-Hellman ----
 
-void DescribeDsaKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
-    ReadParameters<CAsn1DssParms>(
-        algorithm, forms, [&](const CAsn1DssParms& group) { forms.params = SizeText(group.P()); });
+void DescribeDsaKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+    ReadParameters<CAsn1DssParms>(algorithm, forms, [&](const CAsn1DssParms& group) {
+        forms.params = ca::SizeText(group.P());
+    });
 }
 
-void DescribeDhKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
+void DescribeDhKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DomainParameters>(
         algorithm, forms,
-        [&](const CAsn1DomainParameters& group) { forms.params = SizeText(group.P()); });
+        [&](const CAsn1DomainParameters& group) { forms.params = ca::SizeText(group.P()); });
 }
 
-void DescribeOldDhKey(const CAsn1Element& algorithm, Value /*bits*/, PublicKeyForms& forms) {
+void DescribeOldDhKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DhParameter>(algorithm, forms, [&](const CAsn1DhParameter& group) {
-        forms.params = SizeText(group.Prime());
+        forms.params = ca::SizeText(group.Prime());
     });
 }
 
 // ---- GOST ----
 
-// The key is an OCTET STRING inside the bits (RFC 4491 2.3, RFC 9215 4).
-void DescribeGostKey(const CAsn1Element& algorithm, Value bits, PublicKeyForms& forms) {
+void DescribeGostKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1GostPublicKeyParameters>(algorithm, forms, [&](const auto& sets) {
         ca::CTextLines lines;
         for (const auto* set :
@@ -184,6 +170,10 @@ void DescribeGostKey(const CAsn1Element& algorithm, Value bits, PublicKeyForms& 
         }
         forms.params = lines.Take();
     });
+}
+
+// The key is an OCTET STRING inside the bits (RFC 4491 2.3, RFC 9215 4).
+void ReadGostKey(Value bits, PublicKeyForms& forms) {
     const CAsn1Element key = ca::FirstElement(bits);
     if (key.tag == kAsn1OctetString && key.raw.size() == bits.size()) {
         forms.key = ca::Hex(key.content);
@@ -192,50 +182,98 @@ void DescribeGostKey(const CAsn1Element& algorithm, Value bits, PublicKeyForms& 
     }
 }
 
-using KeyFormatter = void (*)(const CAsn1Element& algorithm, Value bits, PublicKeyForms& forms);
-
-constexpr std::pair<std::string_view, KeyFormatter> kRows[] = {
-    {"rsaEncryption", DescribeRsaKey},
-    {"id-RSASSA-PSS", DescribePssKey},
-    {"id-RSAES-OAEP", DescribeOaepKey},
-    {"id-ecPublicKey", DescribeEcKey},
-    {"id-ecDH", DescribeEcKey},
-    {"id-dsa", DescribeDsaKey},
-    {"dhpublicnumber", DescribeDhKey},
-    {"dhKeyAgreement", DescribeOldDhKey},
-    {"id-tc26-gost3410-12-256", DescribeGostKey},
-    {"id-tc26-gost3410-12-512", DescribeGostKey},
-    {"id-GostR3410-2001", DescribeGostKey},
-    {"id-GostR3410-94", DescribeGostKey},
+struct KeyRow {
+    std::string_view algorithm;
+    void (*describe)(const CAsn1Element& algorithm, PublicKeyForms& forms);  // null: nothing to say
+    void (*read)(Value bits, PublicKeyForms& forms);  // null: the bits are the key
 };
+constexpr KeyRow kRows[] = {
+    {"rsaEncryption", DescribeRsaKey, ReadRsaKey},
+    {"rsaX500", DescribeRsaKey, ReadRsaKey},
+    {"id-RSASSA-PSS", DescribePssKey, ReadRsaKey},
+    {"id-RSAES-OAEP", nullptr, ReadRsaKey},
+    {"id-ecPublicKey", DescribeEcKey, nullptr},
+    {"id-ecDH", DescribeEcKey, nullptr},
+    {"id-dsa", DescribeDsaKey, nullptr},
+    {"dsaOIW", DescribeDsaKey, nullptr},
+    {"dhpublicnumber", DescribeDhKey, nullptr},
+    {"dhKeyAgreement", DescribeOldDhKey, nullptr},
+    {"id-tc26-gost3410-12-256", DescribeGostKey, ReadGostKey},
+    {"id-tc26-gost3410-12-512", DescribeGostKey, ReadGostKey},
+    {"id-GostR3410-2001", DescribeGostKey, ReadGostKey},
+    {"id-GostR3410-94", DescribeGostKey, ReadGostKey},
+};
+
+const KeyRow* FindRow(const ca::OidInfo* type) {
+    const auto* const row =
+        type != nullptr
+            ? std::ranges::find(kRows, std::string_view(type->shortName), &KeyRow::algorithm)
+            : std::end(kRows);
+    return row != std::end(kRows) ? row : nullptr;
+}
 
 }  // namespace
 
 namespace ca {
 
-PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo) {
+std::wstring SizeText(const CAsn1Integer* modulus) {
+    return modulus != nullptr ? BitsText(BitSize(OctetsOf(modulus))) : std::wstring();
+}
+
+std::wstring RsaSizeText(const CAsn1Integer* modulus, const CAsn1Integer* exponent) {
+    std::wstring text = SizeText(modulus);
+    if (exponent != nullptr && !text.empty()) {
+        std::uint32_t small = 0;
+        text.append(L", ").append(SetZORNAMessage(kMsgExponent)).append(1, L' ');
+        text += ReadSmallInteger(ElementOf(*exponent), small) ? DecimalText(small)
+                                                              : Hex(OctetsOf(exponent));
+    }
+    return text;
+}
+
+std::wstring CurveText(const CAsn1EcpkParameters& curve) {
+    if (curve.NamedCurve() != nullptr) {
+        return OidName(OctetsOf(curve.NamedCurve()));
+    }
+    const CAsn1EcParameters* given = curve.EcParameters();
+    if (given == nullptr || given->FieldId() == nullptr ||
+        given->FieldId()->Parameters() == nullptr) {
+        return {};
+    }
+    return SetZORNAMessage(kMsgExplicitParameters) +
+           (L", " + BitsText(FieldBits(*given->FieldId())));
+}
+
+PublicKeyForms DescribeKeyAlgorithm(const CAsn1Element& algorithm) {
     PublicKeyForms forms;
+    forms.algorithm = AlgorithmText(algorithm);
+    const OidInfo* type = FindOid(ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier));
+    const OidInfo* digest = type != nullptr ? DigestOf(*type) : nullptr;
+    if (digest != nullptr) {
+        forms.hashAlgs = digest->Name();
+    }
+    const KeyRow* row = FindRow(type);
+    if (row != nullptr && row->describe != nullptr) {
+        row->describe(algorithm, forms);
+    }
+    return forms;
+}
+
+PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo) {
     const CAsn1Element algorithm = Child(publicKeyInfo, 0);
     const CAsn1Element bitString = Child(publicKeyInfo, 1);
     const Octets oid = ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier);
     if (oid.empty() || bitString.tag != kAsn1BitString) {
+        PublicKeyForms forms;
         forms.error = UnreadableKey({});
         return forms;
     }
     const Octets bits = BitOctets(bitString);
-    forms.algorithm = AlgorithmText(algorithm);
+    PublicKeyForms forms = DescribeKeyAlgorithm(algorithm);
     forms.key = Hex(bits);
-    const OidInfo* type = FindOid(oid);
-    if (type == nullptr) {
-        return forms;
-    }
-    if (const OidInfo* digest = DigestOf(*type)) {
-        forms.hashAlgs = digest->Name();
-    }
-    const auto row = std::ranges::find(kRows, std::string_view(type->shortName),
-                                       [](const auto& known) { return known.first; });
-    if (row != std::end(kRows)) {
-        row->second(algorithm, Changeable(bits), forms);
+    const KeyRow* row = FindRow(FindOid(oid));
+    if (row != nullptr && row->read != nullptr) {
+        row->read(Changeable(bits), forms);
     }
     return forms;
 }

@@ -1,6 +1,7 @@
 #include "asn1/OidTable.h"
 #include "asn1/attributes/Attribute.h"
 #include "asn1/x509/CabfExtensions.h"
+#include "asn1/x509/DocumentTypeList.h"
 #include "asn1/x509/IssuerSignTool.h"
 #include "asn1/x509/QcStatement.h"
 #include "common/Lazy.h"
@@ -9,7 +10,6 @@
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/MoneyText.h"
-#include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/SharedFormatters.h"
 
@@ -83,18 +83,14 @@ ca::CLazy<ca::CFormatterTable> statementFormatters([] { return ca::CFormatterTab
 
 // What a statement states. What cannot be read does not hide the others.
 std::wstring StatementText(Octets type, Value info, CTextLines& lines) {
-    const ca::ExtensionFormatter say = statementFormatters.Get().Find(type);
-    if (say == nullptr) {
-        return ca::UnknownValueText(info);
-    }
-    try {
-        CTextLines said;
-        say(info, said);
-        return said.Take();
-    } catch (const ca::Exception& fault) {
-        lines.Fault(ca::OidWithName(type) + L": " + fault.message);
-        return ca::UnreadableText(info);
-    }
+    CTextLines said;
+    const std::wstring fault = ca::SayValue(statementFormatters.Get().Find(type), info, said);
+    std::wstring text = said.Take();
+    std::wstring faults;
+    said.Fault(fault);
+    ca::AddValueError(faults, type, said.TakeFaults());
+    lines.Fault(faults);
+    return text;
 }
 
 // The statement's name; behind it what it states where that is one line, below it otherwise.
@@ -155,12 +151,31 @@ void SayIdentificationKind(Value value, CTextLines& lines) {
 
 void SayOrganizationIdentifier(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CabfOrganizationIdentifier> id(value);
-    std::wstring text = ca::MemberText(id->RegistrationSchemeIdentifier()) +
-                        ca::MemberText(id->RegistrationCountry());
+    // Nothing stands between these two, so that they are one text.
+    std::wstring text = ca::Visible(ca::TextOf(ca::ElementOf(*id->RegistrationSchemeIdentifier())) +
+                                    ca::TextOf(ca::ElementOf(*id->RegistrationCountry())));
     if (id->RegistrationStateOrProvince() != nullptr) {
         text += L'+' + ca::HiddenText(id->RegistrationStateOrProvince());
     }
     lines.Line(text + L'-' + ca::MemberText(id->RegistrationReference()));
+}
+
+// ---- Travel documents ----
+
+// The types of documents that the key may sign, in a line.
+void SayDocumentTypes(Value value, CTextLines& lines) {
+    const ca::CDecoded<CAsn1DocumentTypeList> list(value);
+    std::wstring text;
+    const std::size_t count = list->DocTypeList()->Count();
+    std::size_t index = 0;
+    for (auto at = list->DocTypeList()->Elements(); index < ca::kMaxListed && at.Next(); ++index) {
+        ca::AppendListed(text, ca::MemberText(ca::Good(at)));
+    }
+    lines.Line(text);
+    if (index < count) {
+        lines.Line(ca::MoreText(count - index));
+        lines.Fault(ca::MoreText(count - index));
+    }
 }
 
 constexpr ca::ExtensionRow kRows[] = {
@@ -172,6 +187,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"cabfOrganizationIdentifier", SayOrganizationIdentifier},
     {"lei", ca::SayText},
     {"leiRole", ca::SayText},
+    {"documentTypeList", SayDocumentTypes},
 };
 
 }  // namespace

@@ -4,10 +4,10 @@
 #include "asn1/crl/CertificateList.h"
 #include "asn1/x509/Certificate.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/NameText.h"
 #include "records/text/OcspText.h"
 #include "records/text/OutlineText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SignatureParts.h"
 #include "records/text/TimeText.h"
 
@@ -38,31 +38,22 @@ void SayOcspReference(const CAsn1OcspResponsesId& reference, CTextLines& lines) 
     lines.Line(line);
 }
 
-// How many elements a list has, below it each of them. One that cannot be read is said as such.
+// How many elements a list has, below it each of them.
 template <class T, class Say>
 void SayList(ZornaMessage label, const CAsn1SequenceOf<T>* list, CTextLines& lines, Say say) {
     if (list == nullptr) {
         return;
     }
-    const std::size_t count = list->Count();
-    ca::SayCount(label, count, lines);
+    ca::SayCount(label, list->Count(), lines);
     const CTextLines::Level level(lines);
-    std::size_t index = 0;
-    for (auto at = list->Elements(); lines.Shows(index, count) && at.Next(); ++index) {
-        try {
-            say(*ca::Good(at), lines);
-        } catch (const ca::Exception& fault) {
-            lines.Line(ca::UnreadableText(at.Raw()));
-            lines.Fault(fault.message);
-        }
-    }
+    ca::SayEach(*list, lines, [&](const T& item) { say(item, lines); });
 }
 
 void SayOther(const CAsn1Any* other, CTextLines& lines) {
     if (other != nullptr) {
         lines.Line(kMsgOtherRevocation, L"");
         const CTextLines::Level level(lines);
-        lines.Block(ca::UnknownValueText(other->Raw()));
+        ca::SayUnknownValue(other->Raw(), lines);
     }
 }
 

@@ -22,7 +22,7 @@ void SayTimeMember(ZornaMessage label, const CAsn1Object* time, CTextLines& line
     element.content = Changeable(OctetsOf(time));
     const TimeForms forms = DescribeTime(element);
     if (forms.seconds) {
-        lines.Line(label, forms.local);
+        lines.Line(label, TimeLine(forms));
     } else {
         lines.Unreadable(SetZORNAMessage(label), element.content);
     }

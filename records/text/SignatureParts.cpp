@@ -11,6 +11,7 @@
 #include "records/text/ExtensionList.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
+#include "records/text/SerialText.h"
 #include "records/text/TimeText.h"
 
 #include <string_view>
@@ -25,24 +26,6 @@ bool IsType(const CAsn1ObjectIdentifier* type, std::string_view shortName) {
     return info != nullptr && info->shortName == shortName;
 }
 
-// "1.5 s". Parts that do not fit a number count as nothing.
-std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
-    constexpr std::uint64_t kMicros = 1000000;
-    const auto part = [](const CAsn1Integer* number, std::int64_t highest) {
-        const std::int64_t value = IntegerOf(number, 0);
-        return static_cast<std::uint64_t>(value > 0 && value <= highest ? value : 0);
-    };
-    const std::uint64_t fraction =
-        1000 * part(accuracy.Millis(), 999) + part(accuracy.Micros(), 999);
-    std::wstring text = ca::DecimalText(part(accuracy.Seconds(), INT64_MAX));
-    if (fraction != 0) {
-        std::wstring digits = ca::DecimalText(kMicros + fraction);
-        digits.resize(digits.find_last_not_of(L'0') + 1);
-        text += L'.' + digits.substr(1);
-    }
-    return text + L' ' + SetZORNAMessage(kMsgSeconds);
-}
-
 void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
     const ca::CDecoded<CAsn1TstInfo> stamp(octets);
     const CAsn1MessageImprint& imprint = *stamp->MessageImprint();
@@ -51,7 +34,7 @@ void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(stamp->SerialNumber())));
     lines.Line(ca::DigestText(*imprint.HashAlgorithm(), imprint.HashedMessage()));
     if (stamp->Accuracy() != nullptr) {
-        lines.Line(kMsgAccuracy, AccuracyText(*stamp->Accuracy()));
+        lines.Line(kMsgAccuracy, ca::AccuracyText(*stamp->Accuracy()));
     }
     if (stamp->Ordering()) {
         lines.Line(kMsgOrdered, SetZORNAMessage(kMsgYes));
@@ -85,12 +68,67 @@ CAsn1Element SigningTimeOf(const CAsn1SignerInfo& signer) {
     return {};
 }
 
+// The name in the certificate of a signer.
+std::wstring SubjectText(const ca::SignerCertificate& certificate) {
+    const std::string_view subject = certificate.names.subject;
+    return ca::ReadableName(ca::FirstElement(
+        Octets(reinterpret_cast<const unsigned char*>(subject.data()), subject.size())));
+}
+
+// How a message names a signer.
+void SaySignerId(const CAsn1SignerIdentifier& id, CTextLines& lines) {
+    if (const CAsn1IssuerAndSerialNumber* name = id.IssuerAndSerialNumber()) {
+        lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*name->Issuer())));
+        lines.Line(kMsgSerial, ca::SerialText(OctetsOf(name->SerialNumber())));
+    } else {
+        lines.Line(kMsgKey, ca::OctetsText(id.SubjectKeyIdentifier()));
+    }
+}
+
+// A ContentInfo without what some writers put round it.
+// \param joined  holds its octets when they came in an OCTET STRING.
+std::span<unsigned char> Unwrapped(std::span<unsigned char> value,
+                                   std::vector<unsigned char>& joined) {
+    constexpr int kMostWraps = 4;
+    for (int i = 0; i < kMostWraps; ++i) {
+        const CAsn1Element element = ca::FirstElement(value);
+        if ((element.tag & ~kAsn1ConstructedBit) == kAsn1OctetString) {
+            joined = OctetStringOf(element);
+            value = joined;
+        } else if (const CAsn1Element token = ca::GrantedToken(element); !token.raw.empty()) {
+            value = token.raw;
+        } else if (element.tag == ca::ContextConstructed(0)) {
+            value = element.content;
+        } else {
+            break;
+        }
+    }
+    return value;
+}
+
 }  // namespace
 
 namespace ca {
 
 std::wstring OctetsText(const CAsn1OctetString* octets) {
     return Hex(OctetStringOf(octets));
+}
+
+std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
+    constexpr std::uint64_t kMicros = 1000000;
+    const auto part = [](const CAsn1Integer* number, std::int64_t highest) {
+        const std::int64_t value = IntegerOf(number, 0);
+        return static_cast<std::uint64_t>(value > 0 && value <= highest ? value : 0);
+    };
+    const std::uint64_t fraction =
+        1000 * part(accuracy.Millis(), 999) + part(accuracy.Micros(), 999);
+    std::wstring text = DecimalText(part(accuracy.Seconds(), INT64_MAX));
+    if (fraction != 0) {
+        std::wstring digits = DecimalText(kMicros + fraction);
+        digits.resize(digits.find_last_not_of(L'0') + 1);
+        text += L'.' + digits.substr(1);
+    }
+    return text + L' ' + SetZORNAMessage(kMsgSeconds);
 }
 
 std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest) {
@@ -112,20 +150,19 @@ std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate) {
            SerialText(OctetsOf(certificate.SerialNumber()));
 }
 
-std::wstring SignerIdText(const CAsn1SignerIdentifier& id) {
-    if (id.IssuerAndSerialNumber() != nullptr) {
-        return IssuerSerialText(*id.IssuerAndSerialNumber());
-    }
-    return SetZORNAMessage(kMsgKey) + (L": " + OctetsText(id.SubjectKeyIdentifier()));
-}
-
 void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines) {
     lines.Line(label, DecimalText(count));
 }
 
-void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines) {
-    lines.Line(kMsgSigner, SignerIdText(*signer.Sid()));
+void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLines& lines) {
+    const CAsn1SignerIdentifier& id = *signer.Sid();
+    const SignerCertificate* certificate = own != nullptr ? own->Find(id) : nullptr;
+    if (certificate == nullptr && lines.Signers() != nullptr) {
+        certificate = lines.Signers()->Find(id);
+    }
+    lines.Line(kMsgSigner, certificate != nullptr ? SubjectText(*certificate) : std::wstring());
     const CTextLines::Level level(lines);
+    SaySignerId(id, lines);
     lines.Line(kMsgFieldSignatureAlg, SignerAlgorithmText(ElementOf(*signer.SignatureAlgorithm()),
                                                           ElementOf(*signer.DigestAlgorithm())));
     if (const CAsn1Element time = SigningTimeOf(signer); !time.raw.empty()) {
@@ -142,8 +179,21 @@ bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines
     return true;
 }
 
-void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines) {
-    const CDecoded<CAsn1ContentInfo> message(contentInfo, Asn1Blocks::kRead);
+CAsn1Element GrantedToken(const CAsn1Element& response) {
+    // TimeStampResp ::= SEQUENCE {
+    //     status          PKIStatusInfo,     -- SEQUENCE { status INTEGER, ... }
+    //     timeStampToken  ContentInfo OPTIONAL }     RFC 3161, 2.4.2
+    constexpr std::uint32_t kGrantedWithMods = 1;
+    const CAsn1Element status = Child(Child(response, 0), 0);
+    std::uint32_t number = 0;
+    const bool isGranted = status.tag == kAsn1Integer && ReadSmallInteger(status, number) &&
+                           number <= kGrantedWithMods;
+    return isGranted ? Child(response, 1) : CAsn1Element();
+}
+
+void SaySignedMessage(std::span<unsigned char> value, CTextLines& lines) {
+    std::vector<unsigned char> joined;
+    const CDecoded<CAsn1ContentInfo> message(Unwrapped(value, joined), Asn1Blocks::kRead);
     if (message->Content() == nullptr) {
         throw MakeAsn1Missing("ContentInfo.content", 0);
     }
@@ -153,10 +203,13 @@ void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines) {
     if (!SayTimeStamp(content, lines)) {
         lines.Line(kMsgContent, OidWithName(OctetsOf(content.EContentType())));
     }
+    const CAsn1SetOf<CAsn1Any>* certificates = signedData->Certificates();
+    CSignerCertificates own(certificates != nullptr ? certificates->ContentOctets()
+                                                    : std::span<unsigned char>());
     SayEach(*signedData->SignerInfos(), lines,
-            [&](const CAsn1SignerInfo& signer) { SaySigner(signer, lines); });
-    if (signedData->Certificates() != nullptr) {
-        SayCount(kMsgCertificates, signedData->Certificates()->Count(), lines);
+            [&](const CAsn1SignerInfo& signer) { SaySigner(signer, &own, lines); });
+    if (certificates != nullptr) {
+        SayCount(kMsgCertificates, certificates->Count(), lines);
     }
 }
 

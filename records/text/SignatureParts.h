@@ -1,10 +1,12 @@
 #pragma once
 
+#include "records/SignerCertificates.h"
 #include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <string>
 
+class CAsn1Accuracy;
 class CAsn1EncapsulatedContentInfo;
 class CAsn1IssuerAndSerialNumber;
 class CAsn1IssuerSerial;
@@ -19,6 +21,9 @@ namespace ca {
 /// The octets of an OCTET STRING, its segments joined, in hexadecimal digits.
 std::wstring OctetsText(const CAsn1OctetString* octets);
 
+/// "1.5 s" (RFC 3161 2.4.2). Parts that do not fit a number count as nothing.
+std::wstring AccuracyText(const CAsn1Accuracy& accuracy);
+
 /// "SHA-256: hex"
 std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest);
 /// The same for an algorithm that is implied, by its short name.
@@ -29,21 +34,24 @@ std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest);
 std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate, CTextLines& lines);
 std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate);
 
-/// What names a signer or a recipient, in a line: IssuerSerialText(), or "Key: hex".
-std::wstring SignerIdText(const CAsn1SignerIdentifier& id);
-
 /// "Certificates: 3"
 void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines);
 
-/// Says a signer: its identifier, its algorithms and, where it is signed, the time.
-void SaySigner(const CAsn1SignerInfo& signer, CTextLines& lines);
+/// Says a signer: its name where its certificate is known to `own` or to the message that the text
+/// is about, how it is named in the message, its algorithms and, where it is signed, the time.
+/// \param own  the certificates that came with the signature; null for none.
+void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLines& lines);
 
 /// Says what a time-stamp token stamps (RFC 3161 2.4.2) when this is its content; false for other
 /// content, which says nothing. Throws ca::Exception for one that cannot be read.
 bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines);
 
+/// The token of a TimeStampResp (RFC 3161 2.4.2) that grants one; without octets for anything else.
+CAsn1Element GrantedToken(const CAsn1Element& response);
+
 /// Says a signed message that is an attribute's value: a time-stamp token (RFC 3161 2.4.2) with
-/// what it stamps, or what any other message holds; its signers and the count of certificates.
+/// what it stamps, or what any other message holds; its signers and the count of certificates. It
+/// may be wrapped: in the response it came in, in an OCTET STRING, in an explicit tag.
 /// Throws ca::Exception for what is no signed message.
 void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines);
 

@@ -10,13 +10,14 @@
 #include "common/ErrorCodes.h"
 #include "records/CertInfo.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/PolicyText.h"
 #include "records/text/ReasonText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
+#include "records/text/SignatureParts.h"
 
 // The extensions of RFC 5280 (certificates 4.2, CRLs 5.2, CRL entries 5.3).
 
@@ -44,7 +45,7 @@ void SayUsage(Value value, CTextLines& lines) {
 void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AuthorityKeyIdentifier> id(value);
     if (id->KeyIdentifier() != nullptr) {
-        lines.Line(kMsgKey, ca::Hex(OctetsOf(id->KeyIdentifier())));
+        lines.Line(kMsgKey, ca::OctetsText(id->KeyIdentifier()));
     }
     if (id->AuthorityCertIssuer() != nullptr) {
         lines.Line(kMsgIssuer, L"");

@@ -1,6 +1,7 @@
 #include "records/text/TextLines.h"
 
 #include "common/DecimalText.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/OutlineText.h"
 
 #include <algorithm>
@@ -36,7 +37,7 @@ bool CTextLines::Start() {
 
 void CTextLines::Line(std::wstring_view text) {
     if (Start()) {
-        m_text += text;
+        Append(text);
     }
 }
 
@@ -48,7 +49,7 @@ void CTextLines::Line(std::wstring_view label, std::wstring_view value) {
     m_text += L':';
     if (!value.empty()) {
         m_text += L' ';
-        m_text += value;
+        Append(value);
     }
 }
 
@@ -63,6 +64,9 @@ void CTextLines::Block(std::wstring_view lines) {
 void CTextLines::Append(std::wstring_view text) {
     if (m_isOpen) {
         m_text += text;
+        if (IsCut(text)) {
+            Fault(WordText(Word::kTextCut));
+        }
     }
 }
 
@@ -88,7 +92,18 @@ void CTextLines::SayMore(std::size_t count) {
     }
     m_isEmpty = false;
     m_text.append(2 * std::min(m_level, kMaxIndent), L' ');
-    m_text += MoreText(count);
+    const std::wstring more = MoreText(count);
+    m_text += more;
+    Fault(more);
+}
+
+void CTextLines::GoBack(const Mark& mark) {
+    m_text.resize(mark.text);
+    m_faults.resize(mark.faults);
+    m_level = mark.level;
+    m_hidden = mark.hidden;
+    m_isEmpty = mark.isEmpty;
+    m_isOpen = false;
 }
 
 void CTextLines::Fault(std::wstring_view fault) {
@@ -99,11 +114,16 @@ void CTextLines::Fault(std::wstring_view fault) {
 }
 
 void CTextLines::Unreadable(std::span<const unsigned char> octets) {
-    Line(UnreadableText(octets));
+    SayOddValue(octets, *this);
     Fault(SetZORNAMessage(kMsgAsn1Malformed));
 }
 
 void CTextLines::Unreadable(std::wstring_view label, std::span<const unsigned char> octets) {
+    if (label.empty()) {
+        Line(UnreadableText(octets));
+        Fault(SetZORNAMessage(kMsgAsn1Malformed));
+        return;
+    }
     Line(label, UnreadableText(octets));
     Fault(std::wstring(label).append(L": ").append(SetZORNAMessage(kMsgAsn1Malformed)));
 }

@@ -10,6 +10,8 @@
 
 namespace ca {
 
+class CSignerCertificates;
+
 /// Builds a text of lines: "\n" between them, two blanks a nesting level in front. Appends only, so
 /// its cost is that of the text. Past MaxValueText() characters lines are counted instead of shown.
 ///
@@ -17,6 +19,12 @@ namespace ca {
 /// through Visible() first.
 class CTextLines {
   public:
+    CTextLines() = default;
+    /// \param signers  the certificates of the message that the text is about, for the names of
+    ///                 signers; null for none, else it outlives this.
+    explicit CTextLines(CSignerCertificates* signers) : m_signers(signers) {}
+    CSignerCertificates* Signers() const { return m_signers; }
+
     /// Starts a line.
     void Line(std::wstring_view text);
     /// A line "label: value"; without a value "label:".
@@ -50,28 +58,51 @@ class CTextLines {
     /// Counts lines that are not said; the text ends with how many there were.
     void LeaveOut(std::size_t lines);
 
-    /// Keeps what is wrong with a part that the text shows as unreadable, "; " between faults; an
-    /// empty text is no fault.
+    /// Keeps what the text does not say as it should, "; " between faults; an empty text is no
+    /// fault. What is left out or cut is kept of itself, and who takes the text takes the faults.
     void Fault(std::wstring_view fault);
 
-    /// A line that shows octets as unreadable, with its fault.
+    /// An element that is not what should stand there, outlined as far as it is one, with its
+    /// fault.
     void Unreadable(std::span<const unsigned char> octets);
+    /// The same for octets that are no element of their own.
     void Unreadable(std::wstring_view label, std::span<const unsigned char> octets);
+
+    /// Elements of a value that are outlined in the midst of it because they are not what they
+    /// should be. A value with more of them is taken for something else as a whole.
+    static constexpr std::size_t kMaxOdd = 16;
+    /// Counts one; false when there were enough.
+    bool TakesOdd() { return ++m_odd <= kMaxOdd; }
+
+    /// What was said so far, to go back to.
+    struct Mark {
+        std::size_t text;
+        std::size_t faults;
+        std::size_t level;
+        std::size_t hidden;
+        bool isEmpty;
+    };
+    Mark Here() const { return {m_text.size(), m_faults.size(), m_level, m_hidden, m_isEmpty}; }
+    /// Unsays all behind the mark, which is of the same text.
+    void GoBack(const Mark& mark);
 
     /// The text; the object is empty then, but for its faults.
     std::wstring Take();
     /// The same, `otherwise` when no line was said: for lists that may be empty.
     std::wstring TakeOr(ZornaMessage otherwise);
+    /// Behind Take(), which may add to them.
     std::wstring TakeFaults();
 
   private:
     bool Start();
     void SayMore(std::size_t count);
 
+    CSignerCertificates* m_signers = nullptr;
     std::wstring m_text;
     std::wstring m_faults;
     std::size_t m_level = 0;
     std::size_t m_hidden = 0;  // lines past the bound
+    std::size_t m_odd = 0;
     bool m_isEmpty = true;
     bool m_isOpen = false;  // Append() has a line to continue
 };

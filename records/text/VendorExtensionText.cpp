@@ -6,13 +6,14 @@
 #include "common/DecimalText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
-#include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/PolicyText.h"
+#include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
+#include "records/text/SignatureParts.h"
 
 // Extensions of makers, and those that the standard gave up.
 
@@ -126,7 +127,7 @@ void SayArchiveRevocationInfo(Value value, CTextLines& lines) {
 void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1OldAuthorityKeyId> id(value);
     if (id->KeyIdentifier() != nullptr) {
-        lines.Line(kMsgKey, ca::Hex(OctetsOf(id->KeyIdentifier())));
+        lines.Line(kMsgKey, ca::OctetsText(id->KeyIdentifier()));
     }
     if (id->CertIssuer() != nullptr) {
         const CAsn1Element issuer = ca::FirstElement(id->CertIssuer()->ContentOctets());
@@ -155,7 +156,7 @@ void SayKeyUsageRestriction(Value value, CTextLines& lines) {
 void SayKeyAttributes(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1OldKeyAttributes> attributes(value);
     if (attributes->KeyIdentifier() != nullptr) {
-        lines.Line(kMsgKey, ca::Hex(OctetsOf(attributes->KeyIdentifier())));
+        lines.Line(kMsgKey, ca::OctetsText(attributes->KeyIdentifier()));
     }
     if (attributes->IntendedKeyUsage() != nullptr) {
         ca::SayKeyUsage(BitsOf(attributes->IntendedKeyUsage()), lines);
@@ -176,8 +177,37 @@ void SayOldBasicConstraints(Value value, CTextLines& lines) {
     if (constraints->SubtreesConstraint() != nullptr) {
         lines.Line(kMsgPermitted, L"");
         const CTextLines::Level level(lines);
-        lines.Block(ca::UnknownValueText(constraints->SubtreesConstraint()->Raw()));
+        ca::SayUnknownValue(constraints->SubtreesConstraint()->Raw(), lines);
     }
+}
+
+// The text of units of 16 bits, the least significant octet first, without their final zero.
+std::wstring LittleEndianText(ca::Octets octets) {
+    std::vector<unsigned char> swapped(octets.begin(), octets.end());
+    for (std::size_t i = 0; i + 1 < swapped.size(); i += 2) {
+        std::swap(swapped[i], swapped[i + 1]);
+    }
+    if (swapped.size() > 1 && swapped.back() == 0 && swapped[swapped.size() - 2] == 0) {
+        swapped.resize(swapped.size() - 2);
+    }
+    CAsn1Element text;
+    text.tag = kAsn1UnicodeString;
+    text.content = swapped;
+    return ca::ValueText(text);
+}
+
+// CatalogNameValue ::= SEQUENCE {
+//     name   BMPString,
+//     flags  INTEGER,
+//     value  OCTET STRING }   -- a text in UTF-16     CAT_NAMEVALUE of wintrust.h
+void SayCatalogProperty(Value value, CTextLines& lines) {
+    const CAsn1Element property = ca::FirstElement(value);
+    const CAsn1Element name = ca::Child(property, 0);
+    const CAsn1Element text = ca::Child(property, 2);
+    if (name.tag != kAsn1UnicodeString || text.tag != kAsn1OctetString) {
+        throw MakeAsn1WrongTag("CatalogNameValue", property.tag, 0);
+    }
+    lines.Line(ca::ValueText(name), LittleEndianText(text.content));
 }
 
 constexpr ca::ExtensionRow kRows[] = {
@@ -186,6 +216,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"msCAVersion", SayCaVersion},
     {"msPreviousCertHash", ca::SayOctetString},
     {"msNtdsSecurityExt", SaySecurityId},
+    {"msCatalogNameValue", SayCatalogProperty},
     {"netscapeCertType", SayNetscapeType},
     {"netscapeBaseUrl", ca::SayText},
     {"netscapeRevocationUrl", ca::SayText},

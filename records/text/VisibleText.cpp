@@ -3,6 +3,7 @@
 #include "common/Encode.h"
 #include "records/AnswerBudget.h"
 #include "records/text/Elements.h"
+#include "records/text/TeletexText.h"
 
 #include <algorithm>
 #include <array>
@@ -15,15 +16,15 @@ constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr std::wstring_view kCut = L"\u2026";
 
-enum class Charset : unsigned char { kNone, kUtf8, kTeletex, kUcs2, kUcs4 };
+enum class Charset : unsigned char { kNone, kUtf8, kOctets, kUcs2, kUcs4 };
 
-// Universal string types by identifier octet (X.680 8.4); the ASCII subsets read as UTF-8.
+// Universal string types by identifier octet (X.680 8.4).
 constexpr std::array<Charset, 0x1F> kCharsets = [] {
     std::array<Charset, 0x1F> sets{};
-    for (const int tag : {0x0C, 0x12, 0x13, 0x16, 0x19, 0x1A, 0x1B}) {
-        sets[static_cast<std::size_t>(tag)] = Charset::kUtf8;
+    for (const int tag : {0x12, 0x13, 0x14, 0x16, 0x19, 0x1A, 0x1B}) {
+        sets[static_cast<std::size_t>(tag)] = Charset::kOctets;
     }
-    sets[0x14] = Charset::kTeletex;
+    sets[0x0C] = Charset::kUtf8;
     sets[0x1C] = Charset::kUcs4;
     sets[0x1E] = Charset::kUcs2;
     return sets;
@@ -37,12 +38,9 @@ std::wstring FromUtf8(Octets octets) {
     return ca::u8u16(std::string(octets.begin(), octets.end()));
 }
 
-std::wstring FromTeletex(Octets octets) {
+std::wstring FromOctets(Octets octets) {
     std::wstring text = FromUtf8(octets);
-    if (text.find(kReplacement) != std::wstring::npos) {
-        text.assign(octets.begin(), octets.end());
-    }
-    return text;
+    return text.find(kReplacement) == std::wstring::npos ? text : ca::ReadTeletex(octets);
 }
 
 wchar_t CodePoint(std::uint32_t value) {
@@ -94,6 +92,43 @@ std::wstring FromUcs4(Octets octets) {
     return text;
 }
 
+bool IsHexDigit(wchar_t c) {
+    return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f') || (c >= L'A' && c <= L'F');
+}
+
+// True when the text, which begins with a backslash, would read as an escape there.
+bool BeginsEscape(std::wstring_view text) {
+    const bool isLong = text.size() > 1 && text[1] == L'U';
+    const std::size_t digits = isLong ? 8 : 4;
+    return text.size() >= 2 + digits && (isLong || text[1] == L'u') &&
+           std::ranges::all_of(text.substr(2, digits), IsHexDigit);
+}
+
+// Appends a text, its hidden characters escaped, and a backslash where `isOdd` says so of what
+// begins there; as much as a value may have.
+template <class IsOdd>
+void AppendSafely(std::wstring& out, std::wstring_view text, IsOdd isOdd) {
+    const std::size_t end = out.size() + ca::MaxValueText();
+    const auto isSpecial = [](wchar_t c) { return c == L'\\' || ca::IsHiddenCharacter(c); };
+    while (!text.empty() && out.size() < end) {
+        const std::wstring_view next = text.substr(0, end - out.size());
+        const auto special = std::ranges::find_if(next, isSpecial);
+        out.append(next.begin(), special);
+        text.remove_prefix(static_cast<std::size_t>(special - next.begin()));
+        if (special != next.end()) {
+            if (*special != L'\\' || isOdd(text)) {
+                ca::AppendEscape(out, *special);
+            } else {
+                out += *special;
+            }
+            text.remove_prefix(1);
+        }
+    }
+    if (!text.empty()) {
+        out += kCut;
+    }
+}
+
 }  // namespace
 
 namespace ca {
@@ -104,29 +139,40 @@ std::size_t MaxValueText() noexcept {
 }
 
 void AppendVisible(std::wstring& out, std::wstring_view text) {
-    const std::size_t end = out.size() + MaxValueText();
-    while (!text.empty() && out.size() < end) {
-        const std::wstring_view next = text.substr(0, end - out.size());
-        const auto hidden = std::ranges::find_if(next, IsHiddenCharacter);
-        out.append(next.begin(), hidden);
-        text.remove_prefix(static_cast<std::size_t>(hidden - next.begin()));
-        if (hidden != next.end()) {
-            out += L"\\u";
-            for (int shift = 12; shift >= 0; shift -= 4) {
-                out += kHexDigits[(static_cast<std::uint32_t>(*hidden) >> shift) & 0xF];
-            }
-            text.remove_prefix(1);
-        }
-    }
-    if (!text.empty()) {
-        out += kCut;
-    }
+    AppendSafely(out, text, BeginsEscape);
 }
 
 std::wstring Visible(std::wstring_view text) {
     std::wstring out;
     AppendVisible(out, text);
     return out;
+}
+
+void AppendShown(std::wstring& out, std::wstring_view text) {
+    AppendSafely(out, text, [](std::wstring_view) { return false; });
+}
+
+void AppendEscape(std::wstring& out, wchar_t c) {
+    const auto code = static_cast<std::uint32_t>(c);
+    const bool isLong = code > 0xFFFF;
+    out += isLong ? L"\\U" : L"\\u";
+    for (int shift = isLong ? 28 : 12; shift >= 0; shift -= 4) {
+        out += kHexDigits[(code >> shift) & 0xF];
+    }
+}
+
+bool ReadsAsOctets(std::wstring_view text) noexcept {
+    return text.size() > 1 && text[0] == L'#' && std::ranges::all_of(text.substr(1), IsHexDigit);
+}
+
+std::wstring EscapeText(wchar_t c) {
+    std::wstring out;
+    AppendEscape(out, c);
+    return out;
+}
+
+bool IsCut(std::wstring_view text) noexcept {
+    return text.size() > MaxValueText() && text.ends_with(kCut);
 }
 
 void AppendHex(std::wstring& out, Octets octets) {
@@ -156,8 +202,8 @@ std::wstring TextOf(const CAsn1Element& element) {
     switch (CharsetOf(element)) {
         case Charset::kUtf8:
             return FromUtf8(element.content);
-        case Charset::kTeletex:
-            return FromTeletex(element.content);
+        case Charset::kOctets:
+            return FromOctets(element.content);
         case Charset::kUcs2:
             return FromUcs2(element.content);
         case Charset::kUcs4:
@@ -170,10 +216,20 @@ std::wstring TextOf(const CAsn1Element& element) {
 
 std::wstring ValueText(const CAsn1Element& element) {
     if (IsText(element)) {
-        return Visible(TextOf(element));
+        return ValueText(TextOf(element));
     }
     std::wstring out = L"#";
     AppendHex(out, element.raw);
+    return out;
+}
+
+std::wstring ValueText(std::wstring_view text) {
+    std::wstring out;
+    if (ReadsAsOctets(text)) {
+        AppendEscape(out, text[0]);
+        text.remove_prefix(1);
+    }
+    AppendVisible(out, text);
     return out;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/HiddenCharacters.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -18,20 +20,27 @@ std::size_t MaxValueText() noexcept;
 /// Elements of one list that a text shows; what is more is counted.
 inline constexpr std::size_t kMaxListed = 1000;
 
-/// True for characters that would not show, or would change how what stands around them is shown:
-/// controls (C0, DEL, C1) and bidirectional marks (U+200E/F, U+202A-202E, U+2066-2069).
-inline bool IsHiddenCharacter(wchar_t c) noexcept {
-    const auto code = static_cast<std::uint32_t>(c);
-    if (code - 0x20 < 0x7F - 0x20) {
-        return false;
-    }
-    return code < 0xA0 || code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) ||
-           (code >= 0x2066 && code <= 0x2069);
-}
-
-/// Appends a text from outside with its hidden characters as \uXXXX, cut after MaxValueText().
+/// Appends a text from outside so that it can neither hide nor pretend anything: a hidden character
+/// (see common/HiddenCharacters.h) as \uXXXX or, beyond U+FFFF, \UXXXXXXXX, in lower-case digits; a
+/// backslash of its own that would read as the beginning of such an escape as \u005c. Every other
+/// backslash stays, so that paths and accounts read as they are, and every text has its own form.
+/// Cut after MaxValueText() characters, with a mark.
 void AppendVisible(std::wstring& out, std::wstring_view text);
 std::wstring Visible(std::wstring_view text);
+
+/// The same for a text that was made by AppendVisible() or by somebody like it, to be on the safe
+/// side: what is hidden in it still is escaped, and its backslashes stay.
+void AppendShown(std::wstring& out, std::wstring_view text);
+
+/// Appends the escape of one character: \uXXXX or \UXXXXXXXX.
+void AppendEscape(std::wstring& out, wchar_t c);
+std::wstring EscapeText(wchar_t c);
+
+/// True for a text that looks like the value of a type without characters in a name: "#0500".
+bool ReadsAsOctets(std::wstring_view text) noexcept;
+
+/// True for a text that was cut at its bound.
+bool IsCut(std::wstring_view text) noexcept;
 
 /// Appends lower-case hexadecimal digits, two an octet, cut after MaxValueText() characters.
 void AppendHex(std::wstring& out, std::span<const unsigned char> octets);
@@ -40,13 +49,19 @@ std::wstring Hex(std::span<const unsigned char> octets);
 /// True when the element is of one of the character string types of X.680.
 bool IsText(const CAsn1Element& element) noexcept;
 
-/// The characters of a element of a string type, as they stand (not yet made visible). UTF-8 with
-/// malformed octets as U+FFFD; a TeletexString that is no UTF-8 is read as Latin-1, which is what
-/// issuers put there. Empty for other types.
+/// The characters of an element of a string type, as they stand (not yet made visible). Empty for
+/// other types.
+///
+/// A UTF8String's malformed octets are U+FFFD. The types that have ASCII only, and TeletexString,
+/// hold UTF-8 as often as not; octets that are none are read as Latin-1, which is what issuers put
+/// there, or as T.61 where only that gives a word (ReadTeletex()).
 std::wstring TextOf(const CAsn1Element& element);
 
-/// Visible(TextOf(element)) for string types; "#" and the hexadecimal encoding for all others.
+/// Visible(TextOf(element)) for string types, the first character of what would read as octets
+/// escaped; "#" and the hexadecimal encoding for all others.
 std::wstring ValueText(const CAsn1Element& element);
+/// The same for a text that was read already.
+std::wstring ValueText(std::wstring_view text);
 
 /// Base64 of octets as a record's text.
 std::string Base64Text(std::span<const unsigned char> octets);

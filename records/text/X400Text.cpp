@@ -1,8 +1,10 @@
 #include "records/text/X400Text.h"
 
 #include "common/DecimalText.h"
+#include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -36,9 +38,10 @@ std::wstring LeafText(const CAsn1Element& leaf) {
     return ca::IsText(leaf) ? ca::Visible(ca::TextOf(leaf)) : CharactersOf(leaf.content);
 }
 
-// The texts inside a value of any shape, ", " between them.
-std::wstring FlatText(std::span<unsigned char> value) {
+// The texts inside a value of any shape, ", " between them; a mark ends what is not whole.
+std::wstring FlatText(std::span<unsigned char> value, CTextLines& lines) {
     std::wstring text;
+    bool isTooDeep = false;
     std::vector<CAsn1Cursor> open{CAsn1Cursor(value)};
     while (!open.empty() && text.size() < ca::MaxValueText()) {
         CAsn1Element element;
@@ -49,9 +52,17 @@ std::wstring FlatText(std::span<unsigned char> value) {
             text += LeafText(element);
         } else if (open.size() < kMaxDepth) {
             open.emplace_back(element.content);
+        } else {
+            isTooDeep = true;
         }
     }
-    return text;
+    if (isTooDeep) {
+        lines.Fault(ca::WordText(ca::Word::kTextCut));
+    }
+    const bool isCut = isTooDeep || std::ranges::any_of(open, [](const CAsn1Cursor& each) {
+                           return !each.AtEnd();
+                       });
+    return isCut ? text + L'\u2026' : text;
 }
 
 void SayMember(const wchar_t* label, const CAsn1Object* member, CTextLines& lines) {
@@ -109,7 +120,8 @@ void SayReadable(const List* list, CTextLines& lines, Say say) {
 void SayExtension(const CAsn1ExtensionAttribute& attribute, CTextLines& lines) {
     const std::int64_t type = IntegerOf(attribute.Type(), 0);
     const std::wstring text = FlatText({const_cast<unsigned char*>(attribute.Value()->Raw().data()),
-                                        attribute.Value()->Raw().size()});
+                                        attribute.Value()->Raw().size()},
+                                       lines);
     constexpr auto kLabelCount = static_cast<std::int64_t>(std::size(kExtensionLabels));
     if (type >= 1 && type <= kLabelCount) {
         lines.Line(kExtensionLabels[type - 1], text);

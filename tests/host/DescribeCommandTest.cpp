@@ -88,7 +88,7 @@ TEST_F(DescribeCommandTest, CallsTheCertificatesOfAnEnvelopeRecipients) {
                              "    Serial number:  c0de\n    Description:    Key: c0de\n"
                              "    Key encryption: RSA\n+"));
     EXPECT_THAT(Run({"describe", "e.p7m", "--language", "ru"}).out,
-                HasSubstr("Получатели 1/1:\n    Номер: "));
+                HasSubstr("Получатели 1/1:\n    Идентификатор: "));
 }
 
 TEST_F(DescribeCommandTest, SaysEveryExtensionOfARichCertificateInBothLanguages) {
@@ -125,25 +125,129 @@ TEST_F(DescribeCommandTest, ReadsTheStandardInputAndShowsAnswers) {
     EXPECT_THAT(letter.out, HasSubstr("(16113)"));
 }
 
-TEST_F(DescribeCommandTest, NamesWhatNoOperationDescribes) {
-    const Octets type = {0x06, 3, 0x2A, 3, 4};
-    const Octets algorithm = Tlv(0x30, type);
-    const Octets bits = {0x03, 2, 0, 1};
-    const Octets id = Tlv(0x30, {algorithm, Octets{4, 1, 1}, Octets{4, 1, 2}, Octets{2, 1, 3}});
-    const std::pair<Octets, const char*> cases[] = {
-        {{0x30, 3, 0x0A, 1, 6}, "an OCSP response;"},
-        {Tlv(0x30, Tlv(0x30, Tlv(0x30, Tlv(0x30, id)))), "an OCSP request;"},
-        {Tlv(0x30, {algorithm, bits}), "a public key;"},
-        {Tlv(0x30, {{2, 1, 5}, {2, 1, 3}}), "a public key;"},
-        {Tlv(0x30, {{2, 1, 0}, algorithm, {4, 1, 7}}), "a private key;"},
-        {Tlv(0x30, {{2, 1, 5}, {2, 1, 3}, {2, 1, 3}}), "ERROR Certificate error (16113)"},
+TEST_F(DescribeCommandTest, DescribesWhatNoOperationDoes) {
+    const Octets refusal = {0x30, 3, 0x0A, 1, 6};
+    m_directory.Write("a.ocsp", std::string(refusal.begin(), refusal.end()));
+    m_directory.Write("a.pem",
+                      "-----BEGIN OCSP RESPONSE-----\nMAMKAQY=\n-----END OCSP RESPONSE-----\n");
+    for (const std::string file : {"a.ocsp", "a.pem"}) {
+        const HostResult text = Run({"describe", file, "--language", "en"});
+        EXPECT_EQ(0, text.exitCode);
+        EXPECT_EQ(file + ": OCSP response\n  Status: Unauthorized (6)\n\n", text.out);
+        EXPECT_EQ("{\"file\":\"" + file +
+                      "\",\"kind\":\"ocspResponse\",\"description\":"
+                      "{\"status\":\"Запрос не разрешен (6)\",\"error\":\"\"}}\n",
+                  Run({"describe", "--ndjson", file, "--language", "ru"}).out);
+    }
+    const HostResult json = Run({"describe", "--json", "a.ocsp", "--language", "en"});
+    rapidjson::Document answer;
+    answer.Parse(json.out.c_str());
+    ASSERT_TRUE(answer.IsObject());
+    EXPECT_STREQ("Unauthorized (6)", answer["description"]["status"].GetString());
+}
+
+TEST_F(DescribeCommandTest, SaysWhyNothingIsDescribed) {
+    const Octets numbers = Tlv(0x30, {{2, 1, 5}, {2, 1, 3}, {2, 1, 3}});
+    const std::string unknown(numbers.begin(), numbers.end());
+    const std::pair<std::string, const char*> cases[] = {
+        {unknown, "ASN.1 data of an unknown kind; cmhost asn1 shows their structure (16113)"},
+        {"-----BEGIN X-----\nMAkCAQUCAQMCAQM=\n-----END X-----\n",
+         "ASN.1 data of an unknown kind; cmhost asn1 shows their structure (16113)"},
+        {unknown.substr(0, 9), "ASN.1 data that are cut off"},
+        {"-----BEGIN X-----\n?\n-----END X-----\n", "a PEM block that does not decode"},
+        {std::string("\xFF\xFF\xFF\xFF", 4), "no ASN.1 data"},
+        {"# Heading of a text that is long enough to be an element\n", "no ASN.1 data"},
+        {"-----BEGIN PGP MESSAGE-----\nhQEC\n-----END PGP MESSAGE-----\n", "OpenPGP data\n"},
     };
-    for (const auto& [octets, expected] : cases) {
-        const HostResult result =
-            Run({"describe", "-", "--language", "en"}, std::string(octets.begin(), octets.end()));
+    for (const auto& [content, expected] : cases) {
+        const HostResult result = Run({"describe", "-", "--language", "en"}, content);
         EXPECT_EQ(1, result.exitCode);
         EXPECT_THAT(result.out, HasSubstr(std::string("-: not described: ") + expected));
     }
+}
+
+TEST_F(DescribeCommandTest, DescribesEachObjectOfAFile) {
+    m_directory.Write("all.pem", std::string(kSampleCrl) + kSampleCertificate +
+                                     "-----BEGIN EC PARAMETERS-----\nBggqhkjOPQMBBw==\n"
+                                     "-----END EC PARAMETERS-----\n" +
+                                     kSampleMessage + kSampleCertificate +
+                                     "-----BEGIN X-----\nBQA=\n-----END X-----\n");
+    const HostResult result = Run({"describe", "--ndjson", "all.pem", "--language", "en"});
+    EXPECT_EQ(1, result.exitCode);
+    std::vector<std::string> kinds;
+    for (const std::string& line : Lines(result.out)) {
+        rapidjson::Document row;
+        row.Parse(line.c_str());
+        ASSERT_TRUE(row.IsObject()) << line;
+        EXPECT_EQ(kinds.size() + 1, row["object"].GetUint());
+        kinds.emplace_back(row.HasMember("kind") ? row["kind"].GetString() : "");
+    }
+    EXPECT_THAT(kinds, ElementsAre("crl", "certificates", "ecParameters", "signature", ""));
+    EXPECT_THAT(Run({"describe", "all.pem", "--language", "en"}).out,
+                HasSubstr("all.pem 3/5: elliptic curve parameters\n  Curve:      NIST P-256\n"));
+}
+
+// One behind the other, without armour; what is damaged or nothing known is said too.
+TEST_F(DescribeCommandTest, TellsTheObjectsOfOneEncodingApart) {
+    const Octets request = {0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x03, 0x01, 0x07};
+    const Octets refusal = {0x30, 3, 0x0A, 1, 6};
+    const Octets both = Join({refusal, {0x05, 0x00}, request, {0x30, 0x80}});
+    m_directory.Write("two.der", std::string(both.begin(), both.end()));
+    EXPECT_EQ(
+        "two.der 1/2: OCSP response\n  Status: Unauthorized (6)\n"
+        "  Faults: Octets behind the object: 2\n\n"
+        "two.der 2/2: elliptic curve parameters\n  Curve:      NIST P-256\n"
+        "  Identifier: NIST P-256 (1.2.840.10045.3.1.7)\n  Faults:     Octets behind the object: "
+        "2\n\n",
+        Run({"describe", "two.der", "--language", "en"}).out);
+    m_directory.Write("damaged.pem", std::string(kSampleCertificate) +
+                                         "-----BEGIN CERTIFICATE-----\n?\n"
+                                         "-----END CERTIFICATE-----\n");
+    const HostResult damaged = Run({"describe", "damaged.pem", "--language", "en"});
+    EXPECT_EQ(1, damaged.exitCode);
+    EXPECT_THAT(damaged.out, HasSubstr("damaged.pem 1/2: certificate\n"));
+    EXPECT_THAT(damaged.out, HasSubstr("2/2: not described: a PEM block that does not decode"));
+}
+
+TEST_F(DescribeCommandTest, ShowsTheEntriesOfAListThatAreAskedFor) {
+    const Octets algorithm =
+        Tlv(0x30, {{0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x04, 0x03, 0x02}});
+    const Octets date = Tlv(0x17, Text("240101000000Z"));
+    Octets entries;
+    for (int i = 0; i < 1003; ++i) {
+        const auto high = static_cast<unsigned char>(1 + i / 256);
+        const Octets entry = Tlv(0x30, {{2, 2, high, static_cast<unsigned char>(i % 256)}, date});
+        entries.insert(entries.end(), entry.begin(), entry.end());
+    }
+    const Octets list =
+        Tlv(0x30, {Tlv(0x30, {algorithm, Tlv(0x30, Octets()), date, Tlv(0x30, entries)}), algorithm,
+                   Tlv(0x03, {0, 1})});
+    m_directory.Write("l.crl", std::string(list.begin(), list.end()));
+    const struct {
+        std::vector<std::string> options;
+        std::size_t rows;
+        const char* end;
+    } cases[] = {
+        {{}, 1000, "\n    \u2026 and 3 more\n\n"},
+        {{"--all"}, 1003, "04ea  01.01.2024 00:00:00 UTC\n\n"},
+        {{"--count", "2"}, 2, "0101  01.01.2024 00:00:00 UTC\n    \u2026 and 1001 more\n\n"},
+        {{"--first", "1002"}, 1, "04ea  01.01.2024 00:00:00 UTC\n    \u2026 and 1002 more\n\n"},
+        {{"--serial", "02:05"}, 1, "0205  01.01.2024 00:00:00 UTC\n\n"},
+        {{"--serial", "77"}, 0, "Revoked certificates:\n    none of this number\n\n"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> arguments = {"describe", "l.crl", "--language", "en"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const std::string out = Run(arguments).out;
+        EXPECT_THAT(out, testing::EndsWith(c.end));
+        std::size_t rows = 0;
+        for (const std::string& line : Lines(out)) {
+            rows += line.ends_with("  01.01.2024 00:00:00 UTC") && line.starts_with("    ") ? 1 : 0;
+        }
+        EXPECT_EQ(c.rows, rows);
+    }
+    EXPECT_EQ(2, Run({"describe", "l.crl", "--serial", "1;CRL_COUNT=1"}).exitCode);
+    EXPECT_EQ(2, Run({"describe", "l.crl", "--serial", "1", "--all"}).exitCode);
 }
 
 TEST_F(DescribeCommandTest, WalksFoldersInOrderAndCountsWhatIsNotDescribed) {

@@ -4,7 +4,9 @@
 #include "common/Log.h"
 #include "module/CryptoModule.h"
 #include "records/FileData.h"
+#include "records/Payload.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/SampleObjects.h"
 #include "tests/common/TemporaryDir.h"
 
 #include <gtest/gtest.h>
@@ -33,11 +35,22 @@ Octets AttributeCertificate() {
     return Tlv(0x30, {info, kAlgorithm, kSignature});
 }
 
-// A message that carries a list and nothing else (RFC 5652 5.1).
-Octets Message(const Octets& list) {
+// The DER of the sample in a PEM block.
+Octets Sample(const char* pem) {
+    Octets text = Text(pem);
+    const std::vector<ca::PayloadItem> items = ca::DecodePayload(text);
+    return {items.front().octets.begin(), items.front().octets.end()};
+}
+
+// A message that carries a list, and certificates or not, and nothing else (RFC 5652 5.1).
+Octets Message(const Octets& list, const Octets& certificates = {}) {
     const Octets content = Tlv(0x30, {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 1}});
-    const Octets signedData = Tlv(
-        0x30, {{0x02, 0x01, 0x01}, Tlv(0x31, Octets()), content, Tlv(0xA1, list), {0x31, 0x00}});
+    const Octets signedData = Tlv(0x30, {{0x02, 0x01, 0x01},
+                                         Tlv(0x31, Octets()),
+                                         content,
+                                         certificates,
+                                         Tlv(0xA1, list),
+                                         {0x31, 0x00}});
     return Tlv(0x30,
                {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 2}, Tlv(0xA0, signedData)});
 }
@@ -86,6 +99,49 @@ class DescribeOperationsTest : public testing::Test {
 
 constexpr int kGetCertInfo = 22;
 constexpr int kGetCrl = 23;
+constexpr int kGetSignInfo = 29;
+constexpr int kGetRecipients = 41;
+
+// Of what a payload holds beside what was asked for nothing goes away unsaid.
+TEST_F(DescribeOperationsTest, SaysWhatElseThereIs) {
+    const Octets list = RevocationList();
+    const Octets holder = AttributeCertificate();
+    const Octets certificate = Sample(kSampleCertificate);
+    const Octets damaged = Text("\n-----BEGIN X509 CRL-----\n?\n-----END X509 CRL-----\n");
+    const struct {
+        int mode;
+        Octets payload;
+        std::string others;
+    } cases[] = {
+        {kGetCrl, Join({list, {0x0A}}),
+         "Object 1, offset " + std::to_string(list.size()) + ": 1 octet"},
+        {kGetCrl, Join({Pem("X", holder), Pem("X509 CRL", list), Pem("X509 CRL", list)}),
+         "Object 1 \\\"X\\\": attribute certificate\\n"
+         "Not described: Object 3 \\\"X509 CRL\\\": certificate revocation list"},
+        {kGetCrl, Join({Pem("X509 CRL", list), damaged}), "Object 2 \\\"X509 CRL\\\": not Base64"},
+        {kGetCertInfo, Join({certificate, list, {0x04, 0x80}}),
+         "Object 1, offset " + std::to_string(certificate.size()) +
+             ": certificate revocation list\\nNot described: Object 1, offset " +
+             std::to_string(certificate.size() + list.size()) + ": 2 octets"},
+        {kGetCertInfo, Message(list, Tlv(0xA0, Join({Tlv(0xA2, Text("x")), {0xFF}, certificate}))),
+         "Object 1, offset 45: attribute certificate\\nNot described: Object 1, offset 48: 1 octet"
+         "\\nNot described: Object 1, offset " +
+             std::to_string(51 + certificate.size()) + ": certificate revocation list"},
+        {kGetSignInfo, Join({Sample(kSampleMessage), holder}),
+         "Object 1, offset " + std::to_string(Sample(kSampleMessage).size()) +
+             ": attribute certificate"},
+        {kGetRecipients, Join({Pem("A", Sample(kSampleEnvelope)), Pem("B", holder)}),
+         "Object 2 \\\"B\\\": attribute certificate"},
+        {kGetCertInfo, Join({holder, list}),
+         "Object 1, offset " + std::to_string(holder.size()) + ": certificate revocation list"},
+    };
+    for (const auto& c : cases) {
+        const std::string answer = Answer(c.mode, c.payload, 0);
+        EXPECT_NE(std::string::npos, answer.find("Not described: " + c.others + "\""))
+            << c.others << "\n"
+            << answer;
+    }
+}
 
 TEST_F(DescribeOperationsTest, GetCrlFindsTheListInEveryForm) {
     const Octets list = RevocationList();

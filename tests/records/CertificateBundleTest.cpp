@@ -62,4 +62,46 @@ TEST(CertificateBundleTest, TellsIssuersOfOneNameApartByTheirKeys) {
     EXPECT_EQ(L"", IssuerOf(Join({Certificate(9, "CA", "CA", {}), old}))) << "issued by itself";
 }
 
+struct PathCase {
+    const char* name;
+    std::vector<const char*> certificates;  // issuer and subject of each, a letter each
+    std::string path;                       // subjects from the leaf on; "" for no one path
+};
+
+// The path that stands for a whole bundle; every certificate is in it once.
+TEST(CertificateBundleTest, NestsEveryCertificateOnce) {
+    const PathCase cases[] = {
+        {"a chain", {"RR", "RA", "AL"}, "LAR"},
+        {"issuers of each other below a leaf", {"AB", "BA", "AL"}, "LAB"},
+        {"and a certificate beside them", {"AB", "BA", "AC", "AD"}, ""},
+        {"which nobody issued", {"AB", "BA", "AC", "XD"}, ""},
+        {"issuers of each other alone", {"AB", "BA"}, ""},
+        {"longer than is nested",
+         {"ab", "bc", "cd", "de", "ef", "fg", "gh", "hi", "ij", "jk", "kl", "lm", "mn", "no", "op",
+          "pq", "qr", "rs"},
+         ""},
+    };
+    for (const PathCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        Octets octets;
+        for (const std::string pair : c.certificates) {
+            const Octets one =
+                Certificate(1, pair.substr(0, 1).c_str(), pair.substr(1).c_str(), {});
+            octets.insert(octets.end(), one.begin(), one.end());
+        }
+        ca::CertificateBundle bundle;
+        ca::CollectCertificates(octets, bundle);
+        const std::size_t leaf = ca::FindLeaf(bundle);
+        std::string path;
+        ca::CertInfo2 record;
+        if (leaf < bundle.certificates.size()) {
+            ca::FillWithIssuers(bundle, leaf, record);
+            for (const ca::CertInfo2* at = &record; at != nullptr; at = at->issuerCert.get()) {
+                path += static_cast<char>(at->description.back());
+            }
+        }
+        EXPECT_EQ(c.path, path);
+    }
+}
+
 }  // namespace

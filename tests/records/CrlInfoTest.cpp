@@ -1,3 +1,4 @@
+#include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/InitString.h"
 #include "common/Lng.h"
@@ -29,9 +30,11 @@ Octets Name(const char* commonName) {
                Tlv(0x31, Tlv(0x30, {{0x06, 0x03, 0x55, 0x04, 0x03}, Tlv(0x0C, Text(commonName))})));
 }
 
+// Of at most two octets, and the one for the sign where that is due.
 Octets Serial(unsigned value) {
-    return {0x02, 0x03, static_cast<unsigned char>(value >> 16 & 0x7F),
-            static_cast<unsigned char>(value >> 8), static_cast<unsigned char>(value)};
+    const Octets sign = value < 0x8000 ? Octets() : Octets{0};
+    return Tlv(0x02,
+               {sign, {static_cast<unsigned char>(value >> 8), static_cast<unsigned char>(value)}});
 }
 
 // An extension of the arc 2.5.29.
@@ -167,6 +170,29 @@ TEST_F(CrlInfoTest, DescribesThePageAskedFor) {
         SCOPED_TRACE(testing::Message() << wrong);
         EXPECT_EQ(ca::kErrParameters, ErrorOf([&] { ca::ReadCrlPage(ca::InitString(wrong)); }));
     }
+}
+
+TEST_F(CrlInfoTest, FindsWhatItShows) {
+    const Octets date = Tlv(0x17, ::Text("230506070809Z"));
+    const auto entry = [&](const Octets& serial) { return Tlv(0x30, {Tlv(0x02, serial), date}); };
+    const Octets list = ListOf({entry({0xFF}), entry({0x00, 0xFF}), entry({0x00, 0x00, 0x01})});
+    Describe(list);
+    EXPECT_EQ("-01;ff;000001;", Each("Serial"));
+    for (const char* shown : {"-01", "ff", "000001"}) {
+        const std::wstring parameters = L"CRL_SERIAL=" + ca::u8u16(shown) + L";";
+        Describe(list, ca::ReadCrlPage(ca::InitString(parameters.c_str())));
+        EXPECT_EQ(shown + std::string(";"), Each("Serial"));
+    }
+}
+
+TEST_F(CrlInfoTest, SaysWhatVersionOneDoesNotHave) {
+    const Octets reason = Extension(0x15, {0x0A, 0x01, 0x01});
+    const Octets entries = Tlv(0x30, {Entry(1), Entry(2, {reason}), Entry(3, {reason})});
+    const Octets extensions = Tlv(0xA0, Tlv(0x30, Extension(0x14, {0x02, 0x01, 0x05})));
+    const Octets tbs = Joined({kAlgorithm, Name("Issuer"), kThisUpdate, entries, extensions});
+    Describe(Tlv(0x30, {Tlv(0x30, tbs), kAlgorithm, Tlv(0x03, {0x00, 0x01})}));
+    EXPECT_EQ("Extensions: no part of this version\nEntry 2: Extensions: no part of this version",
+              Text("Error"));
 }
 
 TEST_F(CrlInfoTest, CarriesTheIssuerOfACertificateOver) {

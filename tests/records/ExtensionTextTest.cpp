@@ -143,9 +143,60 @@ TEST_F(ExtensionTextTest, KeepsTheStatementsBesideAnUnreadableOne) {
     const Octets compliance = Tlv(0x30, FromHex("060604008e460101"));
     const ca::ValueForms forms =
         Say({"qcStatements", FromHex("2b06010505070103"), Tlv(0x30, {limit, compliance}), {}, {}});
-    EXPECT_EQ(L"Transaction value limit: Unreadable value: 0500\nEU qualified certificate",
+    EXPECT_EQ(L"Transaction value limit: Unreadable value: NULL\nEU qualified certificate",
               forms.text);
     EXPECT_NE(std::wstring::npos, forms.error.find(L"Transaction value limit (0.4.0.1862.1.2)"));
+}
+
+// Of an odd extension its identifier, of an odd element all the others.
+TEST_F(ExtensionTextTest, KeepsWhatStandsBesideAnOddElement) {
+    const Octets keyUsage = {0x06, 0x03, 0x55, 0x1D, 0x0F};
+    const Octets first = {0x04, 0x02, 0x03, 0x02};
+    const Octets second = {0x04, 0x02, 0x05, 0xA0};
+    const Octets names = {0x06, 0x03, 0x55, 0x1D, 0x11};
+    const struct {
+        const char* name;
+        Octets extension;
+        const wchar_t* oid;
+        const wchar_t* text;
+        const wchar_t* error;
+    } cases[] = {
+        {"segments", Tlv(0x30, {keyUsage, Tlv(0x24, {first, second})}), L"2.5.29.15",
+         L"Digital signature, Key encipherment (a0)", L""},
+        {"no OCTET STRING", Tlv(0x30, {keyUsage, {0x03, 0x02, 0x05, 0xA0}}), L"2.5.29.15",
+         L"Unreadable value: BIT STRING: a0",
+         L"Key usage (2.5.29.15): Extension.extnValue: unexpected element, tag 03, offset 7"},
+        {"an element too many", Tlv(0x30, {keyUsage, Tlv(0x04, {0x03, 0x02, 0x05, 0xA0}), {5, 0}}),
+         L"2.5.29.15", L"Unreadable value:\n  OCTET STRING: 030205a0\n  NULL",
+         L"Key usage (2.5.29.15): Extension: unexpected element, tag 05, offset 13"},
+        {"no identifier", Tlv(0x30, Octets{5, 0}), L"", L"Unreadable value:\n  SEQUENCE\n    NULL",
+         L"Unreadable value: 30020500"},
+        {"explicit tag",
+         Tlv(0x30, {names,
+                    Tlv(0x04, Tlv(0x30, {Tlv(0xA2, Tlv(0x16, Text("a"))), Tlv(0x82, Text("b"))}))}),
+         L"2.5.29.17", L"Unreadable value:\n  [2]\n    IA5 STRING: a\nDNS: b",
+         L"Subject alternative name (2.5.29.17): malformed element"},
+        {"an odd usage",
+         Tlv(0x30, {{0x06, 0x03, 0x55, 0x1D, 0x25},
+                    Tlv(0x04, Tlv(0x30, {{0x06, 0x02, 0x2A, 0x03},
+                                         Tlv(0x0C, Text("x")),
+                                         {0x06, 0x02, 0x2A, 0x04}}))}),
+         L"2.5.29.37", L"1.2.3\nUnreadable value: UTF8 STRING: x\n1.2.4",
+         L"Extended key usage (2.5.29.37): OBJECT IDENTIFIER: unexpected element, tag 0c, offset "
+         L"6"},
+    };
+    SetZORNALng(L"en");
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Octets extension = c.extension;
+        ca::CertInfoExtension record;
+        std::wstring error;
+        ca::FillExtension(extension, record, error);
+        EXPECT_EQ(c.oid, record.oidValue);
+        EXPECT_EQ(c.text, record.formattedData);
+        EXPECT_EQ(c.error, error);
+        EXPECT_EQ(c.extension, extension) << "describing changed the octets";
+    }
 }
 
 TEST_F(ExtensionTextTest, CountsTheElementsPastTheBound) {
@@ -154,9 +205,10 @@ TEST_F(ExtensionTextTest, CountsTheElementsPastTheBound) {
         features.insert(features.end(), {0x02, 0x01, 0x05});
     }
     const Octets list = Tlv(0x30, features);
-    const std::wstring text = Say({"tlsFeature", FromHex("2b06010505070118"), list, {}, {}}).text;
-    EXPECT_EQ(1000, std::count(text.begin(), text.end(), L'\n'));
-    EXPECT_EQ(L"\u2026 and 3 more", text.substr(text.rfind(L'\n') + 1));
+    const ca::ValueForms forms = Say({"tlsFeature", FromHex("2b06010505070118"), list, {}, {}});
+    EXPECT_EQ(1000, std::count(forms.text.begin(), forms.text.end(), L'\n'));
+    EXPECT_EQ(L"\u2026 and 3 more", forms.text.substr(forms.text.rfind(L'\n') + 1));
+    EXPECT_EQ(L"TLS features (1.3.6.1.5.5.7.1.24): \u2026 and 3 more", forms.error);
 }
 
 // All keys of the record, in both languages.

@@ -54,12 +54,14 @@ TEST_F(GeneralNameTextTest, SaysAnEdiPartyName) {
     EXPECT_EQ(L"EDI party name:\n  Party: party", Say(Tlv(0xA5, party)));
 }
 
-TEST_F(GeneralNameTextTest, ShowsWhatCouldNotBeReadAsDigits) {
-    EXPECT_EQ(L"X.400 address:\n  Unreadable value: a3020500", Say({0xA3, 0x02, 0x05, 0x00}));
+TEST_F(GeneralNameTextTest, OutlinesWhatCouldNotBeRead) {
+    EXPECT_EQ(L"X.400 address:\n  Unreadable value:\n    [3]\n      NULL",
+              Say({0xA3, 0x02, 0x05, 0x00}));
     EXPECT_EQ(
-        L"X.400 address:\n  C: RU\n  Unreadable value: a30a3006610413025255"
-        L"0500",
+        L"X.400 address:\n  C: RU\n  Unreadable value:\n    [3]\n      SEQUENCE\n"
+        L"        [APPLICATION 1]\n          PRINTABLE STRING: RU\n      NULL",
         Say(Tlv(0xA3, {Tlv(0x30, Tlv(0x61, Printable("RU"))), {0x05, 0x00}})));
+    EXPECT_EQ(L"Unreadable value: [9]: 61", Say({0x89, 0x01, 0x61}));
 }
 
 }  // namespace

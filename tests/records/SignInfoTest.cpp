@@ -35,7 +35,8 @@ Octets Certificate(unsigned char serial, const char* subject, std::size_t ballas
         Tlv(0x30, {{0x06, 0x02, 0x2A, 0x03}, Tlv(0x04, Tlv(0x04, Octets(ballast, 1)))});
     const Octets tbs =
         Tlv(0x30,
-            {Serial(serial), kRsa, Name("CA"), Tlv(0x30, {kTime, kTime}), Name(subject),
+            {Tlv(0xA0, Serial(2)), Serial(serial), kRsa, Name("CA"), Tlv(0x30, {kTime, kTime}),
+             Name(subject),
              Tlv(0x30, {kRsa, {0x03, 0x09, 0x00, 0x30, 0x06, 0x02, 0x01, 0x05, 0x02, 0x01, 0x03}}),
              Tlv(0xA3, Tlv(0x30, {keyId, other}))});
     return Tlv(0x30, {tbs, kRsa, {0x03, 0x01, 0x00}});
@@ -155,6 +156,32 @@ TEST_F(SignInfoTest, FindsTheCertificatesOfASigner) {
     }
 }
 
+// Nothing that stands in front of a certificate hides it, and "Error" says what and where.
+TEST_F(SignInfoTest, FindsCertificatesBehindOddElements) {
+    const struct {
+        Octets odd;
+        const wchar_t* error;
+    } cases[] = {
+        {{0x02, 0x01, 0x05}, L"SignedData.certificates: unexpected element, tag 02, offset 71"},
+        {{0xBF, 0x64, 0x01, 0x05}, L"SignedData.certificates: malformed element, offset 71"},
+        {{0x00, 0x00}, L"SignedData.certificates: malformed element, offset 71"},
+        {{0x30, 0x84, 0xFF, 0xFF, 0xFF, 0xFF},
+         L"SignedData.certificates: element longer than its container, offset 71"},
+        {{0x30, 0xFF, 0x30, 0x80, 0x30, 0x03, 0x02, 0x01, 0x05},
+         L"SignedData.certificates: malformed element, offset 71"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.odd));
+        const Octets store = Join({c.odd, Certificate(5, "Other"), Certificate(9, "Ann")});
+        const Octets message = Message(store, Signer(ById(9)), Tlv(0xA0, kSignature));
+        ASSERT_TRUE(std::equal(c.odd.begin(), c.odd.end(), message.begin() + 71));
+        const Described found = Describe(message);
+        ASSERT_EQ(1U, found.list.items.size());
+        EXPECT_EQ(L"CN=Ann", found[0].signCert.description);
+        EXPECT_EQ(c.error, found.Error(0));
+    }
+}
+
 TEST_F(SignInfoTest, FindsAHolderByItsDigest) {
     const Octets certificate = Certificate(9, "Ann");
     const Octets key =
@@ -217,6 +244,87 @@ TEST_F(SignInfoTest, SaysWhatSignersShareOfEach) {
     }
 }
 
+bool Says(const std::wstring& error, const wchar_t* text) {
+    return error.find(text) != std::wstring::npos;
+}
+
+TEST_F(SignInfoTest, NotesWhatStandsTwice) {
+    const Octets later = Tlv(0x17, Text("250101000000Z"));
+    const Octets stamp = Smime(20, Tlv(0x04, Text("x")));
+    const struct {
+        const char* name;
+        Octets attributes;
+        bool isFault;
+    } cases[] = {
+        {"two signing times", Join({Pkcs9(5, kTime), kRsa, Pkcs9(5, later)}), true},
+        {"two values of one", Pkcs9(5, Join({kTime, later})), true},
+        {"two time stamps of the content", Join({Pkcs9(5, kTime), stamp, stamp}), false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Described said = Describe(Message({}, Signer(ById(1), c.attributes)));
+        EXPECT_EQ(L"01.01.2024 00:00:00", said[0].signTimeUtc) << "the first";
+        EXPECT_EQ(c.isFault, Says(said.Error(0),
+                                  L"Signing time (1.2.840.113549.1.9.5): stands "
+                                  L"more than once"))
+            << said.Error(0);
+        EXPECT_FALSE(Says(said.Error(0), L"9.16.2.20): stands")) << said.Error(0);
+    }
+    const Octets ann = Certificate(9, "Ann");
+    const wchar_t* const kAnother = L"another certificate that fits";
+    EXPECT_TRUE(Says(
+        Describe(Message(Join({ann, Certificate(9, "Bob")}), Signer(ById(9)))).Error(0), kAnother));
+    EXPECT_EQ(L"",
+              Describe(Message(Join({ann, ann, Certificate(8, "Bob")}), Signer(ById(9)))).Error(0))
+        << "the same one again is none other; keys are not asked for";
+    EXPECT_TRUE(
+        Says(Describe(Message(Join({ann, Certificate(8, "Bob")}), Signer(Tlv(0x80, {0xBE, 0xEF}))))
+                 .Error(0),
+             kAnother));
+}
+
+TEST_F(SignInfoTest, NamesTheSignersInsideAttributes) {
+    const Octets token = Message(Certificate(7, "Stamps"), Signer(ById(7)));
+    const Octets ann = Certificate(9, "Ann");
+    const Octets response = Tlv(0x30, {Tlv(0x30, Serial(0)), token});
+    const std::wstring stamps = L"Signer: CN=Stamps\n  Issuer: CN=CA\n  Serial: 07\n  Signature ";
+    const struct {
+        const char* name;
+        Octets attribute;
+        std::wstring text;
+    } cases[] = {
+        {"countersignature", Pkcs9(6, Signer(ById(9))),
+         L"Signer: CN=Ann\n  Issuer: CN=CA\n  Serial: 09\n  Signature "},
+        {"by key", Pkcs9(6, Signer(Tlv(0x80, {0xBE, 0xEF}))),
+         L"Signer: CN=Ann\n  Key: beef\n  Signature "},
+        {"nobody's", Pkcs9(6, Signer(ById(3))), L"Signer:\n  Issuer: CN=CA\n  Serial: 03\n"},
+        {"token", Smime(14, token), stamps},
+        {"token of the message's signer", Smime(14, Message({}, Signer(ById(9)))),
+         L"Signer: CN=Ann\n"},
+        {"response", Smime(14, response), stamps},
+        {"octets", Smime(14, Tlv(0x04, token)), stamps},
+        {"segments of a response", Smime(14, Tlv(0x24, Tlv(0x04, response))), stamps},
+        {"explicit tag", Smime(14, Tlv(0xA0, token)), stamps},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Described said = Describe(Message(ann, Signer(ById(9), {}, c.attribute)));
+        ASSERT_EQ(1U, said[0].extensions.size());
+        const std::wstring& text = said[0].extensions[0]->extensionInterpretedString;
+        EXPECT_NE(std::wstring::npos, text.find(c.text)) << text;
+        EXPECT_EQ(L"", said.Error(0));
+    }
+}
+
+TEST_F(SignInfoTest, KeepsTheTypeOfAnOddAttribute) {
+    const Octets odd = Tlv(0x30, {Tlv(0x06, {0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 9, 5}), kTime});
+    const Described said = Describe(Message({}, Signer(ById(1), odd)));
+    EXPECT_EQ(L"Signing time", said[0].extensions.at(0)->extensionName);
+    EXPECT_TRUE(Says(said[0].extensions[0]->extensionInterpretedString, L"\n    UTC TIME: "))
+        << said[0].extensions[0]->extensionInterpretedString;
+    EXPECT_TRUE(Says(said.Error(0), L"Attribute.values: unexpected element")) << said.Error(0);
+}
+
 TEST_F(SignInfoTest, NestsCountersignaturesToABound) {
     Octets signer = Signer(ById(99));
     for (unsigned char level = 18; level != 0; --level) {
@@ -249,10 +357,11 @@ TEST_F(SignInfoTest, DescribesTheOthersBesideDamagedSigners) {
                                  truncated,
                                  Signer(ById(1), badAttributes),
                                  Signer(ById(1)),
+                                 Signer(Tlv(0xA0, Serial(5))),
                                  {0x30, 0x10, 0x00}});
     const Octets message = Message(Certificate(1, "Ann"), signers);
     const Described described = Describe(message);
-    ASSERT_EQ(5U, described.list.items.size());
+    ASSERT_EQ(6U, described.list.items.size());
     EXPECT_NE(std::wstring::npos, described.Error(0).find(L"Unreadable value: 020105"));
     const auto start =
         std::search(message.begin(), message.end(), truncated.begin(), truncated.end()) -
@@ -268,6 +377,7 @@ TEST_F(SignInfoTest, DescribesTheOthersBesideDamagedSigners) {
     EXPECT_NE(L"", described.Error(2));
     EXPECT_EQ(L"", described.Error(3));
     EXPECT_NE(L"", described.Error(4));
+    EXPECT_NE(L"", described.Error(5));
 }
 
 TEST_F(SignInfoTest, BoundsWhatASmallMessageCanAskFor) {
@@ -288,8 +398,7 @@ TEST_F(SignInfoTest, BoundsWhatASmallMessageCanAskFor) {
               repeated.Error(7));
 
     Octets many;
-    const Octets signer =
-        Signer(ById(1), Pkcs9(5, kTime), Smime(99, Tlv(0x04, Octets(80, 0xAA))));
+    const Octets signer = Signer(ById(1), Pkcs9(5, kTime), Smime(99, Tlv(0x04, Octets(80, 0xAA))));
     for (std::size_t i = 0; i < ca::kMaxSignatures + 50; ++i) {
         many.insert(many.end(), signer.begin(), signer.end());
     }

@@ -1,0 +1,119 @@
+#include "module/ops/OtherObjects.h"
+
+#include "common/Lng.h"
+#include "records/CertInfoFill.h"
+#include "records/CertificateBundle.h"
+#include "records/CertificateCursor.h"
+#include "records/objects/DescriptionWords.h"
+#include "records/objects/ObjectList.h"
+#include "records/text/Elements.h"
+#include "records/text/TextLines.h"
+
+namespace {
+
+class COtherObjects {
+  public:
+    COtherObjects(const std::vector<ca::PayloadItem>& items, const ca::IsDescribed& isDescribed,
+                  bool inMessages)
+        : m_items(items), m_isDescribed(isDescribed), m_inMessages(inMessages) {}
+
+    std::wstring Say() {
+        for (std::size_t i = 0; i < m_items.size(); ++i) {
+            SayItem(i);
+        }
+        if (m_count > ca::kMaxOthersSaid) {
+            m_text.append(1, L'\n').append(ca::MoreText(m_count - ca::kMaxOthersSaid));
+        }
+        return std::move(m_text);
+    }
+
+  private:
+    void SayItem(std::size_t item) {
+        const std::span<unsigned char> octets = m_items[item].octets;
+        if (octets.empty()) {
+            Add(item, 0, [] { return SetZORNAMessage(kMsgNotBase64); });
+            return;
+        }
+        CAsn1Element element;
+        for (CAsn1Cursor cursor(octets); !cursor.AtEnd();) {
+            const std::span<unsigned char> rest = cursor.Rest();
+            const bool isWhole = cursor.Next(element) == Asn1Fault::kNone;
+            const std::span<unsigned char> object = isWhole ? element.raw : rest;
+            if (!m_isDescribed(item, object)) {
+                const std::size_t offset = octets.size() - rest.size();
+                Add(item, offset, [&] { return KindText(m_items[item], offset, object); });
+            } else if (m_inMessages) {
+                SayMessage(item, element);
+            }
+            cursor = isWhole ? cursor : CAsn1Cursor();
+        }
+    }
+
+    void SayMessage(std::size_t item, const CAsn1Element& message) {
+        CAsn1Element element;
+        ca::CCertificateCursor choices(
+            ca::SignedDataMember(message, ca::ContextConstructed(0)).content);
+        while (choices.Next(element)) {
+            if (!ca::LooksLikeCertificate(element.raw)) {
+                AddInside(item, element.raw);
+            }
+        }
+        if (!choices.Unread().empty()) {
+            AddInside(item, choices.Unread());
+        }
+        CAsn1Cursor lists(ca::SignedDataMember(message, ca::ContextConstructed(1)).content);
+        while (!lists.AtEnd()) {
+            const std::span<unsigned char> rest = lists.Rest();
+            const bool isWhole = lists.Next(element) == Asn1Fault::kNone;
+            AddInside(item, isWhole ? element.raw : rest);
+            lists = isWhole ? lists : CAsn1Cursor();
+        }
+    }
+
+    void AddInside(std::size_t item, std::span<unsigned char> object) {
+        const auto offset = static_cast<std::size_t>(object.data() - m_items[item].octets.data());
+        Add(item, offset, [&] {
+            // AttributeCertificateV1 [1], AttributeCertificateV2 [2] (RFC 5652 10.2.2)
+            const bool isAttributes =
+                object[0] == ca::ContextConstructed(1) || object[0] == ca::ContextConstructed(2);
+            return isAttributes ? ca::FindObjectKind("attributeCertificate")->Name()
+                                : KindText(m_items[item], offset, object);
+        });
+    }
+
+    // The label says what the first object of a block is meant to be.
+    static std::wstring KindText(const ca::PayloadItem& item, std::size_t offset,
+                                 std::span<unsigned char> object) {
+        ca::ObjectSource source = ca::SourceOf(item);
+        source.octets = object;
+        const ca::ObjectKind* const kind =
+            ca::RecogniseObject(offset == 0 ? source : ca::ObjectSource{{}, {}, object});
+        return kind != nullptr ? kind->Name() : ca::OctetsCountText(object.size());
+    }
+
+    template <class Text>
+    void Add(std::size_t item, std::size_t offset, Text text) {
+        if (++m_count > ca::kMaxOthersSaid) {
+            return;
+        }
+        m_text.append(m_text.empty() ? L"" : L"\n").append(WordText(ca::Word::kNotDescribed));
+        m_text.append(ca::PlaceText(item, m_items[item], offset)).append(L": ").append(text());
+    }
+
+    const std::vector<ca::PayloadItem>& m_items;
+    const ca::IsDescribed& m_isDescribed;
+    bool m_inMessages;
+    std::wstring m_text;
+    std::size_t m_count = 0;
+};
+
+}  // namespace
+
+namespace ca {
+
+std::wstring SayOthers(const std::vector<PayloadItem>& items, const IsDescribed& isDescribed,
+                       bool inMessages) {
+    return COtherObjects(items, isDescribed, inMessages).Say();
+}
+
+}  // namespace ca

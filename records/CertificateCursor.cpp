@@ -1,0 +1,84 @@
+#include "records/CertificateCursor.h"
+
+#include "records/CertInfoFill.h"
+#include "records/text/Elements.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t kWorkPerOctet = 8;
+constexpr std::size_t kWorkAlways = 64 << 10;
+
+// A SEQUENCE of definite length, as a certificate and its first member are.
+struct Extent {
+    std::size_t content = 0;  // 0 for anything else
+    std::size_t end = 0;
+};
+
+Extent SequenceAt(std::span<const unsigned char> octets, std::size_t at) {
+    constexpr unsigned char kLongForm = 0x80;
+    constexpr std::size_t kMostOctets = 4;
+    if (octets.size() - at < 2 || octets[at] != kAsn1Sequence) {
+        return {};
+    }
+    std::size_t length = octets[at + 1];
+    std::size_t content = at + 2;
+    if (length >= kLongForm) {
+        const std::size_t count = length - kLongForm;
+        if (count == 0 || count > kMostOctets || octets.size() - content < count) {
+            return {};
+        }
+        length = 0;
+        for (const std::size_t end = content + count; content < end; ++content) {
+            length = length << 8U | octets[content];
+        }
+    }
+    return length <= octets.size() - content ? Extent{content, content + length} : Extent{};
+}
+
+// How long what may be a certificate is; 0 for what is none, as a glance at it tells.
+std::size_t SizeOfCandidate(std::span<const unsigned char> octets, std::size_t at) {
+    const Extent whole = SequenceAt(octets, at);
+    const Extent tbs = whole.content < whole.end ? SequenceAt(octets, whole.content) : Extent{};
+    const bool isCandidate =
+        tbs.content < tbs.end && tbs.end <= whole.end &&
+        (octets[tbs.content] == ca::ContextConstructed(0) || octets[tbs.content] == kAsn1Integer);
+    return isCandidate ? whole.end - at : 0;
+}
+
+}  // namespace
+
+namespace ca {
+
+CCertificateCursor::CCertificateCursor(std::span<unsigned char> octets)
+    : m_cursor(octets), m_work(kWorkPerOctet * octets.size() + kWorkAlways) {}
+
+bool CCertificateCursor::Next(CAsn1Element& element) {
+    if (m_cursor.AtEnd()) {
+        return false;
+    }
+    if (m_cursor.Next(element) == Asn1Fault::kNone) {
+        return true;
+    }
+    const std::span<unsigned char> rest = m_cursor.Rest();
+    m_cursor = {};
+    std::size_t at = 1;
+    for (; at < rest.size() && m_work != 0; ++at) {
+        const std::size_t size = SizeOfCandidate(rest, at);
+        if (size == 0) {
+            continue;
+        }
+        m_work -= std::min(m_work, size);
+        if (LooksLikeCertificate(rest.subspan(at))) {
+            m_cursor = CAsn1Cursor(rest.subspan(at));
+            break;
+        }
+    }
+    if (m_unread.empty()) {
+        m_unread = m_cursor.AtEnd() ? rest : rest.first(at);
+    }
+    return !m_cursor.AtEnd() && m_cursor.Next(element) == Asn1Fault::kNone;
+}
+
+}  // namespace ca

@@ -1,0 +1,282 @@
+#include "records/objects/DescriptionParts.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/crl/CertificateList.h"
+#include "common/Exception.h"
+#include "records/AttrCertInfoFill.h"
+#include "records/CertInfoFill.h"
+#include "records/CertificateBundle.h"
+#include "records/CrlInfoFill.h"
+#include "records/objects/ObjectKinds.h"
+#include "records/objects/Reading.h"
+#include "records/text/AlgorithmText.h"
+#include "records/text/AttributeText.h"
+#include "records/text/Decoded.h"
+#include "records/text/ExtensionList.h"
+#include "records/text/ExtensionText.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/NameText.h"
+#include "records/text/ParametersText.h"
+#include "records/text/PolicyText.h"
+#include "records/text/SerialText.h"
+#include "records/text/SharedFormatters.h"
+#include "records/text/TimeText.h"
+
+#include <set>
+#include <string_view>
+
+namespace ca {
+
+namespace {
+
+// Returns the identifier; empty when the extension could not be read.
+Octets SayExtension(CDescriptionBuilder& builder, std::span<unsigned char> extension) {
+    CertInfoExtension record;
+    std::wstring error;
+    const ExtensionParts parts = FillExtension(extension, record, error);
+    builder.Fault(error);
+    if (parts.oid.empty()) {
+        builder.Element(record.formattedData);
+        return {};
+    }
+    DescriptionField field;
+    field.id = builder.Id();
+    field.name = std::move(record.oidFriendlyName);
+    field.oid = std::move(record.oidValue);
+    field.text = std::move(record.formattedData);
+    field.isCritical = record.critical;
+    field.octets.assign(parts.value.begin(), parts.value.end());
+    builder.Named(std::move(field));
+    return parts.oid;
+}
+
+bool RequestsExtensions(Octets type) {
+    const OidInfo* info = FindOid(type);
+    return info != nullptr && (info->shortName == std::string_view("extensionRequest") ||
+                               info->shortName == std::string_view("msExtReq"));
+}
+
+std::wstring AttributeText(CDescriptionBuilder& builder, const CAsn1Attribute& attribute,
+                           AttributeValues shown) {
+    const Octets type = OctetsOf(attribute.Type());
+    if (shown == AttributeValues::kKnown && FindOid(type) == nullptr) {
+        return OctetsCountText(attribute.Values()->ContentOctets().size());
+    }
+    CTextLines lines;
+    std::wstring error;
+    SayAttributeValues(type, *attribute.Values(), lines, error);
+    std::wstring text = lines.TakeOr(kMsgEmpty);
+    AddValueError(error, type, lines.TakeFaults());
+    builder.Fault(error);
+    return text;
+}
+
+void SayAttribute(CDescriptionBuilder& builder, const CAsn1Attribute& attribute,
+                  AttributeValues shown) {
+    const Octets type = OctetsOf(attribute.Type());
+    if (type.empty() || attribute.Values() == nullptr) {
+        builder.Unreadable(builder.Id(), attribute.Raw());
+        return;
+    }
+    DescriptionField field;
+    field.id = builder.Id();
+    field.name = OidName(type);
+    field.oid = OidText(type);
+    field.text = AttributeText(builder, attribute, shown);
+    builder.Named(std::move(field));
+}
+
+// The names by which people know the object.
+std::wstring SubjectOf(std::span<unsigned char> octets, std::string_view kind) {
+    if (kind == "certificate") {
+        const std::string_view subject = NamesOf(octets).subject;
+        return ReadableName(FirstElement(
+            Octets(reinterpret_cast<const unsigned char*>(subject.data()), subject.size())));
+    }
+    if (kind == "crl") {
+        const CPartlyDecoded<CAsn1CertificateList> list(octets);
+        const CAsn1TbsCertList* tbs = Of(list.Get(), &CAsn1CertificateList::TbsCertList);
+        const CAsn1Name* issuer = Of(tbs, &CAsn1TbsCertList::Issuer);
+        return issuer != nullptr ? ReadableName(ElementOf(*issuer)) : std::wstring();
+    }
+    return {};
+}
+
+}  // namespace
+
+void SayNumber(CDescriptionBuilder& builder, FieldId id, const CAsn1Integer* number) {
+    if (number != nullptr) {
+        builder.Text(id, NumberText(number));
+    }
+}
+
+void SayOctets(CDescriptionBuilder& builder, FieldId id, const CAsn1OctetString* octets) {
+    builder.Text(id, Hex(builder.Joined(octets)));
+}
+
+void SaySerial(CDescriptionBuilder& builder, FieldId id, const CAsn1Integer* serial) {
+    builder.Text(id, SerialText(OctetsOf(serial)));
+}
+
+void SayOid(CDescriptionBuilder& builder, FieldId id, const CAsn1ObjectIdentifier* oid) {
+    if (oid != nullptr) {
+        builder.Text(id, OidWithName(OctetsOf(oid)));
+    }
+}
+
+void SayAlgorithm(CDescriptionBuilder& builder, FieldId id,
+                  const CAsn1AlgorithmIdentifier* algorithm) {
+    if (algorithm != nullptr) {
+        builder.Text(id, AlgorithmText(ElementOf(*algorithm)));
+    }
+}
+
+void SayWithParameters(CDescriptionBuilder& builder, FieldId id,
+                       const CAsn1AlgorithmIdentifier* algorithm) {
+    if (algorithm == nullptr) {
+        return;
+    }
+    const CAsn1Element element = ElementOf(*algorithm);
+    std::wstring text = OidName(OctetsOf(algorithm->Algorithm()));
+    const ParametersForms parameters = DescribeParameters(element);
+    AppendListed(text, parameters.text);
+    builder.Text(id, std::move(text));
+    builder.Fault(parameters.error);
+}
+
+void SayName(CDescriptionBuilder& builder, FieldId id, const CAsn1Name* name) {
+    if (name != nullptr) {
+        const NameForms forms = DescribeName(ElementOf(*name));
+        builder.Text(id, forms.readable);
+        builder.Fault(forms.error);
+    }
+}
+
+void SayTime(CDescriptionBuilder& builder, FieldId id, const CAsn1Object* time) {
+    if (time == nullptr) {
+        return;
+    }
+    const CAsn1Element element = ElementOf(*time);
+    builder.Text(id, TimeLine(element));
+    if (!ReadTime(element)) {
+        builder.Fault(std::wstring(NameOf(id).Caption()) + L": " + TimeLine(element));
+    }
+}
+
+void SayString(CDescriptionBuilder& builder, FieldId id, const CAsn1Object* text) {
+    builder.Text(id, MemberText(text));
+}
+
+void SayDigest(CDescriptionBuilder& builder, FieldId id, const CAsn1AlgorithmIdentifier* algorithm,
+               const CAsn1OctetString* digest) {
+    std::wstring text = algorithm != nullptr ? AlgorithmText(ElementOf(*algorithm)) : L"";
+    if (digest != nullptr) {
+        text.append(text.empty() ? L"" : L": ").append(Hex(builder.Joined(digest)));
+    }
+    builder.Text(id, std::move(text));
+}
+
+void SaySize(CDescriptionBuilder& builder, FieldId id, const CAsn1OctetString* octets) {
+    if (octets != nullptr) {
+        builder.Text(id, OctetsCountText(builder.Joined(octets).size()));
+    }
+}
+
+void SayExtensionList(CDescriptionBuilder& builder, FieldId id, const CAsn1Extensions* extensions,
+                      Repeats repeats) {
+    if (extensions == nullptr) {
+        return;
+    }
+    const CDescriptionBuilder::Level level(builder, id, FieldForm::kList);
+    std::set<std::string_view> seen;
+    CAsn1Cursor cursor(extensions->ContentOctets());
+    for (std::size_t index = 0; !cursor.AtEnd() && index < kMaxListed; ++index) {
+        CAsn1Element extension;
+        if (cursor.Next(extension) != Asn1Fault::kNone) {
+            extension.raw = cursor.Rest();
+            cursor = {};
+        }
+        const Octets oid = SayExtension(builder, extension.raw);
+        if (!oid.empty() && !seen.insert(AsText(oid)).second && repeats == Repeats::kFault) {
+            builder.Fault(SetZORNAMessage(kMsgExtensionRepeated) + (L": " + OidWithName(oid)));
+        }
+    }
+    if (!cursor.AtEnd()) {
+        builder.LeaveOut(CountElements(cursor));
+    }
+}
+
+void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
+                      const CAsn1SetOf<CAsn1Attribute>* attributes, AttributeValues shown) {
+    std::vector<std::span<unsigned char>> requests;
+    SayList(builder, id, attributes, [&](const CAsn1Attribute& attribute) {
+        if (!RequestsExtensions(OctetsOf(attribute.Type())) || attribute.Values() == nullptr) {
+            SayAttribute(builder, attribute, shown);
+        } else {
+            requests.push_back(attribute.Values()->ContentOctets());
+        }
+    });
+    if (requests.empty()) {
+        return;
+    }
+    const CReading<CAsn1Extensions> extensions(requests.front(), builder);
+    SayExtensionList(builder, FieldId::kRequestedExtensions, extensions.Get());
+    if (requests.size() > 1) {
+        builder.Fault(WordText(Word::kSecondRequest));
+    }
+}
+
+void SayAttributesIn(CDescriptionBuilder& builder, FieldId id,
+                     std::span<unsigned char> attributes) {
+    const CAsn1Element element{kAsn1Set, /*indefinite=*/false, attributes, attributes};
+    CAsn1Block block;
+    BindBlock(block, element, builder.OffsetOf(attributes));
+    CAsn1SetOf<CAsn1Attribute> list(&block);
+    list.SetElement(element);
+    SayAttributeList(builder, id, &list, AttributeValues::kAll);
+}
+
+void SayKey(CDescriptionBuilder& builder, const PublicKeyForms& key) {
+    builder.Text(FieldId::kKeyAlgorithm, key.algorithm);
+    builder.Text(FieldId::kKeyParameters, key.params);
+    builder.Text(FieldId::kPublicKey, key.key);
+    builder.Fault(key.error);
+}
+
+void SayPublicKey(CDescriptionBuilder& builder, const CAsn1SubjectPublicKeyInfo* key) {
+    if (key != nullptr) {
+        SayKey(builder, DescribePublicKey(ElementOf(*key)));
+    }
+}
+
+void SaySignedObject(CDescriptionBuilder& builder, FieldId id, Octets octets) {
+    const std::span<unsigned char> whole = Changeable(octets);
+    const char* const name = LooksLikeCertificate(octets)            ? "certificate"
+                             : LooksLikeCrl(octets)                  ? "crl"
+                             : LooksLikeAttributeCertificate(octets) ? "attributeCertificate"
+                                                                     : nullptr;
+    if (name != nullptr) {
+        builder.Object(id, *FindObjectKind(name), octets, SubjectOf(whole, name));
+    } else if (!octets.empty()) {
+        builder.Unreadable(id, octets);
+        builder.Fault(std::wstring(NameOf(id).Caption()) + L": " +
+                      SetZORNAMessage(kMsgAsn1Malformed));
+    }
+}
+
+void SaySignedObjects(CDescriptionBuilder& builder, FieldId id,
+                      const CAsn1SequenceOf<CAsn1Any>* objects) {
+    SayList(builder, id, objects,
+            [&](const CAsn1Any& object) { SaySignedObject(builder, id, object.Raw()); });
+}
+
+void SayMessage(CDescriptionBuilder& builder, FieldId id, Octets contentInfo) {
+    const ObjectKind* kind = RecogniseObject({{}, {}, Changeable(contentInfo)});
+    if (kind != nullptr) {
+        builder.Object(id, *kind, contentInfo, kind->Name());
+    } else if (!contentInfo.empty()) {
+        builder.Unreadable(id, contentInfo);
+    }
+}
+
+}  // namespace ca

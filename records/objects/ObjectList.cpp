@@ -1,0 +1,112 @@
+#include "records/objects/ObjectList.h"
+
+#include "common/Lng.h"
+#include "records/text/Elements.h"
+#include "records/text/VisibleText.h"
+
+#include <span>
+
+namespace {
+
+using ca::PlacedObject;
+
+// Elements of no known kind behind the first one of an item. Behind so many the rest belongs to the
+// latest object.
+constexpr std::size_t kMaxUnknown = 10000;
+
+// Splits one item.
+class CItemSplit {
+  public:
+    CItemSplit(const ca::PayloadItem& item, std::size_t index, std::size_t most,
+               ca::ObjectList& list)
+        : m_octets(item.octets), m_index(index), m_most(most), m_list(list) {
+        PlacedObject first{index, 0, ca::SourceOf(item), nullptr};
+        first.kind = ca::RecogniseObject(first.source);
+        list.objects.push_back(first);
+    }
+
+    void Run() {
+        CAsn1Element element;
+        CAsn1Cursor cursor(m_octets);
+        if (cursor.AtEnd() || cursor.Next(element) != Asn1Fault::kNone || IsOnlyKnownWhole()) {
+            return;
+        }
+        while (!cursor.AtEnd() && m_unknown < kMaxUnknown) {
+            const std::span<unsigned char> rest = cursor.Rest();
+            if (m_list.objects.size() == m_most) {
+                m_list.leftOut += ca::CountElements(cursor);
+                EndLast(rest);
+                return;
+            }
+            const bool isWhole = cursor.Next(element) == Asn1Fault::kNone;
+            Take(isWhole ? element.raw : rest, rest);
+            cursor = isWhole ? cursor : CAsn1Cursor();
+        }
+    }
+
+  private:
+    // Members without what holds them are one object (a trust list as programs save it).
+    bool IsOnlyKnownWhole() const {
+        const PlacedObject& whole = m_list.objects.back();
+        const ca::ObjectSource first{{}, {}, ca::FirstElement(m_octets).raw};
+        return whole.kind != nullptr && whole.source.label.empty() &&
+               ca::RecogniseObject(first) != whole.kind;
+    }
+
+    void Take(std::span<unsigned char> object, std::span<unsigned char> rest) {
+        if (object[0] != kAsn1Sequence && object[0] != kAsn1ObjectIdentifier) {
+            return;  // no kind begins in another way
+        }
+        const ca::ObjectSource source{{}, {}, object};
+        if (const ca::ObjectKind* kind = ca::RecogniseObject(source)) {
+            EndLast(rest);
+            const auto offset = static_cast<std::size_t>(rest.data() - m_octets.data());
+            m_list.objects.push_back({m_index, offset, {{}, {}, rest}, kind});
+        } else {
+            ++m_unknown;
+        }
+    }
+
+    // The latest object ends where `rest` begins.
+    void EndLast(std::span<unsigned char> rest) {
+        std::span<unsigned char>& octets = m_list.objects.back().source.octets;
+        octets = octets.first(octets.size() - rest.size());
+    }
+
+    std::span<unsigned char> m_octets;
+    std::size_t m_index;
+    std::size_t m_most;
+    std::size_t m_unknown = 0;
+    ca::ObjectList& m_list;
+};
+
+}  // namespace
+
+namespace ca {
+
+ObjectList ListObjects(const std::vector<PayloadItem>& items, std::size_t most) {
+    ObjectList list;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (list.objects.size() == most) {
+            list.leftOut += items.size() - i;
+            break;
+        }
+        CItemSplit(items[i], i, most, list).Run();
+    }
+    return list;
+}
+
+std::wstring PlaceText(std::size_t item, const PayloadItem& payload, std::size_t offset) {
+    std::wstring text = SetZORNAMessage(kMsgObject) + std::to_wstring(item + 1);
+    if (!payload.label.empty()) {
+        text.append(L" \"");
+        AppendVisible(text, std::wstring(payload.label.begin(), payload.label.end()));
+        text.append(L"\"");
+    }
+    if (offset != 0) {
+        text.append(SetZORNAMessage(kMsgAsn1Offset)).append(std::to_wstring(offset));
+    }
+    return text;
+}
+
+}  // namespace ca

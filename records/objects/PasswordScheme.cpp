@@ -1,0 +1,105 @@
+#include "asn1/OidTable.h"
+#include "asn1/algorithms/PasswordParameters.h"
+#include "records/objects/DescriptionParts.h"
+#include "records/objects/Reading.h"
+#include "records/text/Decoded.h"
+#include "records/text/ParametersText.h"
+
+#include <string_view>
+
+// Encryption with a password (RFC 8018, RFC 7292 B, RFC 7914).
+
+namespace {
+
+using ca::CDescriptionBuilder;
+using ca::FieldId;
+using ca::Of;
+
+std::string_view ShortNameOf(const CAsn1AlgorithmIdentifier* algorithm) {
+    const CAsn1ObjectIdentifier* oid = Of(algorithm, &CAsn1AlgorithmIdentifier::Algorithm);
+    const ca::OidInfo* type = ca::FindOid(OctetsOf(oid));
+    return type != nullptr ? type->shortName : std::string_view();
+}
+
+// The parameters of an algorithm; empty when there are none.
+std::span<unsigned char> ParametersOf(const CAsn1AlgorithmIdentifier& algorithm) {
+    const CAsn1Any* parameters = algorithm.Parameters();
+    return parameters != nullptr ? ca::Changeable(parameters->Raw()) : std::span<unsigned char>();
+}
+
+void SayPbkdf2(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+    const ca::CReading<CAsn1Pbkdf2Params> params(octets, builder);
+    if (params.Get() == nullptr) {
+        return;
+    }
+    if (params.Get()->Prf() != nullptr) {
+        ca::SayAlgorithm(builder, FieldId::kPseudoRandom, params.Get()->Prf());
+    } else {
+        builder.Text(FieldId::kPseudoRandom, ca::FindOidByShortName("hmacWithSHA1")->Name());
+    }
+    ca::SayNumber(builder, FieldId::kIterations, params.Get()->IterationCount());
+    ca::SaySize(builder, FieldId::kSaltSize, Of(params.Get()->Salt(), &CAsn1Pbkdf2Salt::Specified));
+}
+
+void SayScrypt(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+    const ca::CReading<CAsn1ScryptParams> params(octets, builder);
+    ca::SayNumber(builder, FieldId::kCost, Of(params.Get(), &CAsn1ScryptParams::CostParameter));
+    ca::SayNumber(builder, FieldId::kBlockSize, Of(params.Get(), &CAsn1ScryptParams::BlockSize));
+    ca::SayNumber(builder, FieldId::kParallelization,
+                  Of(params.Get(), &CAsn1ScryptParams::ParallelizationParameter));
+    ca::SaySize(builder, FieldId::kSaltSize, Of(params.Get(), &CAsn1ScryptParams::Salt));
+}
+
+void SayKeyDerivation(CDescriptionBuilder& builder, const CAsn1AlgorithmIdentifier* function) {
+    if (function == nullptr) {
+        return;
+    }
+    const std::string_view name = ShortNameOf(function);
+    if (name != "PBKDF2" && name != "id-scrypt") {
+        ca::SayWithParameters(builder, FieldId::kKeyDerivation, function);
+        return;
+    }
+    ca::SayAlgorithm(builder, FieldId::kKeyDerivation, function);
+    (name == "PBKDF2" ? SayPbkdf2 : SayScrypt)(builder, ParametersOf(*function));
+}
+
+// PBES1 and the schemes of PKCS #12 have the same parameters.
+void SayPbes1(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+    const ca::CReading<CAsn1PbeParameter> params(octets, builder);
+    ca::SayNumber(builder, FieldId::kIterations,
+                  Of(params.Get(), &CAsn1PbeParameter::IterationCount));
+    ca::SaySize(builder, FieldId::kSaltSize, Of(params.Get(), &CAsn1PbeParameter::Salt));
+}
+
+}  // namespace
+
+namespace ca {
+
+void SayPasswordScheme(CDescriptionBuilder& builder, FieldId id,
+                       const CAsn1AlgorithmIdentifier* algorithm) {
+    if (algorithm == nullptr) {
+        return;
+    }
+    const std::string_view name = ShortNameOf(algorithm);
+    const std::span<unsigned char> params = ParametersOf(*algorithm);
+    if (name == "PBES2") {
+        SayAlgorithm(builder, id, algorithm);
+        const CReading<CAsn1Pbes2Params> scheme(params, builder);
+        SayKeyDerivation(builder, Of(scheme.Get(), &CAsn1Pbes2Params::KeyDerivationFunc));
+        SayWithParameters(builder, FieldId::kCipher,
+                          Of(scheme.Get(), &CAsn1Pbes2Params::EncryptionScheme));
+    } else if (name == "PBMAC1") {
+        SayAlgorithm(builder, id, algorithm);
+        const CReading<CAsn1Pbmac1Params> scheme(params, builder);
+        SayKeyDerivation(builder, Of(scheme.Get(), &CAsn1Pbmac1Params::KeyDerivationFunc));
+        SayAlgorithm(builder, FieldId::kMacAlgorithm,
+                     Of(scheme.Get(), &CAsn1Pbmac1Params::MessageAuthScheme));
+    } else if (name.starts_with("pbeWith")) {
+        SayAlgorithm(builder, id, algorithm);
+        SayPbes1(builder, params);
+    } else {
+        SayWithParameters(builder, id, algorithm);
+    }
+}
+
+}  // namespace ca

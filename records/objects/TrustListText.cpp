@@ -1,0 +1,67 @@
+#include "records/objects/TrustListText.h"
+
+#include "asn1/OidTable.h"
+#include "asn1/cms/CertificateTrustList.h"
+#include "asn1/cms/ContentInfo.h"
+#include "records/objects/ObjectDescription.h"
+#include "records/text/Decoded.h"
+#include "records/text/GeneralNameText.h"
+#include "records/text/SerialText.h"
+#include "records/text/SignatureParts.h"
+#include "records/text/TimeText.h"
+
+#include <string_view>
+
+namespace ca {
+
+namespace {
+
+void SayField(FieldId id, std::wstring_view text, CTextLines& lines) {
+    lines.Line(NameOf(id).Caption(), text);
+}
+
+}  // namespace
+
+std::span<unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInfo& content,
+                                         std::vector<unsigned char>& joined) {
+    if (content.EContent() == nullptr) {
+        return {};
+    }
+    const CAsn1Element element = ElementOf(*content.EContent());
+    if (element.tag == kAsn1OctetString) {
+        return element.content;
+    }
+    if (element.tag != kAsn1ConstructedOctetString) {
+        return element.raw;
+    }
+    joined = OctetStringOf(content.EContent());
+    return joined;
+}
+
+bool SayTrustList(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
+    const OidInfo* type = FindOid(OctetsOf(content.EContentType()));
+    std::vector<unsigned char> joined;
+    if (type == nullptr || type->shortName != std::string_view("msCTL") ||
+        content.EContent() == nullptr) {
+        return false;
+    }
+    const CDecoded<CAsn1CertificateTrustList> list(ContentEncoding(content, joined));
+    SayEach(*list->SubjectUsage(), lines, [&](const CAsn1ObjectIdentifier& usage) {
+        SayField(FieldId::kUsage, OidWithName(OctetsOf(&usage)), lines);
+    });
+    if (list->ListIdentifier() != nullptr) {
+        SayField(FieldId::kListIdentifier, OctetsText(list->ListIdentifier()), lines);
+    }
+    if (list->SequenceNumber() != nullptr) {
+        SayField(FieldId::kNumber, SerialText(OctetsOf(list->SequenceNumber())), lines);
+    }
+    SayField(FieldId::kThisUpdate, TimeLine(ElementOf(*list->CtlThisUpdate())), lines);
+    if (list->CtlNextUpdate() != nullptr) {
+        SayField(FieldId::kNextUpdate, TimeLine(ElementOf(*list->CtlNextUpdate())), lines);
+    }
+    const auto* entries = list->TrustedSubjects();
+    SayField(FieldId::kEntries, DecimalText(entries != nullptr ? entries->Count() : 0), lines);
+    return true;
+}
+
+}  // namespace ca

@@ -1,0 +1,81 @@
+#include "records/text/SerialText.h"
+
+#include "records/text/VisibleText.h"
+
+namespace {
+
+using Octets = std::span<const unsigned char>;
+
+constexpr unsigned char kSign = 0x80;
+constexpr std::size_t kMaxDigits = 4096;
+
+// Two's complement: the negative of a number in as many octets.
+void Negate(std::vector<unsigned char>& number) {
+    bool isLow = true;
+    for (auto octet = number.rbegin(); octet != number.rend(); ++octet) {
+        *octet = static_cast<unsigned char>(isLow ? -*octet : ~*octet);
+        isLow = isLow && *octet == 0;
+    }
+}
+
+int DigitValue(wchar_t c) {
+    if (c >= L'0' && c <= L'9') {
+        return c - L'0';
+    }
+    const wchar_t lower = static_cast<wchar_t>(c | 0x20);
+    return lower >= L'a' && lower <= L'f' ? lower - L'a' + 10 : -1;
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring SerialText(Octets octets) {
+    if (octets.empty() || (octets[0] & kSign) == 0) {
+        const bool isSignOnly = octets.size() > 1 && octets[0] == 0 && (octets[1] & kSign) != 0;
+        return Hex(octets.subspan(isSignOnly ? 1 : 0));
+    }
+    std::vector<unsigned char> magnitude(octets.begin(), octets.end());
+    Negate(magnitude);
+    return L'-' + Hex(magnitude);
+}
+
+std::optional<std::vector<unsigned char>> ReadSerialText(std::wstring_view text) {
+    const bool isNegative = text.starts_with(L'-');
+    text.remove_prefix(isNegative ? 1 : 0);
+    std::vector<unsigned char> digits;
+    for (const wchar_t c : text) {
+        if (c == L' ' || c == L':') {
+            continue;
+        }
+        const int value = DigitValue(c);
+        if (value < 0 || digits.size() == kMaxDigits) {
+            return std::nullopt;
+        }
+        digits.push_back(static_cast<unsigned char>(value));
+    }
+    if (digits.size() % 2 != 0) {
+        digits.insert(digits.begin(), 0);
+    }
+    std::vector<unsigned char> number(1);  // room for the sign
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        number.push_back(static_cast<unsigned char>(digits[i] << 4 | digits[i + 1]));
+    }
+    if (isNegative) {
+        Negate(number);
+    }
+    const Octets content = WithoutSignOctets(number);
+    return std::vector<unsigned char>(content.begin(), content.end());
+}
+
+Octets WithoutSignOctets(Octets integer) {
+    const auto repeatsSign = [](unsigned char first, unsigned char next) {
+        return (first == 0x00 && (next & kSign) == 0) || (first == 0xFF && (next & kSign) != 0);
+    };
+    while (integer.size() > 1 && repeatsSign(integer[0], integer[1])) {
+        integer = integer.subspan(1);
+    }
+    return integer;
+}
+
+}  // namespace ca
