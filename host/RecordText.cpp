@@ -4,86 +4,27 @@
 #include "common/Json.h"
 #include "host/JsonEvents.h"
 #include "host/Terminal.h"
-#include "records/objects/ObjectDescription.h"
+#include "records/RecordLabels.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using ca::FindNamedText;
 using ca::JsonValue;
+using ca::MemberForm;
+using ca::NamedTextKeys;
+using Label = ca::RecordLabel;
 
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kMaxDepth = 40;
 constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is folded, not cut
-
-enum class Shown : std::uint8_t { kShown, kHidden, kRows };
-
-struct Label {
-    std::string english;
-    std::string russian;
-    Shown shown;
-};
-
-using LabelTable = std::unordered_map<std::string_view, Label>;
-
-const LabelTable& Labels() {
-    using enum Shown;
-    static const LabelTable labels = {
-#define HOST_LABEL(key, english, russian, shown) {key, {english, russian, shown}},
-#include "host/RecordLabels.inc"
-#undef HOST_LABEL
-    };
-    return labels;
-}
-
-// Members that are something else in the records of an envelope's recipients.
-const LabelTable& RecipientLabels() {
-    using enum Shown;
-    static const LabelTable labels = {
-#define HOST_LABEL(key, english, russian, shown) {key, {english, russian, shown}},
-#include "host/RecipientLabels.inc"
-#undef HOST_LABEL
-    };
-    return labels;
-}
-
-// The captions of descriptions' own fields.
-const LabelTable& FieldLabels() {
-    static const LabelTable labels = [] {
-        LabelTable table;
-        for (const ca::FieldName& name : ca::AllFieldNames()) {
-            table.emplace(name.key,
-                          Label{ca::u16u8(name.english), ca::u16u8(name.russian), Shown::kShown});
-        }
-        return table;
-    }();
-    return labels;
-}
-
-const Label* FindIn(const LabelTable& labels, std::string_view key) {
-    const auto found = labels.find(key);
-    return found == labels.end() ? nullptr : &found->second;
-}
-
-// The members of an extension or attribute, which name it; the label that a list of them has, where
-// that is not the one of its key.
-struct NamedTextKeys {
-    const char* name;
-    const char* oid;
-    const char* text;
-    const char* list;
-};
-constexpr NamedTextKeys kNamedTexts[] = {
-    {"OidFriendlyName", "OidValue", "FormattedData", nullptr},
-    {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString", "Attributes"},
-};
 
 std::string_view AsText(const JsonValue& value) {
     return {value.GetString(), value.GetStringLength()};
@@ -93,15 +34,6 @@ std::string MemberText(const JsonValue& object, const char* key) {
     const auto member = object.FindMember(key);
     const bool isText = member != object.MemberEnd() && member->value.IsString();
     return isText ? std::string(AsText(member->value)) : "";
-}
-
-const NamedTextKeys* FindNamedText(const JsonValue& value) {
-    for (const NamedTextKeys& keys : kNamedTexts) {
-        if (value.IsObject() && value.HasMember(keys.oid)) {
-            return &keys;
-        }
-    }
-    return nullptr;
 }
 
 bool IsHex(std::wstring_view text) {
@@ -114,9 +46,9 @@ class RecordWriter {
     explicit RecordWriter(const host::RecordTextOptions& options)
         : m_width(std::max(options.width, kLeastWidth)),
           m_russian(options.russian),
-          m_special(options.isEnvelope      ? &RecipientLabels()
-                    : options.isDescription ? &FieldLabels()
-                                            : nullptr) {}
+          m_sort(options.isEnvelope      ? ca::RecordSort::kRecipient
+                 : options.isDescription ? ca::RecordSort::kDescription
+                                         : ca::RecordSort::kRecord) {}
 
     // A single record needs no heading of its own.
     void Root(const JsonValue& root) {
@@ -141,7 +73,7 @@ class RecordWriter {
         const std::size_t column = ValueColumn(object, indent);
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
-            if (label != nullptr && label->shown == Shown::kHidden) {
+            if (IsHidden(label)) {
                 continue;
             }
             const std::string name = NameOf(key, label);
@@ -151,7 +83,7 @@ class RecordWriter {
                 Nested(name, value, indent);
             } else if (value.IsArray() && !value.Empty()) {
                 Array(name, value, indent,
-                      /*asRows=*/label != nullptr && label->shown == Shown::kRows);
+                      /*asRows=*/label != nullptr && label->form == MemberForm::kRows);
             }
         }
     }
@@ -164,20 +96,19 @@ class RecordWriter {
     }
 
   private:
-    const Label* FindLabel(std::string_view key) const {
-        const Label* const special = m_special != nullptr ? FindIn(*m_special, key) : nullptr;
-        return special != nullptr ? special : FindIn(Labels(), key);
+    const Label* FindLabel(std::string_view key) const { return ca::FindRecordLabel(key, m_sort); }
+
+    // Other forms of a member that is shown are for those who ask for the JSON.
+    static bool IsHidden(const Label* label) {
+        return label != nullptr &&
+               (label->form == MemberForm::kHidden || label->form == MemberForm::kForm);
     }
 
     std::string NameOf(const JsonValue& key, const Label* label) const {
         if (label == nullptr) {
             return host::Visible(std::string(AsText(key)));
         }
-        return NameOf(*label);
-    }
-
-    std::string NameOf(const Label& label) const {
-        return m_russian ? label.russian : label.english;
+        return label->In(m_russian);
     }
 
     // Nothing for lists and records; "" for a value that tells nothing.
@@ -202,8 +133,7 @@ class RecordWriter {
         std::size_t widest = 0;
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
-            const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
-            if (!isHidden && !ScalarText(value).value_or("").empty()) {
+            if (!IsHidden(label) && !ScalarText(value).value_or("").empty()) {
                 widest = std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(key, label))));
             }
         }
@@ -240,7 +170,7 @@ class RecordWriter {
 
     void Array(const std::string& name, const JsonValue& array, std::size_t indent, bool asRows) {
         if (const NamedTextKeys* const keys = FindNamedText(array[0])) {
-            Heading(keys->list != nullptr ? NameOf(*FindLabel(keys->list)) : name, indent);
+            Heading(keys->list != nullptr ? FindLabel(keys->list)->In(m_russian) : name, indent);
         } else if (array[0].IsString() || asRows) {
             Heading(name, indent);
         }
@@ -292,9 +222,8 @@ class RecordWriter {
         std::string row;
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
-            const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
             const std::string text = ScalarText(value).value_or("");
-            if (!isHidden && !text.empty()) {
+            if (!IsHidden(label) && !text.empty()) {
                 row.append(row.empty() ? "" : "  ").append(text);
             }
         }
@@ -364,7 +293,7 @@ class RecordWriter {
 
     std::size_t m_width;
     bool m_russian;
-    const LabelTable* m_special;  // looked at first; null for none
+    ca::RecordSort m_sort;
     std::string m_text;
 };
 
