@@ -7,10 +7,6 @@ struct CAsn1Element;
 
 namespace ca {
 
-/// True when the octets are exactly one or more whole BER elements, to any depth. No log lines, no
-/// recursion; memory grows with the depth only.
-bool IsWellFormed(std::span<const unsigned char> octets);
-
 /// One line an element, nested ones indented: "SEQUENCE", "UTF8 STRING: text".
 std::wstring OutlineText(const CAsn1Element& element);
 
