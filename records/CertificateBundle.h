@@ -45,16 +45,22 @@ CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag
 /// SignedData carries (RFC 5652 5.1). Other elements are passed over.
 void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bundle);
 
+/// Stands for no index of a bundle.
+inline constexpr std::size_t kNoCertificate = static_cast<std::size_t>(-1);
+
+/// Who issued whom in a bundle: the index of each certificate's issuer, kNoCertificate where there
+/// is none and for what issued itself. Issuers are found by name and, where stated, key identifier.
+std::vector<std::size_t> FindIssuers(const CertificateBundle& bundle);
+
 /// Index of the one certificate of the bundle that issued no other and whose path of issuers covers
-/// all of them; npos when there is no such one.
+/// all of them; kNoCertificate when there is no such one.
 std::size_t FindLeaf(const CertificateBundle& bundle);
 
 /// Records of issuers that may be nested in one description.
 inline constexpr std::size_t kMaxIssuers = 16;
 
 /// Describes certificate `index` with its issuers nested, as far as the bundle holds them and to
-/// kMaxIssuers. Issuers are found by name and, where stated, key identifier. Throws what
-/// FillCertInfo() throws for the first.
+/// kMaxIssuers. Throws what FillCertInfo() throws for the first.
 void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInfo2& record);
 
 }  // namespace ca
