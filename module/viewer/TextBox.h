@@ -15,6 +15,7 @@ class CTextBox : public QPlainTextEdit {
     void SetText(const QString& text);
 
   protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
