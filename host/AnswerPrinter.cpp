@@ -60,14 +60,6 @@ class PrettyForwarder : public host::CJsonForwarder<PrettyWriter> {
     std::size_t m_longest;
 };
 
-std::string Pretty(std::string_view json, std::size_t longest) {
-    ca::JsonBuffer buffer;
-    PrettyWriter writer(buffer);
-    PrettyForwarder forwarder(writer, longest);
-    static_cast<void>(host::ReadJsonEvents(json, forwarder));
-    return host::EscapeHidden({buffer.GetString(), buffer.GetSize()}) + "\n";
-}
-
 // Valid UTF-8 whatever the octets are.
 std::string Readable(std::string_view octets) {
     return host::Visible(std::string(octets.substr(0, kShownOfBadAnswer)));
@@ -83,6 +75,14 @@ std::string PrettyAnswer(const CAnswer& answer, std::size_t longest) {
         return text.empty() ? "" : Readable(text) + "\n";
     }
     return PrettyJson(text, longest);
+}
+
+std::string PrettyJson(std::string_view json, std::size_t longest) {
+    ca::JsonBuffer buffer;
+    PrettyWriter writer(buffer);
+    PrettyForwarder forwarder(writer, longest);
+    static_cast<void>(ReadJsonEvents(json, forwarder));
+    return EscapeHidden({buffer.GetString(), buffer.GetSize()}) + "\n";
 }
 
 std::string PrettyAnswer(const CAnswer& answer, const std::string& members) {
