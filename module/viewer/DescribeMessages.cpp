@@ -80,8 +80,15 @@ void AddRevocation(CFileReader& reader, const CAsn1Element& choice, ItemIndex me
     reader.AddObject(info.raw.empty() ? choice.raw : info.raw, message);
 }
 
+// As the signature names its signer; "" where that cannot be read.
 std::wstring SignerText(const CAsn1SignerInfo& signer) {
-    return signer.Sid() != nullptr ? SignerIdText(*signer.Sid()) : std::wstring();
+    const CAsn1SignerIdentifier* const id = signer.Sid();
+    const CAsn1IssuerAndSerialNumber* const name =
+        id != nullptr ? id->IssuerAndSerialNumber() : nullptr;
+    const bool isWhole = name != nullptr
+                             ? name->Issuer() != nullptr && name->SerialNumber() != nullptr
+                             : id != nullptr && id->SubjectKeyIdentifier() != nullptr;
+    return isWhole ? SignerIdText(*id) : std::wstring();
 }
 
 SignInfo RecordOf(const CFileDocument& document, ItemIndex item) {

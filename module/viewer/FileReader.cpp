@@ -24,7 +24,8 @@ ca::ItemKind ListedKind(const ca::ObjectKind* kind, std::span<unsigned char> oct
     if (kind == nullptr || kind->reader == ca::ObjectReader::kNone) {
         return ItemKind::kStructure;
     }
-    if (kind->contentTypes == "id-signedData" && ca::IsMessage(octets)) {
+    const bool isDescribed = kind->reader == ca::ObjectReader::kDescription;
+    if (kind->contentTypes == "id-signedData" && !isDescribed && ca::IsMessage(octets)) {
         return kind != ca::FindObjectKind("signature") ? ItemKind::kBundle
                : ca::IsTimeStamp(octets)               ? ItemKind::kTimeStamp
                                                        : ItemKind::kMessage;
@@ -62,23 +63,22 @@ void CFileReader::Read() {
     }
 }
 
-// Some objects have no element around them all; otherwise the label is that of the first one.
+// Some objects have no element around them all; otherwise the label is that of the first one. What
+// is not listed is not looked at.
 void CFileReader::ReadBlock(const PayloadItem& block) {
     m_block = block.octets;
-    const ObjectKind* const whole = RecogniseObject(SourceOf(block));
     const CAsn1Element first = FirstElement(block.octets);
-    const bool isFirst =
-        whole == nullptr || RecogniseObject({block.label, block.headers, first.raw}) == whole;
-    if (block.octets.empty() || !isFirst) {
-        AddItem(whole, block.octets, 0, &block);
+    const ObjectKind* const kind = IsFull() ? nullptr : RecogniseObject(SourceOf(block));
+    if (first.raw.empty() && !block.octets.empty()) {
+        AddCut(block.octets, 0, &block);
         return;
     }
-    const PayloadItem* labelled = &block;
-    AddEach(block.octets, 0, [&](const CAsn1Element& element) {
-        AddItem(labelled != nullptr ? whole : RecogniseObject({{}, {}, element.raw}), element.raw,
-                0, labelled);
-        labelled = nullptr;
-    });
+    const bool isOne =
+        kind != nullptr && RecogniseObject({block.label, block.headers, first.raw}) != kind;
+    const std::span<unsigned char> object = isOne ? block.octets : first.raw;
+    AddItem(kind, object, 0, &block);
+    AddEach(block.octets.subspan(object.size()), 0,
+            [this](const CAsn1Element& element) { AddObject(element.raw, 0); });
 }
 
 // \param block  the PEM block that an object is the first one of; null for others.
@@ -139,7 +139,8 @@ void CFileReader::ReadInside(ItemIndex item) {
 }
 
 ItemIndex CFileReader::AddObject(std::span<unsigned char> element, ItemIndex parent) {
-    return AddItem(RecogniseObject({{}, {}, element}), element, parent, nullptr);
+    const ObjectKind* const kind = IsFull() ? nullptr : RecogniseObject({{}, {}, element});
+    return AddItem(kind, element, parent, nullptr);
 }
 
 void CFileReader::AddKnown(const ObjectKind& kind, std::span<const unsigned char> octets,
@@ -154,18 +155,20 @@ std::span<unsigned char> CFileReader::CopyAs(unsigned char tag, std::span<unsign
 }
 
 // What is cut off is shown as far as it goes.
-void CFileReader::AddCut(std::span<unsigned char> rest, ItemIndex parent) {
-    if (IsBlank(rest)) {
+void CFileReader::AddCut(std::span<unsigned char> rest, ItemIndex parent,
+                         const PayloadItem* block) {
+    if (IsBlank(rest) || IsFull()) {
         return;
     }
     std::span<unsigned char> readable = rest;
     if (std::optional<CAsn1Beginning> there = MendTruncated(rest)) {
         readable = m_file.copies.emplace_back(std::move(there->octets));
     }
-    const ObjectKind* const kind = RecogniseObject({{}, {}, rest});
+    const ObjectKind* const kind =
+        RecogniseObject(block != nullptr ? SourceOf(*block) : ObjectSource{{}, {}, rest});
     const bool isStart = rest.front() == kAsn1Sequence || rest.front() == kAsn1Set;
     const ItemIndex item = kind != nullptr || isStart
-                               ? AddItem(kind, readable, parent, nullptr)
+                               ? AddItem(kind, readable, parent, block)
                                : AddWhole(ItemKind::kUnreadable, rest, parent);
     if (item == kNoItem) {
         return;

@@ -52,7 +52,8 @@ class CFileReader {
     void ReadInside(ItemIndex item);
     ItemIndex AddItem(const ObjectKind* kind, std::span<unsigned char> octets, ItemIndex parent,
                       const PayloadItem* block);
-    void AddCut(std::span<unsigned char> rest, ItemIndex parent);
+    void AddCut(std::span<unsigned char> rest, ItemIndex parent,
+                const PayloadItem* block = nullptr);
     ItemNote& NoteOf(ItemIndex item);
 
     SourceFile& m_file;

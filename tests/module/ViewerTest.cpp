@@ -372,7 +372,7 @@ TEST_F(ViewerTest, ShowsWhatIsChosenInTheListAndNothingElse) {
     EXPECT_EQ(m_viewer->property("currentCertificate"), -1);
     list->setFocus();
     QTest::keyClick(list, Qt::Key_Down);  // the countersignature, whose certificate is not there
-    EXPECT_TRUE(m_viewer->windowTitle().contains("Борис Сидоров"));
+    EXPECT_TRUE(m_viewer->windowTitle().contains("Борис Орлов"));
     EXPECT_EQ(Text("faultsText"), "Certificate is not in the message");
     EXPECT_EQ(m_viewer->property("certificateCount"), 0);
     GoTo(2);
@@ -539,7 +539,7 @@ TEST_F(ViewerTest, TellsWhatEachPartIsCalled) {
 
 TEST_F(ViewerTest, RemembersASizeThatFitsTheScreen) {
     const QSize first = m_viewer->size();
-    const QSize size(730, 580);
+    const QSize size(730, 500);
     m_viewer->resize(size);
     m_viewer->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
