@@ -33,8 +33,8 @@ namespace ca {
 void ReadEnvelope(CFileReader& reader, ItemIndex item) {
     const std::span<unsigned char> infos = RecipientInfosOf(FindEnvelope(reader.Item(item).octets));
     reader.AddEach(infos, item, [&](const CAsn1Element& info) {
-        const auto add = [&](ItemKind kind, std::size_t number) {
-            const ItemIndex added = reader.Add(kind, info.raw, item);
+        const auto add = [&](ItemKind kind, std::span<unsigned char> octets, std::size_t number) {
+            const ItemIndex added = reader.Add(kind, octets, item);
             if (added != kNoItem) {
                 reader.SetNumber(added, static_cast<std::uint32_t>(number));
             }
@@ -42,10 +42,10 @@ void ReadEnvelope(CFileReader& reader, ItemIndex item) {
         const std::size_t count = reader.IsFull() ? 1 : CountIn(info);
         const std::size_t listed = std::min(count, kMaxListed);
         for (std::size_t number = 0; number < listed; ++number) {
-            add(ItemKind::kRecipient, number);
+            add(ItemKind::kRecipient, info.raw, number);
         }
         if (count > listed) {
-            add(ItemKind::kMore, count - listed);
+            add(ItemKind::kMore, {}, count - listed);
         }
     });
 }

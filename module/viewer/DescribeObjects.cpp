@@ -39,9 +39,14 @@ class CRows {
   public:
     explicit CRows(CSummary& summary) : m_summary(summary) {}
 
+    /// What has no heading comes first, so that it does not seem to belong to one.
     void AddAll(const std::vector<DescriptionField>& fields) {
-        for (const DescriptionField& field : fields) {
-            Add(field, QString::fromStdWString(field.Caption()));
+        for (const bool hasHeading : {false, true}) {
+            for (const DescriptionField& field : fields) {
+                if (HasHeading(field) == hasHeading) {
+                    Add(field, QString::fromStdWString(field.Caption()));
+                }
+            }
         }
     }
 
@@ -49,6 +54,23 @@ class CRows {
     std::size_t LeftOut() const { return m_leftOut; }
 
   private:
+    static bool IsListOfNamed(const DescriptionField& field) {
+        return field.form == FieldForm::kList && !field.fields.empty() &&
+               field.fields.front().form == FieldForm::kNamed;
+    }
+
+    static bool HasHeading(const DescriptionField& field) {
+        const bool isListOfGroups = field.form == FieldForm::kList && !field.fields.empty() &&
+                                    field.fields.front().form == FieldForm::kGroup;
+        return field.form == FieldForm::kGroup || isListOfGroups || IsListOfNamed(field);
+    }
+
+    void Heading(const QString& caption) {
+        if (m_summary.Rows().size() < kMaxSummaryRows) {
+            m_summary.Heading(caption);
+        }
+    }
+
     // Recursion as deep as describers nest fields.
     void Add(const DescriptionField& field, const QString& caption) {
         switch (field.form) {
@@ -72,13 +94,14 @@ class CRows {
     }
 
     void AddGroup(const DescriptionField& field, const QString& caption) {
-        if (m_summary.Rows().size() < kMaxSummaryRows) {
-            m_summary.Heading(caption);
-        }
+        Heading(caption);
         AddAll(field.fields);
     }
 
     void AddList(const DescriptionField& list, const QString& caption) {
+        if (IsListOfNamed(list)) {
+            Heading(caption);
+        }
         int number = 0;
         for (const DescriptionField& element : list.fields) {
             ++number;

@@ -60,7 +60,8 @@ QFileDialog* MakeOpenDialog(QWidget* parent) {
     dialog->setNameFilters(
         {Word(ViewerWord::kFilterAll) +
              " (*.cer *.crt *.der *.pem *.crl *.p7b *.p7c *.p7m *.p7s *.sig *.sgn *.cms *.tsr "
-             "*.tst *.eml *.ac *.json)",
+             "*.tsq *.tst *.ors *.orq *.ers *.csr *.req *.p10 *.p12 *.pfx *.key *.pub *.cat *.stl "
+             "*.eml *.ac *.json)",
          Word(ViewerWord::kFilterAny) + " (*)"});
     return dialog;
 }

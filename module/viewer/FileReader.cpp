@@ -157,7 +157,11 @@ std::span<unsigned char> CFileReader::CopyAs(unsigned char tag, std::span<unsign
 // What is cut off is shown as far as it goes.
 void CFileReader::AddCut(std::span<unsigned char> rest, ItemIndex parent,
                          const PayloadItem* block) {
-    if (IsBlank(rest) || IsFull()) {
+    if (IsBlank(rest)) {
+        return;
+    }
+    if (IsFull()) {
+        ++m_left;
         return;
     }
     std::span<unsigned char> readable = rest;

@@ -76,9 +76,11 @@ bool HasFormat(const CFileDocument& document, ItemIndex item, ItemFormat format)
         record != nullptr ? !record->rawData.empty() : !document[item].octets.empty();
     switch (format) {
         case ItemFormat::kDer:
-            return row.json != nullptr && hasOctets;
+            return hasOctets;
         case ItemFormat::kPem:
             return !PemLabelOf(document[item]).empty() && hasOctets;
+        case ItemFormat::kText:
+            return row.describe != nullptr;
         default:
             return row.json != nullptr;
     }

@@ -83,8 +83,6 @@ void CStructurePage::BuildTree() {
     m_tree->setIndentation(kIndentation);
     m_tree->header()->setStretchLastSection(false);
     m_tree->header()->setSectionResizeMode(CAsn1TreeModel::kValue, QHeaderView::Stretch);
-    m_tree->setColumnWidth(CAsn1TreeModel::kOffset, kNumberWidth * character);
-    m_tree->setColumnWidth(CAsn1TreeModel::kLength, kNumberWidth * character);
     m_tree->setMinimumWidth(kElementWidth * character);
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_tree->installEventFilter(this);
@@ -122,6 +120,11 @@ void CStructurePage::ShowOctets(std::vector<unsigned char> octets, const QString
 
 void CStructurePage::Translate(std::uint32_t language) {
     m_model->SetLanguage(language);
+    const int numbers = kNumberWidth * fontMetrics().averageCharWidth();
+    for (const int column : {CAsn1TreeModel::kOffset, CAsn1TreeModel::kLength}) {
+        m_tree->setColumnWidth(column,
+                               std::max(numbers, m_tree->header()->sectionSizeHint(column)));
+    }
     m_search->Translate(MessageText(kMsgDlgFind));
     m_menuButton->setText(Word(ViewerWord::kElementMenu));
     constexpr ViewerWord kActions[] = {ViewerWord::kCopyValue, ViewerWord::kCopyHex,
