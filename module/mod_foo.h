@@ -144,8 +144,9 @@ class CCertInfoDlg;
 ///                                             whatever is in a file, up to 32 MiB: DER, PEM,
 ///                                             Base64, S/MIME, a record's JSON. Its items are
 ///                                             listed: signatures with countersignatures and time
-///                                             stamps, certificates, lists, recipients. The name
-///                                             is shown, "" for none
+///                                             stamps, certificates, lists, recipients, and what
+///                                             else is described (OCSP responses, key stores). The
+///                                             name is shown, "" for none
 ///     bool addFile(QByteArray octets, QString name)
 ///                                             the same beside the files that are shown
 ///     bool openFiles(QStringList paths)       files of this machine in the place of those that

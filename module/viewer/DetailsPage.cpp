@@ -1,5 +1,6 @@
 #include "module/viewer/DetailsPage.h"
 
+#include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 
 #include <QClipboard>
@@ -93,6 +94,7 @@ void CDetailsPage::ShowFields(CRecordFields fields) {
 }
 
 void CDetailsPage::Translate() {
+    m_language = GetZORNALng();
     m_search->Translate(MessageText(kMsgDlgFind));
     m_textLabel->setText(MessageText(kMsgDlgFullText));
     m_copy->setText(MessageText(kMsgDlgCopy));
@@ -102,6 +104,7 @@ void CDetailsPage::Translate() {
 }
 
 void CDetailsPage::ApplySearch(const QString& text) {
+    const CLanguageScope scope(m_language);
     m_highlight->SetWanted(text);
     m_filter->SetWanted(text);
     const bool isInVain = m_filter->rowCount() == 0 && !text.isEmpty();
@@ -162,6 +165,7 @@ QModelIndex CDetailsPage::Next(const QModelIndex& from, bool forward) const {
 }
 
 void CDetailsPage::ShowSelected() {
+    const CLanguageScope scope(m_language);
     const QModelIndex current = m_tree->currentIndex().siblingAtColumn(0);
     m_text->setPlainText(LaidOut(current.data(CFieldModel::kFullText).toString(), kMaxPageText));
     HighlightIn(*m_text, m_search->Wanted());

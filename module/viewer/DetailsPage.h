@@ -11,6 +11,8 @@
 #include <QTreeView>
 #include <QWidget>
 
+#include <cstdint>
+
 namespace ca {
 
 /// Every field of a record in a tree that can be searched, the selected one's whole text
@@ -45,7 +47,8 @@ class CDetailsPage : public QWidget {
     CFieldModel* m_model;
     CFieldFilter* m_filter;
     CHighlightDelegate* m_highlight;
-    int m_labelWidth = 0;  // of the first column, as set here last
+    int m_labelWidth = 0;          // of the first column, as set here last
+    std::uint32_t m_language = 0;  // of the texts, 0 for the process's
 };
 
 }  // namespace ca

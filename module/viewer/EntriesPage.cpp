@@ -1,5 +1,7 @@
 #include "module/viewer/EntriesPage.h"
 
+#include "common/Lng.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -73,6 +75,7 @@ void CEntriesPage::ShowList(std::span<unsigned char> list) {
 }
 
 void CEntriesPage::Translate(std::uint32_t language) {
+    m_language = language;
     m_model->SetLanguage(language);
     m_search->Translate(Word(ViewerWord::kFindSerial));
     const QString name = Word(ViewerWord::kEntriesTab).remove('&');
@@ -93,12 +96,14 @@ bool CEntriesPage::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CEntriesPage::ShowSelected() {
+    const CLanguageScope scope(m_language);
     const QModelIndex current = m_table->currentIndex();
     m_text->setPlainText(current.isValid() ? LaidOut(m_model->TextOf(current.row()), kMaxPageText)
                                            : QString());
 }
 
 void CEntriesPage::FindFrom(int row, bool forward) {
+    const CLanguageScope scope(m_language);
     const int found = m_model->FindSerial(m_search->Wanted(), row, forward);
     const bool isInVain = found < 0 && !m_search->Wanted().isEmpty();
     m_search->SetResult(isInVain ? MessageText(kMsgDlgNothingFound) : QString());

@@ -39,6 +39,7 @@ class CEntriesPage : public QWidget {
     QTableView* m_table;
     QPlainTextEdit* m_text;
     CEntriesModel* m_model;
+    std::uint32_t m_language = 0;  // of the texts, 0 for the process's
 };
 
 }  // namespace ca

@@ -1,5 +1,6 @@
 #include "module/viewer/FieldModel.h"
 
+#include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 
 #include <utility>
@@ -20,6 +21,7 @@ namespace ca {
 void CFieldModel::SetFields(CRecordFields fields) {
     beginResetModel();
     m_fields = std::move(fields);
+    m_language = GetZORNALng();
     endResetModel();
 }
 
@@ -53,6 +55,7 @@ QVariant CFieldModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) {
         return {};
     }
+    const CLanguageScope scope(m_language);
     const RecordField& field = FieldOf(index);
     switch (role) {
         case Qt::DisplayRole:

@@ -5,6 +5,8 @@
 #include <QAbstractItemModel>
 #include <QSortFilterProxyModel>
 
+#include <cstdint>
+
 namespace ca {
 
 /// The fields of a certificate for a tree view: label and first line of the value.
@@ -32,6 +34,7 @@ class CFieldModel : public QAbstractItemModel {
     const RecordField& FieldOf(const QModelIndex& index) const;
 
     CRecordFields m_fields;
+    std::uint32_t m_language = 0;  // of the fields
     QString m_headers[2];
 };
 

@@ -160,6 +160,8 @@ ItemDescription DescribeItem(const CFileDocument& document, ItemIndex item) {
     ItemDescription description;
     description.kind = KindText(document[item]);
     description.title = OrDash(row.name != nullptr ? row.name(document, item) : QString());
+    const QString damage = DamageText(document, item);
+    description.summary.Row("damage", MessageText(kMsgFieldFaults), damage);
     try {
         if (row.describe != nullptr) {
             row.describe(document, item, description);
@@ -168,9 +170,8 @@ ItemDescription DescribeItem(const CFileDocument& document, ItemIndex item) {
     } catch (const Exception& fault) {
         SayFaults(fault.message, description);
     }
-    if (const QString damage = DamageText(document, item); !damage.isEmpty()) {
+    if (!damage.isEmpty()) {
         description.sign = ItemSign::kWarning;
-        description.summary.Row("damage", MessageText(kMsgFieldFaults), damage);
     }
     return description;
 }

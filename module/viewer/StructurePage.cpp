@@ -119,6 +119,7 @@ void CStructurePage::ShowOctets(std::vector<unsigned char> octets, const QString
 }
 
 void CStructurePage::Translate(std::uint32_t language) {
+    m_language = language;
     m_model->SetLanguage(language);
     const int numbers = kNumberWidth * fontMetrics().averageCharWidth();
     for (const int column : {CAsn1TreeModel::kOffset, CAsn1TreeModel::kLength}) {
@@ -230,6 +231,7 @@ void CStructurePage::FindNext(bool forward) {
 }
 
 void CStructurePage::SearchOn() {
+    const CLanguageScope scope(m_language);
     QElapsedTimer clock;
     clock.start();
     const QModelIndex start = m_tree->currentIndex().siblingAtColumn(0);

@@ -70,6 +70,7 @@ class CStructurePage : public QWidget {
     QTimer m_searching;
     QModelIndex m_searched;  // the row looked at last
     bool m_isForward = true;
+    std::uint32_t m_language = 0;  // of the texts, 0 for the process's
 };
 
 }  // namespace ca

@@ -1,5 +1,6 @@
 #include "module/viewer/TextBox.h"
 
+#include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 
 #include <QClipboard>
@@ -37,12 +38,14 @@ CTextBox::CTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 void CTextBox::SetText(const QString& text) {
     m_whole = text;
+    m_language = GetZORNALng();
     setPlainText(LaidOut(text, kMaxBoxText));
     FitHeight();
 }
 
 // With words of the viewer's own: those of Qt's menu are in the language of the host.
 void CTextBox::contextMenuEvent(QContextMenuEvent* event) {
+    const CLanguageScope scope(m_language);
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(Word(ViewerWord::kCopySelected), this, &QPlainTextEdit::copy)

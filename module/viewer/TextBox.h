@@ -2,6 +2,8 @@
 
 #include <QPlainTextEdit>
 
+#include <cstdint>
+
 namespace ca {
 
 /// A text that can be read, selected and copied, and is never taken for markup. As high as its
@@ -25,6 +27,7 @@ class CTextBox : public QPlainTextEdit {
     void FitHeight();
 
     QString m_whole;
+    std::uint32_t m_language = 0;  // of the text
 };
 
 }  // namespace ca

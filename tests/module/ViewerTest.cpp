@@ -229,7 +229,8 @@ TEST_F(ViewerTest, KeepsWhatItShowsWhenItIsHandedSomethingElse) {
     EXPECT_EQ(ErrorCode(), 0U);
     EXPECT_EQ(m_viewer->property("page"), 3);
     EXPECT_EQ(m_viewer->property("certificateCount"), 0);
-    EXPECT_FALSE(Export(m_settings.File("none.der"), "der"));
+    EXPECT_FALSE(Export(m_settings.File("none.pem"), "pem"));  // nobody knows the label
+    EXPECT_TRUE(Export(m_settings.File("any.der"), "der"));
 }
 
 TEST_F(ViewerTest, SearchesAndCopiesByKeys) {
@@ -462,6 +463,14 @@ TEST_F(ViewerTest, FindsAndHandsOutElementsOfTheStructure) {
 
     Find<QLineEdit>("structureFind")->setText("not there");
     EXPECT_EQ(Find<QLabel>("structureFindResult")->text(), "Nothing found");
+    m_viewer->setProperty("language", "ru");  // that of the window, not of the process
+    for (const auto& [page, name] : {std::pair(1, "findText"), {3, "structureFind"}}) {
+        GoTo(page);
+        Find<QLineEdit>(name)->setText("no such text");
+        EXPECT_EQ(Find<QLabel>((std::string(name) + "Result").c_str())->text(),
+                  "Ничего не найдено");
+    }
+    m_viewer->setProperty("language", "en");
     Find<QLineEdit>("structureFind")->setText("OCTET STRING");
     const QModelIndex first = tree->currentIndex();
     QTest::keyClick(m_viewer, Qt::Key_F3);
