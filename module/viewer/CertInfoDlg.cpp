@@ -17,12 +17,8 @@
 #include "module/viewer/WindowSize.h"
 #include "ui_CertInfoDlg.h"
 
-#include <QDragEnterEvent>
-#include <QDropEvent>
 #include <QEvent>
-#include <QMimeData>
 #include <QStyle>
-#include <QUrl>
 
 #include <algorithm>
 #include <exception>
@@ -241,22 +237,6 @@ void CCertInfoDlg::hideEvent(QHideEvent* event) {
     if (!isMaximized() && !isFullScreen()) {
         ca::StoreWindowSize(*this);
     }
-}
-
-void CCertInfoDlg::dragEnterEvent(QDragEnterEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (!urls.isEmpty() && std::ranges::all_of(urls, &QUrl::isLocalFile)) {
-        event->acceptProposedAction();
-    }
-}
-
-void CCertInfoDlg::dropEvent(QDropEvent* event) {
-    QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls()) {
-        paths += url.toLocalFile();
-    }
-    event->acceptProposedAction();
-    openFiles(paths);
 }
 
 void CCertInfoDlg::BuildPages() {

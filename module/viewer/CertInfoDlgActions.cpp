@@ -13,11 +13,16 @@
 #include "ui_CertInfoDlg.h"
 
 #include <QClipboard>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QShortcut>
+#include <QUrl>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -126,6 +131,22 @@ void CCertInfoDlg::AskWhatToOpen() {
     QFileDialog* const dialog = ca::MakeOpenDialog(this);
     connect(dialog, &QFileDialog::filesSelected, this, &CCertInfoDlg::openFiles);
     dialog->open();
+}
+
+void CCertInfoDlg::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (!urls.isEmpty() && std::ranges::all_of(urls, &QUrl::isLocalFile)) {
+        event->acceptProposedAction();
+    }
+}
+
+void CCertInfoDlg::dropEvent(QDropEvent* event) {
+    QStringList paths;
+    for (const QUrl& url : event->mimeData()->urls()) {
+        paths += url.toLocalFile();
+    }
+    event->acceptProposedAction();
+    openFiles(paths);
 }
 
 void CCertInfoDlg::AskWhereToSave() {

@@ -38,8 +38,8 @@ ca::ItemKind ListedKind(const ca::ObjectKind* kind, std::span<unsigned char> oct
             return ItemKind::kCrl;
         case ca::ObjectReader::kRecipients:
             return ItemKind::kEnvelope;
-        default:
-            return ItemKind::kObject;
+        default:  // a label may claim what the octets are not
+            return kind->describe != nullptr ? ItemKind::kObject : ItemKind::kStructure;
     }
 }
 
