@@ -50,6 +50,11 @@ TEST_F(ViewCommandTest, ShowsEachKindOfFileUntilASignalClosesIt) {
             EXPECT_TRUE(std::filesystem::remove(m_directory.File(kSettings)));
         }
     }
+    // Of several files those that can be read are shown.
+    const HostResult some = ViewUntil("TERM", "none.pem c.pem");
+    EXPECT_EQ(2, some.exitCode);
+    EXPECT_NE(some.err.find("none.pem"), std::string::npos);
+    EXPECT_TRUE(std::filesystem::remove(m_directory.File(kSettings)));
 }
 
 TEST_F(ViewCommandTest, SurvivesWhateverIsStoredAsItsSize) {
