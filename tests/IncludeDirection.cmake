@@ -8,7 +8,7 @@ set(not_in_records module host)
 set(not_in_module host)
 set(not_in_host common records)
 
-set(host_helpers "\"(common/(AtomicFile|ConfigFileParser|Encode|ErrorCodes|ErrorMessageHelper|Exception|HeapPtr|Json|Lng|Log|inifile)|records/(Payload|RecordLabels|text/Elements))\\.h\"")
+set(host_helpers "\"(common/(AtomicFile|ConfigFileParser|Encode|ErrorCodes|ErrorMessageHelper|Exception|HeapPtr|Json|Lng|Log|inifile)|records/(Payload|RecordLabels|objects/[A-Za-z]+|text/(Elements|TextLines|VisibleText)))\\.h\"")
 
 set(wrong "")
 foreach(folder common asn1 records module host)
