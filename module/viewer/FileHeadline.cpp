@@ -83,8 +83,14 @@ QString FileLine(const CFileDocument& document, ItemIndex file) {
         return Word(ViewerWord::kCertificate);
     }
     const std::vector<ItemIndex>& items = document[file].children;
-    return items.size() == 1 ? ItemLine(document, items.front())
-                             : CountTexts(CountKinds(document, items)).join(", ");
+    const KindCounts counts = CountKinds(document, items);
+    QStringList texts = CountTexts(counts);
+    const bool isOne =
+        items.size() == 1 || (items.size() == 2 && document[items.back()].kind == ItemKind::kMore);
+    if (isOne) {
+        texts.front() = ItemLine(document, items.front());
+    }
+    return texts.join(", ");
 }
 
 }  // namespace
