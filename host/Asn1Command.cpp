@@ -39,7 +39,8 @@ constexpr std::size_t kJsonPiece = std::size_t{1} << 16U;
 
 constexpr const char* kExamples =
     R"(A file is DER or BER, PEM (all of its blocks) or bare Base64; - is the standard
-input. A line of the listing shows: offset, header+content length, tag, value.
+input. A line of the listing shows: offset, header+content length, tag, value. What
+is encoded inside an OCTET STRING or a BIT STRING stands below it.
 --raw and --rebuild write the octets of all nodes one after another. A line of
 --json begins with "file", and "item" and "label" in a PEM file. The exit code is 2
 when a file cannot be read or has no such node, else 1 when something does not

@@ -1,13 +1,17 @@
 #include "host/Asn1Listing.h"
 
 #include "asn1/BlockText.h"
+#include "asn1/EnclosedBlocks.h"
 #include "common/Encode.h"
 #include "host/StandardStreams.h"
 #include "host/Terminal.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -15,6 +19,8 @@ namespace {
 constexpr std::size_t kIndent = 2;
 // Deeper blocks stay at this indentation and tell their depth instead.
 constexpr std::size_t kIndentedLevels = 20;
+// Strings in strings whose content is listed; each one takes memory while it is open.
+constexpr std::size_t kMaxEnclosed = 64;
 
 std::string PlaceText(const CAsn1Block& block, const unsigned char* base) {
     const auto offset = block.start != nullptr ? block.start - base : std::ptrdiff_t{0};
@@ -54,30 +60,65 @@ std::string LineText(const CAsn1Block& block, std::size_t depth, const unsigned 
     return text + "\n";
 }
 
+// Writes the lines of a tree and keeps its own stack: strangers choose the depth.
+class CListing {
+  public:
+    CListing(const unsigned char* base, std::size_t width, std::FILE* stream)
+        : m_base(base), m_width(width), m_stream(stream) {}
+
+    void List(const CAsn1Block& root) {
+        Visit(root);
+        while (!m_open.empty()) {
+            Level& level = m_open.back();
+            if (level.left.empty()) {
+                m_enclosures -= level.parser != nullptr ? 1 : 0;
+                m_open.pop_back();
+                continue;
+            }
+            const CAsn1Block& child = *level.left.front();
+            level.left = level.left.subspan(1);
+            Visit(child);
+        }
+    }
+
+  private:
+    struct Level {
+        std::span<CAsn1Block* const> left;
+        std::unique_ptr<CCryptAsn1Parser> parser;  // of what a string encloses
+    };
+
+    void Visit(const CAsn1Block& block) {
+        host::Put(LineText(block, m_open.size(), m_base, m_width), m_stream);
+        if (block.GetInnerBlockCount() != 0) {
+            m_open.push_back({block.GetInnerBlocks(), nullptr});
+        } else if (m_enclosures < kMaxEnclosed) {
+            Open(ca::EnclosedEncoding(block));
+        }
+    }
+
+    void Open(std::span<unsigned char> encoding) {
+        if (!encoding.empty()) {
+            ++m_enclosures;
+            auto parser = ca::ParseEnclosed(encoding);
+            const std::span<CAsn1Block* const> roots = parser->GetRoots();
+            m_open.push_back({roots, std::move(parser)});
+        }
+    }
+
+    const unsigned char* m_base;
+    std::size_t m_width;
+    std::FILE* m_stream;
+    std::vector<Level> m_open;
+    std::size_t m_enclosures = 0;
+};
+
 }  // namespace
 
 namespace host {
 
 void ListAsn1(const CAsn1Block& root, const unsigned char* base, std::size_t width,
               std::FILE* stream) {
-    struct Level {
-        const CAsn1Block* block;
-        std::size_t next;
-    };
-    std::vector<Level> open{{&root, 0}};
-    const auto write = [&](const CAsn1Block& block, std::size_t depth) {
-        Put(LineText(block, depth, base, width), stream);
-    };
-    write(root, 0);
-    while (!open.empty()) {
-        const CAsn1Block* const child = open.back().block->GetInnerBlock(open.back().next++);
-        if (child == nullptr) {
-            open.pop_back();
-            continue;
-        }
-        write(*child, open.size());
-        open.push_back({child, 0});
-    }
+    CListing(base, width, stream).List(root);
 }
 
 }  // namespace host

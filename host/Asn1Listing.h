@@ -8,7 +8,8 @@
 namespace host {
 
 /// Writes the tree below `root` for people, one block a line: offset from `base`, header and
-/// content length as the file has them, then, indented by depth up to a bound, tag and value.
+/// content length as the file has them, then, indented by depth up to a bound, tag and value. Below
+/// an OCTET or BIT STRING stands what is encoded in it.
 /// \param base    the first octet of what was parsed
 /// \param width   columns of a line; what is longer is cut
 /// Time is proportional to the octets, memory to the depth. Throws what Put() throws.

@@ -5,21 +5,24 @@
 #include "host/JsonEvents.h"
 #include "host/RecordMembers.h"
 #include "host/Terminal.h"
-#include "records/objects/ObjectDescription.h"
+#include "records/RecordLabels.h"
 #include "records/text/TextLines.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using ca::FindNamedText;
 using ca::JsonValue;
+using ca::MemberForm;
+using ca::NamedTextKeys;
 using host::AsText;
 using host::MemberText;
+using Label = ca::RecordLabel;
 
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
@@ -31,77 +34,6 @@ constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is fo
 // A list of which an answer may hold a part, and how long the whole is.
 constexpr const char* kEntriesKey = "Revoked";
 constexpr const char* kEntriesCount = "RevokedCount";
-
-enum class Shown : std::uint8_t { kShown, kHidden, kRows };
-
-struct Label {
-    std::string english;
-    std::string russian;
-    Shown shown;
-};
-
-using LabelTable = std::unordered_map<std::string_view, Label>;
-
-const LabelTable& Labels() {
-    using enum Shown;
-    static const LabelTable labels = {
-#define HOST_LABEL(key, english, russian, shown) {key, {english, russian, shown}},
-#include "host/RecordLabels.inc"
-#undef HOST_LABEL
-    };
-    return labels;
-}
-
-// Members that are something else in the records of an envelope's recipients.
-const LabelTable& RecipientLabels() {
-    using enum Shown;
-    static const LabelTable labels = {
-#define HOST_LABEL(key, english, russian, shown) {key, {english, russian, shown}},
-#include "host/RecipientLabels.inc"
-#undef HOST_LABEL
-    };
-    return labels;
-}
-
-// The captions of descriptions' own fields.
-const LabelTable& FieldLabels() {
-    static const LabelTable labels = [] {
-        LabelTable table;
-        for (const ca::FieldName& name : ca::AllFieldNames()) {
-            table.emplace(name.key,
-                          Label{ca::u16u8(name.english), ca::u16u8(name.russian), Shown::kShown});
-        }
-        return table;
-    }();
-    return labels;
-}
-
-const Label* FindIn(const LabelTable& labels, std::string_view key) {
-    const auto found = labels.find(key);
-    return found == labels.end() ? nullptr : &found->second;
-}
-
-// The members of an extension or attribute, which name it; the label that a list of them has, where
-// that is not the one of its key.
-struct NamedTextKeys {
-    const char* name;
-    const char* oid;
-    const char* text;
-    const char* list;
-};
-constexpr NamedTextKeys kNamedTexts[] = {
-    {"OidFriendlyName", "OidValue", "FormattedData", nullptr},
-    {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString", "Attributes"},
-};
-
-const NamedTextKeys* FindNamedText(const JsonValue& value) {
-    for (const NamedTextKeys& keys : kNamedTexts) {
-        if (value.IsObject() && value.HasMember(keys.oid)) {
-            return &keys;
-        }
-    }
-    return nullptr;
-}
 
 constexpr std::string_view kFingerprint = "SHA-256";
 
@@ -116,9 +48,9 @@ class RecordWriter {
         : m_width(std::max(options.width, kLeastWidth)),
           m_russian(options.russian),
           m_isSelection(options.isSelection),
-          m_special(options.isEnvelope      ? &RecipientLabels()
-                    : options.isDescription ? &FieldLabels()
-                                            : nullptr) {}
+          m_sort(options.isEnvelope      ? ca::RecordSort::kRecipient
+                 : options.isDescription ? ca::RecordSort::kDescription
+                                         : ca::RecordSort::kRecord) {}
 
     // A single record needs no heading of its own.
     void Root(const JsonValue& root) {
@@ -143,7 +75,7 @@ class RecordWriter {
         const std::size_t column = ValueColumn(object, indent);
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
-            if (label != nullptr && label->shown == Shown::kHidden) {
+            if (IsHidden(label)) {
                 continue;
             }
             const std::string name = NameOf(object, key, label);
@@ -157,7 +89,7 @@ class RecordWriter {
                 Nested(name, value, indent);
             } else if (value.IsArray() && !value.Empty()) {
                 Array(name, value, indent,
-                      /*asRows=*/label != nullptr && label->shown == Shown::kRows);
+                      /*asRows=*/label != nullptr && label->form == MemberForm::kRows);
             }
             if (value.IsArray() && AsText(key) == kEntriesKey) {
                 RestOfList(name, object, value.Size(), indent);
@@ -192,9 +124,12 @@ class RecordWriter {
     }
 
   private:
-    const Label* FindLabel(std::string_view key) const {
-        const Label* const special = m_special != nullptr ? FindIn(*m_special, key) : nullptr;
-        return special != nullptr ? special : FindIn(Labels(), key);
+    const Label* FindLabel(std::string_view key) const { return ca::FindRecordLabel(key, m_sort); }
+
+    // Other forms of a member that is shown are for those who ask for the JSON.
+    static bool IsHidden(const Label* label) {
+        return label != nullptr &&
+               (label->form == MemberForm::kHidden || label->form == MemberForm::kForm);
     }
 
     std::string NameOf(const JsonValue& object, const JsonValue& key, const Label* label) const {
@@ -205,11 +140,7 @@ class RecordWriter {
         if (AsText(key) == "HolderIssuer" && MemberText(object, "HolderSerial").empty()) {
             return m_russian ? "Держатель" : "Holder";
         }
-        return NameOf(*label);
-    }
-
-    std::string NameOf(const Label& label) const {
-        return m_russian ? label.russian : label.english;
+        return label->In(m_russian);
     }
 
     // Nothing for lists and records; "" for a value that tells nothing.
@@ -242,8 +173,7 @@ class RecordWriter {
         std::size_t widest = 0;
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
-            const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
-            if (!isHidden && !ScalarText(value).value_or("").empty()) {
+            if (!IsHidden(label) && !ScalarText(value).value_or("").empty()) {
                 widest =
                     std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(object, key, label))));
                 if (AsText(key) == "Id" && !MemberText(object, "RawData").empty()) {
@@ -284,7 +214,7 @@ class RecordWriter {
 
     void Array(const std::string& name, const JsonValue& array, std::size_t indent, bool asRows) {
         if (const NamedTextKeys* const keys = FindNamedText(array[0])) {
-            Heading(keys->list != nullptr ? NameOf(*FindLabel(keys->list)) : name, indent);
+            Heading(keys->list != nullptr ? FindLabel(keys->list)->In(m_russian) : name, indent);
         } else if (array[0].IsString() || asRows) {
             Heading(name, indent);
         }
@@ -336,9 +266,8 @@ class RecordWriter {
         std::string row;
         for (const auto& [key, value] : object.GetObject()) {
             const Label* const label = FindLabel(AsText(key));
-            const bool isHidden = label != nullptr && label->shown == Shown::kHidden;
             const std::string text = MemberScalar(object, key, value).value_or("");
-            if (!isHidden && !text.empty()) {
+            if (!IsHidden(label) && !text.empty()) {
                 row.append(row.empty() ? "" : "  ").append(text);
             }
         }
@@ -413,7 +342,7 @@ class RecordWriter {
     std::size_t m_width;
     bool m_russian;
     bool m_isSelection;
-    const LabelTable* m_special;  // looked at first; null for none
+    ca::RecordSort m_sort;
     std::string m_text;
 };
 

@@ -4,6 +4,7 @@
 #include "host/GuiApplication.h"
 #include "host/HostError.h"
 #include "host/ModuleOptions.h"
+#include "host/StandardStreams.h"
 #include "host/Terminal.h"
 
 #include <QByteArray>
@@ -18,6 +19,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -28,28 +30,30 @@ using host::CHostError;
 constexpr const char* kViewerSymbol = "_Z17createCertInfoDlgv";
 
 // In the order of the viewer's pages.
-const std::vector<std::string> kPages = {"general", "details", "path", "asn1"};
+const std::vector<std::string> kPages = {"general", "details", "path", "asn1", "entries"};
 
 constexpr const char* kExamples =
-    R"(A file is a certificate or a bundle of them with their issuers (DER, PEM, bare
-Base64, PKCS #7), a certificate's record as JSON (an answer with "certInfo" too), or
-any other ASN.1 data, of which the structure is shown; - is the standard input.
+    R"(The window lists what the files hold: signed messages with their signatures and
+time stamps, certificates, revocation lists, attribute certificates, recipients
+(DER, PEM, bare Base64, S/MIME); of other ASN.1 data the structure is shown. A file
+may be a certificate's record as JSON too (an answer with "certInfo"); - is the
+standard input.
 
 The program ends with its window; SIGINT and SIGTERM close it, and the exit code is
-0 all the same. It is 1 when the file holds nothing that could be shown, 3 when the
-module has no viewer, 4 when there is no display. Ctrl+F searches, F3 goes on,
-Escape closes. The size of the window is kept in ZORNA/CertificateViewer.ini below
-the user's configuration folder.
+0 all the same. It is 1 when a file holds nothing that could be shown, 2 when one
+cannot be read, 3 when the module has no viewer, 4 when there is no display. Ctrl+F searches, F3 goes on,
+Ctrl+O opens, Ctrl+S saves, Escape closes. The size of the window is kept in
+ZORNA/CertificateViewer.ini below the user's configuration folder.
 
 Examples:
   cmhost view certificate.pem
-  cmhost view chain.pem --page path --language ru
-  cmhost view list.crl
+  cmhost view message.p7s chain.pem --language ru
+  cmhost view list.crl --page entries
   cmhost call GetCertInfo2 | cmhost view -)";
 
 struct ViewOptions {
     host::ModuleOptions module;
-    std::string file;
+    std::vector<std::string> files;
     std::string page;
     bool structure = false;
 };
@@ -91,12 +95,23 @@ class Viewer {
     Viewer& operator=(const Viewer&) = delete;
     ~Viewer() { const std::unique_ptr<QDialog> neverClosed(m_dialog.data()); }
 
-    // False when there is nothing in the octets that it could show.
-    bool Fill(const QByteArray& content, bool isRecord, bool asStructure) {
-        if (isRecord) {
-            return Call("setRecordJson", content);
+    // False when there is nothing in the octets that it could show, beside what it shows already.
+    bool Fill(const QByteArray& content, const std::string& name, bool asStructure) {
+        const QByteArray operation = m_hasFiles ? "addFile" : "showFile";
+        const bool takesFiles =
+            m_dialog->metaObject()->indexOfMethod(operation + "(QByteArray,QString)") >= 0;
+        bool isDone = false;
+        if (asStructure) {
+            isDone = Call("setStructure", Q_ARG(QByteArray, content));
+        } else if (takesFiles) {
+            isDone = Call(operation, Q_ARG(QByteArray, content),
+                          Q_ARG(QString, QString::fromStdString(name)));
+        } else {
+            isDone = FillOne(content);
+            SetFileName(QString::fromStdString(name));
         }
-        return (!asStructure && Call("setCertificate", content)) || Call("setStructure", content);
+        m_hasFiles = m_hasFiles || isDone;
+        return isDone;
     }
 
     std::string GetFault() const {
@@ -106,8 +121,34 @@ class Viewer {
 
     void SetPage(int page) { m_dialog->setProperty("page", page); }
 
-    // The viewer titles itself anew with every certificate and language.
+    void Show() { m_dialog->show(); }
+
+  private:
+    bool Call(const char* operation, QGenericArgument first, QGenericArgument second = {}) {
+        const host::CModuleTask task(operation);
+        bool isDone = false;
+        if (!QMetaObject::invokeMethod(m_dialog, operation, Qt::DirectConnection,
+                                       Q_RETURN_ARG(bool, isDone), first, second)) {
+            throw CHostError(host::kExitNoModule,
+                             std::string("the module's viewer has no operation ") + operation);
+        }
+        return isDone;
+    }
+
+    // A viewer that knows no files shows the certificate of one, or the structure of its octets.
+    bool FillOne(const QByteArray& content) {
+        const auto octets = Q_ARG(QByteArray, content);
+        if (IsJsonObject({content.constData(), static_cast<std::size_t>(content.size())})) {
+            return Call("setRecordJson", octets);
+        }
+        return Call("setCertificate", octets) || Call("setStructure", octets);
+    }
+
+    // Such a one titles itself anew with every certificate and language.
     void SetFileName(const QString& name) {
+        if (name.isEmpty()) {
+            return;
+        }
         QDialog* const dialog = m_dialog;
         const QString start = name + QString::fromUtf8(" \u2013 ");
         const auto complete = [dialog, start](const QString& title) {
@@ -119,46 +160,77 @@ class Viewer {
         complete(dialog->windowTitle());
     }
 
-    void Show() { m_dialog->show(); }
-
-  private:
-    bool Call(const char* operation, const QByteArray& octets) {
-        const host::CModuleTask task(operation);
-        bool isDone = false;
-        if (!QMetaObject::invokeMethod(m_dialog, operation, Qt::DirectConnection,
-                                       Q_RETURN_ARG(bool, isDone), Q_ARG(QByteArray, octets))) {
-            throw CHostError(host::kExitNoModule,
-                             std::string("the module's viewer has no operation ") + operation);
-        }
-        return isDone;
-    }
-
     QPointer<QDialog> m_dialog;  // null once it was closed
+    bool m_hasFiles = false;
 };
 
+std::string NameOf(const std::string& file) {
+    return file == "-" ? "" : host::Visible(std::filesystem::path(file).filename().string());
+}
+
+// What to show of each file, and how the command ends because of the others.
+struct Contents {
+    std::vector<std::pair<std::string, std::string>> files;  // name and octets
+    host::ExitCode code = host::kExitDone;
+};
+
+// Of one file the fault ends the command; of several it is told, and the others are shown.
+void Complain(const ViewOptions& options, const CHostError& fault, Contents& contents) {
+    if (options.files.size() == 1) {
+        throw fault;
+    }
+    host::Note(fault.what());
+    contents.code = std::max(contents.code, fault.GetExitCode());
+}
+
+Contents ReadAll(const ViewOptions& options) {
+    Contents contents;
+    for (const std::string& file : options.files) {
+        try {
+            contents.files.emplace_back(
+                file,
+                host::ReadFile(file, std::numeric_limits<int>::max()));  // as Qt counts octets
+        } catch (const CHostError& fault) {
+            Complain(options, fault, contents);
+        }
+    }
+    return contents;
+}
+
+void FillAll(Viewer& viewer, const ViewOptions& options, Contents& contents) {
+    bool isAny = false;
+    for (const auto& [file, octets] : contents.files) {
+        const QByteArray content(octets.data(), static_cast<int>(octets.size()));
+        if (viewer.Fill(content, NameOf(file), options.structure)) {
+            isAny = true;
+        } else {
+            Complain(options, {host::kExitAnsweredBad, file + ": " + viewer.GetFault()}, contents);
+        }
+    }
+    if (!isAny) {
+        throw CHostError(contents.code, "none of the files can be shown");
+    }
+}
+
 int View(const ViewOptions& options) {
-    const std::string content =
-        host::ReadFile(options.file, std::numeric_limits<int>::max());  // as Qt counts octets
+    if (options.structure && options.files.size() > 1) {
+        throw CHostError(host::kExitUsage, "--structure takes one file");
+    }
+    Contents contents = ReadAll(options);
     const host::CLoadedModule module(options.module);
     const CreateViewer create = FindViewer(module.GetLibrary());
 
     const host::CGuiApplication application(module.IsRussian());
     Viewer viewer(create);
-    const QByteArray octets(content.data(), static_cast<int>(content.size()));
-    if (!viewer.Fill(octets, IsJsonObject(content), options.structure)) {
-        throw CHostError(host::kExitAnsweredBad, options.file + ": " + viewer.GetFault());
-    }
+    FillAll(viewer, options, contents);
+    contents.files.clear();
     if (const auto page = std::ranges::find(kPages, options.page); page != kPages.end()) {
         viewer.SetPage(static_cast<int>(page - kPages.begin()));
-    }
-    if (options.file != "-") {
-        const std::string name = std::filesystem::path(options.file).filename().string();
-        viewer.SetFileName(QString::fromStdString(host::Visible(name)));
     }
     viewer.Show();
     const host::CModuleTask task("its window", host::CModuleTask::Limit::kNone);
     host::CGuiApplication::Run();
-    return host::kExitDone;
+    return contents.code;
 }
 
 }  // namespace
@@ -167,12 +239,14 @@ namespace host {
 
 void AddViewCommand(CLI::App& program, int& exitCode) {
     CLI::App* const command =
-        program.add_subcommand("view", "Show a certificate in the module's viewer, a window");
+        program.add_subcommand("view", "Show files in the module's viewer, a window");
     const auto options = std::make_shared<ViewOptions>();
-    command->add_option("file", options->file, "File to show; - is the standard input")
+    command->add_option("files", options->files, "Files to show; - is the standard input")
         ->required()
         ->type_name("FILE");
-    command->add_option("--page", options->page, "Page to begin with: general, details, path, asn1")
+    command
+        ->add_option("--page", options->page,
+                     "Page to begin with: general, details, path, asn1, entries")
         ->type_name("PAGE")
         ->check(CLI::IsMember(kPages).description(""));
     command->add_flag("--structure", options->structure,

@@ -4,7 +4,7 @@
 
 namespace host {
 
-/// Adds `cmhost view`: shows a file in the module's certificate viewer.
+/// Adds `cmhost view`: shows files in the module's viewer.
 /// \param exitCode  set when the command has run.
 void AddViewCommand(CLI::App& program, int& exitCode);
 

@@ -12,8 +12,9 @@
  * module or runs a request: it unwinds, what the call holds is released, and no answer is made. In
  * CM_Free(), in the GUI thread's work and inside of network transfers' steps a cancellation waits.
  *
- * A child of fork() goes on with the modules of its parent, wherever the parent's other threads were.
- * Requests that show a window are refused there (16131), unless the thread of the application forked.
+ * A child of fork() goes on with the modules of its parent, wherever the parent's other threads
+ * were. Requests that show a window are refused there (16131), unless the thread of the application
+ * forked.
  */
 
 #include <stdbool.h>
@@ -91,9 +92,9 @@ typedef bool (*CMLogCallback)(const wchar_t* line, bool isError);
  * application the warning is a line of the log.
  *
  * \param silent    Only the low eight bits count: not 0 for a module that shows no windows.
- * \param callback  Log sink of the whole process until CM_Free(): that of the newest module alive is
- *                  called. Null logs nothing.
- * \return The module, or null when it could not be created. To be released with CM_Free().
+ * \param callback  Log sink of the whole process until CM_Free(): that of the newest module alive
+ * is called. Null logs nothing. \return The module, or null when it could not be created. To be
+ * released with CM_Free().
  *
  * Not to be called while another module of this process runs requests: callback and language are
  * the process's.
@@ -110,9 +111,10 @@ MOD_FOO_EXPORT void CM_ProcessClientRequest(void* module, CMPacket* packet);
 /**
  * Releases the module; null is ignored. No request of it may be running.
  *
- * Afterwards its callback is not called any more, by windows left open neither, so that the host may
- * unload the callback's code: calls that other threads are inside of are waited for, five seconds at
- * most. A callback that another module was created with as well stays in use for that one.
+ * Afterwards its callback is not called any more, by windows left open neither, so that the host
+ * may unload the callback's code: calls that other threads are inside of are waited for, five
+ * seconds at most. A callback that another module was created with as well stays in use for that
+ * one.
  */
 MOD_FOO_EXPORT void CM_Free(void* module);
 
@@ -121,9 +123,9 @@ MOD_FOO_EXPORT void CM_Free(void* module);
 
 class CCertInfoDlg;
 
-/// A new certificate viewer, to be shown by the caller; it deletes itself when closed. It stays on
-/// top of other windows and takes the keyboard focus. Null without a running Qt GUI application,
-/// and outside of its GUI thread.
+/// A new viewer of certificates and of the files that hold them, to be shown by the caller; it
+/// deletes itself when closed. It stays on top of other windows and takes the keyboard focus. Null
+/// without a running Qt GUI application, and outside of its GUI thread.
 /// The symbol is decorated: "_Z17createCertInfoDlgv" (Itanium C++ ABI).
 ///
 /// The viewer is a QDialog, and the address is that of its QObject:
@@ -132,23 +134,42 @@ class CCertInfoDlg;
 /// connection); false is a failure, and what was shown before stays:
 ///
 ///     bool setCertificate(QByteArray octets)  DER, PEM, Base64 or PKCS #7; issuers among them
-///                                             appear on the path
+///                                             appear on the path. Of a signed message the first
+///                                             signer's certificate, where the message holds it
 ///     bool setRecordJson(QByteArray utf8)     the JSON object of a "CertInfo2", as answers hold it
 ///                                             under "certInfo"; a whole answer does as well
 ///     bool setStructure(QByteArray octets)    BER of any kind (a CRL, a message), damaged too: its
 ///                                             structure
+///     bool showFile(QByteArray octets, QString name)
+///                                             whatever is in a file, up to 32 MiB: DER, PEM,
+///                                             Base64, S/MIME, a record's JSON. Its items are
+///                                             listed: signatures with countersignatures and time
+///                                             stamps, certificates, lists, recipients, and what
+///                                             else is described (OCSP responses, key stores). The
+///                                             name is shown, "" for none
+///     bool addFile(QByteArray octets, QString name)
+///                                             the same beside the files that are shown
+///     bool openFiles(QStringList paths)       files of this machine in the place of those that
+///                                             are shown; false when not all of them can be
 ///     bool exportTo(QString path, QString format)
-///                                             the current certificate as "der", "pem" or "text";
-///                                             "" goes by the path's ending
+///                                             what is shown as "der", "pem", "text" or "json" (as
+///                                             answers hold it); "" goes by the path's ending
 ///
 /// Properties (QObject::setProperty, property):
 ///
-///     QString language        "en", "ru"; "" (as created) for the language of the module
+///     QString language        "en", "ru"; "" (as created) for the language of the module. The user
+///                             may change it in the window
 ///     QString lastError       why the last operation failed, "" after a success; read only
 ///     uint lastErrorCode      its code, one of those answers carry; read only
 ///     int certificateCount    certificates on the path, 0 for none; read only
-///     int currentCertificate  the one shown: 0 the certificate, 1 its issuer, and so on
-///     int page                0 general, 1 details, 2 path, 3 ASN.1 structure
+///     int currentCertificate  the one shown: 0 the certificate, 1 its issuer, and so on; -1 while
+///                             a signature is shown, whose signer's path it is
+///     int page                0 general, 1 details, 2 path, 3 ASN.1 structure, 4 entries of a
+///                             revocation list; a page that an item does not have is not shown
+///     int itemCount           rows of the list of what the files hold; read only
+///     int currentItem         the one shown, from 0 on, in the order of the list
+///     QString headline        what the files are, in a line: "Signed message, 2 signatures,
+///                             content enclosed"; read only
 ///
 /// The size of the window is kept between runs in the user's settings, "ZORNA/CertificateViewer".
 MOD_FOO_EXPORT CCertInfoDlg* createCertInfoDlg();

@@ -17,7 +17,7 @@ namespace {
 
 using ca::Octets;
 
-constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+constexpr std::size_t kNone = ca::kNoCertificate;
 
 // The extensions of a certificate, [3] EXPLICIT SEQUENCE; they are its last member.
 CAsn1Element ExtensionsOf(std::span<unsigned char> certificate) {
@@ -84,19 +84,6 @@ class CIssuers {
     std::map<std::string_view, std::size_t> m_bySubject;
     std::map<Key, std::size_t> m_byKey;
 };
-
-// Who issued whom in a bundle: index of each certificate's issuer, kNone for none.
-std::vector<std::size_t> FindIssuers(const ca::CertificateBundle& bundle) {
-    if (bundle.certificates.size() == 1) {
-        return {kNone};
-    }
-    const CIssuers known(bundle);
-    std::vector<std::size_t> issuers;
-    for (const auto& certificate : bundle.certificates) {
-        issuers.push_back(known.Of(certificate));
-    }
-    return issuers;
-}
 
 // A certificate and its issuers, each once: those that issued one another make no endless path. As
 // many as are nested.
@@ -176,6 +163,18 @@ void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bun
         CollectElements(certificates.content, bundle);
         bundle.isMessage = isFirst;
     }
+}
+
+std::vector<std::size_t> FindIssuers(const CertificateBundle& bundle) {
+    if (bundle.certificates.size() == 1) {
+        return {kNone};
+    }
+    const CIssuers known(bundle);
+    std::vector<std::size_t> issuers;
+    for (const auto& certificate : bundle.certificates) {
+        issuers.push_back(known.Of(certificate));
+    }
+    return issuers;
 }
 
 std::size_t FindLeaf(const CertificateBundle& bundle) {

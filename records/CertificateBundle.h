@@ -45,8 +45,15 @@ CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag
 /// SignedData carries (RFC 5652 5.1). Other elements are passed over.
 void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bundle);
 
-/// Index of the one certificate of the bundle that issued no other and whose path of issuers, as
-/// far as it is nested, covers all of them; npos when there is no such one.
+/// Stands for no index of a bundle.
+inline constexpr std::size_t kNoCertificate = static_cast<std::size_t>(-1);
+
+/// Who issued whom in a bundle: the index of each certificate's issuer, kNoCertificate where there
+/// is none and for what issued itself. Issuers are found by name and, where stated, key identifier.
+std::vector<std::size_t> FindIssuers(const CertificateBundle& bundle);
+
+/// Index of the one certificate of the bundle that issued no other and whose path of issuers, as far
+/// as it is nested, covers all of them; kNoCertificate when there is no such one.
 std::size_t FindLeaf(const CertificateBundle& bundle);
 
 /// Records of issuers that may be nested in one description.

@@ -131,6 +131,11 @@ namespace ca {
 CCrlWalk::CCrlWalk(std::span<unsigned char> entries, const CrlPage& page)
     : m_cursor(entries), m_page(page) {}
 
+CCrlWalk::CCrlWalk(std::span<unsigned char> entries, const CrlPage& page, const CrlEntry& reached)
+    : m_cursor(entries), m_page(page), m_walked(reached.index) {
+    m_entry.certificateIssuer = reached.certificateIssuer;
+}
+
 bool CCrlWalk::Step(CAsn1Element& element) {
     if (m_cursor.AtEnd()) {
         return false;

@@ -31,6 +31,8 @@ class CCrlWalk {
   public:
     /// \param entries  the content of revokedCertificates; outlives the walk, as `page` does.
     CCrlWalk(std::span<unsigned char> entries, const CrlPage& page);
+    /// Goes on where another walk stood: \param entries  from `reached` on, an entry of it.
+    CCrlWalk(std::span<unsigned char> entries, const CrlPage& page, const CrlEntry& reached);
 
     /// Steps to the next entry of the page; false when there is no more. Octets that are no element
     /// are the last entry, which is not whole then.

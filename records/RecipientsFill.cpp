@@ -18,7 +18,9 @@
 #include "records/text/SharedFormatters.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -43,6 +45,18 @@ class CCollector {
     void AddAll(const CAsn1SetOf<CAsn1RecipientInfo>& infos) {
         AddEach(infos, [this](const CAsn1RecipientInfo& info) { AddInfo(info); });
     }
+
+    // Keeps one record, and counts the others. \param wanted  its number.
+    // \return null when there are not so many.
+    std::unique_ptr<CertInfo2> TakeOne(CAsn1ListCursor<CAsn1RecipientInfo> at, std::size_t wanted) {
+        m_wanted = wanted;
+        Walk(
+            at, [] { return std::size_t{1}; },
+            [this](const CAsn1RecipientInfo& info) { AddInfo(info); });
+        Finish();
+        return std::move(m_only);
+    }
+    std::size_t Started() const { return m_started; }
 
     // Throws 16253 when nobody is named and nothing was unreadable.
     ca::Recipients Take() {
@@ -70,18 +84,34 @@ class CCollector {
 
     // The record of the last recipient is whole.
     void Finish() {
-        if (m_record != nullptr) {
-            m_recipients.records.Add(std::move(m_record));
+        if (m_record == nullptr) {
+            return;
         }
+        if (!m_wanted) {
+            m_recipients.records.Add(std::move(m_record));
+        } else if (m_started == *m_wanted + 1) {
+            m_only = std::move(m_record);
+        }
+        m_record.reset();
     }
+
+    // Whether the record that is wanted is whole: another one was begun behind it.
+    bool HasWanted() const { return m_only != nullptr; }
 
     // Adds what could be read of each element. A fault stands in the record of its element.
     template <class List, class AddOne>
     void AddEach(const List& list, AddOne add) {
-        std::size_t index = 0;
-        for (auto at = list.Elements(); at.Next(); ++index) {
+        auto at = list.Elements();
+        Walk(
+            at, [&list] { return list.Count(); }, add);
+    }
+
+    // \param count  elements in all, which is asked for when some are left out.
+    template <class Cursor, class Count, class AddOne>
+    void Walk(Cursor& at, Count count, AddOne add) {
+        for (std::size_t index = 0; !HasWanted() && at.Next(); ++index) {
             if (!ca::CAnswerBudget::HasRoomFor(at.Raw().size())) {
-                m_hidden += list.Count() - index;
+                m_hidden += count() - index;
                 return;
             }
             const std::size_t before = m_started;
@@ -251,6 +281,8 @@ class CCollector {
 
     ca::Recipients m_recipients;
     std::unique_ptr<CertInfo2> m_record;  // of the recipient that is being read
+    std::optional<std::size_t> m_wanted;  // the only one that is kept
+    std::unique_ptr<CertInfo2> m_only;
     std::size_t m_started = 0;
     std::size_t m_hidden = 0;  // elements that there was no room for
     std::wstring m_algorithm;
@@ -262,6 +294,10 @@ class CCollector {
 // The recipients stand behind the version and, tagged [0], what the originator adds.
 std::size_t RecipientInfosIndex(const CAsn1Element& envelope) {
     return ca::Child(envelope, 1).tag == ca::ContextConstructed(0) ? 2 : 1;
+}
+
+CAsn1Element FindInfos(const CAsn1Element& envelope) {
+    return ca::Child(envelope, RecipientInfosIndex(envelope));
 }
 
 // What stands in the place of the recipients.
@@ -299,7 +335,7 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo) {
 Recipients DescribeRecipients(std::span<unsigned char> envelope) {
     const CAnswerBudget budget(envelope.size());
     const CAsn1Element whole = FirstElement(envelope);
-    const CAsn1Element infos = Child(whole, RecipientInfosIndex(whole));
+    const CAsn1Element infos = FindInfos(whole);
     if (infos.tag != kAsn1Set) {
         throw Exception(kErrBadData, RecipientInfosFault(whole).message);
     }
@@ -307,6 +343,25 @@ Recipients DescribeRecipients(std::span<unsigned char> envelope) {
     CCollector collector;
     collector.AddAll(*list);
     return collector.Take();
+}
+
+std::span<unsigned char> RecipientInfosOf(std::span<unsigned char> envelope) {
+    const CAsn1Element infos = FindInfos(FirstElement(envelope));
+    return infos.tag == kAsn1Set ? infos.content : std::span<unsigned char>();
+}
+
+std::unique_ptr<CertInfo2> DescribeRecipient(std::span<unsigned char> info, std::size_t number) {
+    CAsn1Block place;
+    place.start = info.data();
+    return CCollector().TakeOne({info, place}, number);
+}
+
+std::size_t CountRecipients(std::span<unsigned char> info) {
+    CAsn1Block place;
+    place.start = info.data();
+    CCollector collector;
+    collector.TakeOne({info, place}, std::numeric_limits<std::size_t>::max() - 1);
+    return collector.Started();
 }
 
 }  // namespace ca

@@ -3,13 +3,15 @@
 #include "records/CertInfo.h"
 #include "records/StringArray.h"
 
+#include <cstddef>
+#include <memory>
 #include <span>
 
 namespace ca {
 
 /// Who can read an enveloped message.
 struct Recipients {
-    CertInfos2 records;                 ///< one for each recipient, in order
+    CertInfos2 records;                  ///< one for each recipient, in order
     StringArray ids{kTypeCertificates};  ///< of those that name a certificate or a key
 };
 
@@ -31,5 +33,13 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo);
 /// Throws ca::Exception 16306 when the recipients cannot be found at all, 16253 when none of them
 /// is named.
 Recipients DescribeRecipients(std::span<unsigned char> envelope);
+
+/// The record of one of those whom one RecipientInfo names; one who cannot be read has a record,
+/// too. \param number  from 0 on. \return null when there are not so many. Cost is linear.
+std::unique_ptr<CertInfo2> DescribeRecipient(std::span<unsigned char> info, std::size_t number);
+/// How many one RecipientInfo names. Cost is linear.
+std::size_t CountRecipients(std::span<unsigned char> info);
+/// The RecipientInfos of what FindEnvelope() found, one behind the other; empty for none.
+std::span<unsigned char> RecipientInfosOf(std::span<unsigned char> envelope);
 
 }  // namespace ca

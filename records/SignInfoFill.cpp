@@ -122,6 +122,13 @@ class CSignerDescriber {
     // What is among them and is none; octets of the message.
     std::span<const unsigned char> OddCertificate() const { return m_certificates.Odd(); }
 
+    // Describes one signer alone. \param list  what it is counted in, where offsets begin.
+    void DescribeOne(std::span<unsigned char> signer, const CAsn1Block& list, SignInfo& record) {
+        if (Signers at(signer, list); at.Next()) {
+            Describe(at, /*level=*/0, record);
+        }
+    }
+
     // The record of a signature of which nothing is known yet.
     std::unique_ptr<SignInfo> NewRecord() const {
         auto record = std::make_unique<SignInfo>();
@@ -279,6 +286,36 @@ void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
     ca::AddError(record.signCert.error, lines.TakeFaults());
 }
 
+// A message as far as it could be read.
+class COpenMessage {
+  public:
+    COpenMessage(std::span<unsigned char> object, std::span<unsigned char> signedData)
+        : m_size(signedData.size()), m_message(signedData, Asn1Blocks::kRead) {
+        m_message->GetBlock()->offset =
+            static_cast<std::uint32_t>(signedData.data() - object.data());
+        try {
+            m_message->Decode();
+        } catch (const ca::Exception& fault) {
+            m_fault = fault.message;
+        }
+    }
+
+    const CAsn1SignedData* operator->() const { return &*m_message; }
+    const std::wstring& Fault() const { return m_fault; }
+    const CAsn1EncapsulatedContentInfo* Content() const { return m_message->EncapContentInfo(); }
+    bool IsAttached() const { return Content() != nullptr && Content()->EContent() != nullptr; }
+    CSignerDescriber Describer() const {
+        const CAsn1SetOf<CAsn1Any>* set = m_message->Certificates();
+        return {set != nullptr ? set->ContentOctets() : std::span<unsigned char>(), m_size,
+                IsAttached()};
+    }
+
+  private:
+    std::size_t m_size;
+    CAsn1Root<CAsn1SignedData> m_message;
+    std::wstring m_fault;
+};
+
 }  // namespace
 
 namespace ca {
@@ -315,20 +352,8 @@ struct MessageOutcome {
 // Describes one message.
 MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsigned char> signedData,
                                SignInfos& described) {
-    CAsn1Root<CAsn1SignedData> message(signedData, Asn1Blocks::kRead);
-    message->GetBlock()->offset = static_cast<std::uint32_t>(signedData.data() - object.data());
-    std::wstring error;
-    try {
-        message->Decode();
-    } catch (const Exception& fault) {
-        error = fault.message;
-    }
-    const CAsn1EncapsulatedContentInfo* content = message->EncapContentInfo();
-    const bool isAttached = content != nullptr && content->EContent() != nullptr;
-    const CAsn1SetOf<CAsn1Any>* certificates = message->Certificates();
-    CSignerDescriber describer(
-        certificates != nullptr ? certificates->ContentOctets() : std::span<unsigned char>(),
-        signedData.size(), isAttached);
+    const COpenMessage message(object, signedData);
+    CSignerDescriber describer = message.Describer();
     std::size_t hidden = 0;
     if (const CAsn1SetOf<CAsn1SignerInfo>* signers = message->SignerInfos()) {
         hidden = describer.DescribeAll(signers->ContentOctets(), *signers->GetBlock(), /*level=*/0,
@@ -336,14 +361,14 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsign
     } else {
         described.Add(describer.NewRecord());
     }
-    if (content != nullptr && described.Count() == 1) {
-        AddContent(*content, *described.items.front());
+    if (message.Content() != nullptr && described.Count() == 1) {
+        AddContent(*message.Content(), *described.items.front());
     }
     if (described.items.empty()) {
-        return {isAttached, hidden};
+        return {message.IsAttached(), hidden};
     }
     std::wstring& told = described.items.front()->signCert.error;
-    AddError(told, error);
+    AddError(told, message.Fault());
     if (describer.HiddenCertificates() != 0) {
         AddError(told, SetZORNAMessage(kMsgCertificates) +
                            (L": " + MoreText(describer.HiddenCertificates())));
@@ -353,7 +378,7 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsign
                                        static_cast<std::size_t>(odd.data() - object.data())));
     }
     AddMore(told, hidden);
-    return {isAttached, 0};
+    return {message.IsAttached(), 0};
 }
 
 }  // namespace
@@ -376,6 +401,26 @@ std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& si
     signatures.Append(std::move(described));
     signatures.SayMore(outcome.hidden);
     return outcome.isAttached;
+}
+
+bool FillSignInfo(std::span<unsigned char> object, std::span<unsigned char> signer,
+                  SignInfo& record) {
+    const std::span<unsigned char> signedData = FindSignedData(object);
+    if (signedData.empty()) {
+        return false;
+    }
+    const CAnswerBudget budget(signedData.size());
+    const COpenMessage message(object, signedData);
+    CSignerDescriber describer = message.Describer();
+    record = *describer.NewRecord();
+    const CAsn1SetOf<CAsn1SignerInfo>* signers = message->SignerInfos();
+    describer.DescribeOne(signer, signers != nullptr ? *signers->GetBlock() : *message->GetBlock(),
+                          record);
+    if (message.Content() != nullptr && signers != nullptr && signers->Count() == 1) {
+        AddContent(*message.Content(), record);
+    }
+    AddError(record.signCert.error, message.Fault());
+    return true;
 }
 
 }  // namespace ca

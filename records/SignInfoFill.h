@@ -33,4 +33,11 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 /// \return whether the message encloses its content, be it empty; none for no signed data.
 std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures);
 
+/// Describes one signature of a message, as FillSignInfos() does among the others.
+/// \param signer  its SignerInfo as encoded, inside of `object`; that of a countersignature too.
+/// \param record  a fresh one.
+/// \return false for no signed data.
+bool FillSignInfo(std::span<unsigned char> object, std::span<unsigned char> signer,
+                  SignInfo& record);
+
 }  // namespace ca

@@ -8,7 +8,7 @@ set(not_in_records module host)
 set(not_in_module host)
 set(not_in_host common records)
 
-set(host_helpers "\"(common/(AtomicFile|ConfigFileParser|Encode|ErrorCodes|ErrorMessageHelper|Exception|HeapPtr|HiddenCharacters|Json|Lng|Log|ZonedTime|inifile)|records/(Payload|objects/[A-Za-z]+|text/(Elements|TextLines|VisibleText)))\\.h\"")
+set(host_helpers "\"(common/(AtomicFile|ConfigFileParser|Encode|ErrorCodes|ErrorMessageHelper|Exception|HeapPtr|HiddenCharacters|Json|Lng|Log|ZonedTime|inifile)|records/(Payload|RecordLabels|objects/[A-Za-z]+|text/(Elements|TextLines|VisibleText)))\\.h\"")
 
 set(wrong "")
 foreach(folder common asn1 records module host)

@@ -22,7 +22,7 @@ _cmhost() {
             return
             ;;
         --page)
-            mapfile -t COMPREPLY < <(compgen -W 'general details path asn1' -- "$current")
+            mapfile -t COMPREPLY < <(compgen -W 'general details path asn1 entries' -- "$current")
             return
             ;;
         --client | --set | --path | --threads | --timeout | --width)

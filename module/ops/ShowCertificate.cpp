@@ -51,7 +51,7 @@ Filler FillerOf(ca::CryptPacket& packet) {
             ca::FindProviderCertificate(packet.request.senderCertId);
         return [info](CCertInfoDlg& viewer) { return viewer.SetCertInfo(*info); };
     }
-    if (payload->size() > ca::CCertDocument::kMaxOctets) {
+    if (payload->size() > ca::CFileDocument::kMaxOctets) {
         throw ca::Exception(ca::kErrBadData,
                             SetZORNAMessage(kMsgTooManyOctets) + ca::DecimalText(payload->size()));
     }

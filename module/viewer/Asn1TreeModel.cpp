@@ -8,12 +8,12 @@
 #include "records/text/VisibleText.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace {
 
-constexpr std::size_t kMaxValue = 120;  // characters
+constexpr std::size_t kMaxValue = 120;      // characters
+constexpr std::size_t kMaxSearched = 1000;  // of a value
 // An index holds the address of its block; of a row that says what is left out, that of the block
 // above with this bit set.
 constexpr quintptr kNoteBit = 1;
@@ -26,24 +26,13 @@ bool IsNote(const QModelIndex& index) {
     return (index.internalId() & kNoteBit) != 0;
 }
 
-// The octets in which something else may be encoded.
-std::span<unsigned char> OpaqueContent(const CAsn1Block& block) {
-    const std::span<unsigned char> content = block.GetRawContent();
-    if (block.tag == kAsn1OctetString) {
-        return content;
-    }
-    const bool isWholeOctets = block.tag == kAsn1BitString && !content.empty() && content[0] == 0;
-    return isWholeOctets ? content.subspan(1) : std::span<unsigned char>();
-}
-
 }  // namespace
 
 namespace ca {
 
 void CAsn1TreeModel::SetOctets(std::vector<unsigned char> octets) {
     beginResetModel();
-    m_enclosing.clear();
-    m_enclosed.clear();
+    m_enclosed.Clear();
     m_octets = std::move(octets);
     m_parser.Parse(m_octets.data(), static_cast<unsigned>(m_octets.size()),
                    /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/true,
@@ -59,6 +48,59 @@ void CAsn1TreeModel::SetLanguage(std::uint32_t language) {
 
 CAsn1TreeModel::Range CAsn1TreeModel::RangeOf(const QModelIndex& index) const {
     return index.isValid() && !IsNote(index) ? RangeOf(*BlockOf(index)) : Range{};
+}
+
+std::span<const unsigned char> CAsn1TreeModel::OctetsOf(const QModelIndex& index) const {
+    const Range range = RangeOf(index);
+    return Octets().subspan(range.begin, range.end - range.begin);
+}
+
+QString CAsn1TreeModel::WholeValue(const QModelIndex& index) const {
+    if (!index.isValid() || IsNote(index)) {
+        return {};
+    }
+    const CLanguageScope scope(m_language);
+    const CAsn1Block& block = *BlockOf(index);
+    // Hexadecimal digits take the most characters for an octet.
+    return ShownText(BlockText(block, 2 * block.GetRawContent().size() + kMaxValue));
+}
+
+bool CAsn1TreeModel::Holds(const QModelIndex& index, const QString& wanted) const {
+    if (IsNote(index)) {
+        return false;
+    }
+    const CLanguageScope scope(m_language);
+    const CAsn1Block& block = *BlockOf(index);
+    return QString::fromStdString(TagText(block.tag)).contains(wanted, Qt::CaseInsensitive) ||
+           QString::fromStdWString(BlockText(block, kMaxSearched))
+               .contains(wanted, Qt::CaseInsensitive);
+}
+
+QModelIndex CAsn1TreeModel::Next(const QModelIndex& from, bool forward) const {
+    const auto lastBelow = [this](QModelIndex at) {
+        for (int rows = rowCount(at); rows != 0; rows = rowCount(at)) {
+            at = index(rows - 1, 0, at);
+        }
+        return at;
+    };
+    QModelIndex at = from.siblingAtColumn(0);
+    if (!at.isValid()) {
+        return index(0, 0);
+    }
+    if (!forward) {
+        const QModelIndex before = at.siblingAtRow(at.row() - 1);
+        const QModelIndex above = before.isValid() ? lastBelow(before) : parent(at);
+        return above.isValid() ? above : lastBelow({});
+    }
+    if (rowCount(at) != 0) {
+        return index(0, 0, at);
+    }
+    for (; at.isValid(); at = parent(at)) {
+        if (const QModelIndex behind = index(at.row() + 1, 0, parent(at)); behind.isValid()) {
+            return behind;
+        }
+    }
+    return index(0, 0);
 }
 
 QModelIndex CAsn1TreeModel::InnermostAt(std::size_t offset) const {
@@ -163,11 +205,7 @@ const CAsn1Block* CAsn1TreeModel::BlockOf(const QModelIndex& index) const {
 }
 
 const CAsn1Block* CAsn1TreeModel::Above(const CAsn1Block& block) const {
-    if (block.parent != nullptr) {
-        return block.parent;
-    }
-    const auto enclosing = m_enclosing.find(&block);
-    return enclosing != m_enclosing.end() ? enclosing->second : nullptr;
+    return block.parent != nullptr ? block.parent : m_enclosed.Around(block);
 }
 
 // Blocks are read from front to back, so those of one parent are in the order of their places.
@@ -181,7 +219,7 @@ CAsn1TreeModel::Blocks CAsn1TreeModel::Below(const CAsn1Block* block) const {
     if (block == nullptr) {
         return Roots();
     }
-    return block->GetInnerBlockCount() != 0 ? block->GetInnerBlocks() : Enclosed(*block);
+    return block->GetInnerBlockCount() != 0 ? block->GetInnerBlocks() : m_enclosed.Of(*block);
 }
 
 // A root that is cut before its length has no place: it is left out.
@@ -191,25 +229,6 @@ CAsn1TreeModel::Blocks CAsn1TreeModel::Roots() const {
         roots = roots.first(roots.size() - 1);
     }
     return roots;
-}
-
-CAsn1TreeModel::Blocks CAsn1TreeModel::Enclosed(const CAsn1Block& block) const {
-    const std::span<unsigned char> content = OpaqueContent(block);
-    if (content.size() < 2) {
-        return {};
-    }
-    const auto [place, isNew] = m_enclosed.try_emplace(&block);
-    if (isNew && IsWellFormed(content)) {
-        auto parser = std::make_unique<CCryptAsn1Parser>();
-        parser->Parse(content.data(), static_cast<unsigned>(content.size()),
-                      /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/true,
-                      /*singleRoot=*/false);
-        for (const CAsn1Block* root : parser->GetRoots()) {
-            m_enclosing.emplace(root, &block);
-        }
-        place->second = std::move(parser);
-    }
-    return place->second ? place->second->GetRoots() : Blocks();
 }
 
 bool CAsn1TreeModel::IsTooDeep(const CAsn1Block& block) const {

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "asn1/CryptAsn1Parser.h"
+#include "asn1/EnclosedBlocks.h"
 
 #include <QAbstractItemModel>
 #include <QIcon>
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
-#include <unordered_map>
 #include <vector>
 
 namespace ca {
@@ -44,6 +43,15 @@ class CAsn1TreeModel : public QAbstractItemModel {
 
     /// Where the block of an index stands; all zero for a row without a block.
     Range RangeOf(const QModelIndex& index) const;
+    /// The octets of an index's block; none for a row without one.
+    std::span<const unsigned char> OctetsOf(const QModelIndex& index) const;
+    /// The value of an index's block, all of it; "" for a row without one.
+    QString WholeValue(const QModelIndex& index) const;
+    /// Whether name or value hold a text, whatever the case of its letters. Of long values the
+    /// beginning is looked at.
+    bool Holds(const QModelIndex& index, const QString& wanted) const;
+    /// The row below or above in a tree that is open everywhere; from the last to the first.
+    QModelIndex Next(const QModelIndex& index, bool forward) const;
     /// The innermost block shown that holds the octet; invalid when there is none.
     QModelIndex InnermostAt(std::size_t offset) const;
 
@@ -63,7 +71,6 @@ class CAsn1TreeModel : public QAbstractItemModel {
     QModelIndex IndexOf(const CAsn1Block& block, int column) const;
     Blocks Roots() const;
     Blocks Below(const CAsn1Block* block) const;
-    Blocks Enclosed(const CAsn1Block& block) const;
     bool IsTooDeep(const CAsn1Block& block) const;
     Range RangeOf(const CAsn1Block& block) const;
     QVariant Text(const CAsn1Block& block, int column) const;
@@ -72,9 +79,7 @@ class CAsn1TreeModel : public QAbstractItemModel {
 
     std::vector<unsigned char> m_octets;
     CCryptAsn1Parser m_parser;
-    // What opaque blocks enclose; null for a block that was looked at in vain. And the way back.
-    mutable std::unordered_map<const CAsn1Block*, std::unique_ptr<CCryptAsn1Parser>> m_enclosed;
-    mutable std::unordered_map<const CAsn1Block*, const CAsn1Block*> m_enclosing;
+    mutable CEnclosedBlocks m_enclosed;  // grows as views ask
     std::uint32_t m_language = 0;
     QIcon m_damageIcon;
 };

@@ -5,23 +5,20 @@
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "module/MessageBox.h"
-#include "module/viewer/CertExport.h"
-#include "module/viewer/CertFields.h"
 #include "module/viewer/DetailsPage.h"
+#include "module/viewer/EntriesPage.h"
+#include "module/viewer/FileHeadline.h"
+#include "module/viewer/FileModel.h"
+#include "module/viewer/FileOpening.h"
 #include "module/viewer/GeneralPage.h"
 #include "module/viewer/PathPage.h"
 #include "module/viewer/StructurePage.h"
 #include "module/viewer/ViewerText.h"
 #include "module/viewer/WindowSize.h"
+#include "ui_CertInfoDlg.h"
 
 #include <QEvent>
-#include <QFileDialog>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
-#include <QShortcut>
-#include <QTabWidget>
-#include <QVBoxLayout>
+#include <QStyle>
 
 #include <algorithm>
 #include <exception>
@@ -32,54 +29,35 @@
 
 namespace {
 
+using ca::CFileDocument;
+using ca::ItemIndex;
 using ca::MessageText;
+using ca::ViewerWord;
+using ca::Word;
 
 std::span<const unsigned char> OctetsOf(const QByteArray& bytes) {
     return {reinterpret_cast<const unsigned char*>(bytes.constData()),
             static_cast<std::size_t>(bytes.size())};
 }
 
-constexpr QSize kFirstSize(940, 600);
-
-// The formats in the order of the file dialog's filters.
-struct FileFilter {
-    ZornaMessage caption;
-    const char* pattern;
-    const char* suffix;
-    const char* format;
-};
-constexpr FileFilter kFilters[] = {
-    {kMsgDlgFilterDer, " (*.der *.cer *.crt)", "der", "der"},
-    {kMsgDlgFilterPem, " (*.pem)", "pem", "pem"},
-    {kMsgDlgFilterText, " (*.txt)", "txt", "text"},
-};
-
-// A name for the file without what file systems or shells take amiss.
-QString FileName(const ca::CertInfo2& record) {
-    constexpr int kLongest = 60;
-    QString name = ca::ShortName(record.subjectTags, record.description).left(kLongest);
-    for (QChar& c : name) {
-        c = c.isLetterOrNumber() ? c : QChar('_');
-    }
-    return name;
-}
+constexpr QSize kFirstSize(1000, 640);
+constexpr int kListShare = 30;         // percent of the width
+constexpr std::size_t kAllOpen = 500;  // items up to which all of them are opened in the list
 
 }  // namespace
 
 CCertInfoDlg::CCertInfoDlg(QWidget* parent)
     : QDialog(parent),
-      m_pages(new QTabWidget),
+      m_ui(std::make_unique<Ui::CertInfoDlg>()),
+      m_items(new ca::CFileModel(this)),
       m_general(new ca::CGeneralPage),
       m_details(new ca::CDetailsPage),
-      m_path(new ca::CPathPage),
-      m_structure(new ca::CStructurePage),
-      m_message(new QLabel),
-      m_save(new QPushButton),
-      m_close(new QPushButton) {
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(m_pages, 1);
+      m_pathPage(new ca::CPathPage),
+      m_entries(new ca::CEntriesPage),
+      m_structure(new ca::CStructurePage) {
+    m_ui->setupUi(this);
     BuildPages();
-    BuildButtons();
+    ConnectParts();
     AddShortcuts();
     Run([this] {
         Translate();
@@ -102,30 +80,75 @@ CCertInfoDlg* CCertInfoDlg::Create() {
 }
 
 bool CCertInfoDlg::setCertificate(const QByteArray& octets) {
-    return Attempt([&] { ShowDocument(ca::CCertDocument::OfCertificate(OctetsOf(octets))); });
+    return Attempt([&] {
+        CFileDocument document = CFileDocument::OfCertificate(OctetsOf(octets));
+        const ItemIndex first = document.FirstCertificate();
+        ShowDocument(std::move(document), first);
+    });
 }
 
 bool CCertInfoDlg::setRecordJson(const QByteArray& utf8) {
     return Attempt([&] {
         const auto size = static_cast<std::size_t>(utf8.size());
-        ShowDocument(ca::CCertDocument::OfRecord(std::string_view(utf8.constData(), size)));
+        ShowDocument(CFileDocument::OfRecord(std::string_view(utf8.constData(), size)), 1);
     });
 }
 
 bool CCertInfoDlg::setStructure(const QByteArray& octets) {
-    return Attempt([&] { ShowDocument(ca::CCertDocument::OfStructure(OctetsOf(octets))); });
+    return Attempt([&] { ShowDocument(CFileDocument::OfStructure(OctetsOf(octets)), 1); });
+}
+
+bool CCertInfoDlg::showFile(const QByteArray& octets, const QString& name) {
+    return Attempt([&] {
+        CFileDocument document = CFileDocument::OfFile(OctetsOf(octets), name);
+        const ItemIndex first = document.FirstItem();
+        ShowDocument(std::move(document), first);
+    });
+}
+
+bool CCertInfoDlg::addFile(const QByteArray& octets, const QString& name) {
+    if (m_document.IsEmpty()) {
+        return showFile(octets, name);
+    }
+    return Attempt([&] {
+        if (m_document.Files().size() >= std::size_t{ca::kMaxFiles}) {
+            throw ca::Exception(ca::kErrBadData);
+        }
+        CFileDocument added = CFileDocument::OfFile(OctetsOf(octets), name);
+        m_items->SetDocument(nullptr, m_language);
+        m_document.Append(std::move(added));
+        FillList();
+        ShowCurrent();
+    });
+}
+
+bool CCertInfoDlg::openFiles(const QStringList& paths) {
+    QStringList faults;
+    const bool isShown = Attempt([&] {
+        ca::OpenedFiles opened = ca::OpenFiles(paths);
+        faults = opened.faults;
+        if (!opened.document.IsEmpty()) {
+            const ItemIndex first = opened.document.FirstItem();
+            ShowDocument(std::move(opened.document), first);
+        }
+        if (opened.code != 0) {
+            throw ca::Exception(opened.code);
+        }
+    });
+    Say(faults.join("; "));
+    return isShown;
 }
 
 bool CCertInfoDlg::exportTo(const QString& path, const QString& format) {
     return Attempt([&] {
         const std::string file = path.toStdString();
-        ca::ExportCertificate(m_document, static_cast<std::size_t>(m_current), file,
-                              ca::ExportFormat(format.toStdString(), file));
+        const ca::ItemFormat wanted = ca::FormatOf(format.toStdString(), file);
+        ca::WriteWhole(file, ca::ItemContent(m_document, m_shown, wanted));
     });
 }
 
 bool CCertInfoDlg::SetCertInfo(const ca::CertInfo2& info) {
-    return Attempt([&] { ShowDocument(ca::CCertDocument::OfRecord(info)); });
+    return Attempt([&] { ShowDocument(CFileDocument::OfRecord(info), 1); });
 }
 
 QString CCertInfoDlg::Language() const {
@@ -138,23 +161,54 @@ void CCertInfoDlg::SetLanguage(const QString& language) {
     TranslateIfNeeded();
 }
 
+int CCertInfoDlg::CurrentCertificate() const {
+    const auto place = std::ranges::find(m_path.items, m_shown);
+    return m_path.items.empty()          ? 0
+           : place == m_path.items.end() ? -1
+                                         : static_cast<int>(place - m_path.items.begin());
+}
+
 void CCertInfoDlg::SetCurrentCertificate(int index) {
-    if (index >= 0 && index < CertificateCount() && index != m_current) {
+    if (index >= 0 && index < CertificateCount() && index != CurrentCertificate()) {
         Run([&] {
-            m_current = index;
+            m_shown = m_path.items[static_cast<std::size_t>(index)];
             ShowCurrent();
         });
     }
 }
 
 int CCertInfoDlg::Page() const {
-    return m_pages->currentIndex();
+    return static_cast<int>(std::ranges::find(m_pages, m_ui->pages->currentWidget()) - m_pages);
 }
 
 void CCertInfoDlg::SetPage(int page) {
-    if (m_pages->isTabEnabled(page)) {
-        m_pages->setCurrentIndex(page);
+    if (page >= 0 && page < ca::kPages &&
+        m_ui->pages->isTabVisible(m_ui->pages->indexOf(m_pages[page]))) {
+        m_ui->pages->setCurrentWidget(m_pages[page]);
     }
+}
+
+// The item of a single file has no row.
+int CCertInfoDlg::FirstRow() const {
+    return m_document.Files().size() == 1 ? 1 : 0;
+}
+
+int CCertInfoDlg::ItemCount() const {
+    return static_cast<int>(m_document.Count()) - FirstRow();
+}
+
+int CCertInfoDlg::CurrentItem() const {
+    return m_shown == ca::kNoItem ? -1 : static_cast<int>(m_shown) - FirstRow();
+}
+
+void CCertInfoDlg::SetCurrentItem(int row) {
+    if (row >= 0 && row < ItemCount()) {
+        Run([&] { ShowItem(static_cast<ItemIndex>(row + FirstRow())); });
+    }
+}
+
+QString CCertInfoDlg::HeadlineText() const {
+    return m_ui->headlineText->text();
 }
 
 void CCertInfoDlg::changeEvent(QEvent* event) {
@@ -162,6 +216,20 @@ void CCertInfoDlg::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange || event->type() == QEvent::ActivationChange) {
         TranslateIfNeeded();
     }
+}
+
+// The list keeps its share until the user gives it another one.
+void CCertInfoDlg::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    if (!m_isListMoved) {
+        const int list = width() * kListShare / 100;
+        m_ui->splitter->setSizes({list, width() - list});
+    }
+}
+
+void CCertInfoDlg::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    ca::FitIntoScreen(*this);
 }
 
 void CCertInfoDlg::hideEvent(QHideEvent* event) {
@@ -172,46 +240,18 @@ void CCertInfoDlg::hideEvent(QHideEvent* event) {
 }
 
 void CCertInfoDlg::BuildPages() {
-    m_pages->setObjectName("pages");
-    m_pages->addTab(m_general, QString());
-    m_pages->addTab(m_details, QString());
-    m_pages->addTab(m_path, QString());
-    m_pages->addTab(m_structure, QString());
-    connect(m_pages, &QTabWidget::currentChanged, this, [this] { Run([this] { FillPage(); }); });
-    const auto goTo = [this](int index) {
-        SetCurrentCertificate(index);
-        SetPage(kGeneral);
-    };
-    connect(m_path, &ca::CPathPage::Chosen, this, goTo, Qt::QueuedConnection);
-}
-
-void CCertInfoDlg::BuildButtons() {
-    m_message->setObjectName("messageText");
-    m_message->setTextFormat(Qt::PlainText);
-    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_save->setObjectName("saveButton");
-    m_close->setObjectName("closeButton");
-    m_save->setAutoDefault(false);
-    m_close->setAutoDefault(false);
-    auto* line = new QHBoxLayout;
-    line->addWidget(m_message, 1);
-    line->addWidget(m_save);
-    line->addWidget(m_close);
-    static_cast<QVBoxLayout*>(layout())->addLayout(line);
-    connect(m_save, &QPushButton::clicked, this, &CCertInfoDlg::AskWhereToSave);
-    connect(m_close, &QPushButton::clicked, this, &CCertInfoDlg::reject);
-}
-
-void CCertInfoDlg::AddShortcuts() {
-    const auto add = [this](QKeySequence::StandardKey key, auto action) {
-        connect(new QShortcut(key, this), &QShortcut::activated, this,
-                [this, action] { Find(action); });
-    };
-    add(QKeySequence::Find, [](ca::CDetailsPage& page) { page.StartSearch(); });
-    add(QKeySequence::FindNext, [](ca::CDetailsPage& page) { page.FindNext(/*forward=*/true); });
-    add(QKeySequence::FindPrevious,
-        [](ca::CDetailsPage& page) { page.FindNext(/*forward=*/false); });
+    m_pages[ca::kGeneralPage] = m_general;
+    m_pages[ca::kDetailsPage] = m_details;
+    m_pages[ca::kPathPage] = m_pathPage;
+    m_pages[ca::kStructurePage] = m_structure;
+    m_pages[ca::kEntriesPage] = m_entries;
+    // In the order in which they are of interest.
+    for (const int page : {ca::kGeneralPage, ca::kDetailsPage, ca::kEntriesPage, ca::kPathPage,
+                           ca::kStructurePage}) {
+        m_ui->pages->addTab(m_pages[page], QString());
+    }
+    m_items->SetDamageIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this));
+    m_ui->itemTree->setModel(m_items);
 }
 
 // Nothing is thrown into the event loop or a host's call: the code instead.
@@ -239,63 +279,124 @@ bool CCertInfoDlg::Attempt(const std::function<void()>& operation) {
     return false;
 }
 
-void CCertInfoDlg::ShowDocument(ca::CCertDocument document) {
+void CCertInfoDlg::ShowDocument(CFileDocument document, ItemIndex item) {
+    m_items->SetDocument(nullptr, m_language);
     m_document = std::move(document);
-    m_current = 0;
-    m_message->clear();
-    const bool isCertificate = m_document.Count() != 0;
-    for (const int page : {kGeneral, kDetails, kPath}) {
-        m_pages->setTabEnabled(page, isCertificate);
+    m_shown = ca::kNoItem;
+    Say({});
+    FillList();
+    m_ui->pages->setCurrentWidget(m_pages[ca::kGeneralPage]);
+    ShowItem(item);
+    if (item != ca::kNoItem && m_document[item].kind == ca::ItemKind::kStructure) {
+        SetPage(ca::kStructurePage);
     }
-    m_pages->setCurrentIndex(isCertificate ? kGeneral : kStructure);
-    ShowCurrent();
+}
+
+// Anew: the document, or the language of its names, has changed.
+void CCertInfoDlg::FillList() {
+    m_items->SetDocument(&m_document, m_language);
+    m_ui->itemTree->setVisible(ItemCount() > 1);
+    if (m_document.Count() <= kAllOpen) {
+        m_ui->itemTree->expandAll();
+    } else {
+        m_ui->itemTree->expandToDepth(0);
+    }
+}
+
+void CCertInfoDlg::ShowItem(ItemIndex item) {
+    if (item != ca::kNoItem) {
+        m_shown = item;
+        m_path = m_document.PathOf(item);
+        ShowCurrent();
+    }
 }
 
 void CCertInfoDlg::ShowCurrent() {
     std::fill(std::begin(m_isFilled), std::end(m_isFilled), false);
-    const bool isCertificate = m_document.Count() != 0;
-    m_save->setEnabled(isCertificate);
-    QString title = MessageText(m_document.IsStructure() ? kMsgDlgStructure : kMsgDlgTitle);
-    title.remove('&');
-    if (isCertificate) {
-        const ca::CertInfo2& record = m_document.Record(static_cast<std::size_t>(m_current));
-        const QString name = ca::ShortName(record.subjectTags, record.description);
-        title += name.isEmpty() ? name : QString::fromWCharArray(L" \u2013 ") + name;
+    m_description.reset();
+    m_ui->headlineText->setText(ca::Headline(m_document, m_shown));
+    const bool hasItem = m_shown != ca::kNoItem;
+    const auto has = [this](ca::ItemFormat format) {
+        return ca::HasFormat(m_document, m_shown, format);
+    };
+    m_ui->toolBar->SetPossible(hasItem, has(ca::ItemFormat::kText), has(ca::ItemFormat::kPem),
+                               has(ca::ItemFormat::kJson));
+    QString title = Word(ViewerWord::kCertificate);
+    if (hasItem) {
+        const QString dash = QString::fromWCharArray(L" \u2013 ");
+        const ca::ItemKindRow& row = ca::RowOf(m_document[m_shown].kind);
+        const QString name = row.name != nullptr ? row.name(m_document, m_shown) : QString();
+        const QString file = ca::ShownLine(m_document.FileName(m_shown).toStdWString());
+        const bool isFile = m_document[m_shown].kind == ca::ItemKind::kFile;
+        title = isFile ? name
+                       : (file.isEmpty() ? file : file + dash) + ca::KindText(m_document[m_shown]) +
+                             (name.isEmpty() ? name : dash + name);
     }
     setWindowTitle(title);
+    SelectInList();
+    ShowPages();
     FillPage();
+}
+
+// What is marked in the list is what is shown, wherever it was chosen.
+void CCertInfoDlg::SelectInList() {
+    const QModelIndex row = m_items->IndexOf(m_shown);
+    if (m_ui->itemTree->currentIndex() != row) {
+        m_ui->itemTree->setCurrentIndex(row);
+        m_ui->itemTree->scrollTo(row);
+    }
+}
+
+void CCertInfoDlg::ShowPages() {
+    const unsigned pages = m_shown != ca::kNoItem ? ca::RowOf(m_document[m_shown].kind).pages : ~0U;
+    if (Page() < ca::kPages && (pages & ca::PageBit(static_cast<ca::ViewerPage>(Page()))) == 0) {
+        m_ui->pages->setCurrentWidget(m_pages[ca::kGeneralPage]);
+    }
+    for (int page = 0; page < ca::kPages; ++page) {
+        const bool isThere = (pages & ca::PageBit(static_cast<ca::ViewerPage>(page))) != 0;
+        m_ui->pages->setTabVisible(m_ui->pages->indexOf(m_pages[page]), isThere);
+    }
+}
+
+const ca::ItemDescription& CCertInfoDlg::Description() {
+    if (!m_description) {
+        m_description = ca::DescribeItem(m_document, m_shown);
+    }
+    return *m_description;
 }
 
 // Fills the page in sight, if that was not done yet.
 void CCertInfoDlg::FillPage() {
-    const int page = m_pages->currentIndex();
-    if (page < 0 || m_isFilled[page]) {
+    const int page = Page();
+    if (page == ca::kPages || m_isFilled[page] || m_shown == ca::kNoItem) {
         return;
     }
-    const auto current = static_cast<std::size_t>(m_current);
-    const ca::CertInfo2* record = m_document.Count() != 0 ? &m_document.Record(current) : nullptr;
+    m_isFilled[page] = true;
     switch (page) {
-        case kGeneral:
-            m_general->ShowRecord(record);
+        case ca::kGeneralPage:
+            m_general->ShowItem(Description());
             break;
-        case kDetails:
-            m_details->ShowFields(record != nullptr ? ca::CCertFields(*record) : ca::CCertFields());
+        case ca::kDetailsPage:
+            m_details->ShowFields(Description().fields);
             break;
-        case kPath:
-            m_path->ShowPath(m_document, current);
+        case ca::kPathPage:
+            m_pathPage->ShowPath(m_document, m_path, m_shown);
+            break;
+        case ca::kEntriesPage:
+            m_entries->ShowList(m_document[m_shown].octets);
             break;
         default:
-            m_structure->ShowOctets(m_document.Octets(current));
+            m_structure->ShowOctets(m_document.EncodingOf(m_shown),
+                                    ca::DamageText(m_document, m_shown));
             break;
     }
-    m_isFilled[page] = true;
 }
 
 void CCertInfoDlg::TranslateIfNeeded() {
     Run([this] {
         if (GetZORNALng() != m_shownLanguage) {
-            m_document.Translate();
             Translate();
+            FillList();
             ShowCurrent();
         }
     });
@@ -303,61 +404,29 @@ void CCertInfoDlg::TranslateIfNeeded() {
 
 void CCertInfoDlg::Translate() {
     m_shownLanguage = GetZORNALng();
-    constexpr ZornaMessage kTitles[kPages] = {kMsgDlgGeneral, kMsgDlgDetails, kMsgDlgPath,
-                                              kMsgDlgStructure};
-    for (int page = 0; page < kPages; ++page) {
-        m_pages->setTabText(page, MessageText(kTitles[page]));
-    }
-    m_save->setText(MessageText(kMsgDlgSave));
-    m_close->setText(MessageText(kMsgDlgClose));
-    m_message->clear();
-    m_general->Translate();
+    const auto name = [this](ca::ViewerPage page, const QString& text) {
+        m_ui->pages->setTabText(m_ui->pages->indexOf(m_pages[page]), text);
+    };
+    name(ca::kGeneralPage, MessageText(kMsgDlgGeneral));
+    name(ca::kDetailsPage, MessageText(kMsgDlgDetails));
+    name(ca::kPathPage, MessageText(kMsgDlgPath));
+    name(ca::kStructurePage, MessageText(kMsgDlgStructure));
+    name(ca::kEntriesPage, Word(ViewerWord::kEntriesTab));
+    m_ui->closeButton->setText(MessageText(kMsgDlgClose));
+    m_ui->itemTree->setAccessibleName(Word(ViewerWord::kItems));
+    m_ui->toolBar->Translate();
     m_details->Translate();
-    m_path->Translate();
+    m_pathPage->Translate();
+    m_entries->Translate(m_language);
     m_structure->Translate(m_language);
+    Say({});
 }
 
-void CCertInfoDlg::Find(const std::function<void(ca::CDetailsPage&)>& action) {
-    if (m_pages->isTabEnabled(kDetails)) {
-        m_pages->setCurrentIndex(kDetails);
-        action(*m_details);
-    }
+void CCertInfoDlg::Say(const QString& message) {
+    m_ui->messageText->setText(ca::LaidOut(message, ca::kMaxLineText));
+    m_ui->messageText->setAccessibleName(m_ui->messageText->text());
 }
 
-// Opened, not run: the viewer may be closed meanwhile, and goes away with its dialogs.
-void CCertInfoDlg::AskWhereToSave() {
-    Run([this] {
-        const ca::CertInfo2& record = m_document.Record(static_cast<std::size_t>(m_current));
-        auto* dialog = new QFileDialog(this, MessageText(kMsgDlgSaveTitle));
-        dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->setAcceptMode(QFileDialog::AcceptSave);
-        dialog->setLabelText(QFileDialog::LookIn, MessageText(kMsgDlgLookIn));
-        dialog->setLabelText(QFileDialog::FileName, MessageText(kMsgDlgFileName));
-        dialog->setLabelText(QFileDialog::FileType, MessageText(kMsgDlgFileType));
-        dialog->setLabelText(QFileDialog::Accept, MessageText(kMsgDlgAccept));
-        dialog->setLabelText(QFileDialog::Reject, MessageText(kMsgDlgCancel));
-        QStringList filters;
-        for (const FileFilter& filter : kFilters) {
-            filters += MessageText(filter.caption) + filter.pattern;
-        }
-        dialog->setNameFilters(filters);
-        const auto setSuffix = [dialog, filters](const QString& filter) {
-            dialog->setDefaultSuffix(kFilters[std::max(filters.indexOf(filter), 0)].suffix);
-        };
-        setSuffix(filters.front());
-        connect(dialog, &QFileDialog::filterSelected, dialog, setSuffix);
-        connect(dialog, &QFileDialog::fileSelected, this,
-                [this, dialog](const QString& path) { Save(*dialog, path); });
-        dialog->selectFile(FileName(record));
-        dialog->open();
-    });
-}
-
-void CCertInfoDlg::Save(const QFileDialog& answer, const QString& path) {
-    const int filter = answer.nameFilters().indexOf(answer.selectedNameFilter());
-    const bool isSaved = exportTo(path, kFilters[std::max(filter, 0)].format);
-    const ca::CLanguageScope scope(m_language);
-    const QString message = isSaved ? MessageText(kMsgDlgSaved) + path : m_lastError;
-    m_message->setText(ca::LaidOut(message, ca::kMaxLineText));
-    m_message->setAccessibleName(m_message->text());
+void CCertInfoDlg::SwitchLanguage() {
+    SetLanguage(m_shownLanguage == Ru::LangID ? "en" : "ru");
 }

@@ -1,5 +1,6 @@
 #include "module/viewer/DetailsPage.h"
 
+#include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 
 #include <QClipboard>
@@ -15,9 +16,8 @@
 
 namespace {
 
-constexpr int kLabelWidth = 280;  // pixels, of the first column at least
-constexpr int kMaxSearch = 1000;  // characters
-constexpr int kTreeShare = 3;     // of the height, beside the text's 2
+constexpr int kLabelShare = 45;  // percent of the width that the first column has at most
+constexpr int kTreeShare = 3;    // of the height, beside the text's 2
 constexpr int kTextShare = 2;
 
 QWidget* Above(QLabel* label, QPushButton* button, QWidget* below) {
@@ -38,28 +38,21 @@ namespace ca {
 
 CDetailsPage::CDetailsPage(QWidget* parent)
     : QWidget(parent),
-      m_findLabel(new QLabel),
-      m_find(new QLineEdit),
-      m_findResult(new QLabel),
+      m_search(new CSearchBar("findText", this)),
       m_tree(new QTreeView),
       m_textLabel(new QLabel),
       m_text(new QPlainTextEdit),
       m_copy(new QPushButton),
       m_model(new CFieldModel(this)),
       m_filter(new CFieldFilter(this)),
-      m_labelWidth(kLabelWidth) {
-    m_find->setObjectName("findText");
-    m_find->setMaxLength(kMaxSearch);
-    m_find->setClearButtonEnabled(true);
-    m_findLabel->setBuddy(m_find);
-    m_findResult->setObjectName("findResult");
+      m_highlight(new CHighlightDelegate(this)) {
     m_filter->setSourceModel(m_model);
     m_tree->setObjectName("fieldTree");
     m_tree->setModel(m_filter);
+    m_tree->setItemDelegate(m_highlight);
     m_tree->setUniformRowHeights(true);
     m_tree->setAlternatingRowColors(true);
     m_tree->setAllColumnsShowFocus(true);
-    m_tree->setColumnWidth(0, m_labelWidth);
     m_text->setObjectName("fieldText");
     m_text->setReadOnly(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -69,10 +62,6 @@ CDetailsPage::CDetailsPage(QWidget* parent)
     m_copy->setObjectName("copyButton");
     m_copy->setAutoDefault(false);
 
-    auto* search = new QHBoxLayout;
-    search->addWidget(m_findLabel);
-    search->addWidget(m_find, 1);
-    search->addWidget(m_findResult);
     auto* split = new QSplitter(Qt::Vertical);
     split->setChildrenCollapsible(false);
     split->addWidget(m_tree);
@@ -80,13 +69,13 @@ CDetailsPage::CDetailsPage(QWidget* parent)
     split->setStretchFactor(0, kTreeShare);
     split->setStretchFactor(1, kTextShare);
     auto* whole = new QVBoxLayout(this);
-    whole->addLayout(search);
+    whole->addWidget(m_search);
     whole->addWidget(split, 1);
     setTabOrder(m_tree, m_text);
     setTabOrder(m_text, m_copy);
 
-    connect(m_find, &QLineEdit::textChanged, this, &CDetailsPage::ApplySearch);
-    connect(m_find, &QLineEdit::returnPressed, this, [this] { FindNext(/*forward=*/true); });
+    connect(m_search, &CSearchBar::Changed, this, &CDetailsPage::ApplySearch);
+    connect(m_search, &CSearchBar::Next, this, &CDetailsPage::FindNext);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &CDetailsPage::ShowSelected);
     connect(m_copy, &QPushButton::clicked, this, &CDetailsPage::Copy);
@@ -96,16 +85,17 @@ CDetailsPage::CDetailsPage(QWidget* parent)
     connect(copy, &QShortcut::activated, this, &CDetailsPage::Copy);
 }
 
-void CDetailsPage::ShowFields(CCertFields fields) {
+void CDetailsPage::ShowFields(CRecordFields fields) {
     m_model->SetFields(std::move(fields));
-    ApplySearch(m_find->text());
+    ApplySearch(m_search->Wanted());
     m_tree->setCurrentIndex(m_filter->index(0, 0));
     ShowSelected();
     FitLabels();
 }
 
 void CDetailsPage::Translate() {
-    m_findLabel->setText(MessageText(kMsgDlgFind));
+    m_language = GetZORNALng();
+    m_search->Translate(MessageText(kMsgDlgFind));
     m_textLabel->setText(MessageText(kMsgDlgFullText));
     m_copy->setText(MessageText(kMsgDlgCopy));
     m_model->SetHeaders(MessageText(kMsgDlgField), MessageText(kMsgDlgValue));
@@ -113,16 +103,12 @@ void CDetailsPage::Translate() {
     m_text->setAccessibleName(MessageText(kMsgDlgFullText));
 }
 
-void CDetailsPage::StartSearch() {
-    m_find->setFocus(Qt::ShortcutFocusReason);
-    m_find->selectAll();
-}
-
 void CDetailsPage::ApplySearch(const QString& text) {
+    const CLanguageScope scope(m_language);
+    m_highlight->SetWanted(text);
     m_filter->SetWanted(text);
     const bool isInVain = m_filter->rowCount() == 0 && !text.isEmpty();
-    m_findResult->setText(isInVain ? MessageText(kMsgDlgNothingFound) : QString());
-    m_findResult->setVisible(isInVain);
+    m_search->SetResult(isInVain ? MessageText(kMsgDlgNothingFound) : QString());
     if (text.isEmpty()) {
         m_tree->collapseAll();
         for (int row = 0; row < m_filter->rowCount(); ++row) {
@@ -133,17 +119,21 @@ void CDetailsPage::ApplySearch(const QString& text) {
         m_tree->expandAll();  // three levels at most
     }
     m_tree->scrollTo(m_tree->currentIndex());
+    HighlightIn(*m_text, text);
 }
 
 // Room for the names of the extensions, as far as the window has it. What the user chose stays.
 void CDetailsPage::FitLabels() {
-    if (m_tree->columnWidth(0) != m_labelWidth) {
-        return;
+    if (m_labelWidth == 0 || m_tree->columnWidth(0) == m_labelWidth) {
+        m_tree->resizeColumnToContents(0);
+        m_labelWidth = std::min(m_tree->columnWidth(0), m_tree->width() * kLabelShare / 100);
+        m_tree->setColumnWidth(0, m_labelWidth);
     }
-    const int most = std::max(kLabelWidth, window()->width() * 2 / 5);
-    m_tree->resizeColumnToContents(0);
-    m_labelWidth = std::clamp(m_tree->columnWidth(0), kLabelWidth, most);
-    m_tree->setColumnWidth(0, m_labelWidth);
+}
+
+void CDetailsPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    FitLabels();
 }
 
 void CDetailsPage::FindNext(bool forward) {
@@ -175,8 +165,10 @@ QModelIndex CDetailsPage::Next(const QModelIndex& from, bool forward) const {
 }
 
 void CDetailsPage::ShowSelected() {
+    const CLanguageScope scope(m_language);
     const QModelIndex current = m_tree->currentIndex().siblingAtColumn(0);
     m_text->setPlainText(LaidOut(current.data(CFieldModel::kFullText).toString(), kMaxPageText));
+    HighlightIn(*m_text, m_search->Wanted());
     m_copy->setEnabled(m_tree->currentIndex().isValid());
 }
 

@@ -1,31 +1,36 @@
 #pragma once
 
-#include "module/viewer/CertFields.h"
 #include "module/viewer/FieldModel.h"
+#include "module/viewer/Highlight.h"
+#include "module/viewer/RecordFields.h"
+#include "module/viewer/SearchBar.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeView>
 #include <QWidget>
 
+#include <cstdint>
+
 namespace ca {
 
-/// Every field of a certificate in a tree that can be searched, the selected one's whole text
+/// Every field of a record in a tree that can be searched, the selected one's whole text
 /// below.
 class CDetailsPage : public QWidget {
     Q_OBJECT
   public:
     explicit CDetailsPage(QWidget* parent = nullptr);
 
-    void ShowFields(CCertFields fields);
+    void ShowFields(CRecordFields fields);
     void Translate();
 
-    /// Puts the cursor where one types what to search for.
-    void StartSearch();
+    CSearchBar& Search() { return *m_search; }
     /// Selects the next or previous field that holds what is searched for, round the end.
     void FindNext(bool forward);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void ApplySearch(const QString& text);
@@ -34,16 +39,16 @@ class CDetailsPage : public QWidget {
     void Copy();
     QModelIndex Next(const QModelIndex& from, bool forward) const;
 
-    QLabel* m_findLabel;
-    QLineEdit* m_find;
-    QLabel* m_findResult;
+    CSearchBar* m_search;
     QTreeView* m_tree;
     QLabel* m_textLabel;
     QPlainTextEdit* m_text;
     QPushButton* m_copy;
     CFieldModel* m_model;
     CFieldFilter* m_filter;
-    int m_labelWidth;  // of the first column, as set here last
+    CHighlightDelegate* m_highlight;
+    int m_labelWidth = 0;          // of the first column, as set here last
+    std::uint32_t m_language = 0;  // of the texts, 0 for the process's
 };
 
 }  // namespace ca

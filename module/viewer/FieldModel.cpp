@@ -1,5 +1,6 @@
 #include "module/viewer/FieldModel.h"
 
+#include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 
 #include <utility>
@@ -17,9 +18,10 @@ QString FirstLine(const QString& text) {
 
 namespace ca {
 
-void CFieldModel::SetFields(CCertFields fields) {
+void CFieldModel::SetFields(CRecordFields fields) {
     beginResetModel();
     m_fields = std::move(fields);
+    m_language = GetZORNALng();
     endResetModel();
 }
 
@@ -38,7 +40,7 @@ QModelIndex CFieldModel::index(int row, int column, const QModelIndex& parent) c
 }
 
 QModelIndex CFieldModel::parent(const QModelIndex& child) const {
-    if (!child.isValid() || FieldOf(child).parent == CCertFields::kRoot) {
+    if (!child.isValid() || FieldOf(child).parent == CRecordFields::kRoot) {
         return {};
     }
     const std::size_t above = FieldOf(child).parent;
@@ -53,7 +55,8 @@ QVariant CFieldModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) {
         return {};
     }
-    const CertField& field = FieldOf(index);
+    const CLanguageScope scope(m_language);
+    const RecordField& field = FieldOf(index);
     switch (role) {
         case Qt::DisplayRole:
             return index.column() == 0 ? field.label : FirstLine(field.text);
@@ -71,9 +74,9 @@ QVariant CFieldModel::headerData(int section, Qt::Orientation orientation, int r
     return isShown && section >= 0 && section < 2 ? QVariant(m_headers[section]) : QVariant();
 }
 
-const CertField& CFieldModel::FieldOf(const QModelIndex& index) const {
+const RecordField& CFieldModel::FieldOf(const QModelIndex& index) const {
     return m_fields[index.isValid() ? static_cast<std::size_t>(index.internalId())
-                                    : CCertFields::kRoot];
+                                    : CRecordFields::kRoot];
 }
 
 CFieldFilter::CFieldFilter(QObject* parent) : QSortFilterProxyModel(parent) {

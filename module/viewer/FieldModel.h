@@ -1,9 +1,11 @@
 #pragma once
 
-#include "module/viewer/CertFields.h"
+#include "module/viewer/RecordFields.h"
 
 #include <QAbstractItemModel>
 #include <QSortFilterProxyModel>
+
+#include <cstdint>
 
 namespace ca {
 
@@ -16,7 +18,7 @@ class CFieldModel : public QAbstractItemModel {
 
     using QAbstractItemModel::QAbstractItemModel;
 
-    void SetFields(CCertFields fields);
+    void SetFields(CRecordFields fields);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;
@@ -29,9 +31,10 @@ class CFieldModel : public QAbstractItemModel {
     void SetHeaders(const QString& label, const QString& value);
 
   private:
-    const CertField& FieldOf(const QModelIndex& index) const;
+    const RecordField& FieldOf(const QModelIndex& index) const;
 
-    CCertFields m_fields;
+    CRecordFields m_fields;
+    std::uint32_t m_language = 0;  // of the fields
     QString m_headers[2];
 };
 

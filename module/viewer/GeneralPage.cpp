@@ -1,186 +1,124 @@
 #include "module/viewer/GeneralPage.h"
 
-#include "common/ErrorCodes.h"
-#include "module/viewer/CertFields.h"
 #include "module/viewer/ViewerText.h"
 
-#include <QFormLayout>
 #include <QHBoxLayout>
-#include <QScrollArea>
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
-constexpr std::wstring_view kKeyUsage = L"2.5.29.15";
-constexpr std::wstring_view kExtendedKeyUsage = L"2.5.29.37";
-constexpr int kNoEndYear = 9999;
-constexpr qint64 kSecondsOfHour = 3600;
-constexpr qint64 kSecondsOfDay = 24 * kSecondsOfHour;
+constexpr qreal kTitleSize = 1.25;  // of the window's letters
+constexpr int kHeadingSpace = 6;    // pixels in front of a heading
+constexpr int kRowSpace = 3;        // pixels between rows
+constexpr int kCaptionWidth = 24;   // characters; longer ones are broken
 
-QDateTime ReadUtc(const QString& text) {
-    QDateTime time = QDateTime::fromString(text, QStringLiteral("dd.MM.yyyy HH:mm:ss"));
-    time.setTimeSpec(Qt::UTC);
-    return time;
+QStyle::StandardPixmap PixmapOf(ca::ItemSign sign) {
+    switch (sign) {
+        case ca::ItemSign::kGood:
+            return QStyle::SP_DialogApplyButton;
+        case ca::ItemSign::kInformation:
+            return QStyle::SP_MessageBoxInformation;
+        default:
+            return QStyle::SP_MessageBoxWarning;
+    }
 }
 
-// Both extensions that limit the use (RFC 5280 4.2.1.3, 4.2.1.12). Without them it is not limited,
-// which can be said of a certificate alone that is there and was read without faults.
-QString UsageText(const ca::CertInfo& record) {
-    std::wstring usage = record.keyUsageStr;
-    bool isKnown = !record.rawData.empty() && record.error.empty();
-    for (const auto& extension : record.extensions.items) {
-        if (extension->oidValue == kExtendedKeyUsage) {
-            usage += (usage.empty() ? L"" : L"\n") + extension->formattedData;
-        }
-        isKnown = isKnown && extension->oidValue != kKeyUsage;
-    }
-    return usage.empty() && isKnown ? ca::MessageText(kMsgDlgUsageNotLimited)
-                                    : ca::ShownText(usage);
-}
-
-// From and to; a question mark for the one that could not be read.
-QString PeriodText(const QString& from, const QString& to) {
-    if (from.isEmpty() && to.isEmpty()) {
-        return {};
-    }
-    const QString unknown = QStringLiteral("?");
-    return (from.isEmpty() ? unknown : from) + QString::fromWCharArray(L" \u2013 ") +
-           (to.isEmpty() ? unknown : to);
-}
-
-// A verdict's sign beside its words; what was not checked is neither good nor bad.
-QStyle::StandardPixmap StatusSign(const ca::CertInfo& record, bool isInPeriod) {
-    if (record.validityNumber == ca::kErrChainValid) {
-        return QStyle::SP_DialogApplyButton;
-    }
-    if (record.validityNumber == ca::kErrNotVerified || record.validityNumber == 0) {
-        return isInPeriod ? QStyle::SP_MessageBoxInformation : QStyle::SP_MessageBoxWarning;
-    }
-    return QStyle::SP_MessageBoxWarning;
+QLabel* PlainLabel(const QString& text) {
+    auto* label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    return label;
 }
 
 }  // namespace
 
 namespace ca {
 
-CGeneralPage::CGeneralPage(QWidget* parent) : QWidget(parent) {
-    auto* content = new QWidget;
-    auto* column = new QVBoxLayout(content);
-    auto* heading = new QHBoxLayout;
-    column->addLayout(heading);
-    m_icon = new QLabel;
-    m_title = new CTextBox;
+CGeneralPage::CGeneralPage(QWidget* parent)
+    : QWidget(parent), m_icon(new QLabel), m_title(new CTextBox), m_area(new QScrollArea) {
     m_title->setObjectName("titleText");
-    m_title->setFocusPolicy(Qt::ClickFocus);  // the subject below says the same
+    m_title->setFocusPolicy(Qt::ClickFocus);  // the rows below say the same
     QFont font = m_title->font();
     font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * 1.25);
+    font.setPointSizeF(font.pointSizeF() * kTitleSize);
     m_title->setFont(font);
+    auto* heading = new QHBoxLayout;
     heading->addWidget(m_icon);
     heading->addWidget(m_title, 1);
-
-    auto* form = new QFormLayout;
-    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    form->setLabelAlignment(Qt::AlignLeft);
-    form->setFormAlignment(Qt::AlignLeft | Qt::AlignTop);
-    column->addLayout(form);
-    m_status = AddRow(*form, kMsgDlgStatus, "statusText");
-    m_subject = AddRow(*form, kMsgDlgSubject, "subjectText");
-    m_issuer = AddRow(*form, kMsgDlgIssuer, "issuerText");
-    m_period = AddRow(*form, kMsgDlgValidity, "validityText");
-    m_usage = AddRow(*form, kMsgDlgUsage, "usageText");
-    m_serial = AddRow(*form, kMsgDlgSerial, "serialText");
-    column->addStretch(1);
-
-    auto* area = new QScrollArea;
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(content);
-    area->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
+    m_area->setWidgetResizable(true);
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the rows are broken instead
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setFocusPolicy(Qt::NoFocus);
+    m_area->viewport()->setAutoFillBackground(false);
     auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(area);
+    whole->addLayout(heading);
+    whole->addWidget(m_area, 1);
 }
 
-CTextBox* CGeneralPage::AddRow(QFormLayout& form, ZornaMessage caption, const char* name) {
-    auto* label = new QLabel;
-    auto* text = new CTextBox;
-    label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    text->setObjectName(name);
-    form.addRow(label, text);
-    m_rows.push_back({caption, label, text});
-    return text;
+void CGeneralPage::ShowItem(const ItemDescription& description) {
+    m_title->SetText(description.title);
+    m_title->setAccessibleName(description.kind);
+    m_icon->setVisible(description.sign != ItemSign::kNone);
+    const int size = style()->pixelMetric(QStyle::PM_LargeIconSize);
+    m_icon->setPixmap(
+        style()->standardIcon(PixmapOf(description.sign), nullptr, this).pixmap(size, size));
+    auto* content = new QWidget;
+    m_rows = new QGridLayout(content);
+    m_rows->setContentsMargins(0, 0, 0, 0);
+    m_rows->setVerticalSpacing(kRowSpace);
+    m_rows->setColumnStretch(1, 1);
+    for (const SummaryRow& row : description.summary.Rows()) {
+        AddRow(row);
+    }
+    m_rows->setRowStretch(m_rows->rowCount(), 1);
+    m_area->setWidget(content);  // the old one goes
+    content->setAutoFillBackground(false);
 }
 
-void CGeneralPage::ShowRecord(const CertInfo* record) {
-    if (record == nullptr) {
-        m_title->SetText({});
-        m_icon->clear();
-        for (const Row& row : m_rows) {
-            row.text->SetText({});
-        }
+void CGeneralPage::AddRow(const SummaryRow& row) {
+    const int place = m_rows->rowCount();
+    auto* caption = PlainLabel(row.caption + (row.key.isEmpty() ? "" : ":"));
+    if (row.key.isEmpty()) {
+        QFont font = caption->font();
+        font.setBold(true);
+        caption->setFont(font);
+        caption->setContentsMargins(0, kHeadingSpace, 0, 0);
+        m_rows->addWidget(caption, place, 0, 1, 2);
         return;
     }
-    m_title->SetText(OrDash(ShortName(record->subjectTags, record->description)));
-    m_subject->SetText(OrDash(ShownText(record->description)));
-    m_issuer->SetText(OrDash(ShownText(record->issuer)));
-    m_serial->SetText(OrDash(ShownText(record->serial)));
-    m_usage->SetText(OrDash(UsageText(*record)));
-    ShowStatus(*record, QDateTime::currentDateTimeUtc());
-}
-
-void CGeneralPage::ShowStatus(const CertInfo& record, const QDateTime& now) {
-    const QString from = ShownText(record.validFromUtc);
-    const QString to = ShownText(record.validToUtc);
-    const QString remaining = RemainingText(from, to, now);
-    const QString period =
-        OrDash(PeriodText(ShownText(record.validFrom), ShownText(record.validTo)));
-    m_period->SetText(remaining.isEmpty() ? period : period + "\n" + remaining);
-    QString status = ShownText(record.validity);
-    if (!record.error.empty()) {
-        status += (status.isEmpty() ? "" : "\n") + MessageText(kMsgFieldFaults) + ": " +
-                  ShownText(record.error);
-    }
-    m_status->SetText(OrDash(status));
-    const bool isInPeriod = ReadUtc(from) <= now && now <= ReadUtc(to);
-    const int size = style()->pixelMetric(QStyle::PM_LargeIconSize);
-    const QIcon sign = style()->standardIcon(StatusSign(record, isInPeriod), nullptr, this);
-    m_icon->setPixmap(sign.pixmap(size, size));
-    m_icon->setAccessibleName(status);
-}
-
-void CGeneralPage::Translate() {
-    m_title->setAccessibleName(MessageText(kMsgDlgTitle));
-    for (const Row& row : m_rows) {
-        row.label->setText(MessageText(row.caption));
-        row.text->setAccessibleName(MessageText(row.caption));
+    caption->setWordWrap(true);
+    const int most = kCaptionWidth * fontMetrics().averageCharWidth();
+    caption->setFixedWidth(
+        std::min(caption->fontMetrics().horizontalAdvance(caption->text()) + 2, most));
+    auto* text = new CTextBox;
+    text->setObjectName(row.key + "Text");
+    text->setAccessibleName(row.caption);
+    text->SetText(row.text);
+    m_rows->addWidget(caption, place, 0, Qt::AlignLeft | Qt::AlignTop);
+    m_rows->addWidget(text, place, 1, Qt::AlignTop);
+    if (!row.mark.isEmpty()) {
+        text->setAccessibleDescription(row.mark);
+        m_rows->addWidget(MarkOf(row), place + 1, 1);
     }
 }
 
-QString RemainingText(const QString& fromUtc, const QString& toUtc, const QDateTime& now) {
-    const QDateTime from = ReadUtc(fromUtc);
-    const QDateTime to = ReadUtc(toUtc);
-    if (!from.isValid() || !to.isValid() || from > to) {
-        return {};
-    }
-    if (now < from) {
-        const qint64 days = (now.secsTo(from) + kSecondsOfDay - 1) / kSecondsOfDay;
-        return MessageText(kMsgDaysUntilStart) + QString::number(days);
-    }
-    const qint64 left = now.secsTo(to);
-    if (left < 0) {
-        return MessageText(kMsgDaysSinceEnd) + QString::number(-left / kSecondsOfDay);
-    }
-    if (to.date().year() == kNoEndYear) {
-        return {};
-    }
-    return left < kSecondsOfDay
-               ? MessageText(kMsgHoursLeft) + QString::number(left / kSecondsOfHour)
-               : MessageText(kMsgDaysLeft) + QString::number(left / kSecondsOfDay);
+QWidget* CGeneralPage::MarkOf(const SummaryRow& row) {
+    auto* whole = new QWidget;
+    auto* line = new QHBoxLayout(whole);
+    line->setContentsMargins(0, 0, 0, 0);
+    auto* icon = new QLabel;
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    icon->setPixmap(
+        style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(size, size));
+    auto* words = PlainLabel(LaidOut(row.mark, kMaxBoxText));
+    words->setObjectName(row.key + "Mark");
+    words->setWordWrap(true);
+    line->addWidget(icon, 0, Qt::AlignTop);
+    line->addWidget(words, 1);
+    return whole;
 }
 
 }  // namespace ca

@@ -1,5 +1,7 @@
 #include "module/viewer/HexView.h"
 
+#include "module/viewer/HexAccessible.h"
+
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetrics>
@@ -10,6 +12,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -19,8 +22,9 @@ constexpr int kOffsetDigits = 8;
 constexpr int kGap = 2;         // behind the offset and behind the digits
 constexpr int kOctetWidth = 3;  // two digits and a blank
 constexpr int kMargin = 4;      // pixels
-constexpr std::size_t kWide = 16;
-constexpr std::size_t kNarrow = 8;
+// Octets in a line: the first that there is room for.
+constexpr std::size_t kPerLine[] = {16, 8, 4};
+constexpr std::size_t kUsual = 8;
 
 int LineWidth(std::size_t perLine) {
     return kOffsetDigits + kGap + static_cast<int>(perLine) * (kOctetWidth + 1) + kGap;
@@ -35,6 +39,7 @@ CHexView::CHexView(QWidget* parent) : QAbstractScrollArea(parent) {
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setBackgroundRole(QPalette::Base);
     viewport()->setCursor(Qt::IBeamCursor);
+    CHexAccessible::Install();
     Measure();
 }
 
@@ -54,17 +59,23 @@ void CHexView::SetMarked(std::size_t begin, std::size_t content, std::size_t end
         Reveal(m_begin);
     }
     viewport()->update();
+    TellReaders();
 }
 
 QPoint CHexView::PlaceOf(std::size_t offset) const {
+    return RectOf(offset).topLeft() + QPoint(m_charWidth, m_lineHeight / 2);
+}
+
+QRect CHexView::RectOf(std::size_t offset) const {
     const auto line = static_cast<int>(offset / m_perLine) - verticalScrollBar()->value();
-    return {DigitsX(offset % m_perLine) + m_charWidth, line * m_lineHeight + m_lineHeight / 2};
+    return {DigitsX(offset % m_perLine), line * m_lineHeight, kOctetWidth * m_charWidth,
+            m_lineHeight};
 }
 
 QSize CHexView::sizeHint() const {
     constexpr int kLines = 16;
     const int frame = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
-    return {LineWidth(kNarrow) * m_charWidth + 2 * kMargin + frame, kLines * m_lineHeight};
+    return {LineWidth(kUsual) * m_charWidth + 2 * kMargin + frame, kLines * m_lineHeight};
 }
 
 void CHexView::paintEvent(QPaintEvent* event) {
@@ -158,9 +169,7 @@ void CHexView::keyPressEvent(QKeyEvent* event) {
 void CHexView::mousePressEvent(QMouseEvent* event) {
     std::size_t offset = 0;
     if (event->button() == Qt::LeftButton && OctetAt(event->pos(), offset)) {
-        m_cursor = offset;
-        viewport()->update();
-        Q_EMIT Chosen(offset);
+        PutCursor(offset);
     }
 }
 
@@ -171,7 +180,8 @@ void CHexView::Measure() {
         return LineWidth(perLine) * m_charWidth + 2 * kMargin <= viewport()->width();
     };
     const std::size_t top = static_cast<std::size_t>(verticalScrollBar()->value()) * m_perLine;
-    m_perLine = fits(kWide) ? kWide : kNarrow;
+    const auto* const most = std::ranges::find_if(kPerLine, fits);
+    m_perLine = most != std::end(kPerLine) ? *most : kPerLine[std::size(kPerLine) - 1];
     const std::size_t lines = (m_octets.size() + m_perLine - 1) / m_perLine;
     const std::size_t hidden = lines - std::min(lines, LinesInSight());
     constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<int>::max());
@@ -190,10 +200,25 @@ void CHexView::MoveCursor(std::ptrdiff_t distance) {
     }
     const auto last = static_cast<std::ptrdiff_t>(m_octets.size()) - 1;
     const auto target = static_cast<std::ptrdiff_t>(m_cursor) + distance;
-    m_cursor = static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(target, 0, last));
-    Reveal(m_cursor);
-    viewport()->update();
-    Q_EMIT Chosen(m_cursor);
+    PutCursor(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(target, 0, last)));
+}
+
+void CHexView::PutCursor(std::size_t offset) {
+    if (!m_octets.empty()) {
+        m_cursor = std::min(offset, m_octets.size() - 1);
+        Reveal(m_cursor);
+        viewport()->update();
+        TellReaders();
+        Q_EMIT Chosen(m_cursor);
+    }
+}
+
+void CHexView::TellReaders() {
+    if (QAccessible::isActive()) {
+        const CHexAccessible place(this);
+        QAccessibleTextCursorEvent moved(this, place.cursorPosition());
+        QAccessible::updateAccessibility(&moved);
+    }
 }
 
 void CHexView::Reveal(std::size_t offset) {
@@ -218,7 +243,6 @@ std::size_t CHexView::LinesInSight() const {
     return static_cast<std::size_t>(viewport()->height() / m_lineHeight);
 }
 
-// The octet whose digits or character are at `place`.
 bool CHexView::OctetAt(const QPoint& place, std::size_t& offset) const {
     const auto line = static_cast<std::size_t>(verticalScrollBar()->value() +
                                                std::max(place.y(), 0) / m_lineHeight);

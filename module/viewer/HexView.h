@@ -8,7 +8,8 @@
 namespace ca {
 
 /// Octets as hexadecimal digits and characters, with one range marked. Paints the lines in sight
-/// alone, so any number of octets costs nothing. The cursor is moved by keys and mouse.
+/// alone, so any number of octets costs nothing. The cursor is moved by keys and mouse, and told to
+/// screen readers.
 class CHexView : public QAbstractScrollArea {
     Q_OBJECT
   public:
@@ -22,6 +23,17 @@ class CHexView : public QAbstractScrollArea {
     std::size_t MarkedBegin() const { return m_begin; }
     std::size_t MarkedEnd() const { return m_end; }
     std::size_t Cursor() const { return m_cursor; }
+    std::span<const unsigned char> Octets() const { return m_octets; }
+    /// Octets in a line.
+    std::size_t PerLine() const { return m_perLine; }
+    /// Puts the cursor on an octet, as the user does; the last one for those behind it.
+    void PutCursor(std::size_t offset);
+    /// Scrolls to an octet that is not in sight.
+    void Reveal(std::size_t offset);
+    /// The octet whose digits or character are at a place of the viewport; false for none.
+    bool OctetAt(const QPoint& place, std::size_t& offset) const;
+    /// An octet's digits and the blank behind them, in the viewport.
+    QRect RectOf(std::size_t offset) const;
     /// The middle of an octet's digits, in the viewport.
     QPoint PlaceOf(std::size_t offset) const;
     QSize sizeHint() const override;
@@ -44,11 +56,10 @@ class CHexView : public QAbstractScrollArea {
     void PaintLine(QPainter& painter, std::size_t line, int y) const;
     void PaintOctet(QPainter& painter, std::size_t offset, int y) const;
     void MoveCursor(std::ptrdiff_t distance);
-    void Reveal(std::size_t offset);
+    void TellReaders();
     int DigitsX(std::size_t column) const;
     int CharacterX(std::size_t column) const;
     std::size_t LinesInSight() const;
-    bool OctetAt(const QPoint& place, std::size_t& offset) const;
 
     std::span<const unsigned char> m_octets;
     std::size_t m_begin = 0;

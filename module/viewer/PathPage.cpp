@@ -1,7 +1,8 @@
 #include "module/viewer/PathPage.h"
 
-#include "module/viewer/CertFields.h"
+#include "module/viewer/ItemKinds.h"
 #include "module/viewer/ViewerText.h"
+#include "records/CertInfoFill.h"
 
 #include <QHeaderView>
 #include <QStyle>
@@ -9,15 +10,46 @@
 
 namespace {
 
+using namespace ca;
+
 constexpr int kIndexRole = Qt::UserRole;
-constexpr int kNameWidth = 340;  // pixels
+constexpr int kNameWidth = 44;  // characters
+
+// Its verdict and, of the last one, its issuer: what the path has no other record of.
+CertInfo RecordOf(const CFileDocument& document, ItemIndex item) {
+    CertInfo record;
+    if (const CertInfo2* known = document.RecordOf(item)) {
+        record = *known;
+    } else {
+        FillCertInfo(document[item].octets, record);
+    }
+    return record;
+}
+
+QString EndText(const CFileDocument& document, const ItemPath& path) {
+    switch (path.end) {
+        case PathEnd::kRoot:
+            return Word(ViewerWord::kPathRoot);
+        case PathEnd::kNoIssuer:
+            return Word(ViewerWord::kPathNoIssuer) +
+                   OrDash(ShownLine(RecordOf(document, path.items.back()).issuer));
+        case PathEnd::kRepeats:
+            return Word(ViewerWord::kPathRepeats);
+        case PathEnd::kTooLong:
+            return Word(ViewerWord::kPathTooLong);
+        case PathEnd::kNoSigner:
+            return Word(ViewerWord::kPathNoSigner);
+        default:
+            return {};
+    }
+}
 
 }  // namespace
 
 namespace ca {
 
 CPathPage::CPathPage(QWidget* parent)
-    : QWidget(parent), m_hint(new QLabel), m_tree(new QTreeWidget) {
+    : QWidget(parent), m_hint(new QLabel), m_tree(new QTreeWidget), m_end(new QLabel) {
     m_hint->setBuddy(m_tree);
     m_hint->setWordWrap(true);
     m_tree->setObjectName("pathTree");
@@ -25,10 +57,15 @@ CPathPage::CPathPage(QWidget* parent)
     m_tree->setUniformRowHeights(true);
     m_tree->setAllColumnsShowFocus(true);
     m_tree->setItemsExpandable(false);
-    m_tree->setColumnWidth(0, kNameWidth);
+    m_tree->setColumnWidth(0, kNameWidth * fontMetrics().averageCharWidth());
+    m_end->setObjectName("pathEndText");
+    m_end->setTextFormat(Qt::PlainText);
+    m_end->setWordWrap(true);
+    m_end->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* column = new QVBoxLayout(this);
     column->addWidget(m_hint);
     column->addWidget(m_tree, 1);
+    column->addWidget(m_end);
     const auto choose = [this](const QModelIndex& at) {
         Q_EMIT Chosen(at.siblingAtColumn(0).data(kIndexRole).toInt());
     };
@@ -36,15 +73,15 @@ CPathPage::CPathPage(QWidget* parent)
     connect(m_tree, &QTreeWidget::activated, this, choose);
 }
 
-void CPathPage::ShowPath(const CCertDocument& document, std::size_t current) {
+void CPathPage::ShowPath(const CFileDocument& document, const ItemPath& path, ItemIndex shown) {
     m_tree->clear();
     QTreeWidgetItem* above = m_tree->invisibleRootItem();
-    for (std::size_t index = document.Count(); index-- > 0;) {
-        const CertInfo& record = document.Record(index);
+    for (std::size_t index = path.items.size(); index-- > 0;) {
+        const ItemIndex certificate = path.items[index];
         auto* item = new QTreeWidgetItem(above);
-        item->setText(0, OrDash(ShortName(record.subjectTags, record.description)));
-        QString status = ShownLine(record.validity);
-        if (index == current) {
+        item->setText(0, OrDash(ListedName(document, certificate)));
+        QString status = ShownLine(RecordOf(document, certificate).validity);
+        if (certificate == shown) {
             status = MessageText(kMsgDlgShown) + (status.isEmpty() ? "" : "; ") + status;
             QFont font = item->font(0);
             font.setBold(true);
@@ -54,10 +91,10 @@ void CPathPage::ShowPath(const CCertDocument& document, std::size_t current) {
         }
         item->setText(1, status);
         item->setData(0, kIndexRole, static_cast<int>(index));
-        item->setExpanded(true);
         above = item;
     }
-    m_tree->expandAll();  // as many levels as a record may nest
+    m_tree->expandAll();  // as many levels as a path may have
+    m_end->setText(EndText(document, path));
 }
 
 void CPathPage::Translate() {

@@ -1,8 +1,13 @@
 #include "module/viewer/TextBox.h"
 
+#include "common/Lng.h"
 #include "module/viewer/ViewerText.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QEvent>
+#include <QGuiApplication>
+#include <QMenu>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -33,8 +38,22 @@ CTextBox::CTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 void CTextBox::SetText(const QString& text) {
     m_whole = text;
+    m_language = GetZORNALng();
     setPlainText(LaidOut(text, kMaxBoxText));
     FitHeight();
+}
+
+// With words of the viewer's own: those of Qt's menu are in the language of the host.
+void CTextBox::contextMenuEvent(QContextMenuEvent* event) {
+    const CLanguageScope scope(m_language);
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(Word(ViewerWord::kCopySelected), this, &QPlainTextEdit::copy)
+        ->setEnabled(textCursor().hasSelection());
+    menu->addAction(Word(ViewerWord::kCopyWhole), this,
+                    [this] { QGuiApplication::clipboard()->setText(m_whole); });
+    menu->addAction(Word(ViewerWord::kSelectAll), this, &QPlainTextEdit::selectAll);
+    menu->popup(event->globalPos());
 }
 
 QMimeData* CTextBox::createMimeDataFromSelection() const {

@@ -2,6 +2,8 @@
 
 #include <QPlainTextEdit>
 
+#include <cstdint>
+
 namespace ca {
 
 /// A text that can be read, selected and copied, and is never taken for markup. As high as its
@@ -15,6 +17,7 @@ class CTextBox : public QPlainTextEdit {
     void SetText(const QString& text);
 
   protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -24,6 +27,7 @@ class CTextBox : public QPlainTextEdit {
     void FitHeight();
 
     QString m_whole;
+    std::uint32_t m_language = 0;  // of the text
 };
 
 }  // namespace ca

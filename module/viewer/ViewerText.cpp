@@ -10,6 +10,27 @@ namespace {
 
 constexpr wchar_t kCut = 0x2026;  // horizontal ellipsis
 
+struct WordRow {
+    const wchar_t* english;
+    const wchar_t* russian;
+};
+constexpr WordRow kWords[] = {
+#define VIEWER_TEXT(name, english, russian) {english, russian},
+#include "module/viewer/ViewerTable.inc"
+#undef VIEWER_TEXT
+};
+
+// Which form of a noun goes with a number: 1 and the others in English; 1, 21, 31..., 2 to 4, 22 to
+// 24... and the others in Russian.
+int FormOf(std::size_t count, bool isRussian) {
+    const std::size_t ten = count % 10;
+    const bool isTeen = count % 100 / 10 == 1;
+    if (!isRussian) {
+        return count == 1 ? 0 : 1;
+    }
+    return isTeen || ten == 0 || ten > 4 ? 2 : ten == 1 ? 0 : 1;
+}
+
 // The next line of `text`, which is left with what follows the line's end.
 std::wstring_view TakeLine(std::wstring_view& text) {
     const std::size_t end = text.find(L'\n');
@@ -55,6 +76,16 @@ namespace ca {
 
 QString MessageText(ZornaMessage id) {
     return QString::fromWCharArray(SetZORNAMessage(id));
+}
+
+QString Word(ViewerWord word) {
+    const WordRow& row = kWords[static_cast<std::size_t>(word)];
+    return QString::fromWCharArray(IsRussian() ? row.russian : row.english);
+}
+
+QString Counted(std::size_t count, ViewerWord noun) {
+    return QString::number(count) + " " +
+           Word(noun).section('|', FormOf(count, IsRussian()), FormOf(count, IsRussian()));
 }
 
 QString ShownText(std::wstring_view text) {

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace ca {
@@ -15,8 +16,20 @@ inline constexpr int kMaxLineText = 256;
 inline constexpr int kMaxBoxText = 4096;
 inline constexpr int kMaxPageText = 16384;
 
+/// Texts of the viewer's own.
+enum class ViewerWord : std::uint8_t {
+#define VIEWER_TEXT(name, english, russian) name,
+#include "module/viewer/ViewerTable.inc"
+#undef VIEWER_TEXT
+};
+
 /// The text of a message in the current language.
 QString MessageText(ZornaMessage id);
+QString Word(ViewerWord word);
+
+/// "152 certificates": a number with the form of a noun that goes with it.
+/// \param noun  a text of forms, see ViewerTable.inc.
+QString Counted(std::size_t count, ViewerWord noun);
 
 /// A text from outside as plain text: line ends stay, other characters that would not show are
 /// written as \uXXXX. Whole: a widget gets what LaidOut() leaves of it.

@@ -11,6 +11,10 @@ namespace ca {
 /// \param first  the size without a stored one, as far as the screen has room.
 void RestoreWindowSize(QWidget& window, const QSize& first);
 
+/// Makes a window that is shown as small as its screen, with the frame that the window system puts
+/// around it, and moves it there where it reaches out.
+void FitIntoScreen(QWidget& window);
+
 /// Stores the size, "ZORNA/CertificateViewer" in the user's settings. A failure is passed over.
 void StoreWindowSize(const QWidget& window);
 

@@ -1,5 +1,6 @@
 #include "records/text/OutlineText.h"
 
+#include "asn1/Asn1Damage.h"
 #include "common/DecimalText.h"
 #include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
@@ -150,38 +151,6 @@ class COutline {
     bool m_isCut = false;
 };
 
-// Header of the element at the front of `octets`: its size, that of its content, and whether the
-// content ends by a pair of zeros. False when it does not fit.
-struct Header {
-    std::size_t size;
-    std::size_t content;
-    bool isIndefinite;
-};
-
-bool ReadHeader(Octets octets, Header& header) {
-    if (octets.size() < 2) {
-        return false;
-    }
-    const unsigned char first = octets[1];
-    header = {2, first, first == 0x80};
-    if (header.isIndefinite) {
-        header.content = 0;
-        return (octets[0] & 0x20U) != 0;
-    }
-    if (first > 0x80) {
-        const std::size_t count = first & 0x7FU;
-        if (count > 4 || octets.size() < 2 + count) {
-            return false;
-        }
-        header.size += count;
-        header.content = 0;
-        for (const unsigned char octet : octets.subspan(2, count)) {
-            header.content = (header.content << 8) | octet;
-        }
-    }
-    return header.content <= octets.size() - header.size;
-}
-
 // Says elements one behind the other; false, and says nothing, for octets that are none.
 bool SayElements(Octets octets, ca::CTextLines& lines) {
     if (octets.empty() || !ca::IsWellFormed(octets)) {
@@ -204,44 +173,6 @@ bool SayElements(Octets octets, ca::CTextLines& lines) {
 }  // namespace
 
 namespace ca {
-
-bool IsWellFormed(Octets octets) {
-    constexpr std::size_t kUntilZeros = SIZE_MAX;
-    std::vector<std::size_t> ends;      // of the open elements; kUntilZeros for indefinite ones
-    std::size_t limit = octets.size();  // no element may pass it
-    std::vector<std::size_t> limits;
-    std::size_t at = 0;
-    while (at < octets.size() || !ends.empty()) {
-        if (!ends.empty() && ends.back() == at) {
-            ends.pop_back();
-            limit = limits.back();
-            limits.pop_back();
-            continue;
-        }
-        const Octets rest = octets.subspan(at, limit - at);
-        if (!ends.empty() && ends.back() == kUntilZeros && rest.size() >= 2 && rest[0] == 0 &&
-            rest[1] == 0) {
-            at += 2;
-            ends.pop_back();
-            limit = limits.back();
-            limits.pop_back();
-            continue;
-        }
-        Header header{};
-        if (!ReadHeader(rest, header) || rest[0] == 0) {
-            return false;
-        }
-        at += header.size;
-        if ((rest[0] & 0x20U) == 0) {
-            at += header.content;
-            continue;
-        }
-        limits.push_back(limit);
-        ends.push_back(header.isIndefinite ? kUntilZeros : at + header.content);
-        limit = header.isIndefinite ? limit : at + header.content;
-    }
-    return !octets.empty();
-}
 
 void SayOutline(const CAsn1Element& element, CTextLines& lines) {
     COutline outline;

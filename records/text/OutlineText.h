@@ -9,10 +9,6 @@ namespace ca {
 
 class CTextLines;
 
-/// True when the octets are exactly one or more whole BER elements, to any depth. No log lines, no
-/// recursion; memory grows with the depth only.
-bool IsWellFormed(std::span<const unsigned char> octets);
-
 /// Says an element with all that is inside, one line an element, nested ones indented: "SEQUENCE",
 /// "UTF8 STRING: text".
 void SayOutline(const CAsn1Element& element, CTextLines& lines);

@@ -1,3 +1,4 @@
+#include "asn1/Asn1Damage.h"
 #include "asn1/Asn1Element.h"
 #include "tests/asn1/DerWriter.h"
 
@@ -82,6 +83,36 @@ TEST(Asn1ElementTest, FindsTheEndOfAMillionOpenLevels) {
     CAsn1Cursor cursor(octets);
     EXPECT_EQ(Asn1Fault::kNone, cursor.Next(element));
     EXPECT_TRUE(cursor.AtEnd());
+}
+
+TEST(Asn1ElementTest, TellsWhereOctetsStopBeingElements) {
+    using enum Asn1Fault;
+    const struct {
+        const char* name;
+        Octets octets;
+        Asn1Fault fault;
+        std::size_t offset;
+        std::size_t announced;
+        std::size_t available;
+    } cases[] = {
+        {"cut content", {0x30, 0x05, 0x04, 0x03, 0xAA}, kTruncated, 0, 5, 3},
+        {"child longer than its parent", {0x30, 0x03, 0x04, 0x02, 0xAA, 0x05}, kTruncated, 2, 2, 1},
+        {"cut length", {0x05, 0x00, 0x04, 0x82, 0x01}, kTruncated, 2, 0, 1},
+        {"no end of contents", {0x30, 0x80, 0x05, 0x00}, kTruncated, 4, 0, 0},
+        {"zeros", {0x05, 0x00, 0x00, 0x00}, kMalformed, 2, 0, 0},
+        {"indefinite primitive", {0x30, 0x02, 0x04, 0x80}, kMalformed, 2, 0, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto damage = ca::FindAsn1Damage(c.octets);
+        ASSERT_TRUE(damage.has_value());
+        EXPECT_EQ(c.fault, damage->fault);
+        EXPECT_EQ(c.offset, damage->offset);
+        EXPECT_EQ(c.announced, damage->announced);
+        EXPECT_EQ(c.available, damage->available);
+    }
+    EXPECT_FALSE(ca::FindAsn1Damage(Octets{0x30, 0x80, 0x30, 0x00, 0x00, 0x00, 0x05, 0x00}));
+    EXPECT_FALSE(ca::FindAsn1Damage({}));
 }
 
 }  // namespace

@@ -42,6 +42,27 @@ TEST_F(Asn1CommandTest, ListsPlacesAsTheFileHasThem) {
         result.out);
 }
 
+TEST_F(Asn1CommandTest, ListsWhatStringsEnclose) {
+    // SEQUENCE { OCTET STRING { SEQUENCE { BIT STRING { INTEGER 5 } } }, OCTET STRING { [0] } }
+    const HostResult result =
+        List({"\x30\x0E\x04\x08\x30\x06\x03\x04\0\x02\x01\x05\x04\x02\xA0\0", 16});
+    EXPECT_EQ(
+        "       0  2+14       SEQUENCE (2 elements)\n"
+        "       2  2+8          OCTET STRING 3006030400020105\n"
+        "       4  2+6            SEQUENCE (1 element)\n"
+        "       6  2+4              BIT STRING 020105\n"
+        "       9  2+1                INTEGER 5\n"
+        "      12  2+2          OCTET STRING a000\n",
+        result.out);
+    std::string nested = "\x05";
+    nested += '\0';
+    for (int i = 0; i < 62; ++i) {
+        nested = std::string{'\x04', static_cast<char>(nested.size())} + nested;
+    }
+    nested = "\x04\x7E" + nested;
+    EXPECT_THAT(List(nested).out, HasSubstr("NULL"));
+}
+
 TEST_F(Asn1CommandTest, ShowsValuesAsPeopleReadThem) {
     const struct {
         const char* name;

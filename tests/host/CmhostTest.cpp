@@ -75,7 +75,7 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
         {"file as command", {"data"}, 2, {}, {"did you mean cmhost describe data?"}},
         {"mistyped option", {"view", "--Lanuage=en"}, 2, {}, {"did you mean --language?"}},
         {"unknown option", {"view", "--zzzz\x1B"}, 2, {}, {"view has no option --zzzz.\n"}},
-        {"second file", {"view", "data", "open.ini"}, 2, {}, {"no further argument \"open.ini\""}},
+        {"second file", {"modes", "open.ini"}, 2, {}, {"no further argument \"open.ini\""}},
         {"unknown operation", {"call", "Frobnicate"}, 2, {}, {"`cmhost modes`"}},
         {"mistyped operation", {"call", "EnumCrets"}, 2, {}, {"did you mean EnumCerts?"}},
         {"two inputs", {"call", "14", "--json", "-", "--file", "-"}, 2, {}, {"standard input"}},

@@ -40,8 +40,8 @@ TEST_F(ViewCommandTest, ShowsEachKindOfFileUntilASignalClosesIt) {
     m_directory.Write("answer.json", Run({"call", "GetCertInfo2"}).out);
     m_directory.Write("record.json", R"({"Description":"CN=Ivan"})");
     for (const char* arguments :
-         {"c.pem", "c.pem --page asn1 --language ru", "c.pem --structure", "l.crl", "answer.json",
-          "record.json --page details", "- <c.pem"}) {
+         {"c.pem", "c.pem --page asn1 --language ru", "c.pem --structure", "l.crl --page entries",
+          "answer.json", "record.json --page details", "- <c.pem", "c.pem l.crl record.json"}) {
         SCOPED_TRACE(arguments);
         for (const char* signal : {"TERM", "HUP"}) {
             const HostResult result = ViewUntil(signal, arguments);
@@ -50,6 +50,11 @@ TEST_F(ViewCommandTest, ShowsEachKindOfFileUntilASignalClosesIt) {
             EXPECT_TRUE(std::filesystem::remove(m_directory.File(kSettings)));
         }
     }
+    // Of several files those that can be read are shown.
+    const HostResult some = ViewUntil("TERM", "none.pem c.pem");
+    EXPECT_EQ(2, some.exitCode);
+    EXPECT_NE(some.err.find("none.pem"), std::string::npos);
+    EXPECT_TRUE(std::filesystem::remove(m_directory.File(kSettings)));
 }
 
 TEST_F(ViewCommandTest, SurvivesWhateverIsStoredAsItsSize) {
@@ -60,7 +65,7 @@ TEST_F(ViewCommandTest, SurvivesWhateverIsStoredAsItsSize) {
           std::string(1000000, '\\'), std::string("=[\0]%%\n[", 8)}) {
         m_directory.Write(kSettings, "[General]\nsize=" + size + "\n");
         EXPECT_EQ(0, ViewUntil("TERM", "c.pem").exitCode) << size.substr(0, 40);
-        EXPECT_THAT(TemporaryDir::Read(m_directory.File(kSettings)), HasSubstr("size=@Size(8"));
+        EXPECT_THAT(TemporaryDir::Read(m_directory.File(kSettings)), HasSubstr("size=@Size(7"));
     }
 }
 
@@ -80,9 +85,11 @@ TEST_F(ViewCommandTest, SaysWhyItOpensNoWindow) {
         {"other.json", 1, "16113 Certificate error"},
         {"deep.json", 1, "16300 Error parsing JSON"},
         {"letter.txt --language ru", 1, "16306 Плохие данные"},
+        {"letter.txt empty", 1, "none of the files can be shown"},
+        {"c.pem c.pem --structure", 2, "--structure takes one file"},
         {"none", 2, "none: No such file"},
         {"c.pem --page last", 2, "--page"},
-        {"", 2, "file is required"},
+        {"", 2, "files is required"},
         {"c.pem --module none.so", 3, "does not load"},
         {std::string("c.pem --module ") + MOD_FOO_FAKE_MODULE, 3, "has no certificate viewer"},
     };

@@ -3,8 +3,10 @@
 #include "common/Lng.h"
 #include "module/viewer/Asn1TreeModel.h"
 #include "module/viewer/FieldModel.h"
-#include "module/viewer/GeneralPage.h"
+#include "module/viewer/ItemDescribers.h"
+#include "module/viewer/NameMarks.h"
 #include "module/viewer/ViewerText.h"
+#include "module/viewer/ZonedTime.h"
 #include "records/text/VisibleText.h"
 
 #include <QAbstractItemModelTester>
@@ -118,12 +120,13 @@ TEST_F(ViewerModelTest, HoldsEveryFieldAndBoundsWhatARecordMayClaim) {
         auto extension = std::make_unique<ca::CertInfoExtension>();
         extension->oidValue = L"1.2." + std::to_wstring(i);
         extension->formattedData = L"value\r\nsecond\tline";
+        extension->critical = true;
         record.extensions.items.emplace_back(std::move(extension));
     }
     ca::CFieldModel model;
     const QAbstractItemModelTester tester(&model,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
-    model.SetFields(ca::CCertFields(record));
+    model.SetFields(ca::CRecordFields(ca::BareJson(record)));
     ca::CFieldFilter filter;
     filter.setSourceModel(&model);
     filter.SetWanted("1.2.77");  // its own, and those that begin alike
@@ -131,7 +134,7 @@ TEST_F(ViewerModelTest, HoldsEveryFieldAndBoundsWhatARecordMayClaim) {
     const QModelIndex list = filter.index(0, 0);
     EXPECT_EQ(filter.rowCount(list), 11);
     const QModelIndex first = filter.index(0, 0, list);
-    EXPECT_EQ(first.data().toString(), "1.2.77");
+    EXPECT_EQ(first.data().toString(), "1.2.77 (critical)");
     EXPECT_EQ(first.siblingAtColumn(1).data().toString(), "value\u2026");
     EXPECT_EQ(first.data(ca::CFieldModel::kFullText).toString(), "value\nsecond\\u0009line");
 
@@ -165,21 +168,47 @@ TEST_F(ViewerModelTest, LaysOutABoundedPartOfEveryTextAndSaysHowMuchMoreThereIs)
 TEST_F(ViewerModelTest, SaysHowLongACertificateHolds) {
     const QDateTime now(QDate(2026, 6, 15), QTime(12, 0), Qt::UTC);
     const struct {
-        const char* from;
-        const char* to;
+        const wchar_t* from;
+        const wchar_t* to;
         const char* text;
     } cases[] = {
-        {"01.01.2026 00:00:00", "17.06.2026 11:59:59", "days left: 1"},
-        {"01.01.2026 00:00:00", "16.06.2026 11:00:00", "hours left: 23"},
-        {"01.01.2026 00:00:00", "15.06.2026 12:00:00", "hours left: 0"},
-        {"01.01.2026 00:00:00", "13.06.2026 11:00:00", "days since the end: 2"},
-        {"15.06.2026 13:00:00", "01.01.2030 00:00:00", "days until the start: 1"},
-        {"01.01.2026 00:00:00", "31.12.9999 23:59:59", ""},
-        {"01.01.2030 00:00:00", "01.01.2026 00:00:00", ""},
-        {"", "nonsense", ""},
+        {L"01.01.2026 00:00:00", L"17.06.2026 11:59:59", "days left: 1"},
+        {L"01.01.2026 00:00:00", L"16.06.2026 11:00:00", "hours left: 23"},
+        {L"01.01.2026 00:00:00", L"15.06.2026 12:00:00", "hours left: 0"},
+        {L"01.01.2026 00:00:00", L"13.06.2026 11:00:00", "days since the end: 2"},
+        {L"15.06.2026 13:00:00", L"01.01.2030 00:00:00", "days until the start: 1"},
+        {L"01.01.2026 00:00:00", L"31.12.9999 23:59:59", ""},
+        {L"01.01.2030 00:00:00", L"01.01.2026 00:00:00", ""},
+        {L"", L"nonsense", ""},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(ca::RemainingText(c.from, c.to, now), c.text) << c.to;
+        EXPECT_EQ(ca::RemainingText(ca::ReadUtc(c.from), ca::ReadUtc(c.to), now), c.text);
+    }
+}
+
+TEST_F(ViewerModelTest, SaysInWhichZoneATimeIs) {
+    EXPECT_EQ(ca::ZonedTime(L"01.07.2026 03:00:00", L"30.06.2026 23:30:00"),
+              "01.07.2026 03:00:00 UTC+03:30");
+    EXPECT_EQ(ca::ZonedTime(L"30.06.2026 19:00:00", L"01.07.2026 00:00:00"),
+              "30.06.2026 19:00:00 UTC-05:00");
+    EXPECT_EQ(ca::ZonedTime(L"01.07.2026 03:00:00", L"01.07.2026 03:00:00"),
+              "01.07.2026 03:00:00 UTC");
+    EXPECT_EQ(ca::ZonedTime(L"soon", L""), "soon");
+}
+
+TEST_F(ViewerModelTest, TellsWhatToBewareOfInNames) {
+    const struct {
+        const char* name;
+        const char* mark;
+    } cases[] = {
+        {"Иванов Ivan, ООО-Soft 2", ""},
+        {"Р\xD0\xB0ypal", "Letters of several alphabets in one word: \"Раypal\" (Latin, Cyrillic)"},
+        {"ΑBC, x", "Letters of several alphabets in one word: \"ΑBC\" (Latin, Greek)"},
+        {"a\\u202eb", "Holds characters that do not show; they are written as \\u and a number."},
+        {"a\\\\u202eb", ""},  // a backslash of its own
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(ca::NameMarks(c.name), c.mark) << c.name;
     }
 }
 

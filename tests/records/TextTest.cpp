@@ -1,3 +1,4 @@
+#include "asn1/Asn1Damage.h"
 #include "common/Encode.h"
 #include "common/Lng.h"
 #include "records/text/Elements.h"

@@ -1,0 +1,66 @@
+// Revocation lists. Their entries have a page of their own, which describes them as they come in
+// sight.
+
+#include "module/viewer/ItemDescribers.h"
+#include "module/viewer/ZonedTime.h"
+#include "records/CrlInfoFill.h"
+#include "records/text/Elements.h"
+#include "records/text/NameText.h"
+
+#include <limits>
+
+namespace {
+
+using namespace ca;
+
+// The list without its entries, and without a copy of its octets.
+void FillHead(const CFileDocument& document, ItemIndex item, CrlInfo& record) {
+    FillCrlInfo(document[item].octets, {.first = 0, .count = 0, .serial = {}}, record);
+    record.rawData = {};
+}
+
+}  // namespace
+
+namespace ca {
+
+QString CrlName(const CFileDocument& document, ItemIndex item) {
+    const CAsn1Element tbs = Child(FirstElement(document[item].octets), 0);
+    const std::size_t algorithm = Child(tbs, 0).tag == kAsn1Integer ? 1 : 0;
+    const NameForms issuer = DescribeName(Child(tbs, algorithm + 1));
+    return ShortName(issuer.tags, issuer.readable);
+}
+
+void DescribeCrl(const CFileDocument& document, ItemIndex item, ItemDescription& out) {
+    CrlInfo record;
+    FillHead(document, item, record);
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const QString remaining =
+        RemainingText(ReadUtc(record.thisUpdateUtc), ReadUtc(record.nextUpdateUtc), now);
+    const QString next = ZonedTime(record.nextUpdate, record.nextUpdateUtc);
+    const bool isLate = ReadUtc(record.nextUpdateUtc) < now;
+    out.sign = isLate ? ItemSign::kWarning : ItemSign::kInformation;
+    CSummary& summary = out.summary;
+    SayFaults(record.error, out);
+    summary.Name("issuer", LabelOf("Issuer"), record.issuerTags, record.issuer);
+    summary.Heading(Word(ViewerWord::kCrl));
+    summary.Time("thisUpdate", "ThisUpdate", record.thisUpdate, record.thisUpdateUtc);
+    summary.Row("nextUpdate", LabelOf("NextUpdate"),
+                remaining.isEmpty() ? next : next + " (" + remaining + ")");
+    summary.Row("count", LabelOf("RevokedCount"), QString::number(record.revokedCount));
+    summary.Row("number", "Number", record.number);
+    summary.Row("baseNumber", "BaseNumber", record.baseNumber.value_or(L""));
+    summary.Row("signatureAlg", "SignatureAlg", record.signatureAlg);
+    summary.Fingerprints(document[item].octets);
+    out.fields = CRecordFields(BareJson(record));
+}
+
+// All entries: a file has room for them.
+std::string CrlJson(const CFileDocument& document, ItemIndex item) {
+    CrlInfo record;
+    FillCrlInfo(document[item].octets,
+                {.first = 0, .count = std::numeric_limits<std::size_t>::max(), .serial = {}},
+                record);
+    return RecordJson("crlInfo", record);
+}
+
+}  // namespace ca
