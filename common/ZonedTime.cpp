@@ -1,5 +1,7 @@
 #include "common/ZonedTime.h"
 
+#include "common/TimeUtil.h"
+
 #include <array>
 #include <chrono>
 #include <ctime>
@@ -80,6 +82,7 @@ std::string WithZone(std::string_view local) {
     time.tm_min = (*fields)[4];
     time.tm_sec = (*fields)[5];
     time.tm_isdst = -1;
+    const CTimeZoneLock lock;
     static_cast<void>(std::mktime(&time));  // its answer may be -1 of a good time
     return WithOffset(local, time.tm_gmtoff);
 }

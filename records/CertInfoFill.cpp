@@ -4,6 +4,7 @@
 #include "asn1/TruncatedObject.h"
 #include "asn1/cms/SignerIdentifier.h"
 #include "asn1/x509/Certificate.h"
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/sha1.h"

@@ -3,6 +3,7 @@
 #include "asn1/Asn1Tags.h"
 #include "asn1/CryptAsn1Parser.h"
 #include "asn1/cms/SignerInfo.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -29,7 +30,7 @@ void CheckSize(std::size_t size) {
     }
     if (size > ca::CFileDocument::kMaxOctets) {
         throw ca::Exception(ca::kErrBadData,
-                            SetZORNAMessage(kMsgTooManyOctets) + std::to_wstring(size));
+                            SetZORNAMessage(kMsgTooManyOctets) + ca::DecimalText(size));
     }
 }
 

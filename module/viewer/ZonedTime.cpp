@@ -1,26 +1,14 @@
 #include "module/viewer/ZonedTime.h"
 
+#include "common/Encode.h"
+#include "common/ZonedTime.h"
 #include "module/viewer/ViewerText.h"
-
-#include <cstdlib>
 
 namespace {
 
 constexpr int kNoEndYear = 9999;
-constexpr qint64 kSecondsOfMinute = 60;
-constexpr qint64 kSecondsOfHour = 60 * kSecondsOfMinute;
+constexpr qint64 kSecondsOfHour = 3600;
 constexpr qint64 kSecondsOfDay = 24 * kSecondsOfHour;
-
-QString ZoneText(qint64 seconds) {
-    if (seconds == 0) {
-        return QStringLiteral("UTC");
-    }
-    const qint64 minutes = std::abs(seconds) / kSecondsOfMinute;
-    return QStringLiteral("UTC%1%2:%3")
-        .arg(seconds < 0 ? '-' : '+')
-        .arg(minutes / 60, 2, 10, QLatin1Char('0'))
-        .arg(minutes % 60, 2, 10, QLatin1Char('0'));
-}
 
 }  // namespace
 
@@ -35,12 +23,7 @@ QDateTime ReadUtc(std::wstring_view utc) {
 }
 
 QString ZonedTime(std::wstring_view local, std::wstring_view utc) {
-    const QString shown = ShownText(local);
-    // Read as if it were UTC: the difference is the zone.
-    const QDateTime here = ReadUtc(local);
-    const QDateTime there = ReadUtc(utc);
-    const qint64 ahead = here.isValid() && there.isValid() ? there.secsTo(here) : kSecondsOfDay;
-    return std::abs(ahead) < kSecondsOfDay ? shown + " " + ZoneText(ahead) : shown;
+    return ShownText(u8u16(WithZone(u16u8(std::wstring(local)), u16u8(std::wstring(utc)))));
 }
 
 QString RemainingText(const QDateTime& from, const QDateTime& to, const QDateTime& now) {

@@ -1,6 +1,7 @@
 #include "records/objects/DescriptionBuilder.h"
 
 #include "asn1/TruncatedObject.h"
+#include "common/DecimalText.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
 #include "records/RecordOctets.h"
@@ -112,7 +113,7 @@ std::span<unsigned char> CDescriptionBuilder::Mended(std::span<unsigned char> oc
     }
     m_isCut = true;
     CAnswerBudget::Take(octets.size());
-    Fault(WordText(Word::kCutOff) + std::to_wstring(octets.size()));
+    Fault(WordText(Word::kCutOff) + ca::DecimalText(octets.size()));
     return m_copies.emplace_back(std::move(mended->octets));
 }
 

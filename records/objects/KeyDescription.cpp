@@ -4,6 +4,7 @@
 #include "asn1/algorithms/RsaParameters.h"
 #include "asn1/keys/PrivateKeyInfo.h"
 #include "asn1/keys/TraditionalKeys.h"
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"

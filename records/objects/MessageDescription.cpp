@@ -4,6 +4,7 @@
 #include "asn1/cms/ContentCollection.h"
 #include "asn1/cms/EncryptedData.h"
 #include "asn1/cms/SignedData.h"
+#include "common/DecimalText.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/MessageParts.h"

@@ -1,5 +1,6 @@
 #include "records/objects/ObjectDescription.h"
 
+#include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/Exception.h"
 #include "common/Lng.h"

@@ -1,6 +1,7 @@
 #include "records/objects/ObjectKinds.h"
 
 #include "asn1/TruncatedObject.h"
+#include "common/DecimalText.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "records/AnswerBudget.h"
@@ -159,7 +160,7 @@ ObjectDescription DescribeObject(const ObjectKind& kind, const ObjectSource& sou
     }
     if (object.octets.size() < source.octets.size()) {
         builder.Fault(WordText(Word::kBehindObject) +
-                      std::to_wstring(source.octets.size() - object.octets.size()));
+                      ca::DecimalText(source.octets.size() - object.octets.size()));
     }
     return builder.Take(kind);
 }

@@ -1,5 +1,6 @@
 #include "records/objects/ObjectList.h"
 
+#include "common/DecimalText.h"
 #include "common/Lng.h"
 #include "records/text/Elements.h"
 #include "records/text/VisibleText.h"
@@ -97,14 +98,14 @@ ObjectList ListObjects(const std::vector<PayloadItem>& items, std::size_t most) 
 }
 
 std::wstring PlaceText(std::size_t item, const PayloadItem& payload, std::size_t offset) {
-    std::wstring text = SetZORNAMessage(kMsgObject) + std::to_wstring(item + 1);
+    std::wstring text = SetZORNAMessage(kMsgObject) + ca::DecimalText(item + 1);
     if (!payload.label.empty()) {
         text.append(L" \"");
         AppendVisible(text, std::wstring(payload.label.begin(), payload.label.end()));
         text.append(L"\"");
     }
     if (offset != 0) {
-        text.append(SetZORNAMessage(kMsgAsn1Offset)).append(std::to_wstring(offset));
+        text.append(SetZORNAMessage(kMsgAsn1Offset)).append(ca::DecimalText(offset));
     }
     return text;
 }

@@ -1,5 +1,6 @@
 #include "asn1/ocsp/OcspRequest.h"
 #include "asn1/ocsp/OcspResponse.h"
+#include "common/DecimalText.h"
 #include "records/SignedFill.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
@@ -105,7 +106,7 @@ void SayResponseStatus(CDescriptionBuilder& builder, const CAsn1Any* status) {
         return;
     }
     const Word word = number < std::size(kStatuses) ? kStatuses[number] : Word::kUnknownStatus;
-    builder.Text(FieldId::kStatus, ca::WordText(word) + (L" (" + std::to_wstring(number) + L')'));
+    builder.Text(FieldId::kStatus, ca::WordText(word) + (L" (" + ca::DecimalText(number) + L')'));
 }
 
 }  // namespace

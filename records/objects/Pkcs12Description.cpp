@@ -3,6 +3,7 @@
 #include "asn1/cms/EnvelopedData.h"
 #include "asn1/cms/SignedData.h"
 #include "asn1/pkcs12/Pfx.h"
+#include "common/DecimalText.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/KeyParts.h"

@@ -3,6 +3,7 @@
 #include "asn1/cms/TimeStampedData.h"
 #include "asn1/tsp/TimeStampReq.h"
 #include "asn1/tsp/TimeStampResp.h"
+#include "common/DecimalText.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/MessageParts.h"
@@ -77,7 +78,7 @@ void SayStatus(CDescriptionBuilder& builder, const CAsn1PkiStatusInfo* info) {
     if (info->Status() != nullptr && ca::ReadSmallInteger(ca::ElementOf(*info->Status()), number)) {
         const Word word = number < std::size(kStatuses) ? kStatuses[number] : Word::kUnknownStatus;
         builder.Text(FieldId::kStatus,
-                     ca::WordText(word) + (L" (" + std::to_wstring(number) + L')'));
+                     ca::WordText(word) + (L" (" + ca::DecimalText(number) + L')'));
     } else if (info->Status() != nullptr) {
         builder.Unreadable(FieldId::kStatus, OctetsOf(info->Status()));
     }

@@ -3,6 +3,7 @@
 #include "asn1/OidTable.h"
 #include "asn1/cms/CertificateTrustList.h"
 #include "asn1/cms/ContentInfo.h"
+#include "common/DecimalText.h"
 #include "records/objects/ObjectDescription.h"
 #include "records/text/Decoded.h"
 #include "records/text/GeneralNameText.h"

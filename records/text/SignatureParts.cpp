@@ -154,6 +154,13 @@ void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines) {
     lines.Line(label, DecimalText(count));
 }
 
+std::wstring SignerIdText(const CAsn1SignerIdentifier& id) {
+    if (id.IssuerAndSerialNumber() != nullptr) {
+        return IssuerSerialText(*id.IssuerAndSerialNumber());
+    }
+    return SetZORNAMessage(kMsgKey) + (L": " + OctetsText(id.SubjectKeyIdentifier()));
+}
+
 void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLines& lines) {
     const CAsn1SignerIdentifier& id = *signer.Sid();
     const SignerCertificate* certificate = own != nullptr ? own->Find(id) : nullptr;

@@ -37,6 +37,9 @@ std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate);
 /// "Certificates: 3"
 void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines);
 
+/// What names a signer or a recipient, in a line: IssuerSerialText(), or "Key: hex".
+std::wstring SignerIdText(const CAsn1SignerIdentifier& id);
+
 /// Says a signer: its name where its certificate is known to `own` or to the message that the text
 /// is about, how it is named in the message, its algorithms and, where it is signed, the time.
 /// \param own  the certificates that came with the signature; null for none.
