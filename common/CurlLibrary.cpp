@@ -23,7 +23,6 @@ namespace {
 
 constexpr char kLibraryFile[] = "Qlocurl.so";
 constexpr char kOwnExecutable[] = "/proc/self/exe";
-constexpr long kGlobalAll = 3;  // CURL_GLOBAL_ALL
 
 // Handles are made under a lock of libcurl's own, which says whether the library is initialised; a
 // child would wait for a thread that held it as the parent forked. curl_multi_init() makes an easy
@@ -90,9 +89,9 @@ class SigPipeGuard {
 // One transfer as the library's own loop would run it, but in steps.
 class Steps {
   public:
-    Steps(const CurlLibrary& library, CurlHandle* handle)
+    Steps(const CurlLibrary& library, CURL* handle)
         : m_library(library), m_handle(handle), m_multi(MakeHandle(library.multiInit)) {
-        m_code = m_multi == nullptr ? kMultiOutOfMemory : m_library.multiAdd(m_multi, m_handle);
+        m_code = m_multi == nullptr ? CURLM_OUT_OF_MEMORY : m_library.multiAdd(m_multi, m_handle);
     }
     Steps(const Steps&) = delete;
     Steps& operator=(const Steps&) = delete;
@@ -108,30 +107,29 @@ class Steps {
     bool Step() {
         const CCancelShield shield;
         int running = 0;
-        if (m_code == kMultiOk) {
+        if (m_code == CURLM_OK) {
             m_code = m_library.multiPerform(m_multi, &running);
         }
-        return m_code == kMultiOk && running != 0;
+        return m_code == CURLM_OK && running != 0;
     }
     // A cancellation comes into effect here: the library's state is whole.
     void Wait() { m_code = m_library.multiPoll(m_multi, nullptr, 0, kLongestWaitMs, nullptr); }
     int Result() const {
-        if (m_code != kMultiOk) {
-            return m_code == kMultiOutOfMemory ? kCurlOutOfMemory : kCurlBadFunctionArgument;
+        if (m_code != CURLM_OK) {
+            return m_code == CURLM_OUT_OF_MEMORY ? CURLE_OUT_OF_MEMORY
+                                                 : CURLE_BAD_FUNCTION_ARGUMENT;
         }
         int left = 0;
-        const CurlMessage* const message = m_library.multiRead(m_multi, &left);
-        return message != nullptr ? message->data.code : kCurlBadFunctionArgument;
+        const CURLMsg* const message = m_library.multiRead(m_multi, &left);
+        return message != nullptr ? message->data.result : CURLE_BAD_FUNCTION_ARGUMENT;
     }
 
   private:
-    static constexpr int kMultiOk = 0;           // CURLM_OK
-    static constexpr int kMultiOutOfMemory = 3;  // CURLM_OUT_OF_MEMORY
     static constexpr int kLongestWaitMs = 1000;  // the library ends it earlier for its own timers
 
     const CurlLibrary& m_library;
-    CurlHandle* const m_handle;
-    CurlMulti* const m_multi;
+    CURL* const m_handle;
+    CURLM* const m_multi;
     int m_code;
 };
 
@@ -179,7 +177,7 @@ CurlLibrary::CurlLibrary() {
     Resolve(library, "curl_multi_perform", multiPerform);
     Resolve(library, "curl_multi_poll", multiPoll);
     Resolve(library, "curl_multi_info_read", multiRead);
-    if (const int code = globalInit(kGlobalAll); code != kCurlOk) {
+    if (const CURLcode code = globalInit(CURL_GLOBAL_ALL); code != CURLE_OK) {
         throw Exception(kErrCurlInit, u8u16(std::string(easyErrorText(code))));
     }
     // Deliberate: never closed, see Get().
@@ -193,7 +191,7 @@ CurlEasy::CurlEasy()
     if (!m_handle) {
         throw Exception(kErrCurlInit);
     }
-    Set(kCurlErrorBuffer, static_cast<const void*>(m_errorText.data()));
+    Set(CURLOPT_ERRORBUFFER, static_cast<const void*>(m_errorText.data()));
 }
 
 CurlEasy::~CurlEasy() {
@@ -201,23 +199,23 @@ CurlEasy::~CurlEasy() {
     m_handle.reset();
 }
 
-void CurlEasy::Check(CurlOption option, int code) {
-    if (code == kCurlOutOfMemory) {
+void CurlEasy::Check(CURLoption option, int code) {
+    if (code == CURLE_OUT_OF_MEMORY) {
         throw std::bad_alloc();
     }
-    if (code != kCurlOk) {
+    if (code != CURLE_OK) {
         throw Exception(kErrCurlInit, L"option " + DecimalText(static_cast<int>(option)));
     }
 }
 
 void CurlEasy::AddHeader(const char* line) {
-    CurlList* longer = m_library.listAppend(m_headers.get(), line);
+    curl_slist* longer = m_library.listAppend(m_headers.get(), line);
     if (longer == nullptr) {
         throw std::bad_alloc();  // the old list is still ours
     }
     static_cast<void>(m_headers.release());
     m_headers.reset(longer);
-    Set(kCurlHttpHeader, static_cast<const void*>(longer));
+    Set(CURLOPT_HTTPHEADER, static_cast<const void*>(longer));
 }
 
 int CurlEasy::Perform() {
@@ -230,7 +228,7 @@ int CurlEasy::Perform() {
     return steps.Result();
 }
 
-long CurlEasy::GetLong(CurlInfo info) const {
+long CurlEasy::GetLong(CURLINFO info) const {
     long value = 0;
     m_library.easyGetInfo(m_handle.get(), info, &value);
     return value;
@@ -238,20 +236,20 @@ long CurlEasy::GetLong(CurlInfo info) const {
 
 std::string CurlEasy::RedirectUrl() const {
     const char* url = nullptr;
-    m_library.easyGetInfo(m_handle.get(), kCurlInfoRedirectUrl, &url);
+    m_library.easyGetInfo(m_handle.get(), CURLINFO_REDIRECT_URL, &url);
     return url != nullptr ? url : "";
 }
 
-CurlOffset CurlEasy::AnnouncedLength() const {
-    CurlOffset length = -1;
-    m_library.easyGetInfo(m_handle.get(), kCurlInfoContentLength, &length);
+curl_off_t CurlEasy::AnnouncedLength() const {
+    curl_off_t length = -1;
+    m_library.easyGetInfo(m_handle.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
     return length;
 }
 
 std::string CurlEasy::ErrorText(int code) const {
     const auto end = std::find(m_errorText.begin(), m_errorText.end(), '\0');
     std::string text(m_errorText.begin(), end);
-    return text.empty() ? std::string(m_library.easyErrorText(code)) : text;
+    return text.empty() ? std::string(m_library.easyErrorText(static_cast<CURLcode>(code))) : text;
 }
 
 }  // namespace ca

@@ -2,123 +2,17 @@
 
 #include "common/Lazy.h"
 
+#define CURL_DISABLE_DEPRECATION  // older libraries know only the older options
+#include <curl/curl.h>
+
 #include <array>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <sys/socket.h>
 
 namespace ca {
 
-// The part of libcurl's documented interface (curl.se/libcurl/c) that is used here. Numbers and
-// types are its ABI, which has not changed since libcurl.so.4; they are written out so that
-// building needs no headers of it.
-
-struct CurlHandle;  ///< CURL
-struct CurlList;    ///< struct curl_slist
-struct CurlMulti;   ///< CURLM
-using CurlOffset = std::int64_t;
-
-enum CurlOption : int {
-    // long
-    kCurlLowSpeedLimit = 19,
-    kCurlLowSpeedTime = 20,
-    kCurlSslVersion = 32,
-    kCurlNoProgress = 43,
-    kCurlFailOnError = 45,
-    kCurlPost = 47,
-    kCurlProxyPort = 59,
-    kCurlSslVerifyPeer = 64,
-    kCurlHttpGet = 80,
-    kCurlSslVerifyHost = 81,
-    kCurlBufferSize = 98,
-    kCurlNoSignal = 99,
-    kCurlProxyType = 101,
-    kCurlProxyAuth = 111,
-    kCurlTimeoutMs = 155,
-    kCurlConnectTimeoutMs = 156,
-    kCurlProtocols = 181,
-    kCurlQuickExit = 322,
-    // pointers; texts are copied by the library
-    kCurlWriteData = 10001,
-    kCurlUrl = 10002,
-    kCurlProxy = 10004,
-    kCurlErrorBuffer = 10010,
-    kCurlPostFields = 10015,  ///< not copied
-    kCurlUserAgent = 10018,
-    kCurlHttpHeader = 10023,  ///< not copied
-    kCurlHeaderData = 10029,
-    kCurlProgressData = 10057,
-    kCurlCaFile = 10065,
-    kCurlCaPath = 10097,
-    kCurlOpenSocketData = 10164,
-    kCurlProxyUser = 10175,
-    kCurlProxyPassword = 10176,
-    kCurlNoProxy = 10177,
-    kCurlProtocolsText = 10318,  ///< since 7.85
-    // functions
-    kCurlWriteFunction = 20011,
-    kCurlHeaderFunction = 20079,
-    kCurlOpenSocketFunction = 20163,
-    kCurlProgressFunction = 20219,
-    // CurlOffset
-    kCurlMaxFileSize = 30117,
-    kCurlPostFieldSize = 30120,
-};
-
-enum CurlInfo : int {
-    kCurlInfoRedirectUrl = 0x10001F,    ///< text of the handle, or null
-    kCurlInfoStatus = 0x200002,         ///< long
-    kCurlInfoRequestSize = 0x20000C,    ///< long; header octets that were sent
-    kCurlInfoTunnelStatus = 0x200016,   ///< long
-    kCurlInfoContentLength = 0x60000F,  ///< CurlOffset, -1: not told
-};
-
-/// CURLMsg
-struct CurlMessage {
-    int kind;  ///< 1: a transfer is done
-    CurlHandle* handle;
-    union {
-        void* unused;
-        int code;  ///< a CurlCode
-    } data;
-};
-
-/// Results that are told apart here; any other number is possible.
-enum CurlCode : int {
-    kCurlOk = 0,
-    kCurlUnsupportedProtocol = 1,
-    kCurlUrlMalformed = 3,
-    kCurlCouldNotConnect = 7,
-    kCurlWeirdServerReply = 8,
-    kCurlHttp2 = 16,
-    kCurlPartialFile = 18,
-    kCurlHttpReturnedError = 22,
-    kCurlWriteError = 23,
-    kCurlOutOfMemory = 27,
-    kCurlBadFunctionArgument = 43,
-    kCurlTooManyRedirects = 47,
-    kCurlBadContentEncoding = 61,
-    kCurlFileSizeExceeded = 63,
-    kCurlHttp2Stream = 92,
-};
-
-/// Of body octets, and of header lines.
-using CurlWriteFunction = std::size_t (*)(char* data, std::size_t size, std::size_t count,
-                                          void* user);
-/// struct curl_sockaddr, an address that is to be connected to.
-struct CurlSocketAddress {
-    int family;
-    int type;
-    int protocol;
-    unsigned length;
-    sockaddr address;  ///< `length` octets from here on
-};
-/// Gives the connection's socket; -1 for none, so that the library tries its next address.
-using CurlOpenSocketFunction = int (*)(void* user, int purpose, CurlSocketAddress* address);
-using CurlProgressFunction = int (*)(void* user, CurlOffset downloadTotal, CurlOffset downloaded,
-                                     CurlOffset uploadTotal, CurlOffset uploaded);
+// Only the declarations of libcurl's headers are used: the library itself is loaded at run time.
 
 /// libcurl, loaded once a process from the file "Qlocurl.so" beside the running executable.
 class CurlLibrary {
@@ -132,22 +26,21 @@ class CurlLibrary {
     CurlLibrary(const CurlLibrary&) = delete;
     CurlLibrary& operator=(const CurlLibrary&) = delete;
 
-    int (*globalInit)(long flags) = nullptr;
-    CurlHandle* (*easyInit)() = nullptr;
-    void (*easyCleanup)(CurlHandle* handle) = nullptr;
-    int (*easySetOption)(CurlHandle* handle, int option, ...) = nullptr;
-    int (*easyGetInfo)(CurlHandle* handle, int info, ...) = nullptr;
-    const char* (*easyErrorText)(int code) = nullptr;
-    CurlList* (*listAppend)(CurlList* list, const char* text) = nullptr;
-    void (*listFree)(CurlList* list) = nullptr;
-    CurlMulti* (*multiInit)() = nullptr;
-    int (*multiCleanup)(CurlMulti* multi) = nullptr;
-    int (*multiAdd)(CurlMulti* multi, CurlHandle* handle) = nullptr;
-    int (*multiRemove)(CurlMulti* multi, CurlHandle* handle) = nullptr;
-    int (*multiPerform)(CurlMulti* multi, int* running) = nullptr;
-    int (*multiPoll)(CurlMulti* multi, void* extra, unsigned extraCount, int timeoutMs,
-                     int* ready) = nullptr;
-    CurlMessage* (*multiRead)(CurlMulti* multi, int* left) = nullptr;
+    decltype(&::curl_global_init) globalInit = nullptr;
+    decltype(&::curl_easy_init) easyInit = nullptr;
+    decltype(&::curl_easy_cleanup) easyCleanup = nullptr;
+    decltype(&::curl_easy_setopt) easySetOption = nullptr;
+    decltype(&::curl_easy_getinfo) easyGetInfo = nullptr;
+    decltype(&::curl_easy_strerror) easyErrorText = nullptr;
+    decltype(&::curl_slist_append) listAppend = nullptr;
+    decltype(&::curl_slist_free_all) listFree = nullptr;
+    decltype(&::curl_multi_init) multiInit = nullptr;
+    decltype(&::curl_multi_cleanup) multiCleanup = nullptr;
+    decltype(&::curl_multi_add_handle) multiAdd = nullptr;
+    decltype(&::curl_multi_remove_handle) multiRemove = nullptr;
+    decltype(&::curl_multi_perform) multiPerform = nullptr;
+    decltype(&::curl_multi_poll) multiPoll = nullptr;
+    decltype(&::curl_multi_info_read) multiRead = nullptr;
 
   private:
     CurlLibrary();
@@ -168,26 +61,26 @@ class CurlEasy {
     ~CurlEasy();
 
     // Each throws ca::Exception 16302 when the library does not take the option.
-    void Set(CurlOption option, long value) { Check(option, SetRaw(option, value)); }
-    void Set(CurlOption option, const std::string& text) {
+    void Set(CURLoption option, long value) { Check(option, SetRaw(option, value)); }
+    void Set(CURLoption option, const std::string& text) {
         Check(option, SetRaw(option, text.c_str()));
     }
     /// The memory must live as long as the handle is used.
-    void Set(CurlOption option, const void* data) { Check(option, SetRaw(option, data)); }
-    void Set(CurlOption option, CurlWriteFunction function) {
+    void Set(CURLoption option, const void* data) { Check(option, SetRaw(option, data)); }
+    void Set(CURLoption option, curl_write_callback function) {
         Check(option, SetRaw(option, function));
     }
-    void Set(CurlOption option, CurlProgressFunction function) {
+    void Set(CURLoption option, curl_xferinfo_callback function) {
         Check(option, SetRaw(option, function));
     }
-    void Set(CurlOption option, CurlOpenSocketFunction function) {
+    void Set(CURLoption option, curl_opensocket_callback function) {
         Check(option, SetRaw(option, function));
     }
-    void SetSize(CurlOption option, CurlOffset size) { Check(option, SetRaw(option, size)); }
+    void SetSize(CURLoption option, curl_off_t size) { Check(option, SetRaw(option, size)); }
 
     /// For options that older libraries lack: false when this one does.
-    bool TrySet(CurlOption option, long value) { return SetRaw(option, value) == kCurlOk; }
-    bool TrySet(CurlOption option, const char* text) { return SetRaw(option, text) == kCurlOk; }
+    bool TrySet(CURLoption option, long value) { return SetRaw(option, value) == CURLE_OK; }
+    bool TrySet(CURLoption option, const char* text) { return SetRaw(option, text) == CURLE_OK; }
 
     /// Adds one request header line ("Name: value"; "Name:" keeps the library from sending its
     /// own).
@@ -199,32 +92,30 @@ class CurlEasy {
     int Perform();
 
     /// Status of the last answer; 0 when there was none.
-    long Status() const { return GetLong(kCurlInfoStatus); }
+    long Status() const { return GetLong(CURLINFO_RESPONSE_CODE); }
     /// Status of a proxy's last answer to CONNECT; 0 when there was none.
-    long TunnelStatus() const { return GetLong(kCurlInfoTunnelStatus); }
+    long TunnelStatus() const { return GetLong(CURLINFO_HTTP_CONNECTCODE); }
     /// Whether a request's header went out.
-    bool IsSent() const { return GetLong(kCurlInfoRequestSize) > 0; }
+    bool IsSent() const { return GetLong(CURLINFO_REQUEST_SIZE) > 0; }
     /// The absolute URL that the last answer sends the client to; empty when it does not.
     std::string RedirectUrl() const;
     /// What the answer announces, never to be trusted; -1 when it does not.
-    CurlOffset AnnouncedLength() const;
+    curl_off_t AnnouncedLength() const;
     /// What went wrong in the last Perform(): the library's own words, at least the code's.
     std::string ErrorText(int code) const;
 
   private:
     template <class Value>
-    int SetRaw(CurlOption option, Value value) {
+    int SetRaw(CURLoption option, Value value) {
         return m_library.easySetOption(m_handle.get(), option, value);
     }
-    static void Check(CurlOption option, int code);
-    long GetLong(CurlInfo info) const;
-
-    static constexpr std::size_t kErrorTextSize = 256;  // CURL_ERROR_SIZE
+    static void Check(CURLoption option, int code);
+    long GetLong(CURLINFO info) const;
 
     const CurlLibrary& m_library;
-    std::array<char, kErrorTextSize> m_errorText{};  // written by the library
-    std::unique_ptr<CurlList, void (*)(CurlList*)> m_headers;
-    std::unique_ptr<CurlHandle, void (*)(CurlHandle*)> m_handle;
+    std::array<char, CURL_ERROR_SIZE> m_errorText{};  // written by the library
+    std::unique_ptr<curl_slist, void (*)(curl_slist*)> m_headers;
+    std::unique_ptr<CURL, void (*)(CURL*)> m_handle;
 };
 
 }  // namespace ca

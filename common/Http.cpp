@@ -26,7 +26,7 @@ HttpUrl Follow(const HttpTransfer& transfer, const HttpUrl& from, const std::str
     try {
         return FollowRedirect(from, u8u16(location));
     } catch (const Exception&) {
-        transfer.RefuseRedirect(kCurlUrlMalformed);
+        transfer.RefuseRedirect(CURLE_URL_MALFORMAT);
     }
 }
 
@@ -55,7 +55,7 @@ void RunTransfer(const std::wstring& url, const PostBody* body, const HttpSettin
             return;
         }
         if (redirects == kMaxRedirects) {
-            transfer->RefuseRedirect(kCurlTooManyRedirects);
+            transfer->RefuseRedirect(CURLE_TOO_MANY_REDIRECTS);
         }
         target = Follow(*transfer, target, location);
     }

@@ -11,7 +11,7 @@ constexpr std::size_t kMaxHint = 64U << 20;  // octets set aside on the word of 
 
 }  // namespace
 
-bool HttpBody::Append(const char* data, std::size_t size, CurlOffset announced) {
+bool HttpBody::Append(const char* data, std::size_t size, curl_off_t announced) {
     if (size > m_limit - m_size) {
         return false;
     }
@@ -23,7 +23,7 @@ bool HttpBody::Append(const char* data, std::size_t size, CurlOffset announced) 
     return true;
 }
 
-void HttpBody::Reserve(std::size_t needed, CurlOffset announced) {
+void HttpBody::Reserve(std::size_t needed, curl_off_t announced) {
     if (needed <= m_capacity) {
         return;
     }

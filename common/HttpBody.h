@@ -17,7 +17,7 @@ class HttpBody {
 
     /// False when the limit is reached. Throws std::bad_alloc.
     /// \param announced  octets of the whole body as the server says; not trusted.
-    bool Append(const char* data, std::size_t size, CurlOffset announced);
+    bool Append(const char* data, std::size_t size, curl_off_t announced);
     /// Empties it, for the answer that counts.
     void Clear() { m_size = 0; }
 
@@ -26,7 +26,7 @@ class HttpBody {
     BytePtr Take() { return m_block ? std::move(m_block) : BytePtr::Make(0); }
 
   private:
-    void Reserve(std::size_t needed, CurlOffset announced);
+    void Reserve(std::size_t needed, curl_off_t announced);
 
     BytePtr m_block;
     std::size_t m_size = 0;

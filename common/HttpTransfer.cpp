@@ -20,17 +20,15 @@ namespace {
 
 constexpr long kStatusProxyRefuses = 407;  // RFC 9110 15.5.8
 constexpr long kStatusSeeOther = 303;      // RFC 9110 15.4.4: the answer is elsewhere, by GET
-constexpr long kTlsVersion12 = 6;          // CURL_SSLVERSION_TLSv1_2
 constexpr long kCheckHostName = 2;         // certificate must be issued for the host
-constexpr long kAnyProxyAuth = ~0x10L;     // CURLAUTH_ANY
 constexpr long kTransferBuffer = 0x20000;  // octets; fewer system calls than with the usual 16 KiB
 constexpr std::size_t kMaxHeader = 0x40000;  // octets of all header lines of a transfer
 
-constexpr const char* kHttpAndHttps = "http,https";  // CURLOPT_PROTOCOLS_STR
-constexpr long kHttpAndHttpsBits = 3;                // CURLPROTO_HTTP | CURLPROTO_HTTPS
+constexpr const char* kHttpAndHttps = "http,https";
 
-// CURLPROXY_..., by ProxyType
-constexpr long kProxyTypes[] = {0, 4, 6, 7};
+// By ProxyType.
+constexpr long kProxyTypes[] = {CURLPROXY_HTTP, CURLPROXY_SOCKS4, CURLPROXY_SOCKS4A,
+                                CURLPROXY_SOCKS5_HOSTNAME};
 
 // Puts the texts in the places of a message's "%i" and "%s", in order. The table's texts are no
 // formats for wide strings, and numbers here exceed an int.
@@ -67,12 +65,12 @@ std::string OptionText(const std::wstring& text) {
 // Transfers given up for what the server's answer holds or led to; the request's own URL has been
 // checked before. Every other number is the connection's fault.
 constexpr int kServerFaults[] = {
-    kCurlUnsupportedProtocol,  // an answer that is not HTTP
-    kCurlUrlMalformed,        kCurlWeirdServerReply, kCurlHttp2,
-    kCurlWriteError,  // more body than allowed
-    kCurlBadContentEncoding,
-    kCurlFileSizeExceeded,  // more body announced than allowed
-    kCurlHttp2Stream,
+    CURLE_UNSUPPORTED_PROTOCOL,  // an answer that is not HTTP
+    CURLE_URL_MALFORMAT,        CURLE_WEIRD_SERVER_REPLY, CURLE_HTTP2,
+    CURLE_WRITE_ERROR,  // more body than allowed
+    CURLE_BAD_CONTENT_ENCODING,
+    CURLE_FILESIZE_EXCEEDED,  // more body announced than allowed
+    CURLE_HTTP2_STREAM,
 };
 
 bool IsSuccess(long status) {
@@ -99,9 +97,9 @@ HttpTransfer::HttpTransfer(const HttpSettings& settings, HttpBody& answer)
 void HttpTransfer::SetPostBody(std::span<const unsigned char> body) {
     // A null pointer would make the library ask a read callback for the body.
     const void* data = body.empty() ? static_cast<const void*>("") : body.data();
-    m_curl.Set(kCurlPost, 1L);
-    m_curl.SetSize(kCurlPostFieldSize, static_cast<CurlOffset>(body.size()));
-    m_curl.Set(kCurlPostFields, data);
+    m_curl.Set(CURLOPT_POST, 1L);
+    m_curl.SetSize(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    m_curl.Set(CURLOPT_POSTFIELDS, data);
     m_curl.AddHeader("Content-Type: application/octet-stream");
     m_curl.AddHeader("Expect:");  // no second of waiting for a "100 Continue"
     m_isPost = true;
@@ -109,41 +107,41 @@ void HttpTransfer::SetPostBody(std::span<const unsigned char> body) {
 }
 
 void HttpTransfer::SetSafety() {
-    m_curl.Set(kCurlNoSignal, 1L);  // no SIGALRM for time-outs: the process is the host's
-    m_curl.Set(kCurlFailOnError, 1L);
-    if (!m_curl.TrySet(kCurlProtocolsText, kHttpAndHttps)) {
-        m_curl.Set(kCurlProtocols, kHttpAndHttpsBits);
+    m_curl.Set(CURLOPT_NOSIGNAL, 1L);  // no SIGALRM for time-outs: the process is the host's
+    m_curl.Set(CURLOPT_FAILONERROR, 1L);
+    if (!m_curl.TrySet(CURLOPT_PROTOCOLS_STR, kHttpAndHttps)) {
+        m_curl.Set(CURLOPT_PROTOCOLS, CURLPROTO_HTTP | CURLPROTO_HTTPS);
     }
     // A time-out must not wait for a name look-up that hangs; the look-up thread frees its own.
-    m_curl.TrySet(kCurlQuickExit, 1L);
+    m_curl.TrySet(CURLOPT_QUICK_EXIT, 1L);
 }
 
 void HttpTransfer::SetLimits() {
-    m_curl.Set(kCurlConnectTimeoutMs,
+    m_curl.Set(CURLOPT_CONNECTTIMEOUT_MS,
                static_cast<long>(HttpSettings::BoundedTimeout(m_settings.connectTimeoutMs)));
-    m_curl.Set(kCurlLowSpeedLimit, static_cast<long>(m_settings.lowSpeedBytesPerSecond));
-    m_curl.Set(kCurlLowSpeedTime, static_cast<long>(m_settings.lowSpeedSeconds));
-    m_curl.SetSize(kCurlMaxFileSize, static_cast<CurlOffset>(m_settings.maxBodySize));
-    m_curl.TrySet(kCurlBufferSize, kTransferBuffer);
+    m_curl.Set(CURLOPT_LOW_SPEED_LIMIT, static_cast<long>(m_settings.lowSpeedBytesPerSecond));
+    m_curl.Set(CURLOPT_LOW_SPEED_TIME, static_cast<long>(m_settings.lowSpeedSeconds));
+    m_curl.SetSize(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(m_settings.maxBodySize));
+    m_curl.TrySet(CURLOPT_BUFFERSIZE, kTransferBuffer);
 }
 
 void HttpTransfer::SetTrust() {
-    m_curl.Set(kCurlSslVerifyPeer, 1L);
-    m_curl.Set(kCurlSslVerifyHost, kCheckHostName);
-    m_curl.Set(kCurlSslVersion, kTlsVersion12);
+    m_curl.Set(CURLOPT_SSL_VERIFYPEER, 1L);
+    m_curl.Set(CURLOPT_SSL_VERIFYHOST, kCheckHostName);
+    m_curl.Set(CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2);
     if (!m_settings.caFile.empty()) {
-        m_curl.Set(kCurlCaFile, OptionText(m_settings.caFile));
+        m_curl.Set(CURLOPT_CAINFO, OptionText(m_settings.caFile));
     }
     if (!m_settings.caPath.empty()) {
-        m_curl.Set(kCurlCaPath, OptionText(m_settings.caPath));
+        m_curl.Set(CURLOPT_CAPATH, OptionText(m_settings.caPath));
     }
-    m_curl.Set(kCurlUserAgent, OptionText(m_settings.userAgent));
+    m_curl.Set(CURLOPT_USERAGENT, OptionText(m_settings.userAgent));
 }
 
 void HttpTransfer::SetProxy() {
-    m_curl.Set(kCurlNoProxy, std::string());  // instead of the environment's
+    m_curl.Set(CURLOPT_NOPROXY, std::string());  // instead of the environment's
     if (m_settings.proxyAddress.empty()) {
-        m_curl.Set(kCurlProxy, std::string());  // likewise
+        m_curl.Set(CURLOPT_PROXY, std::string());  // likewise
         return;
     }
     const auto type = static_cast<std::size_t>(m_settings.proxyType);
@@ -151,28 +149,29 @@ void HttpTransfer::SetProxy() {
         throw Exception(kErrParameters, L"ProxyType, ProxyPort");
     }
     m_hasProxy = true;
-    m_curl.Set(kCurlProxy, ParseHost(m_settings.proxyAddress));
-    m_curl.Set(kCurlProxyPort, static_cast<long>(m_settings.proxyPort));
-    m_curl.Set(kCurlProxyType, kProxyTypes[type]);
+    m_curl.Set(CURLOPT_PROXY, ParseHost(m_settings.proxyAddress));
+    m_curl.Set(CURLOPT_PROXYPORT, static_cast<long>(m_settings.proxyPort));
+    m_curl.Set(CURLOPT_PROXYTYPE, kProxyTypes[type]);
     if (!m_settings.proxyLogin.empty()) {
-        m_curl.Set(kCurlProxyAuth, kAnyProxyAuth);
-        m_curl.Set(kCurlProxyUser, OptionText(m_settings.proxyLogin));
-        m_curl.Set(kCurlProxyPassword, OptionText(m_settings.proxyPassword));
+        m_curl.Set(CURLOPT_PROXYAUTH, static_cast<long>(CURLAUTH_ANY));
+        m_curl.Set(CURLOPT_PROXYUSERNAME, OptionText(m_settings.proxyLogin));
+        m_curl.Set(CURLOPT_PROXYPASSWORD, OptionText(m_settings.proxyPassword));
     }
 }
 
 void HttpTransfer::SetCallbacks() {
-    m_curl.Set(kCurlWriteFunction, static_cast<CurlWriteFunction>(&HttpTransfer::OnBody));
-    m_curl.Set(kCurlWriteData, static_cast<const void*>(this));
-    m_curl.Set(kCurlHeaderFunction, static_cast<CurlWriteFunction>(&HttpTransfer::OnHeader));
-    m_curl.Set(kCurlHeaderData, static_cast<const void*>(this));
-    m_curl.Set(kCurlNoProgress, 0L);
-    m_curl.Set(kCurlProgressFunction, static_cast<CurlProgressFunction>(&HttpTransfer::OnProgress));
-    m_curl.Set(kCurlProgressData, static_cast<const void*>(this));
+    m_curl.Set(CURLOPT_WRITEFUNCTION, static_cast<curl_write_callback>(&HttpTransfer::OnBody));
+    m_curl.Set(CURLOPT_WRITEDATA, static_cast<const void*>(this));
+    m_curl.Set(CURLOPT_HEADERFUNCTION, static_cast<curl_write_callback>(&HttpTransfer::OnHeader));
+    m_curl.Set(CURLOPT_HEADERDATA, static_cast<const void*>(this));
+    m_curl.Set(CURLOPT_NOPROGRESS, 0L);
+    m_curl.Set(CURLOPT_XFERINFOFUNCTION,
+               static_cast<curl_xferinfo_callback>(&HttpTransfer::OnProgress));
+    m_curl.Set(CURLOPT_XFERINFODATA, static_cast<const void*>(this));
     if (m_settings.hosts && !m_hasProxy) {
-        m_curl.Set(kCurlOpenSocketFunction,
-                   static_cast<CurlOpenSocketFunction>(&HttpTransfer::OnOpenSocket));
-        m_curl.Set(kCurlOpenSocketData, static_cast<const void*>(this));
+        m_curl.Set(CURLOPT_OPENSOCKETFUNCTION,
+                   static_cast<curl_opensocket_callback>(&HttpTransfer::OnOpenSocket));
+        m_curl.Set(CURLOPT_OPENSOCKETDATA, static_cast<const void*>(this));
     }
 }
 
@@ -200,8 +199,8 @@ std::size_t HttpTransfer::OnHeader(char* data, std::size_t size, std::size_t cou
     return self.m_headerSize <= kMaxHeader ? line.size() : 0;
 }
 
-int HttpTransfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, CurlOffset,
-                             CurlOffset uploaded) {
+int HttpTransfer::OnProgress(void* user, curl_off_t, curl_off_t downloaded, curl_off_t,
+                             curl_off_t uploaded) {
     HttpTransfer& self = *static_cast<HttpTransfer*>(user);
     const Clock::time_point now = Clock::now();
     if (now - self.m_lastProgress < std::chrono::milliseconds(self.m_settings.progressIntervalMs)) {
@@ -218,8 +217,8 @@ int HttpTransfer::OnProgress(void* user, CurlOffset, CurlOffset downloaded, Curl
 }
 
 // What is still to be sent, then what has come back so far.
-void HttpTransfer::LogProgress(CurlOffset downloaded, CurlOffset uploaded) {
-    const CurlOffset left = static_cast<CurlOffset>(m_sendSize) - uploaded;
+void HttpTransfer::LogProgress(curl_off_t downloaded, curl_off_t uploaded) {
+    const curl_off_t left = static_cast<curl_off_t>(m_sendSize) - uploaded;
     if (left > 0 && downloaded == 0) {
         LogMessage(kMsgHttpSending, {ca::DecimalText(left), m_url.display}, false);
     } else if (downloaded > 0) {
@@ -229,20 +228,21 @@ void HttpTransfer::LogProgress(CurlOffset downloaded, CurlOffset uploaded) {
 
 // The last check before a connection, which is made for one of the addresses that the name look-up
 // gave: what it is made to is what is checked.
-int HttpTransfer::OnOpenSocket(void* user, int, CurlSocketAddress* address) noexcept {
+curl_socket_t HttpTransfer::OnOpenSocket(void* user, curlsocktype,
+                                         curl_sockaddr* address) noexcept {
     HttpTransfer& self = *static_cast<HttpTransfer*>(user);
     try {
-        const std::optional<IpAddress> peer = IpAddress::FromSocket(address->address);
+        const std::optional<IpAddress> peer = IpAddress::FromSocket(address->addr);
         if (!peer || !self.m_settings.hosts->AllowsAt(self.m_url.host, *peer)) {
             self.m_forbidden = peer;
-            return -1;
+            return CURL_SOCKET_BAD;
         }
     } catch (const std::bad_alloc&) {
         self.m_outOfMemory = true;
-        return -1;
+        return CURL_SOCKET_BAD;
     }
     self.m_hasSocket = true;
-    return ::socket(address->family, address->type | SOCK_CLOEXEC, address->protocol);
+    return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
 }
 
 std::string HttpTransfer::Run(const HttpUrl& url, Clock::time_point end) {
@@ -254,13 +254,13 @@ std::string HttpTransfer::Run(const HttpUrl& url, Clock::time_point end) {
         }
     }
     if (m_isPost && m_curl.Status() == kStatusSeeOther) {
-        m_curl.Set(kCurlHttpGet, 1L);
+        m_curl.Set(CURLOPT_HTTPGET, 1L);
         m_isPost = false;
         m_sendSize = 0;
     }
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-    m_curl.Set(kCurlTimeoutMs, std::max(1L, static_cast<long>(left.count())));
-    m_curl.Set(kCurlUrl, url.text);
+    m_curl.Set(CURLOPT_TIMEOUT_MS, std::max(1L, static_cast<long>(left.count())));
+    m_curl.Set(CURLOPT_URL, url.text);
     m_body.Clear();
     m_isHeaderComplete = false;
     m_hasSocket = false;
@@ -298,27 +298,27 @@ bool HttpTransfer::IsProxyRefusal(long status) const {
 
 // Logs and throws what went wrong; the exception's message is the detail.
 void HttpTransfer::Judge(int code) {
-    if (code == kCurlOk && !m_isHeaderComplete) {
+    if (code == CURLE_OK && !m_isHeaderComplete) {
         // The library takes an answer that breaks off in its header for one without a body.
-        code = kCurlPartialFile;
+        code = CURLE_PARTIAL_FILE;
     }
-    if (code == kCurlOutOfMemory && !m_outOfMemory && !m_isHeaderComplete && m_curl.IsSent()) {
+    if (code == CURLE_OUT_OF_MEMORY && !m_outOfMemory && !m_isHeaderComplete && m_curl.IsSent()) {
         // So the library reports a header line that is longer than its limit.
-        code = kCurlWeirdServerReply;
+        code = CURLE_WEIRD_SERVER_REPLY;
     }
-    if (code == kCurlCouldNotConnect && m_forbidden && !m_hasSocket) {
+    if (code == CURLE_COULDNT_CONNECT && m_forbidden && !m_hasSocket) {
         Forbid(m_forbidden->Text());
     }
     const long status = m_curl.Status();
     const bool isRefused = !IsSuccess(status) && m_curl.RedirectUrl().empty();
-    if (code == kCurlHttpReturnedError || (code == kCurlOk && isRefused)) {
+    if (code == CURLE_HTTP_RETURNED_ERROR || (code == CURLE_OK && isRefused)) {
         LogMessage(kMsgHttpRequestError, {ca::DecimalText(status), ca::DecimalText(code)}, true);
         throw ReportedException(IsProxyRefusal(status) ? kErrConnection : kErrServer,
                                 L"HTTP " + ca::DecimalText(status));
     }
-    if (code != kCurlOk) {
+    if (code != CURLE_OK) {
         LogMessage(kMsgHttpNotSent, {ca::DecimalText(code)}, true);
-        if (m_outOfMemory || code == kCurlOutOfMemory) {
+        if (m_outOfMemory || code == CURLE_OUT_OF_MEMORY) {
             throw std::bad_alloc();
         }
         std::wstring detail = u8u16(m_curl.ErrorText(code));

@@ -60,10 +60,11 @@ class HttpTransfer {
     static std::size_t OnBody(char* data, std::size_t size, std::size_t count, void* user) noexcept;
     static std::size_t OnHeader(char* data, std::size_t size, std::size_t count,
                                 void* user) noexcept;
-    static int OnProgress(void* user, CurlOffset downloadTotal, CurlOffset downloaded,
-                          CurlOffset uploadTotal, CurlOffset uploaded);
-    static int OnOpenSocket(void* user, int purpose, CurlSocketAddress* address) noexcept;
-    void LogProgress(CurlOffset downloaded, CurlOffset uploaded);
+    static int OnProgress(void* user, curl_off_t downloadTotal, curl_off_t downloaded,
+                          curl_off_t uploadTotal, curl_off_t uploaded);
+    static curl_socket_t OnOpenSocket(void* user, curlsocktype purpose,
+                                      curl_sockaddr* address) noexcept;
+    void LogProgress(curl_off_t downloaded, curl_off_t uploaded);
 
     const HttpSettings& m_settings;
     HttpBody& m_body;

@@ -4,7 +4,7 @@
 BUILD_PACKAGES=(
     build-essential cmake ninja-build ccache pkg-config
     qtbase5-dev rapidjson-dev libcli11-dev
-    libcurl4 ca-certificates
+    libcurl4 libcurl4-openssl-dev ca-certificates
 )
 
 # What the tests need on top.
