@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/Asn1Typed.h"
+#include "asn1/Asn1Members.h"
 #include "common/Exception.h"
 
 #include <cstdint>
@@ -10,38 +10,13 @@
 #include <type_traits>
 #include <utility>
 
-// Reading the members of typed classes: one line a member.
-//
-//     // Validity ::= SEQUENCE { notBefore Time, notAfter Time }     RFC 5280, 4.1.2.5
-//     void CAsn1Validity::Decode() {
-//         CFieldReader fields(*this);
-//         m_notBefore = fields.Required<CAsn1Time>("notBefore");
-//         m_notAfter = fields.Required<CAsn1Time>("notAfter");
-//         fields.End();
-//     }
+// Reading the members of typed classes, as Asn1Members.h declares them.
 //
 // Members come back as plain pointers: the object owns them. A member of a typed class is decoded
 // at once. A member of a primitive class is bound but not decoded: its octets are at hand
 // (OctetsOf(), IntegerOf(), ... of Asn1Typed.h), call Decode() for its value and display text.
 //
 // Depth: a class is as deep as its declaration; none contains itself without a bound of its own.
-
-/// Takes the elements of [index] IMPLICIT T.
-template <class T>
-struct Asn1ImplicitTag {
-    unsigned index;
-    constexpr bool operator()(unsigned char tag) const {
-        return Asn1TypeOf<T>::AcceptsAs(static_cast<unsigned char>(kAsn1ContextBit | index), tag);
-    }
-};
-
-/// Takes the elements of [index] EXPLICIT.
-struct Asn1ExplicitTag {
-    unsigned index;
-    constexpr bool operator()(unsigned char tag) const {
-        return tag == (kAsn1ContextBit | kAsn1ConstructedBit | index);
-    }
-};
 
 /// Reads the members of one object, in their order.
 ///

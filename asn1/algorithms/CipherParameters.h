@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Typed.h"
 
@@ -8,20 +9,11 @@
 //     aes-ICVlen  AES-GCM-ICVlen DEFAULT 12 }   -- INTEGER     RFC 5084, 3.2
 // CCMParameters (3.1) is the same.
 class CAsn1GcmParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "GCMParameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* Nonce() const { return m_nonce; }
+    CA_ASN1_SEQUENCE("GCMParameters");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Nonce, "aes-nonce");
     /// Octets of the integrity check value; null for 12.
-    const CAsn1Integer* IcvLen() const { return m_icvLen; }
-
-  private:
-    CAsn1OctetString* m_nonce = nullptr;
-    CAsn1Integer* m_icvLen = nullptr;
+    CA_ASN1_OPTIONAL(CAsn1Integer, IcvLen, "aes-ICVlen");
+    CA_ASN1_END;
 };
 
 using CAsn1CcmParameters = CAsn1GcmParameters;
@@ -30,19 +22,10 @@ using CAsn1CcmParameters = CAsn1GcmParameters;
 //     rc2ParameterVersion  INTEGER OPTIONAL,
 //     iv                   OCTET STRING }     RFC 8018, B.2.3; RFC 3370, 5.2
 class CAsn1Rc2CbcParameter : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "RC2CBCParameter";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
+    CA_ASN1_SEQUENCE("RC2CBCParameter");
     /// Names the effective key bits: 160 stands for 40, 120 for 64, 58 for 128, 256 and more for
     /// themselves; null for 32.
-    const CAsn1Integer* Rc2ParameterVersion() const { return m_rc2ParameterVersion; }
-    const CAsn1OctetString* Iv() const { return m_iv; }
-
-  private:
-    CAsn1Integer* m_rc2ParameterVersion = nullptr;
-    CAsn1OctetString* m_iv = nullptr;
+    CA_ASN1_OPTIONAL(CAsn1Integer, Rc2ParameterVersion, "rc2ParameterVersion");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Iv, "iv");
+    CA_ASN1_END;
 };

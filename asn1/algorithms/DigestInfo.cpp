@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1DigestInfo::Decode() {
-    CFieldReader fields(*this);
-    m_digestAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("digestAlgorithm");
-    m_digest = fields.Required<CAsn1OctetString>("digest");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1DigestInfo)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
 
@@ -7,17 +8,8 @@
 //     digestAlgorithm  AlgorithmIdentifier,
 //     digest           OCTET STRING }     RFC 8017, 9.2
 class CAsn1DigestInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "DigestInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1AlgorithmIdentifier* DigestAlgorithm() const { return m_digestAlgorithm; }
-    const CAsn1OctetString* Digest() const { return m_digest; }
-
-  private:
-    CAsn1AlgorithmIdentifier* m_digestAlgorithm = nullptr;
-    CAsn1OctetString* m_digest = nullptr;
+    CA_ASN1_SEQUENCE("DigestInfo");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, DigestAlgorithm, "digestAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Digest, "digest");
+    CA_ASN1_END;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Typed.h"
 
@@ -10,21 +11,11 @@
 //     q  INTEGER,
 //     g  INTEGER }     RFC 3279, 2.3.2
 class CAsn1DssParms : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Dss-Parms";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* P() const { return m_p; }
-    const CAsn1Integer* Q() const { return m_q; }
-    const CAsn1Integer* G() const { return m_g; }
-
-  private:
-    CAsn1Integer* m_p = nullptr;
-    CAsn1Integer* m_q = nullptr;
-    CAsn1Integer* m_g = nullptr;
+    CA_ASN1_SEQUENCE("Dss-Parms");
+    CA_ASN1_REQUIRED(CAsn1Integer, P, "p");
+    CA_ASN1_REQUIRED(CAsn1Integer, Q, "q");
+    CA_ASN1_REQUIRED(CAsn1Integer, G, "g");
+    CA_ASN1_END;
 };
 
 // Dss-Sig-Value ::= SEQUENCE {
@@ -32,19 +23,10 @@ class CAsn1DssParms : public CAsn1TypedObject {
 //     s  INTEGER }     RFC 3279, 2.2.2
 // ECDSA-Sig-Value (2.2.3) is the same.
 class CAsn1DssSigValue : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Dss-Sig-Value";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* R() const { return m_r; }
-    const CAsn1Integer* S() const { return m_s; }
-
-  private:
-    CAsn1Integer* m_r = nullptr;
-    CAsn1Integer* m_s = nullptr;
+    CA_ASN1_SEQUENCE("Dss-Sig-Value");
+    CA_ASN1_REQUIRED(CAsn1Integer, R, "r");
+    CA_ASN1_REQUIRED(CAsn1Integer, S, "s");
+    CA_ASN1_END;
 };
 
 using CAsn1EcdsaSigValue = CAsn1DssSigValue;
@@ -53,19 +35,10 @@ using CAsn1EcdsaSigValue = CAsn1DssSigValue;
 //     seed         BIT STRING,
 //     pgenCounter  INTEGER }     RFC 3279, 2.3.3
 class CAsn1ValidationParms : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ValidationParms";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1BitString* Seed() const { return m_seed; }
-    const CAsn1Integer* PgenCounter() const { return m_pgenCounter; }
-
-  private:
-    CAsn1BitString* m_seed = nullptr;
-    CAsn1Integer* m_pgenCounter = nullptr;
+    CA_ASN1_SEQUENCE("ValidationParms");
+    CA_ASN1_REQUIRED(CAsn1BitString, Seed, "seed");
+    CA_ASN1_REQUIRED(CAsn1Integer, PgenCounter, "pgenCounter");
+    CA_ASN1_END;
 };
 
 // DomainParameters ::= SEQUENCE {
@@ -75,25 +48,13 @@ class CAsn1ValidationParms : public CAsn1TypedObject {
 //     j                INTEGER OPTIONAL,
 //     validationParms  ValidationParms OPTIONAL }     RFC 3279, 2.3.3
 class CAsn1DomainParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "DomainParameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* P() const { return m_p; }
-    const CAsn1Integer* G() const { return m_g; }
-    const CAsn1Integer* Q() const { return m_q; }
-    const CAsn1Integer* J() const { return m_j; }
-    const CAsn1ValidationParms* ValidationParms() const { return m_validationParms; }
-
-  private:
-    CAsn1Integer* m_p = nullptr;
-    CAsn1Integer* m_g = nullptr;
-    CAsn1Integer* m_q = nullptr;
-    CAsn1Integer* m_j = nullptr;
-    CAsn1ValidationParms* m_validationParms = nullptr;
+    CA_ASN1_SEQUENCE("DomainParameters");
+    CA_ASN1_REQUIRED(CAsn1Integer, P, "p");
+    CA_ASN1_REQUIRED(CAsn1Integer, G, "g");
+    CA_ASN1_REQUIRED(CAsn1Integer, Q, "q");
+    CA_ASN1_OPTIONAL(CAsn1Integer, J, "j");
+    CA_ASN1_OPTIONAL(CAsn1ValidationParms, ValidationParms, "validationParms");
+    CA_ASN1_END;
 };
 
 // DHParameter ::= SEQUENCE {
@@ -101,20 +62,10 @@ class CAsn1DomainParameters : public CAsn1TypedObject {
 //     base                INTEGER,
 //     privateValueLength  INTEGER OPTIONAL }     PKCS #3, 9
 class CAsn1DhParameter : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "DHParameter";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Prime() const { return m_prime; }
-    const CAsn1Integer* Base() const { return m_base; }
+    CA_ASN1_SEQUENCE("DHParameter");
+    CA_ASN1_REQUIRED(CAsn1Integer, Prime, "prime");
+    CA_ASN1_REQUIRED(CAsn1Integer, Base, "base");
     /// Bits.
-    const CAsn1Integer* PrivateValueLength() const { return m_privateValueLength; }
-
-  private:
-    CAsn1Integer* m_prime = nullptr;
-    CAsn1Integer* m_base = nullptr;
-    CAsn1Integer* m_privateValueLength = nullptr;
+    CA_ASN1_OPTIONAL(CAsn1Integer, PrivateValueLength, "privateValueLength");
+    CA_ASN1_END;
 };

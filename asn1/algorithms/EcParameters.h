@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
@@ -9,42 +10,23 @@
 //     basis       OBJECT IDENTIFIER,
 //     parameters  ANY DEFINED BY basis }     RFC 3279, 2.3.5
 class CAsn1CharacteristicTwo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Characteristic-two";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
+    CA_ASN1_SEQUENCE("Characteristic-two");
     /// The degree: the size of the field in bits.
-    const CAsn1Integer* M() const { return m_m; }
-    const CAsn1ObjectIdentifier* Basis() const { return m_basis; }
-    const CAsn1Any* Parameters() const { return m_parameters; }
-
-  private:
-    CAsn1Integer* m_m = nullptr;
-    CAsn1ObjectIdentifier* m_basis = nullptr;
-    CAsn1Any* m_parameters = nullptr;
+    CA_ASN1_REQUIRED(CAsn1Integer, M, "m");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, Basis, "basis");
+    CA_ASN1_REQUIRED(CAsn1Any, Parameters, "parameters");
+    CA_ASN1_END;
 };
 
 // FieldID ::= SEQUENCE {
 //     fieldType   OBJECT IDENTIFIER,
 //     parameters  ANY DEFINED BY fieldType }     RFC 3279, 2.3.5
 class CAsn1FieldId : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "FieldID";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1ObjectIdentifier* FieldType() const { return m_fieldType; }
+    CA_ASN1_SEQUENCE("FieldID");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, FieldType, "fieldType");
     /// An INTEGER, the prime; a Characteristic-two for a field of 2^m elements.
-    const CAsn1Any* Parameters() const { return m_parameters; }
-
-  private:
-    CAsn1ObjectIdentifier* m_fieldType = nullptr;
-    CAsn1Any* m_parameters = nullptr;
+    CA_ASN1_REQUIRED(CAsn1Any, Parameters, "parameters");
+    CA_ASN1_END;
 };
 
 // Curve ::= SEQUENCE {
@@ -52,21 +34,11 @@ class CAsn1FieldId : public CAsn1TypedObject {
 //     b     FieldElement,
 //     seed  BIT STRING OPTIONAL }     RFC 3279, 2.3.5
 class CAsn1Curve : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Curve";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* A() const { return m_a; }
-    const CAsn1OctetString* B() const { return m_b; }
-    const CAsn1BitString* Seed() const { return m_seed; }
-
-  private:
-    CAsn1OctetString* m_a = nullptr;
-    CAsn1OctetString* m_b = nullptr;
-    CAsn1BitString* m_seed = nullptr;
+    CA_ASN1_SEQUENCE("Curve");
+    CA_ASN1_REQUIRED(CAsn1OctetString, A, "a");
+    CA_ASN1_REQUIRED(CAsn1OctetString, B, "b");
+    CA_ASN1_OPTIONAL(CAsn1BitString, Seed, "seed");
+    CA_ASN1_END;
 };
 
 // ECParameters ::= SEQUENCE {
@@ -79,30 +51,16 @@ class CAsn1Curve : public CAsn1TypedObject {
 // SpecifiedECDomain is the same with one member more (SEC 1, C.2):
 //     hash      HashAlgorithm OPTIONAL     -- AlgorithmIdentifier
 class CAsn1EcParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ECParameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1FieldId* FieldId() const { return m_fieldId; }
-    const CAsn1Curve* Curve() const { return m_curve; }
-    const CAsn1OctetString* Base() const { return m_base; }
-    const CAsn1Integer* Order() const { return m_order; }
-    const CAsn1Integer* Cofactor() const { return m_cofactor; }
+    CA_ASN1_SEQUENCE("ECParameters");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1FieldId, FieldId, "fieldID");
+    CA_ASN1_REQUIRED(CAsn1Curve, Curve, "curve");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Base, "base");
+    CA_ASN1_REQUIRED(CAsn1Integer, Order, "order");
+    CA_ASN1_OPTIONAL(CAsn1Integer, Cofactor, "cofactor");
     /// Only in a SpecifiedECDomain.
-    const CAsn1AlgorithmIdentifier* Hash() const { return m_hash; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1FieldId* m_fieldId = nullptr;
-    CAsn1Curve* m_curve = nullptr;
-    CAsn1OctetString* m_base = nullptr;
-    CAsn1Integer* m_order = nullptr;
-    CAsn1Integer* m_cofactor = nullptr;
-    CAsn1AlgorithmIdentifier* m_hash = nullptr;
+    CA_ASN1_OPTIONAL(CAsn1AlgorithmIdentifier, Hash, "hash");
+    CA_ASN1_END;
 };
 
 // EcpkParameters ::= CHOICE {
@@ -111,21 +69,9 @@ class CAsn1EcParameters : public CAsn1TypedObject {
 //     implicitlyCA  NULL }     RFC 3279, 2.3.5
 // Certificates of today have named curves only (RFC 5480, 2.1.1).
 class CAsn1EcpkParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "EcpkParameters";
-    static bool Accepts(unsigned char tag) {
-        return tag == kAsn1Sequence || tag == kAsn1ObjectIdentifier || tag == kAsn1Null;
-    }
-
-    void Decode() override;
-
-    const CAsn1EcParameters* EcParameters() const { return m_ecParameters; }
-    const CAsn1ObjectIdentifier* NamedCurve() const { return m_namedCurve; }
-    const CAsn1Null* ImplicitlyCa() const { return m_implicitlyCa; }
-
-  private:
-    CAsn1EcParameters* m_ecParameters = nullptr;
-    CAsn1ObjectIdentifier* m_namedCurve = nullptr;
-    CAsn1Null* m_implicitlyCa = nullptr;
+    CA_ASN1_CHOICE("EcpkParameters");
+    CA_ASN1_ALTERNATIVE(CAsn1EcParameters, EcParameters, "ecParameters");
+    CA_ASN1_ALTERNATIVE(CAsn1ObjectIdentifier, NamedCurve, "namedCurve");
+    CA_ASN1_ALTERNATIVE(CAsn1Null, ImplicitlyCa, "implicitlyCA");
+    CA_ASN1_END;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/x509/SubjectPublicKeyInfo.h"
@@ -10,59 +11,31 @@
 // GostR3410-94- and GostR3410-2001-PublicKeyParameters have one member more (RFC 4491, 2.3):
 //     encryptionParamSet  OBJECT IDENTIFIER OPTIONAL
 class CAsn1GostPublicKeyParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "GostR3410-PublicKeyParameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1ObjectIdentifier* PublicKeyParamSet() const { return m_publicKeyParamSet; }
-    const CAsn1ObjectIdentifier* DigestParamSet() const { return m_digestParamSet; }
-    const CAsn1ObjectIdentifier* EncryptionParamSet() const { return m_encryptionParamSet; }
-
-  private:
-    CAsn1ObjectIdentifier* m_publicKeyParamSet = nullptr;
-    CAsn1ObjectIdentifier* m_digestParamSet = nullptr;
-    CAsn1ObjectIdentifier* m_encryptionParamSet = nullptr;
+    CA_ASN1_SEQUENCE("GostR3410-PublicKeyParameters");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, PublicKeyParamSet, "publicKeyParamSet");
+    CA_ASN1_OPTIONAL(CAsn1ObjectIdentifier, DigestParamSet, "digestParamSet");
+    CA_ASN1_OPTIONAL(CAsn1ObjectIdentifier, EncryptionParamSet, "encryptionParamSet");
+    CA_ASN1_END;
 };
 
 // Gost28147-89-Parameters ::= SEQUENCE {
 //     iv                  Gost28147-89-IV,     -- OCTET STRING, 8 octets
 //     encryptionParamSet  OBJECT IDENTIFIER }     RFC 4357, Gost28147-89-EncryptionSyntax
 class CAsn1Gost28147Parameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Gost28147-89-Parameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* Iv() const { return m_iv; }
-    const CAsn1ObjectIdentifier* EncryptionParamSet() const { return m_encryptionParamSet; }
-
-  private:
-    CAsn1OctetString* m_iv = nullptr;
-    CAsn1ObjectIdentifier* m_encryptionParamSet = nullptr;
+    CA_ASN1_SEQUENCE("Gost28147-89-Parameters");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Iv, "iv");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, EncryptionParamSet, "encryptionParamSet");
+    CA_ASN1_END;
 };
 
 // Gost28147-89-KeyWrapParameters ::= SEQUENCE {
 //     encryptionParamSet  OBJECT IDENTIFIER,
 //     ukm                 OCTET STRING OPTIONAL }     RFC 4357, Gost28147-89-EncryptionSyntax
 class CAsn1Gost28147KeyWrapParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Gost28147-89-KeyWrapParameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1ObjectIdentifier* EncryptionParamSet() const { return m_encryptionParamSet; }
-    const CAsn1OctetString* Ukm() const { return m_ukm; }
-
-  private:
-    CAsn1ObjectIdentifier* m_encryptionParamSet = nullptr;
-    CAsn1OctetString* m_ukm = nullptr;
+    CA_ASN1_SEQUENCE("Gost28147-89-KeyWrapParameters");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, EncryptionParamSet, "encryptionParamSet");
+    CA_ASN1_OPTIONAL(CAsn1OctetString, Ukm, "ukm");
+    CA_ASN1_END;
 };
 
 // Gost28147-89-EncryptedKey ::= SEQUENCE {
@@ -71,21 +44,11 @@ class CAsn1Gost28147KeyWrapParameters : public CAsn1TypedObject {
 //     macKey        Gost28147-89-MAC }   -- OCTET STRING, 4 octets
 // RFC 4357, Gost28147-89-EncryptionSyntax
 class CAsn1Gost28147EncryptedKey : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Gost28147-89-EncryptedKey";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
-    const CAsn1OctetString* MaskKey() const { return m_maskKey; }
-    const CAsn1OctetString* MacKey() const { return m_macKey; }
-
-  private:
-    CAsn1OctetString* m_encryptedKey = nullptr;
-    CAsn1OctetString* m_maskKey = nullptr;
-    CAsn1OctetString* m_macKey = nullptr;
+    CA_ASN1_SEQUENCE("Gost28147-89-EncryptedKey");
+    CA_ASN1_REQUIRED(CAsn1OctetString, EncryptedKey, "encryptedKey");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1OctetString, MaskKey, "maskKey");
+    CA_ASN1_REQUIRED(CAsn1OctetString, MacKey, "macKey");
+    CA_ASN1_END;
 };
 
 // GostR3410-TransportParameters ::= SEQUENCE {
@@ -93,21 +56,12 @@ class CAsn1Gost28147EncryptedKey : public CAsn1TypedObject {
 //     ephemeralPublicKey  [0] IMPLICIT SubjectPublicKeyInfo OPTIONAL,
 //     ukm                 OCTET STRING }     RFC 4490, 4.2.1
 class CAsn1GostTransportParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "GostR3410-TransportParameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1ObjectIdentifier* EncryptionParamSet() const { return m_encryptionParamSet; }
-    const CAsn1SubjectPublicKeyInfo* EphemeralPublicKey() const { return m_ephemeralPublicKey; }
-    const CAsn1OctetString* Ukm() const { return m_ukm; }
-
-  private:
-    CAsn1ObjectIdentifier* m_encryptionParamSet = nullptr;
-    CAsn1SubjectPublicKeyInfo* m_ephemeralPublicKey = nullptr;
-    CAsn1OctetString* m_ukm = nullptr;
+    CA_ASN1_SEQUENCE("GostR3410-TransportParameters");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, EncryptionParamSet, "encryptionParamSet");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1SubjectPublicKeyInfo, EphemeralPublicKey,
+                              "ephemeralPublicKey");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Ukm, "ukm");
+    CA_ASN1_END;
 };
 
 // GostR3410-KeyTransport ::= SEQUENCE {     -- an EncryptedKey of CMS
@@ -115,35 +69,17 @@ class CAsn1GostTransportParameters : public CAsn1TypedObject {
 //     transportParameters  [0] IMPLICIT GostR3410-TransportParameters OPTIONAL }
 // RFC 4490, 4.2.1
 class CAsn1GostKeyTransport : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "GostR3410-KeyTransport";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Gost28147EncryptedKey* SessionEncryptedKey() const { return m_sessionEncryptedKey; }
-    const CAsn1GostTransportParameters* TransportParameters() const {
-        return m_transportParameters;
-    }
-
-  private:
-    CAsn1Gost28147EncryptedKey* m_sessionEncryptedKey = nullptr;
-    CAsn1GostTransportParameters* m_transportParameters = nullptr;
+    CA_ASN1_SEQUENCE("GostR3410-KeyTransport");
+    CA_ASN1_REQUIRED(CAsn1Gost28147EncryptedKey, SessionEncryptedKey, "sessionEncryptedKey");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1GostTransportParameters, TransportParameters,
+                              "transportParameters");
+    CA_ASN1_END;
 };
 
 // Gost3412-15-Encryption-Parameters ::= SEQUENCE {
 //     ukm  OCTET STRING }     RFC 9337 (Magma and Kuznyechik, CTR-ACPKM)
 class CAsn1Gost341215EncryptionParameters : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Gost3412-15-Encryption-Parameters";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* Ukm() const { return m_ukm; }
-
-  private:
-    CAsn1OctetString* m_ukm = nullptr;
+    CA_ASN1_SEQUENCE("Gost3412-15-Encryption-Parameters");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Ukm, "ukm");
+    CA_ASN1_END;
 };

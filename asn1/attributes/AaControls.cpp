@@ -2,13 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1AaControls::Decode() {
-    CFieldReader fields(*this);
-    m_pathLenConstraint = fields.Optional<CAsn1Integer>("pathLenConstraint");
-    m_permittedAttrs =
-        fields.OptionalImplicit<CAsn1SequenceOf<CAsn1ObjectIdentifier>>(0, "permittedAttrs");
-    m_excludedAttrs =
-        fields.OptionalImplicit<CAsn1SequenceOf<CAsn1ObjectIdentifier>>(1, "excludedAttrs");
-    m_permitUnSpecified = fields.Default("permitUnSpecified", true);
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1AaControls)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 
 // AAControls ::= SEQUENCE {
@@ -10,21 +11,12 @@
 //     permitUnSpecified  BOOLEAN DEFAULT TRUE }
 // AttrSpec ::= SEQUENCE OF OBJECT IDENTIFIER     RFC 5755, 7.4
 class CAsn1AaControls : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AAControls";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* PathLenConstraint() const { return m_pathLenConstraint; }
-    CAsn1SequenceOf<CAsn1ObjectIdentifier>* PermittedAttrs() const { return m_permittedAttrs; }
-    CAsn1SequenceOf<CAsn1ObjectIdentifier>* ExcludedAttrs() const { return m_excludedAttrs; }
-    bool PermitsUnspecified() const { return m_permitUnSpecified; }
-
-  private:
-    CAsn1Integer* m_pathLenConstraint = nullptr;
-    CAsn1SequenceOf<CAsn1ObjectIdentifier>* m_permittedAttrs = nullptr;
-    CAsn1SequenceOf<CAsn1ObjectIdentifier>* m_excludedAttrs = nullptr;
-    bool m_permitUnSpecified = true;
+    CA_ASN1_SEQUENCE("AAControls");
+    CA_ASN1_OPTIONAL(CAsn1Integer, PathLenConstraint, "pathLenConstraint");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1SequenceOf<CAsn1ObjectIdentifier>, PermittedAttrs,
+                              "permittedAttrs");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1SequenceOf<CAsn1ObjectIdentifier>, ExcludedAttrs,
+                              "excludedAttrs");
+    CA_ASN1_DEFAULT(PermitsUnspecified, "permitUnSpecified", true);
+    CA_ASN1_END;
 };

@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1Attribute::Decode() {
-    CFieldReader fields(*this);
-    m_type = fields.Required<CAsn1ObjectIdentifier>("type");
-    m_values = fields.Required<CAsn1SetOf<CAsn1Any>>("values");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1Attribute)

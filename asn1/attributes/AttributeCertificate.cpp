@@ -2,12 +2,7 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1AttCertValidityPeriod::Decode() {
-    CFieldReader fields(*this);
-    m_notBeforeTime = fields.Required<CAsn1Time>("notBeforeTime");
-    m_notAfterTime = fields.Required<CAsn1Time>("notAfterTime");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1AttCertValidityPeriod)
 
 void CAsn1AttributeCertificateFacts::DecodeFacts(CFieldReader& fields) {
     m_signature = fields.Required<CAsn1AlgorithmIdentifier>("signature");
@@ -27,10 +22,4 @@ void CAsn1AttributeCertificateInfo::Decode() {
     fields.End();
 }
 
-void CAsn1AttributeCertificate::Decode() {
-    CFieldReader fields(*this);
-    m_acInfo = fields.Required<CAsn1AttributeCertificateInfo>("acinfo");
-    m_signatureAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("signatureAlgorithm");
-    m_signatureValue = fields.Required<CAsn1BitString>("signatureValue");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1AttributeCertificate)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Time.h"
 #include "asn1/attributes/AttCertIssuer.h"
 #include "asn1/attributes/Attribute.h"
@@ -10,19 +11,10 @@
 //     notAfterTime   GeneralizedTime }     RFC 5755, 4.1
 // Not decoded, as the times of Validity; a UTCTime, which some issuers write, is taken too.
 class CAsn1AttCertValidityPeriod : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AttCertValidityPeriod";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Time* NotBeforeTime() const { return m_notBeforeTime; }
-    CAsn1Time* NotAfterTime() const { return m_notAfterTime; }
-
-  private:
-    CAsn1Time* m_notBeforeTime = nullptr;
-    CAsn1Time* m_notAfterTime = nullptr;
+    CA_ASN1_SEQUENCE("AttCertValidityPeriod");
+    CA_ASN1_REQUIRED(CAsn1Time, NotBeforeTime, "notBeforeTime");
+    CA_ASN1_REQUIRED(CAsn1Time, NotAfterTime, "notAfterTime");
+    CA_ASN1_END;
 };
 
 class CFieldReader;
@@ -85,19 +77,9 @@ class CAsn1AttributeCertificateInfo : public CAsn1AttributeCertificateFacts {
 //     signatureAlgorithm  AlgorithmIdentifier,
 //     signatureValue      BIT STRING }     RFC 5755, 4.1
 class CAsn1AttributeCertificate : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AttributeCertificate";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1AttributeCertificateInfo* AcInfo() const { return m_acInfo; }
-    CAsn1AlgorithmIdentifier* SignatureAlgorithm() const { return m_signatureAlgorithm; }
-    CAsn1BitString* SignatureValue() const { return m_signatureValue; }
-
-  private:
-    CAsn1AttributeCertificateInfo* m_acInfo = nullptr;
-    CAsn1AlgorithmIdentifier* m_signatureAlgorithm = nullptr;
-    CAsn1BitString* m_signatureValue = nullptr;
+    CA_ASN1_SEQUENCE("AttributeCertificate");
+    CA_ASN1_REQUIRED(CAsn1AttributeCertificateInfo, AcInfo, "acinfo");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, SignatureAlgorithm, "signatureAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1BitString, SignatureValue, "signatureValue");
+    CA_ASN1_END;
 };

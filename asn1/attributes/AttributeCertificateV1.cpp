@@ -2,12 +2,7 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1AttCertSubject::Decode() {
-    CChoiceReader choice(*this);
-    m_baseCertificateId = choice.Explicit<CAsn1IssuerSerial>(0, "baseCertificateID");
-    m_subjectName = choice.Explicit<CAsn1GeneralNames>(1, "subjectName");
-    choice.End();
-}
+CA_ASN1_DECODE(CAsn1AttCertSubject)
 
 void CAsn1AttributeCertificateInfoV1::Decode() {
     CFieldReader fields(*this);
@@ -18,10 +13,4 @@ void CAsn1AttributeCertificateInfoV1::Decode() {
     fields.End();
 }
 
-void CAsn1AttributeCertificateV1::Decode() {
-    CFieldReader fields(*this);
-    m_acInfo = fields.Required<CAsn1AttributeCertificateInfoV1>("acInfo");
-    m_signatureAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("signatureAlgorithm");
-    m_signature = fields.Required<CAsn1BitString>("signature");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1AttributeCertificateV1)

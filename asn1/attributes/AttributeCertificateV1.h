@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/attributes/AttributeCertificate.h"
 
 // The form of X.509 (1997), which old messages carry.
@@ -7,21 +8,10 @@
 // CHOICE { baseCertificateID [0] EXPLICIT IssuerSerial,
 //          subjectName       [1] EXPLICIT GeneralNames }     RFC 5652, 12.2
 class CAsn1AttCertSubject : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AttributeCertificateInfoV1.subject";
-    static bool Accepts(unsigned char tag) {
-        return (tag & ~1U) == (kAsn1ContextBit | kAsn1ConstructedBit);
-    }
-
-    void Decode() override;
-
-    CAsn1IssuerSerial* BaseCertificateId() const { return m_baseCertificateId; }
-    CAsn1GeneralNames* SubjectName() const { return m_subjectName; }
-
-  private:
-    CAsn1IssuerSerial* m_baseCertificateId = nullptr;
-    CAsn1GeneralNames* m_subjectName = nullptr;
+    CA_ASN1_CHOICE("AttributeCertificateInfoV1.subject");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(0, CAsn1IssuerSerial, BaseCertificateId, "baseCertificateID");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(1, CAsn1GeneralNames, SubjectName, "subjectName");
+    CA_ASN1_END;
 };
 
 // AttributeCertificateInfoV1 ::= SEQUENCE {
@@ -52,19 +42,9 @@ class CAsn1AttributeCertificateInfoV1 : public CAsn1AttributeCertificateFacts {
 //     signatureAlgorithm  AlgorithmIdentifier,
 //     signature           BIT STRING }     RFC 5652, 12.2
 class CAsn1AttributeCertificateV1 : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AttributeCertificateV1";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1AttributeCertificateInfoV1* AcInfo() const { return m_acInfo; }
-    CAsn1AlgorithmIdentifier* SignatureAlgorithm() const { return m_signatureAlgorithm; }
-    CAsn1BitString* Signature() const { return m_signature; }
-
-  private:
-    CAsn1AttributeCertificateInfoV1* m_acInfo = nullptr;
-    CAsn1AlgorithmIdentifier* m_signatureAlgorithm = nullptr;
-    CAsn1BitString* m_signature = nullptr;
+    CA_ASN1_SEQUENCE("AttributeCertificateV1");
+    CA_ASN1_REQUIRED(CAsn1AttributeCertificateInfoV1, AcInfo, "acInfo");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, SignatureAlgorithm, "signatureAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1BitString, Signature, "signature");
+    CA_ASN1_END;
 };

@@ -2,27 +2,9 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1IetfAttrSyntax::Decode() {
-    CFieldReader fields(*this);
-    m_policyAuthority = fields.OptionalImplicit<CAsn1GeneralNames>(0, "policyAuthority");
-    m_values = fields.Required<CAsn1SequenceOf<CAsn1Any>>("values");
-    fields.End();
-}
-
-void CAsn1SvceAuthInfo::Decode() {
-    CFieldReader fields(*this);
-    m_service = fields.Required<CAsn1GeneralName>("service");
-    m_ident = fields.Required<CAsn1GeneralName>("ident");
-    m_authInfo = fields.Optional<CAsn1OctetString>("authInfo");
-    fields.End();
-}
-
-void CAsn1RoleSyntax::Decode() {
-    CFieldReader fields(*this);
-    m_roleAuthority = fields.OptionalImplicit<CAsn1GeneralNames>(0, "roleAuthority");
-    m_roleName = fields.RequiredExplicit<CAsn1GeneralName>(1, "roleName");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1IetfAttrSyntax)
+CA_ASN1_DECODE(CAsn1SvceAuthInfo)
+CA_ASN1_DECODE(CAsn1RoleSyntax)
 
 void CAsn1SecurityCategory::Decode() {
     CFieldReader fields(*this);

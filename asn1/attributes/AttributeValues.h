@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/x509/GeneralName.h"
 
 // Values of the attributes of RFC 5755, 4.4.
@@ -11,19 +12,10 @@
 //         oid     OBJECT IDENTIFIER,
 //         string  UTF8String } }     RFC 5755, 4.4
 class CAsn1IetfAttrSyntax : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "IetfAttrSyntax";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1GeneralNames* PolicyAuthority() const { return m_policyAuthority; }
-    CAsn1SequenceOf<CAsn1Any>* Values() const { return m_values; }
-
-  private:
-    CAsn1GeneralNames* m_policyAuthority = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_values = nullptr;
+    CA_ASN1_SEQUENCE("IetfAttrSyntax");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1GeneralNames, PolicyAuthority, "policyAuthority");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1Any>, Values, "values");
+    CA_ASN1_END;
 };
 
 // SvceAuthInfo ::= SEQUENCE {
@@ -31,40 +23,21 @@ class CAsn1IetfAttrSyntax : public CAsn1TypedObject {
 //     ident     GeneralName,
 //     authInfo  OCTET STRING OPTIONAL }     RFC 5755, 4.4.1
 class CAsn1SvceAuthInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SvceAuthInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1GeneralName* Service() const { return m_service; }
-    CAsn1GeneralName* Ident() const { return m_ident; }
-    CAsn1OctetString* AuthInfo() const { return m_authInfo; }
-
-  private:
-    CAsn1GeneralName* m_service = nullptr;
-    CAsn1GeneralName* m_ident = nullptr;
-    CAsn1OctetString* m_authInfo = nullptr;
+    CA_ASN1_SEQUENCE("SvceAuthInfo");
+    CA_ASN1_REQUIRED(CAsn1GeneralName, Service, "service");
+    CA_ASN1_REQUIRED(CAsn1GeneralName, Ident, "ident");
+    CA_ASN1_OPTIONAL(CAsn1OctetString, AuthInfo, "authInfo");
+    CA_ASN1_END;
 };
 
 // RoleSyntax ::= SEQUENCE {
 //     roleAuthority  [0] GeneralNames OPTIONAL,
 //     roleName       [1] GeneralName }   -- explicit: a CHOICE     RFC 5755, 4.4.5
 class CAsn1RoleSyntax : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "RoleSyntax";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1GeneralNames* RoleAuthority() const { return m_roleAuthority; }
-    CAsn1GeneralName* RoleName() const { return m_roleName; }
-
-  private:
-    CAsn1GeneralNames* m_roleAuthority = nullptr;
-    CAsn1GeneralName* m_roleName = nullptr;
+    CA_ASN1_SEQUENCE("RoleSyntax");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1GeneralNames, RoleAuthority, "roleAuthority");
+    CA_ASN1_REQUIRED_EXPLICIT(1, CAsn1GeneralName, RoleName, "roleName");
+    CA_ASN1_END;
 };
 
 // SecurityCategory ::= SEQUENCE {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Strings.h"
@@ -18,19 +19,10 @@
 //     contentDescription  UTF8String OPTIONAL,
 //     contentType         ContentType }   -- OBJECT IDENTIFIER     RFC 2634, 2.9
 class CAsn1ContentHints : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ContentHints";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1UTF8String* ContentDescription() const { return m_contentDescription; }
-    CAsn1ObjectIdentifier* ContentType() const { return m_contentType; }
-
-  private:
-    CAsn1UTF8String* m_contentDescription = nullptr;
-    CAsn1ObjectIdentifier* m_contentType = nullptr;
+    CA_ASN1_SEQUENCE("ContentHints");
+    CA_ASN1_OPTIONAL(CAsn1UTF8String, ContentDescription, "contentDescription");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, ContentType, "contentType");
+    CA_ASN1_END;
 };
 
 // ContentReference ::= SEQUENCE {
@@ -38,21 +30,11 @@ class CAsn1ContentHints : public CAsn1TypedObject {
 //     signedContentIdentifier   ContentIdentifier,     -- OCTET STRING
 //     originatorSignatureValue  OCTET STRING }     RFC 2634, 2.11
 class CAsn1ContentReference : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ContentReference";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* ContentType() const { return m_contentType; }
-    CAsn1OctetString* SignedContentIdentifier() const { return m_signedContentIdentifier; }
-    CAsn1OctetString* OriginatorSignatureValue() const { return m_originatorSignatureValue; }
-
-  private:
-    CAsn1ObjectIdentifier* m_contentType = nullptr;
-    CAsn1OctetString* m_signedContentIdentifier = nullptr;
-    CAsn1OctetString* m_originatorSignatureValue = nullptr;
+    CA_ASN1_SEQUENCE("ContentReference");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, ContentType, "contentType");
+    CA_ASN1_REQUIRED(CAsn1OctetString, SignedContentIdentifier, "signedContentIdentifier");
+    CA_ASN1_REQUIRED(CAsn1OctetString, OriginatorSignatureValue, "originatorSignatureValue");
+    CA_ASN1_END;
 };
 
 // ReceiptRequest ::= SEQUENCE {
@@ -62,23 +44,12 @@ class CAsn1ContentReference : public CAsn1TypedObject {
 //         receiptList     [1] SEQUENCE OF GeneralNames },
 //     receiptsTo               SEQUENCE OF GeneralNames }     RFC 2634, 2.7
 class CAsn1ReceiptRequest : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ReceiptRequest";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1OctetString* SignedContentIdentifier() const { return m_signedContentIdentifier; }
-    CAsn1Integer* AllOrFirstTier() const { return m_allOrFirstTier; }
-    CAsn1SequenceOf<CAsn1GeneralNames>* ReceiptList() const { return m_receiptList; }
-    CAsn1SequenceOf<CAsn1GeneralNames>* ReceiptsTo() const { return m_receiptsTo; }
-
-  private:
-    CAsn1OctetString* m_signedContentIdentifier = nullptr;
-    CAsn1Integer* m_allOrFirstTier = nullptr;
-    CAsn1SequenceOf<CAsn1GeneralNames>* m_receiptList = nullptr;
-    CAsn1SequenceOf<CAsn1GeneralNames>* m_receiptsTo = nullptr;
+    CA_ASN1_SEQUENCE("ReceiptRequest");
+    CA_ASN1_REQUIRED(CAsn1OctetString, SignedContentIdentifier, "signedContentIdentifier");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1Integer, AllOrFirstTier, "allOrFirstTier");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1SequenceOf<CAsn1GeneralNames>, ReceiptList, "receiptList");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1GeneralNames>, ReceiptsTo, "receiptsTo");
+    CA_ASN1_END;
 };
 
 // ESSSecurityLabel ::= SET {
@@ -111,19 +82,10 @@ class CAsn1EssSecurityLabel : public CAsn1TypedObject {
 //     capabilityID  OBJECT IDENTIFIER,
 //     parameters    ANY DEFINED BY capabilityID OPTIONAL }     RFC 8551, 2.5.2
 class CAsn1SmimeCapability : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SMIMECapability";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* CapabilityId() const { return m_capabilityId; }
-    CAsn1Any* Parameters() const { return m_parameters; }
-
-  private:
-    CAsn1ObjectIdentifier* m_capabilityId = nullptr;
-    CAsn1Any* m_parameters = nullptr;
+    CA_ASN1_SEQUENCE("SMIMECapability");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, CapabilityId, "capabilityID");
+    CA_ASN1_OPTIONAL(CAsn1Any, Parameters, "parameters");
+    CA_ASN1_END;
 };
 
 // SMIMEEncryptionKeyPreference ::= CHOICE {
@@ -132,21 +94,13 @@ class CAsn1SmimeCapability : public CAsn1TypedObject {
 //     subjectAltKeyIdentifier  [2] SubjectKeyIdentifier }   -- OCTET STRING     RFC 8551, 2.5.3
 // The tags are implicit.
 class CAsn1SmimeEncryptionKeyPreference : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SMIMEEncryptionKeyPreference";
-    static bool Accepts(unsigned char tag) { return (tag & kAsn1ContextBit) != 0; }
-
-    void Decode() override;
-
-    CAsn1IssuerAndSerialNumber* IssuerAndSerialNumber() const { return m_issuerAndSerialNumber; }
-    CAsn1RecipientKeyIdentifier* RecipientKeyId() const { return m_recipientKeyId; }
-    CAsn1OctetString* SubjectAltKeyIdentifier() const { return m_subjectAltKeyIdentifier; }
-
-  private:
-    CAsn1IssuerAndSerialNumber* m_issuerAndSerialNumber = nullptr;
-    CAsn1RecipientKeyIdentifier* m_recipientKeyId = nullptr;
-    CAsn1OctetString* m_subjectAltKeyIdentifier = nullptr;
+    CA_ASN1_CHOICE("SMIMEEncryptionKeyPreference");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(0, CAsn1IssuerAndSerialNumber, IssuerAndSerialNumber,
+                                 "issuerAndSerialNumber");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(1, CAsn1RecipientKeyIdentifier, RecipientKeyId, "receipentKeyId");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(2, CAsn1OctetString, SubjectAltKeyIdentifier,
+                                 "subjectAltKeyIdentifier");
+    CA_ASN1_END;
 };
 
 // CMSAlgorithmProtection ::= SEQUENCE {
@@ -154,21 +108,12 @@ class CAsn1SmimeEncryptionKeyPreference : public CAsn1TypedObject {
 //     signatureAlgorithm  [1] SignatureAlgorithmIdentifier OPTIONAL,
 //     macAlgorithm        [2] MessageAuthenticationCodeAlgorithm OPTIONAL }     RFC 6211, 2
 class CAsn1CmsAlgorithmProtection : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "CMSAlgorithmProtection";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1AlgorithmIdentifier* DigestAlgorithm() const { return m_digestAlgorithm; }
-    CAsn1AlgorithmIdentifier* SignatureAlgorithm() const { return m_signatureAlgorithm; }
-    CAsn1AlgorithmIdentifier* MacAlgorithm() const { return m_macAlgorithm; }
-
-  private:
-    CAsn1AlgorithmIdentifier* m_digestAlgorithm = nullptr;
-    CAsn1AlgorithmIdentifier* m_signatureAlgorithm = nullptr;
-    CAsn1AlgorithmIdentifier* m_macAlgorithm = nullptr;
+    CA_ASN1_SEQUENCE("CMSAlgorithmProtection");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, DigestAlgorithm, "digestAlgorithm");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1AlgorithmIdentifier, SignatureAlgorithm,
+                              "signatureAlgorithm");
+    CA_ASN1_OPTIONAL_IMPLICIT(2, CAsn1AlgorithmIdentifier, MacAlgorithm, "macAlgorithm");
+    CA_ASN1_END;
 };
 
 // MLData ::= SEQUENCE {
@@ -176,19 +121,9 @@ class CAsn1CmsAlgorithmProtection : public CAsn1TypedObject {
 //     expansionTime       GeneralizedTime,
 //     mlReceiptPolicy     MLReceiptPolicy OPTIONAL }     RFC 2634, 4.4
 class CAsn1MlData : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "MLData";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Any* MailListIdentifier() const { return m_mailListIdentifier; }
-    CAsn1GeneralizedTime* ExpansionTime() const { return m_expansionTime; }
-    CAsn1Any* MlReceiptPolicy() const { return m_mlReceiptPolicy; }
-
-  private:
-    CAsn1Any* m_mailListIdentifier = nullptr;
-    CAsn1GeneralizedTime* m_expansionTime = nullptr;
-    CAsn1Any* m_mlReceiptPolicy = nullptr;
+    CA_ASN1_SEQUENCE("MLData");
+    CA_ASN1_REQUIRED(CAsn1Any, MailListIdentifier, "mailListIdentifier");
+    CA_ASN1_REQUIRED(CAsn1GeneralizedTime, ExpansionTime, "expansionTime");
+    CA_ASN1_OPTIONAL(CAsn1Any, MlReceiptPolicy, "mlReceiptPolicy");
+    CA_ASN1_END;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/cms/ContentInfo.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
@@ -13,26 +14,14 @@
 //     reducedHashtree  [2] SEQUENCE OF PartialHashtree OPTIONAL,     -- SEQUENCE OF OCTET STRING
 //     timeStamp        ContentInfo }     RFC 4998, 4.1
 class CAsn1ArchiveTimeStamp : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ArchiveTimeStamp";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
+    CA_ASN1_SEQUENCE("ArchiveTimeStamp");
     /// Null for the one of the time stamp.
-    const CAsn1AlgorithmIdentifier* DigestAlgorithm() const { return m_digestAlgorithm; }
-    const CAsn1SetOf<CAsn1Any>* Attributes() const { return m_attributes; }
-    const CAsn1SequenceOf<CAsn1SequenceOf<CAsn1OctetString>>* ReducedHashtree() const {
-        return m_reducedHashtree;
-    }
-    const CAsn1ContentInfo* TimeStamp() const { return m_timeStamp; }
-
-  private:
-    CAsn1AlgorithmIdentifier* m_digestAlgorithm = nullptr;
-    CAsn1SetOf<CAsn1Any>* m_attributes = nullptr;
-    CAsn1SequenceOf<CAsn1SequenceOf<CAsn1OctetString>>* m_reducedHashtree = nullptr;
-    CAsn1ContentInfo* m_timeStamp = nullptr;
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1AlgorithmIdentifier, DigestAlgorithm, "digestAlgorithm");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1SetOf<CAsn1Any>, Attributes, "attributes");
+    CA_ASN1_OPTIONAL_IMPLICIT(2, CAsn1SequenceOf<CAsn1SequenceOf<CAsn1OctetString>>,
+                              ReducedHashtree, "reducedHashtree");
+    CA_ASN1_REQUIRED(CAsn1ContentInfo, TimeStamp, "timeStamp");
+    CA_ASN1_END;
 };
 
 // EvidenceRecord ::= SEQUENCE {
@@ -44,28 +33,13 @@ class CAsn1ArchiveTimeStamp : public CAsn1TypedObject {
 //     ArchiveTimeStamp
 // RFC 4998, 3.1
 class CAsn1EvidenceRecord : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "EvidenceRecord";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1SequenceOf<CAsn1AlgorithmIdentifier>* DigestAlgorithms() const {
-        return m_digestAlgorithms;
-    }
-    const CAsn1SequenceOf<CAsn1Any>* CryptoInfos() const { return m_cryptoInfos; }
-    const CAsn1SequenceOf<CAsn1Any>* EncryptionInfo() const { return m_encryptionInfo; }
-    const CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ArchiveTimeStamp>>* ArchiveTimeStampSequence()
-        const {
-        return m_archiveTimeStampSequence;
-    }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1SequenceOf<CAsn1AlgorithmIdentifier>* m_digestAlgorithms = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_cryptoInfos = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_encryptionInfo = nullptr;
-    CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ArchiveTimeStamp>>* m_archiveTimeStampSequence = nullptr;
+    CA_ASN1_SEQUENCE("EvidenceRecord");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1AlgorithmIdentifier>, DigestAlgorithms,
+                     "digestAlgorithms");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1SequenceOf<CAsn1Any>, CryptoInfos, "cryptoInfos");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1SequenceOf<CAsn1Any>, EncryptionInfo, "encryptionInfo");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ArchiveTimeStamp>>,
+                     ArchiveTimeStampSequence, "archiveTimeStampSequence");
+    CA_ASN1_END;
 };

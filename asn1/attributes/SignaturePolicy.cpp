@@ -21,12 +21,7 @@ bool HasHash(std::span<unsigned char> policy) {
 
 }  // namespace
 
-void CAsn1SigPolicyQualifierInfo::Decode() {
-    CFieldReader fields(*this);
-    m_sigPolicyQualifierId = fields.Required<CAsn1ObjectIdentifier>("sigPolicyQualifierId");
-    m_sigQualifier = fields.OptionalAny("sigQualifier");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1SigPolicyQualifierInfo)
 
 void CAsn1SignaturePolicyId::Decode() {
     CFieldReader fields(*this);
@@ -39,18 +34,5 @@ void CAsn1SignaturePolicyId::Decode() {
     fields.End();
 }
 
-void CAsn1CommitmentTypeIndication::Decode() {
-    CFieldReader fields(*this);
-    m_commitmentTypeId = fields.Required<CAsn1ObjectIdentifier>("commitmentTypeId");
-    m_commitmentTypeQualifier =
-        fields.Optional<CAsn1SequenceOf<CAsn1Any>>("commitmentTypeQualifier");
-    fields.End();
-}
-
-void CAsn1SignerLocation::Decode() {
-    CFieldReader fields(*this);
-    m_countryName = fields.OptionalExplicit<CAsn1DirectoryString>(0, "countryName");
-    m_localityName = fields.OptionalExplicit<CAsn1DirectoryString>(1, "localityName");
-    m_postalAddress = fields.OptionalImplicit<CAsn1SequenceOf<CAsn1Any>>(2, "postalAddress");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1CommitmentTypeIndication)
+CA_ASN1_DECODE(CAsn1SignerLocation)

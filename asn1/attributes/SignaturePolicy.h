@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/attributes/SigningCertificate.h"
 #include "asn1/x509/Name.h"
@@ -9,19 +10,10 @@
 //     sigPolicyQualifierId  OBJECT IDENTIFIER,
 //     sigQualifier          ANY DEFINED BY sigPolicyQualifierId OPTIONAL }     RFC 5126, 5.8.1
 class CAsn1SigPolicyQualifierInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SigPolicyQualifierInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* SigPolicyQualifierId() const { return m_sigPolicyQualifierId; }
-    CAsn1Any* SigQualifier() const { return m_sigQualifier; }
-
-  private:
-    CAsn1ObjectIdentifier* m_sigPolicyQualifierId = nullptr;
-    CAsn1Any* m_sigQualifier = nullptr;
+    CA_ASN1_SEQUENCE("SigPolicyQualifierInfo");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, SigPolicyQualifierId, "sigPolicyQualifierId");
+    CA_ASN1_OPTIONAL(CAsn1Any, SigQualifier, "sigQualifier");
+    CA_ASN1_END;
 };
 
 // SignaturePolicyId ::= SEQUENCE {
@@ -54,19 +46,10 @@ class CAsn1SignaturePolicyId : public CAsn1TypedObject {
 //     commitmentTypeId         OBJECT IDENTIFIER,
 //     commitmentTypeQualifier  SEQUENCE OF CommitmentTypeQualifier OPTIONAL }     RFC 5126, 5.11.1
 class CAsn1CommitmentTypeIndication : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "CommitmentTypeIndication";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* CommitmentTypeId() const { return m_commitmentTypeId; }
-    CAsn1SequenceOf<CAsn1Any>* CommitmentTypeQualifier() const { return m_commitmentTypeQualifier; }
-
-  private:
-    CAsn1ObjectIdentifier* m_commitmentTypeId = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_commitmentTypeQualifier = nullptr;
+    CA_ASN1_SEQUENCE("CommitmentTypeIndication");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, CommitmentTypeId, "commitmentTypeId");
+    CA_ASN1_OPTIONAL(CAsn1SequenceOf<CAsn1Any>, CommitmentTypeQualifier, "commitmentTypeQualifier");
+    CA_ASN1_END;
 };
 
 // SignerLocation ::= SEQUENCE {
@@ -76,19 +59,9 @@ class CAsn1CommitmentTypeIndication : public CAsn1TypedObject {
 // The tags are explicit. Some writers leave out the SEQUENCE inside [2]: PostalAddress() is then
 // the strings themselves.
 class CAsn1SignerLocation : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SignerLocation";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1DirectoryString* CountryName() const { return m_countryName; }
-    CAsn1DirectoryString* LocalityName() const { return m_localityName; }
-    CAsn1SequenceOf<CAsn1Any>* PostalAddress() const { return m_postalAddress; }
-
-  private:
-    CAsn1DirectoryString* m_countryName = nullptr;
-    CAsn1DirectoryString* m_localityName = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_postalAddress = nullptr;
+    CA_ASN1_SEQUENCE("SignerLocation");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1DirectoryString, CountryName, "countryName");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1DirectoryString, LocalityName, "localityName");
+    CA_ASN1_OPTIONAL_IMPLICIT(2, CAsn1SequenceOf<CAsn1Any>, PostalAddress, "postalAddress");
+    CA_ASN1_END;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/attributes/Attribute.h"
 
@@ -14,19 +15,10 @@ using CAsn1ClaimedAttributes = CAsn1SequenceOf<CAsn1Attribute>;
 //     certifiedAttributes  [1] AttributeCertificate }     RFC 5126, 5.11.3
 // This class is the CHOICE. The tags are explicit.
 class CAsn1SignerAttribute : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SignerAttribute";
-    static bool Accepts(unsigned char tag) { return (tag & kAsn1ContextBit) != 0; }
-
-    void Decode() override;
-
-    CAsn1ClaimedAttributes* ClaimedAttributes() const { return m_claimedAttributes; }
-    CAsn1Any* CertifiedAttributes() const { return m_certifiedAttributes; }
-
-  private:
-    CAsn1ClaimedAttributes* m_claimedAttributes = nullptr;
-    CAsn1Any* m_certifiedAttributes = nullptr;
+    CA_ASN1_CHOICE("SignerAttribute");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(0, CAsn1ClaimedAttributes, ClaimedAttributes, "claimedAttributes");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(1, CAsn1Any, CertifiedAttributes, "certifiedAttributes");
+    CA_ASN1_END;
 };
 
 // CertifiedAttributesV2 ::= SEQUENCE OF CHOICE {
@@ -35,19 +27,11 @@ class CAsn1SignerAttribute : public CAsn1TypedObject {
 //                                                            ETSI EN 319 122-1, 5.2.6.1
 // This class is the CHOICE. The tags are explicit.
 class CAsn1CertifiedAttributeV2 : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "CertifiedAttributesV2";
-    static bool Accepts(unsigned char tag) { return (tag & kAsn1ContextBit) != 0; }
-
-    void Decode() override;
-
-    CAsn1Any* AttributeCertificate() const { return m_attributeCertificate; }
-    CAsn1Any* OtherAttributeCertificate() const { return m_otherAttributeCertificate; }
-
-  private:
-    CAsn1Any* m_attributeCertificate = nullptr;
-    CAsn1Any* m_otherAttributeCertificate = nullptr;
+    CA_ASN1_CHOICE("CertifiedAttributesV2");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(0, CAsn1Any, AttributeCertificate, "attributeCertificate");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(1, CAsn1Any, OtherAttributeCertificate,
+                                 "otherAttributeCertificate");
+    CA_ASN1_END;
 };
 
 // SignerAttributeV2 ::= SEQUENCE {
@@ -57,21 +41,10 @@ class CAsn1CertifiedAttributeV2 : public CAsn1TypedObject {
 //                                                            ETSI EN 319 122-1, 5.2.6.1
 // The tags are explicit.
 class CAsn1SignerAttributeV2 : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SignerAttributeV2";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ClaimedAttributes* ClaimedAttributes() const { return m_claimedAttributes; }
-    CAsn1SequenceOf<CAsn1CertifiedAttributeV2>* CertifiedAttributes() const {
-        return m_certifiedAttributes;
-    }
-    CAsn1SequenceOf<CAsn1Any>* SignedAssertions() const { return m_signedAssertions; }
-
-  private:
-    CAsn1ClaimedAttributes* m_claimedAttributes = nullptr;
-    CAsn1SequenceOf<CAsn1CertifiedAttributeV2>* m_certifiedAttributes = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_signedAssertions = nullptr;
+    CA_ASN1_SEQUENCE("SignerAttributeV2");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1ClaimedAttributes, ClaimedAttributes, "claimedAttributes");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1SequenceOf<CAsn1CertifiedAttributeV2>, CertifiedAttributes,
+                              "certifiedAttributesV2");
+    CA_ASN1_OPTIONAL_EXPLICIT(2, CAsn1SequenceOf<CAsn1Any>, SignedAssertions, "signedAssertions");
+    CA_ASN1_END;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/attributes/Holder.h"
 
 // TargetCert ::= SEQUENCE {
@@ -7,21 +8,11 @@
 //     targetName         GeneralName OPTIONAL,
 //     certDigestInfo     ObjectDigestInfo OPTIONAL }     RFC 5755, 4.3.2
 class CAsn1TargetCert : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "TargetCert";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1IssuerSerial* TargetCertificate() const { return m_targetCertificate; }
-    CAsn1GeneralName* TargetName() const { return m_targetName; }
-    CAsn1ObjectDigestInfo* CertDigestInfo() const { return m_certDigestInfo; }
-
-  private:
-    CAsn1IssuerSerial* m_targetCertificate = nullptr;
-    CAsn1GeneralName* m_targetName = nullptr;
-    CAsn1ObjectDigestInfo* m_certDigestInfo = nullptr;
+    CA_ASN1_SEQUENCE("TargetCert");
+    CA_ASN1_REQUIRED(CAsn1IssuerSerial, TargetCertificate, "targetCertificate");
+    CA_ASN1_OPTIONAL(CAsn1GeneralName, TargetName, "targetName");
+    CA_ASN1_OPTIONAL(CAsn1ObjectDigestInfo, CertDigestInfo, "certDigestInfo");
+    CA_ASN1_END;
 };
 
 // Target ::= CHOICE {
@@ -29,24 +20,11 @@ class CAsn1TargetCert : public CAsn1TypedObject {
 //     targetGroup  [1] GeneralName,
 //     targetCert   [2] TargetCert }     RFC 5755, 4.3.2
 class CAsn1Target : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "Target";
-    static bool Accepts(unsigned char tag) {
-        return tag >= (kAsn1ContextBit | kAsn1ConstructedBit) &&
-               tag <= (kAsn1ContextBit | kAsn1ConstructedBit | 2U);
-    }
-
-    void Decode() override;
-
-    CAsn1GeneralName* TargetName() const { return m_targetName; }
-    CAsn1GeneralName* TargetGroup() const { return m_targetGroup; }
-    CAsn1TargetCert* TargetCert() const { return m_targetCert; }
-
-  private:
-    CAsn1GeneralName* m_targetName = nullptr;
-    CAsn1GeneralName* m_targetGroup = nullptr;
-    CAsn1TargetCert* m_targetCert = nullptr;
+    CA_ASN1_CHOICE("Target");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(0, CAsn1GeneralName, TargetName, "targetName");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(1, CAsn1GeneralName, TargetGroup, "targetGroup");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(2, CAsn1TargetCert, TargetCert, "targetCert");
+    CA_ASN1_END;
 };
 
 // Targets ::= SEQUENCE OF Target     RFC 5755, 4.3.2

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Time.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
@@ -20,39 +21,20 @@
 //     freeText       [7] EXPLICIT PKIFreeText OPTIONAL,     -- SEQUENCE OF UTF8String
 //     generalInfo    [8] EXPLICIT SEQUENCE OF InfoTypeAndValue OPTIONAL }     RFC 4210, 5.1.1
 class CAsn1PkiHeader : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "PKIHeader";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Pvno() const { return m_pvno; }
-    const CAsn1GeneralName* Sender() const { return m_sender; }
-    const CAsn1GeneralName* Recipient() const { return m_recipient; }
-    const CAsn1GeneralizedTime* MessageTime() const { return m_messageTime; }
-    const CAsn1AlgorithmIdentifier* ProtectionAlg() const { return m_protectionAlg; }
-    const CAsn1OctetString* SenderKid() const { return m_senderKID; }
-    const CAsn1OctetString* RecipKid() const { return m_recipKID; }
-    const CAsn1OctetString* TransactionId() const { return m_transactionID; }
-    const CAsn1OctetString* SenderNonce() const { return m_senderNonce; }
-    const CAsn1OctetString* RecipNonce() const { return m_recipNonce; }
-    const CAsn1SequenceOf<CAsn1Any>* FreeText() const { return m_freeText; }
-    const CAsn1SequenceOf<CAsn1Any>* GeneralInfo() const { return m_generalInfo; }
-
-  private:
-    CAsn1Integer* m_pvno = nullptr;
-    CAsn1GeneralName* m_sender = nullptr;
-    CAsn1GeneralName* m_recipient = nullptr;
-    CAsn1GeneralizedTime* m_messageTime = nullptr;
-    CAsn1AlgorithmIdentifier* m_protectionAlg = nullptr;
-    CAsn1OctetString* m_senderKID = nullptr;
-    CAsn1OctetString* m_recipKID = nullptr;
-    CAsn1OctetString* m_transactionID = nullptr;
-    CAsn1OctetString* m_senderNonce = nullptr;
-    CAsn1OctetString* m_recipNonce = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_freeText = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_generalInfo = nullptr;
+    CA_ASN1_SEQUENCE("PKIHeader");
+    CA_ASN1_REQUIRED(CAsn1Integer, Pvno, "pvno");
+    CA_ASN1_REQUIRED(CAsn1GeneralName, Sender, "sender");
+    CA_ASN1_REQUIRED(CAsn1GeneralName, Recipient, "recipient");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1GeneralizedTime, MessageTime, "messageTime");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1AlgorithmIdentifier, ProtectionAlg, "protectionAlg");
+    CA_ASN1_OPTIONAL_EXPLICIT(2, CAsn1OctetString, SenderKid, "senderKID");
+    CA_ASN1_OPTIONAL_EXPLICIT(3, CAsn1OctetString, RecipKid, "recipKID");
+    CA_ASN1_OPTIONAL_EXPLICIT(4, CAsn1OctetString, TransactionId, "transactionID");
+    CA_ASN1_OPTIONAL_EXPLICIT(5, CAsn1OctetString, SenderNonce, "senderNonce");
+    CA_ASN1_OPTIONAL_EXPLICIT(6, CAsn1OctetString, RecipNonce, "recipNonce");
+    CA_ASN1_OPTIONAL_EXPLICIT(7, CAsn1SequenceOf<CAsn1Any>, FreeText, "freeText");
+    CA_ASN1_OPTIONAL_EXPLICIT(8, CAsn1SequenceOf<CAsn1Any>, GeneralInfo, "generalInfo");
+    CA_ASN1_END;
 };
 
 // PKIMessage ::= SEQUENCE {
@@ -61,21 +43,10 @@ class CAsn1PkiHeader : public CAsn1TypedObject {
 //     protection  [0] EXPLICIT BIT STRING OPTIONAL,
 //     extraCerts  [1] EXPLICIT SEQUENCE OF Certificate OPTIONAL }     RFC 4210, 5.1
 class CAsn1PkiMessage : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "PKIMessage";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1PkiHeader* Header() const { return m_header; }
-    const CAsn1Any* Body() const { return m_body; }
-    const CAsn1BitString* Protection() const { return m_protection; }
-    const CAsn1SequenceOf<CAsn1Any>* ExtraCerts() const { return m_extraCerts; }
-
-  private:
-    CAsn1PkiHeader* m_header = nullptr;
-    CAsn1Any* m_body = nullptr;
-    CAsn1BitString* m_protection = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_extraCerts = nullptr;
+    CA_ASN1_SEQUENCE("PKIMessage");
+    CA_ASN1_REQUIRED(CAsn1PkiHeader, Header, "header");
+    CA_ASN1_REQUIRED(CAsn1Any, Body, "body");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1BitString, Protection, "protection");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1SequenceOf<CAsn1Any>, ExtraCerts, "extraCerts");
+    CA_ASN1_END;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Time.h"
@@ -12,19 +13,10 @@
 //     subjectIdentifier  OCTET STRING,
 //     subjectAttributes  SET OF Attribute OPTIONAL }     CTL_ENTRY of wincrypt.h
 class CAsn1TrustedSubject : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "TrustedSubject";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* SubjectIdentifier() const { return m_subjectIdentifier; }
-    const CAsn1SetOf<CAsn1Attribute>* SubjectAttributes() const { return m_subjectAttributes; }
-
-  private:
-    CAsn1OctetString* m_subjectIdentifier = nullptr;
-    CAsn1SetOf<CAsn1Attribute>* m_subjectAttributes = nullptr;
+    CA_ASN1_SEQUENCE("TrustedSubject");
+    CA_ASN1_REQUIRED(CAsn1OctetString, SubjectIdentifier, "subjectIdentifier");
+    CA_ASN1_OPTIONAL(CAsn1SetOf<CAsn1Attribute>, SubjectAttributes, "subjectAttributes");
+    CA_ASN1_END;
 };
 
 // CertificateTrustList ::= SEQUENCE {
@@ -39,33 +31,15 @@ class CAsn1TrustedSubject : public CAsn1TypedObject {
 //     ctlExtensions     [0] EXPLICIT Extensions OPTIONAL }     CTL_INFO of wincrypt.h
 // A list of roots, or the members of a catalogue.
 class CAsn1CertificateTrustList : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "CertificateTrustList";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1SequenceOf<CAsn1ObjectIdentifier>* SubjectUsage() const { return m_subjectUsage; }
-    const CAsn1OctetString* ListIdentifier() const { return m_listIdentifier; }
-    const CAsn1Integer* SequenceNumber() const { return m_sequenceNumber; }
-    const CAsn1Time* CtlThisUpdate() const { return m_ctlThisUpdate; }
-    const CAsn1Time* CtlNextUpdate() const { return m_ctlNextUpdate; }
-    const CAsn1AlgorithmIdentifier* SubjectAlgorithm() const { return m_subjectAlgorithm; }
-    const CAsn1SequenceOf<CAsn1TrustedSubject>* TrustedSubjects() const {
-        return m_trustedSubjects;
-    }
-    const CAsn1Extensions* CtlExtensions() const { return m_ctlExtensions; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1SequenceOf<CAsn1ObjectIdentifier>* m_subjectUsage = nullptr;
-    CAsn1OctetString* m_listIdentifier = nullptr;
-    CAsn1Integer* m_sequenceNumber = nullptr;
-    CAsn1Time* m_ctlThisUpdate = nullptr;
-    CAsn1Time* m_ctlNextUpdate = nullptr;
-    CAsn1AlgorithmIdentifier* m_subjectAlgorithm = nullptr;
-    CAsn1SequenceOf<CAsn1TrustedSubject>* m_trustedSubjects = nullptr;
-    CAsn1Extensions* m_ctlExtensions = nullptr;
+    CA_ASN1_SEQUENCE("CertificateTrustList");
+    CA_ASN1_OPTIONAL(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1ObjectIdentifier>, SubjectUsage, "subjectUsage");
+    CA_ASN1_OPTIONAL(CAsn1OctetString, ListIdentifier, "listIdentifier");
+    CA_ASN1_OPTIONAL(CAsn1Integer, SequenceNumber, "sequenceNumber");
+    CA_ASN1_REQUIRED(CAsn1Time, CtlThisUpdate, "ctlThisUpdate");
+    CA_ASN1_OPTIONAL(CAsn1Time, CtlNextUpdate, "ctlNextUpdate");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, SubjectAlgorithm, "subjectAlgorithm");
+    CA_ASN1_OPTIONAL(CAsn1SequenceOf<CAsn1TrustedSubject>, TrustedSubjects, "trustedSubjects");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1Extensions, CtlExtensions, "ctlExtensions");
+    CA_ASN1_END;
 };

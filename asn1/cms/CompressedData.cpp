@@ -2,10 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1CompressedData::Decode() {
-    CFieldReader fields(*this);
-    m_version = fields.Required<CAsn1Integer>("version");
-    m_compressionAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("compressionAlgorithm");
-    m_encapContentInfo = fields.Required<CAsn1EncapsulatedContentInfo>("encapContentInfo");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1CompressedData)

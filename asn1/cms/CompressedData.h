@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/cms/ContentInfo.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
@@ -9,19 +10,9 @@
 //     compressionAlgorithm  CompressionAlgorithmIdentifier,
 //     encapContentInfo      EncapsulatedContentInfo }     RFC 3274, 1.1
 class CAsn1CompressedData : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "CompressedData";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1AlgorithmIdentifier* CompressionAlgorithm() const { return m_compressionAlgorithm; }
-    const CAsn1EncapsulatedContentInfo* EncapContentInfo() const { return m_encapContentInfo; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1AlgorithmIdentifier* m_compressionAlgorithm = nullptr;
-    CAsn1EncapsulatedContentInfo* m_encapContentInfo = nullptr;
+    CA_ASN1_SEQUENCE("CompressedData");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, CompressionAlgorithm, "compressionAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1EncapsulatedContentInfo, EncapContentInfo, "encapContentInfo");
+    CA_ASN1_END;
 };

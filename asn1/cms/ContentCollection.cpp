@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1ContentWithAttributes::Decode() {
-    CFieldReader fields(*this);
-    m_content = fields.Required<CAsn1ContentInfo>("content");
-    m_attrs = fields.Required<CAsn1SequenceOf<CAsn1Any>>("attrs");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1ContentWithAttributes)

@@ -2,19 +2,5 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1EncryptedData::Decode() {
-    CFieldReader fields(*this);
-    m_version = fields.Required<CAsn1Integer>("version");
-    m_encryptedContentInfo = fields.Required<CAsn1EncryptedContentInfo>("encryptedContentInfo");
-    m_unprotectedAttrs = fields.OptionalImplicit<CAsn1SetOf<CAsn1Attribute>>(1, "unprotectedAttrs");
-    fields.End();
-}
-
-void CAsn1DigestedData::Decode() {
-    CFieldReader fields(*this);
-    m_version = fields.Required<CAsn1Integer>("version");
-    m_digestAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("digestAlgorithm");
-    m_encapContentInfo = fields.Required<CAsn1EncapsulatedContentInfo>("encapContentInfo");
-    m_digest = fields.Required<CAsn1OctetString>("digest");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1EncryptedData)
+CA_ASN1_DECODE(CAsn1DigestedData)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Time.h"
@@ -13,19 +14,10 @@
 //     keyAttrId  OBJECT IDENTIFIER,
 //     keyAttr    ANY DEFINED BY keyAttrId OPTIONAL }     RFC 5652, 10.2.7
 class CAsn1OtherKeyAttribute : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "OtherKeyAttribute";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* KeyAttrId() const { return m_keyAttrId; }
-    CAsn1Any* KeyAttr() const { return m_keyAttr; }
-
-  private:
-    CAsn1ObjectIdentifier* m_keyAttrId = nullptr;
-    CAsn1Any* m_keyAttr = nullptr;
+    CA_ASN1_SEQUENCE("OtherKeyAttribute");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, KeyAttrId, "keyAttrId");
+    CA_ASN1_OPTIONAL(CAsn1Any, KeyAttr, "keyAttr");
+    CA_ASN1_END;
 };
 
 // KeyTransRecipientInfo ::= SEQUENCE {
@@ -34,42 +26,22 @@ class CAsn1OtherKeyAttribute : public CAsn1TypedObject {
 //     keyEncryptionAlgorithm  KeyEncryptionAlgorithmIdentifier,
 //     encryptedKey            EncryptedKey }   -- OCTET STRING     RFC 5652, 6.2.1
 class CAsn1KeyTransRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KeyTransRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* Version() const { return m_version; }
-    CAsn1SignerIdentifier* Rid() const { return m_rid; }
-    CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const { return m_keyEncryptionAlgorithm; }
-    CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1SignerIdentifier* m_rid = nullptr;
-    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
-    CAsn1OctetString* m_encryptedKey = nullptr;
+    CA_ASN1_SEQUENCE("KeyTransRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1SignerIdentifier, Rid, "rid");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KeyEncryptionAlgorithm, "keyEncryptionAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1OctetString, EncryptedKey, "encryptedKey");
+    CA_ASN1_END;
 };
 
 // OriginatorPublicKey ::= SEQUENCE {
 //     algorithm  AlgorithmIdentifier,
 //     publicKey  BIT STRING }     RFC 5652, 6.2.2
 class CAsn1OriginatorPublicKey : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "OriginatorPublicKey";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1AlgorithmIdentifier* Algorithm() const { return m_algorithm; }
-    CAsn1BitString* PublicKey() const { return m_publicKey; }
-
-  private:
-    CAsn1AlgorithmIdentifier* m_algorithm = nullptr;
-    CAsn1BitString* m_publicKey = nullptr;
+    CA_ASN1_SEQUENCE("OriginatorPublicKey");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, Algorithm, "algorithm");
+    CA_ASN1_REQUIRED(CAsn1BitString, PublicKey, "publicKey");
+    CA_ASN1_END;
 };
 
 // OriginatorIdentifierOrKey ::= CHOICE {
@@ -77,23 +49,11 @@ class CAsn1OriginatorPublicKey : public CAsn1TypedObject {
 //     subjectKeyIdentifier   [0] SubjectKeyIdentifier,     -- OCTET STRING
 //     originatorKey          [1] OriginatorPublicKey }     RFC 5652, 6.2.2
 class CAsn1OriginatorIdentifierOrKey : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "OriginatorIdentifierOrKey";
-    static bool Accepts(unsigned char tag) {
-        return tag == kAsn1Sequence || (tag & kAsn1ContextBit) != 0;
-    }
-
-    void Decode() override;
-
-    CAsn1IssuerAndSerialNumber* IssuerAndSerialNumber() const { return m_issuerAndSerialNumber; }
-    CAsn1OctetString* SubjectKeyIdentifier() const { return m_subjectKeyIdentifier; }
-    CAsn1OriginatorPublicKey* OriginatorKey() const { return m_originatorKey; }
-
-  private:
-    CAsn1IssuerAndSerialNumber* m_issuerAndSerialNumber = nullptr;
-    CAsn1OctetString* m_subjectKeyIdentifier = nullptr;
-    CAsn1OriginatorPublicKey* m_originatorKey = nullptr;
+    CA_ASN1_CHOICE("OriginatorIdentifierOrKey");
+    CA_ASN1_ALTERNATIVE(CAsn1IssuerAndSerialNumber, IssuerAndSerialNumber, "issuerAndSerialNumber");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(0, CAsn1OctetString, SubjectKeyIdentifier, "subjectKeyIdentifier");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(1, CAsn1OriginatorPublicKey, OriginatorKey, "originatorKey");
+    CA_ASN1_END;
 };
 
 // RecipientKeyIdentifier ::= SEQUENCE {
@@ -101,61 +61,31 @@ class CAsn1OriginatorIdentifierOrKey : public CAsn1TypedObject {
 //     date                  GeneralizedTime OPTIONAL,
 //     other                 OtherKeyAttribute OPTIONAL }     RFC 5652, 6.2.2
 class CAsn1RecipientKeyIdentifier : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "RecipientKeyIdentifier";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1OctetString* SubjectKeyIdentifier() const { return m_subjectKeyIdentifier; }
-    CAsn1GeneralizedTime* Date() const { return m_date; }
-    CAsn1OtherKeyAttribute* Other() const { return m_other; }
-
-  private:
-    CAsn1OctetString* m_subjectKeyIdentifier = nullptr;
-    CAsn1GeneralizedTime* m_date = nullptr;
-    CAsn1OtherKeyAttribute* m_other = nullptr;
+    CA_ASN1_SEQUENCE("RecipientKeyIdentifier");
+    CA_ASN1_REQUIRED(CAsn1OctetString, SubjectKeyIdentifier, "subjectKeyIdentifier");
+    CA_ASN1_OPTIONAL(CAsn1GeneralizedTime, Date, "date");
+    CA_ASN1_OPTIONAL(CAsn1OtherKeyAttribute, Other, "other");
+    CA_ASN1_END;
 };
 
 // KeyAgreeRecipientIdentifier ::= CHOICE {
 //     issuerAndSerialNumber  IssuerAndSerialNumber,
 //     rKeyId                 [0] IMPLICIT RecipientKeyIdentifier }     RFC 5652, 6.2.2
 class CAsn1KeyAgreeRecipientIdentifier : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KeyAgreeRecipientIdentifier";
-    static bool Accepts(unsigned char tag) {
-        return tag == kAsn1Sequence || tag == (kAsn1ContextBit | kAsn1ConstructedBit);
-    }
-
-    void Decode() override;
-
-    CAsn1IssuerAndSerialNumber* IssuerAndSerialNumber() const { return m_issuerAndSerialNumber; }
-    CAsn1RecipientKeyIdentifier* RKeyId() const { return m_rKeyId; }
-
-  private:
-    CAsn1IssuerAndSerialNumber* m_issuerAndSerialNumber = nullptr;
-    CAsn1RecipientKeyIdentifier* m_rKeyId = nullptr;
+    CA_ASN1_CHOICE("KeyAgreeRecipientIdentifier");
+    CA_ASN1_ALTERNATIVE(CAsn1IssuerAndSerialNumber, IssuerAndSerialNumber, "issuerAndSerialNumber");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(0, CAsn1RecipientKeyIdentifier, RKeyId, "rKeyId");
+    CA_ASN1_END;
 };
 
 // RecipientEncryptedKey ::= SEQUENCE {
 //     rid           KeyAgreeRecipientIdentifier,
 //     encryptedKey  EncryptedKey }   -- OCTET STRING     RFC 5652, 6.2.2
 class CAsn1RecipientEncryptedKey : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "RecipientEncryptedKey";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1KeyAgreeRecipientIdentifier* Rid() const { return m_rid; }
-    CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
-
-  private:
-    CAsn1KeyAgreeRecipientIdentifier* m_rid = nullptr;
-    CAsn1OctetString* m_encryptedKey = nullptr;
+    CA_ASN1_SEQUENCE("RecipientEncryptedKey");
+    CA_ASN1_REQUIRED(CAsn1KeyAgreeRecipientIdentifier, Rid, "rid");
+    CA_ASN1_REQUIRED(CAsn1OctetString, EncryptedKey, "encryptedKey");
+    CA_ASN1_END;
 };
 
 // KeyAgreeRecipientInfo ::= SEQUENCE {
@@ -165,27 +95,14 @@ class CAsn1RecipientEncryptedKey : public CAsn1TypedObject {
 //     keyEncryptionAlgorithm  KeyEncryptionAlgorithmIdentifier,
 //     recipientEncryptedKeys  SEQUENCE OF RecipientEncryptedKey }     RFC 5652, 6.2.2
 class CAsn1KeyAgreeRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KeyAgreeRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* Version() const { return m_version; }
-    CAsn1OriginatorIdentifierOrKey* Originator() const { return m_originator; }
-    CAsn1OctetString* Ukm() const { return m_ukm; }
-    CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const { return m_keyEncryptionAlgorithm; }
-    CAsn1SequenceOf<CAsn1RecipientEncryptedKey>* RecipientEncryptedKeys() const {
-        return m_recipientEncryptedKeys;
-    }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1OriginatorIdentifierOrKey* m_originator = nullptr;
-    CAsn1OctetString* m_ukm = nullptr;
-    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
-    CAsn1SequenceOf<CAsn1RecipientEncryptedKey>* m_recipientEncryptedKeys = nullptr;
+    CA_ASN1_SEQUENCE("KeyAgreeRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED_EXPLICIT(0, CAsn1OriginatorIdentifierOrKey, Originator, "originator");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1OctetString, Ukm, "ukm");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KeyEncryptionAlgorithm, "keyEncryptionAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1RecipientEncryptedKey>, RecipientEncryptedKeys,
+                     "recipientEncryptedKeys");
+    CA_ASN1_END;
 };
 
 // KEKIdentifier ::= SEQUENCE {
@@ -193,21 +110,11 @@ class CAsn1KeyAgreeRecipientInfo : public CAsn1TypedObject {
 //     date           GeneralizedTime OPTIONAL,
 //     other          OtherKeyAttribute OPTIONAL }     RFC 5652, 6.2.3
 class CAsn1KekIdentifier : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KEKIdentifier";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1OctetString* KeyIdentifier() const { return m_keyIdentifier; }
-    CAsn1GeneralizedTime* Date() const { return m_date; }
-    CAsn1OtherKeyAttribute* Other() const { return m_other; }
-
-  private:
-    CAsn1OctetString* m_keyIdentifier = nullptr;
-    CAsn1GeneralizedTime* m_date = nullptr;
-    CAsn1OtherKeyAttribute* m_other = nullptr;
+    CA_ASN1_SEQUENCE("KEKIdentifier");
+    CA_ASN1_REQUIRED(CAsn1OctetString, KeyIdentifier, "keyIdentifier");
+    CA_ASN1_OPTIONAL(CAsn1GeneralizedTime, Date, "date");
+    CA_ASN1_OPTIONAL(CAsn1OtherKeyAttribute, Other, "other");
+    CA_ASN1_END;
 };
 
 // KEKRecipientInfo ::= SEQUENCE {
@@ -216,23 +123,12 @@ class CAsn1KekIdentifier : public CAsn1TypedObject {
 //     keyEncryptionAlgorithm  KeyEncryptionAlgorithmIdentifier,
 //     encryptedKey            EncryptedKey }   -- OCTET STRING     RFC 5652, 6.2.3
 class CAsn1KekRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KEKRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* Version() const { return m_version; }
-    CAsn1KekIdentifier* KekId() const { return m_kekId; }
-    CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const { return m_keyEncryptionAlgorithm; }
-    CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1KekIdentifier* m_kekId = nullptr;
-    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
-    CAsn1OctetString* m_encryptedKey = nullptr;
+    CA_ASN1_SEQUENCE("KEKRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1KekIdentifier, KekId, "kekid");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KeyEncryptionAlgorithm, "keyEncryptionAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1OctetString, EncryptedKey, "encryptedKey");
+    CA_ASN1_END;
 };
 
 // PasswordRecipientInfo ::= SEQUENCE {
@@ -241,42 +137,23 @@ class CAsn1KekRecipientInfo : public CAsn1TypedObject {
 //     keyEncryptionAlgorithm  KeyEncryptionAlgorithmIdentifier,
 //     encryptedKey            EncryptedKey }   -- OCTET STRING     RFC 5652, 6.2.4
 class CAsn1PasswordRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "PasswordRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* Version() const { return m_version; }
-    CAsn1AlgorithmIdentifier* KeyDerivationAlgorithm() const { return m_keyDerivationAlgorithm; }
-    CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const { return m_keyEncryptionAlgorithm; }
-    CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1AlgorithmIdentifier* m_keyDerivationAlgorithm = nullptr;
-    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
-    CAsn1OctetString* m_encryptedKey = nullptr;
+    CA_ASN1_SEQUENCE("PasswordRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1AlgorithmIdentifier, KeyDerivationAlgorithm,
+                              "keyDerivationAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KeyEncryptionAlgorithm, "keyEncryptionAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1OctetString, EncryptedKey, "encryptedKey");
+    CA_ASN1_END;
 };
 
 // OtherRecipientInfo ::= SEQUENCE {
 //     oriType   OBJECT IDENTIFIER,
 //     oriValue  ANY DEFINED BY oriType }     RFC 5652, 6.2.5
 class CAsn1OtherRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "OtherRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* OriType() const { return m_oriType; }
-    CAsn1Any* OriValue() const { return m_oriValue; }
-
-  private:
-    CAsn1ObjectIdentifier* m_oriType = nullptr;
-    CAsn1Any* m_oriValue = nullptr;
+    CA_ASN1_SEQUENCE("OtherRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, OriType, "oriType");
+    CA_ASN1_REQUIRED(CAsn1Any, OriValue, "oriValue");
+    CA_ASN1_END;
 };
 
 // KEMRecipientInfo ::= SEQUENCE {     -- an oriValue
@@ -290,33 +167,17 @@ class CAsn1OtherRecipientInfo : public CAsn1TypedObject {
 //     wrap          KeyEncryptionAlgorithmIdentifier,
 //     encryptedKey  EncryptedKey }   -- OCTET STRING     RFC 9629, 3
 class CAsn1KemRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KEMRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* Version() const { return m_version; }
-    CAsn1SignerIdentifier* Rid() const { return m_rid; }
-    CAsn1AlgorithmIdentifier* Kem() const { return m_kem; }
-    CAsn1OctetString* Kemct() const { return m_kemct; }
-    CAsn1AlgorithmIdentifier* Kdf() const { return m_kdf; }
-    CAsn1Integer* KekLength() const { return m_kekLength; }
-    CAsn1OctetString* Ukm() const { return m_ukm; }
-    CAsn1AlgorithmIdentifier* Wrap() const { return m_wrap; }
-    CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1SignerIdentifier* m_rid = nullptr;
-    CAsn1AlgorithmIdentifier* m_kem = nullptr;
-    CAsn1OctetString* m_kemct = nullptr;
-    CAsn1AlgorithmIdentifier* m_kdf = nullptr;
-    CAsn1Integer* m_kekLength = nullptr;
-    CAsn1OctetString* m_ukm = nullptr;
-    CAsn1AlgorithmIdentifier* m_wrap = nullptr;
-    CAsn1OctetString* m_encryptedKey = nullptr;
+    CA_ASN1_SEQUENCE("KEMRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1SignerIdentifier, Rid, "rid");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, Kem, "kem");
+    CA_ASN1_REQUIRED(CAsn1OctetString, Kemct, "kemct");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, Kdf, "kdf");
+    CA_ASN1_REQUIRED(CAsn1Integer, KekLength, "kekLength");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1OctetString, Ukm, "ukm");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, Wrap, "wrap");
+    CA_ASN1_REQUIRED(CAsn1OctetString, EncryptedKey, "encryptedKey");
+    CA_ASN1_END;
 };
 
 // KeyTransPSKRecipientInfo ::= SEQUENCE {     -- an oriValue
@@ -327,29 +188,14 @@ class CAsn1KemRecipientInfo : public CAsn1TypedObject {
 //     ktris                   SEQUENCE OF KeyTransRecipientInfo,
 //     encryptedKey            EncryptedKey }   -- OCTET STRING     RFC 8696, 3
 class CAsn1KeyTransPskRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KeyTransPSKRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1OctetString* PskId() const { return m_pskId; }
-    const CAsn1AlgorithmIdentifier* KdfAlgorithm() const { return m_kdfAlgorithm; }
-    const CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const {
-        return m_keyEncryptionAlgorithm;
-    }
-    const CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>* Ktris() const { return m_ktris; }
-    const CAsn1OctetString* EncryptedKey() const { return m_encryptedKey; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1OctetString* m_pskId = nullptr;
-    CAsn1AlgorithmIdentifier* m_kdfAlgorithm = nullptr;
-    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
-    CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>* m_ktris = nullptr;
-    CAsn1OctetString* m_encryptedKey = nullptr;
+    CA_ASN1_SEQUENCE("KeyTransPSKRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1OctetString, PskId, "pskid");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KdfAlgorithm, "kdfAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KeyEncryptionAlgorithm, "keyEncryptionAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1KeyTransRecipientInfo>, Ktris, "ktris");
+    CA_ASN1_REQUIRED(CAsn1OctetString, EncryptedKey, "encryptedKey");
+    CA_ASN1_END;
 };
 
 // KeyAgreePSKRecipientInfo ::= SEQUENCE {     -- an oriValue
@@ -362,33 +208,16 @@ class CAsn1KeyTransPskRecipientInfo : public CAsn1TypedObject {
 //     recipientEncryptedKeys  SEQUENCE OF RecipientEncryptedKey }     RFC 8696,
 //     4
 class CAsn1KeyAgreePskRecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KeyAgreePSKRecipientInfo";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1OctetString* PskId() const { return m_pskId; }
-    const CAsn1OriginatorIdentifierOrKey* Originator() const { return m_originator; }
-    const CAsn1OctetString* Ukm() const { return m_ukm; }
-    const CAsn1AlgorithmIdentifier* KdfAlgorithm() const { return m_kdfAlgorithm; }
-    const CAsn1AlgorithmIdentifier* KeyEncryptionAlgorithm() const {
-        return m_keyEncryptionAlgorithm;
-    }
-    const CAsn1SequenceOf<CAsn1RecipientEncryptedKey>* RecipientEncryptedKeys() const {
-        return m_recipientEncryptedKeys;
-    }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1OctetString* m_pskId = nullptr;
-    CAsn1OriginatorIdentifierOrKey* m_originator = nullptr;
-    CAsn1OctetString* m_ukm = nullptr;
-    CAsn1AlgorithmIdentifier* m_kdfAlgorithm = nullptr;
-    CAsn1AlgorithmIdentifier* m_keyEncryptionAlgorithm = nullptr;
-    CAsn1SequenceOf<CAsn1RecipientEncryptedKey>* m_recipientEncryptedKeys = nullptr;
+    CA_ASN1_SEQUENCE("KeyAgreePSKRecipientInfo");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1OctetString, PskId, "pskid");
+    CA_ASN1_REQUIRED_EXPLICIT(0, CAsn1OriginatorIdentifierOrKey, Originator, "originator");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1OctetString, Ukm, "ukm");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KdfAlgorithm, "kdfAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, KeyEncryptionAlgorithm, "keyEncryptionAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1RecipientEncryptedKey>, RecipientEncryptedKeys,
+                     "recipientEncryptedKeys");
+    CA_ASN1_END;
 };
 
 // RecipientInfo ::= CHOICE {
@@ -398,25 +227,11 @@ class CAsn1KeyAgreePskRecipientInfo : public CAsn1TypedObject {
 //     pwri   [3] PasswordRecipientInfo,
 //     ori    [4] OtherRecipientInfo }     RFC 5652, 6.2
 class CAsn1RecipientInfo : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "RecipientInfo";
-    static bool Accepts(unsigned char tag) {
-        return tag == kAsn1Sequence || (tag & kAsn1ContextBit) != 0;
-    }
-
-    void Decode() override;
-
-    CAsn1KeyTransRecipientInfo* Ktri() const { return m_ktri; }
-    CAsn1KeyAgreeRecipientInfo* Kari() const { return m_kari; }
-    CAsn1KekRecipientInfo* Kekri() const { return m_kekri; }
-    CAsn1PasswordRecipientInfo* Pwri() const { return m_pwri; }
-    CAsn1OtherRecipientInfo* Ori() const { return m_ori; }
-
-  private:
-    CAsn1KeyTransRecipientInfo* m_ktri = nullptr;
-    CAsn1KeyAgreeRecipientInfo* m_kari = nullptr;
-    CAsn1KekRecipientInfo* m_kekri = nullptr;
-    CAsn1PasswordRecipientInfo* m_pwri = nullptr;
-    CAsn1OtherRecipientInfo* m_ori = nullptr;
+    CA_ASN1_CHOICE("RecipientInfo");
+    CA_ASN1_ALTERNATIVE(CAsn1KeyTransRecipientInfo, Ktri, "ktri");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(1, CAsn1KeyAgreeRecipientInfo, Kari, "kari");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(2, CAsn1KekRecipientInfo, Kekri, "kekri");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(3, CAsn1PasswordRecipientInfo, Pwri, "pwri");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(4, CAsn1OtherRecipientInfo, Ori, "ori");
+    CA_ASN1_END;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/cms/ContentInfo.h"
 #include "asn1/cms/SignerInfo.h"
@@ -14,25 +15,12 @@
 //     crls              [1] IMPLICIT SET OF RevocationInfoChoice OPTIONAL,
 //     signerInfos       SET OF SignerInfo }     RFC 5652, 5.1; RFC 2315, 9.1
 class CAsn1SignedData : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SignedData";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* Version() const { return m_version; }
-    CAsn1SetOf<CAsn1AlgorithmIdentifier>* DigestAlgorithms() const { return m_digestAlgorithms; }
-    CAsn1EncapsulatedContentInfo* EncapContentInfo() const { return m_encapContentInfo; }
-    CAsn1SetOf<CAsn1Any>* Certificates() const { return m_certificates; }
-    CAsn1SetOf<CAsn1Any>* Crls() const { return m_crls; }
-    CAsn1SetOf<CAsn1SignerInfo>* SignerInfos() const { return m_signerInfos; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1SetOf<CAsn1AlgorithmIdentifier>* m_digestAlgorithms = nullptr;
-    CAsn1EncapsulatedContentInfo* m_encapContentInfo = nullptr;
-    CAsn1SetOf<CAsn1Any>* m_certificates = nullptr;
-    CAsn1SetOf<CAsn1Any>* m_crls = nullptr;
-    CAsn1SetOf<CAsn1SignerInfo>* m_signerInfos = nullptr;
+    CA_ASN1_SEQUENCE("SignedData");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1SetOf<CAsn1AlgorithmIdentifier>, DigestAlgorithms, "digestAlgorithms");
+    CA_ASN1_REQUIRED(CAsn1EncapsulatedContentInfo, EncapContentInfo, "encapContentInfo");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1SetOf<CAsn1Any>, Certificates, "certificates");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1SetOf<CAsn1Any>, Crls, "crls");
+    CA_ASN1_REQUIRED(CAsn1SetOf<CAsn1SignerInfo>, SignerInfos, "signerInfos");
+    CA_ASN1_END;
 };

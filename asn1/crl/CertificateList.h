@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/crl/TbsCertList.h"
 
 // CertificateList ::= SEQUENCE {
@@ -7,19 +8,9 @@
 //     signatureAlgorithm  AlgorithmIdentifier,
 //     signatureValue      BIT STRING }     RFC 5280, 5.1
 class CAsn1CertificateList : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "CertificateList";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1TbsCertList* TbsCertList() const { return m_tbsCertList; }
-    CAsn1AlgorithmIdentifier* SignatureAlgorithm() const { return m_signatureAlgorithm; }
-    CAsn1BitString* SignatureValue() const { return m_signatureValue; }
-
-  private:
-    CAsn1TbsCertList* m_tbsCertList = nullptr;
-    CAsn1AlgorithmIdentifier* m_signatureAlgorithm = nullptr;
-    CAsn1BitString* m_signatureValue = nullptr;
+    CA_ASN1_SEQUENCE("CertificateList");
+    CA_ASN1_REQUIRED(CAsn1TbsCertList, TbsCertList, "tbsCertList");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, SignatureAlgorithm, "signatureAlgorithm");
+    CA_ASN1_REQUIRED(CAsn1BitString, SignatureValue, "signatureValue");
+    CA_ASN1_END;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Time.h"
 #include "asn1/x509/Extension.h"
 
@@ -9,19 +10,9 @@
 //     crlEntryExtensions  Extensions OPTIONAL }     RFC 5280, 5.1
 // The time is not decoded: as in Validity.
 class CAsn1RevokedCertificate : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "RevokedCertificate";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* UserCertificate() const { return m_userCertificate; }
-    CAsn1Time* RevocationDate() const { return m_revocationDate; }
-    CAsn1Extensions* CrlEntryExtensions() const { return m_crlEntryExtensions; }
-
-  private:
-    CAsn1Integer* m_userCertificate = nullptr;
-    CAsn1Time* m_revocationDate = nullptr;
-    CAsn1Extensions* m_crlEntryExtensions = nullptr;
+    CA_ASN1_SEQUENCE("RevokedCertificate");
+    CA_ASN1_REQUIRED(CAsn1Integer, UserCertificate, "userCertificate");
+    CA_ASN1_REQUIRED(CAsn1Time, RevocationDate, "revocationDate");
+    CA_ASN1_OPTIONAL(CAsn1Extensions, CrlEntryExtensions, "crlEntryExtensions");
+    CA_ASN1_END;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/algorithms/EcParameters.h"
 
@@ -44,27 +45,14 @@ class CAsn1RsaPrivateKey : public CAsn1TypedObject {
 //     x        INTEGER }
 // What OpenSSL writes; there is no standard of it.
 class CAsn1DsaPrivateKey : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "DSAPrivateKey";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1Integer* P() const { return m_p; }
-    const CAsn1Integer* Q() const { return m_q; }
-    const CAsn1Integer* G() const { return m_g; }
-    const CAsn1Integer* Y() const { return m_y; }
-    const CAsn1Integer* X() const { return m_x; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1Integer* m_p = nullptr;
-    CAsn1Integer* m_q = nullptr;
-    CAsn1Integer* m_g = nullptr;
-    CAsn1Integer* m_y = nullptr;
-    CAsn1Integer* m_x = nullptr;
+    CA_ASN1_SEQUENCE("DSAPrivateKey");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1Integer, P, "p");
+    CA_ASN1_REQUIRED(CAsn1Integer, Q, "q");
+    CA_ASN1_REQUIRED(CAsn1Integer, G, "g");
+    CA_ASN1_REQUIRED(CAsn1Integer, Y, "y");
+    CA_ASN1_REQUIRED(CAsn1Integer, X, "x");
+    CA_ASN1_END;
 };
 
 // ECPrivateKey ::= SEQUENCE {
@@ -73,21 +61,10 @@ class CAsn1DsaPrivateKey : public CAsn1TypedObject {
 //     parameters  [0] EXPLICIT EcpkParameters OPTIONAL,
 //     publicKey   [1] EXPLICIT BIT STRING OPTIONAL }     RFC 5915, 3
 class CAsn1EcPrivateKey : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ECPrivateKey";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1OctetString* PrivateKey() const { return m_privateKey; }
-    const CAsn1EcpkParameters* Parameters() const { return m_parameters; }
-    const CAsn1BitString* PublicKey() const { return m_publicKey; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1OctetString* m_privateKey = nullptr;
-    CAsn1EcpkParameters* m_parameters = nullptr;
-    CAsn1BitString* m_publicKey = nullptr;
+    CA_ASN1_SEQUENCE("ECPrivateKey");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1OctetString, PrivateKey, "privateKey");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1EcpkParameters, Parameters, "parameters");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1BitString, PublicKey, "publicKey");
+    CA_ASN1_END;
 };

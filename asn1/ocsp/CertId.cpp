@@ -2,11 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1CertId::Decode() {
-    CFieldReader fields(*this);
-    m_hashAlgorithm = fields.Required<CAsn1AlgorithmIdentifier>("hashAlgorithm");
-    m_issuerNameHash = fields.Required<CAsn1OctetString>("issuerNameHash");
-    m_issuerKeyHash = fields.Required<CAsn1OctetString>("issuerKeyHash");
-    m_serialNumber = fields.Required<CAsn1Integer>("serialNumber");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1CertId)

@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1PreferredSignatureAlgorithm::Decode() {
-    CFieldReader fields(*this);
-    m_sigIdentifier = fields.Required<CAsn1AlgorithmIdentifier>("sigIdentifier");
-    m_pubKeyAlgIdentifier = fields.Optional<CAsn1AlgorithmIdentifier>("pubKeyAlgIdentifier");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1PreferredSignatureAlgorithm)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/algorithms/DigestInfo.h"
@@ -12,22 +13,12 @@
 //     macSalt     OCTET STRING,
 //     iterations  INTEGER DEFAULT 1 }     RFC 7292, 4
 class CAsn1MacData : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "MacData";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1DigestInfo* Mac() const { return m_mac; }
-    const CAsn1OctetString* MacSalt() const { return m_macSalt; }
+    CA_ASN1_SEQUENCE("MacData");
+    CA_ASN1_REQUIRED(CAsn1DigestInfo, Mac, "mac");
+    CA_ASN1_REQUIRED(CAsn1OctetString, MacSalt, "macSalt");
     /// Null for 1.
-    const CAsn1Integer* Iterations() const { return m_iterations; }
-
-  private:
-    CAsn1DigestInfo* m_mac = nullptr;
-    CAsn1OctetString* m_macSalt = nullptr;
-    CAsn1Integer* m_iterations = nullptr;
+    CA_ASN1_OPTIONAL(CAsn1Integer, Iterations, "iterations");
+    CA_ASN1_END;
 };
 
 // PFX ::= SEQUENCE {
@@ -35,21 +26,11 @@ class CAsn1MacData : public CAsn1TypedObject {
 //     authSafe  ContentInfo,     -- its content: SEQUENCE OF ContentInfo
 //     macData   MacData OPTIONAL }     RFC 7292, 4
 class CAsn1Pfx : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "PFX";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1ContentInfo* AuthSafe() const { return m_authSafe; }
-    const CAsn1MacData* MacData() const { return m_macData; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1ContentInfo* m_authSafe = nullptr;
-    CAsn1MacData* m_macData = nullptr;
+    CA_ASN1_SEQUENCE("PFX");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1ContentInfo, AuthSafe, "authSafe");
+    CA_ASN1_OPTIONAL(CAsn1MacData, MacData, "macData");
+    CA_ASN1_END;
 };
 
 // SafeBag ::= SEQUENCE {
@@ -58,21 +39,11 @@ class CAsn1Pfx : public CAsn1TypedObject {
 //     bagAttributes  SET OF PKCS12Attribute OPTIONAL }     RFC 7292, 4.2
 // An attribute is built as one of X.501. SafeContents is a SEQUENCE OF these.
 class CAsn1SafeBag : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "SafeBag";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1ObjectIdentifier* BagId() const { return m_bagId; }
-    const CAsn1Any* BagValue() const { return m_bagValue; }
-    const CAsn1SetOf<CAsn1Attribute>* BagAttributes() const { return m_bagAttributes; }
-
-  private:
-    CAsn1ObjectIdentifier* m_bagId = nullptr;
-    CAsn1Any* m_bagValue = nullptr;
-    CAsn1SetOf<CAsn1Attribute>* m_bagAttributes = nullptr;
+    CA_ASN1_SEQUENCE("SafeBag");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, BagId, "bagId");
+    CA_ASN1_REQUIRED_EXPLICIT(0, CAsn1Any, BagValue, "bagValue");
+    CA_ASN1_OPTIONAL(CAsn1SetOf<CAsn1Attribute>, BagAttributes, "bagAttributes");
+    CA_ASN1_END;
 };
 
 // CertBag ::= SEQUENCE {
@@ -80,17 +51,8 @@ class CAsn1SafeBag : public CAsn1TypedObject {
 //     certValue  [0] EXPLICIT ANY DEFINED BY certId }     RFC 7292, 4.2.3
 // CRLBag (4.2.4) and SecretBag (4.2.5) are the same.
 class CAsn1TypedBag : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "CertBag";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1ObjectIdentifier* Type() const { return m_certId; }
-    const CAsn1Any* Value() const { return m_certValue; }
-
-  private:
-    CAsn1ObjectIdentifier* m_certId = nullptr;
-    CAsn1Any* m_certValue = nullptr;
+    CA_ASN1_SEQUENCE("CertBag");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, Type, "certId");
+    CA_ASN1_REQUIRED_EXPLICIT(0, CAsn1Any, Value, "certValue");
+    CA_ASN1_END;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/attributes/TstInfo.h"
@@ -13,25 +14,12 @@
 //     certReq         BOOLEAN DEFAULT FALSE,
 //     extensions      [0] IMPLICIT Extensions OPTIONAL }     RFC 3161, 2.4.1
 class CAsn1TimeStampReq : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "TimeStampReq";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Version() const { return m_version; }
-    const CAsn1MessageImprint* MessageImprint() const { return m_messageImprint; }
-    const CAsn1ObjectIdentifier* ReqPolicy() const { return m_reqPolicy; }
-    const CAsn1Integer* Nonce() const { return m_nonce; }
-    bool CertReq() const { return m_certReq; }
-    const CAsn1Extensions* Extensions() const { return m_extensions; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1MessageImprint* m_messageImprint = nullptr;
-    CAsn1ObjectIdentifier* m_reqPolicy = nullptr;
-    CAsn1Integer* m_nonce = nullptr;
-    bool m_certReq = false;
-    CAsn1Extensions* m_extensions = nullptr;
+    CA_ASN1_SEQUENCE("TimeStampReq");
+    CA_ASN1_REQUIRED(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1MessageImprint, MessageImprint, "messageImprint");
+    CA_ASN1_OPTIONAL(CAsn1ObjectIdentifier, ReqPolicy, "reqPolicy");
+    CA_ASN1_OPTIONAL(CAsn1Integer, Nonce, "nonce");
+    CA_ASN1_DEFAULT(CertReq, "certReq", false);
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1Extensions, Extensions, "extensions");
+    CA_ASN1_END;
 };

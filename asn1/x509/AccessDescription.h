@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 
@@ -8,17 +9,8 @@
 ///     accessMethod    OBJECT IDENTIFIER,
 ///     accessLocation  GeneralName }
 class CAsn1AccessDescription : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AccessDescription";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1ObjectIdentifier* AccessMethod() const { return m_accessMethod; }
-    const CAsn1Any* AccessLocation() const { return m_accessLocation; }
-
-  private:
-    CAsn1ObjectIdentifier* m_accessMethod = nullptr;
-    CAsn1Any* m_accessLocation = nullptr;
+    CA_ASN1_SEQUENCE("AccessDescription");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, AccessMethod, "accessMethod");
+    CA_ASN1_REQUIRED(CAsn1Any, AccessLocation, "accessLocation");
+    CA_ASN1_END;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Typed.h"
 
@@ -13,38 +14,20 @@
 //     addressPrefix  IPAddress,               -- BIT STRING
 //     addressRange   IPAddressRange }     RFC 3779, 2.2.3
 class CAsn1IpAddressFamily : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "IPAddressFamily";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* AddressFamily() const { return m_addressFamily; }
-    const CAsn1Any* IpAddressChoice() const { return m_ipAddressChoice; }
-
-  private:
-    CAsn1OctetString* m_addressFamily = nullptr;
-    CAsn1Any* m_ipAddressChoice = nullptr;
+    CA_ASN1_SEQUENCE("IPAddressFamily");
+    CA_ASN1_REQUIRED(CAsn1OctetString, AddressFamily, "addressFamily");
+    CA_ASN1_REQUIRED(CAsn1Any, IpAddressChoice, "ipAddressChoice");
+    CA_ASN1_END;
 };
 
 // IPAddressRange ::= SEQUENCE {
 //     min  IPAddress,     -- without its last zero bits
 //     max  IPAddress }    -- without its last one bits     RFC 3779, 2.2.3.8
 class CAsn1IpAddressRange : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "IPAddressRange";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1BitString* Min() const { return m_min; }
-    const CAsn1BitString* Max() const { return m_max; }
-
-  private:
-    CAsn1BitString* m_min = nullptr;
-    CAsn1BitString* m_max = nullptr;
+    CA_ASN1_SEQUENCE("IPAddressRange");
+    CA_ASN1_REQUIRED(CAsn1BitString, Min, "min");
+    CA_ASN1_REQUIRED(CAsn1BitString, Max, "max");
+    CA_ASN1_END;
 };
 
 // ASIdentifiers ::= SEQUENCE {
@@ -57,36 +40,18 @@ class CAsn1IpAddressRange : public CAsn1TypedObject {
 //     id     ASId,        -- INTEGER
 //     range  ASRange }     RFC 3779, 3.2.3
 class CAsn1AsIdentifiers : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ASIdentifiers";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Any* Asnum() const { return m_asnum; }
-    const CAsn1Any* Rdi() const { return m_rdi; }
-
-  private:
-    CAsn1Any* m_asnum = nullptr;
-    CAsn1Any* m_rdi = nullptr;
+    CA_ASN1_SEQUENCE("ASIdentifiers");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1Any, Asnum, "asnum");
+    CA_ASN1_OPTIONAL_EXPLICIT(1, CAsn1Any, Rdi, "rdi");
+    CA_ASN1_END;
 };
 
 // ASRange ::= SEQUENCE {
 //     min  ASId,
 //     max  ASId }     RFC 3779, 3.2.3.7
 class CAsn1AsRange : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "ASRange";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Integer* Min() const { return m_min; }
-    const CAsn1Integer* Max() const { return m_max; }
-
-  private:
-    CAsn1Integer* m_min = nullptr;
-    CAsn1Integer* m_max = nullptr;
+    CA_ASN1_SEQUENCE("ASRange");
+    CA_ASN1_REQUIRED(CAsn1Integer, Min, "min");
+    CA_ASN1_REQUIRED(CAsn1Integer, Max, "max");
+    CA_ASN1_END;
 };

@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1AlgorithmIdentifier::Decode() {
-    CFieldReader fields(*this);
-    m_algorithm = fields.Required<CAsn1ObjectIdentifier>("algorithm");
-    m_parameters = fields.OptionalAny("parameters");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1AlgorithmIdentifier)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Typed.h"
 
@@ -7,18 +8,9 @@
 //     algorithm   OBJECT IDENTIFIER,
 //     parameters  ANY DEFINED BY algorithm OPTIONAL }     RFC 5280, 4.1.1.2
 class CAsn1AlgorithmIdentifier : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AlgorithmIdentifier";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* Algorithm() const { return m_algorithm; }
+    CA_ASN1_SEQUENCE("AlgorithmIdentifier");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, Algorithm, "algorithm");
     /// Null when there are none; a NULL when the algorithm writes its absence so.
-    CAsn1Any* Parameters() const { return m_parameters; }
-
-  private:
-    CAsn1ObjectIdentifier* m_algorithm = nullptr;
-    CAsn1Any* m_parameters = nullptr;
+    CA_ASN1_OPTIONAL(CAsn1Any, Parameters, "parameters");
+    CA_ASN1_END;
 };

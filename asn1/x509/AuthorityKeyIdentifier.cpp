@@ -2,12 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1AuthorityKeyIdentifier::Decode() {
-    CFieldReader fields(*this);
-    m_keyIdentifier = fields.OptionalImplicit<CAsn1OctetString>(0, "keyIdentifier");
-    m_authorityCertIssuer =
-        fields.OptionalImplicit<CAsn1SequenceOf<CAsn1Any>>(1, "authorityCertIssuer");
-    m_authorityCertSerialNumber =
-        fields.OptionalImplicit<CAsn1Integer>(2, "authorityCertSerialNumber");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1AuthorityKeyIdentifier)

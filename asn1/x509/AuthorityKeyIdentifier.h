@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 
 /// AuthorityKeyIdentifier ::= SEQUENCE {                       RFC 5280, 4.2.1.1
@@ -8,19 +9,11 @@
 ///     authorityCertIssuer       [1] GeneralNames OPTIONAL,
 ///     authorityCertSerialNumber [2] INTEGER OPTIONAL }
 class CAsn1AuthorityKeyIdentifier : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AuthorityKeyIdentifier";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* KeyIdentifier() const { return m_keyIdentifier; }
-    const CAsn1SequenceOf<CAsn1Any>* AuthorityCertIssuer() const { return m_authorityCertIssuer; }
-    const CAsn1Integer* AuthorityCertSerialNumber() const { return m_authorityCertSerialNumber; }
-
-  private:
-    CAsn1OctetString* m_keyIdentifier = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_authorityCertIssuer = nullptr;
-    CAsn1Integer* m_authorityCertSerialNumber = nullptr;
+    CA_ASN1_SEQUENCE("AuthorityKeyIdentifier");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1OctetString, KeyIdentifier, "keyIdentifier");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1SequenceOf<CAsn1Any>, AuthorityCertIssuer,
+                              "authorityCertIssuer");
+    CA_ASN1_OPTIONAL_IMPLICIT(2, CAsn1Integer, AuthorityCertSerialNumber,
+                              "authorityCertSerialNumber");
+    CA_ASN1_END;
 };

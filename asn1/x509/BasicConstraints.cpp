@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1BasicConstraints::Decode() {
-    CFieldReader fields(*this);
-    m_cA = fields.Default("cA", false);
-    m_pathLenConstraint = fields.Optional<CAsn1Integer>("pathLenConstraint");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1BasicConstraints)

@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1CertificatePair::Decode() {
-    CFieldReader fields(*this);
-    m_issuedToThisCA = fields.OptionalExplicit<CAsn1Any>(0, "issuedToThisCA");
-    m_issuedByThisCA = fields.OptionalExplicit<CAsn1Any>(1, "issuedByThisCA");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1CertificatePair)

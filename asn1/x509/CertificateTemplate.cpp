@@ -2,10 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1CertificateTemplate::Decode() {
-    CFieldReader fields(*this);
-    m_templateID = fields.Required<CAsn1ObjectIdentifier>("templateID");
-    m_templateMajorVersion = fields.Optional<CAsn1Integer>("templateMajorVersion");
-    m_templateMinorVersion = fields.Optional<CAsn1Integer>("templateMinorVersion");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1CertificateTemplate)

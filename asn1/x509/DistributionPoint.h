@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
 
 /// DistributionPoint ::= SEQUENCE {                            RFC 5280, 4.2.1.13
@@ -8,21 +9,11 @@
 ///     reasons            [1] ReasonFlags OPTIONAL,
 ///     cRLIssuer          [2] GeneralNames OPTIONAL }
 class CAsn1DistributionPoint : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "DistributionPoint";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Any* Name() const { return m_distributionPoint; }
-    const CAsn1BitString* Reasons() const { return m_reasons; }
-    const CAsn1SequenceOf<CAsn1Any>* CrlIssuer() const { return m_cRLIssuer; }
-
-  private:
-    CAsn1Any* m_distributionPoint = nullptr;
-    CAsn1BitString* m_reasons = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_cRLIssuer = nullptr;
+    CA_ASN1_SEQUENCE("DistributionPoint");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1Any, Name, "distributionPoint");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1BitString, Reasons, "reasons");
+    CA_ASN1_OPTIONAL_IMPLICIT(2, CAsn1SequenceOf<CAsn1Any>, CrlIssuer, "cRLIssuer");
+    CA_ASN1_END;
 };
 
 /// IssuingDistributionPoint ::= SEQUENCE {                     RFC 5280, 5.2.5
@@ -33,27 +24,14 @@ class CAsn1DistributionPoint : public CAsn1TypedObject {
 ///     indirectCRL                [4] BOOLEAN DEFAULT FALSE,
 ///     onlyContainsAttributeCerts [5] BOOLEAN DEFAULT FALSE }
 class CAsn1IssuingDistributionPoint : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "IssuingDistributionPoint";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Any* Name() const { return m_distributionPoint; }
-    bool OnlyContainsUserCerts() const { return m_onlyContainsUserCerts; }
-    bool OnlyContainsCaCerts() const { return m_onlyContainsCACerts; }
-    const CAsn1BitString* OnlySomeReasons() const { return m_onlySomeReasons; }
-    bool IndirectCrl() const { return m_indirectCRL; }
-    bool OnlyContainsAttributeCerts() const { return m_onlyContainsAttributeCerts; }
-
-  private:
-    CAsn1Any* m_distributionPoint = nullptr;
-    bool m_onlyContainsUserCerts = false;
-    bool m_onlyContainsCACerts = false;
-    CAsn1BitString* m_onlySomeReasons = nullptr;
-    bool m_indirectCRL = false;
-    bool m_onlyContainsAttributeCerts = false;
+    CA_ASN1_SEQUENCE("IssuingDistributionPoint");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1Any, Name, "distributionPoint");
+    CA_ASN1_DEFAULT_IMPLICIT(1, OnlyContainsUserCerts, "onlyContainsUserCerts", false);
+    CA_ASN1_DEFAULT_IMPLICIT(2, OnlyContainsCaCerts, "onlyContainsCACerts", false);
+    CA_ASN1_OPTIONAL_IMPLICIT(3, CAsn1BitString, OnlySomeReasons, "onlySomeReasons");
+    CA_ASN1_DEFAULT_IMPLICIT(4, IndirectCrl, "indirectCRL", false);
+    CA_ASN1_DEFAULT_IMPLICIT(5, OnlyContainsAttributeCerts, "onlyContainsAttributeCerts", false);
+    CA_ASN1_END;
 };
 
 /// AAissuingDistPointSyntax ::= SEQUENCE {     X.509, extensions of attribute revocation lists
@@ -64,25 +42,12 @@ class CAsn1IssuingDistributionPoint : public CAsn1TypedObject {
 ///     containsAACerts             [4] BOOLEAN DEFAULT TRUE,
 ///     containsSOAPublicKeyCerts   [5] BOOLEAN DEFAULT TRUE }
 class CAsn1AaIssuingDistributionPoint : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AAissuingDistPointSyntax";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1Any* Name() const { return m_distributionPoint; }
-    const CAsn1BitString* OnlySomeReasons() const { return m_onlySomeReasons; }
-    bool IndirectCrl() const { return m_indirectCRL; }
-    bool ContainsUserAttributeCerts() const { return m_containsUserAttributeCerts; }
-    bool ContainsAaCerts() const { return m_containsAACerts; }
-    bool ContainsSoaPublicKeyCerts() const { return m_containsSOAPublicKeyCerts; }
-
-  private:
-    CAsn1Any* m_distributionPoint = nullptr;
-    CAsn1BitString* m_onlySomeReasons = nullptr;
-    bool m_indirectCRL = false;
-    bool m_containsUserAttributeCerts = true;
-    bool m_containsAACerts = true;
-    bool m_containsSOAPublicKeyCerts = true;
+    CA_ASN1_SEQUENCE("AAissuingDistPointSyntax");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1Any, Name, "distributionPoint");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1BitString, OnlySomeReasons, "onlySomeReasons");
+    CA_ASN1_DEFAULT_IMPLICIT(2, IndirectCrl, "indirectCRL", false);
+    CA_ASN1_DEFAULT_IMPLICIT(3, ContainsUserAttributeCerts, "containsUserAttributeCerts", true);
+    CA_ASN1_DEFAULT_IMPLICIT(4, ContainsAaCerts, "containsAACerts", true);
+    CA_ASN1_DEFAULT_IMPLICIT(5, ContainsSoaPublicKeyCerts, "containsSOAPublicKeyCerts", true);
+    CA_ASN1_END;
 };

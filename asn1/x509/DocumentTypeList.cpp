@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1DocumentTypeList::Decode() {
-    CFieldReader fields(*this);
-    m_version = fields.Required<CAsn1Integer>("version");
-    m_docTypeList = fields.Required<CAsn1SetOf<CAsn1PrintableString>>("docTypeList");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1DocumentTypeList)

@@ -2,10 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1Extension::Decode() {
-    CFieldReader fields(*this);
-    m_extnId = fields.Required<CAsn1ObjectIdentifier>("extnID");
-    m_isCritical = fields.Default("critical", false);
-    m_extnValue = fields.Required<CAsn1OctetString>("extnValue");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1Extension)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Strings.h"
 #include "asn1/x400/OrAddress.h"
 #include "asn1/x509/Name.h"
@@ -8,38 +9,20 @@
 //     type-id  OBJECT IDENTIFIER,
 //     value    [0] EXPLICIT ANY DEFINED BY type-id }     RFC 5280, 4.2.1.6
 class CAsn1OtherName : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "OtherName";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* TypeId() const { return m_typeId; }
-    CAsn1Any* Value() const { return m_value; }
-
-  private:
-    CAsn1ObjectIdentifier* m_typeId = nullptr;
-    CAsn1Any* m_value = nullptr;
+    CA_ASN1_SEQUENCE("OtherName");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, TypeId, "type-id");
+    CA_ASN1_REQUIRED_EXPLICIT(0, CAsn1Any, Value, "value");
+    CA_ASN1_END;
 };
 
 // EDIPartyName ::= SEQUENCE {
 //     nameAssigner  [0] DirectoryString OPTIONAL,
 //     partyName     [1] DirectoryString }     RFC 5280, 4.2.1.6
 class CAsn1EdiPartyName : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "EDIPartyName";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1DirectoryString* NameAssigner() const { return m_nameAssigner; }
-    CAsn1DirectoryString* PartyName() const { return m_partyName; }
-
-  private:
-    CAsn1DirectoryString* m_nameAssigner = nullptr;
-    CAsn1DirectoryString* m_partyName = nullptr;
+    CA_ASN1_SEQUENCE("EDIPartyName");
+    CA_ASN1_OPTIONAL_EXPLICIT(0, CAsn1DirectoryString, NameAssigner, "nameAssigner");
+    CA_ASN1_REQUIRED_EXPLICIT(1, CAsn1DirectoryString, PartyName, "partyName");
+    CA_ASN1_END;
 };
 
 // GeneralName ::= CHOICE {
@@ -54,37 +37,18 @@ class CAsn1EdiPartyName : public CAsn1TypedObject {
 //     registeredID               [8] OBJECT IDENTIFIER }     RFC 5280, 4.2.1.6
 // One of them is not null after Decode().
 class CAsn1GeneralName : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "GeneralName";
-    static bool Accepts(unsigned char tag) {
-        const unsigned number = tag & ~unsigned{kAsn1ContextBit | kAsn1ConstructedBit};
-        return (tag & kAsn1ContextBit) != 0 && number <= 8;
-    }
-
-    void Decode() override;
-
-    CAsn1OtherName* OtherName() const { return m_otherName; }
-    CAsn1IA5String* Rfc822Name() const { return m_rfc822Name; }
-    CAsn1IA5String* DnsName() const { return m_dnsName; }
-    CAsn1OrAddress* X400Address() const { return m_x400Address; }
-    CAsn1Name* DirectoryName() const { return m_directoryName; }
-    CAsn1EdiPartyName* EdiPartyName() const { return m_ediPartyName; }
-    CAsn1IA5String* Uri() const { return m_uri; }
+    CA_ASN1_CHOICE("GeneralName");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(0, CAsn1OtherName, OtherName, "otherName");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(1, CAsn1IA5String, Rfc822Name, "rfc822Name");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(2, CAsn1IA5String, DnsName, "dNSName");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(3, CAsn1OrAddress, X400Address, "x400Address");
+    CA_ASN1_ALTERNATIVE_EXPLICIT(4, CAsn1Name, DirectoryName, "directoryName");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(5, CAsn1EdiPartyName, EdiPartyName, "ediPartyName");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(6, CAsn1IA5String, Uri, "uniformResourceIdentifier");
     /// 4 or 16 octets; with a mask behind them in name constraints (RFC 5280 4.2.1.10).
-    CAsn1OctetString* IpAddress() const { return m_ipAddress; }
-    CAsn1ObjectIdentifier* RegisteredId() const { return m_registeredId; }
-
-  private:
-    CAsn1OtherName* m_otherName = nullptr;
-    CAsn1IA5String* m_rfc822Name = nullptr;
-    CAsn1IA5String* m_dnsName = nullptr;
-    CAsn1OrAddress* m_x400Address = nullptr;
-    CAsn1Name* m_directoryName = nullptr;
-    CAsn1EdiPartyName* m_ediPartyName = nullptr;
-    CAsn1IA5String* m_uri = nullptr;
-    CAsn1OctetString* m_ipAddress = nullptr;
-    CAsn1ObjectIdentifier* m_registeredId = nullptr;
+    CA_ASN1_ALTERNATIVE_IMPLICIT(7, CAsn1OctetString, IpAddress, "iPAddress");
+    CA_ASN1_ALTERNATIVE_IMPLICIT(8, CAsn1ObjectIdentifier, RegisteredId, "registeredID");
+    CA_ASN1_END;
 };
 
 // GeneralNames ::= SEQUENCE SIZE (1..MAX) OF GeneralName     RFC 5280, 4.2.1.6

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Typed.h"
 #include "asn1/x509/Name.h"
 
@@ -10,21 +11,10 @@
 //     cAToolCert    UTF8String }     FSB order 795 of 2011, 19
 // Issuers write other string types too.
 class CAsn1IssuerSignTool : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "IssuerSignTool";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1DirectoryString* SignTool() const { return m_signTool; }
-    const CAsn1DirectoryString* CATool() const { return m_cATool; }
-    const CAsn1DirectoryString* SignToolCert() const { return m_signToolCert; }
-    const CAsn1DirectoryString* CAToolCert() const { return m_cAToolCert; }
-
-  private:
-    CAsn1DirectoryString* m_signTool = nullptr;
-    CAsn1DirectoryString* m_cATool = nullptr;
-    CAsn1DirectoryString* m_signToolCert = nullptr;
-    CAsn1DirectoryString* m_cAToolCert = nullptr;
+    CA_ASN1_SEQUENCE("IssuerSignTool");
+    CA_ASN1_REQUIRED(CAsn1DirectoryString, SignTool, "signTool");
+    CA_ASN1_REQUIRED(CAsn1DirectoryString, CATool, "cATool");
+    CA_ASN1_REQUIRED(CAsn1DirectoryString, SignToolCert, "signToolCert");
+    CA_ASN1_REQUIRED(CAsn1DirectoryString, CAToolCert, "cAToolCert");
+    CA_ASN1_END;
 };

@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1AttributeTypeAndValue::Decode() {
-    CFieldReader fields(*this);
-    m_type = fields.Required<CAsn1ObjectIdentifier>("type");
-    m_value = fields.RequiredAny("value");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1AttributeTypeAndValue)

@@ -1,25 +1,17 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 
 // AttributeTypeAndValue ::= SEQUENCE {
 //     type   AttributeType,     -- OBJECT IDENTIFIER
 //     value  AttributeValue }   -- ANY, as a rule a DirectoryString     RFC 5280, 4.1.2.4
 class CAsn1AttributeTypeAndValue : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "AttributeTypeAndValue";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1ObjectIdentifier* Type() const { return m_type; }
-    CAsn1Any* Value() const { return m_value; }
-
-  private:
-    CAsn1ObjectIdentifier* m_type = nullptr;
-    CAsn1Any* m_value = nullptr;
+    CA_ASN1_SEQUENCE("AttributeTypeAndValue");
+    CA_ASN1_REQUIRED(CAsn1ObjectIdentifier, Type, "type");
+    CA_ASN1_REQUIRED(CAsn1Any, Value, "value");
+    CA_ASN1_END;
 };
 
 // RelativeDistinguishedName ::= SET SIZE (1..MAX) OF AttributeTypeAndValue     RFC 5280, 4.1.2.4

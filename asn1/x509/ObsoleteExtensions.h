@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/x509/PrivateKeyUsagePeriod.h"
@@ -10,42 +11,22 @@
 //     certIssuer            [1] ANY OPTIONAL,      -- EXPLICIT Name, or GeneralNames
 //     certSerialNumber      [2] INTEGER OPTIONAL }     X.509 (1996 draft), 12.2.2.1
 class CAsn1OldAuthorityKeyId : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "OldAuthorityKeyId";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* KeyIdentifier() const { return m_keyIdentifier; }
-    const CAsn1SequenceOf<CAsn1Any>* CertIssuer() const { return m_certIssuer; }
-    const CAsn1Integer* CertSerialNumber() const { return m_certSerialNumber; }
-
-  private:
-    CAsn1OctetString* m_keyIdentifier = nullptr;
-    CAsn1SequenceOf<CAsn1Any>* m_certIssuer = nullptr;
-    CAsn1Integer* m_certSerialNumber = nullptr;
+    CA_ASN1_SEQUENCE("OldAuthorityKeyId");
+    CA_ASN1_OPTIONAL_IMPLICIT(0, CAsn1OctetString, KeyIdentifier, "keyIdentifier");
+    CA_ASN1_OPTIONAL_IMPLICIT(1, CAsn1SequenceOf<CAsn1Any>, CertIssuer, "certIssuer");
+    CA_ASN1_OPTIONAL_IMPLICIT(2, CAsn1Integer, CertSerialNumber, "certSerialNumber");
+    CA_ASN1_END;
 };
 
 // KeyUsageRestriction ::= SEQUENCE {
 //     certPolicySet       SEQUENCE OF CertPolicyId OPTIONAL,     -- SEQUENCE OF OBJECT IDENTIFIER
 //     restrictedKeyUsage  KeyUsage OPTIONAL }     X.509 (1996 draft), 12.2.2.5
 class CAsn1KeyUsageRestriction : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KeyUsageRestriction";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ObjectIdentifier>>* CertPolicySet() const {
-        return m_certPolicySet;
-    }
-    const CAsn1BitString* RestrictedKeyUsage() const { return m_restrictedKeyUsage; }
-
-  private:
-    CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ObjectIdentifier>>* m_certPolicySet = nullptr;
-    CAsn1BitString* m_restrictedKeyUsage = nullptr;
+    CA_ASN1_SEQUENCE("KeyUsageRestriction");
+    CA_ASN1_OPTIONAL(CAsn1SequenceOf<CAsn1SequenceOf<CAsn1ObjectIdentifier>>, CertPolicySet,
+                     "certPolicySet");
+    CA_ASN1_OPTIONAL(CAsn1BitString, RestrictedKeyUsage, "restrictedKeyUsage");
+    CA_ASN1_END;
 };
 
 // KeyAttributes ::= SEQUENCE {
@@ -54,23 +35,11 @@ class CAsn1KeyUsageRestriction : public CAsn1TypedObject {
 //     privateKeyUsagePeriod  PrivateKeyUsagePeriod OPTIONAL }     X.509 (1996
 //     draft), 12.2.2
 class CAsn1OldKeyAttributes : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "KeyAttributes";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    const CAsn1OctetString* KeyIdentifier() const { return m_keyIdentifier; }
-    const CAsn1BitString* IntendedKeyUsage() const { return m_intendedKeyUsage; }
-    const CAsn1PrivateKeyUsagePeriod* PrivateKeyUsagePeriod() const {
-        return m_privateKeyUsagePeriod;
-    }
-
-  private:
-    CAsn1OctetString* m_keyIdentifier = nullptr;
-    CAsn1BitString* m_intendedKeyUsage = nullptr;
-    CAsn1PrivateKeyUsagePeriod* m_privateKeyUsagePeriod = nullptr;
+    CA_ASN1_SEQUENCE("KeyAttributes");
+    CA_ASN1_OPTIONAL(CAsn1OctetString, KeyIdentifier, "keyIdentifier");
+    CA_ASN1_OPTIONAL(CAsn1BitString, IntendedKeyUsage, "intendedKeyUsage");
+    CA_ASN1_OPTIONAL(CAsn1PrivateKeyUsagePeriod, PrivateKeyUsagePeriod, "privateKeyUsagePeriod");
+    CA_ASN1_END;
 };
 
 // BasicConstraints ::= SEQUENCE {
@@ -79,20 +48,10 @@ class CAsn1OldKeyAttributes : public CAsn1TypedObject {
 //     subtreesConstraint  ANY OPTIONAL }   -- SEQUENCE OF Name     X.509 (1996
 //     draft), 12.4.2
 class CAsn1OldBasicConstraints : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName = "OldBasicConstraints";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
+    CA_ASN1_SEQUENCE("OldBasicConstraints");
     /// Bit 0: end entity, bit 1: CA.
-    const CAsn1BitString* SubjectType() const { return m_subjectType; }
-    const CAsn1Integer* PathLenConstraint() const { return m_pathLenConstraint; }
-    const CAsn1Any* SubtreesConstraint() const { return m_subtreesConstraint; }
-
-  private:
-    CAsn1BitString* m_subjectType = nullptr;
-    CAsn1Integer* m_pathLenConstraint = nullptr;
-    CAsn1Any* m_subtreesConstraint = nullptr;
+    CA_ASN1_REQUIRED(CAsn1BitString, SubjectType, "subjectType");
+    CA_ASN1_OPTIONAL(CAsn1Integer, PathLenConstraint, "pathLenConstraint");
+    CA_ASN1_OPTIONAL(CAsn1Any, SubtreesConstraint, "subtreesConstraint");
+    CA_ASN1_END;
 };

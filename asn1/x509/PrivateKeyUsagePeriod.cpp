@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1PrivateKeyUsagePeriod::Decode() {
-    CFieldReader fields(*this);
-    m_notBefore = fields.OptionalImplicit<CAsn1GeneralizedTime>(0, "notBefore");
-    m_notAfter = fields.OptionalImplicit<CAsn1GeneralizedTime>(1, "notAfter");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1PrivateKeyUsagePeriod)

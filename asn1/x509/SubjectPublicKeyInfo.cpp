@@ -2,9 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-void CAsn1SubjectPublicKeyInfo::Decode() {
-    CFieldReader fields(*this);
-    m_algorithm = fields.Required<CAsn1AlgorithmIdentifier>("algorithm");
-    m_subjectPublicKey = fields.Required<CAsn1BitString>("subjectPublicKey");
-    fields.End();
-}
+CA_ASN1_DECODE(CAsn1SubjectPublicKeyInfo)
