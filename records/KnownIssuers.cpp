@@ -117,13 +117,13 @@ void KnownIssuers::Extend(CertInfo2& record) const {
         shown.push_back(at->id);
     }
     std::vector<unsigned char> der = EncodingOf(*at);
-    for (; depth < kMaxIssuers; ++depth) {
+    for (;; ++depth) {
         const Certificate* const issuer = FindIssuer(der);
         if (issuer == nullptr || std::ranges::find(shown, Sha1Hex(issuer->der)) != shown.end()) {
             return;
         }
-        if (!CAnswerBudget::HasRoomFor(issuer->der.size())) {
-            AddMore(record.error, 1);
+        if (depth >= kMaxIssuers || !CAnswerBudget::HasRoomFor(issuer->der.size())) {
+            AddMore(record.error, 1);  // at the least
             return;
         }
         der = issuer->der;
