@@ -4,7 +4,8 @@
 #include <iterator>
 
 const CCryptoModule::CModeRow CCryptoModule::kModes[] = {
-#define CA_MODE(number, name, gate, english, russian) {number, L"> " #name, &CCryptoModule::name, gate},
+#define CA_MODE(number, name, gate, english, russian) \
+    {number, L"> " #name, &CCryptoModule::name, gate},
 #define CA_MODE_EMPTY(number, gate, english, russian) {number, nullptr, nullptr, gate},
 #include "module/ModeTable.inc"
 #undef CA_MODE_EMPTY

@@ -12,8 +12,7 @@ struct Mode {
 };
 static const struct Mode modes[] = {
 #define MODE(number, name, gated, english, russian) {number, name, gated},
-    CM_MODES(MODE)
-};
+    CM_MODES(MODE)};
 
 /* Whether the module answers a request of one mode with this code, and with this word in the text. */
 static int answers(void* module, int mode, unsigned code, const char* word) {
@@ -21,8 +20,8 @@ static int answers(void* module, int mode, unsigned code, const char* word) {
     char expected[64];
     CMPacket packet;
     int isAnswered;
-    snprintf(request, sizeof request, "{\"%s\":%d,\"%s\":\"installed\",\"%s\":\"SGVsbG8=\"}", CM_KEY_MODE,
-             mode, CM_KEY_CLIENT_ID, CM_KEY_FILE_DATA);
+    snprintf(request, sizeof request, "{\"%s\":%d,\"%s\":\"installed\",\"%s\":\"SGVsbG8=\"}",
+             CM_KEY_MODE, mode, CM_KEY_CLIENT_ID, CM_KEY_FILE_DATA);
     snprintf(expected, sizeof expected, "\"%s\":%u,", CM_KEY_ERROR_CODE, code);
     memset(&packet, 0, sizeof packet);
     packet.request = request;
