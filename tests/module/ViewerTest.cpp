@@ -2,13 +2,10 @@
 
 #include "common/ErrorCodes.h"
 #include "common/Lng.h"
-#include "module/viewer/CertInfoDlg.h"
-#include "module/viewer/FieldModel.h"
-#include "module/viewer/HexView.h"
 #include "tests/common/SampleObjects.h"
 #include "tests/common/TemporaryDir.h"
+#include "tests/module/ViewerFixture.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDragEnterEvent>
@@ -19,11 +16,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QPushButton>
-#include <QScreen>
-#include <QScrollBar>
-#include <QSettings>
 #include <QTabWidget>
 #include <QTableView>
 #include <QToolButton>
@@ -31,8 +24,6 @@
 #include <QUrl>
 #include <QtTest>
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace {
 
@@ -47,56 +38,6 @@ QByteArray RecordJson() {
            R"("line one\nneedle below","RawData":"BQA=","Critical":true}],)"
            R"("IssuerCert":{"Description":"CN=Issuer","SubjectTags":"CN=Issuer;"}})";
 }
-
-class ViewerTest : public testing::Test {
-  protected:
-    void SetUp() override {
-        SetZORNALng(L"en");
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
-                           QString::fromStdString(m_settings.Path()));
-        m_viewer = CCertInfoDlg::Create();
-        m_viewer->show();
-        m_viewer->activateWindow();  // there may be no window manager to do so
-        ASSERT_TRUE(QTest::qWaitForWindowActive(m_viewer));
-    }
-    void TearDown() override {
-        delete m_viewer;
-        SetZORNALng(L"ru");
-    }
-
-    bool Fill(const char* operation, const QByteArray& octets) {
-        bool isDone = false;
-        EXPECT_TRUE(QMetaObject::invokeMethod(m_viewer, operation, Q_RETURN_ARG(bool, isDone),
-                                              Q_ARG(QByteArray, octets)));
-        return isDone;
-    }
-    bool FillFile(const char* operation, const QByteArray& octets, const char* name) {
-        bool isDone = false;
-        EXPECT_TRUE(QMetaObject::invokeMethod(m_viewer, operation, Q_RETURN_ARG(bool, isDone),
-                                              Q_ARG(QByteArray, octets),
-                                              Q_ARG(QString, QString(name))));
-        return isDone;
-    }
-    bool Export(const std::string& path, const char* format) {
-        bool isDone = false;
-        EXPECT_TRUE(QMetaObject::invokeMethod(m_viewer, "exportTo", Q_RETURN_ARG(bool, isDone),
-                                              Q_ARG(QString, QString::fromStdString(path)),
-                                              Q_ARG(QString, QString(format))));
-        return isDone;
-    }
-    template <class Widget>
-    Widget* Find(const char* name) {
-        auto* widget = m_viewer->findChild<Widget*>(name);
-        EXPECT_NE(widget, nullptr) << name;
-        return widget;
-    }
-    QString Text(const char* name) { return Find<QPlainTextEdit>(name)->toPlainText(); }
-    void GoTo(int page) { m_viewer->setProperty("page", page); }
-    uint ErrorCode() const { return m_viewer->property("lastErrorCode").toUInt(); }
-
-    TemporaryDir m_settings;
-    QPointer<CCertInfoDlg> m_viewer;
-};
 
 TEST_F(ViewerTest, StaysOnTopTakesTheFocusAndDeletesItself) {
     EXPECT_TRUE(m_viewer->testAttribute(Qt::WA_DeleteOnClose));
@@ -182,18 +123,6 @@ TEST_F(ViewerTest, ShowsABeginningOfHugeTextsAndCopiesThemWhole) {
         subject->selectAll();
         subject->copy();
         EXPECT_EQ(QGuiApplication::clipboard()->text().toUtf8(), text);
-    }
-}
-
-TEST_F(ViewerTest, GivesALongTextABarAndNoOtherOne) {
-    m_viewer->resize(700, 700);
-    for (const int lines : {1, 8, 9, 8, 100}) {
-        const QByteArray text = QByteArray("line\\n").repeated(lines - 1) + "line";
-        ASSERT_TRUE(Fill("setRecordJson", "{\"Issuer\":\"" + text + "\"}"));
-        QCoreApplication::processEvents();
-        const auto* box = Find<QPlainTextEdit>("issuerText");
-        EXPECT_EQ(box->verticalScrollBar()->isVisible(), lines > 8) << lines;
-        EXPECT_EQ(box->verticalScrollBar()->maximum(), std::max(lines - 8, 0));
     }
 }
 
@@ -340,29 +269,6 @@ TEST_F(ViewerTest, GoesToAnIssuerByClickAndByKey) {
     EXPECT_EQ(m_viewer->property("currentCertificate"), 0);
 }
 
-TEST_F(ViewerTest, MarksInTheOctetsWhatIsSelectedInTheTree) {
-    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
-    GoTo(3);
-    auto* tree = Find<QTreeView>("structureTree");
-    auto* octets = Find<ca::CHexView>("octets");
-    EXPECT_EQ(octets->MarkedEnd(), 0x23FU);
-    tree->setFocus();
-    QTest::keyClick(tree, Qt::Key_Down);  // the signed part
-    EXPECT_EQ(octets->MarkedBegin(), 4U);
-    QTest::keyClick(tree, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("308201e2a003"));
-
-    const std::size_t place = 12;  // of the version's value: 30 82 .. 30 82 .. a0 03 02 01 02
-    QTest::mouseClick(octets->viewport(), Qt::LeftButton, {}, octets->PlaceOf(place));
-    EXPECT_EQ(tree->currentIndex().data().toString(), "INTEGER");
-    EXPECT_EQ(octets->MarkedBegin(), 10U);
-    QTest::keyClick(octets, Qt::Key_Right);  // the serial number's first octet
-    EXPECT_EQ(octets->MarkedBegin(), 13U);
-    QTest::keyClick(octets, Qt::Key_End);
-    EXPECT_EQ(octets->MarkedEnd(), 0x23FU);
-    EXPECT_EQ(tree->currentIndex().data().toString(), "INTEGER");  // inside the signature
-}
-
 TEST_F(ViewerTest, ShowsWhatIsChosenInTheListAndNothingElse) {
     ASSERT_TRUE(FillFile("showFile", kSampleMessage, "m.p7s"));
     auto* list = Find<QTreeView>("itemTree");
@@ -435,131 +341,6 @@ TEST_F(ViewerTest, CopiesAndSavesInEveryForm) {
     EXPECT_NE(m_viewer->findChild<QFileDialog*>(), nullptr);
     QTest::mouseClick(Find<QToolButton>("languageButton"), Qt::LeftButton);
     EXPECT_EQ(m_viewer->property("language"), "ru");
-}
-
-TEST_F(ViewerTest, FindsAndHandsOutElementsOfTheStructure) {
-    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
-    GoTo(3);
-    auto* tree = Find<QTreeView>("structureTree");
-    const auto found = [tree] { return tree->currentIndex().siblingAtColumn(1).data().toString(); };
-    QTest::keyClick(m_viewer, Qt::Key_F, Qt::ControlModifier);
-    QTest::keyClicks(Find<QLineEdit>("structureFind"), "KEY USAGE");
-    EXPECT_TRUE(found().startsWith("2.5.29.15 "));
-    QTest::keyClicks(Find<QLineEdit>("structureFind"), "\b\b");
-    Find<QLineEdit>("structureFind")->setText("5 unused bits");  // inside of an OCTET STRING
-    const QList<QAction*> actions = Find<QToolButton>("elementButton")->menu()->actions();
-    const char* const copies[] = {"06 (1 unused bits)", "03020106", "AwIBBg=="};
-    Find<QLineEdit>("structureFind")->setText("06 (1");  // inside of an OCTET STRING
-    for (int i = 0; i < 3; ++i) {
-        actions[i]->trigger();
-        EXPECT_EQ(QGuiApplication::clipboard()->text(), copies[i]);
-    }
-    actions[3]->trigger();
-    auto* dialog = m_viewer->findChild<QFileDialog*>();
-    ASSERT_NE(dialog, nullptr);
-    dialog->selectFile(QString::fromStdString(m_settings.File("bits.der")));
-    static_cast<QDialog*>(dialog)->accept();
-    EXPECT_EQ(TemporaryDir::Read(m_settings.File("bits.der")), "\x03\x02\x01\x06");
-
-    Find<QLineEdit>("structureFind")->setText("not there");
-    EXPECT_EQ(Find<QLabel>("structureFindResult")->text(), "Nothing found");
-    m_viewer->setProperty("language", "ru");  // that of the window, not of the process
-    for (const auto& [page, name] : {std::pair(1, "findText"), {3, "structureFind"}}) {
-        GoTo(page);
-        Find<QLineEdit>(name)->setText("no such text");
-        EXPECT_EQ(Find<QLabel>((std::string(name) + "Result").c_str())->text(),
-                  "Ничего не найдено");
-    }
-    m_viewer->setProperty("language", "en");
-    Find<QLineEdit>("structureFind")->setText("OCTET STRING");
-    const QModelIndex first = tree->currentIndex();
-    QTest::keyClick(m_viewer, Qt::Key_F3);
-    EXPECT_NE(tree->currentIndex(), first);
-    QTest::keyClick(m_viewer, Qt::Key_F3, Qt::ShiftModifier);
-    EXPECT_EQ(tree->currentIndex(), first);
-}
-
-TEST_F(ViewerTest, TellsTheOctetsToScreenReaders) {
-    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
-    GoTo(3);
-    auto* octets = Find<ca::CHexView>("octets");
-    QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(octets);
-    ASSERT_NE(reader, nullptr);
-    QAccessibleTextInterface* const text = reader->textInterface();
-    ASSERT_NE(text, nullptr);
-    EXPECT_EQ(text->characterCount(), 3 * 0x23F);
-    QTest::keyClick(octets, Qt::Key_Right);
-    EXPECT_EQ(text->cursorPosition(), 3);
-    EXPECT_EQ(reader->text(QAccessible::Value), "00000001: 82");
-    int begin = 0;
-    int end = 0;
-    EXPECT_EQ(text->textAtOffset(4, QAccessible::WordBoundary, &begin, &end), "82 ");
-    const QString line = text->textAtOffset(4, QAccessible::LineBoundary, &begin, &end);
-    EXPECT_TRUE(line.startsWith("30 82 02 3b 30 82 01 e2 "));
-    EXPECT_EQ(end, line.size());
-    EXPECT_EQ(text->textBeforeOffset(0, QAccessible::LineBoundary, &begin, &end), "");
-    text->setCursorPosition(3 * 10);  // the version
-    text->selection(0, &begin, &end);
-    EXPECT_EQ(text->text(begin, end), "02 01 02 ");
-    EXPECT_TRUE(
-        octets->rect().contains(octets->mapFromGlobal(text->characterRect(3 * 10).center())));
-}
-
-TEST_F(ViewerTest, FitsTheScreenWithItsFrame) {
-    ASSERT_TRUE(FillFile("showFile", kSampleMessage, "m.p7s"));
-    for (const char* language : {"en", "ru"}) {
-        m_viewer->setProperty("language", language);
-        for (int page = 0; page < 4; ++page) {
-            GoTo(page);
-            EXPECT_LE(m_viewer->minimumSizeHint().width(), 600);
-            EXPECT_LE(m_viewer->minimumSizeHint().height(), 430);
-        }
-    }
-    m_viewer->resize(630, 440);
-    GoTo(3);
-    QCoreApplication::processEvents();
-    EXPECT_GT(Find<QTreeView>("structureTree")->columnWidth(1), 90);
-    m_viewer->close();
-    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-    const std::unique_ptr<CCertInfoDlg> big(CCertInfoDlg::Create());
-    big->setAttribute(Qt::WA_DeleteOnClose, false);
-    big->resize(screen);
-    big->show();
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        return QGuiApplication::primaryScreen()->availableGeometry().contains(big->frameGeometry());
-    }));
-}
-
-TEST_F(ViewerTest, TellsWhatEachPartIsCalled) {
-    ASSERT_TRUE(Fill("setCertificate", kSampleCertificate));
-    for (int page = 0; page < 4; ++page) {
-        GoTo(page);
-        for (const QWidget* widget : m_viewer->findChildren<QWidget*>()) {
-            const bool isPart = qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
-                                qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
-                                qobject_cast<const ca::CHexView*>(widget) != nullptr;
-            if (isPart && widget->isVisible() && widget->focusPolicy() != Qt::NoFocus) {
-                EXPECT_FALSE(widget->accessibleName().isEmpty())
-                    << widget->objectName().toStdString();
-            }
-        }
-    }
-}
-
-TEST_F(ViewerTest, RemembersASizeThatFitsTheScreen) {
-    const QSize first = m_viewer->size();
-    const QSize size(730, 500);
-    m_viewer->resize(size);
-    m_viewer->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    const std::unique_ptr<CCertInfoDlg> second(CCertInfoDlg::Create());
-    EXPECT_EQ(second->size(), size);
-    for (const QSize& absurd : {QSize(-5, 10), QSize(1, 1), QSize(2000000, 2000000)}) {
-        QSettings(QSettings::IniFormat, QSettings::UserScope, "ZORNA", "CertificateViewer")
-            .setValue("size", absurd);
-        const std::unique_ptr<CCertInfoDlg> third(CCertInfoDlg::Create());
-        EXPECT_EQ(third->size(), first);
-    }
 }
 
 }  // namespace
