@@ -17,6 +17,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -200,10 +201,9 @@ class TreeDump {
 
     const std::string& Description(CAsn1Block& block) {
         const ca::OidInfo* row = ca::FindOid(block.GetRawContent());
-        const ZornaMessage id = row != nullptr ? row->messageId : kMsgUnknownOid;
-        std::string& text = m_descriptions[static_cast<std::size_t>(id)];
+        std::string& text = row != nullptr ? m_names[ca::RowOf(*row)] : m_noName;
         if (text.empty()) {
-            text = ca::u16u8(SetZORNAMessage(id));
+            text = ca::u16u8(row != nullptr ? row->Name() : SetZORNAMessage(kMsgUnknownOid));
         }
         return text;
     }
@@ -264,7 +264,8 @@ class TreeDump {
     CAsn1Block& m_root;
     DumpWriter& m_writer;
     const std::array<std::string, 256>& m_openings;
-    std::array<std::string, kMessageCount> m_descriptions;
+    std::vector<std::string> m_names{ca::AllOids().size()};  // by row of the table
+    std::string m_noName;
     std::string m_scratch;
 };
 

@@ -39,11 +39,20 @@ TEST_F(JsonDumpTest, WritesEveryMember) {
 }
 
 TEST_F(JsonDumpTest, NamesObjectIdentifiersInTheChosenLanguage) {
-    const std::pair<const wchar_t*, const char*> cases[] = {
-        {L"en", "\"description\":\"Common name\""}, {L"ru", "\"description\":\"Общее имя\""}};
-    for (const auto& [language, text] : cases) {
+    constexpr char kCommonName[] = "06 03 55 04 03";
+    constexpr char kWithoutNumber[] =
+        "06 0A 04 00 7F 00 07 01 01 04 01 01";  // no message has its name
+    const struct {
+        const wchar_t* language;
+        const char* der;
+        const char* text;
+    } cases[] = {{L"en", kCommonName, "\"description\":\"Common name\""},
+                 {L"ru", kCommonName, "\"description\":\"Общее имя\""},
+                 {L"en", kWithoutNumber, "\"description\":\"ECDSA (plain) with SHA-1\""},
+                 {L"ru", kWithoutNumber, "\"description\":\"ECDSA (простой формат) с SHA-1\""}};
+    for (const auto& [language, der, text] : cases) {
         SetZORNALng(language);
-        EXPECT_NE(Dump("06 03 55 04 03").find(text), std::string::npos);
+        EXPECT_NE(Dump(der).find(text), std::string::npos);
         const std::string unknown = ca::u16u8(SetZORNAMessage(kMsgUnknownOid));
         EXPECT_NE(Dump("06 02 2A 99").find("\"description\":\"" + unknown), std::string::npos);
     }
