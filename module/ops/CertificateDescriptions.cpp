@@ -128,8 +128,11 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         return HasCertificates(item, element) ||
                ca::IsInside(element, bundle.certificates.front());  // which may be cut off
     };
-    const std::wstring others = ca::SayOthers(items, isDescribed, /*inMessages=*/true);
     const bool isOne = bundle.certificates.size() == 1;
+    const bool isAlone = isOne && items.size() == 1 &&
+                         items.front().octets.size() == bundle.certificates.front().size();
+    const std::wstring others =
+        isAlone ? std::wstring() : ca::SayOthers(items, isDescribed, /*inMessages=*/true);
     const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;
     if (leaf != kNoLeaf) {
         AnswerOne(packet, bundle, leaf, m_issuers, others);
