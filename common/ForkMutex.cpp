@@ -6,7 +6,8 @@
 namespace ca {
 
 // All of this library, and what a fork does with them. The handlers are registered with the first
-// one; the C library forgets them when this library is unloaded.
+// one; the C library forgets them when this library is unloaded. None is made or destroyed while
+// another one is held: a fork holds the list and waits for that one.
 class CForkMutexes {
   public:
     static void Add(CForkMutex& mutex) {

@@ -74,13 +74,6 @@ std::string WithoutPath(const std::string& text, const std::string& path) {
                : text.substr(0, at) + " FILE: " + text.substr(at + inside.size());
 }
 
-// What a line of JSON begins with: the file, and which of several objects in it.
-template <typename Place>
-std::string MembersOf(const std::string& path, const Place& place) {
-    return host::FileMembers(path) +
-           (place.count > 1 ? ",\"object\":" + std::to_string(place.number) : "");
-}
-
 std::string NameOf(const ca::ObjectKind& kind) {
     return ca::u16u8(kind.Name());
 }
@@ -257,6 +250,12 @@ std::vector<CDescriber::Outcome> CDescriber::Ask(const ListedFile& file) const {
         outcome.isRead = false;
     }
     return outcomes;
+}
+
+// What a line of JSON begins with.
+std::string CDescriber::MembersOf(const std::string& path, Place place) {
+    return FileMembers(path) +
+           (place.count > 1 ? ",\"object\":" + std::to_string(place.number) : "");
 }
 
 std::string CDescriber::WriteLine(const std::string& path, const Outcome& outcome, Place place) {

@@ -76,6 +76,7 @@ class CDescriber {
         std::size_t count;
     };
     std::string Write(const std::string& path, const Outcome& outcome, Place place) const;
+    static std::string MembersOf(const std::string& path, Place place);
     static std::string WriteLine(const std::string& path, const Outcome& outcome, Place place);
     static std::string WriteJson(const std::string& path, const Outcome& outcome, Place place);
     std::string WriteText(const std::string& path, const Outcome& outcome, Place place) const;
