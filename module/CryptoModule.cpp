@@ -13,6 +13,7 @@
 #include "module/GuiThread.h"
 #include "module/JsonText.h"
 #include "module/MessageBox.h"
+#include "module/Provider.h"
 #include "module/RecordTypes.h"
 
 #include <algorithm>
@@ -246,7 +247,10 @@ std::vector<std::wstring> CryptoModule::TakeWarnings() {
 }  // namespace ca
 
 CCryptoModule::CCryptoModule(bool silent)
-    : ca::CryptoModule(silent), m_clients(this), m_streams(this) {}
+    : ca::CryptoModule(silent),
+      m_clients(this),
+      m_streams(this),
+      m_provider(ca::CreateProvider()) {}
 
 CCryptoModule::~CCryptoModule() {
     m_logClaim.Release();

@@ -11,10 +11,13 @@
 #include "module/mod_foo.h"
 #include "records/KnownIssuers.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace ca {
+
+class IProvider;
 
 /// The JSON front end of a module: reads a request, has it run, and frames the answer.
 class CryptoModule {
@@ -70,8 +73,8 @@ class CryptoModule {
 
 }  // namespace ca
 
-/// This provider: its operations are placeholders, everything around them is real.
-/// Requests run on any number of threads at once.
+/// The module: everything around the operations of a provider, which the library that it is linked
+/// into brings (module/Provider.h). Requests run on any number of threads at once.
 class CCryptoModule : public ca::CryptoModule {
   public:
     explicit CCryptoModule(bool silent);
@@ -91,6 +94,8 @@ class CCryptoModule : public ca::CryptoModule {
     const CStreamArray& Streams() const noexcept { return m_streams; }
     /// The configuration's part of every call's parameter text, see ca::BuildBaseInitString().
     const std::wstring& BaseInitParams() const noexcept { return m_baseInitParams; }
+    /// No window may be shown.
+    bool IsSilent() const noexcept { return m_silent; }
 
   private:
     using Handler = void (CCryptoModule::*)(ca::CryptPacket& packet);
@@ -115,8 +120,8 @@ class CCryptoModule : public ca::CryptoModule {
 
     void RunMode(ca::CryptPacket& packet, bool interactive);
 
-    // The handlers, by subject in ops/. Each reads the packet's request, puts its results into the
-    // response's container, and fails by throwing ca::Exception, whose text says what the code does
+    // The handlers, by subject in ops/. Each reads the packet's request, asks the provider where an
+    // operation is the provider's, puts the results into the response's container, and fails by throwing ca::Exception, whose text says what the code does
     // not. The dispatch logs code, text and source position, unless ca::LogError() threw it.
     void Encrypt(ca::CryptPacket& packet);
     void Sign(ca::CryptPacket& packet);
@@ -155,4 +160,5 @@ class CCryptoModule : public ca::CryptoModule {
     std::wstring m_baseInitParams;
     ca::CLogClaim m_logClaim;
     ca::KnownIssuers m_issuers;  // of the PKI configuration's locations
+    std::unique_ptr<ca::IProvider> m_provider;
 };

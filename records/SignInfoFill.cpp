@@ -91,10 +91,11 @@ void FillSignId(const CAsn1OctetString* signature, SignInfo& record) {
 class CSignerDescriber {
   public:
     CSignerDescriber(std::span<unsigned char> certificates, std::size_t messageSize,
-                     bool isAttached)
+                     bool isAttached, ca::ISignatureJudge* judge)
         : m_certificates(certificates),
           m_repeats(kRepeats * messageSize + kRepeatedAlways),
-          m_isAttached(isAttached) {}
+          m_isAttached(isAttached),
+          m_judge(judge) {}
 
     // \param level  0 for the signers of the message.
     // \return how many were not described.
@@ -111,6 +112,9 @@ class CSignerDescriber {
             {
                 const CBudgetLoan loan;
                 Describe(at, level, *record);
+                if (m_judge != nullptr && level == 0) {
+                    m_judge->Judge(records.Count(), *record);
+                }
             }
             records.Add(std::move(record));
         }
@@ -255,6 +259,7 @@ class CSignerDescriber {
     ca::CAttributeMemo m_memo;
     std::size_t m_repeats;
     bool m_isAttached;
+    ca::ISignatureJudge* m_judge;  // null: nobody judges
     std::size_t m_count = 0;
 };
 
@@ -304,10 +309,10 @@ class COpenMessage {
     const std::wstring& Fault() const { return m_fault; }
     const CAsn1EncapsulatedContentInfo* Content() const { return m_message->EncapContentInfo(); }
     bool IsAttached() const { return Content() != nullptr && Content()->EContent() != nullptr; }
-    CSignerDescriber Describer() const {
+    CSignerDescriber Describer(ca::ISignatureJudge* judge = nullptr) const {
         const CAsn1SetOf<CAsn1Any>* set = m_message->Certificates();
         return {set != nullptr ? set->ContentOctets() : std::span<unsigned char>(), m_size,
-                IsAttached()};
+                IsAttached(), judge};
     }
 
   private:
@@ -351,9 +356,9 @@ struct MessageOutcome {
 
 // Describes one message.
 MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsigned char> signedData,
-                               SignInfos& described) {
+                               SignInfos& described, ISignatureJudge* judge) {
     const COpenMessage message(object, signedData);
-    CSignerDescriber describer = message.Describer();
+    CSignerDescriber describer = message.Describer(judge);
     std::size_t hidden = 0;
     if (const CAsn1SetOf<CAsn1SignerInfo>* signers = message->SignerInfos()) {
         hidden = describer.DescribeAll(signers->ContentOctets(), *signers->GetBlock(), /*level=*/0,
@@ -383,20 +388,21 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsign
 
 }  // namespace
 
-std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures) {
+std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures,
+                                  ISignatureJudge* judge) {
     const std::span<unsigned char> signedData = FindSignedData(object);
     if (signedData.empty()) {
         return std::nullopt;
     }
     const CAnswerBudget budget(signedData.size());
     if (signatures.Count() == 0) {
-        return DescribeMessage(object, signedData, signatures).isAttached;
+        return DescribeMessage(object, signedData, signatures, judge).isAttached;
     }
     SignInfos described;
     MessageOutcome outcome{};
     {
         const CBudgetLoan twice(2);  // the texts stand twice in memory when they are appended
-        outcome = DescribeMessage(object, signedData, described);
+        outcome = DescribeMessage(object, signedData, described, judge);
     }
     signatures.Append(std::move(described));
     signatures.SayMore(outcome.hidden);

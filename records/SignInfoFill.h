@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/SignInfo.h"
+#include "records/SignatureJudge.h"
 
 #include <cstddef>
 #include <optional>
@@ -30,8 +31,11 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 ///                    texts count from its first octet.
 /// \param signatures  gets the signatures, at most kMaxSignatures with all that is nested. Those
 ///                    behind the first one of all are kept as text.
+/// \param judge       is asked for each signature of the message itself, those on it excepted; null:
+///                    none is.
 /// \return whether the message encloses its content, be it empty; none for no signed data.
-std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures);
+std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures,
+                                  ISignatureJudge* judge = nullptr);
 
 /// Describes one signature of a message, as FillSignInfos() does among the others.
 /// \param signer  its SignerInfo as encoded, inside of `object`; that of a countersignature too.

@@ -1,13 +1,16 @@
 // Operations that read the certificates a client hands in.
 
+#include "module/ops/CertificateDescriptions.h"
+
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
+#include "module/Provider.h"
+#include "module/ProviderCall.h"
 #include "module/RecordTypes.h"
 #include "module/ops/OtherObjects.h"
-#include "module/ops/ProviderCertificate.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
@@ -29,29 +32,6 @@ constexpr std::size_t kNoLeaf = static_cast<std::size_t>(-1);
 bool HasCertificates(std::size_t /*item*/, std::span<unsigned char> element) {
     return ca::LooksLikeCertificate(element) ||
            !ca::SignedDataMember(ca::FirstElement(element), ca::ContextConstructed(0)).raw.empty();
-}
-
-// The certificates among the objects; when there is none, and a description will do, the first that
-// was cut off. Throws 16113 when there is nothing.
-ca::CertificateBundle RequireCertificates(const std::vector<ca::PayloadItem>& items,
-                                          bool orCut = false) {
-    ca::CertificateBundle bundle;
-    for (const ca::PayloadItem& item : items) {
-        ca::CollectCertificates(item.octets, bundle);
-    }
-    if (bundle.certificates.empty() && orCut) {
-        const auto cut = std::ranges::find_if(items, [](const ca::PayloadItem& item) {
-            return ca::LooksLikeCutCertificate(item.octets);
-        });
-        if (cut != items.end()) {
-            bundle.certificates.push_back(cut->octets);
-        }
-    }
-    if (bundle.certificates.empty()) {
-        throw ca::Exception(ca::kErrCertificate, ca::SayRefused(items, &ca::CertificateFault));
-    }
-    ca::CAnswerBudget::Take(bundle.certificates.capacity() * sizeof(bundle.certificates.front()));
-    return bundle;
 }
 
 void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index,
@@ -93,27 +73,48 @@ void AnswerAttributes(ca::CryptPacket& packet, const std::vector<ca::PayloadItem
     LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
 }
 
-// The certificates must be readable; nothing is kept, since this provider has no store of its own.
-void CheckCertificates(ca::CryptPacket& packet) {
-    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
-    const std::vector<ca::PayloadItem> items = ca::RequestPayload(packet);
+}  // namespace
+
+namespace ca {
+
+CertificateBundle RequireCertificates(const std::vector<PayloadItem>& items, bool orCut) {
+    CertificateBundle bundle;
+    for (const PayloadItem& item : items) {
+        CollectCertificates(item.octets, bundle);
+    }
+    if (bundle.certificates.empty() && orCut) {
+        const auto cut = std::ranges::find_if(
+            items, [](const PayloadItem& item) { return LooksLikeCutCertificate(item.octets); });
+        if (cut != items.end()) {
+            bundle.certificates.push_back(cut->octets);
+        }
+    }
+    if (bundle.certificates.empty()) {
+        throw Exception(kErrCertificate, SayRefused(items, &CertificateFault));
+    }
+    CAnswerBudget::Take(bundle.certificates.capacity() * sizeof(bundle.certificates.front()));
+    return bundle;
+}
+
+void CheckCertificates(const std::vector<PayloadItem>& items) {
     for (const auto& certificate : RequireCertificates(items).certificates) {
-        const ca::CBudgetLoan loan;
-        ca::CertInfo info;
-        ca::FillCertInfo(certificate, info);
+        const CBudgetLoan loan;
+        CertInfo info;
+        FillCertInfo(certificate, info);
     }
 }
 
-}  // namespace
+}  // namespace ca
 
 // Describes the certificates of the file data. One certificate, or a message whose certificates are
 // one chain, is answered as one record with its issuers nested, further ones being looked for where
 // the PKI configuration says; several are answered as a list. An attribute certificate has a record
-// of its own. Without file data the provider's own certificate is meant.
+// of its own. Without file data one of the provider's certificates is meant.
 void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
     if (ca::FindFileData(packet.Request()) == nullptr) {
+        ca::CProviderCall call(packet, *this);
         packet.Response().SetObject(
-            ca::FindProviderCertificate(packet.request.senderCertId).release(), /*clear=*/true);
+            m_provider->FindCert(call, packet.request.senderCertId).release(), /*clear=*/true);
         LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
         return;
     }
@@ -123,7 +124,7 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         AnswerAttributes(packet, items);
         return;
     }
-    const ca::CertificateBundle bundle = RequireCertificates(items, /*orCut=*/true);
+    const ca::CertificateBundle bundle = ca::RequireCertificates(items, /*orCut=*/true);
     const auto isDescribed = [&](std::size_t item, std::span<unsigned char> element) {
         return HasCertificates(item, element) ||
                ca::IsInside(element, bundle.certificates.front());  // which may be cut off
@@ -142,10 +143,15 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
     LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
 }
 
+// Hands the objects of the file data to the provider.
 void CCryptoModule::SetCert(ca::CryptPacket& packet) {
-    CheckCertificates(packet);
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
+    ca::CProviderCall call(packet, *this);
+    m_provider->SetCert(call, ca::RequestPayload(packet));
 }
 
 void CCryptoModule::SetCert2(ca::CryptPacket& packet) {
-    CheckCertificates(packet);
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
+    ca::CProviderCall call(packet, *this);
+    m_provider->SetCert2(call, ca::RequestPayload(packet));
 }

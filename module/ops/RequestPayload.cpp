@@ -25,6 +25,11 @@ std::vector<PayloadItem> RequestPayload(CryptPacket& packet) {
     return items;
 }
 
+std::optional<std::span<const unsigned char>> PayloadOctets(CryptPacket& packet) {
+    const FileData* payload = FindFileData(packet.Request());
+    return payload != nullptr ? std::optional(payload->Octets()) : std::nullopt;
+}
+
 std::size_t OctetsToDescribe(CryptPacket& packet) {
     const FileData* payload = FindFileData(packet.Request());
     std::size_t octets = packet.request.sendSignData.size();

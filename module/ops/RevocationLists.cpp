@@ -6,6 +6,8 @@
 #include "common/Log.h"
 #include "module/CallContext.h"
 #include "module/CryptoModule.h"
+#include "module/Provider.h"
+#include "module/ProviderCall.h"
 #include "module/ops/OtherObjects.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
@@ -49,4 +51,9 @@ void CCryptoModule::GetCRL(ca::CryptPacket& packet) {
                  }));
     packet.Response().SetObject(info.release(), /*clear=*/true);  // the container owns it now
     LogEvent(SetZORNAMessage(kMsgCrlInfoReturned), false);
+}
+
+void CCryptoModule::TranslateCRL2(ca::CryptPacket& packet) {
+    ca::CProviderCall call(packet, *this);
+    m_provider->TranslateCRL2(call);
 }

@@ -9,8 +9,9 @@
 #include "module/CallContext.h"
 #include "module/CryptoModule.h"
 #include "module/GuiThread.h"
+#include "module/Provider.h"
+#include "module/ProviderCall.h"
 #include "module/RecordTypes.h"
-#include "module/ops/ProviderCertificate.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "module/viewer/CertInfoDlg.h"
@@ -42,13 +43,14 @@ std::uint32_t OpenViewer(const Filler& fill) {
     return ca::ShowOwnWindow(std::move(viewer)) ? ca::kErrNone : ca::kErrServiceMode;
 }
 
-// The file data's certificate, else the one that the request names, else the provider's own. The
-// filler holds a copy: it may outlive the request.
-Filler FillerOf(ca::CryptPacket& packet) {
+// The file data's certificate, else the one that the request names. The filler holds a copy: it may
+// outlive the request.
+Filler FillerOf(ca::CryptPacket& packet, CCryptoModule& module, ca::IProvider& provider) {
     const ca::FileData* const payload = ca::FindFileData(packet.Request());
     if (payload == nullptr) {
+        ca::CProviderCall call(packet, module);
         const std::shared_ptr<const ca::CertInfo2> info =
-            ca::FindProviderCertificate(packet.request.senderCertId);
+            provider.FindCert(call, packet.request.senderCertId);
         return [info](CCertInfoDlg& viewer) { return viewer.SetCertInfo(*info); };
     }
     if (payload->size() > ca::CFileDocument::kMaxOctets) {
@@ -84,7 +86,8 @@ void CCryptoModule::ShowCert(ca::CryptPacket& packet) {
                                    .GetUnsigned(L"SHOW_TIMEOUT", 1, kMaxWaitMs,
                                                 static_cast<std::uint64_t>(ca::kGuiWait.count()));
     const std::uint32_t code = ca::RunInGuiThread(
-        [fill = FillerOf(packet)] { return OpenViewer(fill); }, std::chrono::milliseconds(wait));
+        [fill = FillerOf(packet, *this, *m_provider)] { return OpenViewer(fill); },
+        std::chrono::milliseconds(wait));
     if (code != ca::kErrNone) {
         ThrowNotShown(packet, code);
     }

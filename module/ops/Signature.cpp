@@ -1,20 +1,21 @@
-// Signing, hashing and encrypting: placeholder results.
+// Signing, hashing and encrypting.
 
 #include "common/Encode.h"
 #include "common/Lazy.h"
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
+#include "module/Provider.h"
+#include "module/ProviderCall.h"
 #include "module/RecordTypes.h"
+#include "module/ops/RequestPayload.h"
 #include "records/FileData.h"
-#include "records/ValidityText.h"
 
+#include <cstring>
 #include <memory>
 #include <vector>
 
 namespace {
-
-constexpr std::uint32_t kSignatureSize = 64;  // octets of the placeholder
 
 // RFC 7468 8, 9: the armour in which a message that is signed again may come.
 ca::CLazy<std::vector<ca::Base64Wrapper>> messageWrappers([] {
@@ -37,51 +38,109 @@ ca::Blob DecodedInput(ca::CryptPacket& packet) {
     return input;
 }
 
-void AnswerFileData(ca::CryptPacket& packet, std::uint32_t size) {
+// "hashAlg" as it was read: the octets of the wide text.
+std::wstring DigestText(const ca::CryptRequest& request) {
+    std::wstring text(request.params.size() / sizeof(wchar_t), L'\0');
+    if (!text.empty()) {
+        std::memcpy(text.data(), request.params.data(), text.size() * sizeof(wchar_t));
+    }
+    return text;
+}
+
+// What a request wants to be signed; views of it.
+ca::SignArguments ArgumentsOf(ca::CryptPacket& packet) {
+    const ca::CryptRequest& request = packet.request;
+    return {.content = ca::PayloadOctets(packet),
+            .message = request.sendSignData.Octets(),
+            .certId = request.senderCertId,
+            .digest = DigestText(request),
+            .isAttached = request.isAttached,
+            .addSigner = request.addSigner,
+            .signerIndex = (request.present & ca::kPresentSignerIndex) != 0
+                               ? std::optional(request.signerIndex)
+                               : std::nullopt,
+            .comment = request.comment,
+            .uri = request.uri};
+}
+
+using SignOperation = void (ca::IProvider::*)(ca::CProviderCall&, const ca::SignArguments&,
+                                              ca::FileData&);
+
+// Answers with what the provider makes of the arguments, as file data.
+void Answer(CCryptoModule& module, ca::IProvider& provider, SignOperation operation,
+            ca::CryptPacket& packet, const ca::SignArguments& arguments) {
     auto result = std::make_unique<ca::FileData>();
-    result->AssignZeros(size);
+    ca::CProviderCall call(packet, module);
+    (provider.*operation)(call, arguments, *result);
     packet.Response().SetObject(result.release(), /*clear=*/true);  // the container owns it now
+}
+
+// The same of file data that may be Base64 text.
+void AnswerMessage(CCryptoModule& module, ca::IProvider& provider, SignOperation operation,
+                   ca::CryptPacket& packet) {
+    const ca::Blob content = DecodedInput(packet);
+    ca::SignArguments arguments = ArgumentsOf(packet);
+    if (arguments.content) {
+        arguments.content = content.Octets();
+    }
+    Answer(module, provider, operation, packet, arguments);
+    LogEvent(SetZORNAMessage(kMsgSignatureWritten), false);
 }
 
 }  // namespace
 
-// Signs the file data. Placeholder: the input is decoded, and the signature is 64 octets of
-// nothing.
+// Signs the file data; answers with a message.
 void CCryptoModule::Sign(ca::CryptPacket& packet) {
-    DecodedInput(packet);
-    AnswerFileData(packet, kSignatureSize);
-    LogEvent(SetZORNAMessage(kMsgSignatureWritten), false);
+    AnswerMessage(*this, *m_provider, &ca::IProvider::Sign, packet);
 }
 
-// Signs a hash value. Placeholder, as Sign().
+// The same of a hash value.
 void CCryptoModule::SignHash(ca::CryptPacket& packet) {
-    Sign(packet);
+    AnswerMessage(*this, *m_provider, &ca::IProvider::SignHash, packet);
 }
 
-// Signs without a message around the signature. Placeholder: empty file data.
+// Adds a signature to a message.
+void CCryptoModule::CoSign(ca::CryptPacket& packet) {
+    ca::CProviderCall call(packet, *this);
+    m_provider->CoSign(call, ArgumentsOf(packet), packet.Response());
+}
+
+// Signs without a message around the signature.
 void CCryptoModule::SignRaw(ca::CryptPacket& packet) {
     ca::LogLine(L"Received cert id \"" + packet.request.senderCertId + L"\"", false);
-    AnswerFileData(packet, 0);
+    Answer(*this, *m_provider, &ca::IProvider::SignRaw, packet, ArgumentsOf(packet));
 }
 
-// Placeholder: empty file data.
 void CCryptoModule::SignHashRaw(ca::CryptPacket& packet) {
-    AnswerFileData(packet, 0);
+    Answer(*this, *m_provider, &ca::IProvider::SignHashRaw, packet, ArgumentsOf(packet));
 }
 
-// Placeholder: empty file data.
-void CCryptoModule::Encrypt(ca::CryptPacket& packet) {
-    AnswerFileData(packet, 0);
-}
-
-// Placeholder: empty file data.
 void CCryptoModule::CreateHash(ca::CryptPacket& packet) {
-    AnswerFileData(packet, 0);
+    Answer(*this, *m_provider, &ca::IProvider::CreateHash, packet, ArgumentsOf(packet));
 }
 
-// Placeholder: nothing is checked, and the codes say so.
+// Verifies a signature that has no message around it.
 void CCryptoModule::VerifyRaw(ca::CryptPacket& packet) {
     auto result = std::make_unique<ca::VerificationResult>();
-    ca::FillNotVerified(*result);
+    const ca::CryptRequest& request = packet.request;
+    ca::CProviderCall call(packet, *this);
+    m_provider->VerifyRaw(call,
+                          {ca::PayloadOctets(packet), request.sendSignData.Octets(),
+                           request.senderCertId, DigestText(request)},
+                          *result);
     packet.Response().SetObject(result.release(), /*clear=*/true);
+}
+
+// Encrypts the file data; answers with a message.
+void CCryptoModule::Encrypt(ca::CryptPacket& packet) {
+    auto message = std::make_unique<ca::FileData>();
+    ca::CProviderCall call(packet, *this);
+    m_provider->Encrypt(call, ca::PayloadOctets(packet).value_or(std::span<const unsigned char>()),
+                        *message);
+    packet.Response().SetObject(message.release(), /*clear=*/true);
+}
+
+void CCryptoModule::ShowSign(ca::CryptPacket& packet) {
+    ca::CProviderCall call(packet, *this);
+    m_provider->ShowSign(call);
 }

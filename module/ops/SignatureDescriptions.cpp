@@ -1,11 +1,14 @@
-// Operations that read the signed messages a client hands in. Nothing is verified, and every record
-// says so.
+// Operations that read the signed messages a client hands in. Nothing is verified here, and every
+// record says so until a provider puts its verdict there.
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "module/CryptoModule.h"
+#include "module/Provider.h"
+#include "module/ProviderCall.h"
+#include "module/RecordTypes.h"
 #include "module/ops/OtherObjects.h"
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
@@ -13,6 +16,7 @@
 #include "records/SignInfoFill.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -21,9 +25,13 @@
 
 namespace {
 
+// Gives what judges the signatures of an object; may give none.
+using Judges = std::function<std::unique_ptr<ca::ISignatureJudge>(std::span<unsigned char> object)>;
+
 // Appends the signatures of all messages among the objects; true when each of them encloses its
 // content. How many objects there was no room for is said with the first.
-bool Describe(const std::vector<ca::PayloadItem>& items, ca::SignInfos& signatures) {
+bool Describe(const std::vector<ca::PayloadItem>& items, ca::SignInfos& signatures,
+              const Judges& judges = {}) {
     bool isAttached = true;
     std::vector<bool> isMessage(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
@@ -32,7 +40,10 @@ bool Describe(const std::vector<ca::PayloadItem>& items, ca::SignInfos& signatur
             std::fill(isMessage.begin() + static_cast<std::ptrdiff_t>(i), isMessage.end(), true);
             break;
         }
-        const std::optional<bool> encloses = ca::FillSignInfos(items[i].octets, signatures);
+        const bool isJudged = judges && !ca::FindSignedData(items[i].octets).empty();
+        const auto judge = isJudged ? judges(items[i].octets) : nullptr;
+        const std::optional<bool> encloses =
+            ca::FillSignInfos(items[i].octets, signatures, judge.get());
         isMessage[i] = encloses.has_value();
         isAttached = encloses.value_or(true) && isAttached;
     }
@@ -69,25 +80,26 @@ std::vector<ca::PayloadItem> RefusedItems(ca::CryptPacket& packet) {
     return items;
 }
 
-// Answers with the list of signatures and, beside it, whether the content is enclosed. A message
-// that nobody signed must not read as a signed one: 16308, as for no message.
-void AnswerSignatures(ca::CryptPacket& packet) {
-    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
+// The list of signatures; sets whether the content is enclosed. A message that nobody signed must not
+// read as a signed one: 16308, as for no message.
+std::unique_ptr<ca::SignInfos> DescribeAll(ca::CryptPacket& packet, const Judges& judges = {}) {
     const std::vector<ca::PayloadItem> items = SignaturePayload(packet);
     auto signatures = std::make_unique<ca::SignInfos>();
-    const bool isAttached = Describe(items, *signatures);
+    const bool isAttached = Describe(items, *signatures, judges);
     if (signatures->Count() == 0) {
         throw ca::Exception(ca::kErrNoSignedData, ca::SayRefused(items, &ca::SignedMessageFault));
     }
     packet.response.isAttached = isAttached;
-    packet.Response().SetObject(signatures.release(), /*clear=*/true);  // the container owns it now
+    return signatures;
 }
 
 }  // namespace
 
 // Describes the signatures of a message, the signer's certificates and attributes with them.
 void CCryptoModule::GetSignInfo(ca::CryptPacket& packet) {
-    AnswerSignatures(packet);
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
+    auto signatures = DescribeAll(packet);
+    packet.Response().SetObject(signatures.release(), /*clear=*/true);  // the container owns it now
     LogEvent(SetZORNAMessage(kMsgSignInfoReturned), false);
 }
 
@@ -96,10 +108,22 @@ void CCryptoModule::GetSignType(ca::CryptPacket& packet) {
     GetSignInfo(packet);
 }
 
-// Describes the signatures. Placeholder: nothing is verified, and the results say so.
+// Describes the signatures with the provider's verdicts. The file data beside "sendSignData" is what
+// a signature that stands apart signs.
 void CCryptoModule::Verify(ca::CryptPacket& packet) {
-    AnswerSignatures(packet);
-    LogEvent(SetZORNAMessage(kMsgSignatureNotVerified), false);
+    const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
+    const auto content =
+        packet.request.sendSignData.empty() ? std::nullopt : ca::PayloadOctets(packet);
+    auto extracted = packet.request.needExtraction ? std::make_unique<ca::FileData>() : nullptr;
+    ca::CProviderCall call(packet, *this);
+    auto signatures = DescribeAll(packet, [&](std::span<unsigned char> message) {
+        return m_provider->Verify(call, {message, content, extracted.get()});
+    });
+    LogEvent(signatures->items.front()->verifyResult.c_str(), false);
+    packet.Response().SetObject(signatures.release(), /*clear=*/true);  // the container owns it now
+    if (extracted != nullptr && extracted->data() != nullptr) {
+        packet.Response().SetObject(extracted.release(), /*clear=*/false);
+    }
 }
 
 // Describes several messages, a list each: those of "signatures", or else the file data. One that

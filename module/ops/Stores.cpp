@@ -9,12 +9,15 @@
 #include "common/Log.h"
 #include "common/SeededHash.h"
 #include "module/CryptoModule.h"
+#include "module/Provider.h"
+#include "module/ProviderCall.h"
 #include "records/StringArray.h"
 
 #include <memory>
 #include <string>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -94,8 +97,12 @@ void CCryptoModule::GetCurStore(ca::CryptPacket& packet) {
 void CCryptoModule::EnumStore(ca::CryptPacket& packet) {
     auto names = std::make_unique<ca::StringArray>(ca::kTypeStores);
     CStoreNames list(*names);
-    list.Add(ca::kStoreMy);
-    list.Add(ca::kStoreTemporary);
+    std::vector<std::wstring> own;
+    ca::CProviderCall call(packet, *this);
+    m_provider->EnumStores(call, own);
+    for (const std::wstring& name : own) {
+        list.Add(name.c_str());
+    }
     const StoresSnapshot stores = m_clients.CurrentStores(packet.request.clientId);
     for (const ca::StoreAddress& store : *stores) {
         list.Add(store.GetName());

@@ -16,7 +16,7 @@ endif()
 set(wrong "")
 # Notes the lines of the library's sources that match, but for files of the given names.
 function(refuse regex files_that_may hint)
-    foreach(folder common asn1 records module)
+    foreach(folder common asn1 records module providers)
         file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}
             ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
         list(FILTER files EXCLUDE REGEX "${files_that_may}")

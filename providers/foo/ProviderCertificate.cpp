@@ -1,4 +1,4 @@
-#include "module/ops/ProviderCertificate.h"
+#include "providers/foo/ProviderCertificate.h"
 
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"

@@ -1,0 +1,43 @@
+#include "module/ProviderCall.h"
+
+#include "module/CallContext.h"
+#include "module/CryptoModule.h"
+
+#include <utility>
+
+namespace ca {
+
+StoreAddresses CProviderCall::Stores() const {
+    SerializableContainer& objects = m_packet.Request();
+    if (const auto* list =
+            dynamic_cast<const StoreAddresses*>(objects.GetObj(kTypeStoreAddresses))) {
+        return *list;
+    }
+    if (const auto* single = dynamic_cast<const StoreAddress*>(objects.GetObj(kTypeStoreAddress))) {
+        StoreAddresses list;
+        list.push_back(*single);
+        return list;
+    }
+    if (m_packet.request.currentStores) {
+        return *m_packet.request.currentStores;
+    }
+    return *m_module.Clients().CurrentStores(m_packet.request.clientId);
+}
+
+InitString CProviderCall::Params() const {
+    return InitString(m_packet.context->InitParams());
+}
+
+const PkiSettings& CProviderCall::Pki() const {
+    return m_module.PkiConfig().Settings();
+}
+
+bool CProviderCall::IsSilent() const {
+    return m_module.IsSilent();
+}
+
+void CProviderCall::NeedCert(std::wstring id) {
+    m_packet.response.needCertId = std::move(id);
+}
+
+}  // namespace ca

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "common/InitString.h"
+#include "common/PKIConfigFileParser.h"
+#include "module/ClientContext.h"
+#include "module/CryptPacket.h"
+
+#include <string>
+
+class CCryptoModule;
+
+namespace ca {
+
+/// What a provider may know and do about the call that it works for, beside the operation's own
+/// arguments. Lives as long as the call; one thread's.
+class CProviderCall {
+  public:
+    CProviderCall(CryptPacket& packet, CCryptoModule& module)
+        : m_packet(packet), m_module(module) {}
+    CProviderCall(const CProviderCall&) = delete;
+    CProviderCall& operator=(const CProviderCall&) = delete;
+    ~CProviderCall() = default;
+
+    /// The stores that the request brings ("storeAddresses", "storeAddress", "currentStores", the
+    /// first that has any), else the client's current ones. May be empty.
+    StoreAddresses Stores() const;
+    /// The parameters of the call. May hold passwords, see InitString::ToLogString(). Throws 16268
+    /// for a text that breaks the grammar.
+    InitString Params() const;
+    const PkiSettings& Pki() const;
+    /// No window may be opened.
+    bool IsSilent() const;
+    /// Puts the certificate that the operation lacks into the answer.
+    void NeedCert(std::wstring id);
+
+  private:
+    CryptPacket& m_packet;
+    CCryptoModule& m_module;
+};
+
+}  // namespace ca
