@@ -1,9 +1,9 @@
 #include "asn1/OidTable.h"
 
+#include "asn1/Oid.h"
 #include "common/DecimalText.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -11,32 +11,13 @@ namespace ca {
 
 namespace {
 
-constexpr OidInfo kRows[] = {
-#define CA_OID(oid, id, kind, shortName, en, ru) \
-    {L##oid, shortName, static_cast<ZornaMessage>(id), OidKind::kind, en, ru},
-#define CA_OID_NAME(oid, kind, shortName, en, ru) \
-    {L##oid, shortName, kMsgUnknownOid, OidKind::kind, en, ru},
-#include "common/OidTable.inc"
-#undef CA_OID_NAME
-#undef CA_OID
-};
-
-constexpr std::size_t kRowCount = std::size(kRows);
-constexpr std::size_t kMaxEncoded = 16;  // octets of the longest row, and some room
-
-// Content octets of an identifier of the table, or of a text somebody asks for.
-struct Encoded {
-    unsigned char octets[kMaxEncoded] = {};
-    unsigned char size = 0;  // 0: no identifier, or one longer than any row
-};
-
 // Appends one arc, base 128; false when there is no room.
-constexpr bool AppendArc(Encoded& out, std::uint64_t arc) {
+constexpr bool AppendArc(OidOctets& out, std::uint64_t arc) {
     unsigned groups = 1;
     for (std::uint64_t rest = arc >> 7U; rest != 0; rest >>= 7U) {
         ++groups;
     }
-    if (out.size + groups > kMaxEncoded) {
+    if (out.size + groups > OidOctets::kMost) {
         return false;
     }
     for (unsigned left = groups; left-- > 0;) {
@@ -71,8 +52,8 @@ constexpr bool TakeDot(std::wstring_view& text) {
 }
 
 // The encoding of a dotted text; of size 0 when it is none or longer than any row.
-constexpr Encoded EncodeOid(std::wstring_view text) {
-    Encoded out;
+constexpr OidOctets EncodeOid(std::wstring_view text) {
+    OidOctets out;
     std::uint64_t root = 0;
     std::uint64_t arc = 0;
     if (!TakeArc(text, root) || root > 2 || !TakeDot(text) || !TakeArc(text, arc) ||
@@ -87,15 +68,16 @@ constexpr Encoded EncodeOid(std::wstring_view text) {
     return out;
 }
 
-constexpr std::array<Encoded, kRowCount> EncodeRows() {
-    std::array<Encoded, kRowCount> all;
-    for (std::size_t i = 0; i < kRowCount; ++i) {
-        all[i] = EncodeOid(kRows[i].dotted);
-    }
-    return all;
-}
+}  // namespace
 
-constexpr std::array<Encoded, kRowCount> kEncoded = EncodeRows();
+constexpr OidInfo kOidRows[kOidCount] = {
+#define CA_OID(oid, kind, shortName, en, ru) \
+    {L##oid, shortName, OidKind::kind, en, ru, EncodeOid(L##oid)},
+#include "common/OidTable.inc"
+#undef CA_OID
+};
+
+namespace {
 
 // FNV-1a over octets or characters.
 template <class Units>
@@ -123,7 +105,7 @@ constexpr Index BuildIndex(KeyOf keyOf) {
     for (std::uint16_t& slot : index.slots) {
         slot = Index::kFree;
     }
-    for (std::size_t i = 0; i < kRowCount; ++i) {
+    for (std::size_t i = 0; i < kOidCount; ++i) {
         std::size_t slot = Hash(keyOf(i)) % Index::kSlots;
         std::size_t probes = 1;
         for (; index.slots[slot] != Index::kFree; ++probes) {
@@ -140,16 +122,16 @@ const OidInfo* Find(const Index& index, const Key& key, KeyOf keyOf) noexcept {
     for (std::size_t slot = Hash(key) % Index::kSlots; index.slots[slot] != Index::kFree;
          slot = (slot + 1) % Index::kSlots) {
         if (std::ranges::equal(keyOf(index.slots[slot]), key)) {
-            return &kRows[index.slots[slot]];
+            return &kOidRows[index.slots[slot]];
         }
     }
     return nullptr;
 }
 
 constexpr auto kEncodingOf = [](std::size_t i) {
-    return std::span<const unsigned char>(kEncoded[i].octets, kEncoded[i].size);
+    return std::span<const unsigned char>(kOidRows[i].encoded.octets, kOidRows[i].encoded.size);
 };
-constexpr auto kShortNameOf = [](std::size_t i) { return std::string_view(kRows[i].shortName); };
+constexpr auto kShortNameOf = [](std::size_t i) { return std::string_view(kOidRows[i].shortName); };
 
 constexpr Index kByEncoding = BuildIndex(kEncodingOf);
 constexpr Index kByShortName = BuildIndex(kShortNameOf);
@@ -221,22 +203,22 @@ class DecimalNumber {
 }  // namespace
 
 std::span<const OidInfo> AllOids() noexcept {
-    return kRows;
+    return kOidRows;
 }
 
 std::size_t RowOf(const OidInfo& row) noexcept {
-    return static_cast<std::size_t>(&row - kRows);
+    return static_cast<std::size_t>(&row - kOidRows);
 }
 
 const OidInfo* FindOid(std::span<const unsigned char> encoded) noexcept {
-    if (encoded.empty() || encoded.size() > kMaxEncoded) {
+    if (encoded.empty() || encoded.size() > OidOctets::kMost) {
         return nullptr;
     }
     return Find(kByEncoding, encoded, kEncodingOf);
 }
 
 const OidInfo* FindOidByText(std::wstring_view dotted) noexcept {
-    const Encoded encoded = EncodeOid(dotted);
+    const OidOctets encoded = EncodeOid(dotted);
     return FindOid({encoded.octets, encoded.size});
 }
 

@@ -2,6 +2,7 @@
 
 #include "common/Lng.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -26,6 +27,7 @@ enum class OidKind : std::uint8_t {
     kStatement,          ///< Qualified certificate statement (RFC 3739 3.2.6).
     kAccessMethod,       ///< Access method of an information access extension.
     kOtherName,          ///< Type of an otherName (RFC 5280 4.2.1.6).
+    kRecipient,          ///< Kind of another recipient of a message (RFC 5652 6.2.5).
     kContentType,        ///< Content type of a message, bag or response.
     kCommitment,         ///< Commitment of a signer (RFC 5126 5.11.1).
     kSignature,          ///< Signature algorithm, with or without its digest.
@@ -41,18 +43,29 @@ enum class OidKind : std::uint8_t {
     kParameters,         ///< Parameter set, or a value inside parameters or an extension.
 };
 
+/// The content octets of an identifier of the table, or of a text somebody asks for.
+struct OidOctets {
+    static constexpr std::size_t kMost = 16;  ///< octets of the longest row, and some room
+
+    unsigned char octets[kMost] = {};
+    unsigned char size = 0;  ///< 0: no identifier, or one longer than any row
+};
+
 /// One row of the table of object identifiers.
 struct OidInfo {
     const wchar_t* dotted;  ///< "1.2.840.113549.1.1.1"
     const char* shortName;  ///< "CN", "INN", "rsaEncryption"; unique, never empty.
-    /// The numbered message that is its readable name; kMsgUnknownOid when none of them is.
-    ZornaMessage messageId;
     OidKind kind;
     const wchar_t* english;
     const wchar_t* russian;
+    OidOctets encoded;
 
     /// Its readable name in the current language.
     const wchar_t* Name() const noexcept { return IsRussian() ? russian : english; }
+    /// Its content octets.
+    std::span<const unsigned char> Octets() const noexcept {
+        return {encoded.octets, encoded.size};
+    }
 };
 
 /// All rows, ordered by the arcs of the identifier.
@@ -70,7 +83,8 @@ const OidInfo* FindOid(std::span<const unsigned char> encoded) noexcept;
 /// The row of an identifier given by its dotted text, "2.5.4.3"; null when there is none.
 const OidInfo* FindOidByText(std::wstring_view dotted) noexcept;
 
-/// The row with this short name; letter case counts. Null when there is none.
+/// The row with this short name, for names that come from outside; those in code are COid. Letter
+/// case counts. Null when there is none.
 const OidInfo* FindOidByShortName(std::string_view shortName) noexcept;
 
 /// The readable name in the current language, the dotted text (OidText) when there is no row.

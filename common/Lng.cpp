@@ -26,13 +26,6 @@ constexpr Collections BuildCollections() {
     all.russian[id] = ru;
 #include "common/MessageTable.inc"
 #undef CA_MESSAGE
-#define CA_OID(oid, id, kind, shortName, en, ru) \
-    all.english[id] = en;                        \
-    all.russian[id] = ru;
-#define CA_OID_NAME(oid, kind, shortName, en, ru)
-#include "common/OidTable.inc"
-#undef CA_OID_NAME
-#undef CA_OID
     return all;
 }
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Numbers of the texts, 0 to 938; MessageTable.inc and OidTable.inc name those in use.
+/// Numbers of the texts, 0 to 938; MessageTable.inc names those in use.
 enum ZornaMessage : int {
 #define CA_MESSAGE(name, id, english, russian) name = id,
 #include "common/MessageTable.inc"

@@ -202,7 +202,7 @@ Octets Sha1OfHolder(const CAsn1Element& digestInfo) {
     const ca::OidInfo* type = ca::FindOid(
         ca::ContentIf(ca::Child(ca::Child(digestInfo, algorithm), 0), kAsn1ObjectIdentifier));
     const CAsn1Element digest = ca::Child(digestInfo, algorithm + 1);
-    const bool isSha1 = type != nullptr && type->shortName == std::string_view("id-sha1");
+    const bool isSha1 = type == ca::COid("id-sha1");
     return isSha1 && digest.tag == kAsn1BitString ? ca::BitOctets(digest) : Octets();
 }
 

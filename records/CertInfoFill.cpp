@@ -178,7 +178,7 @@ void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
     if (tbs.Extensions() != nullptr) {
         FillExtensions(*tbs.Extensions(), extensions, error,
                        [this](const OidInfo* type, std::span<unsigned char> value) {
-                           if (type != nullptr && type->shortName == std::string_view("keyUsage")) {
+                           if (type == ca::COid("keyUsage")) {
                                FillKeyUsage(value, *this);
                            }
                        });

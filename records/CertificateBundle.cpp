@@ -1,6 +1,6 @@
 #include "records/CertificateBundle.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateCursor.h"
@@ -32,12 +32,12 @@ CAsn1Element ExtensionsOf(std::span<unsigned char> certificate) {
 }
 
 // The value of the first extension of a type; without octets when there is none.
-CAsn1Element ExtensionValue(std::span<unsigned char> certificate, Octets type) {
+CAsn1Element ExtensionValue(std::span<unsigned char> certificate, ca::COid type) {
     CAsn1Element extension;
     CAsn1Cursor cursor(ExtensionsOf(certificate).content);
     while (!cursor.AtEnd() && cursor.Next(extension) == Asn1Fault::kNone) {
         const CAsn1Element oid = ca::Child(extension, 0);
-        if (std::ranges::equal(ca::ContentIf(oid, kAsn1ObjectIdentifier), type)) {
+        if (ca::IsOid(ca::ContentIf(oid, kAsn1ObjectIdentifier), type)) {
             const bool isCritical = ca::Child(extension, 1).tag == kAsn1Boolean;
             return ca::FirstElement(ca::Child(extension, isCritical ? 2 : 1).content);
         }
@@ -130,17 +130,16 @@ CertificateNames NamesOf(std::span<unsigned char> certificate) {
 }
 
 Octets SubjectKeyIdentifier(std::span<unsigned char> certificate) {
-    return ContentIf(ExtensionValue(certificate, kSubjectKeyIdentifier), kAsn1OctetString);
+    return ContentIf(ExtensionValue(certificate, "subjectKeyIdentifier"), kAsn1OctetString);
 }
 
 Octets IssuerKeyIdentifier(std::span<unsigned char> certificate) {
-    constexpr unsigned char kType[] = {0x55, 0x1D, 0x23};
-    return ContentIf(Child(ExtensionValue(certificate, kType), 0), ContextTag(0));
+    const CAsn1Element value = ExtensionValue(certificate, "authorityKeyIdentifier");
+    return ContentIf(Child(value, 0), ContextTag(0));
 }
 
 CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag) {
-    const OidInfo* type = FindOid(ContentIf(Child(contentInfo, 0), kAsn1ObjectIdentifier));
-    if (type == nullptr || type->shortName != std::string_view("id-signedData")) {
+    if (!IsOid(ContentIf(Child(contentInfo, 0), kAsn1ObjectIdentifier), "id-signedData")) {
         return {};
     }
     const CAsn1Element signedData = Child(Child(contentInfo, 1), 0);

@@ -21,9 +21,6 @@ struct CertificateNames {
 /// The names in something that looks like a certificate.
 CertificateNames NamesOf(std::span<unsigned char> certificate);
 
-/// 2.5.29.14, as encoded.
-inline constexpr unsigned char kSubjectKeyIdentifier[] = {0x55, 0x1D, 0x0E};
-
 /// The subject key identifier of what looks like a certificate (RFC 5280 4.2.1.2): a view, empty
 /// when there is none.
 std::span<const unsigned char> SubjectKeyIdentifier(std::span<unsigned char> certificate);

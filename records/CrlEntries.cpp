@@ -19,8 +19,6 @@ namespace {
 using ca::CrlEntry;
 using ca::Octets;
 
-constexpr unsigned char kCertificateIssuer[] = {0x55, 0x1D, 0x1D};  // 2.5.29.29
-
 // Characters of an issuer's text. It is repeated with each entry that it carries over to; whole it
 // stands in the extension it is from.
 constexpr std::size_t kMaxIssuerText = 512;
@@ -47,7 +45,7 @@ std::span<unsigned char> FindCertificateIssuer(const CAsn1Element& extensions) {
         CAsn1Cursor members(extension.content);
         CAsn1Element member;
         if (members.AtEnd() || members.Next(member) != Asn1Fault::kNone ||
-            !std::ranges::equal(member.content, kCertificateIssuer)) {
+            !ca::IsOid(member.content, "certificateIssuer")) {
             continue;
         }
         while (!members.AtEnd() && members.Next(member) == Asn1Fault::kNone) {
@@ -113,12 +111,11 @@ void FillFromExtension(const ca::OidInfo* type, std::span<unsigned char> value,
     if (type == nullptr || type->kind != ca::OidKind::kCrlEntryExtension) {
         return;
     }
-    const std::string_view name = type->shortName;
     const CAsn1Element element = ca::FirstElement(value);
     std::uint32_t reason = 0;
-    if (name == "invalidityDate") {
+    if (type == ca::COid("invalidityDate")) {
         record.invalidityDate = ca::DescribeTime(element).local;
-    } else if (name == "cRLReason" && element.tag == kAsn1Enumerated &&
+    } else if (type == ca::COid("cRLReason") && element.tag == kAsn1Enumerated &&
                ca::ReadSmallInteger(element, reason)) {
         record.reason = ca::ReasonText(reason);
     }

@@ -60,12 +60,11 @@ void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
     }
     ca::FillExtensions(*tbs.CrlExtensions(), record.extensions, record.error,
                        [&](const ca::OidInfo* type, std::span<unsigned char> value) {
-                           const std::string_view name = type != nullptr ? type->shortName : "";
                            const Octets number =
                                ca::ContentIf(ca::FirstElement(value), kAsn1Integer);
-                           if (name == "cRLNumber") {
+                           if (type == ca::COid("cRLNumber")) {
                                record.number = ca::SerialText(number);
-                           } else if (name == "deltaCRLIndicator") {
+                           } else if (type == ca::COid("deltaCRLIndicator")) {
                                record.baseNumber = ca::SerialText(number);
                            }
                        });

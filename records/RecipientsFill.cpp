@@ -1,6 +1,6 @@
 #include "records/RecipientsFill.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/cms/RecipientInfo.h"
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
@@ -29,11 +29,8 @@ namespace {
 using ca::CertInfo2;
 using ca::Octets;
 
-constexpr std::string_view kEnvelopes[] = {"id-envelopedData", "id-ct-authEnvelopedData",
-                                           "id-ct-authData", "signedAndEnvelopedData"};
-constexpr std::wstring_view kOriKeyTransPsk = L"1.2.840.113549.1.9.16.13.1";  // RFC 8696, 3
-constexpr std::wstring_view kOriKeyAgreePsk = L"1.2.840.113549.1.9.16.13.2";  // RFC 8696, 4
-constexpr std::wstring_view kOriKem = L"1.2.840.113549.1.9.16.13.3";          // RFC 9629, 4
+constexpr ca::COid kEnvelopes[] = {"id-envelopedData", "id-ct-authEnvelopedData", "id-ct-authData",
+                                   "signedAndEnvelopedData"};
 
 bool IsAllZero(Octets octets) {
     return std::ranges::all_of(octets, [](unsigned char octet) { return octet == 0; });
@@ -204,12 +201,12 @@ class CCollector {
 
     void AddOther(const CAsn1OtherRecipientInfo& recipient) {
         const Octets type = OctetsOf(recipient.OriType());
-        const std::wstring dotted = ca::OidText(type);
-        if (dotted == kOriKem && recipient.OriValue() != nullptr) {
+        const ca::OidInfo* const row = ca::FindOid(type);
+        if (row == ca::COid("id-ori-kem") && recipient.OriValue() != nullptr) {
             AddEncapsulated(ca::Changeable(recipient.OriValue()->Raw()));
-        } else if (dotted == kOriKeyTransPsk && recipient.OriValue() != nullptr) {
+        } else if (row == ca::COid("id-ori-keyTransPSK") && recipient.OriValue() != nullptr) {
             AddTransportedWithPsk(ca::Changeable(recipient.OriValue()->Raw()));
-        } else if (dotted == kOriKeyAgreePsk && recipient.OriValue() != nullptr) {
+        } else if (row == ca::COid("id-ori-keyAgreePSK") && recipient.OriValue() != nullptr) {
             AddAgreedWithPsk(ca::Changeable(recipient.OriValue()->Raw()));
         } else {
             Start().description = ca::OidWithName(type);
@@ -327,7 +324,7 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo) {
     const OidInfo* type = FindOid(ContentIf(Child(message, 0), kAsn1ObjectIdentifier));
     const CAsn1Element content = Child(message, 1);
     const bool isEnvelope =
-        type != nullptr && std::ranges::find(kEnvelopes, type->shortName) != std::end(kEnvelopes);
+        std::ranges::any_of(kEnvelopes, [&](COid envelope) { return envelope == type; });
     return isEnvelope && content.tag == ContextConstructed(0) ? Child(content, 0).raw
                                                               : std::span<unsigned char>();
 }

@@ -1,6 +1,6 @@
 #include "records/SignInfoFill.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/cms/SignedData.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -39,9 +39,10 @@ constexpr std::size_t kRepeatedAlways = 256 << 10;
 
 // A key identifier stands where a certificate would have it: among the extensions.
 void FillKeyIdentifier(const CAsn1OctetString& key, CertInfo& record) {
+    constexpr ca::COid kType = "subjectKeyIdentifier";
     auto extension = std::make_unique<ca::CertInfoExtension>();
-    extension->oidFriendlyName = ca::OidName(ca::kSubjectKeyIdentifier);
-    extension->oidValue = ca::OidText(ca::kSubjectKeyIdentifier);
+    extension->oidFriendlyName = kType->Name();
+    extension->oidValue = kType->dotted;
     extension->formattedData = ca::Hex(OctetStringOf(&key));
     record.extensions.items.emplace_back(std::move(extension));
 }
@@ -273,7 +274,7 @@ bool LooksLikeSignedData(const CAsn1Element& element) {
 // A time-stamp token has one signer, and what it stamps is its content: told with the type of that.
 // So is what a trust list or a catalogue is about.
 void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
-    const std::wstring contentType = ca::FindOidByShortName("id-contentType")->dotted;
+    const std::wstring contentType = ca::COid("id-contentType")->dotted;
     const auto extension = std::ranges::find(record.extensions, contentType,
                                              [](const auto& each) { return each->extensionOid; });
     if (extension == record.extensions.end()) {
@@ -330,8 +331,7 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
     if (const CAsn1Element token = GrantedToken(outer); !token.raw.empty()) {
         outer = token;
     }
-    const OidInfo* type = FindOid(ContentIf(Child(outer, 0), kAsn1ObjectIdentifier));
-    if (type != nullptr && type->shortName == std::string_view("id-signedData")) {
+    if (IsOid(ContentIf(Child(outer, 0), kAsn1ObjectIdentifier), "id-signedData")) {
         const CAsn1Element signedData = Child(Child(outer, 1), 0);
         return signedData.tag == kAsn1Sequence ? signedData.raw : std::span<unsigned char>();
     }

@@ -1,6 +1,6 @@
 #include "records/SignatureAttributes.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/attributes/EssAttributes.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <string_view>
 
 namespace {
 
@@ -64,19 +63,15 @@ void TakeAddress(Value value, SignatureFacts& facts) {
     }
 }
 
-std::string_view NameOf(const ca::OidInfo* info) {
-    return info != nullptr ? info->shortName : std::string_view();
-}
-
 // A signed attribute stands once (RFC 5652 11, RFC 5035 3): of two signing times nobody knows which
 // one a verifier goes by. Only time stamps of the content may be several.
 bool StandsOnce(const CAsn1Attribute& attribute) {
     return attribute.Type() != nullptr &&
-           NameOf(ca::FindOid(OctetsOf(attribute.Type()))) != "id-aa-ets-contentTimestamp";
+           !ca::IsOid(OctetsOf(attribute.Type()), "id-aa-ets-contentTimestamp");
 }
 
 struct FactRow {
-    std::string_view shortName;
+    ca::COid type;
     bool isSignedOnly;  // what anybody may add later is no fact
     void (*take)(Value value, SignatureFacts& facts);
 };
@@ -90,8 +85,9 @@ constexpr FactRow kFacts[] = {
 
 // A value of another type states nothing; the attribute's own text says that it is unreadable.
 // \return whether the attribute is one that may state something.
-bool TakeFact(std::string_view shortName, bool isSigned, Value values, SignatureFacts& facts) {
-    const auto* const row = std::ranges::find(kFacts, shortName, &FactRow::shortName);
+bool TakeFact(const ca::OidInfo* type, bool isSigned, Value values, SignatureFacts& facts) {
+    const auto* const row =
+        std::ranges::find_if(kFacts, [&](const FactRow& each) { return each.type == type; });
     if (row == std::end(kFacts) || (row->isSignedOnly && !isSigned)) {
         return false;
     }
@@ -205,21 +201,21 @@ bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
                                       CRecordMeter<SignExtension>& meter) {
     const Octets type = OctetsOf(attribute.Type());
     const Values& values = *attribute.Values();
-    const std::string_view name = NameOf(FindOid(type));
+    const OidInfo* const row = FindOid(type);
     extension.extensionName = OidName(type);
     extension.extensionOid = OidText(type);
     CTextLines lines(&m_signers);
     SayAttributeValues(type, values, lines, m_record.signCert.error);
     extension.extensionInterpretedString = lines.Take();
     // What signers are known to state of themselves is one value each.
-    if (visit == nullptr && !name.empty() && values.Count() > 1) {
+    if (visit == nullptr && row != nullptr && values.Count() > 1) {
         lines.Fault(WordText(Word::kMoreThanOnce));
     }
     AddValueError(m_record.signCert.error, type, lines.TakeFaults());
     const bool hasFact =
-        TakeFact(name, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
+        TakeFact(row, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
     meter.Take();  // countersignatures are described with what is left
-    const bool isCountersignature = visit != nullptr && name == "id-countersignature";
+    const bool isCountersignature = visit != nullptr && row == COid("id-countersignature");
     if (!isCountersignature || (*visit)(values)) {
         extension.extensionInterpretedData = Base64Text(values.ContentOctets());
     }

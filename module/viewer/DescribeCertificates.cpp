@@ -1,5 +1,6 @@
 // Certificates and attribute certificates.
 
+#include "asn1/Oid.h"
 #include "module/viewer/ItemDescribers.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
@@ -12,9 +13,6 @@
 namespace {
 
 using namespace ca;
-
-constexpr std::wstring_view kKeyUsage = L"2.5.29.15";
-constexpr std::wstring_view kExtendedKeyUsage = L"2.5.29.37";
 
 CAsn1Element NameElement(std::string_view encoded) {
     const auto* const octets = reinterpret_cast<const unsigned char*>(encoded.data());
@@ -38,10 +36,10 @@ QString UsageText(const CertInfo& record) {
     std::wstring usage = record.keyUsageStr;
     bool isKnown = !record.rawData.empty() && record.error.empty();
     for (const auto& extension : record.extensions.items) {
-        if (extension->oidValue == kExtendedKeyUsage) {
+        if (extension->oidValue == COid("extKeyUsage")->dotted) {
             usage += (usage.empty() ? L"" : L"\n") + extension->formattedData;
         }
-        isKnown = isKnown && extension->oidValue != kKeyUsage;
+        isKnown = isKnown && extension->oidValue != COid("keyUsage")->dotted;
     }
     return usage.empty() && isKnown ? MessageText(kMsgDlgUsageNotLimited) : ShownText(usage);
 }

@@ -27,11 +27,6 @@ using namespace ca;
 
 using OpenMessage = CPartlyDecoded<CAsn1SignedData>;
 
-bool IsType(Octets oid, std::string_view shortName) {
-    const OidInfo* const info = FindOid(oid);
-    return info != nullptr && info->shortName == shortName;
-}
-
 const CAsn1EncapsulatedContentInfo* ContentOf(const OpenMessage& message) {
     return message.Get() != nullptr ? message.Get()->EncapContentInfo() : nullptr;
 }
@@ -51,7 +46,7 @@ std::size_t CountOf(const List* list) {
 // An attribute's values: signatures on this one, and whole messages, of which most are stamps.
 void ReadAttribute(CFileReader& reader, const CAsn1Element& attribute, ItemIndex signature) {
     const bool isCountersignature =
-        IsType(ContentIf(Child(attribute, 0), kAsn1ObjectIdentifier), "id-countersignature");
+        IsOid(ContentIf(Child(attribute, 0), kAsn1ObjectIdentifier), "id-countersignature");
     CAsn1Element value;
     for (CAsn1Cursor values(Child(attribute, 1).content); !values.AtEnd();) {
         if (values.Next(value) != Asn1Fault::kNone) {
@@ -59,7 +54,7 @@ void ReadAttribute(CFileReader& reader, const CAsn1Element& attribute, ItemIndex
         }
         if (isCountersignature) {
             reader.AddWhole(ItemKind::kCountersignature, value.raw, signature);
-        } else if (IsType(ContentIf(Child(value, 0), kAsn1ObjectIdentifier), "id-signedData")) {
+        } else if (IsOid(ContentIf(Child(value, 0), kAsn1ObjectIdentifier), "id-signedData")) {
             reader.AddObject(value.raw, signature);
         }
     }
@@ -154,7 +149,7 @@ bool IsMessage(std::span<unsigned char> octets) {
 bool IsTimeStamp(std::span<unsigned char> octets) {
     const std::span<unsigned char> signedData = FindSignedData(octets);
     const CAsn1Element content = Child(FirstElement(signedData), 2);
-    return IsType(ContentIf(Child(content, 0), kAsn1ObjectIdentifier), "id-ct-TSTInfo");
+    return IsOid(ContentIf(Child(content, 0), kAsn1ObjectIdentifier), "id-ct-TSTInfo");
 }
 
 bool IsAttached(std::span<unsigned char> octets) {
@@ -203,7 +198,7 @@ QString MessageName(const CFileDocument& document, ItemIndex item) {
     const OpenMessage message(FindSignedData(document[item].octets));
     const CAsn1EncapsulatedContentInfo* const content = ContentOf(message);
     const Octets type = content != nullptr ? OctetsOf(content->EContentType()) : Octets();
-    return type.empty() || IsType(type, "id-data") ? QString() : ShownLine(OidName(type));
+    return type.empty() || IsOid(type, "id-data") ? QString() : ShownLine(OidName(type));
 }
 
 QString TimeStampName(const CFileDocument& document, ItemIndex item) {

@@ -25,7 +25,8 @@ ca::ItemKind ListedKind(const ca::ObjectKind* kind, std::span<unsigned char> oct
         return ItemKind::kStructure;
     }
     const bool isDescribed = kind->reader == ca::ObjectReader::kDescription;
-    if (kind->contentTypes == "id-signedData" && !isDescribed && ca::IsMessage(octets)) {
+    if (kind->contentTypes.Has(ca::COid("id-signedData")) && !isDescribed &&
+        ca::IsMessage(octets)) {
         return kind != ca::FindObjectKind("signature") ? ItemKind::kBundle
                : ca::IsTimeStamp(octets)               ? ItemKind::kTimeStamp
                                                        : ItemKind::kMessage;

@@ -142,7 +142,7 @@ std::string PemLabelOf(const FileItem& item) {
         return item.note->label;
     }
     const std::string_view labels = item.object->labels;
-    const char* const message = item.object->contentTypes.empty() ? "" : "CMS";
+    const char* const message = item.object->contentTypes.IsEmpty() ? "" : "CMS";
     return labels.empty() ? message : std::string(labels.substr(0, labels.find('|')));
 }
 

@@ -1,6 +1,6 @@
 #include "module/viewer/Summary.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "module/viewer/NameMarks.h"
 #include "module/viewer/RecordFields.h"
 #include "module/viewer/TagList.h"
@@ -12,8 +12,6 @@
 #include <string>
 
 namespace {
-
-constexpr std::wstring_view kSubjectAlternativeName = L"2.5.29.17";
 
 // What an attribute is called; its dotted type where that is all there is.
 QString CaptionOf(const QString& tag) {
@@ -107,7 +105,7 @@ void CSummary::Fingerprints(Octets encoding) {
 
 void CSummary::AlternativeNames(const CertInfoExtensionCollection& extensions) {
     for (const auto& each : extensions.items) {
-        if (each->oidValue == kSubjectAlternativeName) {
+        if (each->oidValue == COid("subjectAltName")->dotted) {
             Names("alternativeNames", Word(ViewerWord::kAlternativeNames),
                   ShownText(each->formattedData));
         }

@@ -1,6 +1,6 @@
 #include "records/objects/DescriptionParts.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/crl/CertificateList.h"
 #include "common/Exception.h"
 #include "records/AttrCertInfoFill.h"
@@ -52,8 +52,7 @@ Octets SayExtension(CDescriptionBuilder& builder, std::span<unsigned char> exten
 
 bool RequestsExtensions(Octets type) {
     const OidInfo* info = FindOid(type);
-    return info != nullptr && (info->shortName == std::string_view("extensionRequest") ||
-                               info->shortName == std::string_view("msExtReq"));
+    return info == COid("extensionRequest") || info == COid("msExtReq");
 }
 
 std::wstring AttributeText(CDescriptionBuilder& builder, const CAsn1Attribute& attribute,

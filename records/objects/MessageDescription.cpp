@@ -1,4 +1,4 @@
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/cms/CertificateTrustList.h"
 #include "asn1/cms/CompressedData.h"
 #include "asn1/cms/ContentCollection.h"
@@ -23,11 +23,6 @@ using ca::FieldId;
 using ca::Of;
 using ca::Word;
 using Value = std::span<unsigned char>;
-
-bool IsType(const CAsn1ObjectIdentifier* type, std::string_view shortName) {
-    const ca::OidInfo* info = ca::FindOid(OctetsOf(type));
-    return info != nullptr && info->shortName == shortName;
-}
 
 // What octets hold, where they are an object that is known. An attribute or an algorithm is too
 // small a pattern for octets that may be anything.
@@ -95,10 +90,10 @@ void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedConten
     const Value octets =
         isWrapped ? builder.Joined(content->EContent()) : Changeable(content->EContent()->Raw());
     builder.Text(FieldId::kContentSize, OctetsCountText(octets.size()));
-    if (IsType(content->EContentType(), "msCTL")) {
+    if (IsOid(OctetsOf(content->EContentType()), "msCTL")) {
         const CDescriptionBuilder::Level level(builder, FieldId::kContent, FieldForm::kGroup);
         SayTrustListFields(builder, octets);
-    } else if (IsType(content->EContentType(), "id-ct-TSTInfo")) {
+    } else if (IsOid(OctetsOf(content->EContentType()), "id-ct-TSTInfo")) {
         const CDescriptionBuilder::Level level(builder, FieldId::kContent, FieldForm::kGroup);
         SayTimeStampInfo(builder, octets);
     } else {

@@ -19,6 +19,8 @@ namespace ca {
 
 namespace {
 
+using Content = ContentTypes;
+
 constexpr ObjectKind kKinds[] = {
 #define CA_KIND(name, english, russian, labels, contentTypes, shapes, test, reader, describe) \
     {name, english, russian, labels, contentTypes, shapes, test, ObjectReader::reader, describe},
@@ -78,9 +80,9 @@ const ObjectKind* FindByLabel(std::string_view label) {
 }
 
 const ObjectKind* FindByContent(const Candidate& object) {
-    const std::string_view type = ContentTypeOf(object.root);
+    const OidInfo* const type = ContentTypeOf(object.root);
     const auto* const found = std::ranges::find_if(kKinds, [&](const ObjectKind& kind) {
-        return !type.empty() && HasItem(kind.contentTypes, type) && Passes(kind, object);
+        return kind.contentTypes.Has(type) && Passes(kind, object);
     });
     return found != std::end(kKinds) ? found : nullptr;
 }
@@ -127,7 +129,7 @@ const ObjectKind* RecogniseObject(const ObjectSource& source) {
     if (object.root.raw.empty()) {
         return labelled;
     }
-    if (labelled != nullptr && labelled->contentTypes.empty() &&
+    if (labelled != nullptr && labelled->contentTypes.IsEmpty() &&
         Fits(*labelled, object, /*isLabelled=*/true)) {
         return labelled;
     }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "asn1/Asn1Element.h"
+#include "asn1/Oid.h"
 #include "records/Payload.h"
 #include "records/objects/ObjectDescription.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -38,15 +41,31 @@ enum class ObjectReader : std::uint8_t {
 /// \param cutAt  as HasShape() has it.
 using ObjectTest = bool (*)(const CAsn1Element& object, const unsigned char* cutAt);
 
+/// The types of content that make a ContentInfo an object of a kind.
+class ContentTypes {
+  public:
+    template <class... Names>
+    explicit consteval ContentTypes(const Names&... shortNames) : m_types{COid(shortNames)...} {}
+
+    /// False for null.
+    bool Has(const OidInfo* type) const {
+        return type != nullptr && std::ranges::find(m_types, type) != std::end(m_types);
+    }
+    bool IsEmpty() const { return m_types[0] == nullptr; }
+
+  private:
+    const OidInfo* m_types[4] = {};
+};
+
 /// One row of the table.
 struct ObjectKind {
     const char* name;  ///< for programs: "ocspResponse"
     const wchar_t* english;
     const wchar_t* russian;
-    std::string_view labels;        ///< PEM labels (RFC 7468), "|" between
-    std::string_view contentTypes;  ///< of a ContentInfo, by short name, "|" between
-    std::string_view shapes;        ///< as HasShape() has them, "|" between
-    ObjectTest test;                ///< null: the shape is enough
+    std::string_view labels;    ///< PEM labels (RFC 7468), "|" between
+    ContentTypes contentTypes;  ///< of a ContentInfo
+    std::string_view shapes;    ///< as HasShape() has them, "|" between
+    ObjectTest test;            ///< null: the shape is enough
     ObjectReader reader;
     void (*describe)(const ObjectSource& source, CDescriptionBuilder& builder);
 

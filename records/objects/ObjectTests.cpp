@@ -140,7 +140,7 @@ bool IsAttributeCertificate(const CAsn1Element& object, const unsigned char* /*c
 }
 
 bool IsCrl(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
-    if (ContentTypeOf(object).empty()) {
+    if (ContentTypeOf(object) == nullptr) {
         return LooksLikeCrl(object.raw);
     }
     const SignedParts parts = PartsOf(object);
@@ -230,12 +230,12 @@ bool IsAlgorithm(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
            (Child(object, 1).tag & kAsn1ContextBit) == 0;
 }
 
-std::string_view ContentTypeOf(const CAsn1Element& object) {
+const OidInfo* ContentTypeOf(const CAsn1Element& object) {
     const OidInfo* type = TypeOf(object);
     const bool isContentInfo =
         object.tag == kAsn1Sequence && type != nullptr && type->kind == OidKind::kContentType &&
         (Child(object, 1).raw.empty() || Child(object, 1).tag == ContextConstructed(0));
-    return isContentInfo ? type->shortName : std::string_view();
+    return isContentInfo ? type : nullptr;
 }
 
 }  // namespace ca

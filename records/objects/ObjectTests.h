@@ -9,6 +9,8 @@
 
 namespace ca {
 
+struct OidInfo;
+
 bool IsCertificate(const CAsn1Element& object, const unsigned char* cutAt);
 bool IsAttributeCertificate(const CAsn1Element& object, const unsigned char* cutAt);
 /// A list, or a message that carries lists only.
@@ -29,7 +31,7 @@ bool IsCertificatePair(const CAsn1Element& object, const unsigned char* cutAt);
 bool IsCertificatePath(const CAsn1Element& object, const unsigned char* cutAt);
 bool IsAlgorithm(const CAsn1Element& object, const unsigned char* cutAt);
 
-/// The short name of a ContentInfo's type (RFC 5652 3); empty for anything else.
-std::string_view ContentTypeOf(const CAsn1Element& object);
+/// The type of a ContentInfo (RFC 5652 3); null for anything else and for one of no row.
+const OidInfo* ContentTypeOf(const CAsn1Element& object);
 
 }  // namespace ca

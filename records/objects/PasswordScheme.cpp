@@ -1,4 +1,4 @@
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/algorithms/PasswordParameters.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/Reading.h"
@@ -15,10 +15,8 @@ using ca::CDescriptionBuilder;
 using ca::FieldId;
 using ca::Of;
 
-std::string_view ShortNameOf(const CAsn1AlgorithmIdentifier* algorithm) {
-    const CAsn1ObjectIdentifier* oid = Of(algorithm, &CAsn1AlgorithmIdentifier::Algorithm);
-    const ca::OidInfo* type = ca::FindOid(OctetsOf(oid));
-    return type != nullptr ? type->shortName : std::string_view();
+const ca::OidInfo* TypeOf(const CAsn1AlgorithmIdentifier& algorithm) {
+    return ca::FindOid(OctetsOf(algorithm.Algorithm()));
 }
 
 // The parameters of an algorithm; empty when there are none.
@@ -35,7 +33,7 @@ void SayPbkdf2(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
     if (params.Get()->Prf() != nullptr) {
         ca::SayAlgorithm(builder, FieldId::kPseudoRandom, params.Get()->Prf());
     } else {
-        builder.Text(FieldId::kPseudoRandom, ca::FindOidByShortName("hmacWithSHA1")->Name());
+        builder.Text(FieldId::kPseudoRandom, ca::COid("hmacWithSHA1")->Name());
     }
     ca::SayNumber(builder, FieldId::kIterations, params.Get()->IterationCount());
     ca::SaySize(builder, FieldId::kSaltSize, Of(params.Get()->Salt(), &CAsn1Pbkdf2Salt::Specified));
@@ -54,13 +52,13 @@ void SayKeyDerivation(CDescriptionBuilder& builder, const CAsn1AlgorithmIdentifi
     if (function == nullptr) {
         return;
     }
-    const std::string_view name = ShortNameOf(function);
-    if (name != "PBKDF2" && name != "id-scrypt") {
+    const ca::OidInfo* const type = TypeOf(*function);
+    if (type != ca::COid("PBKDF2") && type != ca::COid("id-scrypt")) {
         ca::SayWithParameters(builder, FieldId::kKeyDerivation, function);
         return;
     }
     ca::SayAlgorithm(builder, FieldId::kKeyDerivation, function);
-    (name == "PBKDF2" ? SayPbkdf2 : SayScrypt)(builder, ParametersOf(*function));
+    (type == ca::COid("PBKDF2") ? SayPbkdf2 : SayScrypt)(builder, ParametersOf(*function));
 }
 
 // PBES1 and the schemes of PKCS #12 have the same parameters.
@@ -80,21 +78,21 @@ void SayPasswordScheme(CDescriptionBuilder& builder, FieldId id,
     if (algorithm == nullptr) {
         return;
     }
-    const std::string_view name = ShortNameOf(algorithm);
+    const OidInfo* const type = TypeOf(*algorithm);
     const std::span<unsigned char> params = ParametersOf(*algorithm);
-    if (name == "PBES2") {
+    if (type == COid("PBES2")) {
         SayAlgorithm(builder, id, algorithm);
         const CReading<CAsn1Pbes2Params> scheme(params, builder);
         SayKeyDerivation(builder, Of(scheme.Get(), &CAsn1Pbes2Params::KeyDerivationFunc));
         SayWithParameters(builder, FieldId::kCipher,
                           Of(scheme.Get(), &CAsn1Pbes2Params::EncryptionScheme));
-    } else if (name == "PBMAC1") {
+    } else if (type == COid("PBMAC1")) {
         SayAlgorithm(builder, id, algorithm);
         const CReading<CAsn1Pbmac1Params> scheme(params, builder);
         SayKeyDerivation(builder, Of(scheme.Get(), &CAsn1Pbmac1Params::KeyDerivationFunc));
         SayAlgorithm(builder, FieldId::kMacAlgorithm,
                      Of(scheme.Get(), &CAsn1Pbmac1Params::MessageAuthScheme));
-    } else if (name.starts_with("pbeWith")) {
+    } else if (type != nullptr && std::string_view(type->shortName).starts_with("pbeWith")) {
         SayAlgorithm(builder, id, algorithm);
         SayPbes1(builder, params);
     } else {

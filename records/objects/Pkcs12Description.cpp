@@ -1,4 +1,4 @@
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/cms/EncryptedData.h"
 #include "asn1/cms/EnvelopedData.h"
 #include "asn1/cms/SignedData.h"
@@ -9,8 +9,6 @@
 #include "records/objects/KeyParts.h"
 #include "records/objects/Reading.h"
 #include "records/text/Decoded.h"
-
-#include <string_view>
 
 // Key stores (RFC 7292). Nothing is decrypted, and what is secret is not shown.
 
@@ -25,11 +23,6 @@ using Value = std::span<unsigned char>;
 
 // Bags in bags that are described.
 constexpr unsigned kMaxNested = 4;
-
-std::string_view ShortNameOf(const CAsn1ObjectIdentifier* type) {
-    const ca::OidInfo* info = ca::FindOid(OctetsOf(type));
-    return info != nullptr ? info->shortName : std::string_view();
-}
 
 Value ValueOf(const CAsn1Any* any) {
     return any != nullptr ? ca::Changeable(any->Raw()) : Value();
@@ -64,7 +57,7 @@ void SaySignedBag(CDescriptionBuilder& builder, Value value, FieldId id) {
     const ca::CReading<CAsn1TypedBag> bag(value, builder);
     ca::SayOid(builder, FieldId::kType, Of(bag.Get(), &CAsn1TypedBag::Type));
     const CAsn1Any* inner = Of(bag.Get(), &CAsn1TypedBag::Value);
-    if (inner != nullptr && ShortNameOf(bag.Get()->Type()) != "sdsiCertificate") {
+    if (inner != nullptr && !ca::IsOid(OctetsOf(bag.Get()->Type()), "sdsiCertificate")) {
         ca::SaySignedObject(builder, id, WrappedIn(builder, ValueOf(inner)));
     }
 }
@@ -90,7 +83,7 @@ void SayNestedBag(CDescriptionBuilder& builder, Value value, unsigned depth) {
 }
 
 struct BagRow {
-    std::string_view type;
+    ca::COid type;
     void (*say)(CDescriptionBuilder& builder, Value value, unsigned depth);
 };
 constexpr BagRow kBags[] = {
@@ -103,7 +96,7 @@ void SayBag(CDescriptionBuilder& builder, const CAsn1SafeBag& bag, unsigned dept
     ca::SayOid(builder, FieldId::kBagType, bag.BagId());
     ca::SayAttributeList(builder, FieldId::kAttributes, bag.BagAttributes(),
                          ca::AttributeValues::kKnown);
-    const std::string_view type = ShortNameOf(bag.BagId());
+    const ca::OidInfo* const type = ca::FindOid(OctetsOf(bag.BagId()));
     for (const BagRow& row : kBags) {
         if (row.type == type && bag.BagValue() != nullptr) {
             row.say(builder, ValueOf(bag.BagValue()), depth);
@@ -152,15 +145,15 @@ void SayEnvelopedContent(CDescriptionBuilder& builder, Value value) {
 void SayContent(CDescriptionBuilder& builder, const CAsn1ContentInfo& content) {
     ca::SayOid(builder, FieldId::kContentType, content.ContentType());
     const Value value = ValueOf(content.Content());
-    const std::string_view type = ShortNameOf(content.ContentType());
+    const ca::OidInfo* const type = ca::FindOid(OctetsOf(content.ContentType()));
     if (value.empty()) {
         return;
     }
-    if (type == "id-data") {
+    if (type == ca::COid("id-data")) {
         SayPlainContent(builder, value);
-    } else if (type == "id-encryptedData") {
+    } else if (type == ca::COid("id-encryptedData")) {
         SayEncryptedContent(builder, value);
-    } else if (type == "id-envelopedData") {
+    } else if (type == ca::COid("id-envelopedData")) {
         SayEnvelopedContent(builder, value);
     }
 }
@@ -176,7 +169,7 @@ void SayMac(CDescriptionBuilder& builder, const CAsn1MacData* mac) {
                           Of(mac->Mac(), &CAsn1DigestInfo::DigestAlgorithm));
     // With PBMAC1 the iterations are those of its own parameters (RFC 9579 5).
     const CAsn1AlgorithmIdentifier* scheme = Of(mac->Mac(), &CAsn1DigestInfo::DigestAlgorithm);
-    if (ShortNameOf(Of(scheme, &CAsn1AlgorithmIdentifier::Algorithm)) == "PBMAC1") {
+    if (ca::IsOid(OctetsOf(Of(scheme, &CAsn1AlgorithmIdentifier::Algorithm)), "PBMAC1")) {
         return;
     }
     if (mac->Iterations() != nullptr) {
@@ -194,7 +187,7 @@ Value SayIntegrity(CDescriptionBuilder& builder, const CAsn1Pfx& store) {
     if (content == nullptr) {
         return {};
     }
-    if (ShortNameOf(safe->ContentType()) != "id-signedData") {
+    if (!ca::IsOid(OctetsOf(safe->ContentType()), "id-signedData")) {
         if (store.MacData() != nullptr) {
             builder.Text(FieldId::kIntegrity, Word::kByPassword);
         } else {

@@ -1,6 +1,6 @@
 #include "records/objects/TrustListText.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/cms/CertificateTrustList.h"
 #include "asn1/cms/ContentInfo.h"
 #include "common/DecimalText.h"
@@ -40,10 +40,8 @@ std::span<unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInfo& con
 }
 
 bool SayTrustList(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
-    const OidInfo* type = FindOid(OctetsOf(content.EContentType()));
     std::vector<unsigned char> joined;
-    if (type == nullptr || type->shortName != std::string_view("msCTL") ||
-        content.EContent() == nullptr) {
+    if (!IsOid(OctetsOf(content.EContentType()), "msCTL") || content.EContent() == nullptr) {
         return false;
     }
     const CDecoded<CAsn1CertificateTrustList> list(ContentEncoding(content, joined));

@@ -1,21 +1,18 @@
 #include "records/text/AlgorithmText.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "common/Lazy.h"
 #include "records/text/ParametersText.h"
-
-#include <string_view>
-#include <vector>
 
 namespace {
 
 using ca::ContentIf;
 using ca::Octets;
 
-// Digests by the short name of the signature or key algorithm they belong to.
+// Digests by the signature or key algorithm they belong to.
 struct DigestRow {
-    std::string_view algorithm;
-    std::string_view digest;
+    ca::COid algorithm;
+    ca::COid digest;
 };
 constexpr DigestRow kDigests[] = {
     {"sha256WithRSAEncryption", "id-sha256"},
@@ -84,14 +81,10 @@ constexpr DigestRow kDigests[] = {
     {"gost3411-2015-512-with-gost34310-2015-512", "gost3411-2015-512"},
 };
 
-constexpr std::string_view kPss = "id-RSASSA-PSS";
+constexpr ca::COid kPss = "id-RSASSA-PSS";
 
 Octets TypeOf(const CAsn1Element& algorithm) {
     return ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier);
-}
-
-bool IsPss(const ca::OidInfo* type) {
-    return type != nullptr && type->shortName == kPss;
 }
 
 std::wstring NameOf(const ca::OidInfo* type, Octets oid) {
@@ -101,26 +94,20 @@ std::wstring NameOf(const ca::OidInfo* type, Octets oid) {
     return oid.empty() ? std::wstring() : ca::OidText(oid);
 }
 
-// The digests by the row of their algorithm.
-std::vector<const ca::OidInfo*> ReadDigests() {
-    std::vector<const ca::OidInfo*> digests(ca::AllOids().size());
+ca::CLazy<ca::COidMap<const ca::OidInfo*>> digestsByAlgorithm([] {
+    ca::COidMap<const ca::OidInfo*> digests;
     for (const DigestRow& row : kDigests) {
-        const ca::OidInfo* algorithm = ca::FindOidByShortName(row.algorithm);
-        if (algorithm != nullptr) {
-            digests[ca::RowOf(*algorithm)] = ca::FindOidByShortName(row.digest);
-        }
+        digests[*row.algorithm] = row.digest;
     }
     return digests;
-}
-
-ca::CLazy<std::vector<const ca::OidInfo*>> digestsByAlgorithm(&ReadDigests);
+});
 
 }  // namespace
 
 namespace ca {
 
 const OidInfo* DigestOf(const OidInfo& algorithm) {
-    return digestsByAlgorithm.Get()[RowOf(algorithm)];
+    return digestsByAlgorithm.Get().Find(&algorithm);
 }
 
 SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm) {
@@ -128,13 +115,13 @@ SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm
     const OidInfo* type = FindOid(oid);
     SignatureAlgorithmForms forms;
     forms.text = NameOf(type, oid);
-    if (IsPss(type)) {
+    if (type == kPss) {
         ParametersForms params = DescribeParameters(algorithm);
         forms.text += params.text.empty() ? L"" : L", " + params.text;
         forms.digest = std::move(params.digest);
         forms.error = std::move(params.error);
         if (params.text.empty()) {
-            forms.digest = FindOidByShortName("id-sha1")->Name();
+            forms.digest = COid("id-sha1")->Name();
         }
     } else if (const OidInfo* digest = type != nullptr ? DigestOf(*type) : nullptr) {
         forms.digest = digest->Name();
@@ -145,7 +132,7 @@ SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm
 std::wstring AlgorithmText(const CAsn1Element& algorithm) {
     const Octets oid = TypeOf(algorithm);
     const OidInfo* type = FindOid(oid);
-    return IsPss(type) ? DescribeSignatureAlgorithm(algorithm).text : NameOf(type, oid);
+    return type == kPss ? DescribeSignatureAlgorithm(algorithm).text : NameOf(type, oid);
 }
 
 std::wstring SignerAlgorithmText(const CAsn1Element& signature, const CAsn1Element& digest) {

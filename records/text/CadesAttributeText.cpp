@@ -1,4 +1,4 @@
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/attributes/AttributeCertificate.h"
 #include "asn1/attributes/EvidenceRecord.h"
 #include "asn1/attributes/SignaturePolicy.h"
@@ -40,12 +40,10 @@ void SayTypedValue(Octets type, const CAsn1Any* value, CTextLines& lines) {
 
 void SayPolicyQualifier(const CAsn1SigPolicyQualifierInfo& qualifier, CTextLines& lines) {
     const Octets type = OctetsOf(qualifier.SigPolicyQualifierId());
-    const ca::OidInfo* info = ca::FindOid(type);
-    const std::string_view name = info != nullptr ? info->shortName : std::string_view();
     const CAsn1Any* value = qualifier.SigQualifier();
-    if (name == "id-spq-ets-uri" && value != nullptr) {
+    if (ca::IsOid(type, "id-spq-ets-uri") && value != nullptr) {
         lines.Line(kMsgAddress, TextOf(*value));
-    } else if (name == "id-spq-ets-unotice" && value != nullptr) {
+    } else if (ca::IsOid(type, "id-spq-ets-unotice") && value != nullptr) {
         ca::SayNotice(*value, lines);
     } else {
         SayTypedValue(type, value, lines);
@@ -87,9 +85,8 @@ void SayCommitment(Value value, CTextLines& lines) {
     });
 }
 
-void SayNamed(const char* shortName, const std::wstring& text, CTextLines& lines) {
-    const ca::OidInfo* info = ca::FindOidByShortName(shortName);
-    lines.Line(info != nullptr ? info->Name() : L"", text);
+void SayNamed(ca::COid type, const std::wstring& text, CTextLines& lines) {
+    lines.Line(type->Name(), text);
 }
 
 void SayPostalAddress(const CAsn1SequenceOf<CAsn1Any>& address, CTextLines& lines) {

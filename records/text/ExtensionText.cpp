@@ -1,6 +1,5 @@
 #include "records/text/ExtensionText.h"
 
-#include "asn1/OidTable.h"
 #include "common/Exception.h"
 #include "common/Lazy.h"
 #include "records/objects/DescriptionWords.h"
@@ -63,20 +62,16 @@ std::wstring OddValueText(Octets octets) {
 
 namespace ca {
 
-CFormatterTable::CFormatterTable(std::initializer_list<std::span<const ExtensionRow>> subjects)
-    : m_formatters(AllOids().size()) {
+CFormatterTable::CFormatterTable(std::initializer_list<std::span<const ExtensionRow>> subjects) {
     for (const auto rows : subjects) {
         for (const ExtensionRow& row : rows) {
-            if (const OidInfo* info = FindOidByShortName(row.shortName)) {
-                m_formatters[RowOf(*info)] = row.say;
-            }
+            m_formatters[*row.type] = row.say;
         }
     }
 }
 
 ExtensionFormatter CFormatterTable::Find(Octets oid) const {
-    const OidInfo* info = FindOid(oid);
-    return info != nullptr ? m_formatters[RowOf(*info)] : nullptr;
+    return m_formatters.Find(FindOid(oid));
 }
 
 ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {

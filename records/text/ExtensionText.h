@@ -1,6 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1Typed.h"
+#include "asn1/Oid.h"
 #include "records/CertInfoExtension.h"
 #include "records/text/TextLines.h"
 
@@ -17,13 +18,13 @@ namespace ca {
 /// Throws ca::Exception for a value that is no such type.
 using ExtensionFormatter = void (*)(std::span<unsigned char> value, CTextLines& lines);
 
-/// Which formatter an extension has; the short name is that of the table of object identifiers.
+/// Which formatter an extension has.
 struct ExtensionRow {
-    std::string_view shortName;
+    COid type;
     ExtensionFormatter say;
 };
 
-/// Finds formatters by the message id of their identifier, so that a look-up compares no texts.
+/// Finds formatters by their identifier.
 class CFormatterTable {
   public:
     explicit CFormatterTable(std::initializer_list<std::span<const ExtensionRow>> subjects);
@@ -32,7 +33,7 @@ class CFormatterTable {
     ExtensionFormatter Find(std::span<const unsigned char> oid) const;
 
   private:
-    std::vector<ExtensionFormatter> m_formatters;
+    COidMap<ExtensionFormatter> m_formatters;
 };
 
 // The rows by subject.

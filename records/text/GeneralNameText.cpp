@@ -1,6 +1,6 @@
 #include "records/text/GeneralNameText.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/x509/GeneralName.h"
 #include "common/DecimalText.h"
 #include "common/Exception.h"
@@ -100,9 +100,7 @@ void SayOtherName(const CAsn1Element& name, ca::CTextLines& lines) {
         lines.Unreadable(name.raw);
         return;
     }
-    const ca::OidInfo* info = ca::FindOid(type);
-    const bool isUpn = info != nullptr && info->shortName == std::string_view("msUPN");
-    const std::wstring label = isUpn ? L"UPN" : ca::OidWithName(type);
+    const std::wstring label = ca::IsOid(type, "msUPN") ? L"UPN" : ca::OidWithName(type);
     if (ca::IsText(value)) {
         lines.Line(label, ca::Visible(ca::TextOf(value)));
         return;

@@ -1,6 +1,6 @@
 #include "records/text/NameText.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "common/Encode.h"
 #include "records/AnswerBudget.h"
 #include "records/objects/DescriptionWords.h"
@@ -18,26 +18,16 @@ using ca::Octets;
 // Types that RFC 4514 3 names, and the identity attributes of the Russian certificate profile,
 // which readers must find by name in every form.
 struct X500Row {
-    std::wstring_view dotted;
+    ca::COid type;
     std::wstring_view keyword;
 };
 constexpr std::size_t kUsualText = 120;  // characters of most names
 
 constexpr X500Row kX500Keywords[] = {
-    {L"2.5.4.3", L"CN"},
-    {L"2.5.4.7", L"L"},
-    {L"2.5.4.8", L"ST"},
-    {L"2.5.4.10", L"O"},
-    {L"2.5.4.11", L"OU"},
-    {L"2.5.4.6", L"C"},
-    {L"2.5.4.9", L"STREET"},
-    {L"0.9.2342.19200300.100.1.25", L"DC"},
-    {L"1.2.643.3.131.1.1", L"INN"},
-    {L"0.9.2342.19200300.100.1.1", L"UID"},
-    {L"1.2.643.100.1", L"OGRN"},
-    {L"1.2.643.100.3", L"SNILS"},
-    {L"1.2.643.100.4", L"INNLE"},
-    {L"1.2.643.100.5", L"OGRNIP"},
+    {"CN", L"CN"},       {"L", L"L"},           {"ST", L"ST"},         {"O", L"O"},
+    {"OU", L"OU"},       {"C", L"C"},           {"street", L"STREET"}, {"DC", L"DC"},
+    {"INN", L"INN"},     {"UID", L"UID"},       {"OGRN", L"OGRN"},     {"SNILS", L"SNILS"},
+    {"INNLE", L"INNLE"}, {"OGRNIP", L"OGRNIP"},
 };
 
 struct Attribute {
@@ -193,7 +183,8 @@ void AppendX500Text(CForm& out, std::wstring_view text) {
 }
 
 void AppendX500(CForm& out, const Attribute& attribute) {
-    const auto* row = std::ranges::find(kX500Keywords, attribute.Dotted(), &X500Row::dotted);
+    const auto* row = std::ranges::find_if(
+        kX500Keywords, [&](const X500Row& each) { return each.type == attribute.info; });
     const bool isKnown = row != std::end(kX500Keywords);
     out += isKnown ? row->keyword : attribute.Dotted();
     if (!isKnown || !ca::IsText(attribute.value)) {

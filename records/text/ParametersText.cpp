@@ -1,6 +1,6 @@
 #include "records/text/ParametersText.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/algorithms/CipherParameters.h"
 #include "asn1/algorithms/GostParameters.h"
 #include "asn1/algorithms/PasswordParameters.h"
@@ -72,7 +72,7 @@ void SayNumber(const CAsn1Integer* number, Saying& saying) {
 // ---- RSA ----
 
 std::wstring Sha1Name() {
-    return ca::FindOidByShortName("id-sha1")->Name();
+    return ca::COid("id-sha1")->Name();
 }
 
 // The digest is SHA-1 when none is given.
@@ -82,10 +82,9 @@ std::wstring DigestName(const CAsn1AlgorithmIdentifier* digest) {
 
 // The mask is one of MGF1 with SHA-1 when none is given; MGF1 has a digest as its parameters.
 void SayMask(const CAsn1AlgorithmIdentifier* mask, Saying& saying) {
-    const ca::OidInfo* type = mask != nullptr ? ca::FindOid(OctetsOf(mask->Algorithm())) : nullptr;
     if (mask == nullptr) {
         saying.Add(L"MGF1 " + Sha1Name());
-    } else if (type == nullptr || type->shortName != std::string_view("id-mgf1")) {
+    } else if (!ca::IsOid(OctetsOf(mask->Algorithm()), "id-mgf1")) {
         saying.Add(ca::OidName(OctetsOf(mask->Algorithm())));
     } else if (mask->Parameters() == nullptr) {
         saying.Add(L"MGF1");
@@ -125,7 +124,7 @@ void SayPbe(Value value, Saying& saying) {
 void SayPbkdf2(Value value, Saying& saying) {
     Read<CAsn1Pbkdf2Params>(value, saying, [&](const CAsn1Pbkdf2Params& params) {
         saying.Add(params.Prf() != nullptr ? ca::OidName(OctetsOf(params.Prf()->Algorithm()))
-                                           : ca::FindOidByShortName("hmacWithSHA1")->Name());
+                                           : ca::COid("hmacWithSHA1")->Name());
         SayNumber(params.IterationCount(), saying);
     });
 }
@@ -204,7 +203,11 @@ void SayGostWrap(Value value, Saying& saying) {
 
 using ParametersFormatter = void (*)(Value value, Saying& saying);
 
-constexpr std::pair<std::string_view, ParametersFormatter> kRows[] = {
+struct ParametersRow {
+    ca::COid algorithm;
+    ParametersFormatter say;
+};
+constexpr ParametersRow kRows[] = {
     {"id-RSASSA-PSS", SayPss},
     {"id-RSAES-OAEP", SayOaep},
     {"pbeWithMD2AndDES-CBC", SayPbe},
@@ -243,31 +246,28 @@ constexpr std::pair<std::string_view, ParametersFormatter> kRows[] = {
     {"id-Gost28147-89-CryptoPro-KeyWrap", SayGostWrap},
 };
 
-// By the row of their algorithm, so that a look-up compares no texts.
-ca::CLazy<std::vector<ParametersFormatter>> formattersByRow([] {
-    std::vector<ParametersFormatter> formatters(ca::AllOids().size());
-    for (const auto& [shortName, say] : kRows) {
-        if (const ca::OidInfo* info = ca::FindOidByShortName(shortName)) {
-            formatters[ca::RowOf(*info)] = say;
-        }
+ca::CLazy<ca::COidMap<ParametersFormatter>> formattersByAlgorithm([] {
+    ca::COidMap<ParametersFormatter> formatters;
+    for (const auto& [algorithm, say] : kRows) {
+        formatters[*algorithm] = say;
     }
     return formatters;
 });
 
-ParametersFormatter FindFormatter(const ca::OidInfo& type) {
-    return formattersByRow.Get()[ca::RowOf(type)];
+// Null for an algorithm whose parameters nobody says.
+ParametersFormatter FindFormatter(const CAsn1Element& algorithm) {
+    return formattersByAlgorithm.Get().Find(
+        ca::FindOid(ca::ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier)));
 }
 
 Saying Describe(const CAsn1Element& algorithm, unsigned depth) {
     Saying saying;
     saying.depth = depth;
     const CAsn1Element params = ca::Child(algorithm, 1);
-    const ca::OidInfo* type =
-        ca::FindOid(ca::ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier));
-    if (params.raw.empty() || params.tag == kAsn1Null || type == nullptr) {
+    if (params.raw.empty() || params.tag == kAsn1Null) {
         return saying;
     }
-    if (const ParametersFormatter say = FindFormatter(*type)) {
+    if (const ParametersFormatter say = FindFormatter(algorithm)) {
         say(params.raw, saying);
     }
     return saying;
@@ -291,8 +291,7 @@ ParametersForms DescribeInnerAlgorithm(const CAsn1Element& algorithm) {
 }
 
 std::wstring GostTransportText(const CAsn1Element& algorithm, const CAsn1OctetString& key) {
-    const OidInfo* type = FindOid(ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier));
-    if (type == nullptr || FindFormatter(*type) != SayGostKey) {
+    if (FindFormatter(algorithm) != SayGostKey) {
         return {};
     }
     std::vector<unsigned char> octets = OctetStringOf(&key);

@@ -1,6 +1,6 @@
 #include "records/text/PolicyText.h"
 
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/x509/PolicyInformation.h"
 #include "common/DecimalText.h"
 #include "records/text/Decoded.h"
@@ -20,11 +20,10 @@ std::wstring ElementText(const CAsn1Any* any) {
 }
 
 void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
-    const ca::OidInfo* type = ca::FindOid(OctetsOf(info.PolicyQualifierId()));
-    const std::string_view name = type != nullptr ? type->shortName : std::string_view();
-    if (name == "id-qt-cps") {
+    const ca::OidInfo* const type = ca::FindOid(OctetsOf(info.PolicyQualifierId()));
+    if (type == ca::COid("id-qt-cps")) {
         lines.Line(kMsgCps, ElementText(info.Qualifier()));
-    } else if (name == "id-qt-unotice") {
+    } else if (type == ca::COid("id-qt-unotice")) {
         ca::SayNotice(*info.Qualifier(), lines);
     } else {
         lines.Line(ca::OidWithName(OctetsOf(info.PolicyQualifierId())), L"");

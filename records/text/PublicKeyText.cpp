@@ -1,4 +1,4 @@
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 #include "asn1/algorithms/DomainParameters.h"
 #include "asn1/algorithms/EcParameters.h"
 #include "asn1/algorithms/GostParameters.h"
@@ -11,9 +11,8 @@
 #include "records/text/TextLines.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
-#include <string_view>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -41,11 +40,11 @@ std::wstring UnreadableKey(std::wstring_view fault) {
 // The SHA-2 digests from one on, best first.
 enum class Sha2 { k256, k384, k512 };
 std::wstring DigestsFrom(Sha2 first) {
-    constexpr std::array<std::string_view, 3> kDigests = {"id-sha256", "id-sha384", "id-sha512"};
+    constexpr ca::COid kDigests[] = {"id-sha256", "id-sha384", "id-sha512"};
     std::wstring text;
-    for (auto i = static_cast<std::size_t>(first); i < kDigests.size(); ++i) {
+    for (auto i = static_cast<std::size_t>(first); i < std::size(kDigests); ++i) {
         text += text.empty() ? L"" : L", ";
-        text += ca::FindOidByShortName(kDigests[i])->Name();
+        text += kDigests[i]->Name();
     }
     return text;
 }
@@ -96,13 +95,22 @@ void DescribePssKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
 // ---- Elliptic curves ----
 
 // The digest as strong as the curve, then the longer ones (RFC 5480 4).
-Sha2 BestDigest(std::string_view curve) {
-    constexpr std::string_view k384[] = {"secp384r1", "brainpoolP384r1", "brainpoolP320r1"};
-    constexpr std::string_view k512[] = {"secp521r1", "brainpoolP512r1"};
-    if (std::ranges::find(k384, curve) != std::end(k384)) {
-        return Sha2::k384;
+Sha2 BestDigest(const ca::OidInfo& curve) {
+    struct CurveRow {
+        ca::COid curve;
+        Sha2 digest;
+    };
+    constexpr CurveRow kLong[] = {{"secp384r1", Sha2::k384},
+                                  {"brainpoolP384r1", Sha2::k384},
+                                  {"brainpoolP320r1", Sha2::k384},
+                                  {"secp521r1", Sha2::k512},
+                                  {"brainpoolP512r1", Sha2::k512}};
+    for (const auto& [type, digest] : kLong) {
+        if (type == &curve) {
+            return digest;
+        }
     }
-    return std::ranges::find(k512, curve) != std::end(k512) ? Sha2::k512 : Sha2::k256;
+    return Sha2::k256;
 }
 
 // The size of a field: that of its prime, or the degree of one of characteristic two.
@@ -121,7 +129,7 @@ std::size_t FieldBits(const CAsn1FieldId& field) {
 // A key on the curve of SM2 is one of SM2, which works with SM3 (GB/T 32918.5, GB/T 35276 5).
 void NameSm2(PublicKeyForms& forms) {
     forms.algorithm = L"SM2";
-    forms.hashAlgs = ca::FindOidByShortName("sm3")->Name();
+    forms.hashAlgs = ca::COid("sm3")->Name();
 }
 
 void DescribeEcKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
@@ -129,10 +137,10 @@ void DescribeEcKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1EcpkParameters>(algorithm, forms, [&](const CAsn1EcpkParameters& curve) {
         forms.params = ca::CurveText(curve);
         const ca::OidInfo* row = ca::FindOid(OctetsOf(curve.NamedCurve()));
-        if (row != nullptr && row->shortName == std::string_view("sm2p256v1")) {
+        if (row == ca::COid("sm2p256v1")) {
             NameSm2(forms);
         } else if (row != nullptr) {
-            forms.hashAlgs = DigestsFrom(BestDigest(row->shortName));
+            forms.hashAlgs = DigestsFrom(BestDigest(*row));
         }
     });
 }
@@ -183,7 +191,7 @@ void ReadGostKey(Value bits, PublicKeyForms& forms) {
 }
 
 struct KeyRow {
-    std::string_view algorithm;
+    ca::COid algorithm;
     void (*describe)(const CAsn1Element& algorithm, PublicKeyForms& forms);  // null: nothing to say
     void (*read)(Value bits, PublicKeyForms& forms);  // null: the bits are the key
 };
@@ -206,9 +214,7 @@ constexpr KeyRow kRows[] = {
 
 const KeyRow* FindRow(const ca::OidInfo* type) {
     const auto* const row =
-        type != nullptr
-            ? std::ranges::find(kRows, std::string_view(type->shortName), &KeyRow::algorithm)
-            : std::end(kRows);
+        std::ranges::find_if(kRows, [&](const KeyRow& each) { return each.algorithm == type; });
     return row != std::end(kRows) ? row : nullptr;
 }
 

@@ -1,6 +1,5 @@
 #include "records/text/SignatureParts.h"
 
-#include "asn1/OidTable.h"
 #include "asn1/attributes/Holder.h"
 #include "asn1/attributes/TstInfo.h"
 #include "asn1/cms/SignedData.h"
@@ -20,11 +19,6 @@ namespace {
 
 using ca::CTextLines;
 using ca::Octets;
-
-bool IsType(const CAsn1ObjectIdentifier* type, std::string_view shortName) {
-    const ca::OidInfo* info = ca::FindOid(OctetsOf(type));
-    return info != nullptr && info->shortName == shortName;
-}
 
 void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
     const ca::CDecoded<CAsn1TstInfo> stamp(octets);
@@ -59,9 +53,8 @@ CAsn1Element SigningTimeOf(const CAsn1SignerInfo& signer) {
     CAsn1Element attribute;
     for (CAsn1Cursor cursor(signer.SignedAttrs()->ContentOctets());
          !cursor.AtEnd() && cursor.Next(attribute) == Asn1Fault::kNone;) {
-        const ca::OidInfo* type =
-            ca::FindOid(ca::ContentIf(ca::Child(attribute, 0), kAsn1ObjectIdentifier));
-        if (type != nullptr && type->shortName == std::string_view("id-signingTime")) {
+        const Octets type = ca::ContentIf(ca::Child(attribute, 0), kAsn1ObjectIdentifier);
+        if (ca::IsOid(type, "id-signingTime")) {
             return ca::Child(ca::Child(attribute, 1), 0);
         }
     }
@@ -135,9 +128,8 @@ std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* di
     return AlgorithmText(ElementOf(algorithm)) + L": " + OctetsText(digest);
 }
 
-std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest) {
-    const OidInfo* info = FindOidByShortName(shortName);
-    return (info != nullptr ? info->Name() : std::wstring()) + L": " + OctetsText(digest);
+std::wstring DigestText(COid algorithm, const CAsn1OctetString* digest) {
+    return algorithm->Name() + (L": " + OctetsText(digest));
 }
 
 std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate, CTextLines& lines) {
@@ -178,7 +170,8 @@ void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLin
 }
 
 bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
-    if (content.EContent() == nullptr || !IsType(content.EContentType(), "id-ct-TSTInfo")) {
+    if (content.EContent() == nullptr ||
+        !IsOid(OctetsOf(content.EContentType()), "id-ct-TSTInfo")) {
         return false;
     }
     std::vector<unsigned char> info = OctetStringOf(content.EContent());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Oid.h"
 #include "records/SignerCertificates.h"
 #include "records/text/Elements.h"
 #include "records/text/TextLines.h"
@@ -26,8 +27,8 @@ std::wstring AccuracyText(const CAsn1Accuracy& accuracy);
 
 /// "SHA-256: hex"
 std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest);
-/// The same for an algorithm that is implied, by its short name.
-std::wstring DigestText(const char* shortName, const CAsn1OctetString* digest);
+/// The same for an algorithm that is implied.
+std::wstring DigestText(COid algorithm, const CAsn1OctetString* digest);
 
 /// "C=RU, CN=Authority, 0a1b": issuer and serial number in a line. What could not be read is added
 /// to the faults of `lines`.

@@ -110,7 +110,7 @@ void SayAttributeIssuingPoint(Value value, CTextLines& lines) {
     const std::pair<bool, std::wstring> contained[] = {
         {point->ContainsUserAttributeCerts(), SetZORNAMessage(kMsgAttributeCertificate)},
         {point->ContainsAaCerts(), SetZORNAMessage(kMsgAttributeAuthority)},
-        {point->ContainsSoaPublicKeyCerts(), ca::FindOidByShortName("sOAIdentifier")->Name()},
+        {point->ContainsSoaPublicKeyCerts(), ca::COid("sOAIdentifier")->Name()},
     };
     for (const auto& [isContained, label] : contained) {
         lines.Line(label, SetZORNAMessage(isContained ? kMsgYes : kMsgNo));

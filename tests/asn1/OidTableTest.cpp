@@ -1,4 +1,4 @@
-#include "asn1/OidTable.h"
+#include "asn1/Oid.h"
 
 #include <gtest/gtest.h>
 
@@ -39,12 +39,6 @@ Octets EncodeArcs(const Arcs& arcs) {
     return out;
 }
 
-const std::set<int> kListedTexts = {
-#define CA_MESSAGE(name, id, english, russian) id,
-#include "common/MessageTable.inc"
-#undef CA_MESSAGE
-};
-
 class OidTableTest : public testing::Test {
   protected:
     void TearDown() override { SetZORNALng(L"ru"); }
@@ -59,23 +53,14 @@ TEST_F(OidTableTest, RowsAreOrderedByTheirArcs) {
     }
 }
 
-TEST_F(OidTableTest, EveryRowHasTextsAndNoIdOfAnother) {
-    std::set<int> ids;
+TEST_F(OidTableTest, EveryRowHasTextsAndAShortNameOfItsOwn) {
     std::set<std::string> names;
     for (const ca::OidInfo& row : ca::AllOids()) {
         SCOPED_TRACE(row.shortName);
-        ASSERT_GE(row.messageId, 0);
-        ASSERT_LE(row.messageId, 938);
         EXPECT_TRUE(names.insert(row.shortName).second) << "short name twice";
         EXPECT_NE(0U, std::strlen(row.shortName));
         EXPECT_STRNE(L"", row.english);
         EXPECT_STRNE(L"", row.russian);
-        if (row.messageId != kMsgUnknownOid) {
-            EXPECT_TRUE(ids.insert(row.messageId).second) << "id twice";
-            EXPECT_EQ(0U, kListedTexts.count(row.messageId)) << "id of a listed text";
-            EXPECT_STREQ(row.english, En::MessageCollection[row.messageId]);
-            EXPECT_STREQ(row.russian, Ru::MessageCollection[row.messageId]);
-        }
     }
 }
 
@@ -87,6 +72,18 @@ TEST_F(OidTableTest, EveryRowIsFoundByOctetsTextAndShortName) {
         EXPECT_EQ(&row, ca::FindOidByText(row.dotted));
         EXPECT_EQ(&row, ca::FindOidByShortName(row.shortName));
         EXPECT_EQ(row.dotted, ca::OidText(encoded));
+    }
+}
+
+TEST_F(OidTableTest, AConstantIsOctetsTextAndRow) {
+    constexpr ca::COid kType = "CN";
+    const Octets commonName{0x55, 0x04, 0x03};
+    EXPECT_EQ(kType, ca::FindOid(commonName));
+    EXPECT_NE(ca::COid("C"), ca::FindOid(commonName));
+    EXPECT_STREQ(L"2.5.4.3", kType->dotted);
+    EXPECT_TRUE(ca::IsOid(commonName, "CN"));
+    for (const Octets& other : {Octets{}, Octets{0x55, 0x04}, Octets{0x55, 0x04, 0x03, 0x00}}) {
+        EXPECT_FALSE(ca::IsOid(other, "CN"));
     }
 }
 
@@ -122,8 +119,6 @@ TEST_F(OidTableTest, NamesFollowTheLanguage) {
     SetZORNALng(L"ru");
     EXPECT_EQ(L"Общее имя", ca::OidName(commonName));
     EXPECT_EQ(ca::OidKind::kNameAttribute, ca::FindOid(commonName)->kind);
-    const Octets seeAlso{0x55, 0x04, 0x22};  // its name is no numbered message
-    EXPECT_EQ(L"Смотри также", ca::OidName(seeAlso));
 }
 
 TEST_F(OidTableTest, ShowsArcsOfAnySize) {

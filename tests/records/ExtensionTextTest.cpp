@@ -1,7 +1,9 @@
 #include "common/Encode.h"
 #include "common/Lng.h"
 #include "records/CertInfoFill.h"
+#include "records/text/AttributeText.h"
 #include "records/text/ExtensionText.h"
+#include "records/text/OcspText.h"
 #include "tests/asn1/DerWriter.h"
 #include "tests/common/TemporaryDir.h"
 #include "tests/records/RecordTesting.h"
@@ -9,6 +11,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <sstream>
 #include <utility>
 
@@ -227,6 +230,36 @@ TEST_F(ExtensionTextTest, DescribesARussianQualifiedCertificate) {
             SCOPED_TRACE(member.name.GetString());
             ASSERT_TRUE(actual->HasMember(member.name));
             EXPECT_EQ(ToText(member.value), ToText((*actual)[member.name]));
+        }
+    }
+}
+
+// The compiler holds the rows to the table of identifiers; what it cannot see is a row of the wrong
+// list, and one that another row hides.
+TEST(FormatterRowsTest, EachIsOfAKindOfItsListAndStandsOnce) {
+    using enum ca::OidKind;
+    const std::set<ca::OidKind> extensions{kExtension, kAcExtension, kCrlExtension,
+                                           kCrlEntryExtension, kOcspExtension};
+    const std::set<ca::OidKind> attributes{kCmsAttribute, kAttribute, kAcAttribute, kNameAttribute};
+    const struct {
+        const std::set<ca::OidKind>& kinds;
+        std::vector<std::span<const ca::ExtensionRow>> subjects;
+    } lists[] = {
+        {extensions,
+         {ca::StandardExtensionRows(), ca::AttributeExtensionRows(), ca::QualifiedExtensionRows(),
+          ca::ProfessionExtensionRows(), ca::NetworkExtensionRows(), ca::MediaExtensionRows(),
+          ca::OcspExtensionRows(), ca::VendorExtensionRows()}},
+        {attributes,
+         {ca::EssAttributeRows(), ca::CadesAttributeRows(), ca::CodeAttributeRows(),
+          ca::RequestAttributeRows()}}};
+    for (const auto& list : lists) {
+        std::set<const ca::OidInfo*> seen;
+        for (const auto rows : list.subjects) {
+            for (const ca::ExtensionRow& row : rows) {
+                EXPECT_TRUE(list.kinds.contains(row.type->kind)) << row.type->shortName;
+                EXPECT_TRUE(seen.insert(row.type).second) << row.type->shortName;
+                EXPECT_NE(nullptr, row.say) << row.type->shortName;
+            }
         }
     }
 }

@@ -356,7 +356,7 @@ TEST_F(ObjectDescriptionTest, TableIsWhole) {
         EXPECT_STRNE(L"", kind.russian);
         EXPECT_EQ(kind.reader == ca::ObjectReader::kDescription, kind.describe != nullptr);
         EXPECT_TRUE(kind.test != nullptr || !kind.shapes.empty() || !kind.labels.empty() ||
-                    !kind.contentTypes.empty());
+                    !kind.contentTypes.IsEmpty());
     }
     std::set<std::string> keys;
     for (const ca::FieldName& name : ca::AllFieldNames()) {
