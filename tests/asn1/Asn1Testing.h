@@ -6,6 +6,7 @@
 #include "common/Lng.h"
 #include "common/Log.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/GuardedBuffer.h"
 
 #include <gtest/gtest.h>
 
@@ -19,8 +20,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <vector>
 
 using Bytes = std::vector<unsigned char>;
@@ -44,37 +43,6 @@ inline Bytes Hex(std::string_view text) {
 inline void Append(Bytes& to, const Bytes& more) {
     to.insert(to.end(), more.begin(), more.end());
 }
-
-/// Octets whose neighbours on both sides cannot be touched: behind them a page without access, in
-/// front of them the rest of their own page, checked at the end.
-class GuardedBuffer {
-  public:
-    explicit GuardedBuffer(std::span<const unsigned char> octets) : m_size(octets.size()) {
-        const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-        m_mappedSize = (m_size / page + 2) * page;
-        m_mapped =
-            mmap(nullptr, m_mappedSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (m_mapped == MAP_FAILED) {
-            throw std::bad_alloc();
-        }
-        auto* end = static_cast<unsigned char*>(m_mapped) + m_mappedSize - page;
-        mprotect(end, page, PROT_NONE);
-        m_data = end - m_size;
-        std::copy(octets.begin(), octets.end(), m_data);
-    }
-    GuardedBuffer(const GuardedBuffer&) = delete;
-    GuardedBuffer& operator=(const GuardedBuffer&) = delete;
-    ~GuardedBuffer() { munmap(m_mapped, m_mappedSize); }
-
-    unsigned char* Data() const { return m_data; }
-    unsigned Size() const { return static_cast<unsigned>(m_size); }
-
-  private:
-    std::size_t m_size;
-    std::size_t m_mappedSize;
-    void* m_mapped;
-    unsigned char* m_data;
-};
 
 /// A tree in one line: tag+content/total@offset, "~" for the indefinite form, "!" for corrupted,
 /// children in parentheses. Recursive: for shallow trees.

@@ -34,25 +34,6 @@ class ConfigFileParserTest : public testing::Test {
     std::wstring m_error;
 };
 
-TEST_F(ConfigFileParserTest, StartsWithTheDefaults) {
-    EXPECT_EQ(
-        ToJsonText(m_config),
-        R"({"LogMode":0,"LogFile":"QetCryptoSvc.log","ShowTrayIcon":true,)"
-        R"("IgnoreUnknownRevocationStatus":false,"ForceCRLDownload":false,)"
-        R"("UseOnlyCustomCDPs":false,"UnloadPFXAfterUsage":true,)"
-        R"("AllowServicePrivateKeyAccess":false,"AllowRemotePrivateKeyAccess":false,)"
-        R"("RedirectUrl":"","EnableHttp":true,"EnableHttps":false,)"
-        R"("EnableDedicatedHttpPort":true,"EnableDedicatedHttpsPort":false,"HttpPort":8080,)"
-        R"("HttpsPort":8081,"EnableAuth":false,"CheckSignCertExpired":true,)"
-        R"("FullCheckSignCert":false,"AllowRemoteServerStoragesAccess":false,)"
-        R"("AuthUsername":"","AuthPassword":"","CheckOCSP":false,"OCSPFileName":"",)"
-        R"("ProxyLogin":"","ProxyPassword":"","ProxyAddress":"","ProxyPort":80,"ProxyType":0,)"
-        R"("OCSPTimeout":30000,"TSPTimeout":30000,"GeneralTimeout":30000,"CRLTimeout":30000,)"
-        R"("DefaultModule":"","Language":"Ru","OrvexUrl":"","EnableOrvex":false,"TSPUrl":"",)"
-        R"("CertInclude":2,"Dll extensions":[],"Custom CDP list":[],)"
-        R"("Custom error handlers":[]})");
-}
-
 TEST_F(ConfigFileParserTest, ReadsNumbersOfTheirRangeOnly) {
     const struct {
         const char* text;

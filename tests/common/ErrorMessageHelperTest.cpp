@@ -7,6 +7,8 @@
 #include <cwchar>
 #include <set>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -15,60 +17,41 @@ class ErrorMessageHelperTest : public testing::Test {
     ~ErrorMessageHelperTest() override { SetZORNALng(L"ru"); }
 };
 
+// What stands in front of the text of a code; some codes have no text behind it, some nothing.
 TEST_F(ErrorMessageHelperTest, PrefixesEachCodeByItsRule) {
     const struct {
         std::uint32_t code;
-        const wchar_t *prefixed, *plain, *russianPrefixed, *russian;
+        const wchar_t *prefix, *english, *russian;
     } cases[] = {
-        {0, L"DONE", L"", L"DONE", L""},
-        {232, L"ERROR No data", L"No data", L"ERROR Отсутствуют данные для обработки",
-         L"Отсутствуют данные для обработки"},
-        {16101, L"File operation error", L"File operation error", L"Ошибка операции с файлом",
-         L"Ошибка операции с файлом"},
-        {16102, L"Certificate store error", L"Certificate store error",
-         L"Ошибка хранилища сертификатов", L"Ошибка хранилища сертификатов"},
-        {16104, L"NEED", L"", L"NEED", L""},
-        {16109, L"DONE Invalid", L"Signature is invalid", L"DONE Invalid", L"Подпись не верна"},
-        {16123, L"DONE Invalid Certificate time is invalid", L"Certificate time is invalid",
-         L"DONE Invalid Срок действия сертификата истек или еще не начался",
+        {0, L"DONE", L"", L""},
+        {232, L"ERROR ", L"No data", L"Отсутствуют данные для обработки"},
+        {16101, L"", L"File operation error", L"Ошибка операции с файлом"},
+        {16102, L"", L"Certificate store error", L"Ошибка хранилища сертификатов"},
+        {16104, L"NEED", L"", L""},
+        {16123, L"DONE Invalid ", L"Certificate time is invalid",
          L"Срок действия сертификата истек или еще не начался"},
-        {16199, L"DONE Signature was not verified", L"Signature was not verified",
-         L"DONE Цифровая подпись не проверялась", L"Цифровая подпись не проверялась"},
-        {16200, L"DONE Valid No error found for this certificate or chain",
-         L"No error found for this certificate or chain",
-         L"DONE Valid Цепочка сертификатов действительна", L"Цепочка сертификатов действительна"},
-        {16252, L"ERROR Wrong store address", L"Wrong store address",
-         L"ERROR Ошибочный адрес хранилища", L"Ошибочный адрес хранилища"},
-        {16400, L"ERROR It is not possible to create a signature with a certificate without trust",
-         L"It is not possible to create a signature with a certificate without trust",
-         L"ERROR Установлен запрет формирования ЭП, если сертификату нет доверия",
-         L"Установлен запрет формирования ЭП, если сертификату нет доверия"},
-        {16201,
-         L"DONE Invalid This certificate or one of the certificates in the certificate chain is "
-         L"not time valid",
-         L"This certificate or one of the certificates in the certificate chain is not time valid",
-         L"DONE Invalid Цепочка содержит просроченный или не вступивший в действие сертификат",
-         L"Цепочка содержит просроченный или не вступивший в действие сертификат"},
-        {16223, L"DONE Invalid A CTL used to create this chain is not valid for this usage",
-         L"A CTL used to create this chain is not valid for this usage",
-         L"DONE Invalid Список доверенных сертификатов, использовавшийся для создания данной "
-         L"цепочки не разрешен к использованию",
+        {16199, L"DONE ", L"Signature was not verified", L"Цифровая подпись не проверялась"},
+        {16200, L"DONE Valid ", L"No error found for this certificate or chain",
+         L"Цепочка сертификатов действительна"},
+        {16252, L"ERROR ", L"Wrong store address", L"Ошибочный адрес хранилища"},
+        {16223, L"DONE Invalid ", L"A CTL used to create this chain is not valid for this usage",
          L"Список доверенных сертификатов, использовавшийся для создания данной цепочки не "
          L"разрешен к использованию"},
-        {50, L"", L"", L"", L""},
-        {16224, L"", L"", L"", L""},
-        {0xFFFFFFFF, L"", L"", L"", L""},
+        {50, L"", L"", L""},
+        {16224, L"", L"", L""},
+        {0xFFFFFFFF, L"", L"", L""},
     };
     const ca::ErrorMessageHelper helper;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.code);
-        SetZORNALng(L"en");
-        EXPECT_EQ(c.prefixed, helper.GetErrorMessage(c.code, true));
-        EXPECT_EQ(c.plain, helper.GetErrorMessageNoCustom(c.code, false));
-        SetZORNALng(L"ru");
-        EXPECT_EQ(c.russianPrefixed, helper.GetErrorMessage(c.code, true));
-        EXPECT_EQ(c.russian, ca::ErrorMessageHelper::GetErrorMessageCustom(c.code, {}, false));
+        for (const auto& [language, text] : {std::pair{L"en", c.english}, {L"ru", c.russian}}) {
+            SetZORNALng(language);
+            EXPECT_EQ(c.prefix + std::wstring(text), helper.GetErrorMessage(c.code, true));
+            EXPECT_EQ(text, helper.GetErrorMessageNoCustom(c.code, false));
+            EXPECT_EQ(text, ca::ErrorMessageHelper::GetErrorMessageCustom(c.code, {}, false));
+        }
     }
+    EXPECT_EQ(L"DONE Invalid", helper.GetErrorMessage(16109, true)) << "without its own text";
 }
 
 TEST_F(ErrorMessageHelperTest, PutsTheModuleTableFirst) {

@@ -5,7 +5,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <thread>
 
 namespace {
 
@@ -39,8 +38,6 @@ TEST_F(HttpTest, JudgesEachKindOfAnswer) {
          "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nhel\r\n2\r\nlo\r\n0\r\n\r\n",
          "hello"},
         {"until close", "HTTP/1.0 200 OK\r\n\r\nhello", "hello"},
-        {"empty", "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n", ""},
-        {"no content", "HTTP/1.1 204 No Content\r\n\r\n", ""},
         {"body of exactly the limit", "HTTP/1.0 200 OK\r\n\r\n" + std::string(1000, 'x'),
          std::string(1000, 'x')},
         {"one octet too many", "HTTP/1.0 200 OK\r\n\r\n" + std::string(1001, 'x'), "error 16264"},
@@ -51,18 +48,12 @@ TEST_F(HttpTest, JudgesEachKindOfAnswer) {
         {"redirect to itself", RedirectTo("/again"), "error 16264"},
         {"redirect to a file", RedirectTo("file:///etc/passwd"), "error 16264"},
         {"redirect to ftp", RedirectTo("ftp://127.0.0.1/x"), "error 16264"},
-        {"redirect to nonsense", RedirectTo("http://[::"), "error 16264"},
         {"not HTTP", "hello there\r\n\r\n", "error 16264"},
-        {"broken chunk", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nZZ\r\n",
-         "error 16263"},
         {"fewer octets than announced", "HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\nhello",
          "error 16263"},
         {"chunk of 68 bits",
          "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nFFFFFFFFFFFFFFFFF\r\nhello",
          "error 16263"},
-        {"negative length", "HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nhello", "error 16264"},
-        {"length of 70 bits",
-         "HTTP/1.1 200 OK\r\nContent-Length: 1180591620717411303424\r\n\r\nhello", "error 16264"},
         {"header line without an end", "HTTP/1.1 200 OK\r\nX: " + std::string(3'000'000, 'x'),
          "error 16264"},
         {"compressed, which nobody asked for",
@@ -179,12 +170,6 @@ TEST_F(HttpTest, EndsInTimeWhateverTheServerDoes) {
         EXPECT_EQ(c.result, Fetch(server.Url()));
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     }
-}
-
-TEST_F(HttpTest, ReportsARefusedConnection) {
-    const ClosedPort port;
-    EXPECT_EQ("error 16263", Fetch(port.Url()));
-    EXPECT_THAT(AllLines(), HasSubstr(L"Data were not sent. Curl error 7\n"));
 }
 
 TEST_F(HttpTest, RefusesUrlsBeforeAnythingIsSent) {
@@ -378,22 +363,6 @@ TEST_F(HttpTest, ReportsAFailedUploadWithItsReason) {
     const HttpTestServer endless(
         Endless("HTTP/1.1 200 OK\r\n\r\n", std::string(65536, 'x'), milliseconds(0)));
     EXPECT_THAT(Send(endless.Url(), "x"), StartsWith(text));
-}
-
-TEST_F(HttpTest, ServesManyThreadsAtOnce) {
-    const HttpTestServer server(Canned(kOk));
-    std::vector<std::thread> threads(8);
-    for (std::thread& thread : threads) {
-        thread = std::thread([this, &server] {
-            for (int round = 0; round < 5; ++round) {
-                EXPECT_EQ("hello", Fetch(server.Url()));
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(40U, server.Requests().size());
 }
 
 }  // namespace

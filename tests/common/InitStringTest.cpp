@@ -3,8 +3,8 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/InitString.h"
-#include "common/Lng.h"
 #include "common/PKIConfigFileParser.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/common/JsonText.h"
 #include "tests/common/TemporaryDir.h"
 
@@ -14,11 +14,8 @@
 
 namespace {
 
-class InitStringTest : public testing::Test {
+class InitStringTest : public EnglishTest {
   protected:
-    InitStringTest() { SetZORNALng(L"en"); }
-    ~InitStringTest() override { SetZORNALng(L"ru"); }
-
     // The message of the refusal; empty when there is none.
     template <class Action>
     static std::wstring Refusal(Action action) {

@@ -2,8 +2,8 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
-#include "common/Lng.h"
 #include "common/PKIConfigFileParser.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/common/JsonText.h"
 #include "tests/common/TemporaryDir.h"
 
@@ -13,11 +13,8 @@
 
 namespace {
 
-class PKIConfigFileParserTest : public testing::Test {
+class PKIConfigFileParserTest : public EnglishTest {
   protected:
-    PKIConfigFileParserTest() { SetZORNALng(L"en"); }
-    ~PKIConfigFileParserTest() override { SetZORNALng(L"ru"); }
-
     bool Parse(const std::string& content, bool silent = false) {
         m_path = ca::PathToWString(m_directory.Write("pki.json", content));
         return m_config.ParseConfigFile(m_path, m_error, silent);

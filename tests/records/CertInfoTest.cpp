@@ -1,8 +1,8 @@
 #include "common/ErrorCodes.h"
-#include "common/Lng.h"
 #include "records/CertInfoFill.h"
 #include "records/Payload.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/common/SampleObjects.h"
 #include "tests/records/RecordTesting.h"
 
@@ -10,11 +10,7 @@
 
 namespace {
 
-class CertInfoTest : public testing::Test {
-  protected:
-    CertInfoTest() { SetZORNALng(L"en"); }
-    ~CertInfoTest() override { SetZORNALng(L"ru"); }
-};
+using CertInfoTest = EnglishTest;
 
 Octets Sample() {
     const std::string pem = kSampleCertificate;

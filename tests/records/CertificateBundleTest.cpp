@@ -10,11 +10,6 @@ namespace {
 
 const Octets kAlgorithm = Tlv(0x30, Tlv(0x06, {0x2A, 0x03}));
 
-Octets Name(const char* commonName) {
-    return Tlv(0x30,
-               Tlv(0x31, Tlv(0x30, {{0x06, 0x03, 0x55, 0x04, 0x03}, Tlv(0x0C, Text(commonName))})));
-}
-
 Octets Extension(unsigned char type, const Octets& value) {
     return Tlv(0x30, {{0x06, 0x03, 0x55, 0x1D, type}, Tlv(0x04, value)});
 }

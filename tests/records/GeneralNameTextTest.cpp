@@ -1,6 +1,6 @@
-#include "common/Lng.h"
 #include "records/text/GeneralNameText.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 
 #include <gtest/gtest.h>
 
@@ -8,11 +8,8 @@
 
 namespace {
 
-class GeneralNameTextTest : public testing::Test {
+class GeneralNameTextTest : public EnglishTest {
   protected:
-    GeneralNameTextTest() { SetZORNALng(L"en"); }
-    ~GeneralNameTextTest() override { SetZORNALng(L"ru"); }
-
     static std::wstring Say(Octets name) {
         ca::CTextLines lines;
         ca::SayGeneralName(ca::FirstElement(std::span(name)), lines);

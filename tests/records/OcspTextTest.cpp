@@ -1,11 +1,11 @@
 #include "asn1/ocsp/OcspRequest.h"
 #include "common/Encode.h"
-#include "common/Lng.h"
 #include "records/text/Decoded.h"
 #include "records/text/Elements.h"
 #include "records/text/OcspText.h"
 #include "records/text/TimeText.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/records/RecordTesting.h"
 
 #include <string>
@@ -51,11 +51,7 @@ std::wstring Say(Octets response) {
     return lines.Take();
 }
 
-class OcspTextTest : public testing::Test {
-  protected:
-    OcspTextTest() { SetZORNALng(L"en"); }
-    ~OcspTextTest() override { SetZORNALng(L"ru"); }
-};
+using OcspTextTest = EnglishTest;
 
 TEST_F(OcspTextTest, SaysWhatTheResponderSaysOfEachCertificate) {
     const std::wstring times =

@@ -1,20 +1,14 @@
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Typed.h"
-#include "common/Lng.h"
 #include "records/text/ParametersText.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class ParametersTextTest : public testing::Test {
-  protected:
-    ParametersTextTest() { SetZORNALng(L"en"); }
-    ~ParametersTextTest() override { SetZORNALng(L"ru"); }
-    ParametersTextTest(const ParametersTextTest&) = delete;
-    ParametersTextTest& operator=(const ParametersTextTest&) = delete;
-};
+using ParametersTextTest = EnglishTest;
 
 const Octets kPkcs = {0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01};
 const Octets kGost = {0x2A, 0x85, 0x03, 0x02, 0x02};

@@ -1,15 +1,13 @@
 #include "common/ErrorCodes.h"
-#include "common/Lng.h"
 #include "records/RecipientsFill.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/records/RecordTesting.h"
 
 namespace {
 
-const Octets kRsa =
-    Tlv(0x30, {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01, 0x01, 0x01}, {0x05, 0x00}});
-const Octets kName =
-    Tlv(0x30, Tlv(0x31, Tlv(0x30, {{0x06, 0x03, 0x55, 0x04, 0x03}, Tlv(0x0C, Text("Authority"))})));
+const Octets& kRsa = kRsaKeyAlgorithm;
+const Octets kName = Name("Authority");
 const Octets kKey = Tlv(0x04, {0xEE, 0xEE});
 const Octets kVersion = {0x02, 0x01, 0x00};
 
@@ -34,13 +32,7 @@ Octets Envelope(const Octets& recipients) {
     return Tlv(0x30, {kVersion, Tlv(0xA0, Octets()), Tlv(0x31, recipients)});
 }
 
-class RecipientsTest : public testing::Test {
-  protected:
-    RecipientsTest() { SetZORNALng(L"en"); }
-    ~RecipientsTest() override { SetZORNALng(L"ru"); }
-    RecipientsTest(const RecipientsTest&) = delete;
-    RecipientsTest& operator=(const RecipientsTest&) = delete;
-};
+using RecipientsTest = EnglishTest;
 
 // "issuer/serial/description" of each, "!" behind those with a fault, "-" before unnamed ones.
 std::wstring Summary(Octets recipients) {

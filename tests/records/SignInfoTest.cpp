@@ -1,7 +1,7 @@
-#include "common/Lng.h"
 #include "common/sha1.h"
 #include "records/SignInfoFill.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/records/RecordTesting.h"
 
 #include <algorithm>
@@ -11,28 +11,21 @@
 
 namespace {
 
-const Octets kSignedData = {0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 2};
-const Octets kData = {0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 1};
-const Octets kSha256 =
-    Tlv(0x30, {{0x06, 0x09, 0x60, 0x86, 0x48, 0x01, 0x65, 0x03, 0x04, 0x02, 0x01}});
-const Octets kRsa =
-    Tlv(0x30, {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01, 0x01, 0x01}, {0x05, 0x00}});
+const Octets kSignedData = Oid("1.2.840.113549.1.7.2");
+const Octets kData = Oid("1.2.840.113549.1.7.1");
+const Octets& kSha256 = kSha256Algorithm;
+const Octets& kRsa = kRsaKeyAlgorithm;
 const Octets kSignature = Tlv(0x04, Text("signature"));
 const Octets kTime = Tlv(0x17, Text("240101000000Z"));
 const Octets kKeyId = Tlv(0x04, {0xBE, 0xEF});
 
-Octets Name(const char* commonName) {
-    return Tlv(0x30,
-               Tlv(0x31, Tlv(0x30, {{0x06, 0x03, 0x55, 0x04, 0x03}, Tlv(0x0C, Text(commonName))})));
-}
 Octets Serial(unsigned char number) {
     return {0x02, 0x01, number};
 }
 // Issued by CA; the key identifier is its one extension, `ballast` octets another.
 Octets Certificate(unsigned char serial, const char* subject, std::size_t ballast = 0) {
-    const Octets keyId = Tlv(0x30, {{0x06, 0x03, 0x55, 0x1D, 0x0E}, Tlv(0x04, kKeyId)});
-    const Octets other =
-        Tlv(0x30, {{0x06, 0x02, 0x2A, 0x03}, Tlv(0x04, Tlv(0x04, Octets(ballast, 1)))});
+    const Octets keyId = Extension("2.5.29.14", kKeyId);
+    const Octets other = Extension("1.2.3", Tlv(0x04, Octets(ballast, 1)));
     const Octets tbs =
         Tlv(0x30,
             {Tlv(0xA0, Serial(2)), Serial(serial), kRsa, Name("CA"), Tlv(0x30, {kTime, kTime}),
@@ -59,22 +52,19 @@ Octets AttributeCertificateOf(const Octets& octets) {
     for (std::size_t i = 0; i < hex.size(); i += 2) {
         digest.push_back(static_cast<unsigned char>(std::stoul(hex.substr(i, 2), nullptr, 16)));
     }
-    const Octets sha1Oid = {0x06, 0x05, 0x2B, 0x0E, 0x03, 0x02, 0x1A};
-    const Octets holder = Tlv(0xA2, {{0x0A, 0x01, 0x01}, Tlv(0x30, sha1Oid), Tlv(0x03, digest)});
+    const Octets holder =
+        Tlv(0xA2, {{0x0A, 0x01, 0x01}, Algorithm("1.3.14.3.2.26"), Tlv(0x03, digest)});
     const Octets info =
         Tlv(0x30, {Serial(1), Tlv(0x30, holder), Tlv(0xA0, Tlv(0x30, Tlv(0xA4, Name("Authority")))),
                    kRsa, Serial(0x78)});
     return Tlv(0xA2, {info, kRsa, {0x03, 0x01, 0x00}});
 }
 
-Octets Attribute(const Octets& oid, const Octets& values) {
-    return Tlv(0x30, {Tlv(0x06, oid), Tlv(0x31, values)});
+Octets Pkcs9(int arc, const Octets& values) {
+    return Attribute(("1.2.840.113549.1.9." + std::to_string(arc)).c_str(), values);
 }
-Octets Pkcs9(unsigned char arc, const Octets& values) {
-    return Attribute({0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 9, arc}, values);
-}
-Octets Smime(unsigned char arc, const Octets& values) {
-    return Attribute({0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 9, 16, 2, arc}, values);
+Octets Smime(int arc, const Octets& values) {
+    return Attribute(("1.2.840.113549.1.9.16.2." + std::to_string(arc)).c_str(), values);
 }
 
 Octets ById(unsigned char serial) {
@@ -120,11 +110,7 @@ Described Describe(Octets object) {
     return described;
 }
 
-class SignInfoTest : public testing::Test {
-  protected:
-    SignInfoTest() { SetZORNALng(L"en"); }
-    ~SignInfoTest() override { SetZORNALng(L"ru"); }
-};
+using SignInfoTest = EnglishTest;
 
 TEST_F(SignInfoTest, FindsTheCertificatesOfASigner) {
     const Octets store = Join({Certificate(5, "Other"), Certificate(9, "Ann"),

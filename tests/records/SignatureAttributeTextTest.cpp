@@ -1,4 +1,5 @@
 #include "asn1/OidTable.h"
+#include "common/Encode.h"
 #include "common/Lng.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
@@ -12,18 +13,14 @@
 
 namespace {
 
-const Octets kSha256 = Tlv(0x30, {{0x06, 9, 0x60, 0x86, 0x48, 1, 0x65, 3, 4, 2, 1}});
-const Octets kSha512 = Tlv(0x30, {{0x06, 9, 0x60, 0x86, 0x48, 1, 0x65, 3, 4, 2, 3}});
-const Octets kRsa = Tlv(0x30, {{0x06, 9, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 1, 1}});
+const Octets& kSha256 = kSha256Algorithm;
+const Octets kSha512 = Algorithm("2.16.840.1.101.3.4.2.3");
+const Octets kRsa = Algorithm("1.2.840.113549.1.1.1");
 const Octets kHash = Tlv(0x04, {0xBE, 0xEF});
 const Octets kPolicy = {0x06, 0x02, 0x2A, 0x03};
 const Octets kTime = Tlv(0x18, Text("20260203040506Z"));
 const Octets kEmpty = Tlv(0x30, Octets());
 
-Octets Name(const char* commonName) {
-    return Tlv(0x30,
-               Tlv(0x31, Tlv(0x30, {{0x06, 3, 0x55, 0x04, 0x03}, Tlv(0x0C, Text(commonName))})));
-}
 Octets IssuerSerial(const char* issuer) {
     return Tlv(0x30, {Tlv(0x30, Tlv(0xA4, Name(issuer))), {0x02, 2, 0x00, 0xAB}});
 }
@@ -39,8 +36,7 @@ Octets Message(const Octets& type, const Octets& content, const Octets& signers)
     const Octets encapsulated = Tlv(0x30, {type, Tlv(0xA0, Tlv(0x04, content))});
     const Octets signedData =
         Tlv(0x30, {{2, 1, 3}, {0x31, 0}, encapsulated, Tlv(0xA0, kEmpty), Tlv(0x31, signers)});
-    return Tlv(0x30,
-               {{0x06, 9, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 1, 7, 2}, Tlv(0xA0, signedData)});
+    return Tlv(0x30, {Oid("1.2.840.113549.1.7.2"), Tlv(0xA0, signedData)});
 }
 Octets Token() {
     const Octets info = Tlv(0x30, {{2, 1, 1},
@@ -86,36 +82,17 @@ class SignatureAttributeTextTest : public testing::Test {
     static std::wstring Say(const char* shortName, const Octets& value, std::wstring& error) {
         const ca::OidInfo* info = ca::FindOidByShortName(shortName);
         EXPECT_NE(nullptr, info) << shortName;
+        const Octets oid = Oid(ca::u16u8(info->dotted).c_str());
         Octets set = Tlv(0x31, value);
         const Octets before = set;
         const ca::CDecoded<CAsn1SetOf<CAsn1Any>> values(set);
         ca::CTextLines lines;
-        ca::SayAttributeValues(EncodedOid(info->dotted), *values, lines, error);
+        ca::SayAttributeValues(std::span(oid).subspan(2), *values, lines, error);
         EXPECT_EQ(before, set) << "describing changed the octets";
         return lines.Take();
     }
 
   private:
-    static Octets EncodedOid(const std::wstring& dotted) {
-        Octets out;
-        std::size_t at = 0;
-        for (int index = 0; at < dotted.size(); ++index) {
-            std::size_t used = 0;
-            unsigned long arc = std::stoul(dotted.substr(at), &used);
-            at += used + 1;
-            if (index == 1) {
-                arc += 40UL * out[0];
-                out.clear();
-            }
-            Octets digits{static_cast<unsigned char>(arc & 0x7F)};
-            for (arc >>= 7; arc != 0; arc >>= 7) {
-                digits.insert(digits.begin(), static_cast<unsigned char>(0x80 | (arc & 0x7F)));
-            }
-            out.insert(out.end(), digits.begin(), digits.end());
-        }
-        return out;
-    }
-
     struct ZoneReset {
         ~ZoneReset() { tzset(); }
     };

@@ -59,23 +59,6 @@ TEST(AlgorithmParametersTest, KeysOfRsaNeedBothNumbers) {
     EXPECT_EQ("!55,03", Read<CAsn1RsaPublicKey>(Tlv(0x30, {Int(0x55), Int(3), Int(1)}), say));
 }
 
-TEST(AlgorithmParametersTest, ParametersOfRsaAreAllOptionalAndInOrder) {
-    const auto say = [](const CAsn1RsassaPssParams& pss) {
-        return std::string(pss.HashAlgorithm() != nullptr ? "hash " : "") +
-               (pss.MaskGenAlgorithm() != nullptr ? "mask " : "") +
-               Members({pss.SaltLength(), pss.TrailerField()});
-    };
-    const Octets hash = Tlv(0xA0, kAlgorithm);
-    const Octets mask = Tlv(0xA1, kAlgorithm);
-    const Octets salt = Tlv(0xA2, Int(0x20));
-    EXPECT_EQ("-,-", Read<CAsn1RsassaPssParams>({0x30, 0x00}, say));
-    EXPECT_EQ("hash mask 20,01",
-              Read<CAsn1RsassaPssParams>(Tlv(0x30, {hash, mask, salt, Tlv(0xA3, Int(1))}), say));
-    EXPECT_EQ("!mask -,-", Read<CAsn1RsassaPssParams>(Tlv(0x30, {mask, hash}), say));
-    EXPECT_EQ("!20,-", Read<CAsn1RsassaPssParams>(Tlv(0x30, {Tlv(0xA0, kOid), salt}), say))
-        << "what stands behind a fault is read";
-}
-
 TEST(AlgorithmParametersTest, GroupsOfDiffieHellmanDifferInTheOrderOfTheirNumbers) {
     const Octets validation = Tlv(0x30, {{0x03, 0x02, 0x00, 0x77}, Int(9)});
     const Octets x942 = Tlv(0x30, {Int(1), Int(2), Int(3), Int(4), validation});
@@ -118,42 +101,6 @@ TEST(AlgorithmParametersTest, CurvesAreNamedGivenOrThoseOfTheAuthority) {
               Read<CAsn1CharacteristicTwo>(binary, [](const CAsn1CharacteristicTwo& field) {
                   return Members({field.M(), field.Basis()});
               }));
-}
-
-TEST(AlgorithmParametersTest, PasswordsAndCiphersHaveDefaults) {
-    const auto sayPbkdf2 = [](const CAsn1Pbkdf2Params& params) {
-        return Members({params.Salt()->Specified(), params.IterationCount(), params.KeyLength(),
-                        params.Prf()});
-    };
-    EXPECT_EQ("abcd,09,-,-", Read<CAsn1Pbkdf2Params>(Tlv(0x30, {kKey, Int(9)}), sayPbkdf2));
-    EXPECT_EQ(
-        "-,09,20,06022a030500",
-        Read<CAsn1Pbkdf2Params>(Tlv(0x30, {kAlgorithm, Int(9), Int(0x20), kAlgorithm}), sayPbkdf2));
-    EXPECT_EQ("abcd,-",
-              Read<CAsn1GcmParameters>(Tlv(0x30, kKey), [](const CAsn1GcmParameters& params) {
-                  return Members({params.Nonce(), params.IcvLen()});
-              }));
-}
-
-TEST(AlgorithmParametersTest, KeysTransportedForGostHoldTheSetsTheyNeed) {
-    const Octets encrypted = Tlv(0x30, {kKey, Tlv(0x80, {0x11}), kKey});
-    const Octets publicKey = Tlv(0xA0, {kAlgorithm, {0x03, 0x02, 0x00, 0x77}});
-    const Octets transport = Tlv(0x30, {encrypted, Tlv(0xA0, {kOid, publicKey, kKey})});
-    EXPECT_EQ("abcd,11,2a03,0077,abcd",
-              Read<CAsn1GostKeyTransport>(transport, [](const CAsn1GostKeyTransport& key) {
-                  const CAsn1GostTransportParameters& params = *key.TransportParameters();
-                  return Members({key.SessionEncryptedKey()->MacKey(),
-                                  key.SessionEncryptedKey()->MaskKey(), params.EncryptionParamSet(),
-                                  params.EphemeralPublicKey()->SubjectPublicKey(), params.Ukm()});
-              }));
-    EXPECT_EQ("abcd,2a03", Read<CAsn1Gost28147Parameters>(
-                               Tlv(0x30, {kKey, kOid}), [](const CAsn1Gost28147Parameters& params) {
-                                   return Members({params.Iv(), params.EncryptionParamSet()});
-                               }));
-    EXPECT_EQ("abcd", Read<CAsn1Gost341215EncryptionParameters>(
-                          Tlv(0x30, kKey), [](const CAsn1Gost341215EncryptionParameters& params) {
-                              return Members({params.Ukm()});
-                          }));
 }
 
 }  // namespace

@@ -12,14 +12,8 @@
 
 namespace {
 
-const Octets kCommonName{0x06, 0x03, 0x55, 0x04, 0x03};
-const Octets kSubjectAltName{0x06, 0x03, 0x55, 0x1D, 0x11};
-const Octets kRsaWithSha256 =
-    Tlv(0x30, {{0x06, 0x09, 0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01, 0x01, 0x0B}, {0x05, 0x00}});
-
-Octets Name(const char* commonName) {
-    return Tlv(0x30, Tlv(0x31, Tlv(0x30, {kCommonName, Tlv(0x0C, Text(commonName))})));
-}
+const Octets kSubjectAltName = Oid("2.5.29.17");
+const Octets kRsaWithSha256 = Algorithm("1.2.840.113549.1.1.11", kDerNull);
 
 // Every form of GeneralName (RFC 5280 4.2.1.6), in the order of their tags.
 Octets AllGeneralNames() {
@@ -162,50 +156,6 @@ TEST_P(CertificateTest, OneOddMemberHidesNoOther) {
     EXPECT_EQ("CN=Subject", FirstValue(*tbs.Subject()));
     EXPECT_EQ(2U, tbs.Extensions()->Count());
     EXPECT_NE(nullptr, certificate->SignatureValue());
-}
-
-// Walks all there is; what it reads is judged by the sanitizers. Returns the extensions seen.
-std::size_t WalkAll(Octets der, Asn1Blocks blocks) {
-    std::size_t seen = 0;
-    try {
-        CAsn1Root<CAsn1Certificate> certificate(der, blocks);
-        try {
-            certificate->Decode();
-        } catch (const ca::Exception&) {
-        }
-        const CAsn1TbsCertificate* tbs = certificate->TbsCertificate();
-        if (tbs == nullptr || tbs->Extensions() == nullptr) {
-            return seen;
-        }
-        for (auto at = tbs->Extensions()->Elements(); at.Next(); ++seen) {
-            if (at.Item() == nullptr || at.Item()->ExtnValue() == nullptr) {
-                continue;
-            }
-            Octets value = OctetStringOf(at.Item()->ExtnValue());
-            CAsn1Root<CAsn1GeneralNames> names(value, blocks);
-            for (auto name = names->Elements(); name.Next();) {
-                if (name.Item() != nullptr && name.Item()->DirectoryName() != nullptr) {
-                    FirstValue(*name.Item()->DirectoryName());
-                }
-            }
-        }
-    } catch (const ca::Exception&) {
-    }
-    return seen;
-}
-
-TEST_P(CertificateTest, StandsCutsAndFlippedBits) {
-    const Octets good = Certificate();
-    EXPECT_EQ(2U, WalkAll(good, GetParam()));
-    for (std::size_t size = 0; size < good.size(); ++size) {
-        const auto end = good.begin() + static_cast<std::ptrdiff_t>(size);
-        EXPECT_EQ(0U, WalkAll(Octets(good.begin(), end), GetParam()));
-    }
-    for (std::size_t bit = 0; bit < good.size() * 8; bit += 5) {  // some of each octet
-        Octets flipped = good;
-        flipped[bit / 8] = static_cast<unsigned char>(flipped[bit / 8] ^ (1U << (bit % 8)));
-        EXPECT_LE(WalkAll(flipped, GetParam()), good.size() / 2);
-    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Blocks, CertificateTest,
