@@ -22,7 +22,7 @@
 namespace {
 
 // An output stream of rapidjson in one malloc buffer that can be handed over without a copy.
-class JsonText {
+class JsonOutput {
   public:
     using Ch = char;
 
@@ -72,7 +72,7 @@ class JsonText {
 // Writes text that needs no escapes as it is, the rest through rapidjson's writer.
 class DumpWriter {
   public:
-    explicit DumpWriter(JsonText& text) : m_text(text), m_strings(text) {}
+    explicit DumpWriter(JsonOutput& text) : m_text(text), m_strings(text) {}
 
     void Raw(std::string_view text) {
         std::memcpy(m_text.Push(text.size()), text.data(), text.size());
@@ -99,9 +99,9 @@ class DumpWriter {
 
   private:
     using StringWriter =
-        rapidjson::Writer<JsonText, rapidjson::UTF8<>, rapidjson::UTF8<>, ca::CJsonAllocator>;
+        rapidjson::Writer<JsonOutput, rapidjson::UTF8<>, rapidjson::UTF8<>, ca::CJsonAllocator>;
 
-    JsonText& m_text;
+    JsonOutput& m_text;
     StringWriter m_strings;
 };
 
@@ -285,7 +285,7 @@ void WriteBase64(std::span<const unsigned char> octets, DumpWriter& writer) {
 }  // namespace
 
 void CAsn1Block::ToJson(ca::JsonWriter& writer) {
-    JsonText text;
+    JsonOutput text;
     DumpWriter members(text);
     TreeDump(*this, members).Write();
     constexpr std::string_view kKey = R"("structure":)";
@@ -295,7 +295,7 @@ void CAsn1Block::ToJson(ca::JsonWriter& writer) {
 }
 
 ca::BytePtr CAsn1Block::ToJson(std::size_t* length) {
-    JsonText text;
+    JsonOutput text;
     DumpWriter writer(text);
     writer.Raw("{");
     TreeDump(*this, writer).Write();

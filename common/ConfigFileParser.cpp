@@ -133,7 +133,7 @@ class IniReader {
     ServiceSettings& m_settings;
 };
 
-/// Writes the keys into an INI file and the list sections behind it.
+/// Writes the keys into an INI file and the list sections after it.
 class IniWriter {
   public:
     explicit IniWriter(const ServiceSettings& settings)

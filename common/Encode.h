@@ -45,7 +45,7 @@ void Base64Encode(const unsigned char* data, unsigned length, std::string& out);
 /// one of "+", "/", "=", CR, LF. Stops at a NUL. An empty text counts as Base64.
 bool _IsBase64String(const char* text, unsigned length);
 
-/// A textual wrapper: what stands before and behind the Base64 body, as PEM's begin and end lines.
+/// A textual wrapper: what stands before and after the Base64 body, as PEM's begin and end lines.
 using Base64Wrapper = std::pair<std::string, std::string>;
 
 /// Decodes data that may be Base64, bare or inside one of the wrappers.

@@ -10,7 +10,7 @@ namespace ca {
 
 /// The C run-time's heap: what crosses the module boundary is released by the host with free().
 struct CCRTAllocator {
-    /// Throws std::bad_alloc. A size of 0 still gives an own block.
+    /// Throws std::bad_alloc. A size of 0 still gives a block of its own.
     static void* Allocate(std::size_t size) {
         void* block = size < kLargeBlock ? std::malloc(size != 0 ? size : 1) : AllocateLarge(size);
         if (block == nullptr) {

@@ -18,8 +18,8 @@ bool IsInHiddenTable(std::uint32_t code) noexcept;
 /// no trace (Default_Ignorable_Code_Point of UAX 44: soft hyphen, joiners, fillers, variation
 /// selectors, tags). Variation selectors and joiners have honest uses, but two names that differ in
 /// one only must not look alike. Also noncharacters, which toolkits give meanings of their own (Qt
-/// breaks a line at U+FDD0), and what is no Unicode character at all. Blanks that take room are not
-/// hidden.
+/// breaks a line at U+FDD0), and what is not a Unicode character at all. Blanks that take room are
+/// not hidden.
 inline bool IsHiddenCharacter(wchar_t c) noexcept {
     const auto code = static_cast<std::uint32_t>(c);
     return MayBeHidden(code) && IsInHiddenTable(code);

@@ -10,8 +10,8 @@
 namespace ca {
 namespace {
 
-// What "@internal" stands for: the names of this machine (RFC 6761 6.3), and the addresses that do
-// not belong to the public network (the registries of RFC 6890; RFC 4291 2.4, RFC 3879).
+// What "@internal" stands for: the names of this machine (RFC 6761, 6.3), and the addresses that do
+// not belong to the public network (the registries of RFC 6890; RFC 4291, 2.4, RFC 3879).
 // clang-format off
 constexpr const char* kInternal[] = {
     "localhost",      "*.localhost",    "0.0.0.0/8",     "10.0.0.0/8",   "100.64.0.0/10",

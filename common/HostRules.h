@@ -19,7 +19,7 @@ class HostRules {
   public:
     /// Allows nothing.
     HostRules() = default;
-    /// Throws ca::Exception 16268 for a text that is no pattern.
+    /// Throws ca::Exception 16268 for a text that is not a pattern.
     explicit HostRules(const std::vector<std::wstring>& patterns);
     static bool IsPattern(const std::wstring& text);
 

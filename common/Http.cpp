@@ -21,7 +21,7 @@ using PostBody = std::span<const unsigned char>;
 constexpr int kMaxRedirects = 5;
 constexpr std::uint32_t kMaxUploadAnswer = 1U << 20;
 
-// The next URL of a transfer. A redirect to what is no good URL is the server's fault.
+// The next URL of a transfer. A redirect to what is not a good URL is the server's fault.
 HttpUrl Follow(const HttpTransfer& transfer, const HttpUrl& from, const std::string& location) {
     try {
         return FollowRedirect(from, u8u16(location));
@@ -63,7 +63,7 @@ void RunTransfer(const std::wstring& url, const PostBody* body, const HttpSettin
     throw Exception(kErrExecution);
 }
 
-// The upload's text with what went wrong behind it.
+// The upload's text with what went wrong after it.
 std::wstring UploadText(const Exception& e) {
     return ::GetErrorMessage(kErrUpload, false) +
            (e.message.empty() ? ::GetErrorMessage(e.errorCode, false) : e.message);

@@ -18,8 +18,8 @@
 namespace ca {
 namespace {
 
-constexpr long kStatusProxyRefuses = 407;  // RFC 9110 15.5.8
-constexpr long kStatusSeeOther = 303;      // RFC 9110 15.4.4: the answer is elsewhere, by GET
+constexpr long kStatusProxyRefuses = 407;  // RFC 9110, 15.5.8
+constexpr long kStatusSeeOther = 303;      // RFC 9110, 15.4.4: the answer is elsewhere, by GET
 constexpr long kCheckHostName = 2;         // certificate must be issued for the host
 constexpr long kTransferBuffer = 0x20000;  // octets; fewer system calls than with the usual 16 KiB
 constexpr std::size_t kMaxHeader = 0x40000;  // octets of all header lines of a transfer

@@ -28,7 +28,7 @@ bool IsText(const std::wstring& text) {
            std::none_of(text.begin(), text.end(), IsForbidden);
 }
 
-// The address itself is not repeated: what is no URL may be anything.
+// The address itself is not repeated: what is not a URL may be anything.
 [[noreturn]] void RefuseUrl() {
     throw Exception(kErrParameters, SetZORNAMessage(kMsgNotHttp));
 }

@@ -5,7 +5,7 @@
 
 namespace ca {
 
-/// Characters of a URL that are accepted; RFC 9110 4.1 asks for 8000 octets at least.
+/// Characters of a URL that are accepted; RFC 9110, 4.1 asks for 8000 octets at least.
 inline constexpr std::size_t kMaxUrlLength = 8192;
 
 /// An address that has passed the checks.

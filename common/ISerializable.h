@@ -12,7 +12,7 @@ class ISerializable {
   public:
     /// Replaces what the record held, as if it were fresh: fields that the value does not name get
     /// their defaults. Lists that stand in a packet by themselves are added to instead, and a value
-    /// that is no array leaves them as they are; see each.
+    /// that is not an array leaves them as they are; see each.
     /// Throws ca::Exception 16300 for a value of the wrong shape.
     virtual void FromJson(const JsonValue& value) = 0;
     /// Writes exactly one value; the caller has written the key.

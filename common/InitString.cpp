@@ -83,7 +83,7 @@ class Scanner {
         ++m_number;
         const std::wstring_view name = TrimRight(TakeUntil(L"=;"));
         if (!IsName(name) || !Take(L'=')) {
-            // Whatever stands there is no name; it may be the rest of a password that holds a ';'.
+            // What stands there is not a name; it may be the rest of a password that holds a ';'.
             RefuseItem(L"#" + ca::DecimalText(m_number));
         }
         SkipBlanks();
@@ -109,7 +109,7 @@ class Scanner {
         Skip(taken.size());
         return taken;
     }
-    // The value behind its opening quote; two quotes stand for one.
+    // The value after its opening quote; two quotes stand for one.
     std::wstring QuotedRest(std::wstring_view name) {
         std::wstring value;
         for (;;) {

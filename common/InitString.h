@@ -41,7 +41,7 @@ class InitString {
     /// The value as text; `absent` when there is none.
     std::wstring GetText(std::wstring_view name, std::wstring_view absent = {}) const;
     /// The value as a decimal number; `absent` when there is none.
-    /// Throws 16268, with a message that names the item, when it is no number of low to high.
+    /// Throws 16268, with a message that names the item, when it is not a number of low to high.
     std::uint64_t GetUnsigned(std::wstring_view name, std::uint64_t low, std::uint64_t high,
                               std::uint64_t absent) const;
 
@@ -57,7 +57,7 @@ class InitString {
 /// The parameter text that every call starts from: time-outs, revocation checks, proxy and
 /// certificate inclusion of the configuration. Where a PKI file was read, what it says of servers,
 /// time-outs and caching comes in place of the service configuration's or is added; otherwise `pki`
-/// changes nothing. Ends in a semicolon, so that a call's own items are put right behind it. Holds
+/// changes nothing. Ends in a semicolon, so that a call's own items are put right after it. Holds
 /// the proxy's password: log it through InitString::ToLogString() only.
 std::wstring BuildBaseInitString(const ConfigFileParser& config, const PKIConfigFileParser& pki);
 

@@ -104,7 +104,7 @@ bool IpAddress::IsBehind(const IpAddress& prefix) const {
            (rest == 0 || ((m_octets[whole] ^ prefix.m_octets[whole]) >> (8 - rest)) == 0);
 }
 
-// The IPv4 address or network behind so many bits.
+// The IPv4 address or network after so many bits.
 IpAddress IpAddress::Embedded(unsigned bits) const {
     IpAddress inner(true, m_octets.data() + bits / 8);
     inner.m_bits = std::min(kV4Bits, m_bits - bits);

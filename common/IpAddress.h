@@ -12,7 +12,7 @@ struct sockaddr;
 namespace ca {
 
 /// An IPv4 or IPv6 address, or a network of them. An IPv4 address that is mapped into IPv6
-/// (RFC 4291 2.5.5.2) is the IPv4 address: systems connect to that.
+/// (RFC 4291, 2.5.5.2) is the IPv4 address: systems connect to that.
 class IpAddress {
   public:
     /// Dotted decimal or IPv6 text, with "/" and a prefix's bits for a network.
@@ -23,8 +23,8 @@ class IpAddress {
     /// None for other families.
     static std::optional<IpAddress> FromSocket(const sockaddr& address);
 
-    /// The address itself, and an IPv4 address in it that packets may end up at: behind the
-    /// prefixes of translators (RFC 6052 2.1) and of 6to4 (RFC 3056 2).
+    /// The address itself, and an IPv4 address in it that packets may end up at: after the
+    /// prefixes of translators (RFC 6052, 2.1) and of 6to4 (RFC 3056 2).
     std::vector<IpAddress> Forms() const;
     /// Whether the address is one of this network. Networks of one kind hold none of the other.
     bool Contains(const IpAddress& address) const;

@@ -30,7 +30,7 @@ void SetJsonPosition(const JsonPosition& position) noexcept;
 void SetJsonMember(const char* key) noexcept;
 
 /// What this thread reads of a request: `"storeAddress", "name"`, only the key outside of a record,
-/// nothing behind ClearJsonPosition().
+/// nothing after ClearJsonPosition().
 std::wstring JsonPlace();
 void ClearJsonPosition() noexcept;
 

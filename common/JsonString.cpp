@@ -72,7 +72,7 @@ void CopyEscaped(std::string_view text, char* out) {
     }
 }
 
-// A block as octets. Packing saturates: what is no ASCII stays below ' ' or becomes negative.
+// A block as octets. Packing saturates: what is not ASCII stays below ' ' or becomes negative.
 __m128i NarrowBlock(const wchar_t* text) {
     const auto* lanes = reinterpret_cast<const __m128i*>(text);
     return _mm_packus_epi16(

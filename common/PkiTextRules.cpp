@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kMaxTextLength = 4096;
 
-// The bits' names of RFC 5280 4.2.1.3.
+// The bits' names of RFC 5280, 4.2.1.3.
 constexpr const wchar_t* kKeyUsageNames[] = {
     L"digitalSignature", L"nonRepudiation", L"keyEncipherment",
     L"dataEncipherment", L"keyAgreement",   L"keyCertSign",
@@ -24,13 +24,13 @@ constexpr const wchar_t* kKeyUsageNames[] = {
 
 }  // namespace
 
-bool IsText(const std::wstring& text) {
+bool IsSettingText(const std::wstring& text) {
     return text.size() <= kMaxTextLength &&
            std::none_of(text.begin(), text.end(), [](wchar_t c) { return c < L' ' || c == 0x7F; });
 }
 
 bool IsPath(const std::wstring& text) {
-    return text.starts_with(L'/') && IsText(text);
+    return text.starts_with(L'/') && IsSettingText(text);
 }
 
 bool IsOptionalPath(const std::wstring& text) {
@@ -40,14 +40,14 @@ bool IsOptionalPath(const std::wstring& text) {
 bool IsUrl(const std::wstring& text) {
     try {
         ParseHttpUrl(text);
-        return IsText(text);
+        return IsSettingText(text);
     } catch (const Exception&) {
         return false;
     }
 }
 
 bool IsHostPattern(const std::wstring& text) {
-    return IsText(text) && HostRules::IsPattern(text);
+    return IsSettingText(text) && HostRules::IsPattern(text);
 }
 
 bool IsKeyUsage(const std::wstring& text) {

@@ -135,7 +135,7 @@ const wchar_t* BehindMark(const wchar_t* in, const wchar_t* end) {
     return in != end && static_cast<std::uint32_t>(*in) == kByteOrderMark ? in + 1 : in;
 }
 
-// Converts until `out` reaches `full`, behind which it may write kNarrowSlack octets.
+// Converts until `out` reaches `full`, after which it may write kNarrowSlack octets.
 char* NarrowUpTo(const wchar_t*& in, const wchar_t* end, char* out, const char* full,
                  ca::utf::Path path) {
     while (in != end && out < full) {

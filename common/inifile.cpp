@@ -181,7 +181,7 @@ bool FileT<Char>::Load(const String& path, bool merge) {
 template <class Char>
 SectionT<Char>* FileT<Char>::LoadLine(const String& line, Section* current) {
     if (IsSectionHeader(line)) {
-        // Deliberate: the length is counted on the whole line, so with blanks behind the header the
+        // Deliberate: the length is counted on the whole line, so with blanks after the header the
         // name keeps its "]".
         return AddSection(line.substr(1, line.size() - 2));
     }

@@ -73,7 +73,7 @@ SHA1::Block SHA1::buffer_to_block(const Char* octets) {
     return block;
 }
 
-// One behind the other instead of in a loop: the words of the state then change their names from
+// One after the other instead of in a loop: the words of the state then change their names from
 // round to round instead of their places.
 template <auto Round, std::size_t First, std::size_t... Index>
 void SHA1::Rounds(Block& block, State& state, std::index_sequence<Index...>) {

@@ -32,6 +32,7 @@ class AnswerMembers : public host::CJsonEvents {
         return true;
     }
     bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) {
+        // Copied only for those who want it: it may be nearly all of the answer.
         if (m_wantFileData && GetDepth() == 1 && m_key == "fileData") {
             fileData = std::string(text, length);
         }
@@ -72,6 +73,7 @@ CAnswer::CAnswer(char* response, std::size_t size)
                   std::to_string(room);
         return;
     }
+    // Raw file data stand after the NUL that ends the text.
     const std::size_t length = ::strnlen(response, size);
     m_text = {response, length};
     if (length < size) {
@@ -104,6 +106,7 @@ std::optional<std::string> CAnswer::ExtractOctets() const {
     AnswerMembers members(/*wantFileData=*/true);
     static_cast<void>(ReadJsonEvents(m_text, members));
     if (!members.fileData) {
+        // An announced size of 0 is a result without octets; no announcement is no result.
         return members.fileDataSize ? std::optional<std::string>("") : std::nullopt;
     }
     const std::string encoded = std::move(*members.fileData);

@@ -23,17 +23,17 @@ class CAnswer {
 
     /// The JSON text: what stands before the first NUL.
     std::string_view GetText() const { return m_text; }
-    /// The octets behind that NUL.
+    /// The octets after that NUL.
     std::span<const unsigned char> GetRaw() const { return m_raw; }
 
-    /// Why this is no proper answer (UTF-8, one sentence); "" when it is one.
+    /// Why this is not a proper answer (UTF-8, one sentence); "" when it is one.
     const std::string& GetFault() const { return m_fault; }
     /// "errorCode" of the answer; nothing when it has none.
     std::optional<std::uint32_t> GetErrorCode() const { return m_errorCode; }
     /// Proper and with the error code 0.
     bool IsGood() const { return m_fault.empty() && m_errorCode == 0U; }
 
-    /// The result's octets: those behind the text, or else the "fileData" of the answer, decoded.
+    /// The result's octets: those after the text, or else the "fileData" of the answer, decoded.
     /// Nothing when it has neither.
     std::optional<std::string> ExtractOctets() const;
 

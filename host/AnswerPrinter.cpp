@@ -62,7 +62,7 @@ class PrettyForwarder : public host::CJsonForwarder<PrettyWriter> {
 
 // Valid UTF-8 whatever the octets are.
 std::string Readable(std::string_view octets) {
-    return host::Visible(std::string(octets.substr(0, kShownOfBadAnswer)));
+    return host::Harmless(std::string(octets.substr(0, kShownOfBadAnswer)));
 }
 
 }  // namespace

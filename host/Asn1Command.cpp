@@ -34,7 +34,9 @@ namespace {
 using host::CHostError;
 
 constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is no terminal
+// Less than this leaves no room for a value after place, lengths and tag.
 constexpr std::size_t kLeastWidth = 40;
+// Octets of JSON that are escaped and written at a time.
 constexpr std::size_t kJsonPiece = std::size_t{1} << 16U;
 
 constexpr const char* kExamples =
@@ -90,6 +92,8 @@ class Asn1Run {
             DoFile(file);
         }
         if (!m_options.raw.empty()) {
+            // One output for all files, written last: a file that is read may be the one written
+            // to.
             host::WriteFile(m_options.raw, m_raw);
         }
         if (!m_options.rebuild.empty()) {
@@ -108,7 +112,7 @@ class Asn1Run {
 
     void Complain(const std::string& text, host::ExitCode code = host::kExitAnsweredBad) {
         m_exitCode = std::max(m_exitCode, code);
-        host::Flush();  // behind what it is about
+        host::Flush();  // after what it is about
         host::Note(text);
     }
 
@@ -134,6 +138,8 @@ class Asn1Run {
                     ",\"item\":" + number + ",\"label\":" + host::QuoteJson(items[i].label);
             }
             try {
+                // A title tells apart what one file, or several, hold; one item of one file needs
+                // none.
                 DoItem(place, items[i].octets, m_options.files.size() + items.size() > 2);
             } catch (const ca::Exception& error) {
                 Complain(place.text + ": " + FaultText(error.errorCode));
@@ -150,9 +156,10 @@ class Asn1Run {
         parser.Parse(octets.data(), static_cast<unsigned>(octets.size()),
                      /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
                      /*singleRoot=*/false);
+        // What could be read is shown even when the end is missing; the fault is told after it.
         const std::vector<CAsn1Block*> nodes = SelectNodes(parser);
         if (withTitle && m_lists && !nodes.empty()) {
-            host::Put(host::Visible(place.text) + ":\n");
+            host::Put(host::Harmless(place.text) + ":\n");
         }
         for (CAsn1Block* const node : nodes) {
             DoNode(*node, octets.data(), place);
@@ -244,7 +251,7 @@ int ListFiles(const Asn1Options& options) {
     SetZORNALng(russian ? L"ru" : L"en");
     host::ShowLog(options.log);
     std::vector<std::wstring> noTexts;
-    LogInit(&host::LogLine, noTexts);
+    LogInit(&host::PrintLogLine, noTexts);
     return Asn1Run(options).Run();
 }
 

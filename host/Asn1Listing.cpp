@@ -53,7 +53,7 @@ std::string LineText(const CAsn1Block& block, std::size_t depth, const unsigned 
     }
     // The text so far is ASCII.
     const std::size_t room = width > text.size() + 1 ? width - text.size() - 1 : 0;
-    if (const std::wstring value = host::Visible(ca::BlockText(block, width));
+    if (const std::wstring value = host::Harmless(ca::BlockText(block, width));
         !value.empty() && room != 0) {
         text += " " + ca::u16u8(host::CutToWidth(value, room));
     }

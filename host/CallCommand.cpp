@@ -83,7 +83,7 @@ void AddOptions(CLI::App& command, CallOptions& options) {
 }
 
 host::CRequest BuildRequest(const CallOptions& options) {
-    const std::optional<std::uint32_t> mode = host::FindMode(options.mode);
+    const std::optional<std::uint32_t> mode = host::ModeByName(options.mode);
     if (!mode) {
         throw CHostError(host::kExitUsage,
                          host::NoSuchMode(options.mode) + " (`cmhost modes` lists them)");
@@ -98,6 +98,7 @@ host::CRequest BuildRequest(const CallOptions& options) {
             throw CHostError(host::kExitUsage, options.json + " is no request: " + reason);
         }
     }
+    // After --json: what stands on the command line wins over the file.
     builder.Set("mode", std::to_string(*mode));
     if (options.client) {
         builder.Set("clientId", host::QuoteJson(*options.client));

@@ -31,12 +31,14 @@ std::optional<std::string> LanguageOf(const std::string& content) {
     CIniFileW file;
     std::wistringstream in(ca::u8u16(content));
     file.Load(in, /*merge=*/false);
+    // The engine of the module, so that both read the same file alike.
     const auto* const section = file.GetSection(L"Service settings");
     const auto* const key = section != nullptr ? section->GetKey(L"Language") : nullptr;
     return key != nullptr ? std::optional(ca::u16u8(key->GetValue())) : std::nullopt;
 }
 
 bool IsLocaleRussian() {
+    // The order of POSIX: the first that is set wins, an empty one counts as not set.
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         if (const char* const value = std::getenv(name); value != nullptr && *value != '\0') {
             return std::string_view(value).starts_with("ru");
@@ -63,6 +65,7 @@ Configuration FindConfiguration(const std::string& given) {
         found.content = ReadFile(found.path, kLargestConfig);
         found.language = LanguageOf(found.content);
     } catch (const CHostError& error) {
+        // Who named the file must hear of it; one that was merely found is the module's to judge.
         if (!given.empty()) {
             throw;
         }

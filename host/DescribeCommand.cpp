@@ -91,7 +91,7 @@ std::string ListParams(const DescribeOptions& options) {
     return params;
 }
 
-// Digits as the module takes them; it has parameters of its own behind a semicolon.
+// Digits as the module takes them; it has parameters of its own after a semicolon.
 std::string CheckSerial(const std::string& text) {
     const bool isHex = text.find_first_not_of("0123456789abcdefABCDEF: ") == std::string::npos &&
                        text.find_first_not_of(": ") != std::string::npos;
@@ -128,7 +128,7 @@ void ReportFaults(const host::CDescriber::FaultCounts& faults, std::size_t files
     host::Note(std::to_string(files - bad) + " of " + std::to_string(files) + " files described");
     for (std::size_t i = 0; i < rows.size() && i < kShownReasons; ++i) {
         std::fprintf(stderr, "%8zu not: %s\n", rows[i].first,
-                     host::Visible(rows[i].second).c_str());
+                     host::Harmless(rows[i].second).c_str());
     }
     if (rows.size() > kShownReasons) {
         std::fprintf(stderr, "         and %zu more reasons\n", rows.size() - kShownReasons);

@@ -111,6 +111,7 @@ CDescriber::CDescriber(const CModule& module, COrderedOutput& output, CProgressB
       m_text(request.text) {}
 
 void CDescriber::Describe(const std::vector<ListedFile>& files, unsigned threads) {
+    // The caller works as one of the threads, so that one thread needs no other.
     std::vector<std::jthread> others;
     for (unsigned i = 1; i < threads; ++i) {
         others.emplace_back([this, &files] { Work(files); });
@@ -129,6 +130,8 @@ void CDescriber::Work(const std::vector<ListedFile>& files) noexcept {
         }
     } catch (...) {
         const std::lock_guard lock(m_mutex);
+        // The first failure is the one that is told; the others are mostly its consequences. Those
+        // who wait for their turn to write must not wait for a piece that never comes.
         m_failure = m_failure ? m_failure : std::current_exception();
         m_output.Abandon();
     }
@@ -154,6 +157,7 @@ OutputPiece CDescriber::DescribeFile(const ListedFile& file) {
         if (!outcome.isRead) {
             piece.note = outcome.fault;
         }
+        // A file counts once, by its first fault, however many of its objects have one.
         if (!outcome.IsGood() && worst.empty()) {
             worst = outcome.isRead ? outcome.fault : WithoutPath(outcome.fault, file.path);
             if (outcome.errorCode) {
@@ -171,6 +175,7 @@ OutputPiece CDescriber::DescribeFile(const ListedFile& file) {
 
 CDescriber::Outcome CDescriber::Judge(ca::ObjectReader asked, CAnswer answer) {
     AnswerLook look;
+    // The answer was found to be JSON, or its fault says that it is not.
     static_cast<void>(ReadJsonEvents(answer.GetText(), look));
     Outcome outcome;
     outcome.kind =
@@ -200,8 +205,9 @@ CDescriber::Outcome CDescriber::AskModule(const std::vector<ca::ObjectReader>& o
             builder.Set("extInitParams", QuoteJson(m_listParams));
         }
         CRequest request{.octets = builder.Build(&octets, PayloadForm::kBinary),
-                         .name = Visible(path) + ", " + NameMode(ModeOf(each))};
+                         .name = Harmless(path) + ", " + NameMode(ModeOf(each))};
         Outcome next = Judge(each, m_module.Ask(request));
+        // The operations come in the order of their likelihood: the refusal of the first says most.
         if (next.IsGood() || !outcome.answer) {
             outcome = std::move(next);
         }
@@ -218,11 +224,11 @@ CDescriber::Outcome CDescriber::DescribePart(const FileObjects& file, const File
     Outcome outcome;
     if (part.kind != nullptr && part.kind->reader == ca::ObjectReader::kDescription) {
         outcome.kind = part.kind;
-        outcome.description = DescriptionJson(*part.kind, SourceOf(file, part));
+        outcome.description = DescriptionJson(*part.kind, PartSource(file, part));
         return outcome;
     }
     // A file of one part is the module's as it is.
-    outcome = AskModule(part.order, file.parts.size() > 1 ? OctetsOf(file, part) : content, path);
+    outcome = AskModule(part.order, file.parts.size() > 1 ? PartOctets(file, part) : content, path);
     if (part.order.empty() || !outcome.IsGood()) {
         outcome.kind = part.kind;
         outcome.fault = ReasonOf(file, part, outcome.fault);
@@ -290,7 +296,7 @@ std::string CDescriber::WriteText(const std::string& path, const Outcome& outcom
     if (!outcome.isRead) {
         return "";  // the note says it
     }
-    std::string title = Visible(path);
+    std::string title = Harmless(path);
     if (place.count > 1) {
         title += " " + std::to_string(place.number) + "/" + std::to_string(place.count);
     }
@@ -299,7 +305,7 @@ std::string CDescriber::WriteText(const std::string& path, const Outcome& outcom
         const std::string code =
             outcome.errorCode ? " (" + std::to_string(*outcome.errorCode) + ")" : "";
         return title + (m_text.russian ? "нет описания: " : "not described: ") +
-               Visible(outcome.fault) + code + "\n";
+               Harmless(outcome.fault) + code + "\n";
     }
     RecordTextOptions options = m_text;
     options.isEnvelope = outcome.kind->name == kEnvelope;

@@ -59,6 +59,7 @@ mode_t NewFileMode() {
                               std::strtoul(line.c_str() + kMask.size(), nullptr, /*base=*/8));
         }
     }
+    // Without /proc nobody but the owner: too few rights can be mended later.
     return kAll & ~mode_t{077};
 }
 
@@ -71,11 +72,13 @@ void WriteInPlace(const std::string& path, std::string_view octets) {
         Fail("create", path);
     }
     int fault = 0;
+    // A device or pipe takes what it has room for at the time.
     while (fault == 0 && !octets.empty()) {
         const ssize_t count = ::write(file, octets.data(), std::min(octets.size(), kLargestMove));
         fault = count < 0 && errno != EINTR ? errno : 0;
         octets.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
     }
+    // Some file systems report a full disk only here.
     if (::close(file) != 0 && fault == 0) {
         fault = errno;
     }
@@ -98,6 +101,7 @@ CInputFile::CInputFile(const std::string& path)
     if (m_descriptor < 0 || ::fstat(m_descriptor, &status) != 0) {
         Fail("open", m_name);
     }
+    // The sizes that others state mean nothing: pipes and devices say 0.
     m_size = S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
@@ -134,6 +138,7 @@ std::string ReadFile(const std::string& path, std::size_t limit) {
             break;
         }
         if (used == content.size()) {
+            // Doubled, so that all copies together cost no more than the content once again.
             content.resize(std::min(2 * used, limit));
         }
     }
@@ -157,6 +162,8 @@ void WriteFile(const std::string& path, std::string_view octets) {
         case ca::FileStatus::kDone:
             return;
         case ca::FileStatus::kNotOpened:
+            // The folder may not be written to while the file in it may. A full disk is no such
+            // reason: writing in place would destroy the old content and then fail.
             if (errno != ENOSPC && errno != EDQUOT) {
                 WriteInPlace(path, octets);
                 return;

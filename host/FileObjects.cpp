@@ -48,7 +48,7 @@ bool IsWholeCertificate(const ca::PlacedObject& object) {
            !ca::FirstElement(object.source.octets).raw.empty();
 }
 
-// Letters of a text are elements too, one behind the other; but hardly one that ends with it.
+// Letters of a text are elements too, one after the other; but hardly one that ends with it.
 bool IsAsn1(std::span<unsigned char> octets) {
     constexpr std::size_t kLookedAt = 16;
     const std::span<unsigned char> element = ca::FirstElement(octets).raw;
@@ -82,7 +82,7 @@ namespace host {
 
 std::uint32_t ModeOf(ObjectReader reader) {
     const auto* const row = std::ranges::find(kOperations, reader, &OperationRow::reader);
-    return FindMode(std::string(row->operation)).value();
+    return ModeByName(std::string(row->operation)).value();
 }
 
 FileObjects ReadObjects(std::string& content) {
@@ -111,11 +111,11 @@ FileObjects ReadObjects(std::string& content) {
     return file;
 }
 
-ca::ObjectSource SourceOf(const FileObjects& file, const FilePart& part) {
+ca::ObjectSource PartSource(const FileObjects& file, const FilePart& part) {
     return file.list.objects[part.objects.front()].source;
 }
 
-std::string OctetsOf(const FileObjects& file, const FilePart& part) {
+std::string PartOctets(const FileObjects& file, const FilePart& part) {
     std::string octets;
     for (const std::size_t number : part.objects) {
         const std::span<const unsigned char> object = file.list.objects[number].source.octets;
@@ -135,7 +135,7 @@ std::string ReasonOf(const FileObjects& file, const FilePart& part, const std::s
     if (part.objects.empty()) {
         return fault;
     }
-    const ca::ObjectSource source = SourceOf(file, part);
+    const ca::ObjectSource source = PartSource(file, part);
     const bool isCut = MendTruncated(source.octets).has_value();
     if (part.kind == nullptr || source.octets.empty()) {
         return UnknownReason(source, isCut);

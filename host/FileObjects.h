@@ -40,10 +40,10 @@ struct FileObjects {
 FileObjects ReadObjects(std::string& content);
 
 /// The first object of a part that has one.
-ca::ObjectSource SourceOf(const FileObjects& file, const FilePart& part);
+ca::ObjectSource PartSource(const FileObjects& file, const FilePart& part);
 
 /// The octets of a part for a request of its own.
-std::string OctetsOf(const FileObjects& file, const FilePart& part);
+std::string PartOctets(const FileObjects& file, const FilePart& part);
 
 /// Why a part is not described, in the current language (UTF-8). \param fault  what the module
 /// says.

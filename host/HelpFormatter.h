@@ -8,7 +8,7 @@
 
 namespace host {
 
-/// Lays the help out for a terminal of 80 columns. What an option takes stands behind its name;
+/// Lays the help out for a terminal of 80 columns. What an option takes stands after its name;
 /// what it requires or excludes is for its description to say.
 class CHelpFormatter : public CLI::Formatter {
   public:

@@ -8,7 +8,7 @@
 namespace host {
 
 CLineReader::CLineReader(const std::string& path)
-    : m_file(path), m_visibleName(Visible(m_file.GetName())) {}
+    : m_file(path), m_visibleName(Harmless(m_file.GetName())) {}
 
 bool CLineReader::Next(std::string& line) {
     line.clear();

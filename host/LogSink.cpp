@@ -24,7 +24,7 @@ void ShowLog(bool show) {
     shown = show;
 }
 
-bool LogLine(const wchar_t* line, bool isError) noexcept {
+bool PrintLogLine(const wchar_t* line, bool isError) noexcept {
     if (line == nullptr) {
         return false;
     }
@@ -34,7 +34,7 @@ bool LogLine(const wchar_t* line, bool isError) noexcept {
     try {
         const bool coloured = isError && IsTerminal(STDERR_FILENO);
         std::string text = isError ? "log ! " : "log   ";
-        text += ca::u16u8(Visible(std::wstring_view(line)));
+        text += ca::u16u8(Harmless(std::wstring_view(line)));
         text = (coloured ? kRed : "") + text + (coloured ? kPlain : "") + "\n";
         // One call a line: lines of several threads do not mix.
         return std::fwrite(text.data(), 1, text.size(), stderr) == text.size();

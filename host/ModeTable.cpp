@@ -25,7 +25,7 @@ std::span<const ModeRow> AllModes() {
     return kModes;
 }
 
-std::optional<std::uint32_t> FindMode(std::string_view nameOrNumber) {
+std::optional<std::uint32_t> ModeByName(std::string_view nameOrNumber) {
     std::uint32_t number = 0;
     const char* const last = nameOrNumber.data() + nameOrNumber.size();
     const auto [end, error] = std::from_chars(nameOrNumber.data(), last, number);

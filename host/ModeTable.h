@@ -23,7 +23,7 @@ std::span<const ModeRow> AllModes();
 
 /// The number of an operation given by name (letter case does not count) or by any number, also one
 /// without a row: what to do with that is for the module to say. Nothing for anything else.
-std::optional<std::uint32_t> FindMode(std::string_view nameOrNumber);
+std::optional<std::uint32_t> ModeByName(std::string_view nameOrNumber);
 
 /// "there is no operation ...", with the one that was meant, if that can be told.
 std::string NoSuchMode(const std::string& name);

@@ -58,12 +58,15 @@ std::string FindModule(const std::string& path) {
     if (path.empty()) {
         return Candidates().front();
     }
+    // The loader would look for a bare name in the folders of the system instead.
     return path.find('/') == std::string::npos ? "./" + path : path;
 }
 
 CModuleLibrary::CModuleLibrary(const std::string& path) : m_path(path) {
     {
         const CModuleTask task("while it is loaded");
+        // All symbols at once, so that what is missing is told here and not in the middle of a
+        // request. Local, since two providers may define the same names.
         m_library = ::dlopen(m_path.c_str(), RTLD_NOW | RTLD_LOCAL);
     }
     if (m_library == nullptr) {
@@ -82,7 +85,7 @@ CModule::CModule(const CModuleLibrary& library, bool silent)
     : m_library(library), m_handle(nullptr) {
     {
         const CModuleTask task("CM_Init");
-        m_handle = library.m_init(silent ? 1 : 0, &LogLine);
+        m_handle = library.m_init(silent ? 1 : 0, &PrintLogLine);
     }
     if (m_handle == nullptr) {
         throw CHostError(kExitNoModule, library.GetPath() + " gives no module (CM_Init failed)");
@@ -106,6 +109,7 @@ CAnswer CModule::Ask(CRequest& request) const {
     try {
         m_library.m_process(m_handle, &packet);
     } catch (const abi::__forced_unwind&) {
+        // The run-time library ends the process when this one is not thrown on.
         throw;  // the thread is being cancelled
     } catch (const std::exception& error) {
         return CAnswer(std::string("the module threw an exception: ") + error.what());

@@ -79,8 +79,9 @@ void ModuleOptions::AddTo(CLI::App& command) {
 CLoadedModule::CLoadedModule(const ModuleOptions& options)
     : m_config(options.config, options.language, options.pkiConfig),
       m_path(FindModule(options.module)),
-      m_watch(Visible(m_path), Milliseconds(options.timeout)),
+      m_watch(Harmless(m_path), Milliseconds(options.timeout)),
       m_library(m_path),
+      // The log begins before CM_Init, which writes its first lines.
       m_module((BeginLog(options, m_config), m_library), options.silent) {}
 
 }  // namespace host

@@ -12,7 +12,7 @@ namespace host {
 /// What comes of one line or file.
 struct OutputPiece {
     std::string text;  ///< goes to the output as it stands
-    std::string note;  ///< goes to the standard error behind it, see Note(); "" for none
+    std::string note;  ///< goes to the standard error after it, see Note(); "" for none
 };
 
 /// Puts pieces that several threads finish in any order back into the order of their numbers.

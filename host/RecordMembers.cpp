@@ -10,10 +10,10 @@
 
 namespace host {
 
-std::string MemberText(const ca::JsonValue& object, const char* key) {
+std::string StringMember(const ca::JsonValue& object, const char* key) {
     const auto member = object.FindMember(key);
     const bool isText = member != object.MemberEnd() && member->value.IsString();
-    return isText ? std::string(AsText(member->value)) : "";
+    return isText ? std::string(Utf8Of(member->value)) : "";
 }
 
 bool IsLocalTime(std::string_view key) {
@@ -24,7 +24,7 @@ bool IsLocalTime(std::string_view key) {
 }
 
 std::string ZonedText(const ca::JsonValue& object, std::string_view key, const std::string& text) {
-    const std::string utc = MemberText(object, (std::string(key) + "UTC").c_str());
+    const std::string utc = StringMember(object, (std::string(key) + "UTC").c_str());
     return utc.empty() ? ca::WithZone(text) : ca::WithZone(text, utc);
 }
 

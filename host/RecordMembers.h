@@ -9,12 +9,12 @@
 
 namespace host {
 
-inline std::string_view AsText(const ca::JsonValue& value) {
+inline std::string_view Utf8Of(const ca::JsonValue& value) {
     return {value.GetString(), value.GetStringLength()};
 }
 
 /// The text of a member; "" when there is none.
-std::string MemberText(const ca::JsonValue& object, const char* key);
+std::string StringMember(const ca::JsonValue& object, const char* key);
 
 /// True for members that are local times; most have a twin in UTC.
 bool IsLocalTime(std::string_view key);

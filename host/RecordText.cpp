@@ -20,14 +20,15 @@ using ca::FindNamedText;
 using ca::JsonValue;
 using ca::MemberForm;
 using ca::NamedTextKeys;
-using host::AsText;
-using host::MemberText;
+using host::StringMember;
+using host::Utf8Of;
 using Label = ca::RecordLabel;
 
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastColumns = 16;  // of a value, however deep it stands
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kHanging = 2 * kIndent;
+// Providers choose how deep an answer nests; Object() and Nested() call each other.
 constexpr std::size_t kMaxDepth = 40;
 constexpr std::size_t kWholeDigits = 128;  // of a hexadecimal number that is folded, not cut
 
@@ -74,16 +75,18 @@ class RecordWriter {
     void Object(const JsonValue& object, std::size_t indent) {
         const std::size_t column = ValueColumn(object, indent);
         for (const auto& [key, value] : object.GetObject()) {
-            const Label* const label = FindLabel(AsText(key));
+            const Label* const label = FindLabel(Utf8Of(key));
             if (IsHidden(label)) {
                 continue;
             }
             const std::string name = NameOf(object, key, label);
             if (const std::optional<std::string> text = MemberScalar(object, key, value)) {
                 Scalar(name, *text, indent, column);
-                if (AsText(key) == "Id") {
+                // The identifier is SHA-1 by its definition; people compare certificates by
+                // SHA-256.
+                if (Utf8Of(key) == "Id") {
                     Scalar(std::string(kFingerprint),
-                           host::Sha256Text(MemberText(object, "RawData")), indent, column);
+                           host::Sha256Text(StringMember(object, "RawData")), indent, column);
                 }
             } else if (value.IsObject() && value.MemberCount() != 0) {
                 Nested(name, value, indent);
@@ -91,19 +94,20 @@ class RecordWriter {
                 Array(name, value, indent,
                       /*asRows=*/label != nullptr && label->form == MemberForm::kRows);
             }
-            if (value.IsArray() && AsText(key) == kEntriesKey) {
+            if (value.IsArray() && Utf8Of(key) == kEntriesKey) {
                 RestOfList(name, object, value.Size(), indent);
             }
         }
     }
 
-    // The list goes on behind its last line, or has nothing of what was looked for.
+    // The list goes on after its last line, or has nothing of what was looked for.
     void RestOfList(const std::string& name, const JsonValue& object, std::size_t shown,
                     std::size_t indent) {
         const auto count = object.FindMember(kEntriesCount);
         const std::size_t all = count != object.MemberEnd() && count->value.IsUint64()
                                     ? static_cast<std::size_t>(count->value.GetUint64())
                                     : shown;
+        // An empty array had no heading yet.
         if (all > shown && shown == 0) {
             Heading(name, indent);
         }
@@ -134,10 +138,10 @@ class RecordWriter {
 
     std::string NameOf(const JsonValue& object, const JsonValue& key, const Label* label) const {
         if (label == nullptr) {
-            return host::Visible(std::string(AsText(key)));
+            return host::Harmless(std::string(Utf8Of(key)));
         }
-        // A holder that is no certificate stands in the place of its certificate's issuer.
-        if (AsText(key) == "HolderIssuer" && MemberText(object, "HolderSerial").empty()) {
+        // A holder that is not a certificate stands in the place of its certificate's issuer.
+        if (Utf8Of(key) == "HolderIssuer" && StringMember(object, "HolderSerial").empty()) {
             return m_russian ? "Держатель" : "Holder";
         }
         return label->In(m_russian);
@@ -146,7 +150,7 @@ class RecordWriter {
     // Nothing for lists and records; "" for a value that tells nothing.
     std::optional<std::string> ScalarText(const JsonValue& value) const {
         if (value.IsString()) {
-            return std::string(AsText(value));
+            return std::string(Utf8Of(value));
         }
         if (value.IsBool()) {
             if (m_russian) {
@@ -164,7 +168,7 @@ class RecordWriter {
     std::optional<std::string> MemberScalar(const JsonValue& object, const JsonValue& key,
                                             const JsonValue& value) const {
         std::optional<std::string> text = ScalarText(value);
-        return host::IsLocalTime(AsText(key)) && text ? host::ZonedText(object, AsText(key), *text)
+        return host::IsLocalTime(Utf8Of(key)) && text ? host::ZonedText(object, Utf8Of(key), *text)
                                                       : text;
     }
 
@@ -172,15 +176,17 @@ class RecordWriter {
     std::size_t ValueColumn(const JsonValue& object, std::size_t indent) const {
         std::size_t widest = 0;
         for (const auto& [key, value] : object.GetObject()) {
-            const Label* const label = FindLabel(AsText(key));
+            const Label* const label = FindLabel(Utf8Of(key));
             if (!IsHidden(label) && !ScalarText(value).value_or("").empty()) {
                 widest =
                     std::max(widest, host::DisplayWidth(ca::u8u16(NameOf(object, key, label))));
-                if (AsText(key) == "Id" && !MemberText(object, "RawData").empty()) {
+                if (Utf8Of(key) == "Id" && !StringMember(object, "RawData").empty()) {
                     widest = std::max(widest, kFingerprint.size());
                 }
             }
         }
+        // A label of a stranger (a key without a row in the table) must not push values off the
+        // line.
         return std::min(indent + widest + 2, m_width / 2);
     }
 
@@ -239,9 +245,9 @@ class RecordWriter {
 
     // The name of an extension, and its text below.
     void NamedText(const JsonValue& value, const NamedTextKeys& keys, std::size_t indent) {
-        const std::string name = MemberText(value, keys.name);
-        const std::string oid = MemberText(value, keys.oid);
-        const std::string text = MemberText(value, keys.text);
+        const std::string name = StringMember(value, keys.name);
+        const std::string oid = StringMember(value, keys.oid);
+        const std::string text = StringMember(value, keys.text);
         if (oid.empty()) {  // of what could not be read there is the text only
             m_text.append(indent, ' ');
             Lines(text, indent);
@@ -265,7 +271,7 @@ class RecordWriter {
     void Row(const JsonValue& object, std::size_t indent) {
         std::string row;
         for (const auto& [key, value] : object.GetObject()) {
-            const Label* const label = FindLabel(AsText(key));
+            const Label* const label = FindLabel(Utf8Of(key));
             const std::string text = MemberScalar(object, key, value).value_or("");
             if (!IsHidden(label) && !text.empty()) {
                 row.append(row.empty() ? "" : "  ").append(text);
@@ -277,7 +283,7 @@ class RecordWriter {
 
     // Writes a text from where the line is, `column`; all of its further lines begin there. What is
     // folded goes on deeper than any line below could begin, lest it pass for one of its own; the
-    // one line behind a label has no such need.
+    // one line after a label has no such need.
     void Lines(const std::string& utf8, std::size_t column, bool hasLabel = false) {
         const std::wstring text = ca::u8u16(utf8);
         std::size_t at = 0;
@@ -287,7 +293,7 @@ class RecordWriter {
                 m_text.append(column, ' ');
             }
             const bool isOnly = hasLabel && isFirst && end == text.size();
-            Fold(host::Visible(std::wstring_view(text).substr(at, end - at)), column,
+            Fold(host::Harmless(std::wstring_view(text).substr(at, end - at)), column,
                  isOnly ? 0 : kHanging);
             at = end + 1;
         }
@@ -296,12 +302,15 @@ class RecordWriter {
     // Writes one line, folded at blanks where there are some; the rest stands `deeper` than it.
     void Fold(std::wstring_view line, std::size_t column, std::size_t deeper) {
         const std::size_t room = std::max(m_width - std::min(m_width, column), kLeastColumns);
+        // Digits of signatures and keys: nobody reads them from a terminal, their number tells
+        // enough.
         if (line.size() > std::max(room, kWholeDigits) && IsHex(line)) {
             const std::wstring note =
                 L"... (" + std::to_wstring(line.size() / 2) + (m_russian ? L" байт)" : L" octets)");
             Put(std::wstring(line.substr(0, room - std::min(room, note.size()))) + note);
             return;
         }
+        // A line that is indented already (outlines are) goes on at its own depth.
         const std::size_t blanks = std::min(line.find_first_not_of(L' '), room / 2);
         std::size_t hanging = 0;
         for (;;) {

@@ -86,7 +86,7 @@ void AppendBase64(const std::string& octets, std::string& text) {
     text.resize(start + length);
 }
 
-// Behind the string that begins at `at`; the text's size for one without an end.
+// After the string that begins at `at`; the text's size for one without an end.
 std::size_t EndOfString(std::string_view text, std::size_t at) {
     for (std::size_t end = at + 1; (end = text.find('"', end)) != std::string_view::npos; ++end) {
         const std::size_t before = text.find_last_not_of('\\', end - 1);
@@ -156,6 +156,8 @@ void CRequestBuilder::SetPair(const std::string& pair) {
     if (split == std::string::npos || split == 0) {
         throw CHostError(kExitUsage, "--set takes KEY=VALUE, not \"" + pair + "\"");
     }
+    // What is JSON is taken as it is, so that numbers, flags and records need no option of their
+    // own.
     const std::string value = pair.substr(split + 1);
     Set(pair.substr(0, split), IsJson(value) ? value : QuoteJson(value));
 }
@@ -201,9 +203,11 @@ std::string CRequestBuilder::Build(const std::string* payload, PayloadForm form)
     }
     const bool isBase64 = form == PayloadForm::kBase64;
     const std::size_t carried = isBase64 ? Base64Length(payload->size()) : payload->size();
+    // The interface counts a payload with 32 bits.
     if (carried > std::numeric_limits<std::uint32_t>::max()) {
         throw CHostError(kExitUsage, "the payload is too large for one request");
     }
+    // A payload is the most of a request by far; without this it would be copied as it grows.
     text.reserve(carried + 4096);
     if (isBase64) {
         // In front of all others: a module looks for the announcement before it parses the text.

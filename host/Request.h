@@ -19,11 +19,11 @@ struct CRequest {
 /// How a payload travels.
 enum class PayloadForm : std::uint8_t {
     kBase64,  ///< "fileData", announced by "fileDataEncodedSize" in front of it
-    kBinary,  ///< "fileDataSize"; the octets stand behind the text
+    kBinary,  ///< "fileDataSize"; the octets stand after the text
 };
 
 /// The "mode" of a request's text, as far as it can be told without parsing; nothing for a text
-/// that is not what it seems to be. Cost: one look at each octet, none at a payload behind a NUL.
+/// that is not what it seems to be. Cost: one look at each octet, none at a payload after a NUL.
 std::optional<std::uint32_t> GuessMode(std::string_view request);
 
 /// Puts a request together: members of an object, in their order, and a payload.

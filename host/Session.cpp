@@ -40,6 +40,7 @@ bool CSession::NextLine(Line& line) {
         }
     } while (line.text.empty());
     line.place = m_lines.GetPlace();
+    // Counted under the lock that reads: answers are put out in the order of the lines.
     line.number = m_count++;
     const auto size = static_cast<double>(m_lines.GetSize());
     m_progress.Show(line.number, size > 0 ? static_cast<double>(m_lines.GetPosition()) / size : -1);

@@ -33,7 +33,7 @@ std::optional<std::string> TakeText(CRequestBuilder& builder, const char* key) {
 
 void ApplyMode(CRequestBuilder& builder) {
     if (const auto name = TakeText(builder, "@mode")) {
-        const std::optional<std::uint32_t> mode = host::FindMode(*name);
+        const std::optional<std::uint32_t> mode = host::ModeByName(*name);
         if (!mode) {
             Fail(host::NoSuchMode(*name));
         }
@@ -68,6 +68,8 @@ void Assemble(CRequestBuilder& builder, host::SessionRequest& session,
     session.output = TakeText(builder, "@output").value_or("");
     const host::PayloadForm form = TakeForm(builder);
     const std::optional<std::string> file = TakeText(builder, "@file");
+    // Only now: what is left with an @ is no directive. A typing error must not go to the module,
+    // which would ignore it as an unknown key.
     if (const std::string unknown = builder.FindPrefixed("@"); !unknown.empty()) {
         Fail("unknown directive " + unknown +
              host::DidYouMean(unknown, {"@mode", "@file", "@form", "@output", "@interactive"}));
@@ -87,6 +89,8 @@ SessionRequest ReadSessionLine(std::string line, const LineSource& source) {
     SessionRequest session;
     session.request.interactive = source.interactive;
     CRequestBuilder builder;
+    // The search costs less than parsing; requests without directives go on octet for octet, also
+    // malformed ones, which a session may want to send.
     const bool hasDirectives = line.find("\"@") != std::string::npos &&
                                builder.Load(line).empty() && !builder.FindPrefixed("@").empty();
     if (hasDirectives) {

@@ -48,7 +48,8 @@ void Flush(std::FILE* stream) {
 }
 
 void Note(const std::string& text) {
-    const std::string line = std::string(CProgressBar::Erase()) + "cmhost: " + Visible(text) + "\n";
+    const std::string line =
+        std::string(CProgressBar::Erase()) + "cmhost: " + Harmless(text) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -21,6 +21,7 @@ constexpr Range kWide[] = {
     {0x1100, 0x115F}, {0x2E80, 0x303E}, {0x3041, 0xA4CF}, {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},
     {0xFE30, 0xFE6F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}, {0x1F300, 0x1FAFF}, {0x20000, 0x3FFFD}};
 
+// Blocks of marks that are drawn onto the character before them.
 constexpr Range kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x1AB0, 0x1AFF},
                                 {0x1DC0, 0x1DFF}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F},
                                 {0xFE20, 0xFE2F}};
@@ -36,6 +37,7 @@ bool IsIn(const Range (&ranges)[Count], wchar_t c) {
 }
 
 std::size_t WidthOf(wchar_t c) {
+    // Nearly every character of a text: neither table begins below it.
     if (c < 0x0300) {
         return 1;
     }
@@ -45,7 +47,7 @@ std::size_t WidthOf(wchar_t c) {
     return IsIn(kWide, c) ? 2 : 1;
 }
 
-// The character that begins at `at` of valid UTF-8, which is moved behind it.
+// The character that begins at `at` of valid UTF-8, which is moved after it.
 wchar_t NextCharacter(std::string_view utf8, std::size_t& at) {
     const auto first = static_cast<unsigned char>(utf8[at++]);
     unsigned value = first < 0x80U   ? first
@@ -66,6 +68,7 @@ void AppendEscape(std::string& json, unsigned unit) {
 
 void AppendEscaped(std::string& json, wchar_t c) {
     const auto value = static_cast<unsigned>(c);
+    // JSON names UTF-16 units: two surrogates of a character past the first plane (RFC 8259, 7).
     if (value > 0xFFFFU) {
         AppendEscape(json, 0xD7C0U + (value >> 10U));
         AppendEscape(json, 0xDC00U + (value & 0x3FFU));
@@ -95,7 +98,7 @@ std::size_t TerminalWidth(int descriptor, std::size_t fallback) {
     return size.ws_col;
 }
 
-std::wstring Visible(std::wstring_view text) {
+std::wstring Harmless(std::wstring_view text) {
     std::wstring visible(text);
     for (wchar_t& c : visible) {
         if (ca::IsHiddenCharacter(c)) {
@@ -105,8 +108,8 @@ std::wstring Visible(std::wstring_view text) {
     return visible;
 }
 
-std::string Visible(const std::string& utf8) {
-    return ca::u16u8(Visible(ca::u8u16(utf8)));
+std::string Harmless(const std::string& utf8) {
+    return ca::u16u8(Harmless(ca::u8u16(utf8)));
 }
 
 std::string EscapeHidden(std::string json) {
@@ -114,6 +117,7 @@ std::string EscapeHidden(std::string json) {
     std::size_t copied = 0;
     for (std::size_t at = 0; at < json.size();) {
         const char first = json[at];
+        // JSON escapes the control characters below the blank itself; DEL it does not.
         if (static_cast<signed char>(first) >= 0 && first != kDelete) {
             ++at;
             continue;

@@ -14,8 +14,8 @@ std::size_t TerminalWidth(int descriptor, std::size_t fallback);
 
 /// The text with what is hidden (common/HiddenCharacters.h) replaced by ".", so that strangers'
 /// octets cannot steer a terminal.
-std::wstring Visible(std::wstring_view text);
-std::string Visible(const std::string& utf8);
+std::wstring Harmless(std::wstring_view text);
+std::string Harmless(const std::string& utf8);
 
 /// The same JSON, with each such character of its strings as \uXXXX. Whoever sees the text next may
 /// see it on a terminal, so this is done to all JSON, wherever it goes.

@@ -40,7 +40,7 @@ std::string NoSuchCommand(const CLI::App& program, const std::string& word) {
         names.push_back(command->get_name());
     }
     std::string meant = host::DidYouMean(word, names);
-    if (meant.empty() && host::FindMode(word)) {
+    if (meant.empty() && host::ModeByName(word)) {
         meant = "; did you mean cmhost call " + word + "?";
     } else if (meant.empty() && IsFile(word)) {
         meant = "; did you mean cmhost describe " + word + "?";
@@ -76,7 +76,7 @@ namespace host {
 std::string UsageErrorText(const CLI::App& program, const CLI::ParseError& error) {
     const std::vector<CLI::App*> parsed = program.get_subcommands();
     const CLI::App& command = parsed.empty() ? program : *parsed.front();
-    return "cmhost: " + Visible(Sentence(program, command, error)) + "\n`cmhost " +
+    return "cmhost: " + Harmless(Sentence(program, command, error)) + "\n`cmhost " +
            (parsed.empty() ? "" : command.get_name() + " ") + "--help` tells more.\n";
 }
 

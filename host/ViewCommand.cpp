@@ -89,6 +89,7 @@ class Viewer {
         if (m_dialog == nullptr) {
             throw CHostError(host::kExitNoModule, "the module gives no window");
         }
+        // The dialog deletes itself when it is closed, which is the end of the command.
         QObject::connect(m_dialog, &QObject::destroyed, qApp, &QCoreApplication::quit);
     }
     Viewer(const Viewer&) = delete;
@@ -98,6 +99,8 @@ class Viewer {
     // False when there is nothing in the octets that it could show, beside what it shows already.
     bool Fill(const QByteArray& content, const std::string& name, bool asStructure) {
         const QByteArray operation = m_hasFiles ? "addFile" : "showFile";
+        // Providers differ in what their viewers offer; what is missing is known before it is
+        // called.
         const bool takesFiles =
             m_dialog->metaObject()->indexOfMethod(operation + "(QByteArray,QString)") >= 0;
         bool isDone = false;
@@ -165,7 +168,7 @@ class Viewer {
 };
 
 std::string NameOf(const std::string& file) {
-    return file == "-" ? "" : host::Visible(std::filesystem::path(file).filename().string());
+    return file == "-" ? "" : host::Harmless(std::filesystem::path(file).filename().string());
 }
 
 // What to show of each file, and how the command ends because of the others.
@@ -223,11 +226,13 @@ int View(const ViewOptions& options) {
     const host::CGuiApplication application(module.IsRussian());
     Viewer viewer(create);
     FillAll(viewer, options, contents);
+    // The viewer keeps its own copies; large files need not be held twice while it is open.
     contents.files.clear();
     if (const auto page = std::ranges::find(kPages, options.page); page != kPages.end()) {
         viewer.SetPage(static_cast<int>(page - kPages.begin()));
     }
     viewer.Show();
+    // No limit of time: how long the window is open is up to the user.
     const host::CModuleTask task("its window", host::CModuleTask::Limit::kNone);
     host::CGuiApplication::Run();
     return contents.code;

@@ -43,6 +43,7 @@ int Run(int argc, const char* const* argv) {
     program.formatter(std::make_shared<host::CHelpFormatter>());
     program.get_formatter()->label("SUBCOMMAND", "COMMAND");
     program.set_version_flag("--version", "cmhost " CMHOST_VERSION);
+    // None at all is answered with the help, not with a complaint.
     program.require_subcommand(/*min=*/0, /*max=*/1);
     program.footer(kFooter);
     host::AddModesCommand(program, exitCode);

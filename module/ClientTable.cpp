@@ -65,7 +65,7 @@ CClientTable::Pointer CClientTable::Take(const ClientKey& key) noexcept {
         return nullptr;
     }
     --m_count;
-    // Those behind it that were turned away from the hole, or from before it, move up.
+    // Those after it that were turned away from the hole, or from before it, move up.
     for (std::size_t next = After(hole); m_slots[next].context; next = After(next)) {
         const std::size_t home = Home(m_slots[next].hash);
         if (Home(next - home) >= Home(next - hole)) {

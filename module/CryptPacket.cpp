@@ -88,9 +88,10 @@ Blob WideOctets(const std::wstring& text) {
     return blob;
 }
 
-// File data of the `size` octets behind the NUL that ends a text.
+// File data of the `size` octets after the NUL that ends a text.
 std::unique_ptr<FileData> RawPayload(const char* data, std::size_t length, std::size_t textLength,
                                      std::uint32_t size) {
+    // In 64 bits: the announced size is a stranger's, and near 2^32 the sum would wrap.
     if (length < std::uint64_t{size} + textLength + 1) {
         throw Exception(kErrNoArgumentData,
                         SetZORNAMessage(kMsgTooFewOctets) + ca::DecimalText(size));
@@ -125,8 +126,8 @@ std::unique_ptr<FileData> FetchPayload(const std::wstring& url, HttpSettings set
     return payload;
 }
 
-// Reads the record that stands under its key, if it does. A list that is no array is left out, so
-// that it does not pass for an empty one.
+// Reads the record that stands under its key, if it does. A list that is not an array is left out,
+// so that it does not pass for an empty one.
 void ReadRecord(const JsonObject& root, RecordType type, SerializableContainer& objects) {
     const JsonValue* value = root.Find(RecordKey(type));
     if (value == nullptr || (IsListRecord(type) && !value->IsArray())) {
@@ -153,7 +154,7 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     if (data == nullptr) {
         throw Exception(kErrJsonParse);
     }
-    // Raw octets lie behind the text as it came, whatever the look at the payload makes of it.
+    // Raw octets lie after the text as it came, whatever the look at the payload makes of it.
     const std::size_t textLength = JsonTextLength(data, length);
     const bool hasPayload = objects.PreParseFileData(const_cast<char*>(data), textLength);
     const JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
@@ -161,6 +162,8 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
 
     ReadFields(root);
     ReadBlobs(root);
+    // The first source wins: what is fetched, then raw octets, then the text's own. One payload is
+    // never made of two.
     if (const JsonValue* url = root.Find(kKeyFileDataUrl)) {
         auto payload =
             FetchPayload(WideText(*url), SettingsOrDefaults(m_transfers).fetch, extInitParams);

@@ -43,8 +43,8 @@ class CryptRequest {
     /// The text is a JSON object and ends at the first NUL inside `length`, or at `length`.
     /// Deliberate: a text that announces the length of its Base64 file data is changed in place,
     /// inside these bounds, so that the payload is decoded from where it lies.
-    /// Throws ca::Exception 16300 for null, a text that is no JSON object, or a record of the wrong
-    /// shape; 16118 when announced octets are missing or Base64 does not decode; 16197 when a value
+    /// Throws ca::Exception 16300 for null, a text that is not a JSON object, or a record of the
+    /// wrong shape; 16118 when announced octets are missing or Base64 does not decode; 16197 when a value
     /// is too long; what Http::GetBlob() and, with "fileDataUrl", InitString::Append() throw. A key
     /// of the wrong JSON type: JsonTypeFault().
     void FromJson(const char* data, unsigned length);
@@ -91,7 +91,7 @@ class CryptResponse {
     /// the raw file data is of use then. \param text  of jsonHeap.
     void TakeJson(JsonBuffer& text);
 
-    /// Reads such a text, and the octets behind its NUL, into this object, which is fresh.
+    /// Reads such a text, and the octets after its NUL, into this object, which is fresh.
     /// Throws as CryptRequest::FromJson() does.
     void FromJson(const char* data, unsigned length);
 
@@ -104,7 +104,7 @@ class CryptResponse {
     std::uint32_t streamId = 0;  ///< written unless 0
     Blob sendSignData;           ///< written unless empty
     bool isAttached = false;     ///< stands beside the list of signatures
-    bool attachBinary = false;   ///< file data goes raw behind the text
+    bool attachBinary = false;   ///< file data goes raw after the text
     SerializableContainer objects;
 
   private:

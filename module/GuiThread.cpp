@@ -48,6 +48,7 @@ void LeaveApplicationToParent() noexcept {
     if (application != nullptr && QThread::currentThread() != application->thread()) {
         guiState->isEnding = true;
     }
+    // Its waiters are threads that the child does not have; a destructor would wait for them.
     ::new (static_cast<void*>(&guiState->changed)) std::condition_variable;
 }
 
@@ -80,6 +81,7 @@ class CGuiCall {
             throw;
         }
         GiveUp();
+        // Once begun it is given as long again: its window is nearly there.
         m_state->changed.wait_for(lock, wait, [this] { return m_stage != Stage::kRunning; });
         return m_stage == Stage::kDone ? m_code : ca::kErrServiceMode;
     }
@@ -188,6 +190,8 @@ std::uint32_t RunInGuiThread(GuiTask task, milliseconds wait) {
     const auto call = std::make_shared<CGuiCall>(std::move(task));
     if (CanShowWidgets()) {
         call->Run();
+        // Between the question above and this the application may have ended: Post() asks again under
+        // the lock.
     } else if (!Post(call)) {
         return kErrServiceMode;
     }

@@ -68,6 +68,7 @@ JsonObject::JsonObject(const JsonValue& object) : m_object(object) {
 }
 
 const JsonValue* JsonObject::Find(std::string_view key) const {
+    // Most keys of the table are absent from a request; their length alone tells most of those.
     if ((m_lengths & LengthBit(key.size())) == 0) {
         return nullptr;
     }

@@ -34,7 +34,7 @@ class JsonObject {
 /// A JSON text copied once and parsed in place; owns copy and values.
 class JsonText {
   public:
-    /// Throws ca::Exception 16300 for a text that is no JSON object, std::bad_alloc.
+    /// Throws ca::Exception 16300 for a text that is not a JSON object, std::bad_alloc.
     JsonText(const char* text, std::size_t length);
     JsonText(const JsonText&) = delete;
     JsonText& operator=(const JsonText&) = delete;

@@ -324,7 +324,7 @@ void CCertInfoDlg::ShowCurrent() {
     QString title = Word(ViewerWord::kCertificate);
     if (hasItem) {
         const QString dash = QString::fromWCharArray(L" \u2013 ");
-        const ca::ItemKindRow& row = ca::RowOf(m_document[m_shown].kind);
+        const ca::ItemKindRow& row = ca::KindRow(m_document[m_shown].kind);
         const QString name = row.name != nullptr ? row.name(m_document, m_shown) : QString();
         const QString file = ca::ShownLine(m_document.FileName(m_shown).toStdWString());
         const bool isFile = m_document[m_shown].kind == ca::ItemKind::kFile;
@@ -348,7 +348,8 @@ void CCertInfoDlg::SelectInList() {
 }
 
 void CCertInfoDlg::ShowPages() {
-    const unsigned pages = m_shown != ca::kNoItem ? ca::RowOf(m_document[m_shown].kind).pages : ~0U;
+    const unsigned pages =
+        m_shown != ca::kNoItem ? ca::KindRow(m_document[m_shown].kind).pages : ~0U;
     if (Page() < ca::kPages && (pages & ca::PageBit(static_cast<ca::ViewerPage>(Page()))) == 0) {
         m_ui->pages->setCurrentWidget(m_pages[ca::kGeneralPage]);
     }

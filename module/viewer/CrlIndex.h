@@ -27,7 +27,7 @@ class CCrlIndex {
     /// \return what is wrong with it; "" for nothing.
     std::wstring Describe(std::size_t index, RevokedCert& record) const;
 
-    /// The first entry of [from, to) whose serial number has these hexadecimal digits one behind
+    /// The first entry of [from, to) whose serial number has these hexadecimal digits one after
     /// the other, or the last one. At most one walk.
     std::optional<std::size_t> Find(std::string_view digits, std::size_t from,
                                     std::size_t to) const;

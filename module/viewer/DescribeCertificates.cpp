@@ -30,7 +30,7 @@ CertInfo2 RecordOf(const CFileDocument& document, ItemIndex item) {
     return record;
 }
 
-// Both extensions that limit the use (RFC 5280 4.2.1.3, 4.2.1.12). Without them it is not limited,
+// Both extensions that limit the use (RFC 5280, 4.2.1.3, 4.2.1.12). Without them it is not limited,
 // which can be said of a certificate alone that is there and was read without faults.
 QString UsageText(const CertInfo& record) {
     std::wstring usage = record.keyUsageStr;

@@ -19,7 +19,7 @@ CertInfo2 RecordOf(const CFileDocument& document, ItemIndex item) {
     return record != nullptr ? *record : CertInfo2();
 }
 
-// Keys that are agreed on, and some other forms, name several recipients (RFC 5652 6.2).
+// Keys that are agreed on, and some other forms, name several recipients (RFC 5652, 6.2).
 std::size_t CountIn(const CAsn1Element& info) {
     const bool isOne = info.tag == kAsn1Sequence || info.tag == ContextConstructed(2) ||
                        info.tag == ContextConstructed(3);

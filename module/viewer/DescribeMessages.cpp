@@ -60,7 +60,7 @@ void ReadAttribute(CFileReader& reader, const CAsn1Element& attribute, ItemIndex
     }
 }
 
-// What stands for a certificate is tagged (RFC 5652 10.2.2).
+// What stands for a certificate is tagged (RFC 5652, 10.2.2).
 void AddCertificate(CFileReader& reader, const CAsn1Element& choice, ItemIndex message) {
     const bool isAttribute =
         choice.tag == ContextConstructed(1) || choice.tag == ContextConstructed(2);
@@ -68,7 +68,7 @@ void AddCertificate(CFileReader& reader, const CAsn1Element& choice, ItemIndex m
 }
 
 // OtherRevocationInfoFormat ::= SEQUENCE { format OBJECT IDENTIFIER, info ANY } in the place of a
-// list, tagged [1] (RFC 5652 10.2.1): an OCSP response as a rule (RFC 5940).
+// list, tagged [1] (RFC 5652, 10.2.1): an OCSP response as a rule (RFC 5940).
 void AddRevocation(CFileReader& reader, const CAsn1Element& choice, ItemIndex message) {
     const bool isOther = choice.tag == ContextConstructed(1);
     const CAsn1Element info = isOther ? Child(choice, 1) : CAsn1Element();
@@ -220,7 +220,7 @@ QString SignatureName(const CFileDocument& document, ItemIndex item) {
 
 void DescribeMessage(const CFileDocument& document, ItemIndex item, ItemDescription& out) {
     const OpenMessage message(FindSignedData(document[item].octets));
-    out.title = Word(RowOf(document[item].kind).caption);
+    out.title = Word(KindRow(document[item].kind).caption);
     out.sign = ItemSign::kInformation;
     SayFaults(message.Fault(), out);
     if (message.Get() != nullptr) {
@@ -237,7 +237,7 @@ void DescribeSignature(const CFileDocument& document, ItemIndex item, ItemDescri
     SayFaults(record.signCert.error, out);
     SayWhoSigned(record.signCert, out.title, out);
     summary.Row("serial", "Serial", record.signCert.serial);
-    summary.Heading(Word(RowOf(document[item].kind).caption));
+    summary.Heading(Word(KindRow(document[item].kind).caption));
     summary.Time("signTime", "SignTime", record.signTime, record.signTimeUtc);
     summary.Row("comment", "Comment", record.comment);
     summary.Row("uri", "Uri", record.uri);

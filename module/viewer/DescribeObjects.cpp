@@ -120,7 +120,7 @@ class CRows {
 
 namespace ca {
 
-void ReadObject(CFileReader& reader, ItemIndex item) {
+void ReadOtherObject(CFileReader& reader, ItemIndex item) {
     const ObjectDescription description = Describe(reader.Item(item));
     AddObjects(reader, description.fields, item);
 }

@@ -148,7 +148,7 @@ void CDetailsPage::FindNext(bool forward) {
     }
 }
 
-// The row before or behind in the order they are shown in; from the last to the first.
+// The row before or after in the order they are shown in; from the last to the first.
 QModelIndex CDetailsPage::Next(const QModelIndex& from, bool forward) const {
     const QModelIndex at = from.siblingAtColumn(0);
     const QModelIndex next = !at.isValid() ? QModelIndex()

@@ -26,7 +26,7 @@ class CEntriesModel : public QAbstractTableModel {
 
     /// All that is said of an entry, as text.
     QString TextOf(int row) const;
-    /// The entry whose serial number has these digits: `row` or one behind it, else one from the
+    /// The entry whose serial number has these digits: `row` or one after it, else one from the
     /// first on; backwards one before it, else one from the last on. -1 for none. Blanks and colons
     /// do not count.
     int FindSerial(const QString& digits, int row, bool forward) const;

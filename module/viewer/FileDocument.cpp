@@ -149,7 +149,7 @@ CFileDocument CFileDocument::OfRecord(const CertInfo2& record) {
     return OfOwnRecord(std::make_unique<CertInfo2>(record));
 }
 
-// The certificate and, behind it, its issuers.
+// The certificate and, after it, its issuers.
 CFileDocument CFileDocument::OfOwnRecord(std::unique_ptr<CertInfo2> record) {
     CFileDocument document;
     auto source = std::make_unique<SourceFile>();

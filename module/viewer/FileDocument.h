@@ -59,7 +59,7 @@ class CFileDocument {
     static CFileDocument OfRecord(std::string_view json);
     static CFileDocument OfRecord(const CertInfo2& record);
 
-    /// Adds the files of another document behind those of this one.
+    /// Adds the files of another document after those of this one.
     void Append(CFileDocument other);
 
     bool IsEmpty() const { return m_items.empty(); }

@@ -30,7 +30,7 @@ enum class ItemKind : std::uint8_t {
     kRecipient,
     kObject,      ///< whatever else ObjectKindTable.inc has: `object` says what
     kStructure,   ///< elements of which nothing more is known
-    kUnreadable,  ///< octets that are no element, a block that does not decode
+    kUnreadable,  ///< octets that are not an element, a block that does not decode
     kMore,        ///< stands for items that are not listed: `number` of them, 0 for too deep ones
 };
 

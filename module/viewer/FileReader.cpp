@@ -126,7 +126,7 @@ ItemIndex CFileReader::AddWhole(ItemKind kind, std::span<unsigned char> octets, 
 
 // Recursion as deep as kMaxLevels.
 void CFileReader::ReadInside(ItemIndex item) {
-    const ItemKindRow& row = RowOf(m_items[item].kind);
+    const ItemKindRow& row = KindRow(m_items[item].kind);
     if (row.readInside == nullptr) {
         return;
     }

@@ -38,7 +38,7 @@ class CFileReader {
     ItemIndex AddObject(std::span<unsigned char> element, ItemIndex parent);
     /// Adds an object of which the kind is known, with a copy of its octets.
     void AddKnown(const ObjectKind& kind, std::span<const unsigned char> octets, ItemIndex parent);
-    /// Adds the elements that stand one behind the other, each by `add(element)`; what follows
+    /// Adds the elements that stand one after the other, each by `add(element)`; what follows
     /// them without being one is an unreadable part.
     template <class AddOne>
     void AddEach(std::span<unsigned char> elements, ItemIndex parent, AddOne add);

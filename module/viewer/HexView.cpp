@@ -19,7 +19,7 @@ namespace {
 
 // All in characters.
 constexpr int kOffsetDigits = 8;
-constexpr int kGap = 2;         // behind the offset and behind the digits
+constexpr int kGap = 2;         // after the offset and after the digits
 constexpr int kOctetWidth = 3;  // two digits and a blank
 constexpr int kMargin = 4;      // pixels
 // Octets in a line: the first that there is room for.

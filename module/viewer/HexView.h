@@ -26,13 +26,13 @@ class CHexView : public QAbstractScrollArea {
     std::span<const unsigned char> Octets() const { return m_octets; }
     /// Octets in a line.
     std::size_t PerLine() const { return m_perLine; }
-    /// Puts the cursor on an octet, as the user does; the last one for those behind it.
+    /// Puts the cursor on an octet, as the user does; the last one for those after it.
     void PutCursor(std::size_t offset);
     /// Scrolls to an octet that is not in sight.
     void Reveal(std::size_t offset);
     /// The octet whose digits or character are at a place of the viewport; false for none.
     bool OctetAt(const QPoint& place, std::size_t& offset) const;
-    /// An octet's digits and the blank behind them, in the viewport.
+    /// An octet's digits and the blank after them, in the viewport.
     QRect RectOf(std::size_t offset) const;
     /// The middle of an octet's digits, in the viewport.
     QPoint PlaceOf(std::size_t offset) const;

@@ -46,7 +46,7 @@ std::string EnvelopeJson(const CFileDocument& document, ItemIndex item);
 std::string RecipientJson(const CFileDocument& document, ItemIndex item);
 
 // All other kinds of objects (DescribeObjects.cpp).
-void ReadObject(CFileReader& reader, ItemIndex item);
+void ReadOtherObject(CFileReader& reader, ItemIndex item);
 void DescribeOther(const CFileDocument& document, ItemIndex item, ItemDescription& out);
 std::string OtherJson(const CFileDocument& document, ItemIndex item);
 

@@ -27,7 +27,7 @@ constexpr FormatName kFormats[] = {
     {"json", ".json", ItemFormat::kJson},
 };
 
-constexpr mode_t kPublicFile = 0644;  // a certificate is no secret
+constexpr mode_t kPublicFile = 0644;  // a certificate is not a secret
 
 std::string Lower(std::string_view text) {
     std::string lower(text);
@@ -70,7 +70,7 @@ bool HasFormat(const CFileDocument& document, ItemIndex item, ItemFormat format)
     if (item == kNoItem) {
         return false;
     }
-    const ItemKindRow& row = RowOf(document[item].kind);
+    const ItemKindRow& row = KindRow(document[item].kind);
     const CertInfo2* const record = document.RecordOf(item);
     const bool hasOctets =
         record != nullptr ? !record->rawData.empty() : !document[item].octets.empty();
@@ -90,7 +90,7 @@ std::string ItemContent(const CFileDocument& document, ItemIndex item, ItemForma
     if (!HasFormat(document, item, format)) {
         throw Exception(kErrNoArgumentData);
     }
-    const ItemKindRow& row = RowOf(document[item].kind);
+    const ItemKindRow& row = KindRow(document[item].kind);
     if (format == ItemFormat::kText) {
         return ItemText(document, item).toStdString();
     }

@@ -73,7 +73,7 @@ constexpr ItemKindRow kRows[] = {
     {ItemKind::kRecipient, ViewerWord::kRecipient, ViewerWord::kRecipients, kRecord, "",
      nullptr, &RecipientName, &DescribeOneRecipient, &RecipientJson},
     {ItemKind::kObject, ViewerWord::kStructure, ViewerWord::kStructures, kRecord, "",
-     &ReadObject, nullptr, &DescribeOther, &OtherJson},
+     &ReadOtherObject, nullptr, &DescribeOther, &OtherJson},
     {ItemKind::kStructure, ViewerWord::kStructure, ViewerWord::kStructures, kPlain, "",
      nullptr, &LabelName, &DescribeStructure, nullptr},
     {ItemKind::kUnreadable, ViewerWord::kUnreadable, ViewerWord::kUnreadables, kPlain, "",
@@ -109,13 +109,13 @@ void AddFingerprint(ItemDescription& description) {
 
 namespace ca {
 
-const ItemKindRow& RowOf(ItemKind kind) {
+const ItemKindRow& KindRow(ItemKind kind) {
     return *std::ranges::find(kRows, kind, &ItemKindRow::kind);
 }
 
 QString KindText(const FileItem& item) {
     if (item.object == nullptr) {
-        return Word(RowOf(item.kind).caption);
+        return Word(KindRow(item.kind).caption);
     }
     QString name = QString::fromWCharArray(item.object->Name());
     name[0] = name[0].toUpper();
@@ -127,7 +127,7 @@ QString CountText(const FileItem& item, std::size_t count) {
         return MessageText(kMsgAndMore).replace('N', QString::number(count));
     }
     if (item.object == nullptr) {
-        return Counted(count, RowOf(item.kind).counted);
+        return Counted(count, KindRow(item.kind).counted);
     }
     // The names of objects have no forms.
     return QString::fromWCharArray(item.object->Name()) +
@@ -136,7 +136,7 @@ QString CountText(const FileItem& item, std::size_t count) {
 
 std::string PemLabelOf(const FileItem& item) {
     if (item.kind != ItemKind::kObject) {
-        return RowOf(item.kind).pemLabel;
+        return KindRow(item.kind).pemLabel;
     }
     if (item.note != nullptr && !item.note->label.empty()) {
         return item.note->label;
@@ -148,7 +148,7 @@ std::string PemLabelOf(const FileItem& item) {
 
 QString ListedName(const CFileDocument& document, ItemIndex item) {
     const ItemKind kind = document[item].kind;
-    const ItemKindRow& row = RowOf(kind);
+    const ItemKindRow& row = KindRow(kind);
     const QString name = row.name != nullptr ? row.name(document, item) : QString();
     const bool isNameAlone = kind == ItemKind::kFile || kind == ItemKind::kMore ||
                              (kind == ItemKind::kCertificate && !name.isEmpty());
@@ -156,7 +156,7 @@ QString ListedName(const CFileDocument& document, ItemIndex item) {
 }
 
 ItemDescription DescribeItem(const CFileDocument& document, ItemIndex item) {
-    const ItemKindRow& row = RowOf(document[item].kind);
+    const ItemKindRow& row = KindRow(document[item].kind);
     ItemDescription description;
     description.kind = KindText(document[item]);
     description.title = OrDash(row.name != nullptr ? row.name(document, item) : QString());
@@ -181,7 +181,7 @@ QString ItemText(const CFileDocument& document, ItemIndex item) {
     if (description.fields.Size() > 1) {
         return description.fields.AsText();
     }
-    const ItemKindRow& row = RowOf(document[item].kind);
+    const ItemKindRow& row = KindRow(document[item].kind);
     QString text = description.summary.AsText();
     try {
         if (row.json != nullptr) {

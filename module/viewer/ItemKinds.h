@@ -58,7 +58,7 @@ struct ItemKindRow {
     std::string (*json)(const CFileDocument& document, ItemIndex item);
 };
 
-const ItemKindRow& RowOf(ItemKind kind);
+const ItemKindRow& KindRow(ItemKind kind);
 
 /// What sort of thing an item is: "Certificate", "OCSP response".
 QString KindText(const FileItem& item);
@@ -67,7 +67,7 @@ QString CountText(const FileItem& item, std::size_t count);
 /// The label of its PEM block (RFC 7468); "" for what is not sent by itself.
 std::string PemLabelOf(const FileItem& item);
 
-/// What an item is called in the list: its kind, where that is no certificate, and its name.
+/// What an item is called in the list: its kind, where that is not a certificate, and its name.
 QString ListedName(const CFileDocument& document, ItemIndex item);
 /// What is said of it; never fails: what cannot be described says why.
 ItemDescription DescribeItem(const CFileDocument& document, ItemIndex item);

@@ -13,7 +13,7 @@ namespace ca {
 class CSearchBar : public QWidget {
     Q_OBJECT
   public:
-    /// \param name  of the text field; the result is called `name` with "Result" behind it.
+    /// \param name  of the text field; the result is called `name` with "Result" after it.
     CSearchBar(const char* name, QWidget* parent);
 
     QString Wanted() const { return m_text->text(); }

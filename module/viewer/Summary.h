@@ -48,7 +48,7 @@ class CSummary {
               std::wstring_view utc);
     /// SHA-1 and SHA-256 of an encoding; none of no octets.
     void Fingerprints(Octets encoding);
-    /// What else the subject is called (RFC 5280 4.2.1.6).
+    /// What else the subject is called (RFC 5280, 4.2.1.6).
     void AlternativeNames(const CertInfoExtensionCollection& extensions);
 
   private:

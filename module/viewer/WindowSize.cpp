@@ -20,7 +20,7 @@ QSize FrameSize(const QStyle& style) {
     return {2 * border, style.pixelMetric(QStyle::PM_TitleBarHeight) + border};
 }
 
-// An own file: the host's application name and format do not matter.
+// Its own file: the host's application name and format do not matter.
 class CViewerSettings : public QSettings {
   public:
     CViewerSettings()

@@ -17,7 +17,7 @@ QString ZonedTime(std::wstring_view local, std::wstring_view utc);
 QDateTime ReadUtc(std::wstring_view utc);
 
 /// How long something still holds, in words of the current language: "days left: 12". "" for times
-/// that cannot be read and for the one that says that there is no end (RFC 5280 4.1.2.5).
+/// that cannot be read and for the one that says that there is no end (RFC 5280, 4.1.2.5).
 QString RemainingText(const QDateTime& from, const QDateTime& to, const QDateTime& now);
 
 }  // namespace ca
