@@ -56,6 +56,7 @@ class CAsn1BlockPool {
     static constexpr std::size_t kMaxPooledList = 4096;  // longer lists of children go to the heap
 
     static std::size_t ListSize(std::size_t count) {
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): a list of pointers
         return offsetof(CAsn1Block::Children, items) + count * sizeof(CAsn1Block*);
     }
     void* Carve(std::size_t size) {

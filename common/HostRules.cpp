@@ -80,7 +80,7 @@ HostRules::Pattern HostRules::Parse(const std::string& text, bool denies) {
         return {denies, text, std::nullopt};
     }
     if (auto network = IpAddress::Parse(text)) {
-        return {denies, {}, std::move(network)};
+        return {denies, {}, network};
     }
     const bool isBelow = text.starts_with("*.");
     // As a URL's host is spelt: in lower case, IDNA.

@@ -34,6 +34,7 @@ void CAsn1TreeModel::SetOctets(std::vector<unsigned char> octets) {
     beginResetModel();
     m_enclosed.Clear();
     m_octets = std::move(octets);
+    // Read on past wrong lengths: a damaged file is what people open this page for.
     m_parser.Parse(m_octets.data(), static_cast<unsigned>(m_octets.size()),
                    /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/true,
                    /*singleRoot=*/false);
@@ -43,6 +44,7 @@ void CAsn1TreeModel::SetOctets(std::vector<unsigned char> octets) {
 void CAsn1TreeModel::SetLanguage(std::uint32_t language) {
     m_language = language;
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, kColumns - 1);
+    // Texts of every row change, their number does not: what is open and selected stays.
     Q_EMIT dataChanged({}, {});
 }
 
@@ -110,6 +112,7 @@ QModelIndex CAsn1TreeModel::InnermostAt(std::size_t offset) const {
     const unsigned char* const wanted = m_octets.data() + offset;
     const CAsn1Block* found = nullptr;
     Blocks blocks = Roots();
+    // Down to where rows are shown; what lies deeper or farther has no row to select.
     for (int depth = 0; depth <= kMaxDepth && !blocks.empty(); ++depth) {
         const auto behind = std::ranges::upper_bound(blocks, wanted, {}, &CAsn1Block::start);
         const auto count = static_cast<std::size_t>(behind - blocks.begin());
@@ -212,6 +215,7 @@ const CAsn1Block* CAsn1TreeModel::Above(const CAsn1Block& block) const {
 QModelIndex CAsn1TreeModel::IndexOf(const CAsn1Block& block, int column) const {
     const Blocks blocks = Below(Above(block));
     const auto place = std::ranges::lower_bound(blocks, block.start, {}, &CAsn1Block::start);
+    // A search, since a block does not know its row and there may be thousands beside it.
     return createIndex(static_cast<int>(place - blocks.begin()), column, IdOf(&block));
 }
 
@@ -233,6 +237,7 @@ CAsn1TreeModel::Blocks CAsn1TreeModel::Roots() const {
 
 bool CAsn1TreeModel::IsTooDeep(const CAsn1Block& block) const {
     int depth = 0;
+    // Bounded by kMaxDepth, not by the depth that the file chose.
     for (const CAsn1Block* at = &block; at != nullptr && depth <= kMaxDepth; at = Above(*at)) {
         ++depth;
     }

@@ -90,6 +90,7 @@ bool CCertInfoDlg::setCertificate(const QByteArray& octets) {
 bool CCertInfoDlg::setRecordJson(const QByteArray& utf8) {
     return Attempt([&] {
         const auto size = static_cast<std::size_t>(utf8.size());
+        // Row 0 of a document is the file itself; what a record holds begins after it.
         ShowDocument(CFileDocument::OfRecord(std::string_view(utf8.constData(), size)), 1);
     });
 }
@@ -135,6 +136,7 @@ bool CCertInfoDlg::openFiles(const QStringList& paths) {
             throw ca::Exception(opened.code);
         }
     });
+    // After ShowDocument(), which clears the line.
     Say(faults.join("; "));
     return isShown;
 }
@@ -162,6 +164,7 @@ void CCertInfoDlg::SetLanguage(const QString& language) {
 }
 
 int CCertInfoDlg::CurrentCertificate() const {
+    // -1 is a signature or another item beside the path; 0 stands for an empty window, too.
     const auto place = std::ranges::find(m_path.items, m_shown);
     return m_path.items.empty()          ? 0
            : place == m_path.items.end() ? -1
@@ -213,6 +216,7 @@ QString CCertInfoDlg::HeadlineText() const {
 
 void CCertInfoDlg::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
+    // The host may have changed the language of the process while another window was in front.
     if (event->type() == QEvent::LanguageChange || event->type() == QEvent::ActivationChange) {
         TranslateIfNeeded();
     }
@@ -234,6 +238,7 @@ void CCertInfoDlg::showEvent(QShowEvent* event) {
 
 void CCertInfoDlg::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
+    // Otherwise the next window would be as large as the screen without being maximised.
     if (!isMaximized() && !isFullScreen()) {
         ca::StoreWindowSize(*this);
     }
@@ -312,6 +317,8 @@ void CCertInfoDlg::ShowItem(ItemIndex item) {
 }
 
 void CCertInfoDlg::ShowCurrent() {
+    // Pages are filled when they come into sight: outlines and lists of a large item take their
+    // time.
     std::fill(std::begin(m_isFilled), std::end(m_isFilled), false);
     m_description.reset();
     m_ui->headlineText->setText(ca::Headline(m_document, m_shown));
@@ -341,6 +348,7 @@ void CCertInfoDlg::ShowCurrent() {
 // What is marked in the list is what is shown, wherever it was chosen.
 void CCertInfoDlg::SelectInList() {
     const QModelIndex row = m_items->IndexOf(m_shown);
+    // Setting the row that is current already would scroll the list away from where the user looks.
     if (m_ui->itemTree->currentIndex() != row) {
         m_ui->itemTree->setCurrentIndex(row);
         m_ui->itemTree->scrollTo(row);

@@ -175,6 +175,7 @@ void ReadMessage(CFileReader& reader, ItemIndex item) {
     each(message.Get()->Crls(),
          [&](const CAsn1Element& choice) { AddRevocation(reader, choice, item); });
     const std::span<unsigned char> content = PlainContent(ContentOf(message));
+    // Signed around enveloped, or around signed again, as mail programs do it (RFC 8551, 3.7).
     if (IsMessage(content) || !FindEnvelope(content).empty()) {
         reader.AddObject(content, item);
     }
@@ -198,6 +199,7 @@ QString MessageName(const CFileDocument& document, ItemIndex item) {
     const OpenMessage message(FindSignedData(document[item].octets));
     const CAsn1EncapsulatedContentInfo* const content = ContentOf(message);
     const Octets type = content != nullptr ? OctetsOf(content->EContentType()) : Octets();
+    // Plain data are what nearly all messages are about; only others are worth a name.
     return type.empty() || IsOid(type, "id-data") ? QString() : ShownLine(OidName(type));
 }
 
@@ -232,6 +234,7 @@ void DescribeMessage(const CFileDocument& document, ItemIndex item, ItemDescript
 void DescribeSignature(const CFileDocument& document, ItemIndex item, ItemDescription& out) {
     const SignInfo record = RecordOf(document, item);
     CSummary& summary = out.summary;
+    // A signature has no period of its own.
     SayStatus(record.verifyResult, record.verifyResultEx.signatureVerifyResult,
               /*isInPeriod=*/true, out);
     SayFaults(record.signCert.error, out);

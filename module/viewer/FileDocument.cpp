@@ -181,6 +181,7 @@ void CFileDocument::Append(CFileDocument other) {
         m_files.push_back(file + shift);
     }
     std::ranges::move(other.m_sources, std::back_inserter(m_sources));
+    // Certificates of one file may have issued those of another.
     m_issuers.reset();
 }
 
@@ -291,6 +292,7 @@ ItemIndex CFileDocument::IssuerOf(ItemIndex certificate) const {
 
 bool CFileDocument::IsRoot(ItemIndex certificate) const {
     if (const CertInfo2* record = RecordOf(certificate)) {
+        // A record without its octets: the readable names are all there is to compare.
         return !record->issuer.empty() && record->issuer == record->description;
     }
     const CertificateNames names = NamesOf(m_items[certificate].octets);
@@ -300,6 +302,7 @@ bool CFileDocument::IsRoot(ItemIndex certificate) const {
 ItemPath CFileDocument::PathOfCertificate(ItemIndex certificate) const {
     ItemPath path;
     for (ItemIndex at = certificate; at != kNoItem; at = IssuerOf(at)) {
+        // At most kMaxIssuers of them, so looking through them all costs nothing.
         if (std::ranges::find(path.items, at) != path.items.end()) {
             path.end = PathEnd::kRepeats;
             return path;
@@ -345,6 +348,8 @@ ItemIndex CFileDocument::SignerOf(ItemIndex signature) const {
     if (signer.Get() == nullptr || signer.Get()->Sid() == nullptr) {
         return kNoItem;
     }
+    // Reading a message's certificates costs as much as the message is long, and each of its
+    // signatures asks.
     const auto known =
         m_signers.try_emplace(message, CertificatesOf(m_items[message].octets)).first;
     const SignerCertificate* found = known->second.Find(*signer.Get()->Sid());
@@ -352,6 +357,7 @@ ItemIndex CFileDocument::SignerOf(ItemIndex signature) const {
         return kNoItem;
     }
     for (const ItemIndex child : m_items[message].children) {
+        // By place: a message may carry the same certificate twice.
         if (m_items[child].octets.data() == found->der.data()) {
             return child;
         }

@@ -54,6 +54,7 @@ void CHexView::SetMarked(std::size_t begin, std::size_t content, std::size_t end
     m_end = std::min(end, m_octets.size());
     m_begin = std::min(begin, m_end);
     m_content = std::clamp(content, m_begin, m_end);
+    // A cursor inside of what is marked was put there by the user.
     if (m_cursor < m_begin || m_cursor >= m_end) {
         m_cursor = m_begin;
         Reveal(m_begin);
@@ -179,11 +180,13 @@ void CHexView::Measure() {
     const auto fits = [this](std::size_t perLine) {
         return LineWidth(perLine) * m_charWidth + 2 * kMargin <= viewport()->width();
     };
+    // The octets at the top stay there when the lines get longer or shorter.
     const std::size_t top = static_cast<std::size_t>(verticalScrollBar()->value()) * m_perLine;
     const auto* const most = std::ranges::find_if(kPerLine, fits);
     m_perLine = most != std::end(kPerLine) ? *most : kPerLine[std::size(kPerLine) - 1];
     const std::size_t lines = (m_octets.size() + m_perLine - 1) / m_perLine;
     const std::size_t hidden = lines - std::min(lines, LinesInSight());
+    // Scroll bars count in int.
     constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<int>::max());
     verticalScrollBar()->setRange(0, static_cast<int>(std::min(hidden, kMost)));
     verticalScrollBar()->setPageStep(static_cast<int>(std::max<std::size_t>(LinesInSight(), 1)));
