@@ -16,10 +16,10 @@ Octets Element(unsigned char tag, const Octets& content);
 /// when there are none.
 Octets Certificates(std::size_t size);
 
-/// A CertificateList (RFC 5280 5.1) of `entries`, every fourth with a reason; some 35 octets each.
+/// A CertificateList (RFC 5280, 5.1) of `entries`, every fourth with a reason; some 35 octets each.
 Octets Crl(std::size_t entries);
 
-/// A ContentInfo with one SignedData of `size` octets of content (RFC 5652 5.1), in DER or in the
+/// A ContentInfo with one SignedData of `size` octets of content (RFC 5652, 5.1), in DER or in the
 /// indefinite form with segments of 1000 octets.
 Octets SignedData(std::size_t size, bool indefinite);
 

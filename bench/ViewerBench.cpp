@@ -28,7 +28,7 @@ void AppendHeader(Bytes& out, unsigned char tag, std::size_t length) {
     }
 }
 
-// SEQUENCE { SEQUENCE { entries } }, an entry as RFC 5280 5.1 has it: serial, time, reason.
+// SEQUENCE { SEQUENCE { entries } }, an entry as RFC 5280, 5.1 has it: serial, time, reason.
 Bytes ListOctets() {
     constexpr std::array<unsigned char, 42> kEntry = {
         0x30, 0x28, 0x02, 0x09, 0x00, 0xA1, 0xB2, 0xC3, 0xD4, 0xE5, 0xF6, 0x07, 0x18, 0x17,

@@ -382,8 +382,7 @@ void ConfigFileParser::ToJson(JsonWriter& writer) const {
 }
 
 bool ConfigFileParser::AnyExtensionPathIsWrong() const {
-    return !std::all_of(m_settings.DllExtensions.begin(), m_settings.DllExtensions.end(),
-                        IsExtensionPath);
+    return !std::ranges::all_of(m_settings.DllExtensions, IsExtensionPath);
 }
 
 std::vector<std::wstring> ConfigFileParser::FixExtensionPaths() {

@@ -247,7 +247,7 @@ curl_off_t CurlEasy::AnnouncedLength() const {
 }
 
 std::string CurlEasy::ErrorText(int code) const {
-    const auto end = std::find(m_errorText.begin(), m_errorText.end(), '\0');
+    const auto end = std::ranges::find(m_errorText, '\0');
     std::string text(m_errorText.begin(), end);
     return text.empty() ? std::string(m_library.easyErrorText(static_cast<CURLcode>(code))) : text;
 }

@@ -94,7 +94,7 @@ HostRules::Pattern HostRules::Parse(const std::string& text, bool denies) {
 bool HostRules::Matches(const Pattern& pattern, const std::string& name,
                         const std::vector<IpAddress>& addresses) {
     if (pattern.network) {
-        return std::any_of(addresses.begin(), addresses.end(), [&](const IpAddress& address) {
+        return std::ranges::any_of(addresses, [&](const IpAddress& address) {
             return pattern.network->Contains(address);
         });
     }
@@ -119,6 +119,7 @@ HostRules::Verdict HostRules::Judge(const std::string& host,
     Verdict verdict = Verdict::kNothingSaid;
     for (const Pattern& pattern : m_patterns) {
         if (Matches(pattern, name, addresses)) {
+            // A denial holds wherever it stands: the order of a list is of no account.
             if (pattern.denies) {
                 return Verdict::kDenied;
             }
@@ -134,10 +135,11 @@ bool HostRules::Allows(const std::string& host) const {
 
 bool HostRules::MightAllow(const std::string& host) const {
     const Verdict verdict = Judge(host, std::nullopt);
+    // A name that no pattern knows is looked up only where its address could be allowed then.
     return verdict == Verdict::kAllowed ||
            (verdict == Verdict::kNothingSaid &&
             !IpAddress::ParseAnySpelling(WithoutFinalDot(host)) &&
-            std::any_of(m_patterns.begin(), m_patterns.end(), [](const Pattern& each) {
+            std::ranges::any_of(m_patterns, [](const Pattern& each) {
                 return !each.denies && each.network.has_value();
             }));
 }

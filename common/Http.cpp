@@ -19,6 +19,7 @@ namespace {
 using PostBody = std::span<const unsigned char>;
 
 constexpr int kMaxRedirects = 5;
+// Nobody reads what a server answers to an upload; it is counted so that it ends.
 constexpr std::uint32_t kMaxUploadAnswer = 1U << 20;
 
 // The next URL of a transfer. A redirect to what is not a good URL is the server's fault.
@@ -46,7 +47,7 @@ void RunTransfer(const std::wstring& url, const PostBody* body, const HttpSettin
             transfer->SetPostBody(*body);
         }
     } catch (const Exception&) {
-        LogEvent(SetZORNAMessage(kMsgHttpImpossible), true);
+        LogEvent(SetZORNAMessage(kMsgHttpImpossible), /*isError=*/true);
         throw;
     }
     for (int redirects = 0;; ++redirects) {
@@ -65,8 +66,8 @@ void RunTransfer(const std::wstring& url, const PostBody* body, const HttpSettin
 
 // The upload's text with what went wrong after it.
 std::wstring UploadText(const Exception& e) {
-    return ::GetErrorMessage(kErrUpload, false) +
-           (e.message.empty() ? ::GetErrorMessage(e.errorCode, false) : e.message);
+    return ::GetErrorMessage(kErrUpload, /*prefix=*/false) +
+           (e.message.empty() ? ::GetErrorMessage(e.errorCode, /*prefix=*/false) : e.message);
 }
 
 }  // namespace

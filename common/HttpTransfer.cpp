@@ -56,7 +56,7 @@ bool IsControl(wchar_t c) {
 
 // A text for the library, which would cut it at a NUL and put line ends into a header.
 std::string OptionText(const std::wstring& text) {
-    if (std::any_of(text.begin(), text.end(), IsControl)) {
+    if (std::ranges::any_of(text, IsControl)) {
         throw Exception(kErrParameters);
     }
     return u16u8(text);
@@ -78,8 +78,7 @@ bool IsSuccess(long status) {
 }
 
 ErrorCode TransferError(int curlCode) {
-    const bool isServers = std::find(std::begin(kServerFaults), std::end(kServerFaults),
-                                     curlCode) != std::end(kServerFaults);
+    const bool isServers = std::ranges::find(kServerFaults, curlCode) != std::end(kServerFaults);
     return isServers ? kErrServer : kErrConnection;
 }
 
@@ -128,6 +127,7 @@ void HttpTransfer::SetLimits() {
 void HttpTransfer::SetTrust() {
     m_curl.Set(CURLOPT_SSL_VERIFYPEER, 1L);
     m_curl.Set(CURLOPT_SSL_VERIFYHOST, kCheckHostName);
+    // Older versions are given up (RFC 8996).
     m_curl.Set(CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2);
     if (!m_settings.caFile.empty()) {
         m_curl.Set(CURLOPT_CAINFO, OptionText(m_settings.caFile));
@@ -168,6 +168,7 @@ void HttpTransfer::SetCallbacks() {
     m_curl.Set(CURLOPT_XFERINFOFUNCTION,
                static_cast<curl_xferinfo_callback>(&HttpTransfer::OnProgress));
     m_curl.Set(CURLOPT_XFERINFODATA, static_cast<const void*>(this));
+    // Through a proxy every connection is made to it; its address is the configuration's.
     if (m_settings.hosts && !m_hasProxy) {
         m_curl.Set(CURLOPT_OPENSOCKETFUNCTION,
                    static_cast<curl_opensocket_callback>(&HttpTransfer::OnOpenSocket));
@@ -220,9 +221,9 @@ int HttpTransfer::OnProgress(void* user, curl_off_t, curl_off_t downloaded, curl
 void HttpTransfer::LogProgress(curl_off_t downloaded, curl_off_t uploaded) {
     const curl_off_t left = static_cast<curl_off_t>(m_sendSize) - uploaded;
     if (left > 0 && downloaded == 0) {
-        LogMessage(kMsgHttpSending, {ca::DecimalText(left), m_url.display}, false);
+        LogMessage(kMsgHttpSending, {ca::DecimalText(left), m_url.display}, /*isError=*/false);
     } else if (downloaded > 0) {
-        LogMessage(kMsgHttpSent, {ca::DecimalText(downloaded)}, false);
+        LogMessage(kMsgHttpSent, {ca::DecimalText(downloaded)}, /*isError=*/false);
     }
 }
 
@@ -242,6 +243,7 @@ curl_socket_t HttpTransfer::OnOpenSocket(void* user, curlsocktype,
         return CURL_SOCKET_BAD;
     }
     self.m_hasSocket = true;
+    // A program that the host starts meanwhile must not inherit the connection.
     return ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
 }
 
@@ -259,24 +261,25 @@ std::string HttpTransfer::Run(const HttpUrl& url, Clock::time_point end) {
         m_sendSize = 0;
     }
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+    // 0 would mean no limit at all.
     m_curl.Set(CURLOPT_TIMEOUT_MS, std::max(1L, static_cast<long>(left.count())));
     m_curl.Set(CURLOPT_URL, url.text);
     m_body.Clear();
     m_isHeaderComplete = false;
     m_hasSocket = false;
     m_forbidden.reset();
-    LogMessage(kMsgHttpSending, {ca::DecimalText(m_sendSize), url.display}, false);
+    LogMessage(kMsgHttpSending, {ca::DecimalText(m_sendSize), url.display}, /*isError=*/false);
     Judge(m_curl.Perform());
     std::string location = IsSuccess(m_curl.Status()) ? std::string() : m_curl.RedirectUrl();
     if (location.empty()) {
-        LogMessage(kMsgHttpSent, {ca::DecimalText(m_body.Size())}, false);
+        LogMessage(kMsgHttpSent, {ca::DecimalText(m_body.Size())}, /*isError=*/false);
     }
     return location;
 }
 
 void HttpTransfer::RefuseRedirect(int code) const {
     const std::wstring status = ca::DecimalText(m_curl.Status());
-    LogMessage(kMsgHttpRequestError, {status, ca::DecimalText(code)}, true);
+    LogMessage(kMsgHttpRequestError, {status, ca::DecimalText(code)}, /*isError=*/true);
     throw ReportedException(kErrServer, L"HTTP " + status);
 }
 
@@ -284,7 +287,7 @@ void HttpTransfer::RefuseRedirect(int code) const {
 void HttpTransfer::Forbid(const std::string& address) const {
     const std::string shown = address.empty() ? m_url.host : m_url.host + " (" + address + ')';
     const std::wstring text = FillMessage(kMsgHttpForbidden, {u8u16(shown)});
-    LogEvent(text.c_str(), true);
+    LogEvent(text.c_str(), /*isError=*/true);
     throw HostForbidden(kErrParameters, text);
 }
 
@@ -312,18 +315,19 @@ void HttpTransfer::Judge(int code) {
     const long status = m_curl.Status();
     const bool isRefused = !IsSuccess(status) && m_curl.RedirectUrl().empty();
     if (code == CURLE_HTTP_RETURNED_ERROR || (code == CURLE_OK && isRefused)) {
-        LogMessage(kMsgHttpRequestError, {ca::DecimalText(status), ca::DecimalText(code)}, true);
+        LogMessage(kMsgHttpRequestError, {ca::DecimalText(status), ca::DecimalText(code)},
+                   /*isError=*/true);
         throw ReportedException(IsProxyRefusal(status) ? kErrConnection : kErrServer,
                                 L"HTTP " + ca::DecimalText(status));
     }
     if (code != CURLE_OK) {
-        LogMessage(kMsgHttpNotSent, {ca::DecimalText(code)}, true);
+        LogMessage(kMsgHttpNotSent, {ca::DecimalText(code)}, /*isError=*/true);
         if (m_outOfMemory || code == CURLE_OUT_OF_MEMORY) {
             throw std::bad_alloc();
         }
         std::wstring detail = u8u16(m_curl.ErrorText(code));
         MakePrintable(detail);  // it may quote the server
-        LogEvent(detail.c_str(), true);
+        LogEvent(detail.c_str(), /*isError=*/true);
         throw ReportedException(TransferError(code), detail);
     }
 }

@@ -24,8 +24,7 @@ bool IsForbidden(wchar_t c) {
 }
 
 bool IsText(const std::wstring& text) {
-    return !text.empty() && text.size() <= kMaxUrlLength &&
-           std::none_of(text.begin(), text.end(), IsForbidden);
+    return !text.empty() && text.size() <= kMaxUrlLength && std::ranges::none_of(text, IsForbidden);
 }
 
 // The address itself is not repeated: what is not a URL may be anything.
@@ -78,10 +77,12 @@ HttpUrl FollowRedirect(const HttpUrl& from, const std::wstring& location) {
     const int port = from.isSecure ? kHttpsPort : kHttpPort;
     const bool isSameServer = next.scheme() == before.scheme() && next.host() == before.host() &&
                               next.port(port) == before.port(port);
+    // Credentials go on to the server that they were given for, and to no other.
     if (isSameServer && next.userInfo().isEmpty()) {
         next.setUserInfo(before.userInfo(QUrl::FullyEncoded));
     }
     HttpUrl checked = CheckUrl(next);
+    // What was asked for over TLS is not fetched in the clear.
     if (from.isSecure && !checked.isSecure) {
         throw Exception(kErrParameters);
     }

@@ -34,8 +34,7 @@ constexpr wchar_t Upper(wchar_t c) {
 }
 
 bool SameName(std::wstring_view a, std::wstring_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](wchar_t x, wchar_t y) { return Upper(x) == Upper(y); });
+    return std::ranges::equal(a, b, [](wchar_t x, wchar_t y) { return Upper(x) == Upper(y); });
 }
 
 // The item of that name that counts: the last.
@@ -47,7 +46,7 @@ auto FindItem(Items& items, std::wstring_view name) {
 
 bool IsName(std::wstring_view name) {
     return !name.empty() && name.size() <= kMaxNameLength &&
-           std::all_of(name.begin(), name.end(), [](wchar_t c) {
+           std::ranges::all_of(name, [](wchar_t c) {
                return (Upper(c) >= L'A' && Upper(c) <= L'Z') || (c >= L'0' && c <= L'9') ||
                       c == L'_' || c == L'.' || c == L'-';
            });
@@ -191,8 +190,8 @@ void AddValue(InitString& items, const wchar_t* name, int value) {
 // The first that answers for every issuer; those of one issuer have no place in a flat text.
 template <class Source>
 std::wstring CommonUrl(const std::vector<Source>& sources) {
-    const auto found = std::find_if(sources.begin(), sources.end(),
-                                    [](const Source& source) { return source.issuer.empty(); });
+    const auto found =
+        std::ranges::find_if(sources, [](const Source& source) { return source.issuer.empty(); });
     return found != sources.end() ? found->url : std::wstring();
 }
 

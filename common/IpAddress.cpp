@@ -68,12 +68,12 @@ std::optional<IpAddress> IpAddress::ParseAnySpelling(const std::string& text) {
 
 std::optional<IpAddress> IpAddress::FromSocket(const sockaddr& address) {
     if (address.sa_family == AF_INET) {
-        return IpAddress(true, &reinterpret_cast<const sockaddr_in&>(address).sin_addr);
+        return IpAddress(/*isV4=*/true, &reinterpret_cast<const sockaddr_in&>(address).sin_addr);
     }
     if (address.sa_family != AF_INET6) {
         return std::nullopt;
     }
-    IpAddress result(false, &reinterpret_cast<const sockaddr_in6&>(address).sin6_addr);
+    IpAddress result(/*isV4=*/false, &reinterpret_cast<const sockaddr_in6&>(address).sin6_addr);
     result.Unmap();
     return result;
 }
@@ -106,7 +106,7 @@ bool IpAddress::IsBehind(const IpAddress& prefix) const {
 
 // The IPv4 address or network after so many bits.
 IpAddress IpAddress::Embedded(unsigned bits) const {
-    IpAddress inner(true, m_octets.data() + bits / 8);
+    IpAddress inner(/*isV4=*/true, m_octets.data() + bits / 8);
     inner.m_bits = std::min(kV4Bits, m_bits - bits);
     return inner;
 }

@@ -86,31 +86,31 @@ bool LogInit(LogCallback callback, std::vector<std::wstring>& customTexts) {
     return true;
 }
 
-bool LogEvent(const wchar_t* line, bool flag) {
-    return ca::CallLog(line, flag);
+bool LogEvent(const wchar_t* line, bool isError) {
+    return ca::CallLog(line, isError);
 }
 
 namespace ca {
 
-bool LogEventFmt(const wchar_t* format, bool flag, ...) {
+bool LogEventFmt(const wchar_t* format, bool isError, ...) {
     std::va_list arguments;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wvarargs"
     // Deliberate: the signature is fixed; a promoted last parameter does no harm with these ABIs.
-    va_start(arguments, flag);
+    va_start(arguments, isError);
 #pragma GCC diagnostic pop
     const std::wstring line = Format(format, arguments);
     va_end(arguments);
-    return LogEvent(line.c_str(), flag);
+    return LogEvent(line.c_str(), isError);
 }
 
 void MakePrintable(std::wstring& text) noexcept {
     std::ranges::replace_if(text, IsHiddenCharacter, L'?');
 }
 
-bool LogLine(std::wstring line, bool flag) {
+bool LogLine(std::wstring line, bool isError) {
     MakePrintable(line);
-    return LogEvent(line.c_str(), flag);
+    return LogEvent(line.c_str(), isError);
 }
 
 void LogError(const wchar_t* text, const wchar_t* location, unsigned code, bool throwIt) {
@@ -118,14 +118,14 @@ void LogError(const wchar_t* text, const wchar_t* location, unsigned code, bool 
         throw std::logic_error("LogError: null location");
     }
     const std::wstring prefix = std::wstring(location) + L": ";
-    LogLine(prefix + (text != nullptr ? text : L""), true);
+    LogLine(prefix + (text != nullptr ? text : L""), /*isError=*/true);
 
-    const std::wstring errorText = ::GetErrorMessage(code, true);
+    const std::wstring errorText = ::GetErrorMessage(code, /*prefix=*/true);
     // Deliberate: the table's text as it is, line breaks of its own included.
-    LogEvent((prefix + (errorText.empty() ? CodeText(code) : errorText)).c_str(), true);
+    LogEvent((prefix + (errorText.empty() ? CodeText(code) : errorText)).c_str(), /*isError=*/true);
 
     if (throwIt) {
-        throw ReportedException(code, ::GetErrorMessage(code, false));
+        throw ReportedException(code, ::GetErrorMessage(code, /*prefix=*/false));
     }
 }
 

@@ -13,13 +13,13 @@ using LogCallback = bool (*)(const wchar_t* line, bool isError);
 bool LogInit(LogCallback callback, std::vector<std::wstring>& customTexts);
 
 /// Hands one line to the host and returns its answer; false while no callback is set.
-bool LogEvent(const wchar_t* line, bool flag);
+bool LogEvent(const wchar_t* line, bool isError);
 
 namespace ca {
 
 /// LogEvent() of a text formatted as swprintf does, of any length. A text that cannot be formatted
 /// logs an empty line.
-bool LogEventFmt(const wchar_t* format, bool flag, ...);
+bool LogEventFmt(const wchar_t* format, bool isError, ...);
 
 /// Replaces by '?' what would end a line of the host's log, change how the rest of it reads, leave
 /// no trace, or cannot be written (HiddenCharacters.h). Texts without that stay as they are, at the
@@ -27,7 +27,7 @@ bool LogEventFmt(const wchar_t* format, bool flag, ...);
 void MakePrintable(std::wstring& text) noexcept;
 
 /// LogEvent() of a line that holds a text from outside the module, made printable.
-bool LogLine(std::wstring line, bool flag);
+bool LogLine(std::wstring line, bool isError);
 
 /// Reports one error as two lines, both marked as errors: "location: text", then "location: " and
 /// the code's text with its prefix. A code without a text stands for itself: in decimal, from

@@ -130,7 +130,7 @@ class Reader {
     template <class Enumeration, std::size_t N>
     void Choice(const char* key, Enumeration& out, const char* const (&names)[N]) {
         if (const JsonValue* const value = Find(key, &JsonValue::IsString)) {
-            const auto found = std::find(std::begin(names), std::end(names), ToString(*value));
+            const auto found = std::ranges::find(names, ToString(*value));
             if (found == std::end(names)) {
                 m_faults.WrongValue(At(key));
                 return;

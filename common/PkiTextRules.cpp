@@ -26,7 +26,7 @@ constexpr const wchar_t* kKeyUsageNames[] = {
 
 bool IsSettingText(const std::wstring& text) {
     return text.size() <= kMaxTextLength &&
-           std::none_of(text.begin(), text.end(), [](wchar_t c) { return c < L' ' || c == 0x7F; });
+           std::ranges::none_of(text, [](wchar_t c) { return c < L' ' || c == 0x7F; });
 }
 
 bool IsPath(const std::wstring& text) {
@@ -51,8 +51,7 @@ bool IsHostPattern(const std::wstring& text) {
 }
 
 bool IsKeyUsage(const std::wstring& text) {
-    return std::find(std::begin(kKeyUsageNames), std::end(kKeyUsageNames), text) !=
-           std::end(kKeyUsageNames);
+    return std::ranges::find(kKeyUsageNames, text) != std::end(kKeyUsageNames);
 }
 
 // Arcs in decimal, none with a needless zero; the first two within the limits of X.660.

@@ -38,9 +38,8 @@ constexpr std::array<std::string_view, 3> kListSections = {"Dll extensions", "Cu
 // Deliberate: letter case counts here, unlike everywhere else in the engine.
 template <class Char>
 bool IsListSection(const std::basic_string<Char>& name) {
-    return std::any_of(kListSections.begin(), kListSections.end(), [&](std::string_view section) {
-        return std::equal(name.begin(), name.end(), section.begin(), section.end());
-    });
+    return std::ranges::any_of(
+        kListSections, [&](std::string_view section) { return std::ranges::equal(name, section); });
 }
 
 template <class Char>

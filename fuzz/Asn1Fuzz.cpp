@@ -53,7 +53,7 @@ void DecodeObjects(CAsn1Block* root) {
     try {
         objects.Decode();
     } catch (const std::logic_error&) {
-        // a time that is no number
+        // a time that is not a number
     }
 }
 

@@ -63,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (NamesAddress(input)) {
         return 0;
     }
-    // A block of exactly this size, so that the sanitizer sees the octet before and the one behind.
+    // A block of exactly this size, so that the sanitizer sees the octet before and the one after.
     const auto request = std::make_unique<char[]>(input.size());
     std::memcpy(request.get(), input.data(), input.size());
     CMPacket packet{};

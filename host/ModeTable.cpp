@@ -32,11 +32,10 @@ std::optional<std::uint32_t> ModeByName(std::string_view nameOrNumber) {
     if (error == std::errc() && end == last) {
         return number;
     }
-    const auto* const row =
-        std::find_if(std::begin(kModes), std::end(kModes), [nameOrNumber](const ModeRow& mode) {
-            return !mode.name.empty() && mode.name.size() == nameOrNumber.size() &&
-                   ::strncasecmp(mode.name.data(), nameOrNumber.data(), mode.name.size()) == 0;
-        });
+    const auto* const row = std::ranges::find_if(kModes, [nameOrNumber](const ModeRow& mode) {
+        return !mode.name.empty() && mode.name.size() == nameOrNumber.size() &&
+               ::strncasecmp(mode.name.data(), nameOrNumber.data(), mode.name.size()) == 0;
+    });
     return row != std::end(kModes) ? std::optional(row->number) : std::nullopt;
 }
 

@@ -15,8 +15,7 @@ constexpr std::string_view kPayloadKeys[] = {"fileData", "fileDataEncodedSize", 
                                              "fileDataUrl"};
 
 bool IsPayloadKey(std::string_view key) {
-    return std::find(std::begin(kPayloadKeys), std::end(kPayloadKeys), key) !=
-           std::end(kPayloadKeys);
+    return std::ranges::find(kPayloadKeys, key) != std::end(kPayloadKeys);
 }
 
 // Takes an object apart into its members, each with its value as JSON text.
@@ -163,8 +162,8 @@ void CRequestBuilder::SetPair(const std::string& pair) {
 }
 
 std::optional<std::string> CRequestBuilder::Take(std::string_view key) {
-    const auto found = std::find_if(m_members.begin(), m_members.end(),
-                                    [key](const auto& member) { return member.first == key; });
+    const auto found =
+        std::ranges::find_if(m_members, [key](const auto& member) { return member.first == key; });
     if (found == m_members.end()) {
         return std::nullopt;
     }

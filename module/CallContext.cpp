@@ -12,8 +12,7 @@ constexpr int kModesWithoutContext[] = {11, 24, 42, 43};
 
 bool NeedsContext(const ca::CryptRequest& request) {
     return request.test ||
-           std::find(std::begin(kModesWithoutContext), std::end(kModesWithoutContext),
-                     request.mode) == std::end(kModesWithoutContext);
+           std::ranges::find(kModesWithoutContext, request.mode) == std::end(kModesWithoutContext);
 }
 
 }  // namespace

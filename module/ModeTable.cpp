@@ -13,8 +13,6 @@ const CCryptoModule::CModeRow CCryptoModule::kModes[] = {
 };
 
 const CCryptoModule::CModeRow* CCryptoModule::FindMode(int mode) noexcept {
-    const CModeRow* row =
-        std::lower_bound(std::begin(kModes), std::end(kModes), mode,
-                         [](const CModeRow& each, int wanted) { return each.mode < wanted; });
+    const CModeRow* row = std::ranges::lower_bound(kModes, mode, {}, &CModeRow::mode);
     return row != std::end(kModes) && row->mode == mode ? row : nullptr;
 }

@@ -55,8 +55,8 @@ constexpr RecordRow kRecords[] = {
 // clang-format on
 
 const RecordRow* FindRow(int type) noexcept {
-    const auto* row = std::find_if(std::begin(kRecords), std::end(kRecords),
-                                   [type](const RecordRow& each) { return each.type == type; });
+    const auto* row =
+        std::ranges::find_if(kRecords, [type](const RecordRow& each) { return each.type == type; });
     return row != std::end(kRecords) ? row : nullptr;
 }
 

@@ -319,7 +319,7 @@ void CCertInfoDlg::ShowItem(ItemIndex item) {
 void CCertInfoDlg::ShowCurrent() {
     // Pages are filled when they come into sight: outlines and lists of a large item take their
     // time.
-    std::fill(std::begin(m_isFilled), std::end(m_isFilled), false);
+    std::ranges::fill(m_isFilled, false);
     m_description.reset();
     m_ui->headlineText->setText(ca::Headline(m_document, m_shown));
     const bool hasItem = m_shown != ca::kNoItem;

@@ -100,7 +100,7 @@ class Asn1Test : public testing::Test {
 };
 
 inline constexpr bool kStop = true;   // stopAtTruncation
-inline constexpr bool kRead = false;  // read on behind a truncation
+inline constexpr bool kRead = false;  // read on after a truncation
 
 inline void Parse(CCryptAsn1Parser& parser, Bytes& data, bool stop = kStop) {
     parser.Parse(data.data(), static_cast<unsigned>(data.size()), stop,

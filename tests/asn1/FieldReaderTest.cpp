@@ -170,7 +170,7 @@ TEST_P(FieldReaderTest, NamesTheFirstFaultAndReadsOn) {
         Octets content;
         std::uint32_t code;
         const wchar_t* text;
-        bool hasInner;  // behind the fault
+        bool hasInner;  // after the fault
     } cases[] = {
         {{}, ca::kErrAsn1Corrupted, L"Sample.either: missing element, offset 2", false},
         {Integer(5), ca::kErrAsn1Corrupted, L"Sample.pairs: missing element, offset 5", false},

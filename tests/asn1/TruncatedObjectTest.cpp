@@ -8,7 +8,7 @@
 
 namespace {
 
-// Elements one behind the other, whatever is in the constructed ones.
+// Elements one after the other, whatever is in the constructed ones.
 bool IsWhole(std::span<unsigned char> octets) {
     std::vector<CAsn1Cursor> open{CAsn1Cursor(octets)};
     while (!open.empty()) {

@@ -17,7 +17,7 @@ class ErrorMessageHelperTest : public testing::Test {
     ~ErrorMessageHelperTest() override { SetZORNALng(L"ru"); }
 };
 
-// What stands in front of the text of a code; some codes have no text behind it, some nothing.
+// What stands in front of the text of a code; some codes have no text after it, some nothing.
 TEST_F(ErrorMessageHelperTest, PrefixesEachCodeByItsRule) {
     const struct {
         std::uint32_t code;

@@ -56,6 +56,6 @@ class GuardedBuffer {
 
     void* m_memory = nullptr;
     std::size_t m_size = 0;    // of what may be touched
-    std::size_t m_mapped = 0;  // and of the page behind it
+    std::size_t m_mapped = 0;  // and of the page after it
     std::size_t m_held = 0;
 };

@@ -72,7 +72,7 @@ class HttpTestServer {
     HttpTestServer& operator=(const HttpTestServer&) = delete;
 
     std::uint16_t Port() const { return m_port; }
-    /// "http://127.0.0.1:<port>" or https, with `path` behind it.
+    /// "http://127.0.0.1:<port>" or https, with `path` after it.
     std::wstring Url(const std::wstring& path = L"/") const;
     /// The complete requests so far, in order of their arrival.
     std::vector<Request> Requests() const;

@@ -31,7 +31,7 @@ class IniFileTest : public testing::Test {
         out << file;
         return N(out.str());
     }
-    // As Save() writes it, with the free lines in angle brackets behind the keys.
+    // As Save() writes it, with the free lines in angle brackets after the keys.
     static std::string Dump(const File& file) {
         std::string text;
         for (const auto* const section : file.GetSections()) {

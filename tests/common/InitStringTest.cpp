@@ -57,7 +57,7 @@ TEST_F(InitStringTest, NamesTheItemItCannotRead) {
         std::wstring text;
         const wchar_t* which;
     } cases[] = {
-        {L"A=1;B", L"#2"},    {L"PIN=1;23;C=2", L"#2"},  // what is no name may be secret
+        {L"A=1;B", L"#2"},    {L"PIN=1;23;C=2", L"#2"},  // what is not a name may be secret
         {L"=1", L"#1"},       {L"A=1;;B C=2", L"#2"},    {L"A=\"1", L"A"},
         {L"A=\"1\"\"", L"A"}, {L"A=\"1\"x;", L"A"},      {L"A=1\"2\"", L"A"},
         {L"\u042F=1", L"#1"}, {longName + L"=1", L"#1"}, {std::wstring(L"A\0=1", 4), L"#1"},

@@ -200,7 +200,7 @@ void ProxyTestServer::ServeSocks(Connection& client) {
         port = TakePort(client);
         const std::string address = Take(client, 4);
         TakeUntil(client, std::string_view("\0", 1));  // user
-        // 4a: an address that cannot be stands for the name behind it.
+        // 4a: an address that cannot be stands for the name after it.
         host = address.starts_with(std::string_view("\0\0\0", 3))
                    ? TakeUntil(client, std::string_view("\0", 1)).c_str()
                    : DottedAddress(address);

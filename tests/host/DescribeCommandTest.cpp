@@ -187,7 +187,7 @@ TEST_F(DescribeCommandTest, DescribesEachObjectOfAFile) {
                 HasSubstr("all.pem 3/5: elliptic curve parameters\n  Curve:      NIST P-256\n"));
 }
 
-// One behind the other, without armour; what is damaged or nothing known is said too.
+// One after the other, without armour; what is damaged or nothing known is said too.
 TEST_F(DescribeCommandTest, TellsTheObjectsOfOneEncodingApart) {
     const Octets request = {0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x03, 0x01, 0x07};
     const Octets refusal = {0x30, 3, 0x0A, 1, 6};

@@ -83,7 +83,7 @@ struct ModuleLibrary {
 /// An answer, taken over from its packet.
 struct Answer {
     std::string text;  ///< without its NUL
-    std::string raw;   ///< the octets behind the NUL
+    std::string raw;   ///< the octets after the NUL
     rapidjson::Document json;
 
     explicit Answer(const CMPacket& packet) {

@@ -329,7 +329,7 @@ TEST_F(ViewerFileTest, DescribesDamagedMessagesOfEveryLength) {
 }
 
 // version, algorithm, issuer, time, and entries: serials 1000, 1001...; the entry 10 names an
-// issuer, which carries over (RFC 5280 5.3.3).
+// issuer, which carries over (RFC 5280, 5.3.3).
 TEST_F(ViewerFileTest, FindsAnyEntryOfALongList) {
     const auto nameOf = [](const char* text) {
         const Octets type = Tlv(0x06, {0x55, 0x04, 0x03});

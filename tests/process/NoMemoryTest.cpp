@@ -1,4 +1,4 @@
-// Every allocation of every mode fails once, alone or with all behind it: there is an answer, or
+// Every allocation of every mode fails once, alone or with all after it: there is an answer, or
 // null and size 0; nothing leaks, and the next request is served.
 
 #include "tests/module/ModuleLibrary.h"

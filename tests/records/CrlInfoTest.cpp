@@ -42,7 +42,7 @@ Octets Entry(unsigned serial, const std::vector<Octets>& extensions = {}) {
                               : Tlv(0x30, {Serial(serial), date, Tlv(0x30, Joined(extensions))});
 }
 
-// A list of what stands behind its issuer.
+// A list of what stands after its issuer.
 Octets List(const std::vector<Octets>& members) {
     Octets tbs = Joined({kVersion2, kAlgorithm, Name("Issuer")});
     const Octets rest = Joined(members);
@@ -66,7 +66,7 @@ class CrlInfoTest : public EnglishTest {
         return *m_described;
     }
     std::string Text(const char* key) { return (**m_described)[key].GetString(); }
-    // One value of each described entry, ";" behind each.
+    // One value of each described entry, ";" after each.
     std::string Each(const char* key) {
         std::string all;
         for (const ca::JsonValue& entry : (**m_described)["Revoked"].GetArray()) {
@@ -194,11 +194,11 @@ TEST_F(CrlInfoTest, ShowsTheEntriesAroundABrokenOne) {
         EXPECT_NE(std::string::npos, error.find(fault)) << error;
     }
     EXPECT_EQ(std::string::npos, error.find("Entry 5")) << error;
-    // What is no element ends the list, and the entries in front of it stay.
+    // What is not an element ends the list, and the entries in front of it stay.
     Describe(ListOf({Entry(1), {0x30, 0x7F, 0x02}}));
     EXPECT_EQ("0001;Unreadable value: 307f02;", Each("Serial"));
     EXPECT_NE("", Text("Error"));
-    // Also when it lies behind the page.
+    // Also when it lies after the page.
     Describe(ListOf({Entry(1), {0x30, 0x7F, 0x02}}), {.first = 0, .count = 1, .serial = {}});
     EXPECT_EQ(2U, Count());
     EXPECT_NE("", Text("Error"));

@@ -173,7 +173,7 @@ TEST_F(ObjectDescriptionTest, DescribesTheBeginningOfACutObject) {
                              sample.octets.begin() + static_cast<std::ptrdiff_t>(size));
             const std::string kind = KindOf(cut);
             if (kind.empty() || (sample.kind == "emptySignedData" && kind == "signature")) {
-                continue;  // there may be signers behind the cut
+                continue;  // there may be signers after the cut
             }
             EXPECT_EQ(sample.kind, kind);
             ++recognised;

@@ -34,7 +34,7 @@ Octets Envelope(const Octets& recipients) {
 
 using RecipientsTest = EnglishTest;
 
-// "issuer/serial/description" of each, "!" behind those with a fault, "-" before unnamed ones.
+// "issuer/serial/description" of each, "!" after those with a fault, "-" before unnamed ones.
 std::wstring Summary(Octets recipients) {
     Octets envelope = Envelope(recipients);
     const Octets before = envelope;

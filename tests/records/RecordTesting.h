@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-/// A parsed text; the test fails when it is no JSON.
+/// A parsed text; the test fails when it is not JSON.
 class ParsedJson {
   public:
     explicit ParsedJson(const std::string& text) {

@@ -101,7 +101,7 @@ TEST_F(TextTest, NamesEscapeWhatTheirFormsReserve) {
     }
 }
 
-// The character of the escape at the front of a text, which is left with what stands behind it; 0
+// The character of the escape at the front of a text, which is left with what stands after it; 0
 // when there is none.
 wchar_t TakeEscape(std::wstring_view& text) {
     const std::size_t digits = text.starts_with(L"\\U") ? 8 : text.starts_with(L"\\u") ? 4 : 0;
@@ -346,7 +346,7 @@ TEST_F(TextTest, LocalTimesFollowTheChangeOfClocksInsideADay) {
     EXPECT_EQ(L"25.10.2026 02:59:59", at("20261025005959Z"));
 }
 
-// What is said of an element, the faults behind it.
+// What is said of an element, the faults after it.
 std::wstring Outline(Octets& element) {
     ca::CTextLines lines;
     ca::SayOutline(First(element), lines);

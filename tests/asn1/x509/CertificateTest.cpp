@@ -15,7 +15,7 @@ namespace {
 const Octets kSubjectAltName = Oid("2.5.29.17");
 const Octets kRsaWithSha256 = Algorithm("1.2.840.113549.1.1.11", kDerNull);
 
-// Every form of GeneralName (RFC 5280 4.2.1.6), in the order of their tags.
+// Every form of GeneralName (RFC 5280, 4.2.1.6), in the order of their tags.
 Octets AllGeneralNames() {
     const Octets personal = Tlv(0xA5, {Tlv(0x80, Text("Ivanov")), Tlv(0x81, Text("Ivan"))});
     const Octets standard =
