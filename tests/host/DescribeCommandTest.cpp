@@ -189,7 +189,7 @@ TEST_F(DescribeCommandTest, DescribesEachObjectOfAFile) {
 
 // One after the other, without armour; what is damaged or nothing known is said too.
 TEST_F(DescribeCommandTest, TellsTheObjectsOfOneEncodingApart) {
-    const Octets request = {0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x03, 0x01, 0x07};
+    const Octets request = Oid("1.2.840.10045.3.1.7");
     const Octets refusal = {0x30, 3, 0x0A, 1, 6};
     const Octets both = Join({refusal, {0x05, 0x00}, request, {0x30, 0x80}});
     m_directory.Write("two.der", std::string(both.begin(), both.end()));
@@ -210,8 +210,7 @@ TEST_F(DescribeCommandTest, TellsTheObjectsOfOneEncodingApart) {
 }
 
 TEST_F(DescribeCommandTest, ShowsTheEntriesOfAListThatAreAskedFor) {
-    const Octets algorithm =
-        Tlv(0x30, {{0x06, 0x08, 0x2A, 0x86, 0x48, 0xCE, 0x3D, 0x04, 0x03, 0x02}});
+    const Octets algorithm = Algorithm("1.2.840.10045.4.3.2");
     const Octets date = Tlv(0x17, Text("240101000000Z"));
     Octets entries;
     for (int i = 0; i < 1003; ++i) {

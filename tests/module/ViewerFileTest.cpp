@@ -11,6 +11,7 @@
 #include "module/viewer/Printout.h"
 #include "records/objects/ObjectKinds.h"
 #include "tests/asn1/DerWriter.h"
+#include "tests/common/EnglishTest.h"
 #include "tests/common/SampleObjects.h"
 #include "tests/module/OpenSslObjects.h"
 
@@ -88,11 +89,7 @@ std::vector<Sample> ReadSamples() {
     return samples;
 }
 
-class ViewerFileTest : public testing::Test {
-  protected:
-    void SetUp() override { SetZORNALng(L"en"); }
-    void TearDown() override { SetZORNALng(L"ru"); }
-};
+using ViewerFileTest = EnglishTest;
 
 const std::string kCertificateDer = [] {
     const BioPtr memory(BIO_new_mem_buf(kSampleCertificate, -1));
@@ -331,27 +328,21 @@ TEST_F(ViewerFileTest, DescribesDamagedMessagesOfEveryLength) {
 // version, algorithm, issuer, time, and entries: serials 1000, 1001...; the entry 10 names an
 // issuer, which carries over (RFC 5280, 5.3.3).
 TEST_F(ViewerFileTest, FindsAnyEntryOfALongList) {
-    const auto nameOf = [](const char* text) {
-        const Octets type = Tlv(0x06, {0x55, 0x04, 0x03});
-        return Tlv(0x30, Tlv(0x31, Tlv(0x30, Join({type, Tlv(0x0C, Text(text))}))));
-    };
     const Octets time = Tlv(0x17, Text("260101000000Z"));
-    const Octets names = Tlv(0x04, Tlv(0x30, Tlv(0xA4, nameOf("Other"))));
-    const Octets issuer = Tlv(0x30, Tlv(0x30, Join({Tlv(0x06, {0x55, 0x1D, 0x1D}), names})));
+    const Octets issuer = Tlv(0x30, Extension("2.5.29.29", Tlv(0x30, Tlv(0xA4, Name("Other")))));
     constexpr int kCount = 700;
     Octets entries;
     for (int i = 0; i < kCount; ++i) {
         const int serial = 0x1000 + i;
         const Octets number = Tlv(0x02, {static_cast<unsigned char>(serial >> 8),
                                          static_cast<unsigned char>(serial & 0xFF)});
-        const Octets entry =
-            Tlv(0x30, i == 10 ? Join({number, time, issuer}) : Join({number, time}));
+        const Octets entry = Tlv(0x30, {number, time, i == 10 ? issuer : Octets()});
         entries.insert(entries.end(), entry.begin(), entry.end());
     }
-    const Octets algorithm = Tlv(0x30, Tlv(0x06, {0x2A, 0x03}));
+    const Octets algorithm = Algorithm("1.2.3");
     const Octets tbs =
-        Tlv(0x30, Join({Tlv(0x02, {0x01}), algorithm, nameOf("X"), time, Tlv(0x30, entries)}));
-    Octets list = Tlv(0x30, Join({tbs, algorithm, Tlv(0x03, {0x00, 0x00})}));
+        Tlv(0x30, {Tlv(0x02, {0x01}), algorithm, Name("X"), time, Tlv(0x30, entries)});
+    Octets list = Tlv(0x30, {tbs, algorithm, Tlv(0x03, {0x00, 0x00})});
     ca::CEntriesModel model;
     const QAbstractItemModelTester tester(&model,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);

@@ -1,6 +1,5 @@
 // What the viewer's trees are made of, also when strangers wrote it.
 
-#include "common/Lng.h"
 #include "module/viewer/Asn1TreeModel.h"
 #include "module/viewer/FieldModel.h"
 #include "module/viewer/ItemDescribers.h"
@@ -8,6 +7,7 @@
 #include "module/viewer/ViewerText.h"
 #include "module/viewer/ZonedTime.h"
 #include "records/text/VisibleText.h"
+#include "tests/common/EnglishTest.h"
 
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
@@ -20,11 +20,7 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-class ViewerModelTest : public testing::Test {
-  protected:
-    void SetUp() override { SetZORNALng(L"en"); }
-    void TearDown() override { SetZORNALng(L"ru"); }
-};
+using ViewerModelTest = EnglishTest;
 
 TEST_F(ViewerModelTest, TellsWhereEachBlockStandsAndWhatItEncloses) {
     // SEQUENCE { OCTET STRING { INTEGER 5 }, indefinite SET { NULL }, OCTET STRING "no BER" }
