@@ -5,10 +5,13 @@
 #include "records/text/OutlineText.h"
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 #include <string_view>
 
 namespace {
+
+namespace Calendar = std::chrono;
 
 // The moments that four digits of a year can say.
 constexpr std::int64_t kFirst = -62167219200;  // 0000-01-01 00:00:00 UTC
@@ -48,7 +51,15 @@ class CDigits {
     std::string_view m_text;
 };
 
-bool TakeDate(CDigits& digits, bool isShortYear, std::tm& date) {
+// A moment as it is written: a date, and a clock that a fraction of an hour may overrun.
+struct Fields {
+    Calendar::year_month_day date;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+
+bool TakeDate(CDigits& digits, bool isShortYear, Fields& fields) {
     const auto year = digits.Take(isShortYear ? 2 : 4);
     const auto month = digits.Take(2);
     const auto day = digits.Take(2);
@@ -56,9 +67,8 @@ bool TakeDate(CDigits& digits, bool isShortYear, std::tm& date) {
         return false;
     }
     const int century = !isShortYear ? 0 : *year >= 50 ? 1900 : 2000;
-    date.tm_year = century + *year - 1900;
-    date.tm_mon = *month - 1;
-    date.tm_mday = *day;
+    fields.date = {Calendar::year(century + *year), Calendar::month(static_cast<unsigned>(*month)),
+                   Calendar::day(static_cast<unsigned>(*day))};
     return true;
 }
 
@@ -81,23 +91,23 @@ std::optional<int> TakeFraction(CDigits& digits, int seconds) {
 
 // hh[mm[ss]][.f...]; minutes may be missing in a GeneralizedTime, seconds in both, and a fraction
 // is one of the last unit given (X.680 46, 47).
-bool TakeClock(CDigits& digits, std::tm& date) {
+bool TakeClock(CDigits& digits, Fields& fields) {
     const auto hour = digits.Take(2);
     if (!hour) {
         return false;
     }
     const auto minute = digits.Take(2);
     const auto second = digits.Take(2);
-    date.tm_hour = *hour;
-    date.tm_min = minute.value_or(0);
-    date.tm_sec = second.value_or(0);
+    fields.hour = *hour;
+    fields.minute = minute.value_or(0);
+    fields.second = second.value_or(0);
     if (digits.Skip('.') || digits.Skip(',')) {
         const auto rest = TakeFraction(digits, second ? 1 : minute ? 60 : 3600);
         if (!rest) {
             return false;
         }
-        date.tm_min += *rest / 60;
-        date.tm_sec += *rest % 60;
+        fields.minute += *rest / 60;
+        fields.second += *rest % 60;
     }
     return true;
 }
@@ -120,50 +130,17 @@ std::optional<int> TakeZone(CDigits& digits) {
     return isAhead ? seconds : -seconds;
 }
 
-// Days from 1970-01-01 to a date of the Gregorian calendar. Years are counted from March, so that a
-// leap day ends one; 400 years are 146097 days.
-std::int64_t DaysOf(std::int64_t year, int month, int day) {
-    year -= month <= 2 ? 1 : 0;
-    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
-    const std::int64_t yearOfEra = year - era * 400;
-    const int monthFromMarch = month > 2 ? month - 3 : month + 9;
-    const int dayOfYear = (153 * monthFromMarch + 2) / 5 + day - 1;
-    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
-}
-
-// The other way round: year, month and day.
-void SetDate(std::int64_t days, std::tm& date) {
-    days += 719468;
-    const std::int64_t era = (days >= 0 ? days : days - 146096) / 146097;
-    const std::int64_t dayOfEra = days - era * 146097;
-    const std::int64_t yearOfEra =
-        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t monthFromMarch = (5 * dayOfYear + 2) / 153;
-    date.tm_mday = static_cast<int>(dayOfYear - (153 * monthFromMarch + 2) / 5 + 1);
-    date.tm_mon = static_cast<int>(monthFromMarch < 10 ? monthFromMarch + 2 : monthFromMarch - 10);
-    const std::int64_t year = yearOfEra + era * 400 + (date.tm_mon < 2 ? 1 : 0);
-    date.tm_year = static_cast<int>(year - 1900);
-}
-
 std::int64_t DayOf(std::int64_t seconds) {
-    return (seconds >= 0 ? seconds : seconds - (ca::kSecondsOfDay - 1)) / ca::kSecondsOfDay;
+    return Calendar::floor<Calendar::days>(Calendar::seconds(seconds)).count();
 }
 
-bool IsPossible(const std::tm& date) {
-    if (date.tm_mon < 0 || date.tm_mon > 11 || date.tm_hour > 23 || date.tm_min > 59 ||
-        date.tm_sec > 60) {
-        return false;
-    }
-    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const int year = date.tm_year + 1900;
-    const bool isLeap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    const int days = kDays[date.tm_mon] + (isLeap && date.tm_mon == 1 ? 1 : 0);
-    return date.tm_mday >= 1 && date.tm_mday <= days;
+// A leap second may be written (X.680 46.2).
+bool IsPossible(const Fields& fields) {
+    return fields.date.ok() && fields.hour <= 23 && fields.minute <= 59 && fields.second <= 60;
 }
 
-void AppendNumber(std::wstring& out, int value, int digits) {
-    int scale = 1;
+void AppendNumber(std::wstring& out, std::int64_t value, int digits) {
+    std::int64_t scale = 1;
     while (--digits > 0) {
         scale *= 10;
     }
@@ -173,21 +150,18 @@ void AppendNumber(std::wstring& out, int value, int digits) {
 }
 
 std::wstring Format(std::int64_t seconds) {
-    const std::int64_t day = DayOf(seconds);
-    const int clock = static_cast<int>(seconds - day * ca::kSecondsOfDay);
-    std::tm date{};
-    SetDate(day, date);
-    date.tm_hour = clock / 3600;
-    date.tm_min = clock / 60 % 60;
-    date.tm_sec = clock % 60;
+    const Calendar::sys_seconds moment{Calendar::seconds(seconds)};
+    const auto midnight = Calendar::floor<Calendar::days>(moment);
+    const Calendar::year_month_day date(midnight);
+    const Calendar::hh_mm_ss clock(moment - midnight);
     std::wstring out;
     out.reserve(19);
-    AppendNumber(out, date.tm_mday, 2);
-    AppendNumber(out += L'.', date.tm_mon + 1, 2);
-    AppendNumber(out += L'.', date.tm_year + 1900, 4);
-    AppendNumber(out += L' ', date.tm_hour, 2);
-    AppendNumber(out += L':', date.tm_min, 2);
-    AppendNumber(out += L':', date.tm_sec, 2);
+    AppendNumber(out, static_cast<unsigned>(date.day()), 2);
+    AppendNumber(out += L'.', static_cast<unsigned>(date.month()), 2);
+    AppendNumber(out += L'.', static_cast<int>(date.year()), 4);
+    AppendNumber(out += L' ', clock.hours().count(), 2);
+    AppendNumber(out += L':', clock.minutes().count(), 2);
+    AppendNumber(out += L':', clock.seconds().count(), 2);
     return out;
 }
 
@@ -209,16 +183,17 @@ std::optional<std::int64_t> ReadTime(const CAsn1Element& element) {
         return std::nullopt;
     }
     CDigits digits({reinterpret_cast<const char*>(element.content.data()), element.content.size()});
-    std::tm date{};
-    if (!TakeDate(digits, isShortYear, date) || !TakeClock(digits, date) || !IsPossible(date)) {
+    Fields fields;
+    if (!TakeDate(digits, isShortYear, fields) || !TakeClock(digits, fields) ||
+        !IsPossible(fields)) {
         return std::nullopt;
     }
     const auto zone = TakeZone(digits);
     if (!zone || !digits.AtEnd()) {
         return std::nullopt;
     }
-    return DaysOf(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday) * kSecondsOfDay +
-           date.tm_hour * 3600 + date.tm_min * 60 + date.tm_sec - *zone;
+    const Calendar::seconds midnight = Calendar::sys_days(fields.date).time_since_epoch();
+    return midnight.count() + fields.hour * 3600 + fields.minute * 60 + fields.second - *zone;
 }
 
 std::int64_t CLocalOffsets::At(std::int64_t seconds) {
