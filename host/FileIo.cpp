@@ -1,15 +1,17 @@
 #include "host/FileIo.h"
 
-#include "common/AtomicFile.h"
 #include "host/HostError.h"
 #include "host/StandardStreams.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QString>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <fstream>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -48,43 +50,21 @@ void CheckEnd(host::CInputFile& file, std::size_t limit, std::size_t used) {
     }
 }
 
-// The permissions of a new file. umask() could tell only by changing it.
-mode_t NewFileMode() {
-    constexpr mode_t kAll = 0666;
-    constexpr std::string_view kMask = "Umask:";
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with(kMask)) {
-            return kAll & ~static_cast<mode_t>(
-                              std::strtoul(line.c_str() + kMask.size(), nullptr, /*base=*/8));
-        }
+// Writes through Qt: "cannot write ...", with the reason, when `did` is false.
+void Check(bool did, const QFileDevice& file, const std::string& path) {
+    if (!did) {
+        throw CHostError(host::kExitUsage,
+                         "cannot write " + path + ": " + file.errorString().toStdString());
     }
-    // Without /proc nobody but the owner: too few rights can be mended later.
-    return kAll & ~mode_t{077};
 }
 
-// Writes to what has no content to be replaced, as devices and pipes, or where no file can be put
-// beside it.
-void WriteInPlace(const std::string& path, std::string_view octets) {
-    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY,
-                            /*mode=*/0666);
-    if (file < 0) {
-        Fail("create", path);
-    }
-    int fault = 0;
-    // A device or pipe takes what it has room for at the time.
-    while (fault == 0 && !octets.empty()) {
-        const ssize_t count = ::write(file, octets.data(), std::min(octets.size(), kLargestMove));
-        fault = count < 0 && errno != EINTR ? errno : 0;
-        octets.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
-    // Some file systems report a full disk only here.
-    if (::close(file) != 0 && fault == 0) {
-        fault = errno;
-    }
-    if (fault != 0) {
-        errno = fault;
-        Fail("write", path);
+void Write(QFileDevice& file, const std::string& path, std::string_view octets) {
+    Check(file.isOpen(), file, path);
+    while (!octets.empty()) {
+        const std::string_view piece = octets.substr(0, kLargestMove);
+        const qint64 count = file.write(piece.data(), static_cast<qint64>(piece.size()));
+        Check(count > 0, file, path);
+        octets.remove_prefix(static_cast<std::size_t>(count));
     }
 }
 
@@ -152,27 +132,29 @@ void WriteFile(const std::string& path, std::string_view octets) {
         Flush();
         return;
     }
-    // The names there stand for open files, pipes for one, and not for a place in a folder.
-    if (path.starts_with("/dev/") || path.starts_with("/proc/")) {
-        WriteInPlace(path, octets);
+    const QString name = QString::fromStdString(path);
+    // The names there stand for open files, pipes for one, and not for a place in a folder. Qt
+    // knows no names that are not UTF-8.
+    if (path.starts_with("/dev/") || path.starts_with("/proc/") ||
+        QFile::encodeName(name).toStdString() != path) {
+        const int descriptor =
+            ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY,
+                   /*mode=*/0666);
+        if (descriptor < 0) {
+            Fail("create", path);
+        }
+        QFile file;
+        file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered,
+                  QFileDevice::AutoCloseHandle);
+        Write(file, path, octets);
         return;
     }
-    errno = 0;
-    switch (ca::ReplaceFile(path, octets, NewFileMode())) {
-        case ca::FileStatus::kDone:
-            return;
-        case ca::FileStatus::kNotOpened:
-            // The folder may not be written to while the file in it may. A full disk is no such
-            // reason: writing in place would destroy the old content and then fail.
-            if (errno != ENOSPC && errno != EDQUOT) {
-                WriteInPlace(path, octets);
-                return;
-            }
-            break;
-        default:
-            break;
-    }
-    Fail("write", path);
+    QSaveFile file(name);
+    // Where nothing can be put beside the file, or it is a device, it is written in its place.
+    file.setDirectWriteFallback(true);
+    file.open(QIODevice::WriteOnly);
+    Write(file, path, octets);
+    Check(file.commit(), file, path);
 }
 
 }  // namespace host

@@ -1,19 +1,15 @@
 #include "host/FileList.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <dirent.h>
-#include <memory>
+#include <filesystem>
+#include <functional>
 #include <set>
-#include <sys/stat.h>
+#include <system_error>
 #include <utility>
 
 namespace {
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
+namespace fs = std::filesystem;
 
 // Walks one argument.
 class FolderWalk {
@@ -21,53 +17,54 @@ class FolderWalk {
     explicit FolderWalk(std::vector<host::ListedFile>& files) : m_files(files) {}
 
     void Walk(const std::string& root) {
-        m_pending.push_back(root);
+        m_pending.emplace_back(root);
         while (!m_pending.empty()) {
-            const std::string path = std::move(m_pending.back());
+            const fs::path path = std::move(m_pending.back());
             m_pending.pop_back();
             Visit(path, /*isRoot=*/path == root);
         }
     }
 
   private:
-    void Visit(const std::string& path, bool isRoot) {
-        struct stat status {};
-        if (::stat(path.c_str(), &status) != 0) {
-            Fail(path);
-        } else if (!S_ISDIR(status.st_mode)) {
-            if (isRoot || S_ISREG(status.st_mode)) {
-                m_files.push_back({path, ""});
+    void Visit(const fs::path& path, bool isRoot) {
+        std::error_code error;
+        const fs::file_status status = fs::status(path, error);
+        if (!fs::exists(status)) {
+            Fail(path, error);
+        } else if (!fs::is_directory(status)) {
+            if (isRoot || fs::is_regular_file(status)) {
+                m_files.push_back({path.string(), ""});
             }
-        } else if (m_seen.emplace(status.st_dev, status.st_ino).second) {
+        } else {
             Open(path);
         }
     }
 
-    void Open(const std::string& path) {
-        const std::unique_ptr<DIR, CloseFolder> folder(::opendir(path.c_str()));
-        if (folder == nullptr) {
-            Fail(path);
+    void Open(const fs::path& path) {
+        std::error_code error;
+        const fs::path place = fs::canonical(path, error);
+        if (!error && !m_seen.insert(place).second) {
             return;
         }
         const auto first = static_cast<std::ptrdiff_t>(m_pending.size());
-        while (const dirent* const entry = ::readdir(folder.get())) {
-            const std::string name = static_cast<const char*>(entry->d_name);
-            if (name != "." && name != "..") {
-                m_pending.push_back(path.ends_with('/') ? path + name : path + "/" + name);
-            }
+        fs::directory_iterator entry(path, error);
+        for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+            m_pending.push_back(entry->path());
         }
         // The last one is taken first.
         std::sort(m_pending.begin() + first, m_pending.end(), std::greater<>());
+        if (error) {
+            Fail(path, error);
+        }
     }
 
-    void Fail(const std::string& path) {
-        const std::string reason = std::strerror(errno);
-        m_files.push_back({path, "cannot open " + path + ": " + reason});
+    void Fail(const fs::path& path, const std::error_code& error) {
+        m_files.push_back({path.string(), "cannot open " + path.string() + ": " + error.message()});
     }
 
     std::vector<host::ListedFile>& m_files;
-    std::vector<std::string> m_pending;
-    std::set<std::pair<dev_t, ino_t>> m_seen;
+    std::vector<fs::path> m_pending;
+    std::set<fs::path> m_seen;  // folders, by their names without links
 };
 
 }  // namespace
