@@ -307,6 +307,22 @@ std::wstring PKIConfigFileParser::GetConfigPath(const std::wstring& serviceConfi
            L"QetCryptoSvcPKIConfig.json";
 }
 
+std::optional<std::wstring> PKIConfigFileParser::GivenPath() {
+    const char* const given = ::secure_getenv("MOD_FOO_PKI_CONFIG");
+    const bool isGiven = given != nullptr && *given != '\0';
+    return isGiven ? std::optional(PathToWString(given)) : std::nullopt;
+}
+
+std::vector<std::wstring> PKIConfigFileParser::SearchPaths(const std::wstring& serviceConfigPath) {
+    std::vector<std::wstring> paths = serviceConfigPath.empty()
+                                          ? ConfigFileParser::SearchPaths()
+                                          : std::vector<std::wstring>{serviceConfigPath};
+    for (std::wstring& path : paths) {
+        path = GetConfigPath(path);
+    }
+    return paths;
+}
+
 PkiSettings PKIConfigFileParser::ServiceDefaults(const ConfigFileParser& service) {
     PkiSettings settings;
     settings.crl.timeout = service.GetCRLTimeout();
@@ -321,14 +337,11 @@ bool PKIConfigFileParser::ReadConfig(const ConfigFileParser& service, std::wstri
                                      bool silent) {
     ClearAll();
     m_settings = ServiceDefaults(service);
-    if (const char* const given = ::secure_getenv("MOD_FOO_PKI_CONFIG");
-        given != nullptr && *given != '\0') {
-        return Load(PathToWString(given), /*mustExist=*/true, errorText, silent);
+    if (const auto given = GivenPath()) {
+        return Load(*given, /*mustExist=*/true, errorText, silent);
     }
-    const std::wstring& source = service.SourcePath();
-    for (const std::wstring& path :
-         source.empty() ? ConfigFileParser::SearchPaths() : TextList{source}) {
-        const bool wasRead = Load(GetConfigPath(path), /*mustExist=*/false, errorText, silent);
+    for (const std::wstring& path : SearchPaths(service.SourcePath())) {
+        const bool wasRead = Load(path, /*mustExist=*/false, errorText, silent);
         if (!wasRead || !m_sourcePath.empty()) {
             return wasRead;
         }

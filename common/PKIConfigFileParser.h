@@ -2,6 +2,7 @@
 
 #include "common/ISerializable.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,10 +43,16 @@ class PKIConfigFileParser : public ISerializable {
     /// "QetCryptoSvcPKIConfig.json" in the directory of that service configuration.
     static std::wstring GetConfigPath(const std::wstring& serviceConfigPath);
 
-    /// Finds and reads the file that belongs to a service configuration: the one beside it; where
-    /// no service configuration was read, the first that exists beside the places where one is
-    /// looked for. The environment variable MOD_FOO_PKI_CONFIG names another file instead, which
-    /// then must exist; ignored in secure execution, see IsSecureExecution(). Keys that the service
+    /// The file that the environment variable MOD_FOO_PKI_CONFIG names; ignored in secure execution,
+    /// see IsSecureExecution().
+    static std::optional<std::wstring> GivenPath();
+
+    /// Where the file of a service configuration is looked for, when none is given: beside it, or
+    /// beside each of the places where a service configuration is looked for when that is "".
+    static std::vector<std::wstring> SearchPaths(const std::wstring& serviceConfigPath);
+
+    /// Finds and reads the file that belongs to a service configuration: GivenPath(), which
+    /// then must exist, or else the first of SearchPaths() that does. Keys that the service
     /// configuration has too (see ServiceDefaults()) default to its values. Otherwise as
     /// ParseConfigFile().
     bool ReadConfig(const ConfigFileParser& service, std::wstring& errorText, bool silent);

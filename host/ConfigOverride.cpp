@@ -2,6 +2,7 @@
 
 #include "common/ConfigFileParser.h"
 #include "common/Encode.h"
+#include "common/PKIConfigFileParser.h"
 #include "host/FileIo.h"
 #include "host/HostError.h"
 
@@ -18,7 +19,6 @@ namespace {
 
 constexpr const char* kVariable = "MOD_FOO_CONFIG";
 constexpr const char* kPkiVariable = "MOD_FOO_PKI_CONFIG";
-constexpr const char* kPkiName = "QetCryptoSvcPKIConfig.json";
 
 bool IsFile(const std::string& path) {
     std::error_code ignored;
@@ -28,16 +28,9 @@ bool IsFile(const std::string& path) {
 // The PKI configuration that the module would find beside its configuration, or beside the first
 // of the places where it looks for one; "" when there is none.
 std::string FindPkiConfig(const std::string& config) {
-    std::vector<std::string> places;
-    if (config.empty()) {
-        for (const std::wstring& place : ca::ConfigFileParser::SearchPaths()) {
-            places.push_back(ca::PathFromWString(place));
-        }
-    } else {
-        places.push_back(config);
-    }
-    for (const std::string& place : places) {
-        std::string path = std::filesystem::absolute(place).replace_filename(kPkiName);
+    for (const std::wstring& place :
+         ca::PKIConfigFileParser::SearchPaths(ca::PathToWString(config))) {
+        std::string path = std::filesystem::absolute(ca::PathFromWString(place));
         if (IsFile(path)) {
             return path;
         }
@@ -80,9 +73,8 @@ CConfigOverride::CConfigOverride(const std::string& file, const std::string& opt
     // A section may be opened again, and the last value of a repeated key holds.
     OpenCopy(found.content + "\n[Service settings]\nLanguage=" + (m_russian ? "Ru" : "En") + "\n");
     // Nothing lies beside the copy.
-    const char* const pkiGiven = std::getenv(kPkiVariable);
     const std::string pki = FindPkiConfig(found.path);
-    if (!pki.empty() && (pkiGiven == nullptr || *pkiGiven == '\0')) {
+    if (!pki.empty() && !ca::PKIConfigFileParser::GivenPath()) {
         Announce(kPkiVariable, pki);
     }
     Announce(kVariable, "/proc/self/fd/" + std::to_string(m_copy));
