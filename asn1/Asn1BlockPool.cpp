@@ -40,30 +40,31 @@ class CAsn1BlockPool::Store {
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
     // Slabs of trees that end later are freed at once.
-    ~Store() {
+    ~Store() { KeepAtMost(0); }
+
+    void KeepAtMost(std::size_t slabs) noexcept {
         const std::lock_guard lock(m_mutex);
-        m_room = 0;
-        while (m_first != nullptr) {
+        m_most = slabs;
+        for (; m_count > m_most; --m_count) {
             ::operator delete(std::exchange(m_first, m_first->next));
         }
     }
-
     /// Memory of kMaxSlab octets, null when none is kept.
     void* Take() noexcept {
         const std::lock_guard lock(m_mutex);
         if (m_first == nullptr) {
             return nullptr;
         }
-        ++m_room;
+        --m_count;
         return std::exchange(m_first, m_first->next);
     }
     /// False when no more is to be kept.
     bool Keep(void* slab) noexcept {
         const std::lock_guard lock(m_mutex);
-        if (m_room == 0) {
+        if (m_count >= m_most) {
             return false;
         }
-        --m_room;
+        ++m_count;
         m_first = new (slab) Kept{m_first};
         return true;
     }
@@ -74,7 +75,8 @@ class CAsn1BlockPool::Store {
     };
     ca::CForkMutex m_mutex;
     Kept* m_first = nullptr;
-    std::size_t m_room = kKeptSlabs;
+    std::size_t m_count = 0;
+    std::size_t m_most = kKeptSlabs;
 };
 
 CAsn1BlockPool::Store CAsn1BlockPool::s_store;
@@ -137,6 +139,10 @@ class CAsn1BlockPool::Returner {
     Slab* m_slab = nullptr;
     std::uint32_t m_count = 0;
 };
+
+void CAsn1BlockPool::KeepAtMost(std::size_t octets) noexcept {
+    s_store.KeepAtMost(octets / kMaxSlab);
+}
 
 CAsn1BlockPool::CAsn1BlockPool(std::size_t expected)
     : m_slabSize(std::clamp(expected / kUnit * kUnit, kMinSlab, kMaxSlab)) {

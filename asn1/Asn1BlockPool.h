@@ -33,6 +33,10 @@ class CAsn1BlockPool {
     /// Gives a block without children these. Throws std::bad_alloc, leaving all as it was.
     void SetChildren(CAsn1Block& block, std::span<CAsn1Block* const> children);
 
+    /// Sets what is kept in the process between trees; frees at once what is more. kKeptOctets until
+    /// then, nothing under the address sanitizer. Any thread.
+    static void KeepAtMost(std::size_t octets) noexcept;
+
     /// Destroys blocks with their subtrees; needs no memory.
     static void Destroy(std::span<CAsn1Block* const> blocks) noexcept;
     /// Returns the storage of a block's list of children.

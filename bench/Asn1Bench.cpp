@@ -81,6 +81,27 @@ void DestroyTree(benchmark::State& state, const Asn1Input& input) {
     Count(state, data);
 }
 
+// Trees one after the other, parsed and destroyed, as requests bring them.
+void ParseAndDestroy(benchmark::State& state, const Asn1Input& input, std::size_t kept) {
+    Octets data = input.make();
+    CAsn1BlockPool::KeepAtMost(kept);
+    for (auto _ : state) {
+        CCryptAsn1Parser parser;
+        Parse(parser, data);
+    }
+    CAsn1BlockPool::KeepAtMost(CAsn1BlockPool::kKeptOctets);
+    Count(state, data);
+}
+
+void ParseKept(benchmark::State& state, const Asn1Input& input) {
+    ParseAndDestroy(state, input, CAsn1BlockPool::kKeptOctets);
+}
+
+// What the memory that is kept between trees brings: the same without.
+void ParseUnkept(benchmark::State& state, const Asn1Input& input) {
+    ParseAndDestroy(state, input, /*kept=*/0);
+}
+
 // The memory of the tree written once by a plain loop: what of a parse is not the engine's.
 void TouchTree(benchmark::State& state, const Asn1Input& input) {
     Octets data = input.make();
@@ -271,6 +292,8 @@ const bool kRegistered = [] {
         Register("Parse", input, ParseTree);
         Register("TouchTree", input, TouchTree);
         Register("Destroy", input, DestroyTree);
+        Register("ParseKept", input, ParseKept);
+        Register("ParseUnkept", input, ParseUnkept);
         Register("Build", input, Build);
         Register("Json", input, DumpJson);
         if (input.peers) {
