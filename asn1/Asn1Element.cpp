@@ -2,6 +2,7 @@
 
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
+#include "common/Hex.h"
 #include "common/Lng.h"
 
 #include <string>
@@ -125,9 +126,7 @@ ca::Exception MakeAsn1Missing(std::string_view name, std::size_t offset) {
 }
 
 ca::Exception MakeAsn1WrongTag(std::string_view name, unsigned char tag, std::size_t offset) {
-    static constexpr wchar_t kDigits[] = L"0123456789abcdef";
     std::wstring what = SetZORNAMessage(kMsgAsn1Unexpected);
-    what += kDigits[tag >> 4U];
-    what += kDigits[tag & 0x0FU];
+    ca::AddHex({&tag, 1}, what);
     return MakeFault(ca::kErrAsn1BadTag, name, what, offset);
 }

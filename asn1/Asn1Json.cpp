@@ -6,6 +6,7 @@
 #include "asn1/CryptAsn1Parser.h"
 #include "asn1/OidTable.h"
 #include "common/Encode.h"
+#include "common/Hex.h"
 #include "common/Lazy.h"
 #include "common/Lng.h"
 
@@ -107,9 +108,9 @@ class DumpWriter {
 
 // "30(CONSTRUCTED)", "02 INTEGER(PRIMITIVE)", "80 (PRIMITIVE, CONTEXT)"
 std::string TagText(unsigned char tag) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
     const bool constructed = (tag & 0x20U) != 0;
-    std::string text{kDigits[tag >> 4], kDigits[tag & 0xF]};
+    std::string text;
+    ca::AddHex({&tag, 1}, text, ca::kUpperHexDigits);
     if (!constructed) {
         text += ' ';
         text += Asn1TagName(tag);

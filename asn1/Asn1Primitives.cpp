@@ -5,6 +5,7 @@
 #include "asn1/Asn1Strings.h"
 #include "asn1/Asn1Text.h"
 #include "asn1/Asn1Time.h"
+#include "asn1/IntegerContent.h"
 
 #include <algorithm>
 #include <memory>
@@ -100,14 +101,7 @@ void CAsn1Integer::SetValue(std::vector<unsigned char> octets) {
 }
 
 std::optional<std::uint32_t> CAsn1Integer::GetUInt32() const {
-    if (m_value.empty() || m_value.size() > sizeof(std::uint32_t)) {
-        return std::nullopt;
-    }
-    std::uint32_t value = 0;
-    for (const unsigned char octet : m_value) {
-        value = value << 8 | octet;
-    }
-    return value;
+    return m_value.empty() ? std::nullopt : ca::ReadUnsigned(m_value);
 }
 
 std::wstring CAsn1Integer::GetHexString(unsigned int flags) const {

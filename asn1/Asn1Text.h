@@ -11,9 +11,6 @@
 
 namespace ca {
 
-/// Writes two lower-case digits an octet; returns the end.
-char* WriteHex(std::span<const unsigned char> octets, char* out) noexcept;
-
 /// Appends two digits an octet. \param flags  those of CAsn1Integer::GetHexString().
 void AppendHex(std::span<const unsigned char> octets, unsigned flags, std::string& out);
 
@@ -23,9 +20,6 @@ void AppendInteger(std::span<const unsigned char> octets, unsigned flags, std::s
 /// Appends what CAsn1UTCTime shows when that is plain to see: digits throughout, all fields in
 /// their ranges, no zone offset, and a locale that writes times as hh:mm:ss. False otherwise.
 bool AppendPlainUtcTime(std::span<const unsigned char> content, std::string& out);
-
-/// The text of big-endian 16-bit units.
-std::wstring ReadUtf16(std::span<const unsigned char> content);
 
 /// Widens text known to be ASCII.
 std::wstring WidenAscii(std::string_view text);

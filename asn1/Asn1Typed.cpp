@@ -1,5 +1,6 @@
 #include "asn1/Asn1Typed.h"
 
+#include "asn1/IntegerContent.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
@@ -133,13 +134,5 @@ bool BooleanOf(const CAsn1Object* object) {
 }
 
 std::int64_t IntegerOf(const CAsn1Object* object, std::int64_t otherwise) {
-    const auto content = OctetsOf(object);
-    if (content.empty() || content.size() > sizeof(std::int64_t)) {
-        return otherwise;
-    }
-    std::uint64_t value = (content[0] & 0x80U) != 0 ? ~std::uint64_t{0} : 0;
-    for (const unsigned char octet : content) {
-        value = value << 8U | octet;
-    }
-    return static_cast<std::int64_t>(value);
+    return ca::ReadInteger(OctetsOf(object)).value_or(otherwise);
 }

@@ -3,6 +3,7 @@
 #include "asn1/Asn1Element.h"
 #include "asn1/Asn1Tags.h"
 #include "asn1/Asn1Text.h"
+#include "asn1/IntegerContent.h"
 #include "asn1/OidTable.h"
 #include "common/DecimalText.h"
 #include "common/Encode.h"
@@ -53,7 +54,6 @@ constexpr const char* kUniversalNames[] = {
 };
 
 constexpr unsigned kNumberBits = 0x1F;
-constexpr std::size_t kMaxNumber = 8;  // octets of an integer shown as a decimal number
 // The longest identifier whose text is wanted; a longer one is shown by its octets.
 constexpr std::size_t kMaxOid = 256;
 
@@ -64,15 +64,8 @@ std::wstring HexText(Octets octets, std::size_t longest) {
 }
 
 std::wstring NumberText(Octets octets, std::size_t longest) {
-    if (octets.empty() || octets.size() > kMaxNumber) {
-        return HexText(octets, longest);
-    }
-    // Two's complement: the sign fills what stands before the first octet.
-    std::uint64_t value = (octets[0] & 0x80U) != 0 ? ~std::uint64_t{0} : 0;
-    for (const unsigned char octet : octets) {
-        value = value << 8U | octet;
-    }
-    return ca::DecimalText(static_cast<std::int64_t>(value));
+    const auto number = ca::ReadInteger(octets);
+    return number ? ca::DecimalText(*number) : HexText(octets, longest);
 }
 
 std::wstring IdentifierText(Octets octets, std::size_t longest) {

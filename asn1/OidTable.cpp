@@ -2,6 +2,7 @@
 
 #include "asn1/Oid.h"
 #include "common/DecimalText.h"
+#include "common/Hex.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -141,12 +142,8 @@ static_assert(kByEncoding.longestProbe <= 8 && kByShortName.longestProbe <= 8,
 constexpr std::size_t kMaxShown = 256;  // octets of an identifier that is shown
 
 std::wstring HexText(std::span<const unsigned char> octets) {
-    static constexpr wchar_t kDigits[] = L"0123456789abcdef";
     std::wstring text = L"#";
-    for (const unsigned char octet : octets.first(std::min(octets.size(), kMaxShown))) {
-        text += kDigits[octet >> 4U];
-        text += kDigits[octet & 0x0FU];
-    }
+    ca::AddHex(octets.first(std::min(octets.size(), kMaxShown)), text);
     if (octets.size() > kMaxShown) {
         text += L"...";
     }

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr std::size_t kMaxFileSize = 4U << 20;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
@@ -21,9 +20,7 @@ bool IsSecureExecution() noexcept {
 
 FileStatus ReadConfigText(const std::wstring& path, std::string& content) {
     const FileStatus status = ReadWholeFile(PathFromWString(path), kMaxFileSize, content);
-    if (content.starts_with(kByteOrderMark)) {
-        content.erase(0, kByteOrderMark.size());
-    }
+    content.erase(0, content.size() - WithoutByteOrderMark(content).size());
     return status;
 }
 

@@ -3,7 +3,9 @@
 #include "common/StdStr.h"
 
 #include <cstddef>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -56,6 +58,14 @@ bool DecodeBase64IfNeeded(const unsigned char* data, unsigned length,
                           const std::vector<Base64Wrapper>& wrappers, unsigned char** out,
                           unsigned& outLength);
 
+/// What begins many UTF-8 files: U+FEFF.
+inline constexpr std::string_view kUtf8ByteOrderMark = "\xEF\xBB\xBF";
+
+/// A text without its byte-order mark, if it begins with one.
+constexpr std::string_view WithoutByteOrderMark(std::string_view text) noexcept {
+    return text.starts_with(kUtf8ByteOrderMark) ? text.substr(kUtf8ByteOrderMark.size()) : text;
+}
+
 // UTF-8 and UTF-32. Despite the names the wide side holds one code point per wchar_t. Malformed
 // input becomes U+FFFD (a lone surrogate in UTF-32 "?"), never a failure; a leading byte-order mark
 // is dropped. Pointer forms, and both of u16u8(), read up to the NUL; null throws std::logic_error.
@@ -64,6 +74,10 @@ void u8u16(const char* text, std::wstring& out);
 std::wstring u8u16(const std::string& text);
 void u16u8(const wchar_t* text, std::string& out);
 std::string u16u8(const std::wstring& text);
+
+/// The text of big-endian UTF-16 octets. A surrogate without its other half becomes U+FFFD; an octet
+/// that is left over at the end gives nothing.
+std::wstring ReadUtf16(std::span<const unsigned char> octets);
 
 /// File-system paths are UTF-8 on the narrow side.
 std::string PathFromWString(const std::wstring& path);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Encode.h"
+
 // The one way to include rapidjson here: its settings must be the same in every translation unit.
 
 #include <cstddef>
@@ -85,6 +87,14 @@ using JsonPool = rapidjson::MemoryPoolAllocator<CJsonAllocator>;
 using JsonDocument = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, CJsonAllocator>;
 using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
 using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, CJsonAllocator>;
+
+/// Whether a text may be a JSON object, as far as its first character tells; blanks and a byte-order
+/// mark may stand before it.
+constexpr bool BeginsJsonObject(std::string_view text) noexcept {
+    text = WithoutByteOrderMark(text);
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && text[first] == '{';
+}
 
 /// The allocator of buffers whose text changes hands: it outlives them all.
 inline CJsonAllocator jsonHeap;

@@ -3,6 +3,7 @@
 #include "common/DecimalText.h"
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
+#include "common/Hex.h"
 #include "common/HiddenCharacters.h"
 #include "common/LogClaim.h"
 #include "common/WideTextLock.h"
@@ -25,7 +26,7 @@ std::wstring CodeText(unsigned code) {
     }
     std::wstring text = L"0x";
     for (int shift = 28; shift >= 0; shift -= 4) {
-        text += L"0123456789ABCDEF"[code >> shift & 0xFU];
+        text += static_cast<wchar_t>(ca::HexDigit(code >> shift, ca::kUpperHexDigits));
     }
     return text;
 }

@@ -155,12 +155,9 @@ char* NarrowUpTo(const wchar_t*& in, const wchar_t* end, char* out, const char* 
 namespace ca::utf {
 
 void Widen(const char* text, std::size_t length, std::wstring& out, Path path) {
-    if (length >= 3 && std::memcmp(text, "\xEF\xBB\xBF", 3) == 0) {
-        text += 3;
-        length -= 3;
-    }
-    const auto* in = reinterpret_cast<Octets>(text);
-    const Octets end = in + length;
+    const std::string_view shown = ca::WithoutByteOrderMark({text, length});
+    const auto* in = reinterpret_cast<Octets>(shown.data());
+    const Octets end = in + shown.size();
     if (length > kChunk) {  // one piece allocates its exact size anyway
         const auto begins = [](unsigned char octet) { return (octet & 0xC0) != 0x80; };
         out.reserve(static_cast<std::size_t>(std::count_if(in, end, begins)));
@@ -225,6 +222,30 @@ std::string u16u8(const std::wstring& text) {
     std::string out;
     utf::Narrow(text.data(), LengthOf(text.c_str()), out, chosenPath);
     return out;
+}
+
+std::wstring ReadUtf16(std::span<const unsigned char> octets) {
+    const auto unitAt = [octets](std::size_t i) {
+        return static_cast<std::uint32_t>(octets[i] << 8 | octets[i + 1]);
+    };
+    std::wstring text;
+    text.reserve(octets.size() / 2);
+    for (std::size_t i = 0; i + 1 < octets.size(); i += 2) {
+        const std::uint32_t unit = unitAt(i);
+        if (!IsSurrogate(unit)) {
+            text += static_cast<wchar_t>(unit);
+            continue;
+        }
+        const bool isHigh = unit < 0xDC00;
+        const std::uint32_t low = isHigh && i + 3 < octets.size() ? unitAt(i + 2) : 0;
+        if ((low & 0xFC00) == 0xDC00) {
+            text += static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
+            i += 2;
+        } else {
+            text += kReplacement;
+        }
+    }
+    return text;
 }
 
 std::string PathFromWString(const std::wstring& path) {

@@ -1,5 +1,7 @@
 #include "common/sha1.h"
 
+#include "common/Hex.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -149,7 +151,7 @@ std::wstring SHA1::Final() {
     text.reserve(m_digest.size() * 8);
     for (const std::uint32_t word : m_digest) {
         for (int shift = 28; shift >= 0; shift -= 4) {
-            text += L"0123456789abcdef"[word >> shift & 0xF];
+            text += static_cast<wchar_t>(ca::HexDigit(word >> shift));
         }
     }
     Reset();

@@ -1,5 +1,6 @@
 #include "host/AnswerPrinter.h"
 
+#include "common/Hex.h"
 #include "host/JsonEvents.h"
 #include "host/Terminal.h"
 
@@ -112,14 +113,10 @@ std::string LineError(std::string_view reason) {
 }
 
 std::string SummariseOctets(std::span<const unsigned char> octets) {
-    static constexpr char kDigits[] = "0123456789abcdef";
     std::string text = std::to_string(octets.size()) + (octets.size() == 1 ? " octet" : " octets");
     const std::size_t shown = std::min(octets.size(), kShownOctets);
-    for (std::size_t i = 0; i < shown; ++i) {
-        text += i == 0 ? ": " : " ";
-        text += kDigits[octets[i] >> 4U];
-        text += kDigits[octets[i] & 0x0FU];
-    }
+    text += shown != 0 ? ": " : "";
+    ca::AddHex(octets.first(shown), text, ca::kLowerHexDigits, ' ');
     return shown < octets.size() ? text + " ..." : text;
 }
 

@@ -1,5 +1,6 @@
 #include "host/DescribeCommand.h"
 
+#include "common/Hex.h"
 #include "common/Lng.h"
 #include "host/Describer.h"
 #include "host/HostError.h"
@@ -93,7 +94,8 @@ std::string ListParams(const DescribeOptions& options) {
 
 // Digits as the module takes them; it has parameters of its own after a semicolon.
 std::string CheckSerial(const std::string& text) {
-    const bool isHex = text.find_first_not_of("0123456789abcdefABCDEF: ") == std::string::npos &&
+    const auto isDigitOrMark = [](char c) { return c == ':' || c == ' ' || ca::IsHexDigit(c); };
+    const bool isHex = std::ranges::all_of(text, isDigitOrMark) &&
                        text.find_first_not_of(": ") != std::string::npos;
     return isHex ? "" : "hexadecimal digits wanted";
 }

@@ -152,7 +152,8 @@ void WriteFile(const std::string& path, std::string_view octets) {
     QSaveFile file(name);
     // Where nothing can be put beside the file, or it is a device, it is written in its place.
     file.setDirectWriteFallback(true);
-    file.open(QIODevice::WriteOnly);
+    // Unbuffered, because what fails while the buffer is emptied at the end is not reported.
+    file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
     Write(file, path, octets);
     Check(file.commit(), file, path);
 }

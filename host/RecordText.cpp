@@ -1,6 +1,7 @@
 #include "host/RecordText.h"
 
 #include "common/Encode.h"
+#include "common/Hex.h"
 #include "common/Json.h"
 #include "host/JsonEvents.h"
 #include "host/RecordMembers.h"
@@ -39,7 +40,7 @@ constexpr const char* kEntriesCount = "RevokedCount";
 constexpr std::string_view kFingerprint = "SHA-256";
 
 bool IsHex(std::wstring_view text) {
-    return text.find_first_not_of(L"0123456789abcdefABCDEF") == std::wstring_view::npos;
+    return std::ranges::all_of(text, ca::IsHexDigit<wchar_t>);
 }
 
 // Writes lines of at most so many columns.

@@ -1,5 +1,6 @@
 #include "host/ViewCommand.h"
 
+#include "common/Json.h"
 #include "host/FileIo.h"
 #include "host/GuiApplication.h"
 #include "host/HostError.h"
@@ -57,13 +58,6 @@ struct ViewOptions {
     std::string page;
     bool structure = false;
 };
-
-bool IsJsonObject(std::string_view content) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    content.remove_prefix(content.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
-    const std::size_t first = content.find_first_not_of(" \t\r\n");
-    return first != std::string_view::npos && content[first] == '{';
-}
 
 using CreateViewer = decltype(&createCertInfoDlg);
 
@@ -141,7 +135,7 @@ class Viewer {
     // A viewer that knows no files shows the certificate of one, or the structure of its octets.
     bool FillOne(const QByteArray& content) {
         const auto octets = Q_ARG(QByteArray, content);
-        if (IsJsonObject({content.constData(), static_cast<std::size_t>(content.size())})) {
+        if (ca::BeginsJsonObject({content.constData(), static_cast<std::size_t>(content.size())})) {
             return Call("setRecordJson", octets);
         }
         return Call("setCertificate", octets) || Call("setStructure", octets);

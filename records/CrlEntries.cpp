@@ -1,5 +1,6 @@
 #include "records/CrlEntries.h"
 
+#include "asn1/IntegerContent.h"
 #include "common/DecimalText.h"
 #include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"

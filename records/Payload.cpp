@@ -13,7 +13,6 @@ constexpr std::string_view kEnd = "-----END ";
 constexpr std::string_view kDashes = "-----";
 constexpr std::string_view kBoundary = "--";  // between the parts of a MIME message
 constexpr std::string_view kBlanks = " \t\r\n\f\v";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kMaxLabel = 64;
 
 bool IsBlank(char c) {
@@ -191,7 +190,7 @@ namespace ca {
 std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data) {
     const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
     std::vector<PayloadItem> items;
-    std::string_view inner = text.starts_with(kByteOrderMark) ? text.substr(3) : text;
+    std::string_view inner = WithoutByteOrderMark(text);
     const std::size_t first = inner.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) {
         return items;

@@ -1,6 +1,7 @@
 #include "module/viewer/CrlIndex.h"
 
 #include "asn1/crl/CertificateList.h"
+#include "common/Hex.h"
 #include "records/text/Decoded.h"
 #include "records/text/Elements.h"
 
@@ -12,14 +13,6 @@ namespace {
 
 constexpr ca::CrlPage kAll{
     .first = 0, .count = std::numeric_limits<std::size_t>::max(), .serial = {}};
-
-void AppendDigits(std::span<const unsigned char> octets, std::string& text) {
-    constexpr char kDigits[] = "0123456789abcdef";
-    for (const unsigned char octet : octets) {
-        text += kDigits[octet >> 4];
-        text += kDigits[octet & 0xF];
-    }
-}
 
 }  // namespace
 
@@ -67,7 +60,7 @@ std::optional<std::size_t> CCrlIndex::Find(std::string_view digits, std::size_t 
             break;
         }
         serial.clear();
-        AppendDigits(walk.Entry().serial.content, serial);
+        AddHex(walk.Entry().serial.content, serial);
         if (index >= from && serial.find(digits) != std::string::npos) {
             return index;
         }

@@ -50,14 +50,6 @@ std::unique_ptr<ca::CertInfo2> ReadRecord(std::string_view json) {
     return record;
 }
 
-bool IsJsonObject(std::span<const unsigned char> octets) {
-    std::string_view text = ca::AsText(octets);
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    text.remove_prefix(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
-    const std::size_t first = text.find_first_not_of(" \t\r\n");
-    return first != std::string_view::npos && text[first] == '{';
-}
-
 // Whether octets are BER, be they damaged farther on. Whole messages are sequences and nearly all
 // begin as such; any other octets have to decode to their end.
 bool IsBer(std::span<unsigned char> octets) {
@@ -101,7 +93,7 @@ CFileDocument CFileDocument::OfSource(std::unique_ptr<SourceFile> source) {
 }
 
 CFileDocument CFileDocument::OfFile(std::span<const unsigned char> octets, const QString& name) {
-    if (IsJsonObject(octets)) {
+    if (ca::BeginsJsonObject(ca::AsText(octets))) {
         CFileDocument document = OfRecord(AsText(octets));
         document.m_sources.front()->name = name;
         return document;

@@ -1,5 +1,7 @@
 #include "module/viewer/HexAccessible.h"
 
+#include "common/Hex.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -72,9 +74,8 @@ QString CHexAccessible::text(int begin, int end) const {
     for (int at = std::max(begin, 0); at < stop; ++at) {
         const unsigned char octet = octets[static_cast<std::size_t>(at / kOctetWidth)];
         const int digit = at % kOctetWidth;
-        constexpr char kDigits[] = "0123456789abcdef";
-        text += QLatin1Char(digit == 0   ? kDigits[octet >> 4]
-                            : digit == 1 ? kDigits[octet & 0xF]
+        text += QLatin1Char(digit == 0   ? HexDigit(octet >> 4U)
+                            : digit == 1 ? HexDigit(octet)
                                          : ' ');
     }
     return text;

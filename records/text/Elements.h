@@ -3,6 +3,7 @@
 #include "asn1/Asn1Element.h"
 #include "asn1/Asn1Tags.h"
 #include "asn1/CryptAsn1Base.h"
+#include "asn1/IntegerContent.h"
 
 #include <cstdint>
 #include <span>
@@ -94,19 +95,17 @@ inline Octets BitOctets(const CAsn1Element& bitString) {
 /// may be hidden by an implicit tag.
 inline bool ReadSmallInteger(const CAsn1Element& element, std::uint32_t& value) {
     Octets octets = element.content;
-    if (element.IsConstructed() || octets.empty() || (octets[0] & 0x80U) != 0) {
+    if (element.IsConstructed() || octets.empty() || IsNegativeInteger(octets)) {
         return false;
     }
     while (octets.size() > 1 && octets[0] == 0) {
         octets = octets.subspan(1);
     }
-    if (octets.size() > 4) {
+    const auto number = ReadUnsigned(octets);
+    if (!number) {
         return false;
     }
-    value = 0;
-    for (const unsigned char octet : octets) {
-        value = (value << 8) | octet;
-    }
+    value = *number;
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "asn1/x509/GeneralName.h"
 #include "common/DecimalText.h"
 #include "common/Exception.h"
+#include "common/Hex.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/X400Text.h"
@@ -50,13 +51,12 @@ ZeroRun LongestZeroRun(Octets octets) {
 }
 
 void AppendGroup(std::wstring& text, unsigned value) {
-    constexpr wchar_t kDigits[] = L"0123456789abcdef";
     int shift = 12;
     while (shift > 0 && (value >> shift) == 0) {
         shift -= 4;
     }
     for (; shift >= 0; shift -= 4) {
-        text += kDigits[(value >> shift) & 0xF];
+        text += static_cast<wchar_t>(ca::HexDigit(value >> shift));
     }
 }
 

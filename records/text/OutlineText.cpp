@@ -1,6 +1,7 @@
 #include "records/text/OutlineText.h"
 
 #include "asn1/Asn1Damage.h"
+#include "asn1/IntegerContent.h"
 #include "common/DecimalText.h"
 #include "records/objects/DescriptionWords.h"
 #include "records/text/Elements.h"
@@ -61,14 +62,8 @@ std::wstring TagText(const CAsn1Element& element) {
 
 // Decimal digits as far as 64 bits go; longer numbers are keys and serial numbers, shown as octets.
 std::wstring IntegerText(Octets content) {
-    if (content.size() > sizeof(std::int64_t)) {
-        return ca::Hex(content);
-    }
-    std::uint64_t value = (content[0] & 0x80U) != 0 ? ~std::uint64_t{0} : 0;
-    for (const unsigned char octet : content) {
-        value = value << 8U | octet;
-    }
-    return ca::DecimalText(static_cast<std::int64_t>(value));
+    const auto number = ca::ReadInteger(content);
+    return number ? ca::DecimalText(*number) : ca::Hex(content);
 }
 
 std::wstring PrimitiveText(const CAsn1Element& element) {

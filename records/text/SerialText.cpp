@@ -1,22 +1,13 @@
 #include "records/text/SerialText.h"
 
+#include "asn1/IntegerContent.h"
 #include "records/text/VisibleText.h"
 
 namespace {
 
 using Octets = std::span<const unsigned char>;
 
-constexpr unsigned char kSign = 0x80;
 constexpr std::size_t kMaxDigits = 4096;
-
-// Two's complement: the negative of a number in as many octets.
-void Negate(std::vector<unsigned char>& number) {
-    bool isLow = true;
-    for (auto octet = number.rbegin(); octet != number.rend(); ++octet) {
-        *octet = static_cast<unsigned char>(isLow ? -*octet : ~*octet);
-        isLow = isLow && *octet == 0;
-    }
-}
 
 int DigitValue(wchar_t c) {
     if (c >= L'0' && c <= L'9') {
@@ -31,12 +22,13 @@ int DigitValue(wchar_t c) {
 namespace ca {
 
 std::wstring SerialText(Octets octets) {
-    if (octets.empty() || (octets[0] & kSign) == 0) {
-        const bool isSignOnly = octets.size() > 1 && octets[0] == 0 && (octets[1] & kSign) != 0;
+    if (!IsNegativeInteger(octets)) {
+        const bool isSignOnly =
+            octets.size() > 1 && octets[0] == 0 && IsNegativeInteger(octets.subspan(1));
         return Hex(octets.subspan(isSignOnly ? 1 : 0));
     }
     std::vector<unsigned char> magnitude(octets.begin(), octets.end());
-    Negate(magnitude);
+    NegateInteger(magnitude);
     return L'-' + Hex(magnitude);
 }
 
@@ -62,20 +54,10 @@ std::optional<std::vector<unsigned char>> ReadSerialText(std::wstring_view text)
         number.push_back(static_cast<unsigned char>(digits[i] << 4 | digits[i + 1]));
     }
     if (isNegative) {
-        Negate(number);
+        NegateInteger(number);
     }
     const Octets content = WithoutSignOctets(number);
     return std::vector<unsigned char>(content.begin(), content.end());
-}
-
-Octets WithoutSignOctets(Octets integer) {
-    const auto repeatsSign = [](unsigned char first, unsigned char next) {
-        return (first == 0x00 && (next & kSign) == 0) || (first == 0xFF && (next & kSign) != 0);
-    };
-    while (integer.size() > 1 && repeatsSign(integer[0], integer[1])) {
-        integer = integer.subspan(1);
-    }
-    return integer;
 }
 
 }  // namespace ca

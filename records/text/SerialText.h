@@ -20,8 +20,4 @@ std::wstring SerialText(std::span<const unsigned char> octets);
 /// has more digits than any serial number.
 std::optional<std::vector<unsigned char>> ReadSerialText(std::wstring_view text);
 
-/// The content of an INTEGER without the octets at its front that only repeat its sign (X.690
-/// 8.3.2): the same for the same number.
-std::span<const unsigned char> WithoutSignOctets(std::span<const unsigned char> integer);
-
 }  // namespace ca

@@ -1,6 +1,7 @@
 #include "records/text/VisibleText.h"
 
 #include "common/Encode.h"
+#include "common/Hex.h"
 #include "records/AnswerBudget.h"
 #include "records/text/Elements.h"
 #include "records/text/TeletexText.h"
@@ -12,7 +13,6 @@ namespace {
 
 using ca::Octets;
 
-constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr std::wstring_view kCut = L"\u2026";
 
@@ -56,24 +56,11 @@ std::uint32_t BigEndian(Octets octets) {
     return value;
 }
 
-// UTF-16 although X.680 has only the basic plane there: surrogate pairs are what writers put.
+// X.680 has only the basic plane there, but surrogate pairs are what writers put. An octet that is
+// left over shows, so that a text which was cut does not read like a whole one.
 std::wstring FromUcs2(Octets octets) {
-    std::wstring text;
-    text.reserve(octets.size() / 2);
-    std::size_t i = 0;
-    while (i + 2 <= octets.size()) {
-        std::uint32_t value = BigEndian(octets.subspan(i, 2));
-        i += 2;
-        if (value >= 0xD800 && value < 0xDC00 && i + 2 <= octets.size()) {
-            const std::uint32_t low = BigEndian(octets.subspan(i, 2));
-            if (low >= 0xDC00 && low < 0xE000) {
-                value = 0x10000 + ((value - 0xD800) << 10) + (low - 0xDC00);
-                i += 2;
-            }
-        }
-        text += CodePoint(value);
-    }
-    if (i < octets.size()) {
+    std::wstring text = ca::ReadUtf16(octets);
+    if (octets.size() % 2 != 0) {
         text += kReplacement;
     }
     return text;
@@ -92,16 +79,12 @@ std::wstring FromUcs4(Octets octets) {
     return text;
 }
 
-bool IsHexDigit(wchar_t c) {
-    return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f') || (c >= L'A' && c <= L'F');
-}
-
 // True when the text, which begins with a backslash, would read as an escape there.
 bool BeginsEscape(std::wstring_view text) {
     const bool isLong = text.size() > 1 && text[1] == L'U';
     const std::size_t digits = isLong ? 8 : 4;
     return text.size() >= 2 + digits && (isLong || text[1] == L'u') &&
-           std::ranges::all_of(text.substr(2, digits), IsHexDigit);
+           std::ranges::all_of(text.substr(2, digits), ca::IsHexDigit<wchar_t>);
 }
 
 // Appends a text, its hidden characters escaped, and a backslash where `isOdd` says so of what
@@ -157,12 +140,13 @@ void AppendEscape(std::wstring& out, wchar_t c) {
     const bool isLong = code > 0xFFFF;
     out += isLong ? L"\\U" : L"\\u";
     for (int shift = isLong ? 28 : 12; shift >= 0; shift -= 4) {
-        out += kHexDigits[(code >> shift) & 0xF];
+        out += static_cast<wchar_t>(HexDigit(code >> shift));
     }
 }
 
 bool ReadsAsOctets(std::wstring_view text) noexcept {
-    return text.size() > 1 && text[0] == L'#' && std::ranges::all_of(text.substr(1), IsHexDigit);
+    return text.size() > 1 && text[0] == L'#' &&
+           std::ranges::all_of(text.substr(1), IsHexDigit<wchar_t>);
 }
 
 std::wstring EscapeText(wchar_t c) {
@@ -177,12 +161,7 @@ bool IsCut(std::wstring_view text) noexcept {
 
 void AppendHex(std::wstring& out, Octets octets) {
     const Octets shown = octets.first(std::min(octets.size(), MaxValueText() / 2));
-    std::size_t place = out.size();
-    out.resize(place + 2 * shown.size());
-    for (const unsigned char octet : shown) {
-        out[place++] = kHexDigits[octet >> 4];
-        out[place++] = kHexDigits[octet & 0xF];
-    }
+    AddHex(shown, out);
     if (shown.size() < octets.size()) {
         out += kCut;
     }
