@@ -25,9 +25,9 @@ FileStatus ReadConfigText(const std::wstring& path, std::string& content) {
 }
 
 std::wstring DescribeReadFailure(FileStatus status, const std::wstring& paths) {
-    const ZornaMessage message = status == FileStatus::kMissing    ? kMsgConfigNotFound
-                                 : status == FileStatus::kTooLarge ? kMsgConfigTooLarge
-                                                                   : kMsgConfigUnreadable;
+    const Sentence message = status == FileStatus::kMissing    ? kMsgConfigNotFound
+                             : status == FileStatus::kTooLarge ? kMsgConfigTooLarge
+                                                               : kMsgConfigUnreadable;
     return SetZORNAMessage(message) + paths;
 }
 

@@ -32,8 +32,7 @@ constexpr long kProxyTypes[] = {CURLPROXY_HTTP, CURLPROXY_SOCKS4, CURLPROXY_SOCK
 
 // Puts the texts in the places of a message's "%i" and "%s", in order. The table's texts are no
 // formats for wide strings, and numbers here exceed an int.
-std::wstring FillMessage(ZornaMessage id, std::initializer_list<std::wstring> values) {
-    std::wstring text = SetZORNAMessage(id);
+std::wstring FillMessage(std::wstring text, std::initializer_list<std::wstring> values) {
     std::size_t position = 0;
     for (const std::wstring& value : values) {
         position = text.find(L'%', position);
@@ -47,7 +46,7 @@ std::wstring FillMessage(ZornaMessage id, std::initializer_list<std::wstring> va
 }
 
 void LogMessage(ZornaMessage id, std::initializer_list<std::wstring> values, bool isError) {
-    LogEvent(FillMessage(id, values).c_str(), isError);
+    LogEvent(FillMessage(SetZORNAMessage(id), values).c_str(), isError);
 }
 
 bool IsControl(wchar_t c) {
@@ -286,7 +285,7 @@ void HttpTransfer::RefuseRedirect(int code) const {
 // Logs and throws that the host of the running request is not allowed.
 void HttpTransfer::Forbid(const std::string& address) const {
     const std::string shown = address.empty() ? m_url.host : m_url.host + " (" + address + ')';
-    const std::wstring text = FillMessage(kMsgHttpForbidden, {u8u16(shown)});
+    const std::wstring text = FillMessage(SetZORNAMessage(kMsgHttpForbidden), {u8u16(shown)});
     LogEvent(text.c_str(), /*isError=*/true);
     throw HostForbidden(kErrParameters, text);
 }

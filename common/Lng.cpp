@@ -30,6 +30,16 @@ constexpr Collections BuildCollections() {
     return all;
 }
 
+struct SentenceRow {
+    const wchar_t* english;
+    const wchar_t* russian;
+};
+constexpr SentenceRow kSentences[] = {
+#define CA_SENTENCE(name, english, russian) {english, russian},
+#include "common/SentenceTable.inc"
+#undef CA_SENTENCE
+};
+
 constexpr Collections kCollections = BuildCollections();
 
 std::atomic<std::uint32_t> currentLanguage{Ru::LangID};
@@ -69,4 +79,9 @@ const wchar_t* SetZORNAMessage(ZornaMessage id) noexcept {
         return L"ZORNA_LANGUAGE_MESSAGE_ID_ERROR";
     }
     return IsRussian() ? kCollections.russian[index] : kCollections.english[index];
+}
+
+const wchar_t* SetZORNAMessage(Sentence text) noexcept {
+    const SentenceRow& row = kSentences[static_cast<std::size_t>(text)];
+    return IsRussian() ? row.russian : row.english;
 }

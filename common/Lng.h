@@ -3,12 +3,19 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Numbers of the texts, 0 to 938; MessageTable.inc names those in use.
+/// Numbers of the texts that the interface numbers, 0 to 938; MessageTable.inc names those in use.
 enum ZornaMessage : int {
 #define CA_MESSAGE(name, id, english, russian) name = id,
 #include "common/MessageTable.inc"
 #undef CA_MESSAGE
     kMsgLast = 938
+};
+
+/// The module's own texts, which have no numbers; the rows of SentenceTable.inc.
+enum Sentence : int {
+#define CA_SENTENCE(name, english, russian) name,
+#include "common/SentenceTable.inc"
+#undef CA_SENTENCE
 };
 
 inline constexpr std::size_t kMessageCount = 939;
@@ -57,3 +64,5 @@ inline bool IsRussian() noexcept {
 /// The text of a message in the current language; static, never null, "" for an id without a text.
 /// An id above 938 gives "ZORNA_LANGUAGE_MESSAGE_ID_ERROR".
 const wchar_t* SetZORNAMessage(ZornaMessage id) noexcept;
+/// The same of a text without a number.
+const wchar_t* SetZORNAMessage(Sentence text) noexcept;

@@ -88,7 +88,7 @@ class Faults {
     }
 
   private:
-    void Add(const Place& place, ca::ErrorCode code, ZornaMessage message) {
+    void Add(const Place& place, ca::ErrorCode code, Sentence message) {
         if (m_strict) {
             throw ca::Exception(code, SetZORNAMessage(message) + place.Describe());
         }

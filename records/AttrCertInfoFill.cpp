@@ -35,7 +35,7 @@ CAsn1Element DirectoryName(std::span<unsigned char> names) {
 }
 
 // The forms of a name of GeneralNames. What has no name of a directory has a readable form only.
-ca::NameForms FormsOf(const CAsn1GeneralNames* names, ZornaMessage place, std::wstring& error) {
+ca::NameForms FormsOf(const CAsn1GeneralNames* names, Sentence place, std::wstring& error) {
     ca::NameForms forms;
     if (names == nullptr) {
         return forms;

@@ -52,7 +52,7 @@ constexpr std::tuple kCertForCheckFields{
 
 struct KeyUsageName {
     unsigned bit;
-    ZornaMessage name;
+    Sentence name;
 };
 
 // RFC 5280 4.2.1.3, in the order of the bit string.

@@ -23,7 +23,7 @@ std::wstring VersionText(const CAsn1Integer* version, std::int64_t highest, std:
                : L'V' + DecimalText(static_cast<std::uint64_t>(number) + 1);
 }
 
-TimeForms TimeOf(const CAsn1Time* time, ZornaMessage place, std::wstring& error) {
+TimeForms TimeOf(const CAsn1Time* time, Sentence place, std::wstring& error) {
     if (time == nullptr) {
         return {};
     }

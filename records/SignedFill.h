@@ -17,7 +17,7 @@ namespace ca {
 std::wstring VersionText(const CAsn1Integer* version, std::int64_t highest, std::wstring& error);
 
 /// The texts of a time; an impossible one is a fault, told with its place, and leaves them empty.
-TimeForms TimeOf(const CAsn1Time* time, ZornaMessage place, std::wstring& error);
+TimeForms TimeOf(const CAsn1Time* time, Sentence place, std::wstring& error);
 
 /// "SignatureAlg" and "HashAlg", from the outer identifier where there is one. That the signed one
 /// inside differs is a fault.

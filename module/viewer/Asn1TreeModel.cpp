@@ -191,8 +191,8 @@ QVariant CAsn1TreeModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant CAsn1TreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static constexpr ZornaMessage kHeaders[kColumns] = {kMsgDlgElement, kMsgDlgValue, kMsgDlgOffset,
-                                                        kMsgDlgLength};
+    static constexpr Sentence kHeaders[kColumns] = {kMsgDlgElement, kMsgDlgValue, kMsgDlgOffset,
+                                                    kMsgDlgLength};
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 ||
         section >= kColumns) {
         return {};

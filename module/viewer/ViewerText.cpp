@@ -74,7 +74,7 @@ int MarksAt(const QString& text, int index) {
 
 namespace ca {
 
-QString MessageText(ZornaMessage id) {
+QString MessageText(Sentence id) {
     return QString::fromWCharArray(SetZORNAMessage(id));
 }
 

@@ -24,7 +24,7 @@ enum class ViewerWord : std::uint8_t {
 };
 
 /// The text of a message in the current language.
-QString MessageText(ZornaMessage id);
+QString MessageText(Sentence id);
 QString Word(ViewerWord word);
 
 /// "152 certificates": a number with the form of a noun that goes with it.

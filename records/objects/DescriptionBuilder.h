@@ -50,7 +50,7 @@ class CDescriptionBuilder {
 
     // Values. An empty text says nothing.
     void Text(FieldId id, std::wstring text);
-    void Text(FieldId id, ZornaMessage text) { Text(id, SetZORNAMessage(text)); }
+    void Text(FieldId id, Sentence text) { Text(id, SetZORNAMessage(text)); }
     void Text(FieldId id, Word word) { Text(id, WordText(word)); }
     void Flag(FieldId id, bool value) { Text(id, value ? kMsgYes : kMsgNo); }
     /// An extension or attribute.

@@ -46,7 +46,7 @@ void SayGenerator(CDescriptionBuilder& builder, const CAsn1Integer* generator) {
 void SayRsaPublicKey(CDescriptionBuilder& builder, Octets octets) {
     const ca::CReading<CAsn1RsaPublicKey> key(octets, builder);
     builder.Text(FieldId::kFormat, Word::kPkcs1);
-    builder.Text(FieldId::kKeyAlgorithm, kMsgRsa);
+    builder.Text(FieldId::kKeyAlgorithm, SetZORNAMessage(kMsgRsa));
     if (key.Get() != nullptr) {
         builder.Text(FieldId::kKeyParameters,
                      ca::RsaSizeText(key.Get()->Modulus(), key.Get()->PublicExponent()));
@@ -65,7 +65,7 @@ void SayRsaKey(CDescriptionBuilder& builder, Octets octets) {
 
 void SayTraditionalRsaKey(CDescriptionBuilder& builder, Octets octets) {
     builder.Text(FieldId::kFormat, Word::kPkcs1);
-    builder.Text(FieldId::kKeyAlgorithm, kMsgRsa);
+    builder.Text(FieldId::kKeyAlgorithm, SetZORNAMessage(kMsgRsa));
     SayRsaKey(builder, octets);
 }
 

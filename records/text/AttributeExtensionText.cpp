@@ -65,7 +65,7 @@ void SayTargets(Value value, CTextLines& lines) {
     });
 }
 
-void SayAttributeTypes(ZornaMessage label, const CAsn1SequenceOf<CAsn1ObjectIdentifier>* types,
+void SayAttributeTypes(Sentence label, const CAsn1SequenceOf<CAsn1ObjectIdentifier>* types,
                        CTextLines& lines) {
     if (types == nullptr) {
         return;

@@ -27,9 +27,8 @@ using ca::Octets;
 using Value = std::span<unsigned char>;
 
 // In the order of their numbers.
-constexpr ZornaMessage kLevels[] = {kMsgLevelUnmarked,   kMsgLevelUnclassified,
-                                    kMsgLevelRestricted, kMsgLevelConfidential,
-                                    kMsgLevelSecret,     kMsgLevelTopSecret};
+constexpr Sentence kLevels[] = {kMsgLevelUnmarked,     kMsgLevelUnclassified, kMsgLevelRestricted,
+                                kMsgLevelConfidential, kMsgLevelSecret,       kMsgLevelTopSecret};
 
 void SayIetfAttribute(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IetfAttrSyntax> syntax(value);

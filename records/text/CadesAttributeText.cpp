@@ -184,7 +184,7 @@ void SayCertificateRefs(Value value, CTextLines& lines) {
     });
 }
 
-void SayHashes(ZornaMessage label, const CAsn1Element& hashes, CTextLines& lines) {
+void SayHashes(Sentence label, const CAsn1Element& hashes, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1OctetString>> list(hashes.raw);
     ca::SayCount(label, list->Count(), lines);
     const CTextLines::Level level(lines);
@@ -203,7 +203,7 @@ void SayHashIndex(Value value, CTextLines& lines) {
     if (hasAlgorithm) {
         lines.Line(kMsgFieldHashAlg, ca::AlgorithmText(ca::Child(index, 0)));
     }
-    constexpr ZornaMessage kLists[] = {kMsgCertificates, kMsgCrls, kMsgUnsignedAttributes};
+    constexpr Sentence kLists[] = {kMsgCertificates, kMsgCrls, kMsgUnsignedAttributes};
     for (std::size_t i = 0; i < std::size(kLists); ++i) {
         SayHashes(kLists[i], ca::Child(index, i + (hasAlgorithm ? 1 : 0)), lines);
     }

@@ -95,7 +95,7 @@ void SayContentReference(Value value, CTextLines& lines) {
     lines.Line(kMsgSignatureValue, ca::OctetsText(reference->OriginatorSignatureValue()));
 }
 
-void SayNameLists(ZornaMessage label, const CAsn1SequenceOf<CAsn1GeneralNames>& lists,
+void SayNameLists(Sentence label, const CAsn1SequenceOf<CAsn1GeneralNames>& lists,
                   CTextLines& lines) {
     ca::SayEach(lists, lines, [&](const CAsn1GeneralNames& names) {
         lines.Line(label, ca::GeneralNamesLine(names.ContentOctets(), lines));
@@ -194,7 +194,7 @@ void SayKeyPreference(Value value, CTextLines& lines) {
 
 void SayAlgorithmProtection(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CmsAlgorithmProtection> protection(value);
-    const std::pair<ZornaMessage, const CAsn1AlgorithmIdentifier*> algorithms[] = {
+    const std::pair<Sentence, const CAsn1AlgorithmIdentifier*> algorithms[] = {
         {kMsgFieldHashAlg, protection->DigestAlgorithm()},
         {kMsgFieldSignatureAlg, protection->SignatureAlgorithm()},
         {kMsgMacAlgorithm, protection->MacAlgorithm()},

@@ -151,7 +151,7 @@ void AddError(std::wstring& errors, std::wstring_view fault) {
     errors += fault.substr(0, most);
 }
 
-void AddError(std::wstring& errors, ZornaMessage place, std::wstring_view fault) {
+void AddError(std::wstring& errors, Sentence place, std::wstring_view fault) {
     if (!fault.empty()) {
         AddError(errors, SetZORNAMessage(place) + std::wstring(L": ").append(fault));
     }

@@ -84,7 +84,7 @@ ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtensi
 /// ellipsis.
 void AddError(std::wstring& errors, std::wstring_view fault);
 /// The same with the place in front, "Issuer: fault"; no fault adds nothing.
-void AddError(std::wstring& errors, ZornaMessage place, std::wstring_view fault);
+void AddError(std::wstring& errors, Sentence place, std::wstring_view fault);
 /// The same for a fault in a value of a type, "Name (OID): fault"; no type has no place.
 void AddValueError(std::wstring& errors, std::span<const unsigned char> type,
                    std::wstring_view fault);

@@ -116,7 +116,7 @@ void SayOtherName(const CAsn1Element& name, ca::CTextLines& lines) {
 
 // X.400 and EDI names: a caption, then what could be read of the name; the digits of one that could
 // not be read whole.
-void SayStructured(ZornaMessage caption, const CAsn1Element& name, ca::CTextLines& lines) {
+void SayStructured(Sentence caption, const CAsn1Element& name, ca::CTextLines& lines) {
     lines.Line(caption, L"");
     const ca::CTextLines::Level level(lines);
     CAsn1Root<CAsn1GeneralName> read(name.raw, Asn1Blocks::kRead);

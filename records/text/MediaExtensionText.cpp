@@ -25,8 +25,7 @@ void SayReference(const CAsn1SequenceOf<CAsn1IA5String>& addresses,
     });
 }
 
-void SayMedia(ZornaMessage kind, const CAsn1SequenceOf<CAsn1LogotypeMedia>* media,
-              CTextLines& lines) {
+void SayMedia(Sentence kind, const CAsn1SequenceOf<CAsn1LogotypeMedia>* media, CTextLines& lines) {
     if (media == nullptr) {
         return;
     }
@@ -47,7 +46,7 @@ void SayLogotypeInfo(const CAsn1LogotypeInfo& info, CTextLines& lines) {
     SayMedia(kMsgAudio, info.Direct()->Audio(), lines);
 }
 
-void SayLogotype(ZornaMessage kind, const CAsn1LogotypeInfo* info, CTextLines& lines) {
+void SayLogotype(Sentence kind, const CAsn1LogotypeInfo* info, CTextLines& lines) {
     if (info != nullptr) {
         lines.Line(kind, L"");
         const CTextLines::Level level(lines);

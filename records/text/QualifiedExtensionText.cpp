@@ -139,8 +139,8 @@ void SayIssuerSignTool(Value value, CTextLines& lines) {
 // IdentificationKind ::= INTEGER { personal(0), remote-cert(1), remote-passport(2),
 //     remote-system(3) }
 void SayIdentificationKind(Value value, CTextLines& lines) {
-    constexpr ZornaMessage kKinds[] = {kMsgIdentifiedInPerson, kMsgIdentifiedBySignature,
-                                       kMsgIdentifiedByPassport, kMsgIdentifiedByBiometrics};
+    constexpr Sentence kKinds[] = {kMsgIdentifiedInPerson, kMsgIdentifiedBySignature,
+                                   kMsgIdentifiedByPassport, kMsgIdentifiedByBiometrics};
     const ca::CDecoded<CAsn1Integer> kind(value);
     const std::int64_t number = IntegerOf(&*kind, -1);
     const bool isKnown = number >= 0 && number < std::ssize(kKinds);

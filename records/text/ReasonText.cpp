@@ -8,7 +8,7 @@ namespace {
 struct ReasonRow {
     std::uint32_t code;  // CRLReason
     int flag;            // bit of ReasonFlags; -1: none
-    ZornaMessage text;
+    Sentence text;
 };
 
 constexpr ReasonRow kReasons[] = {

@@ -40,7 +40,7 @@ void SayOcspReference(const CAsn1OcspResponsesId& reference, CTextLines& lines) 
 
 // How many elements a list has, below it each of them.
 template <class T, class Say>
-void SayList(ZornaMessage label, const CAsn1SequenceOf<T>* list, CTextLines& lines, Say say) {
+void SayList(Sentence label, const CAsn1SequenceOf<T>* list, CTextLines& lines, Say say) {
     if (list == nullptr) {
         return;
     }

@@ -12,7 +12,7 @@ namespace ca {
 
 namespace {
 
-void SayTimeMember(ZornaMessage label, const CAsn1Object* time, CTextLines& lines) {
+void SayTimeMember(Sentence label, const CAsn1Object* time, CTextLines& lines) {
     if (time == nullptr) {
         return;
     }

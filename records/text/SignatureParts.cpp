@@ -142,7 +142,7 @@ std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate) {
            SerialText(OctetsOf(certificate.SerialNumber()));
 }
 
-void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines) {
+void SayCount(Sentence label, std::size_t count, CTextLines& lines) {
     lines.Line(label, DecimalText(count));
 }
 

@@ -36,7 +36,7 @@ std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate, CTextLines& 
 std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate);
 
 /// "Certificates: 3"
-void SayCount(ZornaMessage label, std::size_t count, CTextLines& lines);
+void SayCount(Sentence label, std::size_t count, CTextLines& lines);
 
 /// What names a signer or a recipient, in a line: IssuerSerialText(), or "Key: hex".
 std::wstring SignerIdText(const CAsn1SignerIdentifier& id);

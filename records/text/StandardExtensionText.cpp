@@ -88,7 +88,7 @@ void SayDistributionPoints(Value value, CTextLines& lines) {
 void SayIssuingDistributionPoint(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IssuingDistributionPoint> point(value);
     SayPointName(point->Name(), lines);
-    const std::pair<bool, ZornaMessage> flags[] = {
+    const std::pair<bool, Sentence> flags[] = {
         {point->OnlyContainsUserCerts(), kMsgOnlyUserCerts},
         {point->OnlyContainsCaCerts(), kMsgOnlyCaCerts},
         {point->OnlyContainsAttributeCerts(), kMsgOnlyAttributeCerts},
@@ -168,7 +168,7 @@ void SayInhibitAnyPolicy(Value value, CTextLines& lines) {
     lines.Line(kMsgInhibitAnyPolicy, ca::NumberText(&*certificates));
 }
 
-void SaySubtrees(ZornaMessage label, const CAsn1SequenceOf<CAsn1GeneralSubtree>* subtrees,
+void SaySubtrees(Sentence label, const CAsn1SequenceOf<CAsn1GeneralSubtree>* subtrees,
                  CTextLines& lines) {
     if (subtrees == nullptr) {
         return;

@@ -128,7 +128,7 @@ void CTextLines::Unreadable(std::wstring_view label, std::span<const unsigned ch
     Fault(std::wstring(label).append(L": ").append(SetZORNAMessage(kMsgAsn1Malformed)));
 }
 
-std::wstring CTextLines::TakeOr(ZornaMessage otherwise) {
+std::wstring CTextLines::TakeOr(Sentence otherwise) {
     std::wstring text = Take();
     return text.empty() ? SetZORNAMessage(otherwise) : text;
 }

@@ -29,8 +29,8 @@ class CTextLines {
     void Line(std::wstring_view text);
     /// A line "label: value"; without a value "label:".
     void Line(std::wstring_view label, std::wstring_view value);
-    void Line(ZornaMessage label, std::wstring_view value) { Line(SetZORNAMessage(label), value); }
-    void Line(ZornaMessage text) { Line(SetZORNAMessage(text)); }
+    void Line(Sentence label, std::wstring_view value) { Line(SetZORNAMessage(label), value); }
+    void Line(Sentence text) { Line(SetZORNAMessage(text)); }
     /// The lines of a text made elsewhere, each at the current level on top of its own.
     void Block(std::wstring_view lines);
     /// Continues the last line.
@@ -89,7 +89,7 @@ class CTextLines {
     /// The text; the object is empty then, but for its faults.
     std::wstring Take();
     /// The same, `otherwise` when no line was said: for lists that may be empty.
-    std::wstring TakeOr(ZornaMessage otherwise);
+    std::wstring TakeOr(Sentence otherwise);
     /// Behind Take(), which may add to them.
     std::wstring TakeFaults();
 

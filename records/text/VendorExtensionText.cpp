@@ -74,7 +74,7 @@ void SaySecurityId(Value value, CTextLines& lines) {
 // netscape-cert-type ::= BIT STRING { SSL-client(0), SSL-server(1), S-MIME(2), object-signing(3),
 //     reserved(4), SSL-CA(5), S-MIME-CA(6), object-signing-CA(7) }
 void SayNetscapeType(Value value, CTextLines& lines) {
-    constexpr std::pair<std::size_t, ZornaMessage> kTypes[] = {
+    constexpr std::pair<std::size_t, Sentence> kTypes[] = {
         {0, kMsgSslClient}, {1, kMsgSslServer}, {2, kMsgSmime},           {3, kMsgObjectSigning},
         {5, kMsgSslCa},     {6, kMsgSmimeCa},   {7, kMsgObjectSigningCa},
     };

@@ -121,6 +121,11 @@ TEST_F(ErrorMessageHelperTest, TablesHoldEachNumberOnceInBothLanguages) {
 #include "common/MessageTable.inc"
 #undef CA_MESSAGE
         },
+        {
+#define CA_SENTENCE(name, english, russian) {name, english, russian},
+#include "common/SentenceTable.inc"
+#undef CA_SENTENCE
+        },
     };
     for (const std::vector<Row>& table : tables) {
         std::set<std::uint32_t> numbers;
