@@ -110,20 +110,11 @@ std::wstring CertInfo2::GetKeyUsageStr(unsigned bits) {
 }
 
 void CertInfos2::FromJson(const JsonValue& value) {
-    AppendJson(value, items);
+    AppendArray(value);
 }
 
 void CertInfos2::ToJson(JsonWriter& writer) const {
-    writer.StartArray();
-    for (const OwnedPtr<CertInfo2>& item : items) {
-        item->ToJson(writer);
-    }
-    more.ToJson(writer);
-    writer.EndArray();
-}
-
-void CertInfos2::Add(std::unique_ptr<CertInfo2> record) {
-    AddDescribed(std::move(record), items, more);
+    WriteArray(writer);
 }
 
 void CertInfos2::SayMore(std::size_t count) {

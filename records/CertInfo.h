@@ -2,9 +2,9 @@
 
 #include "common/ISerializable.h"
 #include "records/CertInfoExtension.h"
-#include "records/JsonElements.h"
 #include "records/OwnedPtr.h"
 #include "records/RecordOctets.h"
+#include "records/RecordSequence.h"
 
 #include <cstdint>
 #include <memory>
@@ -89,7 +89,7 @@ enum CertFilter : unsigned {
 };
 
 /// Certificates in order.
-class CertInfos2 : public ISerializable {
+class CertInfos2 : public ISerializable, public CRecordSequence<OwnedPtr<CertInfo2>> {
   public:
     /// Appends the elements; a value that is no array changes nothing.
     void FromJson(const JsonValue& value) override;
@@ -100,16 +100,10 @@ class CertInfos2 : public ISerializable {
     /// `filter`.
     void GetCertIdList(unsigned filter, std::vector<std::wstring>& list) const;
 
-    std::size_t Count() const { return items.size() + more.Count(); }
-    /// Appends one that is described now. The first stays a record, the others are kept as text.
-    void Add(std::unique_ptr<CertInfo2> record);
     /// Says how many are not described, in "Error" of the first; 0 says nothing.
     void SayMore(std::size_t count);
     /// Says what is wrong with the whole, in the same place.
     void Tell(std::wstring_view fault);
-
-    std::vector<OwnedPtr<CertInfo2>> items;
-    CJsonElements more;  ///< the certificates behind `items`: there may be thousands
 };
 
 /// A certificate that the host sends for checking.

@@ -70,7 +70,7 @@ constexpr auto kIsTime = [](unsigned char tag) {
 };
 constexpr auto kIsSequence = [](unsigned char tag) { return tag == kAsn1Sequence; };
 
-void ReadMembers(const CAsn1Element& element, CrlEntry& entry) {
+void ReadEntry(const CAsn1Element& element, CrlEntry& entry) {
     entry.raw = element.raw;
     entry.serial = {};
     entry.date = {};
@@ -163,7 +163,7 @@ bool CCrlWalk::Next() {
     }
     CAsn1Element element;
     while (Step(element)) {
-        ReadMembers(element, m_entry);
+        ReadEntry(element, m_entry);
         m_entry.index = m_walked - 1;
         if (!m_entry.extensions.raw.empty()) {
             const auto issuer = FindCertificateIssuer(m_entry.extensions);

@@ -49,24 +49,6 @@ void RevokedCert::ToJson(JsonWriter& writer) const {
     WriteObject(writer, *this, kRevokedCertFields);
 }
 
-void RevokedCertCollection::FromJson(const JsonValue& value) {
-    if (value.IsArray()) {
-        ReadJson(value, items);
-        writeFilled = nullptr;
-    }
-}
-
-void RevokedCertCollection::ToJson(JsonWriter& writer) const {
-    writer.StartArray();
-    for (const OwnedPtr<RevokedCert>& entry : items) {
-        entry->ToJson(writer);
-    }
-    if (writeFilled) {
-        writeFilled(writer);
-    }
-    writer.EndArray();
-}
-
 void CrlInfo::FromJson(const JsonValue& value) {
     ReadObject(value, *this, kCrlInfoFields);
 }

@@ -5,12 +5,11 @@
 #include "records/CertInfoExtension.h"
 #include "records/OwnedPtr.h"
 #include "records/RecordOctets.h"
+#include "records/RecordSequence.h"
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace ca {
 
@@ -30,18 +29,13 @@ struct RevokedCert {
 
 /// The described entries of a list. There may be a million, so those of a filled record are made
 /// one by one while they are written.
-class RevokedCertCollection {
+class RevokedCertCollection : public CRecordSequence<OwnedPtr<RevokedCert>, CLazyElements> {
   public:
     /// Replaces the elements; a value that is no array changes nothing.
-    void FromJson(const JsonValue& value);
-    void ToJson(JsonWriter& writer) const;
+    void FromJson(const JsonValue& value) { ReplaceByArray(value); }
+    void ToJson(JsonWriter& writer) const { WriteArray(writer); }
     /// Nothing: the entries are not held, and what they will be written as is taken for itself.
     void AddOctets(RecordOctets&) const {}
-
-    std::vector<OwnedPtr<RevokedCert>> items;  ///< read from a text, in order
-    /// Writes the filled entries, each one JSON object; none when empty. Owns what it reads them
-    /// from.
-    std::function<void(JsonWriter& writer)> writeFilled;
 };
 
 /// Describes one certificate revocation list (RFC 5280 5). Text forms as in CertInfo.

@@ -18,6 +18,7 @@
 #include "records/text/SerialText.h"
 
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -85,27 +86,34 @@ std::size_t DescribeEntry(const ca::CrlEntry& entry, ca::CCrlDescriber& describe
 // Octets of JSON that the members behind the entries take besides "Error" and "RawData".
 constexpr std::size_t kOtherMembers = 64 << 10;
 
-// Describes the entries of a page as they were when the record was filled.
-// \param rest  what was left then.
-// \param room  octets that will be written here and behind.
-void WriteEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage& page,
-                  CAnswerBudget::Rest rest, std::size_t room, ca::JsonWriter& writer) {
-    const CAnswerBudget budget(rest);
-    writer.Reserve(room);
-    ca::CCrlWalk walk(entries, page);
-    ca::CCrlDescriber describer(issuer);
-    ca::RevokedCert entry;
-    while (walk.Next()) {
-        const std::size_t before = writer.Size();
-        std::wstring noted;
-        {
-            const ca::CBudgetLoan loan;
-            describer.Describe(walk.Entry(), entry, noted);
+// The entries of a page as they were when the record was filled. Its part of the list's octets
+// outlives the record, and whatever the record reads in their place.
+struct PageEntries : ca::CLazyElements::Source {
+    ca::SharedBlob owner;  // of what the next two view
+    std::span<unsigned char> entries;
+    Octets issuer;
+    CrlPage page;
+    CAnswerBudget::Rest rest{};  // what was left then
+    std::size_t room = 0;        // octets that will be written here and behind
+
+    void ToJson(ca::JsonWriter& writer) const override {
+        const CAnswerBudget budget(rest);
+        writer.Reserve(room);
+        ca::CCrlWalk walk(entries, page);
+        ca::CCrlDescriber describer(issuer);
+        ca::RevokedCert entry;
+        while (walk.Next()) {
+            const std::size_t before = writer.Size();
+            std::wstring noted;
+            {
+                const ca::CBudgetLoan loan;
+                describer.Describe(walk.Entry(), entry, noted);
+            }
+            entry.ToJson(writer);
+            CAnswerBudget::Take(writer.Size() - before);
         }
-        entry.ToJson(writer);
-        CAnswerBudget::Take(writer.Size() - before);
     }
-}
+};
 
 // Counts the entries, and notes the faults of those that are described; they themselves are made
 // when the record is written, from the octets that it holds.
@@ -148,14 +156,16 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
                      ca::CrlEntryFault(count - 1, SetZORNAMessage(kMsgAsn1Malformed)));
     }
     record.revokedCount = static_cast<std::uint32_t>(count);
-    CrlPage written = page;
-    written.count = fitting;
-    const std::size_t room =
+    auto written = std::make_shared<PageEntries>();
+    written->owner = record.rawData;
+    written->entries = entries;
+    written->issuer = issuer;
+    written->page = page;
+    written->page.count = fitting;
+    written->rest = rest;
+    written->room =
         text + 2 * record.error.size() + record.rawData.Octets().size() / 3 * 4 + kOtherMembers;
-    record.revoked.writeFilled = [owner = record.rawData, entries, issuer, written, rest,
-                                  room](ca::JsonWriter& writer) {
-        WriteEntries(entries, issuer, written, rest, room, writer);
-    };
+    record.revoked.AddLazily(std::move(written));
 }
 
 void FillFromTbs(const CAsn1TbsCertList& tbs, const CrlPage& page, CrlInfo& record) {

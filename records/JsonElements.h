@@ -2,10 +2,8 @@
 
 #include "common/Json.h"
 #include "records/AnswerBudget.h"
-#include "records/RecordOctets.h"
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -52,17 +50,5 @@ class CJsonElements {
     mutable JsonBuffer m_text{&jsonHeap};
     mutable std::size_t m_count = 0;
 };
-
-/// Appends a record that is described now: the first of a list stays one, for what is found out
-/// later of all of them, the others are kept as text.
-template <class Items, class Record>
-void AddDescribed(std::unique_ptr<Record> record, Items& items, CJsonElements& more) {
-    if (items.empty()) {
-        CAnswerBudget::Take(CostOf(*record));
-        items.emplace_back(std::move(record));
-    } else {
-        more.Append(*record);
-    }
-}
 
 }  // namespace ca

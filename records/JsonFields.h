@@ -105,11 +105,16 @@ void ReadJson(const JsonValue& value, std::optional<Value>& plain) {
     ReadJson(value, plain.emplace());
 }
 
+template <class Record>
+void WriteJson(JsonWriter& writer, const OwnedPtr<Record>& record) {
+    record->ToJson(writer);
+}
+
 template <class Element>
-void WriteJson(JsonWriter& writer, const std::vector<OwnedPtr<Element>>& elements) {
+void WriteJson(JsonWriter& writer, const std::vector<Element>& elements) {
     writer.StartArray();
-    for (const OwnedPtr<Element>& element : elements) {
-        element->ToJson(writer);
+    for (const Element& element : elements) {
+        WriteJson(writer, element);
     }
     writer.EndArray();
 }

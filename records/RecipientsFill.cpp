@@ -273,7 +273,7 @@ class CCollector {
 
     void Name(CertInfo2& record, Octets identifier) {
         record.id = ca::Sha1Hex(identifier);
-        m_recipients.ids.more.Append(record.id);
+        m_recipients.ids.AddAsText(record.id);
     }
 
     ca::Recipients m_recipients;

@@ -46,36 +46,16 @@ SignInfos& SignInfos::operator=(SignInfos&& other) noexcept = default;
 SignInfos::~SignInfos() = default;
 
 void SignInfos::FromJson(const JsonValue& value) {
-    AppendJson(value, items);
+    AppendArray(value);
 }
 
 void SignInfos::ToJson(JsonWriter& writer) const {
-    writer.StartArray();
-    for (const OwnedPtr<SignInfo>& item : items) {
-        item->ToJson(writer);
-    }
-    more.ToJson(writer);
-    writer.EndArray();
+    WriteArray(writer);
 }
 
 void SignInfos::AddOctets(RecordOctets& octets) const {
     ca::AddOctets(items, octets);
-    octets.memory += more.Size();  // becomes part of what is written
-}
-
-void SignInfos::Add(std::unique_ptr<SignInfo> record) {
-    AddDescribed(std::move(record), items, more);
-}
-
-void SignInfos::Append(SignInfos others) {
-    if (Count() == 0) {
-        *this = std::move(others);
-        return;
-    }
-    for (const OwnedPtr<SignInfo>& item : others.items) {
-        more.Append(*item);
-    }
-    more.Append(std::move(others.more));
+    octets.memory += RestOctets();  // becomes part of what is written
 }
 
 void SignInfos::SayMore(std::size_t count) {
@@ -115,27 +95,26 @@ void SignInfo::AddOctets(RecordOctets& octets) const {
 }
 
 void SignInfosArray::FromJson(const JsonValue& value) {
-    AppendJson(value, items);
+    AppendArray(value);
 }
 
 void SignInfosArray::ToJson(JsonWriter& writer) const {
     writer.StartArray();
-    empty.ToJson(writer);
-    for (const OwnedPtr<SignInfos>& item : items) {
-        item->ToJson(writer);
+    for (std::size_t i = 0; i < m_empty; ++i) {
+        writer.StartArray();
+        writer.EndArray();
     }
-    more.ToJson(writer);
+    WriteElements(writer);
     writer.EndArray();
 }
 
 void SignInfosArray::Add(SignInfos list) {
-    if (!items.empty()) {
-        more.Append(list);
-    } else if (list.Count() == 0) {
-        empty.Append(list);
+    constexpr std::size_t kEmpty = 3;  // octets of "[],"
+    if (items.empty() && list.Count() == 0) {
+        CAnswerBudget::Take(kEmpty);
+        ++m_empty;
     } else {
-        CAnswerBudget::Take(CostOf(list));
-        items.emplace_back(std::make_unique<SignInfos>(std::move(list)));
+        CRecordSequence::Add(std::make_unique<SignInfos>(std::move(list)));
     }
 }
 

@@ -3,9 +3,9 @@
 #include "common/ISerializable.h"
 #include "records/AttrCertInfo.h"
 #include "records/CertInfo.h"
-#include "records/JsonElements.h"
 #include "records/OwnedPtr.h"
 #include "records/RecordOctets.h"
+#include "records/RecordSequence.h"
 #include "records/VerificationResult.h"
 
 #include <memory>
@@ -17,7 +17,7 @@ namespace ca {
 struct SignInfo;
 
 /// The signatures of one signed item, in order.
-class SignInfos : public ISerializable {
+class SignInfos : public ISerializable, public CRecordSequence<OwnedPtr<SignInfo>> {
   public:
     SignInfos();
     SignInfos(const SignInfos& other);
@@ -33,18 +33,10 @@ class SignInfos : public ISerializable {
     /// Adds what CostOf() counts.
     void AddOctets(RecordOctets& octets) const;
 
-    std::size_t Count() const { return items.size() + more.Count(); }
-    /// Appends one that is described now: as a record while it is the first, else as text.
-    void Add(std::unique_ptr<SignInfo> record);
-    /// Appends the signatures of another message.
-    void Append(SignInfos others);
     /// Says how many are not described, in "Error" of the first one's certificate; 0 says nothing.
     void SayMore(std::size_t count);
     /// Says what is wrong with the whole, in the same place.
     void Tell(std::wstring_view fault);
-
-    std::vector<OwnedPtr<SignInfo>> items;
-    CJsonElements more;  ///< the signatures behind `items`: there may be thousands
 };
 
 /// A signed or unsigned attribute of a signature.
@@ -87,23 +79,25 @@ struct SignInfo {
 };
 
 /// The signatures of several signed items, one list an item.
-class SignInfosArray : public ISerializable {
+class SignInfosArray : public ISerializable, private CRecordSequence<OwnedPtr<SignInfos>> {
   public:
     /// Appends the elements; a value that is no array changes nothing.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeSignInfoArray; }
 
-    std::size_t Count() const { return empty.Count() + items.size() + more.Count(); }
-    /// Appends the list of an item that is described now. The first one with signatures stays a
-    /// record, the others are kept as text.
+    std::size_t Count() const { return m_empty + CRecordSequence::Count(); }
+    /// Appends the list of an item that is described now.
     void Add(SignInfos list);
     /// Says how many lists there are not, with the first signature; 0 says nothing.
     void SayMore(std::size_t count);
 
-    CJsonElements empty;  ///< the lists before `items`: of items without signatures
-    std::vector<OwnedPtr<SignInfos>> items;
-    CJsonElements more;  ///< the lists behind `items`: there may be thousands
+    using CRecordSequence::items;
+
+  private:
+    /// Lists of items without signatures in front of the others, whose first says what is to be said
+    /// of all.
+    std::size_t m_empty = 0;
 };
 
 }  // namespace ca

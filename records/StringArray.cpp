@@ -1,28 +1,13 @@
 #include "records/StringArray.h"
 
-#include "records/JsonFields.h"
-
-namespace {
-
-void WriteTexts(ca::JsonWriter& writer, const std::vector<std::wstring>& texts) {
-    for (const std::wstring& text : texts) {
-        ca::WriteJson(writer, text);
-    }
-}
-
-}  // namespace
-
 namespace ca {
 
 void StringArray::FromJson(const JsonValue& value) {
-    AppendJson(value, items);
+    AppendArray(value);
 }
 
 void StringArray::ToJson(JsonWriter& writer) const {
-    writer.StartArray();
-    WriteTexts(writer, items);
-    more.ToJson(writer);
-    writer.EndArray();
+    WriteArray(writer);
 }
 
 void StringArray2::FromJson(const JsonValue& value) {
@@ -30,9 +15,7 @@ void StringArray2::FromJson(const JsonValue& value) {
 }
 
 void StringArray2::ToJson(JsonWriter& writer) const {
-    writer.StartArray();
-    WriteTexts(writer, items);
-    writer.EndArray();
+    WriteJson(writer, items);
 }
 
 }  // namespace ca

@@ -2,7 +2,7 @@
 
 #include "common/ISerializable.h"
 #include "records/ISerializable2.h"
-#include "records/JsonElements.h"
+#include "records/RecordSequence.h"
 
 #include <string>
 #include <utility>
@@ -12,7 +12,7 @@ namespace ca {
 
 /// A list of texts under a type number: store names (kTypeStores) or certificate identifiers
 /// (kTypeCertificates).
-class StringArray : public ISerializable {
+class StringArray : public ISerializable, public CRecordSequence<std::wstring> {
   public:
     explicit StringArray(int type) : m_type(type) {}
 
@@ -21,11 +21,6 @@ class StringArray : public ISerializable {
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return m_type; }
-
-    std::size_t Count() const { return items.size() + more.Count(); }
-
-    std::vector<std::wstring> items;
-    CJsonElements more;  ///< the texts behind `items`: there may be thousands
 
   private:
     int m_type;

@@ -9,6 +9,7 @@
 #include "records/StringArray.h"
 #include "tests/records/RecordTesting.h"
 
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -144,7 +145,19 @@ TEST(RecordJsonTest, BeginsAnewWithEachText) {
     ExpectReplaced<ca::AttrCertInfo>(kAttrCert);
     ExpectReplaced<ca::VerificationResult>(kVerifyResult);
     ExpectReplaced<ca::CrlInfo>(kCrl);
+    ExpectReplaced<ca::CertInfo>(kCert);
     ExpectReplaced<ca::CertForCheck>(R"({"CertId":"id","Cert":"MAA="})");
+    const std::string extension =
+        R"({"OidFriendlyName":"n","OidValue":"1.2","RawData":"MAA=","FormattedData":"f")";
+    ExpectReplaced<ca::CertInfoAttribute>(extension + "}");
+    ExpectReplaced<ca::CertInfoExtension>(extension + R"(,"Critical":true})");
+    ExpectReplaced<ca::RevokedCert>(
+        R"({"Serial":"1","RevocationDate":"r","RevocationDateUTC":"u","Reason":"s",)"
+        R"("InvalidityDate":"i","CertificateIssuer":"c","Extensions":[)" +
+        extension + R"(,"Critical":true}]})");
+    ExpectReplaced<ca::SignExtension>(
+        R"({"ExtensionName":"n","ExtensionOID":"1.2.3",)"
+        R"("ExtensionInterpretedString":"s","ExtensionInterpretedData":"MAA="})");
     ca::SignInfo sign;
     FromText(sign, two);
     FromText(sign, R"({"SignCert":{"Id":"x"}})");
@@ -191,6 +204,30 @@ TEST(RecordJsonTest, AppendsToListsAndIgnoresWhatIsNoArray) {
     EXPECT_EQ(ca::kErrJsonParse, ErrorOf([&] { FromText(certs, R"([{"Id":"c"},7])"); }));
     ASSERT_EQ(3U, certs.items.size());
     EXPECT_EQ(L"b", certs.items[1]->id);
+
+    // What is kept in another form than the first element stands before what comes later.
+    ca::SignInfosArray lists;
+    for (const std::size_t count : {0, 0, 2, 0}) {
+        ca::SignInfos list;
+        for (std::size_t i = 0; i < count; ++i) {
+            list.Add(std::make_unique<ca::SignInfo>());
+        }
+        FromText(list, R"([{"SignId":"late"}])");
+        count == 0 ? lists.Add({}) : lists.Add(std::move(list));
+    }
+    FromText(lists, R"([[],[{"SignId":"last"}]])");
+    const std::string fresh = ToText(ca::SignInfo());
+    const auto named = [&](const std::string& id) {
+        ca::SignInfo record;
+        FromText(record, R"({"SignId":")" + id + "\"}");
+        return ToText(record);
+    };
+    EXPECT_EQ(6U, lists.Count());
+    EXPECT_EQ(
+        "[[],[],[" + fresh + "," + fresh + "," + named("late") + "],[],[],[" + named("last") + "]]",
+        ToText(lists));
+    ca::SignInfosArray taken(std::move(lists));
+    EXPECT_EQ(6U, taken.Count());
 
     ca::CertInfoExtensionCollection extensions;
     FromText(extensions, R"([{},{"Critical":true}])");
