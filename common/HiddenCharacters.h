@@ -21,7 +21,7 @@ bool IsInHiddenTable(std::uint32_t code) noexcept;
 /// breaks a line at U+FDD0), and what is not a Unicode character at all. Blanks that take room are
 /// not hidden.
 inline bool IsHiddenCharacter(wchar_t c) noexcept {
-    const auto code = static_cast<std::uint32_t>(c);  // NOLINT(bugprone-signed-char-misuse): wide
+    const auto code = static_cast<std::uint32_t>(c);
     return MayBeHidden(code) && IsInHiddenTable(code);
 }
 

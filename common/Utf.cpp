@@ -94,7 +94,6 @@ bool BeginsWithAscii(Octets in, Octets end) {
 
 // The code point at `in`, which it moves on; surrogates are joined.
 std::uint32_t JoinOne(const wchar_t*& in, const wchar_t* end) {
-    // NOLINTNEXTLINE(bugprone-signed-char-misuse): a wide character is no char
     const auto code = static_cast<std::uint32_t>(*in++);
     if (code > 0x10FFFF) {
         return kReplacement;
