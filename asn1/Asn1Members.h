@@ -51,7 +51,7 @@ struct Asn1Line : Asn1NoMember {};
 class CFieldReader;
 class CChoiceReader;
 
-// For lists of lines: what stands on one that is no member.
+// For lists of lines: what stands on one that is not a member.
 #define CA_ASN1_TYPE_PARTS(name, reader)                                     \
   public:                                                                    \
     using CAsn1TypedObject::CAsn1TypedObject;                                \

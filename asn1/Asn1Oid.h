@@ -20,7 +20,7 @@ class CAsn1ObjectIdentifier : public CAsn1Primitive<kAsn1ObjectIdentifier> {
 
     /// The dotted text of content octets; an unfinished last arc is left out.
     /// Deliberate: the octets of the first subidentifier are summed instead of read base 128, and
-    /// the arcs behind it wrap at 32 bits and print as signed numbers.
+    /// the arcs after it wrap at 32 bits and print as signed numbers.
     static std::string GetDottedText(std::span<const unsigned char> content);
 
   private:

@@ -16,7 +16,7 @@ int Field(const std::string& text, std::size_t position, std::size_t digits) {
     return std::stoi(text.substr(position, digits));
 }
 
-// Minutes of the offset behind the seconds; 0 when there is none.
+// Minutes of the offset after the seconds; 0 when there is none.
 int ReadZone(const std::string& text, std::size_t position) {
     const char sign = position < text.size() ? text[position] : '\0';
     if (sign != '+' && sign != '-') {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-/// Time ::= CHOICE { utcTime UTCTime, generalTime GeneralizedTime }     RFC 5280 4.1.2.5
+/// Time ::= CHOICE { utcTime UTCTime, generalTime GeneralizedTime }     RFC 5280, 4.1.2.5
 /// The form follows the tag of the block; the derived classes fix it.
 class CAsn1Time : public CAsn1Object {
   public:
@@ -24,7 +24,7 @@ class CAsn1Time : public CAsn1Object {
     void SetTime(const std::tm& time);
     /// As read, east of Greenwich positive; 0 without one.
     int GetZoneMinutes() const { return m_zoneMinutes; }
-    /// To be written behind the time. \param hours  its sign is that of the offset.
+    /// To be written after the time. \param hours  its sign is that of the offset.
     void SetTimeZoneOffset(int hours, int minutes);
 
   protected:

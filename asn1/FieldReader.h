@@ -22,7 +22,7 @@
 ///
 /// A member is there when the next element is one of its type; else an optional one is null, and a
 /// required one is a fault and null. The first fault is kept until End(), which throws it: the
-/// members behind it are read all the same, so that one odd member does not hide the rest.
+/// members after it are read all the same, so that one odd member does not hide the rest.
 /// Names in texts are those of the ASN.1 definition.
 class CFieldReader {
   public:
@@ -74,7 +74,7 @@ class CFieldReader {
     /// Judges what was read: throws the first fault, ca::Exception with a text that names the
     /// member and the offset. kErrAsn1Corrupted: a member is missing, or the octets are no
     /// elements; kErrAsn1BadTag: an element that is no such member stands there, or is left over;
-    /// kErrAsn1UnexpectedEnd: an element ends behind its container.
+    /// kErrAsn1UnexpectedEnd: an element ends after its container.
     void End();
 
   protected:

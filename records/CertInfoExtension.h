@@ -39,7 +39,7 @@ struct CertInfoAttribute {
 /// The extensions in order. Nested in other records only: its type has no key in a packet.
 class CertInfoExtensionCollection : public ISerializable {
   public:
-    /// Replaces the elements; a value that is no array changes nothing.
+    /// Replaces the elements; a value that is not an array changes nothing.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeExtensionCollection; }
@@ -52,7 +52,7 @@ class CertInfoExtensionCollection : public ISerializable {
 /// The attributes in order. Nested in other records only: its type has no key in a packet.
 class CertInfoAttributeCollection : public ISerializable {
   public:
-    /// Replaces the elements; a value that is no array changes nothing.
+    /// Replaces the elements; a value that is not an array changes nothing.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeAttributeCollection; }

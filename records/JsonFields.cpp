@@ -46,7 +46,7 @@ void WriteJson(JsonWriter& writer, const std::string& text) {
     WriteString(writer, text);
 }
 
-// Through the wide form, which replaces what is no UTF-8.
+// Through the wide form, which replaces what is not UTF-8.
 void ReadJson(const JsonValue& value, std::string& text) {
     std::wstring wide;
     ReadJson(value, wide);

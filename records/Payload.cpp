@@ -74,7 +74,7 @@ ca::PayloadItem DecodeBody(std::string_view body, std::string label) {
     return item;
 }
 
-// Index of the line behind the first empty one; the size of the text when there is none.
+// Index of the line after the first empty one; the size of the text when there is none.
 std::size_t BehindBlankLine(std::string_view text) {
     for (std::size_t end = text.find('\n'); end != std::string_view::npos;
          end = text.find('\n', end + 1)) {
@@ -87,7 +87,7 @@ std::size_t BehindBlankLine(std::string_view text) {
     return text.size();
 }
 
-// RFC 1421 4.6: headers stand before the body, a blank line between them. Takes them off it.
+// RFC 1421, 4.6: headers stand before the body, a blank line between them. Takes them off it.
 std::string_view TakeHeaders(std::string_view& body) {
     const std::size_t colon = body.find(':');
     if (colon == std::string_view::npos) {
@@ -102,7 +102,7 @@ std::string_view TakeHeaders(std::string_view& body) {
     return headers;
 }
 
-// The block that begins at the front of `text`; `text` is moved behind its body.
+// The block that begins at the front of `text`; `text` is moved after its body.
 ca::PayloadItem TakePemBlock(std::string_view& text) {
     text.remove_prefix(kBegin.size());
     const std::size_t labelEnd = text.substr(0, kMaxLabel + kDashes.size()).find(kDashes);
@@ -150,7 +150,7 @@ std::size_t FindWord(std::string_view text, std::string_view word) {
                                : static_cast<std::size_t>(found - text.begin());
 }
 
-// The next body of a MIME entity sent as Base64 (RFC 2045 6.8), from which `text` goes on; "" when
+// The next body of a MIME entity sent as Base64 (RFC 2045, 6.8), from which `text` goes on; "" when
 // there is none.
 std::string_view TakeMimeBody(std::string_view& text) {
     constexpr std::string_view kHeader = "content-transfer-encoding:";

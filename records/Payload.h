@@ -12,7 +12,7 @@ namespace ca {
 /// One object found in what a client handed in: BER octets, wherever they came from.
 struct PayloadItem {
     std::string label;                ///< of its PEM block ("CERTIFICATE"); "" for other forms
-    std::string headers;              ///< of its PEM block (RFC 1421 4.6), lines; mostly ""
+    std::string headers;              ///< of its PEM block (RFC 1421, 4.6), lines; mostly ""
     std::span<unsigned char> octets;  ///< a view of the client's data or of `decoded`
     BytePtr decoded;
 };

@@ -95,7 +95,7 @@ std::unique_ptr<ca::FileData> DecodePayload(std::string_view payload) {
     return fileData;
 }
 
-// Closes the text over the payload. The text ends with a NUL afterwards; the octets behind its old
+// Closes the text over the payload. The text ends with a NUL afterwards; the octets after its old
 // end are not touched.
 void CutOut(char* json, std::size_t length, const PayloadPlace& place) {
     char* target = json + place.start;

@@ -14,7 +14,7 @@ const char* RecordKey(int type) noexcept;
 
 /// What the packet decides about the form of its records.
 struct ContainerForm {
-    bool isAttached = false;   ///< the value of "isAttached" behind the signature list
+    bool isAttached = false;   ///< the value of "isAttached" after the signature list
     bool rawFileData = false;  ///< the octets follow the text: only "fileDataSize" stands in it
 };
 
@@ -42,7 +42,7 @@ class SerializableContainer {
     /// When "fileDataEncodedSize" announces the exact length of the "fileData" that follows it,
     /// the payload is decoded from where it lies, becomes the only record here, and the text is
     /// closed over it: "fileData" is an empty string then and a NUL ends the text. What the buffer
-    /// holds behind the text's old end stays as it was.
+    /// holds after the text's old end stays as it was.
     /// \param json    the text; it ends at its first NUL or after `length` octets.
     /// \return false, text and container being untouched, when no size is announced, when the
     ///         payload does not end exactly there or does not decode, or when out of memory.

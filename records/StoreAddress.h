@@ -41,7 +41,7 @@ class StoreAddress : public ISerializable {
 
     /// Reads "location", "address" and "name". Deliberate: a missing key leaves its field, where
     /// other records begin anew.
-    /// Throws ca::Exception 16300 for no object or a key that is no string; nothing changes then.
+    /// Throws ca::Exception 16300 for no object or a key that is not a string; nothing changes then.
     void FromJson(const JsonValue& value) override;
     /// Writes {} for an empty address.
     void ToJson(JsonWriter& writer) const override;
@@ -95,7 +95,7 @@ class StoreAddresses : public std::vector<StoreAddress>, public ISerializable {
   public:
     StoreAddresses() = default;
 
-    /// Appends the elements; a value that is no array changes nothing.
+    /// Appends the elements; a value that is not an array changes nothing.
     /// Throws what StoreAddress::FromJson() throws, and ca::Exception 16300 for more than 4096
     /// addresses that say nothing, since each is 25 times as long as its text; nothing is appended
     /// then.

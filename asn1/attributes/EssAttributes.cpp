@@ -18,7 +18,7 @@ void CAsn1EssSecurityLabel::Decode() {
     m_securityCategories =
         fields.Optional<CAsn1SetOf<CAsn1SecurityCategory>>("security-categories");
     if (m_privacyMark == nullptr) {
-        // Written in the order of the tags, a PrintableString stands behind a SET.
+        // Written in the order of the tags, a PrintableString stands after a SET.
         m_privacyMark = fields.Optional<CAsn1DirectoryString>("privacy-mark");
     }
     fields.End();

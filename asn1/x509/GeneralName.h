@@ -45,7 +45,7 @@ class CAsn1GeneralName : public CAsn1TypedObject {
     CA_ASN1_ALTERNATIVE_EXPLICIT(4, CAsn1Name, DirectoryName, "directoryName");
     CA_ASN1_ALTERNATIVE_IMPLICIT(5, CAsn1EdiPartyName, EdiPartyName, "ediPartyName");
     CA_ASN1_ALTERNATIVE_IMPLICIT(6, CAsn1IA5String, Uri, "uniformResourceIdentifier");
-    /// 4 or 16 octets; with a mask behind them in name constraints (RFC 5280 4.2.1.10).
+    /// 4 or 16 octets; with a mask after them in name constraints (RFC 5280, 4.2.1.10).
     CA_ASN1_ALTERNATIVE_IMPLICIT(7, CAsn1OctetString, IpAddress, "iPAddress");
     CA_ASN1_ALTERNATIVE_IMPLICIT(8, CAsn1ObjectIdentifier, RegisteredId, "registeredID");
     CA_ASN1_END;

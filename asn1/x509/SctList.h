@@ -30,13 +30,13 @@ struct CSignedCertificateTimestamp {
 class CSctList {
   public:
     /// \param list  outlives the object. Throws ca::Exception kErrAsn1Corrupted when its length is
-    /// not that of the octets behind it.
+    /// not that of the octets after it.
     explicit CSctList(std::span<const unsigned char> list);
 
     /// The next stamp's octets; false at the end. Throws kErrAsn1Corrupted for one that is cut off.
     bool Next(std::span<const unsigned char>& stamp);
 
-    /// Reads one. Throws kErrAsn1Corrupted for octets that are no stamp of version 1, for another
+    /// Reads one. Throws kErrAsn1Corrupted for octets that are not a stamp of version 1, for another
     /// version all but the version is left empty.
     static CSignedCertificateTimestamp Read(std::span<const unsigned char> stamp);
 

@@ -5,7 +5,7 @@
 
 namespace ca {
 
-/// Texts of descriptions that are no captions; the rows of DescriptionWords.inc.
+/// Texts of descriptions that are not captions; the rows of DescriptionWords.inc.
 enum class Word : std::uint8_t {
 #define CA_WORD(name, english, russian) name,
 #include "records/objects/DescriptionWords.inc"

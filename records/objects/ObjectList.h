@@ -15,7 +15,7 @@ namespace ca {
 struct PlacedObject {
     std::size_t item = 0;    ///< of the payload, from 0
     std::size_t offset = 0;  ///< in the item's octets
-    /// Its octets up to the next object. What stands behind its element is nothing that is known.
+    /// Its octets up to the next object. What stands after its element is nothing that is known.
     ObjectSource source;
     const ObjectKind* kind = nullptr;  ///< null for nothing that is known
 };

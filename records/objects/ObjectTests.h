@@ -15,7 +15,7 @@ bool IsCertificate(const CAsn1Element& object, const unsigned char* cutAt);
 bool IsAttributeCertificate(const CAsn1Element& object, const unsigned char* cutAt);
 /// A list, or a message that carries lists only.
 bool IsCrl(const CAsn1Element& object, const unsigned char* cutAt);
-/// Of a signed message (RFC 5652 5.1), with or without its ContentInfo.
+/// Of a signed message (RFC 5652, 5.1), with or without its ContentInfo.
 bool HasSigners(const CAsn1Element& object, const unsigned char* cutAt);
 bool HasCertificatesOnly(const CAsn1Element& object, const unsigned char* cutAt);
 bool IsContentInfo(const CAsn1Element& object, const unsigned char* cutAt);

@@ -85,13 +85,13 @@ inline Octets ContentIf(const CAsn1Element& element, unsigned char tag) {
     return element.tag == tag ? Octets(element.content) : Octets();
 }
 
-/// The octets of a BIT STRING behind the count of unused bits.
+/// The octets of a BIT STRING after the count of unused bits.
 inline Octets BitOctets(const CAsn1Element& bitString) {
     const Octets content = bitString.content;
     return content.empty() ? content : content.subspan(1);
 }
 
-/// Reads a non-negative INTEGER or ENUMERATED of up to four octets behind leading zeros; the type
+/// Reads a non-negative INTEGER or ENUMERATED of up to four octets after leading zeros; the type
 /// may be hidden by an implicit tag.
 inline bool ReadSmallInteger(const CAsn1Element& element, std::uint32_t& value) {
     Octets octets = element.content;

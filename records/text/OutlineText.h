@@ -20,7 +20,7 @@ std::wstring UnreadableText(std::span<const unsigned char> octets);
 /// for anything else. The octets are not changed.
 void SayUnknownValue(std::span<const unsigned char> octets, CTextLines& lines);
 
-/// The same for a value that is not of its type, "Unreadable value: " in front: behind it an
+/// The same for a value that is not of its type, "Unreadable value: " in front: after it an
 /// outline of one line, below it a longer one. What is wrong with it is the caller's to say.
 void SayOddValue(std::span<const unsigned char> octets, CTextLines& lines);
 

@@ -10,7 +10,7 @@ class CAsn1PolicyInformation;
 
 namespace ca {
 
-/// Says a certificate policy, "Name (OID)", with its qualifiers below (RFC 5280 4.2.1.4).
+/// Says a certificate policy, "Name (OID)", with its qualifiers below (RFC 5280, 4.2.1.4).
 void SayPolicy(const CAsn1PolicyInformation& policy, CTextLines& lines);
 
 /// Says a UserNotice: its text, below that organization and numbers. Throws ca::Exception for a

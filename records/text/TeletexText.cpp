@@ -67,7 +67,7 @@ wchar_t Compose(unsigned char accent, unsigned char letter) {
 }
 
 // True when a capital letter of Latin-1 at `i` would be odd: inside a word, "m\u00C8u" or
-// "M\u00C8u", or before "Ub". There is a letter behind it.
+// "M\u00C8u", or before "Ub". There is a letter after it.
 bool IsNoCapital(Octets octets, std::size_t i) {
     const unsigned char before = i > 0 ? octets[i - 1] : '\0';
     const unsigned char behind = i + 2 < octets.size() ? octets[i + 2] : '\0';

@@ -106,8 +106,6 @@ const Family kFamilies[] = {
          return Envelope(Tlv(0xA1, {kOne, Tlv(0xA0, kWrong), kEmpty, keys}));
      }},
     {"certificates", 22, [](std::size_t n) { return Repeat(kTinyCertificate, n); }},
-    {"certificates of a message", 22,
-     [](std::size_t n) { return Signed({}, Repeat(kTinyCertificate, n)); }},
     {"PEM blocks", 22, [](std::size_t n) { return Repeat(Pem(kTinyCertificate), n); }},
     {"PEM blocks of nothing", 22,
      [](std::size_t n) {
@@ -125,12 +123,8 @@ const Family kFamilies[] = {
      false},
     {"names of hidden characters", 22,
      [](std::size_t n) { return Certificate({}, Name(0x01, n / 2)); }, false},
-    {"names that are no UTF-8", 22,
-     [](std::size_t n) { return Certificate({}, Name(0xFF, n / 2)); }, false},
     {"names of quotes", 22, [](std::size_t n) { return Certificate({}, Name('"', n / 2)); }, false},
     {"attributes", 22, [](std::size_t n) { return AttributeCertificate(Repeat(kEmpty, n)); }},
-    {"outlines of attributes", 22,
-     [](std::size_t n) { return AttributeCertificate(Repeat(Unknown(0x31, Deep()), n)); }},
     {"signers", 29, [](std::size_t n) { return Signed(Repeat(kWrong, n)); }},
     {"signed attributes", 29,
      [](std::size_t n) { return Signed(Repeat(Signer(Repeat(kEmpty, 2000)), n)); }},
