@@ -72,6 +72,7 @@ void CAsn1Time::_DecodeTime(CAsn1Block* block, int& zoneMinutes, std::tm& time) 
     read.tm_sec = Field(text, month + 8, 2);
     zoneMinutes = ReadZone(text, month + 10);
     read.tm_min -= zoneMinutes;
+    // mktime() reads the time zone of the process, which another thread may be setting.
     const ca::CTimeZoneLock lock;
     if (generalized) {
         read.tm_isdst = -1;  // whether it is summer there is for the time zone to say

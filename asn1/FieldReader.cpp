@@ -44,6 +44,7 @@ bool CFieldReader::TakeElement(const char* name) {
     const auto at = m_cursor.Rest();
     const Asn1Fault fault = m_cursor.Next(m_element);
     if (fault != Asn1Fault::kNone) {
+        // Nobody knows where the next element begins.
         m_blocked = true;
         Unreadable(name, fault, at);
         return false;
@@ -96,6 +97,7 @@ CAsn1Block* CFieldReader::ChildBlock(const char* name, CAsn1Block* parent, std::
 
 bool CFieldReader::TakenBoolean(const char* name) {
     const CAsn1Block* block = TakenBlock(name);
+    // Any octet but zero is TRUE in BER (X.690, 8.2.2).
     return block != nullptr && block->contentLength != 0 && block->content[0] != 0;
 }
 
@@ -140,6 +142,7 @@ void CFieldReader::Unreadable(const char* name, Asn1Fault fault,
 }
 
 void CFieldReader::Keep(const ca::Exception& fault) {
+    // The first fault is told: those after it are mostly its consequences.
     if (!m_fault) {
         m_fault = fault;
     }

@@ -4,7 +4,6 @@
 #include "records/FileData.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstring>
 #include <iterator>
@@ -17,7 +16,7 @@
 namespace {
 
 // Indexed by the type number.
-constexpr std::array<const char*, 18> kRecordKeys = {
+constexpr const char* kRecordKeys[] = {
 #define CA_RECORD(name, type, key, json, meaning) key,
 #include "common/RecordTable.inc"
 #undef CA_RECORD
@@ -111,7 +110,7 @@ void CutOut(char* json, std::size_t length, const PayloadPlace& place) {
 namespace ca {
 
 const char* RecordKey(int type) noexcept {
-    const bool isListed = type >= 0 && static_cast<std::size_t>(type) < kRecordKeys.size();
+    const bool isListed = type >= 0 && static_cast<std::size_t>(type) < std::size(kRecordKeys);
     return isListed ? kRecordKeys[static_cast<std::size_t>(type)] : nullptr;
 }
 

@@ -136,6 +136,7 @@ void StoreAddress::ParseAddress(const wchar_t* text) {
         location = ParseLoc(whole.substr(0, colon).c_str());
         rest = whole.substr(colon + 1);
     }
+    // What begins with a backslash has a host, up to the last one; anything else is a name.
     const std::size_t hostEnd = rest.starts_with(L'\\') ? rest.rfind(L'\\') : 0;
     name = rest.substr(rest.starts_with(L'\\') ? hostEnd + 1 : 0);
     const bool isStored = SetAddress(rest.substr(0, hostEnd).c_str());
@@ -213,6 +214,7 @@ bool StoreAddress::IsLocal() const {
     }
     std::wstring ownHost = localHostName();
     tolower(ownHost);
+    // A machine goes by its short name and by its full one.
     return FirstLabel(host) == FirstLabel(ownHost);
 }
 
@@ -244,6 +246,7 @@ bool StoreAddress::operator==(const StoreAddress& other) {
 }
 
 void StoreAddresses::FromJson(const JsonValue& value) {
+    // Three octets of a request, "{}," make a record of many times as many.
     constexpr std::size_t kMaxEmpty = 4096;
     std::size_t empty = 0;
     for (rapidjson::SizeType i = 0; value.IsArray() && i < value.Size(); ++i) {

@@ -80,6 +80,7 @@ void CCertInfoDlg::ConnectParts() {
         SetCurrentCertificate(index);
         SetPage(ca::kGeneralPage);
     };
+    // Queued: the page is filled anew by what its signal asks for.
     connect(m_pathPage, &ca::CPathPage::Chosen, this, goTo, Qt::QueuedConnection);
     connect(m_structure, &ca::CStructurePage::SaveWanted, this,
             [this] { Run([this] { AskWhereToSaveElement(); }); });

@@ -60,6 +60,7 @@ CDetailsPage::CDetailsPage(QWidget* parent)
     m_text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_textLabel->setBuddy(m_text);
     m_copy->setObjectName("copyButton");
+    // Enter in the search field would press it.
     m_copy->setAutoDefault(false);
 
     auto* split = new QSplitter(Qt::Vertical);

@@ -85,6 +85,7 @@ QString FileLine(const CFileDocument& document, ItemIndex file) {
     const std::vector<ItemIndex>& items = document[file].children;
     const KindCounts counts = CountKinds(document, items);
     QStringList texts = CountTexts(counts);
+    // What is counted only, after the one object, does not make a file one of several objects.
     const bool isOne =
         items.size() == 1 || (items.size() == 2 && document[items.back()].kind == ItemKind::kMore);
     if (isOne) {

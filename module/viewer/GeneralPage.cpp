@@ -28,6 +28,7 @@ QStyle::StandardPixmap PixmapOf(ca::ItemSign sign) {
 
 QLabel* PlainLabel(const QString& text) {
     auto* label = new QLabel;
+    // The texts are of strangers: nothing in them is markup.
     label->setTextFormat(Qt::PlainText);
     label->setText(text);
     return label;

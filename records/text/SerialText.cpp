@@ -7,6 +7,7 @@ namespace {
 
 using Octets = std::span<const unsigned char>;
 
+// A serial number has 20 octets at most (RFC 5280, 4.1.2.2); damaged ones may have more.
 constexpr std::size_t kMaxDigits = 4096;
 
 int DigitValue(wchar_t c) {
@@ -23,6 +24,8 @@ namespace ca {
 
 std::wstring SerialText(Octets octets) {
     if (!IsNegativeInteger(octets)) {
+        // The zero octet that only keeps a number positive is not shown. Others are: numbers of
+        // different octets must not look alike.
         const bool isSignOnly =
             octets.size() > 1 && octets[0] == 0 && IsNegativeInteger(octets.subspan(1));
         return Hex(octets.subspan(isSignOnly ? 1 : 0));
