@@ -17,22 +17,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kSoName = "libmod_foo.so.1";
-
 // Where the library stands relative to the executable: beside it, in an installation, in a build
 // tree. Last the bare name, which the loader looks for by itself.
-std::vector<std::string> Candidates() {
+std::vector<std::string> Candidates(const std::string& provider) {
+    const std::string soName = "libmod_" + provider + ".so.1";
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
     std::vector<std::string> paths;
     for (const char* relative : {".", "../lib", CMHOST_LIBRARY_DIR, "../module"}) {
-        const fs::path path = (folder / relative / kSoName).lexically_normal();
+        const fs::path path = (folder / relative / soName).lexically_normal();
         if (!error && fs::exists(path, error)) {
             paths.push_back(path.string());
         }
         error.clear();
     }
-    paths.emplace_back(kSoName);
+    paths.push_back(soName);
     return paths;
 }
 
@@ -54,9 +53,9 @@ void Resolve(const host::CModuleLibrary& library, const char* name, Function& fu
 
 namespace host {
 
-std::string FindModule(const std::string& path) {
+std::string FindModule(const std::string& path, const std::string& provider) {
     if (path.empty()) {
-        return Candidates().front();
+        return Candidates(provider).front();
     }
     // The loader would look for a bare name in the folders of the system instead.
     return path.find('/') == std::string::npos ? "./" + path : path;

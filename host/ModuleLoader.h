@@ -8,10 +8,10 @@
 
 namespace host {
 
-/// The library that a user means by `path`: "" looks for libmod_foo.so.1 beside the executable,
-/// where an installation and a build tree have it, and leaves it to the loader's own path at last.
-/// A bare name is a file here.
-std::string FindModule(const std::string& path);
+/// The library that a user means by `path`: "" looks for the provider's ("foo": libmod_foo.so.1)
+/// beside the executable, where an installation and a build tree have it, and leaves it to the
+/// loader's own path at last. A bare name is a file here.
+std::string FindModule(const std::string& path, const std::string& provider);
 
 /// A provider of the module interface, loaded with dlopen and known by its C entry points only.
 class CModuleLibrary {

@@ -7,6 +7,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <algorithm>
 #include <chrono>
 
 namespace {
@@ -25,6 +26,14 @@ void BeginLog(const host::ModuleOptions& options, const host::CConfigOverride& c
     if (options.log && !options.silent && !config.GetHiddenFault().empty()) {
         host::Note(config.GetHiddenFault() + ": every setting but the language has its default");
     }
+}
+
+// A part of a file's name; "" or the fault.
+std::string CheckProvider(const std::string& name) {
+    const bool isName = !name.empty() && std::ranges::all_of(name, [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+    });
+    return isName ? std::string() : "a provider's name has small letters, digits and _: " + name;
 }
 
 }  // namespace
@@ -48,11 +57,18 @@ void AddWidthOption(CLI::App& command, std::size_t& width) {
 }
 
 void ModuleOptions::AddTo(CLI::App& command) {
+    CLI::Option* const path =
+        command
+            .add_option("--module", module,
+                        "The provider's library (default: the libmod_foo.so.1 that belongs to this "
+                        "program, else the system's)")
+            ->type_name("PATH");
     command
-        .add_option("--module", module,
-                    "The provider's library (default: the libmod_foo.so.1 that belongs to this "
-                    "program, else the system's)")
-        ->type_name("PATH");
+        .add_option("--provider", provider,
+                    "The provider by its name: that of libmod_NAME.so.1 (default: foo)")
+        ->type_name("NAME")
+        ->check(&CheckProvider, "")
+        ->excludes(path);
     command
         .add_option("--config", config,
                     "Configuration file that the module reads (default: the one it finds)")
@@ -78,7 +94,7 @@ void ModuleOptions::AddTo(CLI::App& command) {
 
 CLoadedModule::CLoadedModule(const ModuleOptions& options)
     : m_config(options.config, options.language, options.pkiConfig),
-      m_path(FindModule(options.module)),
+      m_path(FindModule(options.module, options.provider)),
       m_watch(Harmless(m_path), Milliseconds(options.timeout)),
       m_library(m_path),
       // The log begins before CM_Init, which writes its first lines.

@@ -13,10 +13,11 @@ namespace host {
 
 /// The options shared by every command that loads a module.
 struct ModuleOptions {
-    std::string module;     ///< "" for the search of CModuleLibrary
-    std::string config;     ///< "" for the one the module finds
-    std::string pkiConfig;  ///< likewise
-    std::string language;   ///< "ru", "en" or ""
+    std::string module;            ///< "" for the search of CModuleLibrary
+    std::string provider = "foo";  ///< whose library is searched for
+    std::string config;            ///< "" for the one the module finds
+    std::string pkiConfig;         ///< likewise
+    std::string language;          ///< "ru", "en" or ""
     bool log = false;
     bool silent = false;
     double timeout = 0;  ///< seconds; 0 for none

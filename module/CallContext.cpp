@@ -17,8 +17,8 @@ bool NeedsContext(const ca::CryptRequest& request) {
 
 }  // namespace
 
-CCallContext::CCallContext(ca::CryptPacket& packet, CCryptoModule* module)
-    : m_packet(packet), m_module(module) {
+CCallContext::CCallContext(ca::CryptPacket& packet, CCryptoModule* module, bool mayUseKeys)
+    : m_packet(packet), m_module(module), m_mayUseKeys(mayUseKeys) {
     if (NeedsContext(packet.request)) {
         m_hasParams = !packet.request.extInitParams.empty();
         m_use = module->Clients().Use(packet.request.clientId);

@@ -15,10 +15,13 @@ class CCallContext {
     /// Acquires the client's context, which counts as used and is in use as long as this lives.
     /// Modes that have nothing to do (see the implementation) leave everything empty, unless the
     /// packet's test flag is set.
-    CCallContext(ca::CryptPacket& packet, CCryptoModule* module);
+    /// \param mayUseKeys  the gate is open to the request.
+    CCallContext(ca::CryptPacket& packet, CCryptoModule* module, bool mayUseKeys);
     CCallContext(const CCallContext&) = delete;
     CCallContext& operator=(const CCallContext&) = delete;
     ~CCallContext();
+
+    bool MayUseKeys() const noexcept { return m_mayUseKeys; }
 
     /// The items of the request's "extInitParams". Throws what ca::InitString::Append() throws for
     /// a text that breaks the grammar; the dispatch asks before every operation, so that none runs
@@ -34,6 +37,7 @@ class CCallContext {
     ca::CryptPacket& m_packet;
     CCryptoModule* m_module;
     CClientContextArray::CUse m_use;
+    bool m_mayUseKeys;
     bool m_hasParams = false;  // of the request, still to be read
     ca::InitString m_requestParams;
     std::wstring m_initParams;

@@ -21,7 +21,7 @@ std::size_t TextMemory(std::size_t characters) {
     return characters > inner ? HeapSize((characters + 1) * sizeof(wchar_t)) : 0;
 }
 
-std::size_t StoresMemory(const ca::StoreAddresses& stores) {
+std::size_t StateMemory(const ca::StoreAddresses& stores) {
     if (stores.empty()) {
         return 0;  // one list for all
     }
@@ -33,8 +33,26 @@ std::size_t StoresMemory(const ca::StoreAddresses& stores) {
     return memory;
 }
 
+std::size_t StateMemory(const std::vector<std::vector<unsigned char>>& certificates) {
+    if (certificates.empty()) {
+        return 0;  // likewise
+    }
+    std::size_t memory = HeapSize(sizeof(certificates) + kShared) +
+                         HeapSize(certificates.capacity() * sizeof(certificates.front()));
+    for (const std::vector<unsigned char>& certificate : certificates) {
+        memory += HeapSize(certificate.capacity());
+    }
+    return memory;
+}
+
+std::size_t StateMemory(const CClientContext& context) {
+    return StateMemory(*context.stores) + StateMemory(*context.certificates);
+}
+
 // Made as the library loads: at its first use it would be made under a lock.
 const StoresSnapshot noStores = std::make_shared<const ca::StoreAddresses>();
+const CertificatesSnapshot noCertificates =
+    std::make_shared<const std::vector<std::vector<unsigned char>>>();
 
 // Of two time stamps less than 24 days apart.
 bool IsNotBefore(std::uint32_t later, std::uint32_t earlier) {
@@ -51,7 +69,8 @@ std::uint32_t RealTimeMilliseconds() {
     return static_cast<std::uint32_t>(milliseconds);
 }
 
-CClientContext::CClientContext(CStdStr<wchar_t> id) : stores(noStores), m_id(std::move(id)) {}
+CClientContext::CClientContext(CStdStr<wchar_t> id)
+    : stores(noStores), certificates(noCertificates), m_id(std::move(id)) {}
 
 CClientContextArray::CUse::~CUse() {
     if (m_context) {
@@ -108,17 +127,42 @@ StoresSnapshot CClientContextArray::CurrentStores(std::wstring_view id) const {
 }
 
 bool CClientContextArray::ReplaceStores(std::wstring_view id, ca::StoreAddresses stores) {
+    return Replace(
+        id, &CClientContext::stores,
+        stores.empty() ? noStores : std::make_shared<const ca::StoreAddresses>(std::move(stores)));
+}
+
+CertificatesSnapshot CClientContextArray::TempCertificates(std::wstring_view id) const {
     const ClientKey key(id);
-    const std::size_t memory = MemoryOf(id) + StoresMemory(stores);
-    StoresSnapshot snapshot =
-        stores.empty() ? noStores : std::make_shared<const ca::StoreAddresses>(std::move(stores));
+    const std::lock_guard lock(m_mutex);
+    const auto* found = m_table.Find(key);
+    return found != nullptr ? (*found)->certificates : noCertificates;
+}
+
+bool CClientContextArray::ReplaceTempCertificates(
+    std::wstring_view id, std::vector<std::vector<unsigned char>> certificates) {
+    return Replace(id, &CClientContext::certificates,
+                   certificates.empty()
+                       ? noCertificates
+                       : std::make_shared<const std::vector<std::vector<unsigned char>>>(
+                             std::move(certificates)));
+}
+
+template <class Snapshot>
+bool CClientContextArray::Replace(std::wstring_view id, Snapshot CClientContext::*member,
+                                  Snapshot snapshot) {
+    const ClientKey key(id);
     Dropped dropped;
     const std::lock_guard lock(m_mutex);
+    std::size_t memory = MemoryOf(id) + StateMemory(*snapshot);
+    if (const auto* found = m_table.Find(key)) {
+        memory += StateMemory(**found) - StateMemory(*((**found).*member));
+    }
     if (memory > m_maxMemory) {
         return false;
     }
     CClientContext& context = *FindOrCreate(key);
-    context.stores.swap(snapshot);
+    (context.*member).swap(snapshot);
     m_memory += memory - context.m_memory;
     context.m_memory = memory;
     DropForMemory(dropped);

@@ -19,6 +19,10 @@ class CCryptoModule;
 /// Stores as they were when they were asked for; never null.
 using StoresSnapshot = std::shared_ptr<const ca::StoreAddresses>;
 
+/// Certificates (DER) of a client's temporary store as they were when they were asked for; never
+/// null.
+using CertificatesSnapshot = std::shared_ptr<const std::vector<std::vector<unsigned char>>>;
+
 /// What one client keeps between its requests.
 class CClientContext {
   public:
@@ -29,8 +33,9 @@ class CClientContext {
 
     const CStdStr<wchar_t>& Id() const noexcept { return m_id; }
 
-    StoresSnapshot stores;      ///< the current stores; empty at first
-    std::uint32_t lastUse = 0;  ///< milliseconds of the array's clock
+    StoresSnapshot stores;              ///< the current stores; empty at first
+    CertificatesSnapshot certificates;  ///< of the temporary store; empty at first
+    std::uint32_t lastUse = 0;          ///< milliseconds of the array's clock
 
   private:
     friend class CClientContextArray;  // the rest is its own
@@ -100,6 +105,11 @@ class CClientContextArray {
     ///         memory than all clients may.
     bool ReplaceStores(std::wstring_view id, ca::StoreAddresses stores);
 
+    /// The same of the certificates in the client's temporary store.
+    CertificatesSnapshot TempCertificates(std::wstring_view id) const;
+    bool ReplaceTempCertificates(std::wstring_view id,
+                                 std::vector<std::vector<unsigned char>> certificates);
+
     /// What ids, stores and the tables about them may take together, in octets. Beyond it the
     /// contexts that were idle longest go before their time, but never one that is in use: so the
     /// requests that run may take more for as long as they run.
@@ -119,6 +129,9 @@ class CClientContextArray {
     using Dropped = std::vector<std::shared_ptr<CClientContext>>;
 
     static std::size_t MemoryOf(std::wstring_view id);
+
+    template <class Snapshot>
+    bool Replace(std::wstring_view id, Snapshot CClientContext::*member, Snapshot snapshot);
 
     std::shared_ptr<CClientContext> Acquire(std::wstring_view id);
     void EndUse(std::shared_ptr<CClientContext> context) noexcept;

@@ -290,13 +290,15 @@ void CCryptoModule::CleanUp() {
 }
 
 void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interactive) {
-    CCallContext context(packet, this);
+    // Deliberate: the setting is read once a request, whatever the request is.
+    const bool mayUseKeys = m_config.GetAllowServicePrivateKeyAccess() || interactive;
+    CCallContext context(packet, this, mayUseKeys);
     ca::LogLine(L"clientId =  " + packet.request.clientId, false);
 
     CancellationToken token;
     const CTokenLink link(packet, token);
     try {
-        RunMode(packet, interactive);
+        RunMode(packet);
     } catch (const ca::ReportedException& failure) {
         packet.response.errorCode = failure.errorCode;
     } catch (const ca::Exception& failure) {
@@ -317,13 +319,12 @@ void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interacti
     }
 }
 
-void CCryptoModule::RunMode(ca::CryptPacket& packet, bool interactive) {
-    const bool isAllowed = m_config.GetAllowServicePrivateKeyAccess() || interactive;
+void CCryptoModule::RunMode(ca::CryptPacket& packet) {
     const CModeRow* row = FindMode(packet.request.mode);
     if (row == nullptr) {
         throw ca::Exception(ca::kErrModeNotSupported);
     }
-    if (row->gate == kGated && !isAllowed) {
+    if (row->gate == kGated && !packet.context->MayUseKeys()) {
         throw ca::Exception(ca::kErrPrivateKeyAccess);
     }
     if (row->handler != nullptr && !packet.request.test) {

@@ -118,7 +118,7 @@ class CCryptoModule : public ca::CryptoModule {
     /// The row of a mode; null when there is none.
     static const CModeRow* FindMode(int mode) noexcept;
 
-    void RunMode(ca::CryptPacket& packet, bool interactive);
+    void RunMode(ca::CryptPacket& packet);
 
     // The handlers, by subject in ops/. Each reads the packet's request, asks the provider where an
     // operation is the provider's, puts the results into the response's container, and fails by throwing ca::Exception, whose text says what the code does

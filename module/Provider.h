@@ -49,8 +49,8 @@ struct RawSignature {
 
 /// A certificate that is to be judged.
 struct CheckArguments {
-    std::optional<std::span<const unsigned char>> octets;  ///< file data: the certificate itself
-    const std::wstring& certId;                            ///< else this one of the stores
+    std::optional<std::span<unsigned char>> octets;  ///< file data: the certificate, and what helps
+    const std::wstring& certId;                      ///< else this one of the stores
 };
 
 /// What a provider does for the module: one operation a function. The module has read the request

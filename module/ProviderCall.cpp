@@ -24,6 +24,19 @@ StoreAddresses CProviderCall::Stores() const {
     return *m_module.Clients().CurrentStores(m_packet.request.clientId);
 }
 
+CertificatesSnapshot CProviderCall::TempCertificates() const {
+    return m_module.Clients().TempCertificates(m_packet.request.clientId);
+}
+
+bool CProviderCall::ReplaceTempCertificates(std::vector<std::vector<unsigned char>> certificates) {
+    return m_module.Clients().ReplaceTempCertificates(m_packet.request.clientId,
+                                                      std::move(certificates));
+}
+
+bool CProviderCall::MayUseKeys() const {
+    return m_packet.context->MayUseKeys();
+}
+
 InitString CProviderCall::Params() const {
     return InitString(m_packet.context->InitParams());
 }

@@ -6,6 +6,7 @@
 #include "module/CryptPacket.h"
 
 #include <string>
+#include <vector>
 
 class CCryptoModule;
 
@@ -24,6 +25,12 @@ class CProviderCall {
     /// The stores that the request brings ("storeAddresses", "storeAddress", "currentStores", the
     /// first that has any), else the client's current ones. May be empty.
     StoreAddresses Stores() const;
+    /// The certificates (DER) in the client's temporary store, and others in their place. False,
+    /// with everything as it was, when they take more memory than all clients may.
+    CertificatesSnapshot TempCertificates() const;
+    bool ReplaceTempCertificates(std::vector<std::vector<unsigned char>> certificates);
+    /// The request may use private keys: the gate is open to it.
+    bool MayUseKeys() const;
     /// The parameters of the call. May hold passwords, see InitString::ToLogString(). Throws 16268
     /// for a text that breaks the grammar.
     InitString Params() const;

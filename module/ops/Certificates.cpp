@@ -6,7 +6,6 @@
 #include "module/Provider.h"
 #include "module/ProviderCall.h"
 #include "module/RecordTypes.h"
-#include "module/ops/RequestPayload.h"
 #include "records/FileData.h"
 #include "records/StringArray.h"
 
@@ -39,8 +38,11 @@ void CCryptoModule::GetCertInfo2(ca::CryptPacket& packet) {
 // Judges the certificate of the file data, or the one that the request names.
 void CCryptoModule::CertValidation(ca::CryptPacket& packet) {
     ca::CProviderCall call(packet, *this);
-    m_provider->CertValidation(call, {ca::PayloadOctets(packet), packet.request.senderCertId},
-                               packet.Response());
+    ca::FileData* const payload = ca::FindFileData(packet.Request());
+    const auto octets = payload != nullptr
+                            ? std::optional(std::span(payload->data(), payload->size()))
+                            : std::nullopt;
+    m_provider->CertValidation(call, {octets, packet.request.senderCertId}, packet.Response());
 }
 
 void CCryptoModule::ParseCert(ca::CryptPacket& packet) {

@@ -13,6 +13,7 @@
 
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -25,16 +26,17 @@ ca::CLazy<std::vector<ca::Base64Wrapper>> messageWrappers([] {
     };
 });
 
-// The octets that are to be signed: the file data, decoded where it is Base64.
-ca::Blob DecodedInput(ca::CryptPacket& packet) {
-    ca::Blob input;
-    if (const ca::FileData* payload = ca::FindFileData(packet.Request())) {
-        unsigned char* octets = nullptr;
-        unsigned length = 0;
-        ca::DecodeBase64IfNeeded(payload->data(), payload->size(), messageWrappers.Get(), &octets,
-                                 length);
-        input.Adopt(ca::BytePtr(octets), length);
+// The file data decoded, where they are Base64; none where they are not.
+std::optional<ca::Blob> DecodedInput(ca::CryptPacket& packet) {
+    const ca::FileData* const payload = ca::FindFileData(packet.Request());
+    unsigned char* octets = nullptr;
+    unsigned length = 0;
+    if (payload == nullptr || !ca::DecodeBase64IfNeeded(payload->data(), payload->size(),
+                                                        messageWrappers.Get(), &octets, length)) {
+        return std::nullopt;
     }
+    ca::Blob input;
+    input.Adopt(ca::BytePtr(octets), length);
     return input;
 }
 
@@ -78,10 +80,10 @@ void Answer(CCryptoModule& module, ca::IProvider& provider, SignOperation operat
 // The same of file data that may be Base64 text.
 void AnswerMessage(CCryptoModule& module, ca::IProvider& provider, SignOperation operation,
                    ca::CryptPacket& packet) {
-    const ca::Blob content = DecodedInput(packet);
+    const std::optional<ca::Blob> decoded = DecodedInput(packet);
     ca::SignArguments arguments = ArgumentsOf(packet);
-    if (arguments.content) {
-        arguments.content = content.Octets();
+    if (decoded) {
+        arguments.content = decoded->Octets();
     }
     Answer(module, provider, operation, packet, arguments);
     LogEvent(SetZORNAMessage(kMsgSignatureWritten), false);

@@ -1,4 +1,4 @@
-# Compares what the library at LIBRARY exports, and the name it goes by, with the interface.
+# Compares what the library at LIBRARY exports with the interface, and the name it goes by with SONAME.
 
 set(expected CM_Free CM_Init CM_ProcessClientRequest _Z17createCertInfoDlgv)
 
@@ -13,6 +13,7 @@ endif()
 
 execute_process(COMMAND ${READELF} -d ${LIBRARY}
     OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
-if(NOT dynamic MATCHES "SONAME[^\n]*\\[libmod_foo\\.so\\.1\\]")
-    message(FATAL_ERROR "the SONAME is not libmod_foo.so.1")
+string(REPLACE "." "\\." name "${SONAME}")
+if(NOT dynamic MATCHES "SONAME[^\n]*\\[${name}\\]")
+    message(FATAL_ERROR "the SONAME is not ${SONAME}")
 endif()

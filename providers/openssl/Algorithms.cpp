@@ -1,0 +1,69 @@
+#include "providers/openssl/Algorithms.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "providers/openssl/ProviderWords.h"
+
+#include <algorithm>
+
+namespace {
+
+// "SHA-256" and "SHA256" are one name; identifiers are taken as they are.
+std::string NameOf(const std::wstring& text) {
+    std::string name = ca::u16u8(text);
+    std::erase_if(name, [](char c) { return c == ' ' || c == '_'; });
+    return name;
+}
+
+const char* DefaultDigest(const EVP_PKEY* key) {
+    if (key != nullptr && ca::SignsWholeMessage(key)) {
+        return "SHA512";
+    }
+    const bool isCurve = key != nullptr && EVP_PKEY_is_a(key, "EC") == 1;
+    const int bits = isCurve ? EVP_PKEY_get_bits(key) : 0;
+    return bits > 384 ? "SHA512" : bits > 256 ? "SHA384" : "SHA256";
+}
+
+}  // namespace
+
+namespace ca {
+
+bool SignsWholeMessage(const EVP_PKEY* key) {
+    return EVP_PKEY_is_a(key, "ED25519") == 1 || EVP_PKEY_is_a(key, "ED448") == 1;
+}
+
+DigestPtr ChooseDigest(const COpenSslLibrary& library, const PkiAlgorithms& allowed,
+                       const std::wstring& name, const EVP_PKEY* key) {
+    DigestPtr digest = library.FindDigest(name.empty() ? DefaultDigest(key) : NameOf(name));
+    const std::wstring oid = Dotted(OBJ_nid2obj(EVP_MD_get_type(digest.get())));
+    if (!IsDigestAllowed(allowed, oid)) {
+        throw Exception(kErrParameters, Say(Words::kAlgorithmNotAllowed) + oid);
+    }
+    return digest;
+}
+
+bool IsDigestAllowed(const PkiAlgorithms& allowed, const std::wstring& oid) {
+    return std::ranges::find(allowed.digests, oid) != allowed.digests.end();
+}
+
+bool IsSignatureAllowed(const PkiAlgorithms& allowed, const std::wstring& oid) {
+    return std::ranges::find(allowed.signatures, oid) != allowed.signatures.end();
+}
+
+// Other families have one size only.
+bool IsKeyAllowed(const PkiAlgorithms& allowed, const EVP_PKEY* key) {
+    const int bits = EVP_PKEY_get_bits(key);
+    if (EVP_PKEY_is_a(key, "RSA") == 1 || EVP_PKEY_is_a(key, "RSA-PSS") == 1) {
+        return bits >= allowed.minRsaBits;
+    }
+    return EVP_PKEY_is_a(key, "EC") != 1 || bits >= allowed.minEcBits;
+}
+
+std::wstring Dotted(const ASN1_OBJECT* oid) {
+    char text[128] = "";
+    OBJ_obj2txt(text, sizeof text, oid, /*no_name=*/1);
+    return u8u16(text);
+}
+
+}  // namespace ca

@@ -1,0 +1,231 @@
+#include "providers/openssl/Chain.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
+#include "common/Exception.h"
+#include "common/InitString.h"
+#include "providers/openssl/Algorithms.h"
+#include "providers/openssl/ChainReasons.h"
+#include "providers/openssl/ProviderWords.h"
+
+#include <openssl/x509v3.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace {
+
+struct VerdictRow {
+    int error;
+    std::uint32_t code;
+};
+
+constexpr VerdictRow kVerdicts[] = {
+#define CA_VERDICT(error, code) {X509_V_ERR_##error, ca::code},
+#include "providers/openssl/VerdictTable.inc"
+#undef CA_VERDICT
+};
+
+// What a policy that takes an unknown state passes over: there is no list, or none that counts now.
+constexpr int kUnknownState[] = {X509_V_ERR_UNABLE_TO_GET_CRL, X509_V_ERR_CRL_HAS_EXPIRED,
+                                 X509_V_ERR_CRL_NOT_YET_VALID, X509_V_ERR_DIFFERENT_CRL_SCOPE,
+                                 X509_V_ERR_UNABLE_TO_GET_CRL_ISSUER};
+
+// OpenSSL's callback gets the rules through the context's application data.
+int PassOver(int isGood, X509_STORE_CTX* context) {
+    const auto* const rules =
+        static_cast<const ca::ChainRules*>(X509_STORE_CTX_get_app_data(context));
+    const int error = X509_STORE_CTX_get_error(context);
+    const bool isPassed =
+        (rules->policy.revocation == ca::RevocationCheck::kIfKnown &&
+         std::ranges::find(kUnknownState, error) != std::end(kUnknownState)) ||
+        (rules->policy.allowSelfSigned && error == X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT);
+    if (isGood == 0 && isPassed) {
+        X509_STORE_CTX_set_error(context, X509_V_OK);
+        return 1;
+    }
+    return isGood;
+}
+
+void SetRules(X509_VERIFY_PARAM* param, const ca::PkiSettings& pki, const ca::ChainRules& rules) {
+    unsigned long flags =
+        X509_V_FLAG_CHECK_SS_SIGNATURE | X509_V_FLAG_TRUSTED_FIRST | X509_V_FLAG_POLICY_CHECK;
+    flags |= rules.policy.checkTime ? 0 : X509_V_FLAG_NO_CHECK_TIME;
+    const bool isRevocationChecked =
+        pki.crl.enabled && rules.policy.revocation != ca::RevocationCheck::kNone;
+    flags |= isRevocationChecked ? X509_V_FLAG_CRL_CHECK | X509_V_FLAG_CRL_CHECK_ALL |
+                                       X509_V_FLAG_EXTENDED_CRL_SUPPORT | X509_V_FLAG_USE_DELTAS
+                                 : 0;
+    flags |= rules.isPolicyExplicit ? X509_V_FLAG_EXPLICIT_POLICY : 0;
+    flags |= rules.isMappingInhibited ? X509_V_FLAG_INHIBIT_MAP : 0;
+    flags |= rules.isAnyInhibited ? X509_V_FLAG_INHIBIT_ANY : 0;
+    X509_VERIFY_PARAM_set_flags(param, flags);
+    X509_VERIFY_PARAM_set_depth(param, pki.trust.maxPathLength);
+    if (rules.time) {
+        X509_VERIFY_PARAM_set_time(param, *rules.time);
+    }
+    std::vector<std::string> policies = rules.policies;
+    if (policies.empty()) {
+        policies.emplace_back("2.5.29.32.0");  // without one, OpenSSL takes the empty set
+    }
+    for (const std::string& policy : policies) {
+        X509_VERIFY_PARAM_add0_policy(
+            param, ca::Require(OBJ_txt2obj(policy.c_str(), /*no_name=*/1), ca::kErrParameters));
+    }
+}
+
+struct UsageBit {
+    const wchar_t* name;
+    std::uint32_t bit;
+};
+constexpr UsageBit kUsageBits[] = {
+    {L"digitalSignature", KU_DIGITAL_SIGNATURE},
+    {L"nonRepudiation", KU_NON_REPUDIATION},
+    {L"keyEncipherment", KU_KEY_ENCIPHERMENT},
+    {L"dataEncipherment", KU_DATA_ENCIPHERMENT},
+    {L"keyAgreement", KU_KEY_AGREEMENT},
+    {L"keyCertSign", KU_KEY_CERT_SIGN},
+    {L"cRLSign", KU_CRL_SIGN},
+    {L"encipherOnly", KU_ENCIPHER_ONLY},
+    {L"decipherOnly", KU_DECIPHER_ONLY},
+};
+
+// A certificate without the extension is for every use (RFC 5280 4.2.1.3, 4.2.1.12).
+bool HasUsages(X509* certificate, const ca::PkiPolicy& policy) {
+    const std::uint32_t bits = X509_get_key_usage(certificate);
+    for (const std::wstring& name : policy.keyUsage) {
+        const auto* const row = std::ranges::find(kUsageBits, name, &UsageBit::name);
+        if (row == std::end(kUsageBits) || (bits & row->bit) == 0) {
+            return false;
+        }
+    }
+    if (policy.extendedKeyUsage.empty()) {
+        return true;
+    }
+    using PurposesPtr = ca::Owned<EXTENDED_KEY_USAGE, &EXTENDED_KEY_USAGE_free>;
+    const PurposesPtr purposes(static_cast<EXTENDED_KEY_USAGE*>(
+        X509_get_ext_d2i(certificate, NID_ext_key_usage, nullptr, nullptr)));
+    return std::ranges::all_of(policy.extendedKeyUsage, [&](const std::wstring& wanted) {
+        for (int i = 0; purposes != nullptr && i < sk_ASN1_OBJECT_num(purposes.get()); ++i) {
+            if (ca::Dotted(sk_ASN1_OBJECT_value(purposes.get(), i)) == wanted) {
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
+// The anchor's own signature proves nothing, so its algorithm does not count.
+bool HasAllowedAlgorithms(const std::vector<ca::X509Ptr>& chain, const ca::PkiAlgorithms& allowed) {
+    for (std::size_t i = 0; i < chain.size(); ++i) {
+        const X509_ALGOR* algorithm = nullptr;
+        X509_get0_signature(nullptr, &algorithm, chain[i].get());
+        const bool isAnchor = i != 0 && i + 1 == chain.size();
+        const EVP_PKEY* const key = X509_get0_pubkey(chain[i].get());
+        if ((!isAnchor && !ca::IsSignatureAllowed(allowed, ca::Dotted(algorithm->algorithm))) ||
+            key == nullptr || !ca::IsKeyAllowed(allowed, key)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::vector<ca::X509Ptr> ChainOf(X509_STORE_CTX* context) {
+    std::vector<ca::X509Ptr> chain;
+    const STACK_OF(X509)* const built = X509_STORE_CTX_get0_chain(context);
+    for (int i = 0; i < sk_X509_num(built); ++i) {
+        X509* const each = sk_X509_value(built, i);
+        X509_up_ref(each);
+        chain.emplace_back(each);
+    }
+    return chain;
+}
+
+}  // namespace
+
+namespace ca {
+
+std::uint32_t VerdictCode(int error) noexcept {
+    if (error == X509_V_OK) {
+        return kErrChainValid;
+    }
+    const auto* const row = std::ranges::find(kVerdicts, error, &VerdictRow::error);
+    return row != std::end(kVerdicts) ? row->code : kChainWrongUsage;
+}
+
+ChainRules RulesOf(const CProviderCall& call, const PkiPolicy& policy) {
+    const InitString params = call.Params();
+    ChainRules rules;
+    rules.policy = policy;
+    constexpr auto kLatest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (params.Find(L"VERIFY_TIME") != nullptr) {
+        rules.time = static_cast<std::time_t>(params.GetUnsigned(L"VERIFY_TIME", 0, kLatest, 0));
+    }
+    for (const std::wstring& oid : policy.certificatePolicies) {
+        rules.policies.push_back(u16u8(oid));
+    }
+    rules.isPolicyExplicit = !rules.policies.empty();
+    if (const std::wstring* const given = params.Find(L"POLICY_SET")) {
+        std::vector<std::wstring> oids;
+        Split(*given, L",", oids);
+        for (const std::wstring& oid : oids) {
+            rules.policies.push_back(u16u8(oid));
+        }
+    }
+    const auto isSet = [&](const wchar_t* name) { return params.GetUnsigned(name, 0, 1, 0) == 1; };
+    rules.isPolicyExplicit = isSet(L"POLICY_EXPLICIT") || rules.isPolicyExplicit;
+    rules.isMappingInhibited = isSet(L"POLICY_INHIBIT_MAPPING");
+    rules.isAnyInhibited = isSet(L"POLICY_INHIBIT_ANY");
+    return rules;
+}
+
+ChainVerdict CChain::Judge(const CProviderCall& call, X509* certificate,
+                           const Companions& companions, const ChainRules& rules) const {
+    const PkiSettings& pki = call.Pki();
+    const TrustPtrShared trust = m_trust.Get(call);
+    const ChainContextPtr context(
+        Require(X509_STORE_CTX_new_ex(m_library.Context(), nullptr), kErrExecution));
+    Require(X509_STORE_CTX_init(context.get(), trust->store.get(), certificate,
+                                companions.certificates.get()),
+            kErrExecution);
+    X509_STORE_CTX_set0_crls(context.get(), companions.crls.get());
+    X509_STORE_CTX_set_app_data(context.get(), const_cast<ChainRules*>(&rules));
+    X509_STORE_CTX_set_verify_cb(context.get(), &PassOver);
+    SetRules(X509_STORE_CTX_get0_param(context.get()), pki, rules);
+
+    const bool isGood = X509_verify_cert(context.get()) == 1;
+    const int error = X509_STORE_CTX_get_error(context.get());
+    ChainVerdict verdict;
+    verdict.chain = ChainOf(context.get());
+    // Whatever OpenSSL says of a failure without an error of its own is none of success.
+    verdict.code = isGood               ? std::uint32_t{kErrChainValid}
+                   : error == X509_V_OK ? std::uint32_t{kChainPartial}
+                                        : VerdictCode(error);
+    std::wstring why;
+    if (!isGood) {
+        why = u8u16(X509_verify_cert_error_string(error));
+    } else if (!HasUsages(certificate, rules.policy)) {
+        verdict.code = kChainWrongUsage;
+    } else if (!HasAllowedAlgorithms(verdict.chain, pki.algorithms)) {
+        verdict.code = kChainSignatureInvalid;
+        why = Say(Words::kAlgorithmsNotAllowed);
+    }
+    verdict.text = ::GetErrorMessage(verdict.code, /*prefix=*/false);
+    verdict.reasons = ChainReasons(verdict, why, X509_STORE_CTX_get_error_depth(context.get()),
+                                   {companions.crls.get(), &trust->crls, rules, pki.crl.enabled});
+    return verdict;
+}
+
+std::vector<X509Ptr> CChain::Build(const CProviderCall& call, X509* certificate) const {
+    const TrustPtrShared trust = m_trust.Get(call);
+    const ChainContextPtr context(
+        Require(X509_STORE_CTX_new_ex(m_library.Context(), nullptr), kErrExecution));
+    Require(X509_STORE_CTX_init(context.get(), trust->store.get(), certificate, nullptr),
+            kErrExecution);
+    X509_verify_cert(context.get());  // whatever it says of them
+    return ChainOf(context.get());
+}
+
+}  // namespace ca

@@ -1,0 +1,93 @@
+#include "providers/openssl/ChainReasons.h"
+
+#include "common/DecimalText.h"
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "providers/openssl/ProviderWords.h"
+
+#include <algorithm>
+
+namespace {
+
+std::wstring TimeText(const ASN1_TIME* time) {
+    std::tm parts{};
+    if (time == nullptr || ASN1_TIME_to_tm(time, &parts) != 1) {
+        return L"?";
+    }
+    char text[32] = "";
+    std::strftime(text, sizeof text, "%d.%m.%Y %H:%M:%S UTC", &parts);
+    return ca::u8u16(text);
+}
+
+// RFC 2253 with the characters of the name as they are; the log and the screen make it printable.
+std::wstring NameText(const X509_NAME* name) {
+    const ca::BioPtr text(BIO_new(BIO_s_mem()));
+    constexpr unsigned long kFlags = (XN_FLAG_RFC2253 & ~ASN1_STRFLGS_ESC_MSB);
+    if (text == nullptr || X509_NAME_print_ex(text.get(), name, /*indent=*/0, kFlags) < 0) {
+        return L"?";
+    }
+    char* from = nullptr;
+    const long size = BIO_get_mem_data(text.get(), &from);
+    return ca::u8u16(std::string(from, static_cast<std::size_t>(size)));
+}
+
+// The newest list of an issuer.
+const X509_CRL* FindList(const X509* certificate, const ca::ChainEvidence& evidence,
+                         bool& isFromMessage) {
+    const X509_CRL* best = nullptr;
+    const auto look = [&](const X509_CRL* list, bool fromMessage) {
+        const bool isIts =
+            X509_NAME_cmp(X509_CRL_get_issuer(list), X509_get_issuer_name(certificate)) == 0;
+        if (isIts && (best == nullptr || ASN1_TIME_compare(X509_CRL_get0_lastUpdate(list),
+                                                           X509_CRL_get0_lastUpdate(best)) > 0)) {
+            best = list;
+            isFromMessage = fromMessage;
+        }
+    };
+    for (int i = 0; i < sk_X509_CRL_num(evidence.fromMessage); ++i) {
+        look(sk_X509_CRL_value(evidence.fromMessage, i), true);
+    }
+    for (const ca::CrlPtr& list : *evidence.fromStores) {
+        look(list.get(), false);
+    }
+    return best;
+}
+
+std::wstring RevocationText(const X509* certificate, const ca::ChainEvidence& evidence) {
+    if (!evidence.isCrlEnabled || evidence.rules.policy.revocation == ca::RevocationCheck::kNone) {
+        return ca::Say(ca::Words::kRevocationNotChecked);
+    }
+    bool isFromMessage = false;
+    const X509_CRL* const list = FindList(certificate, evidence, isFromMessage);
+    if (list == nullptr) {
+        return ca::Say(ca::Words::kRevocationUnknown);
+    }
+    return ca::Say(ca::Words::kRevocationList) + TimeText(X509_CRL_get0_lastUpdate(list)) +
+           ca::Say(ca::Words::kValidTo) + TimeText(X509_CRL_get0_nextUpdate(list)) +
+           ca::Say(isFromMessage ? ca::Words::kFromMessage : ca::Words::kFromStores);
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring ChainReasons(const ChainVerdict& verdict, const std::wstring& why, int depth,
+                          const ChainEvidence& evidence) {
+    std::wstring text;
+    const bool isComplete = verdict.code == kErrChainValid;
+    for (std::size_t i = 0; i < verdict.chain.size(); ++i) {
+        const X509* const each = verdict.chain[i].get();
+        const bool isAnchor = isComplete && i + 1 == verdict.chain.size();
+        text += (text.empty() ? L"" : L"\n") + DecimalText(i + 1) + L". " +
+                NameText(X509_get_subject_name(each)) + Say(Words::kValidFrom) +
+                TimeText(X509_get0_notBefore(each)) + Say(Words::kValidTo) +
+                TimeText(X509_get0_notAfter(each)) + L"; ";
+        text += isAnchor ? Say(Words::kTrustedRoot) : RevocationText(each, evidence);
+        if (!isComplete && !why.empty() && static_cast<int>(i) == depth) {
+            text += L"; " + why;
+        }
+    }
+    return text;
+}
+
+}  // namespace ca

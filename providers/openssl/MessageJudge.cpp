@@ -1,0 +1,275 @@
+#include "providers/openssl/MessageJudge.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/ErrorMessageHelper.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "common/Log.h"
+#include "providers/openssl/Algorithms.h"
+#include "providers/openssl/ProviderWords.h"
+#include "providers/openssl/SignedAttributes.h"
+#include "records/CertInfoFill.h"
+#include "records/SignInfo.h"
+
+#include <openssl/ess.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr int kReadAtOnce = 65536;
+// A message without attributes, whose content type is not "data", is not signed as such
+// (RFC 5652 5.3); attributes may stand there once only.
+constexpr int kOnceOnly = -3;
+
+// The content type that is signed must be that of the content (RFC 5652 11.1).
+bool IsTypeRight(const CMS_SignerInfo* signer, const ASN1_OBJECT* contentType) {
+    const void* const found = CMS_signed_get0_data_by_OBJ(
+        signer, OBJ_nid2obj(NID_pkcs9_contentType), kOnceOnly, V_ASN1_OBJECT);
+    return found != nullptr && OBJ_cmp(static_cast<const ASN1_OBJECT*>(found), contentType) == 0;
+}
+
+template <class T, auto read>
+T* ReadAttribute(const CMS_SignerInfo* signer, int nid) {
+    const auto* const value = static_cast<const ASN1_STRING*>(
+        CMS_signed_get0_data_by_OBJ(signer, OBJ_nid2obj(nid), kOnceOnly, V_ASN1_SEQUENCE));
+    if (value == nullptr) {
+        return nullptr;
+    }
+    const unsigned char* at = ASN1_STRING_get0_data(value);
+    return read(nullptr, &at, ASN1_STRING_length(value));
+}
+
+// The certificate is the one that was meant (RFC 5035 5.4), where the signature says which.
+bool IsCertificateMeant(const CMS_SignerInfo* signer, X509* certificate,
+                        const STACK_OF(X509) * others, const std::vector<ca::X509Ptr>& chain) {
+    using FirstPtr = ca::Owned<ESS_SIGNING_CERT, &ESS_SIGNING_CERT_free>;
+    using SecondPtr = ca::Owned<ESS_SIGNING_CERT_V2, &ESS_SIGNING_CERT_V2_free>;
+    const bool hasFirst =
+        CMS_signed_get_attr_by_NID(signer, NID_id_smime_aa_signingCertificate, -1) >= 0;
+    const bool hasSecond =
+        CMS_signed_get_attr_by_NID(signer, NID_id_smime_aa_signingCertificateV2, -1) >= 0;
+    const FirstPtr first(ReadAttribute<ESS_SIGNING_CERT, &d2i_ESS_SIGNING_CERT>(
+        signer, NID_id_smime_aa_signingCertificate));
+    const SecondPtr second(ReadAttribute<ESS_SIGNING_CERT_V2, &d2i_ESS_SIGNING_CERT_V2>(
+        signer, NID_id_smime_aa_signingCertificateV2));
+    if ((hasFirst && first == nullptr) || (hasSecond && second == nullptr)) {
+        return false;  // one that cannot be read says nothing good
+    }
+    // The first one that it names is the signer's; the others, issuers, are to be among these.
+    const ca::CertificatesPtr known(sk_X509_new_null());
+    X509_up_ref(certificate);
+    sk_X509_push(known.get(), certificate);
+    const auto add = [&](X509* each) {
+        X509_up_ref(each);
+        sk_X509_push(known.get(), each);
+    };
+    for (int i = 0; i < sk_X509_num(others); ++i) {
+        add(sk_X509_value(others, i));
+    }
+    std::ranges::for_each(chain, add, &ca::X509Ptr::get);
+    return OSSL_ESS_check_signing_certs(first.get(), second.get(), known.get(),
+                                        /*require_signing_cert=*/0) > 0;
+}
+
+// What is shown must be what was verified: the description may have found another certificate that
+// fits the signer, or none.
+void ShowCertificate(const X509* certificate, ca::SignInfo& record) {
+    std::vector<unsigned char> der = ca::EncodingOf(certificate);
+    if (ca::Sha1Hex(der) != record.signCert.id) {
+        ca::CertInfo shown;
+        ca::FillCertInfo(der, shown);
+        record.signCert = std::move(shown);
+    }
+}
+
+void Fill(std::uint32_t code, std::wstring text, ca::SignInfo& record) {
+    record.verifyResultEx.signatureVerifyResult = code;
+    record.verifyResultEx.signatureVerifyResultString = text;
+    record.verifyResult = std::move(text);
+}
+
+}  // namespace
+
+namespace ca {
+
+std::wstring SignatureText(std::uint32_t code) {
+    return code == kErrChainValid ? SetZORNAMessage(kMsgSignatureValid)
+                                  : ::GetErrorMessage(code, /*prefix=*/false);
+}
+
+CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, const CChain& chain,
+                             const CProviderCall& call, const VerifyArguments& what)
+    : m_library(library),
+      m_stores(stores),
+      m_chain(chain),
+      m_call(call),
+      m_rules(RulesOf(call, call.Pki().policies.signing)) {
+    const CErrorScope scope;
+    if (!Read(what.message) || !Digest(what)) {
+        return;
+    }
+    FindSigners();
+    m_companions = {CertificatesPtr(CMS_get1_certs(m_message.get())),
+                    CrlsPtr(CMS_get1_crls(m_message.get()))};
+    if (what.extracted != nullptr) {
+        GiveContent(*what.extracted);
+    }
+}
+
+bool CMessageJudge::Read(std::span<const unsigned char> message) {
+    CMS_ContentInfo* fresh =
+        Require(CMS_ContentInfo_new_ex(m_library.Context(), nullptr), kErrExecution);
+    const unsigned char* at = message.data();
+    m_message.reset(d2i_CMS_ContentInfo(&fresh, &at, static_cast<long>(message.size())));
+    const bool isSigned =
+        m_message != nullptr && OBJ_obj2nid(CMS_get0_type(m_message.get())) == NID_pkcs7_signed;
+    if (!isSigned) {
+        LogLine(Say(Words::kMessageNotRead), /*flag=*/true);
+    }
+    return isSigned;
+}
+
+// Reads the content through its digests, without a copy.
+bool CMessageJudge::Digest(const VerifyArguments& what) {
+    ASN1_OCTET_STRING** const held = CMS_get0_content(m_message.get());
+    if (held != nullptr && *held != nullptr) {
+        m_content = ReadingBio(
+            {ASN1_STRING_get0_data(*held), static_cast<std::size_t>(ASN1_STRING_length(*held))});
+    } else if (what.content) {
+        m_content = ReadingBio(*what.content);
+    } else {
+        LogLine(Say(Words::kContentMissing), /*flag=*/true);
+        return false;
+    }
+    BIO* const chain = CMS_dataInit(m_message.get(), m_content.get());
+    if (chain == nullptr) {
+        LogLine(Say(Words::kMessageNotRead), /*flag=*/true);
+        return false;
+    }
+    std::vector<char> passed(kReadAtOnce);
+    while (BIO_read(chain, passed.data(), kReadAtOnce) > 0) {
+    }
+    m_digests.reset(chain);
+    static_cast<void>(m_content.release());  // its end now belongs to the chain
+    return true;
+}
+
+void CMessageJudge::GiveContent(FileData& extracted) const {
+    ASN1_OCTET_STRING** const held = CMS_get0_content(m_message.get());
+    if (held != nullptr && *held != nullptr) {
+        extracted.Assign(ASN1_STRING_get0_data(*held),
+                         static_cast<std::uint32_t>(ASN1_STRING_length(*held)));
+    }
+}
+
+// Among the certificates of the message, then among those of the stores.
+void CMessageJudge::FindSigners() {
+    CMS_set1_signers_certs(m_message.get(), nullptr, 0);
+    STACK_OF(CMS_SignerInfo)* const signers = CMS_get0_SignerInfos(m_message.get());
+    std::vector<CMS_SignerInfo*> unknown;
+    for (int i = 0; i < sk_CMS_SignerInfo_num(signers); ++i) {
+        X509* certificate = nullptr;
+        CMS_SignerInfo* const each = sk_CMS_SignerInfo_value(signers, i);
+        CMS_SignerInfo_get0_algs(each, nullptr, &certificate, nullptr, nullptr);
+        if (certificate == nullptr) {
+            unknown.push_back(each);
+        }
+    }
+    if (unknown.empty()) {
+        return;
+    }
+    std::vector<StoreContentPtr> contents;
+    for (const StoreAddress& store : m_call.Stores()) {
+        contents.push_back(m_stores.Content(m_call, store));
+    }
+    for (const wchar_t* name : {kStoreMy, L"AddressBook", L"CA"}) {
+        std::ranges::move(m_stores.Named(m_call, name), std::back_inserter(contents));
+    }
+    for (const StoreContentPtr& content : contents) {
+        for (const StoredCertificate& stored : content->certificates) {
+            const X509Ptr certificate = m_library.ReadCertificate(stored.der);
+            std::erase_if(unknown, [&](CMS_SignerInfo* each) {
+                const bool isIts = CMS_SignerInfo_cert_cmp(each, certificate.get()) == 0;
+                if (isIts) {
+                    CMS_SignerInfo_set1_signer_cert(each, certificate.get());
+                }
+                return isIts;
+            });
+        }
+    }
+}
+
+void CMessageJudge::Judge(std::size_t signer, SignInfo& record) {
+    const CErrorScope scope;
+    STACK_OF(CMS_SignerInfo)* const signers =
+        m_digests != nullptr ? CMS_get0_SignerInfos(m_message.get()) : nullptr;
+    if (signers == nullptr || signer >= static_cast<std::size_t>(sk_CMS_SignerInfo_num(signers))) {
+        return;
+    }
+    CMS_SignerInfo* const each = sk_CMS_SignerInfo_value(signers, static_cast<int>(signer));
+    EVP_PKEY* key = nullptr;
+    X509* certificate = nullptr;
+    CMS_SignerInfo_get0_algs(each, &key, &certificate, nullptr, nullptr);
+    if (certificate == nullptr || key == nullptr) {
+        LogLine(Say(Words::kSignerUnknown), /*flag=*/true);
+        return;
+    }
+    const ChainVerdict verdict = m_chain.Judge(m_call, certificate, m_companions, m_rules);
+    std::wstring why;
+    const std::uint32_t code = CheckValue(each, certificate, key, verdict.chain, why);
+    const std::wstring text = SignatureText(code);
+    Fill(code, why.empty() ? text : text + L": " + why, record);
+    ShowCertificate(certificate, record);
+    FillChain(verdict, record);
+}
+
+std::uint32_t CMessageJudge::CheckValue(CMS_SignerInfo* signer, X509* certificate, EVP_PKEY* key,
+                                        const std::vector<X509Ptr>& chain,
+                                        std::wstring& why) const {
+    X509_ALGOR* digest = nullptr;
+    X509_ALGOR* signature = nullptr;
+    CMS_SignerInfo_get0_algs(signer, nullptr, nullptr, &digest, &signature);
+    const PkiAlgorithms& allowed = m_call.Pki().algorithms;
+    if (const std::wstring oid = Dotted(digest->algorithm); !IsDigestAllowed(allowed, oid)) {
+        why = Say(Words::kAlgorithmNotAllowed) + oid;
+        return kErrSignatureInvalid;
+    }
+    const bool hasAttributes = CMS_signed_get_attr_count(signer) > 0;
+    const ASN1_OBJECT* const type = CMS_get0_eContentType(m_message.get());
+    if (hasAttributes ? !IsTypeRight(signer, type) : OBJ_obj2nid(type) != NID_pkcs7_data) {
+        why = Say(Words::kAttributesWrong);
+        return kErrSignatureInvalid;
+    }
+    const bool isWhole = SignsWholeMessage(key);
+    const bool isValueGood = !hasAttributes ? !isWhole
+                             : isWhole      ? VerifyAttributes(signer, key)
+                                            : CMS_SignerInfo_verify(signer) == 1;
+    if (!isValueGood) {
+        return kErrSignatureInvalid;
+    }
+    if (CMS_SignerInfo_verify_content(signer, m_digests.get()) != 1) {
+        why = Say(Words::kOtherContent);
+        return kErrSignatureInvalid;
+    }
+    if (!IsCertificateMeant(signer, certificate, m_companions.certificates.get(), chain)) {
+        why = Say(Words::kOtherCertificate);
+        return kErrSignatureInvalid;
+    }
+    return kErrChainValid;
+}
+
+void CMessageJudge::FillChain(const ChainVerdict& verdict, SignInfo& record) {
+    record.verifyResultEx.certificateVerifyResult = verdict.code;
+    record.verifyResultEx.certificateVerifyResultString = verdict.text + L'\n' + verdict.reasons;
+    record.signCert.validityNumber = verdict.code;
+    record.signCert.validity = verdict.text;
+    if (record.verifyResultEx.signatureVerifyResult == kErrChainValid &&
+        verdict.code != kErrChainValid) {
+        record.verifyResult = verdict.text;  // the one line that hosts show
+    }
+}
+
+}  // namespace ca

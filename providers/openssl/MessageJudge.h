@@ -1,0 +1,47 @@
+#pragma once
+
+#include "module/Provider.h"
+#include "providers/openssl/Chain.h"
+#include "providers/openssl/Stores.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ca {
+
+/// Verifies the signatures of one message, each by itself: its value, the attributes that bind it
+/// to content and certificate, and the chain of its certificate. What could not be checked keeps
+/// "not verified", and the log says why.
+class CMessageJudge : public ISignatureJudge {
+  public:
+    /// The references and the views of `what` outlive the judge.
+    CMessageJudge(const COpenSslLibrary& library, CStores& stores, const CChain& chain,
+                  const CProviderCall& call, const VerifyArguments& what);
+
+    void Judge(std::size_t signer, SignInfo& record) override;
+
+  private:
+    bool Read(std::span<const unsigned char> message);
+    bool Digest(const VerifyArguments& what);
+    void GiveContent(FileData& extracted) const;
+    void FindSigners();
+    std::uint32_t CheckValue(CMS_SignerInfo* signer, X509* certificate, EVP_PKEY* key,
+                             const std::vector<X509Ptr>& chain, std::wstring& why) const;
+    static void FillChain(const ChainVerdict& verdict, SignInfo& record);
+
+    const COpenSslLibrary& m_library;
+    CStores& m_stores;
+    const CChain& m_chain;
+    const CProviderCall& m_call;
+    CmsPtr m_message;
+    BioPtr m_content;  // what is read through m_digests
+    BioPtr m_digests;  // the digests of the content; null: nothing can be verified
+    Companions m_companions;
+    ChainRules m_rules;
+};
+
+/// The text of a signature's code: 16200 is that of a whole chain for certificates.
+std::wstring SignatureText(std::uint32_t code);
+
+}  // namespace ca

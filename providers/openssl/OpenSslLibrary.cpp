@@ -1,0 +1,121 @@
+#include "providers/openssl/OpenSslLibrary.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+
+#include <openssl/cmserr.h>
+#include <openssl/err.h>
+#include <openssl/evperr.h>
+#include <openssl/pkcs12err.h>
+#include <openssl/proverr.h>
+#include <openssl/provider.h>
+#include <openssl/x509err.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <new>
+
+namespace {
+
+struct FaultRow {
+    int library;
+    int reason;
+    std::uint32_t code;
+};
+
+constexpr FaultRow kFaults[] = {
+#define CA_OPENSSL_FAULT(library, reason, code) {library, reason, ca::code},
+#include "providers/openssl/OpenSslFaultTable.inc"
+#undef CA_OPENSSL_FAULT
+};
+
+}  // namespace
+
+namespace ca {
+
+// Deliberate: nothing is initialised by OPENSSL_init_crypto(). Its options are the process's, once
+// for all: to go without a configuration file here would leave the host without its own.
+COpenSslLibrary::COpenSslLibrary() : m_context(OSSL_LIB_CTX_new()) {
+    const CErrorScope scope;
+    if (m_context == nullptr) {
+        throw std::bad_alloc();
+    }
+    if (OSSL_PROVIDER_load(m_context, "default") == nullptr) {
+        OSSL_LIB_CTX_free(m_context);
+        throw Exception(kErrPkcs11Load);
+    }
+    // Old PKCS #12 files are encrypted with RC2 and the like; where it is not installed they stay
+    // closed, which is told when one is opened.
+    OSSL_PROVIDER_load(m_context, "legacy");
+}
+
+COpenSslLibrary::~COpenSslLibrary() {
+    OSSL_LIB_CTX_free(m_context);  // with its providers
+}
+
+X509Ptr COpenSslLibrary::ReadCertificate(std::span<const unsigned char> der) const {
+    X509* fresh = Require(X509_new_ex(m_context, nullptr), kErrExecution);
+    const unsigned char* at = der.data();
+    // d2i frees what it was given when it fails.
+    X509Ptr certificate(d2i_X509(&fresh, &at, static_cast<long>(der.size())));
+    if (certificate == nullptr || at != der.data() + der.size()) {
+        ThrowOpenSsl(kErrCertificate);
+    }
+    return certificate;
+}
+
+CrlPtr COpenSslLibrary::ReadCrl(std::span<const unsigned char> der) const {
+    X509_CRL* fresh = Require(X509_CRL_new_ex(m_context, nullptr), kErrExecution);
+    const unsigned char* at = der.data();
+    return CrlPtr(d2i_X509_CRL(&fresh, &at, static_cast<long>(der.size())));
+}
+
+DigestPtr COpenSslLibrary::FindDigest(const std::string& name) const {
+    DigestPtr digest(EVP_MD_fetch(m_context, name.c_str(), nullptr));
+    if (digest == nullptr) {
+        throw Exception(kErrModeNotSupported, u8u16("digest " + name));
+    }
+    return digest;
+}
+
+CErrorScope::CErrorScope() noexcept {
+    ERR_set_mark();
+}
+
+CErrorScope::~CErrorScope() {
+    ERR_pop_to_mark();
+}
+
+void ThrowOpenSsl(std::uint32_t code, const char* file, long line) {
+    const char* data = nullptr;
+    int flags = 0;
+    const unsigned long error = ERR_peek_last_error_data(&data, &flags);
+    if (ERR_GET_REASON(error) == ERR_R_MALLOC_FAILURE) {
+        throw std::bad_alloc();
+    }
+    const auto* const row = std::ranges::find_if(kFaults, [&](const FaultRow& each) {
+        return each.library == ERR_GET_LIB(error) && each.reason == ERR_GET_REASON(error);
+    });
+    char text[256] = "";
+    if (error != 0) {
+        ERR_error_string_n(error, text, sizeof text);
+    }
+    std::string words = text;
+    if (data != nullptr && (flags & ERR_TXT_STRING) != 0 && *data != '\0') {
+        words.append(": ").append(data);
+    }
+    throw Exception(row != std::end(kFaults) ? row->code : code, u8u16(words), file, line);
+}
+
+BioPtr ReadingBio(std::span<const unsigned char> octets) {
+    if (octets.size() > std::numeric_limits<int>::max()) {
+        throw Exception(kErrParameters);
+    }
+    static constexpr unsigned char kNothing = 0;  // null is an error there
+    const unsigned char* const from = octets.empty() ? &kNothing : octets.data();
+    return BioPtr(Require(BIO_new_mem_buf(from, static_cast<int>(octets.size())), kErrExecution));
+}
+
+}  // namespace ca

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "providers/openssl/Owners.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <type_traits>
+
+namespace ca {
+
+/// A library context of OpenSSL for this provider alone: what the host configured in its own, with
+/// a configuration file, engines or default properties, does not count here, and nothing that is
+/// done here changes it. Safe from any thread.
+class COpenSslLibrary {
+  public:
+    /// Throws ca::Exception 16400 when OpenSSL has no default provider to give.
+    COpenSslLibrary();
+    COpenSslLibrary(const COpenSslLibrary&) = delete;
+    COpenSslLibrary& operator=(const COpenSslLibrary&) = delete;
+    ~COpenSslLibrary();
+
+    OSSL_LIB_CTX* Context() const noexcept { return m_context; }
+
+    /// The certificate of exactly these octets. Throws 16113.
+    X509Ptr ReadCertificate(std::span<const unsigned char> der) const;
+    /// The revocation list that octets begin with; null for none.
+    CrlPtr ReadCrl(std::span<const unsigned char> der) const;
+    /// The digest of a name ("SHA256") or dotted identifier. Throws 16303 for one that there is not.
+    DigestPtr FindDigest(const std::string& name) const;
+
+  private:
+    OSSL_LIB_CTX* m_context;
+};
+
+/// Keeps the thread's queue of OpenSSL errors, which is the host's too, as it was before.
+class CErrorScope {
+  public:
+    CErrorScope() noexcept;
+    CErrorScope(const CErrorScope&) = delete;
+    CErrorScope& operator=(const CErrorScope&) = delete;
+    ~CErrorScope();
+};
+
+/// Throws what the latest failure of OpenSSL in this thread means: its code by
+/// OpenSslFaultTable.inc, else `code`; what OpenSSL says of it is the exception's text, for the log.
+[[noreturn]] void ThrowOpenSsl(std::uint32_t code, const char* file = __builtin_FILE(),
+                               long line = __builtin_LINE());
+
+/// Throws likewise for a null object or a result that is not positive.
+template <class T>
+T Require(T result, std::uint32_t code, const char* file = __builtin_FILE(),
+          long line = __builtin_LINE()) {
+    bool isGood = false;
+    if constexpr (std::is_pointer_v<T>) {
+        isGood = result != nullptr;
+    } else {
+        isGood = result > 0;
+    }
+    if (!isGood) {
+        ThrowOpenSsl(code, file, line);
+    }
+    return result;
+}
+
+/// A view of octets as OpenSSL reads them; for fewer than 2^31 octets, else 16268.
+BioPtr ReadingBio(std::span<const unsigned char> octets);
+
+}  // namespace ca

@@ -1,0 +1,157 @@
+#include "providers/openssl/SignedMessage.h"
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/HeapPtr.h"
+#include "providers/openssl/Algorithms.h"
+#include "providers/openssl/SignedAttributes.h"
+
+#include <openssl/core_names.h>
+#include <openssl/params.h>
+#include <openssl/rsa.h>
+
+#include <limits>
+
+namespace {
+
+// The signature is made by Finish() or CMS_final(); capabilities of a mail reader mean nothing here.
+constexpr unsigned kSignerFlags =
+    CMS_PARTIAL | CMS_BINARY | CMS_NOSMIMECAP | CMS_NOCERTS | CMS_CADES;
+
+// The algorithm with its parameters, which OpenSSL writes by itself only where it has the content.
+void SetAlgorithm(CMS_SignerInfo* signer) {
+    using AlgorithmPtr = ca::Owned<X509_ALGOR, &X509_ALGOR_free>;
+    unsigned char octets[256];
+    OSSL_PARAM wanted[] = {
+        OSSL_PARAM_construct_octet_string(OSSL_SIGNATURE_PARAM_ALGORITHM_ID, octets, sizeof octets),
+        OSSL_PARAM_construct_end()};
+    ca::Require(EVP_PKEY_CTX_get_params(CMS_SignerInfo_get0_pkey_ctx(signer), wanted),
+                ca::kErrExecution);
+    const unsigned char* at = octets;
+    const AlgorithmPtr made(ca::Require(
+        d2i_X509_ALGOR(nullptr, &at, static_cast<long>(wanted[0].return_size)), ca::kErrExecution));
+    X509_ALGOR* algorithm = nullptr;
+    CMS_SignerInfo_get0_algs(signer, nullptr, nullptr, nullptr, &algorithm);
+    ca::Require(X509_ALGOR_copy(algorithm, made.get()), ca::kErrExecution);
+}
+
+}  // namespace
+
+namespace ca {
+
+std::vector<unsigned char> DigestOf(const EVP_MD* digest, std::span<const unsigned char> octets) {
+    std::vector<unsigned char> value(EVP_MAX_MD_SIZE);
+    unsigned size = 0;
+    Require(EVP_Digest(octets.data(), octets.size(), value.data(), &size, digest, nullptr),
+            kErrExecution);
+    value.resize(size);
+    return value;
+}
+
+CSignedMessage::CSignedMessage(const COpenSslLibrary& library)
+    : m_library(library),
+      m_message(
+          Require(CMS_sign_ex(nullptr, nullptr, nullptr, nullptr,
+                              CMS_PARTIAL | CMS_BINARY | CMS_DETACHED, library.Context(), nullptr),
+                  kErrExecution)) {}
+
+CSignedMessage::CSignedMessage(const COpenSslLibrary& library,
+                               std::span<const unsigned char> message)
+    : m_library(library) {
+    CMS_ContentInfo* fresh =
+        Require(CMS_ContentInfo_new_ex(library.Context(), nullptr), kErrExecution);
+    const unsigned char* at = message.data();
+    m_message.reset(d2i_CMS_ContentInfo(&fresh, &at, static_cast<long>(message.size())));
+    if (m_message == nullptr) {
+        ThrowOpenSsl(kErrNoSignedData);
+    }
+    if (OBJ_obj2nid(CMS_get0_type(m_message.get())) != NID_pkcs7_signed) {
+        throw Exception(kErrNoSignedData);
+    }
+}
+
+CMS_SignerInfo* CSignedMessage::NewSigner(const Signer& signer) {
+    const bool isPss = signer.isPss || EVP_PKEY_is_a(signer.key.get(), "RSA-PSS") == 1;
+    CMS_SignerInfo* const added =
+        Require(CMS_add1_signer(m_message.get(), signer.certificate.get(), signer.key.get(),
+                                signer.digest.get(), kSignerFlags | (isPss ? CMS_KEY_PARAM : 0U)),
+                kErrExecution);
+    if (isPss) {
+        EVP_PKEY_CTX* const context = CMS_SignerInfo_get0_pkey_ctx(added);
+        Require(EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_PSS_PADDING), kErrExecution);
+        Require(EVP_PKEY_CTX_set_rsa_pss_saltlen(context, RSA_PSS_SALTLEN_DIGEST), kErrExecution);
+    }
+    for (const X509Ptr& each : signer.companions) {
+        // One that is there already is no fault.
+        CMS_add1_cert(m_message.get(), each.get());
+    }
+    return added;
+}
+
+void CSignedMessage::SignContent(const Signer& signer, std::span<const unsigned char> content,
+                                 bool isAttached) {
+    if (SignsWholeMessage(signer.key.get())) {
+        if (isAttached) {
+            CMS_set_detached(m_message.get(), 0);
+            ASN1_OCTET_STRING* const held =
+                *Require(CMS_get0_content(m_message.get()), kErrExecution);
+            if (content.size() > std::numeric_limits<int>::max()) {
+                throw Exception(kErrParameters);
+            }
+            Require(ASN1_STRING_set(held, content.data(), static_cast<int>(content.size())),
+                    kErrExecution);
+            held->flags &= ~ASN1_STRING_FLAG_CONT;  // nothing streams into it any more
+        }
+        Finish(NewSigner(signer), signer, DigestOf(signer.digest.get(), content));
+        return;
+    }
+    CMS_set_detached(m_message.get(), isAttached ? 0 : 1);
+    NewSigner(signer);
+    const BioPtr data = ReadingBio(content);
+    const unsigned flags = CMS_BINARY | (isAttached ? 0U : CMS_DETACHED);
+    Require(CMS_final(m_message.get(), data.get(), nullptr, flags), kErrExecution);
+}
+
+void CSignedMessage::SignDigest(const Signer& signer, std::span<const unsigned char> digest) {
+    if (digest.size() != static_cast<std::size_t>(EVP_MD_get_size(signer.digest.get()))) {
+        throw Exception(kErrParameters);
+    }
+    Finish(NewSigner(signer), signer, digest);
+}
+
+void CSignedMessage::AddSignature(const Signer& signer,
+                                  std::optional<std::span<const unsigned char>> content) {
+    ASN1_OCTET_STRING** const held = CMS_get0_content(m_message.get());
+    if (held != nullptr && *held != nullptr) {
+        content = {ASN1_STRING_get0_data(*held),
+                   static_cast<std::size_t>(ASN1_STRING_length(*held))};
+    }
+    if (!content) {
+        throw Exception(kErrNeedMoreData);
+    }
+    Finish(NewSigner(signer), signer, DigestOf(signer.digest.get(), *content));
+}
+
+void CSignedMessage::Finish(CMS_SignerInfo* added, const Signer& signer,
+                            std::span<const unsigned char> digest) {
+    AddContentAttributes(added, CMS_get0_eContentType(m_message.get()), digest);
+    if (SignsWholeMessage(signer.key.get())) {
+        SignAttributes(added, signer.key.get());
+    } else {
+        if (CMS_SignerInfo_get0_pkey_ctx(added) != nullptr) {
+            SetAlgorithm(added);
+        }
+        Require(CMS_SignerInfo_sign(added), kErrExecution);
+    }
+}
+
+void CSignedMessage::Write(FileData& encoded) const {
+    const int size = Require(i2d_CMS_ContentInfo(m_message.get(), nullptr), kErrExecution);
+    BytePtr block(
+        static_cast<unsigned char*>(CCRTAllocator::Allocate(static_cast<std::size_t>(size))));
+    unsigned char* at = block.Get();
+    Require(i2d_CMS_ContentInfo(m_message.get(), &at), kErrExecution);
+    encoded.Adopt(std::move(block), static_cast<std::uint32_t>(size));
+}
+
+}  // namespace ca

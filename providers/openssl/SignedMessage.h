@@ -1,0 +1,52 @@
+#pragma once
+
+#include "providers/openssl/OpenSslLibrary.h"
+#include "records/FileData.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace ca {
+
+/// Who signs, and how.
+struct Signer {
+    X509Ptr certificate;
+    KeyPtr key;
+    DigestPtr digest;
+    bool isPss = false;               ///< RSASSA-PSS with an RSA key (RFC 4056)
+    std::vector<X509Ptr> companions;  ///< certificates that the message is to carry
+};
+
+/// A CMS SignedData (RFC 5652 5) that is being signed, with the attributes of CAdES-BES (ETSI EN
+/// 319 122-1): content type, digest, signing time, signing certificate.
+class CSignedMessage {
+  public:
+    /// A message without signers.
+    explicit CSignedMessage(const COpenSslLibrary& library);
+    /// One that has some. Throws 16308 for what is no signed message.
+    CSignedMessage(const COpenSslLibrary& library, std::span<const unsigned char> message);
+
+    /// Signs content, which the message holds afterwards when `isAttached`; for a message without
+    /// signers only. Throws what OpenSSL's failure means.
+    void SignContent(const Signer& signer, std::span<const unsigned char> content, bool isAttached);
+    /// Signs content by its digest, which the message does not hold.
+    void SignDigest(const Signer& signer, std::span<const unsigned char> digest);
+    /// Adds a signature over the same content as the others'.
+    /// \param content  where the message does not hold it. Throws 16307 when it is missing.
+    void AddSignature(const Signer& signer, std::optional<std::span<const unsigned char>> content);
+
+    void Write(FileData& encoded) const;
+
+  private:
+    CMS_SignerInfo* NewSigner(const Signer& signer);
+    void Finish(CMS_SignerInfo* added, const Signer& signer, std::span<const unsigned char> digest);
+
+    const COpenSslLibrary& m_library;
+    CmsPtr m_message;
+};
+
+/// The digest of octets.
+std::vector<unsigned char> DigestOf(const EVP_MD* digest, std::span<const unsigned char> octets);
+
+}  // namespace ca

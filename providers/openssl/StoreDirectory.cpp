@@ -1,0 +1,265 @@
+#include "providers/openssl/StoreDirectory.h"
+
+#include "common/AtomicFile.h"
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/Log.h"
+#include "providers/openssl/ProviderWords.h"
+#include "providers/openssl/SecretText.h"
+#include "records/CertInfoFill.h"
+#include "records/CertificateBundle.h"
+#include "records/CrlInfoFill.h"
+#include "records/Payload.h"
+
+#include <algorithm>
+#include <ctime>
+#include <dirent.h>
+#include <mutex>
+#include <set>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kMaxFile = std::size_t{64} << 20U;    // octets of one file of a store
+constexpr std::size_t kMaxStore = std::size_t{256} << 20U;  // octets of a store's files together
+constexpr std::size_t kMaxFiles = 100000;
+// A change within this time of another one may leave the directory's time as it is.
+constexpr std::int64_t kSettledAfter = 100'000'000;  // nanoseconds
+
+std::int64_t Nanoseconds(const timespec& time) {
+    return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
+std::int64_t Now() {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    return Nanoseconds(now);
+}
+
+std::string Stem(const std::string& name) {
+    return name.substr(0, name.rfind('.'));
+}
+
+// The names in a directory, sorted.
+std::set<std::string> NamesIn(const std::string& path) {
+    std::set<std::string> names;
+    const ca::Owned<DIR, &::closedir> directory(::opendir(path.c_str()));
+    if (directory == nullptr) {
+        return names;
+    }
+    while (const dirent* entry = ::readdir(directory.get())) {
+        if (entry->d_name[0] != '.') {
+            names.emplace(entry->d_name);
+        }
+        if (names.size() > kMaxFiles) {
+            throw ca::Exception(ca::kErrStore,
+                                ca::Say(ca::Words::kStoreTooLarge) + ca::PathToWString(path));
+        }
+    }
+    return names;
+}
+
+std::span<unsigned char> Octets(std::string& text) {
+    return {reinterpret_cast<unsigned char*>(text.data()), text.size()};
+}
+
+// Objects of a key's file; their octets are cleansed when they are given up.
+class CSecretItems {
+  public:
+    explicit CSecretItems(std::string& text)
+        : m_text(text), m_items(ca::DecodePayload(Octets(text))) {}
+    CSecretItems(const CSecretItems&) = delete;
+    CSecretItems& operator=(const CSecretItems&) = delete;
+    ~CSecretItems() {
+        for (const ca::PayloadItem& item : m_items) {
+            OPENSSL_cleanse(item.octets.data(), item.octets.size());
+        }
+        ca::CSecretText::Cleanse(m_text);
+    }
+
+    const std::vector<ca::PayloadItem>& Get() const { return m_items; }
+
+  private:
+    std::string& m_text;
+    std::vector<ca::PayloadItem> m_items;
+};
+
+}  // namespace
+
+namespace ca {
+
+const StoredCertificate* StoreContent::Find(std::wstring_view id) const {
+    const auto found = byId.find(id);
+    return found != byId.end() ? &certificates[found->second] : nullptr;
+}
+
+CStoreDirectory::CStoreDirectory(const COpenSslLibrary& library, std::string path)
+    : m_library(library),
+      m_path(std::move(path)),
+      m_content(std::make_shared<const StoreContent>()) {}
+
+CStoreDirectory::Stamp CStoreDirectory::StampOf(const std::string& path, bool& isFile) {
+    struct stat info = {};
+    if (::stat(path.c_str(), &info) != 0) {
+        isFile = false;
+        return {};
+    }
+    isFile = S_ISREG(info.st_mode);
+    return {info.st_dev, info.st_ino, Nanoseconds(info.st_ctim), info.st_size};
+}
+
+StoreContentPtr CStoreDirectory::Content() {
+    bool isFile = false;
+    const Stamp stamp = StampOf(m_path, isFile);
+    Files former;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (stamp == m_stamp && m_isSettled) {
+            return m_content;
+        }
+        former = m_files;
+    }
+    const bool isSettled = Now() - stamp.changed > kSettledAfter;
+    Files files = ReadFiles(former);
+    StoreContentPtr content = Join(files);
+    const std::lock_guard lock(m_mutex);
+    m_stamp = stamp;
+    m_isSettled = isSettled;
+    m_files.swap(files);
+    m_content = content;
+    return content;
+}
+
+CStoreDirectory::Files CStoreDirectory::ReadFiles(const Files& former) const {
+    Files files;
+    std::size_t octets = 0;
+    bool isFile = false;
+    StampOf(m_path, isFile);
+    for (const std::string& name : isFile ? std::set<std::string>{""} : NamesIn(m_path)) {
+        const std::string path = name.empty() ? m_path : m_path + '/' + name;
+        const Stamp stamp = StampOf(path, isFile);
+        if (!isFile || stamp.size > static_cast<std::int64_t>(kMaxFile)) {
+            continue;
+        }
+        octets += static_cast<std::size_t>(stamp.size);
+        if (octets > kMaxStore) {
+            throw Exception(kErrStore, Say(Words::kStoreTooLarge) + PathToWString(m_path));
+        }
+        const auto known = former.find(name);
+        const bool isSame = known != former.end() && known->second->stamp == stamp;
+        files.emplace(name, isSame ? known->second : ReadFile(path, stamp));
+    }
+    return files;
+}
+
+// What cannot be read is passed over: one bad file does not close a store.
+std::shared_ptr<const CStoreDirectory::File> CStoreDirectory::ReadFile(const std::string& path,
+                                                                       const Stamp& stamp) const {
+    auto file = std::make_shared<File>();
+    file->stamp = stamp;
+    std::string text;
+    if (ReadWholeFile(path, kMaxFile, text) != FileStatus::kDone) {
+        return file;
+    }
+    const CSecretItems items(text);
+    CertificateBundle bundle;
+    for (const PayloadItem& item : items.Get()) {
+        CollectCertificates(item.octets, bundle);
+        const KeyForm form = KeyFormOf(item);
+        if (form == KeyForm::kEncrypted) {
+            file->keys.emplace_back();
+        } else if (const ObjectKind* kind = RecogniseObject(SourceOf(item));
+                   kind != nullptr && kind->reader == ObjectReader::kCrl) {
+            const std::span<unsigned char> list = FindCrl(item.octets);
+            file->crls.emplace_back(list.begin(), list.end());
+        } else if (form == KeyForm::kPlain) {
+            try {
+                const KeyPtr key = ReadKey(m_library, item.octets, form, {});
+                file->keys.push_back({PublicKeyDigest(key.get())});
+            } catch (const Exception& fault) {
+                LogLine(PathToWString(path) + L": " + fault.message, /*flag=*/true);
+            }
+        }
+    }
+    for (const auto& der : bundle.certificates) {
+        file->certificates.push_back({Sha1Hex(der), {der.begin(), der.end()}, {}});
+    }
+    return file;
+}
+
+StoreContentPtr CStoreDirectory::Join(const Files& files) const {
+    const bool hasKeys =
+        std::ranges::any_of(files, [](const auto& each) { return !each.second->keys.empty(); });
+    auto content = std::make_shared<StoreContent>();
+    std::set<std::wstring_view> known;
+    for (const auto& [name, file] : files) {
+        content->crls.insert(content->crls.end(), file->crls.begin(), file->crls.end());
+        for (const StoredCertificate& certificate : file->certificates) {
+            if (known.insert(certificate.id).second) {
+                content->certificates.push_back(certificate);
+                content->certificates.back().keyFile =
+                    hasKeys ? FindKeyFile(files, name, certificate) : std::string();
+            }
+        }
+    }
+    for (std::size_t i = 0; i < content->certificates.size(); ++i) {
+        content->byId.emplace(content->certificates[i].id, i);
+    }
+    return content;
+}
+
+std::string CStoreDirectory::FindKeyFile(const Files& files, const std::string& name,
+                                         const StoredCertificate& certificate) const {
+    std::wstring digest;
+    try {
+        const X509Ptr parsed = m_library.ReadCertificate(certificate.der);
+        digest = PublicKeyDigest(X509_get0_pubkey(parsed.get()));
+    } catch (const Exception&) {
+        return {};  // nothing that a key could belong to
+    }
+    for (const auto& [each, file] : files) {
+        for (const FoundKey& key : file->keys) {
+            const bool isEncrypted = key.publicDigest.empty();
+            if (isEncrypted ? Stem(each) == Stem(name) : key.publicDigest == digest) {
+                return each.empty() ? m_path : m_path + '/' + each;
+            }
+        }
+    }
+    return {};
+}
+
+KeyPtr CStoreDirectory::LoadKey(const COpenSslLibrary& library,
+                                const StoredCertificate& certificate,
+                                const PasswordSource& password) {
+    if (certificate.keyFile.empty()) {
+        throw Exception(kErrStore, Say(Words::kNoKey) + certificate.id);
+    }
+    const std::wstring shown = PathToWString(certificate.keyFile);
+    struct stat info = {};
+    std::string text;
+    if (::stat(certificate.keyFile.c_str(), &info) != 0 ||
+        ReadWholeFile(certificate.keyFile, kMaxFile, text) != FileStatus::kDone) {
+        throw Exception(kErrStore, Say(Words::kKeyNotRead) + shown);
+    }
+    const CSecretItems items(text);
+    if ((info.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+        throw Exception(kErrStore, Say(Words::kKeyIsOpen) + shown);
+    }
+    const X509Ptr parsed = library.ReadCertificate(certificate.der);
+    for (const PayloadItem& item : items.Get()) {
+        const KeyForm form = KeyFormOf(item);
+        if (form == KeyForm::kNone) {
+            continue;
+        }
+        KeyPtr key = ReadKey(library, item.octets, form, password);
+        if (EVP_PKEY_eq(key.get(), X509_get0_pubkey(parsed.get())) == 1) {
+            return key;
+        }
+    }
+    throw Exception(kErrStore, Say(Words::kNoKey) + certificate.id);
+}
+
+}  // namespace ca

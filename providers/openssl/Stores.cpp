@@ -1,0 +1,164 @@
+#include "providers/openssl/Stores.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+#include "common/Lng.h"
+#include "providers/openssl/ProviderWords.h"
+#include "records/CertInfoFill.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <mutex>
+#include <pwd.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+constexpr const wchar_t* kOwnStores[] = {ca::kStoreMy, L"Root", L"CA", L"AddressBook"};
+constexpr std::size_t kLongestName = 64;
+
+// Where the user's data are (XDG Base Directory Specification); not what a caller says in a set-uid
+// or set-gid program.
+std::string UserData() {
+    const char* const data = ::secure_getenv("XDG_DATA_HOME");
+    if (data != nullptr && *data == '/') {
+        return data;
+    }
+    if (const char* const home = ::secure_getenv("HOME"); home != nullptr && *home == '/') {
+        return std::string(home) + "/.local/share";
+    }
+    std::vector<char> buffer(16384);
+    struct passwd entry = {};
+    struct passwd* found = nullptr;
+    ::getpwuid_r(::geteuid(), &entry, buffer.data(), buffer.size(), &found);
+    return found != nullptr ? std::string(found->pw_dir) + "/.local/share" : std::string();
+}
+
+std::string RootOf(const ca::PkiStores& settings, int location) {
+    if (location == ca::kLocationLocalMachine) {
+        return settings.machine.empty() ? "/var/lib/ZORNA/stores"
+                                        : ca::PathFromWString(settings.machine);
+    }
+    return settings.user.empty() ? UserData() + "/ZORNA/stores"
+                                 : ca::PathFromWString(settings.user);
+}
+
+// A store's name comes from a client: it may not lead out of the root. Those that every user has are
+// written alike in whatever case they are asked for.
+std::string DirectoryName(const std::wstring& name) {
+    std::wstring lowered = name;
+    ca::tolower(lowered);
+    for (const std::wstring known : kOwnStores) {
+        std::wstring same = known;
+        ca::tolower(same);
+        if (same == lowered) {
+            return ca::u16u8(known);
+        }
+    }
+    const bool isName =
+        !name.empty() && name.size() <= kLongestName && name.front() != L'.' &&
+        std::ranges::all_of(name, [](wchar_t c) { return c >= L' ' && c != L'/' && c != 0x7F; });
+    return isName ? ca::u16u8(name) : std::string();
+}
+
+}  // namespace
+
+namespace ca {
+
+std::vector<std::wstring> CStores::OwnNames() {
+    std::vector<std::wstring> names(std::begin(kOwnStores), std::end(kOwnStores));
+    names.emplace_back(kStoreTemporary);
+    return names;
+}
+
+std::string CStores::PathOf(const CProviderCall& call, const StoreAddress& store) {
+    const bool isHere = store.location == kLocationCurrentUser ||
+                        (store.location == kLocationLocalMachine && store.IsLocal());
+    const std::string name = DirectoryName(store.name);
+    const std::string root = RootOf(call.Pki().stores, store.location);
+    if (!isHere || name.empty() || root.empty()) {
+        throw Exception(kErrStoreAddress, Say(Words::kStoreElsewhere));
+    }
+    return root + '/' + name;
+}
+
+std::shared_ptr<CStoreDirectory> CStores::Directory(const std::string& path) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (const auto known = m_directories.find(path); known != m_directories.end()) {
+            return known->second;
+        }
+    }
+    // Outside of the lock: it has one of its own. Where another thread was faster, that one counts.
+    auto fresh = std::make_shared<CStoreDirectory>(m_library, path);
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) {
+        return fresh;  // names of stores that are not there are the client's: they are not kept
+    }
+    const std::lock_guard lock(m_mutex);
+    return m_directories.try_emplace(path, fresh).first->second;
+}
+
+StoreContentPtr CStores::Content(const CProviderCall& call, const StoreAddress& store) {
+    if (!store.IsTempStore()) {
+        return Directory(PathOf(call, store))->Content();
+    }
+    auto content = std::make_shared<StoreContent>();
+    const CertificatesSnapshot held = call.TempCertificates();
+    for (const std::vector<unsigned char>& der : *held) {
+        content->certificates.push_back({Sha1Hex(der), der, {}});
+    }
+    for (std::size_t i = 0; i < content->certificates.size(); ++i) {
+        content->byId.emplace(content->certificates[i].id, i);
+    }
+    return content;
+}
+
+StoreContentPtr CStores::At(const std::string& path) {
+    return Directory(path)->Content();
+}
+
+std::vector<StoreContentPtr> CStores::Named(const CProviderCall& call, const wchar_t* name) {
+    return {Content(call, StoreAddress(name, /*machine=*/false)),
+            Content(call, StoreAddress(name, /*machine=*/true))};
+}
+
+std::optional<StoredCertificate> CStores::Find(const CProviderCall& call, const std::wstring& id) {
+    std::wstring lowered = id;
+    ca::tolower(lowered);
+    for (const StoreAddress& store : call.Stores()) {
+        const StoreContentPtr content = Content(call, store);
+        if (const StoredCertificate* found = content->Find(lowered)) {
+            return *found;
+        }
+    }
+    StoreAddress temporary;
+    temporary.name = kStoreTemporary;
+    std::vector<StoreContentPtr> all{Content(call, temporary)};
+    for (const wchar_t* name : kOwnStores) {
+        std::ranges::move(Named(call, name), std::back_inserter(all));
+    }
+    for (const StoreContentPtr& content : all) {
+        if (const StoredCertificate* found = content->Find(lowered)) {
+            return *found;
+        }
+    }
+    return std::nullopt;
+}
+
+StoredCertificate CStores::Require(const CProviderCall& call, const std::wstring& id) {
+    if (id.empty()) {
+        throw Exception(kErrNoArgumentData, Say(Words::kNoCertificateNamed));
+    }
+    std::optional<StoredCertificate> found = Find(call, id);
+    if (!found) {
+        throw Exception(kErrStore, SetZORNAMessage(kMsgNoSuchCertificate) + (L'"' + id + L'"'));
+    }
+    return std::move(*found);
+}
+
+}  // namespace ca

@@ -1,0 +1,275 @@
+#include "tests/openssl/OpenSslFixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+const std::string kContent = "Dear Ann,\nthe draft is done.\n";
+
+/// With users' keys, the roots and the authority in their stores.
+class SignaturesTest : public OpenSslTest {
+  protected:
+    SignaturesTest() {
+        for (const char* name : {"alice", "bob", "pss", "ed", "revoked", "encipher", "expired"}) {
+            Put(std::string("user/MY/") + name + ".crt", Pki(std::string(name) + ".crt"));
+            Put(std::string("user/MY/") + name + ".key", Pki(std::string(name) + ".key"));
+            std::filesystem::permissions(Store(std::string("MY/") + name + ".key"),
+                                         std::filesystem::perms(0600));
+        }
+        Put("user/Root/root.crt", Pki("root.crt"));
+        Put("user/CA/ca.crt", Pki("ca.crt"));
+        Put("content", kContent);
+    }
+
+    static std::string By(const std::string& name) {
+        return R"(,"senderCertId":")" + Id(name + ".crt") + '"';
+    }
+    /// The octets of an answer's file data.
+    Answer Ask(int mode, const std::string& octets, const std::string& members = "") {
+        return Call(R"({"mode":)" + std::to_string(mode) + R"(,"fileData":")" + Base64(octets) +
+                    '"' + members + "}");
+    }
+    std::string Make(int mode, const std::string& octets, const std::string& members = "") {
+        const Answer answer = CallRaw(R"("mode":)" + std::to_string(mode) + members, octets);
+        EXPECT_EQ(answer.Code(), 0U) << answer.text;
+        return answer.raw;
+    }
+    std::string Sign(const std::string& members) {
+        return Make(14, kContent, R"(,"isAttached":true)" + members);
+    }
+    /// "signature/certificate" of each signature.
+    static std::string Verdicts(const Answer& answer) {
+        std::string text;
+        for (const auto& each : answer.json["signInfo"].GetArray()) {
+            const auto& codes = each["VerifyResultEx"];
+            text += std::to_string(codes["SignatureVerifyResult"].GetUint()) + '/' +
+                    std::to_string(codes["CertificateVerifyResult"].GetUint()) + ' ';
+        }
+        return text;
+    }
+    std::string Verify(const std::string& message, const std::string& members = "") {
+        return Verdicts(Ask(15, message, members));
+    }
+    /// Of a message apart from its content.
+    std::string VerifyApart(const std::string& signature, const std::string& content) {
+        return Verdicts(Ask(15, content, R"(,"sendSignData":")" + Base64(signature) + '"'));
+    }
+    /// A message that OpenSSL's command line made.
+    std::string Theirs(const std::string& name, const std::string& options) {
+        EXPECT_EQ(0, Run("openssl cms -sign -binary -outform DER -in " + Scratch("content") +
+                         " -out " + Scratch("theirs") + " -signer " + PkiPath(name + ".crt") +
+                         " -inkey " + PkiPath(name + ".key") + ' ' + options));
+        return TemporaryDir::Read(Scratch("theirs"));
+    }
+    bool OpenSslAccepts(const std::string& message, const std::string& options) {
+        Put("message", message);
+        return Run("openssl cms -verify -binary -purpose any -inform DER -in " +
+                   Scratch("message") + " -CAfile " + PkiPath("root.crt") + " -out " +
+                   Scratch("out") + ' ' + options + " 2> " + Scratch("error")) == 0;
+    }
+};
+
+}  // namespace
+
+TEST_F(SignaturesTest, OthersAcceptWhatIsSignedHere) {
+    struct Case {
+        const char* signer;
+        const char* members;
+    };
+    const Case cases[] = {
+        {"alice", ""},
+        {"alice", R"(,"hashAlg":"SHA-512")"},
+        {"alice", R"(,"extInitParams":"RSA_PADDING=PSS")"},
+        {"bob", ""},
+        {"bob", R"(,"hashAlg":"2.16.840.1.101.3.4.2.2")"},
+        {"pss", ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.signer) + c.members);
+        const std::string attached = Sign(By(c.signer) + c.members);
+        EXPECT_TRUE(OpenSslAccepts(attached, "-cades"));
+        EXPECT_EQ(TemporaryDir::Read(Scratch("out")), kContent);
+        EXPECT_EQ(Verify(attached), "16200/16200 ");
+        const std::string apart = Make(27, kContent, By(c.signer) + c.members);
+        EXPECT_TRUE(OpenSslAccepts(apart, "-cades -content " + Scratch("content")));
+        EXPECT_EQ(VerifyApart(apart, kContent), "16200/16200 ");
+        EXPECT_EQ(VerifyApart(apart, kContent + "."), "16109/16200 ");
+        EXPECT_EQ(Verify(apart), "16199/16199 ") << "nothing to check";
+        const std::string hash = Make(50, kContent, c.members);
+        if (hash.size() != 32 || std::string(c.members).find("384") == std::string::npos) {
+            const std::string byHash = Make(56, hash, By(c.signer) + c.members);
+            EXPECT_TRUE(OpenSslAccepts(byHash, "-cades -content " + Scratch("content")));
+        }
+    }
+    const std::string edwards = Sign(By("ed"));  // OpenSSL's command line has no such messages
+    EXPECT_EQ(Verify(edwards), "16200/16200 ");
+}
+
+TEST_F(SignaturesTest, AcceptsWhatOthersSign) {
+    struct Case {
+        const char* signer;
+        const char* options;
+        const char* verdicts;
+    };
+    const Case cases[] = {
+        {"alice", "-nodetach", "16200/16200 "},
+        {"alice", "-nodetach -noattr -keyid", "16200/16200 "},
+        {"alice", "-nodetach -nocerts -cades", "16200/16200 "},
+        {"alice", "-nodetach -md sha1", "16109/16200 "},
+        {"bob", "-nodetach -stream", "16200/16200 "},
+        {"bob", "-nodetach -econtent_type 1.2.3 -noattr", "16109/16200 "},
+        {"expired", "-nodetach", "16200/16201 "},
+        {"encipher", "-nodetach", "16200/16205 "},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.signer) + ' ' + c.options);
+        EXPECT_EQ(Verify(Theirs(c.signer, c.options)), c.verdicts);
+    }
+}
+
+TEST_F(SignaturesTest, NoChangedOctetSaysSomethingElse) {
+    std::string message = Sign(By("bob") + R"(,"certInclude":1)");
+    const auto said = [this](const std::string& octets) {
+        const Answer answer = Ask(15, octets, R"(,"needExtraction":true)");
+        if (answer.Code() != 0 || Verdicts(answer) != "16200/16200 ") {
+            return std::string();
+        }
+        const auto& info = answer.json["signInfo"][0];
+        return std::string(info["SignCert"]["Id"].GetString()) + info["SignTimeUTC"].GetString() +
+               info["HashAlg"].GetString() + answer.json["fileData"].GetString();
+    };
+    const std::string original = said(message);
+    EXPECT_THAT(original, HasSubstr(Base64(kContent)));
+    std::size_t harmless = 0;
+    for (char& octet : message) {
+        octet ^= 1;
+        const std::string other = said(message);
+        octet ^= 1;
+        harmless += other.empty() ? 0 : 1;
+        ASSERT_TRUE(other.empty() || other == original) << &octet - message.data() << '\n'
+                                                        << other << '\n'
+                                                        << original;
+    }
+    EXPECT_LT(harmless, 20U) << "versions, the list of digests and the like";
+}
+
+TEST_F(SignaturesTest, AddsSignatures) {
+    const std::string first = Sign(By("alice"));
+    const std::string both = Make(28, first, By("bob"));
+    EXPECT_EQ(Verify(both), "16200/16200 16200/16200 ");
+    EXPECT_TRUE(OpenSslAccepts(both, "-cades"));
+    const std::string three = Make(28, both, By("ed") + R"(,"hashAlg":"SHA512")");
+    EXPECT_EQ(Verify(three), "16200/16200 16200/16200 16200/16200 ");
+
+    const std::string apart = Make(14, kContent, By("alice"));
+    const std::string content = R"(,"sendSignData":")" + Base64(apart) + '"';
+    EXPECT_EQ(VerifyApart(Make(28, kContent, content + By("bob")), kContent),
+              "16200/16200 16200/16200 ");
+    EXPECT_EQ(Ask(28, apart, By("bob")).Code(), 16307U);
+    EXPECT_EQ(Ask(28, kContent, By("bob")).Code(), 16308U);
+    EXPECT_EQ(Ask(28, first, By("bob") + R"(,"signerIndex":0)").Code(), 16303U);
+}
+
+TEST_F(SignaturesTest, SignsWithoutAMessage) {
+    for (const char* const name : {"alice", "bob", "ed", "pss"}) {
+        SCOPED_TRACE(name);
+        const std::string signature = Make(51, kContent, By(name));
+        const auto verify = [&](const std::string& content) {
+            const Answer answer =
+                Ask(52, content, By(name) + R"(,"sendSignData":")" + Base64(signature) + '"');
+            return answer.json["verifyResult"]["SignatureVerifyResult"].GetUint();
+        };
+        EXPECT_EQ(verify(kContent), 16200U);
+        EXPECT_EQ(verify(kContent + "x"), 16109U);
+    }
+    const std::string raw = Make(58, Make(50, kContent), By("alice"));
+    Put("raw", raw);
+    EXPECT_EQ(
+        0, Run("openssl x509 -pubkey -noout -in " + PkiPath("alice.crt") + " > " + Scratch("pub") +
+               " && openssl dgst -sha256 -verify " + Scratch("pub") + " -signature " +
+               Scratch("raw") + ' ' + Scratch("content") + " > " + Scratch("said")));
+}
+
+TEST_F(SignaturesTest, RefusesToSign) {
+    struct Case {
+        std::string members;
+        unsigned code;
+    };
+    const Case cases[] = {
+        {"", 16118},  // several could be meant
+        {R"(,"senderCertId":"00")", 16104},
+        {R"(,"senderCertId":")" + Id("ca.crt") + '"', 16104},
+        {By("encipher"), 16205},
+        {By("expired"), 16123},
+        {By("expired") + R"(,"extInitParams":"CERT_CHECK_EXPIRED=0")", 0},
+        {By("bob") + R"(,"hashAlg":"MD5")", 16268},
+        {By("bob") + R"(,"hashAlg":"none")", 16303},
+        {By("revoked") + R"(,"extInitParams":"CERT_FULL_CHECK=1")", 16203},
+    };
+    Put("user/CA/ca.crl", Pki("ca.crl"));
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.members);
+        EXPECT_EQ(Ask(14, kContent, c.members).Code(), c.code);
+    }
+    EXPECT_STREQ(Ask(14, kContent, R"(,"senderCertId":"00")").json["needCertId"].GetString(), "00");
+    std::filesystem::permissions(Store("MY/bob.key"), std::filesystem::perms(0640));
+    EXPECT_EQ(Ask(14, kContent, By("bob")).Code(), 16102U);
+    Put("user/MY/bob.key", Pki("passworded.key"));
+    std::filesystem::permissions(Store("MY/bob.key"), std::filesystem::perms(0600));
+    LogRecorder::Take();
+    EXPECT_EQ(Ask(14, kContent, By("bob")).Code(), 16402U);
+    EXPECT_EQ(Ask(14, kContent, By("bob") + kPassword).Code(), 0U);
+    for (const LogLine& line : LogRecorder::Take()) {
+        EXPECT_THAT(line.text, Not(testing::HasSubstr(L"secret")));
+    }
+}
+
+TEST_F(SignaturesTest, JudgesAsTheConfigurationSays) {
+    struct Case {
+        const char* settings;
+        const char* signer;
+        bool hasList;
+        const char* verdicts;
+    };
+    const Case cases[] = {
+        {"", "revoked", false, "16200/16200 "},
+        {"", "revoked", true, "16200/16203 "},
+        {"", "bob", true, "16200/16200 "},
+        {R"("crl":{"enabled":false},)", "revoked", true, "16200/16200 "},
+        {R"("policies":{"signing":{"revocation":"none"}},)", "revoked", true, "16200/16200 "},
+        {R"("policies":{"signing":{"revocation":"required"}},)", "bob", false, "16200/16207 "},
+        {R"("policies":{"signing":{"checkTime":false}},)", "expired", false, "16200/16200 "},
+        {R"("policies":{"signing":{"keyUsage":[]}},)", "encipher", false, "16200/16200 "},
+        {R"("policies":{"signing":{"keyUsage":["keyAgreement"]}},)", "bob", false, "16200/16205 "},
+        {R"("policies":{"signing":{"extendedKeyUsage":["1.2.3"]}},)", "bob", false, "16200/16205 "},
+        {R"("policies":{"signing":{"certificatePolicies":["1.2.3"]}},)", "bob", false,
+         "16200/16218 "},
+        {R"("algorithms":{"signatures":["1.2.840.113549.1.1.11"]},)", "bob", false, "16200/16204 "},
+        {R"("algorithms":{"digests":["2.16.840.1.101.3.4.2.3"]},)", "bob", false, "16109/16200 "},
+        {R"("algorithms":{"minEcBits":300},)", "bob", false, "16200/16204 "},
+        {R"("algorithms":{"minRsaBits":3000},)", "alice", false, "16200/16204 "},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.settings) + ' ' + c.signer);
+        const std::string message = Theirs(c.signer, "-nodetach -md sha256");
+        std::filesystem::remove(Store("CA/ca.crl"));
+        if (c.hasList) {
+            Put("user/CA/ca.crl", Pki("ca.crl"));
+        }
+        Configure(c.settings);
+        EXPECT_EQ(Verify(message), c.verdicts);
+    }
+    Configure("");
+    const std::string message = Sign(By("bob"));
+    EXPECT_EQ(Verify(message, R"(,"extInitParams":"VERIFY_TIME=1000000000")"), "16200/16201 ");
+    std::filesystem::remove(Store("Root/root.crt"));
+    EXPECT_EQ(Verify(message), "16200/16220 ");
+    std::filesystem::remove(Store("CA/ca.crt"));
+    EXPECT_EQ(Verify(message), "16200/16206 ")
+        << "the message brings the root, which proves nothing";
+    EXPECT_EQ(Verify(Sign(By("bob"))), "16200/16220 ");
+}
