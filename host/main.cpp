@@ -5,8 +5,11 @@
 #include "host/HostError.h"
 #include "host/ModesCommand.h"
 #include "host/RunCommand.h"
+#include "host/SignCommand.h"
 #include "host/StandardStreams.h"
+#include "host/StoreCommand.h"
 #include "host/UsageError.h"
+#include "host/VerifyCommand.h"
 #include "host/ViewCommand.h"
 
 #include <CLI/App.hpp>
@@ -52,6 +55,9 @@ int Run(int argc, const char* const* argv) {
     host::AddAsn1Command(program, exitCode);
     host::AddDescribeCommand(program, exitCode);
     host::AddViewCommand(program, exitCode);
+    host::AddSignCommand(program, exitCode);
+    host::AddVerifyCommand(program, exitCode);
+    host::AddStoreCommand(program, exitCode);
     for (CLI::App* const command : program.get_subcommands({})) {
         command->group("Commands");
     }

@@ -4,12 +4,12 @@
 BUILD_PACKAGES=(
     build-essential cmake ninja-build ccache pkg-config
     qtbase5-dev rapidjson-dev libcli11-dev
-    libcurl4 libcurl4-openssl-dev ca-certificates
+    libcurl4 libcurl4-openssl-dev ca-certificates libssl-dev openssl
 )
 
 # What the tests need on top.
 TEST_PACKAGES=(
-    libgtest-dev libgmock-dev libssl-dev openssl xvfb xauth dpkg-dev file clang-14 libclang-rt-14-dev
+    libgtest-dev libgmock-dev xvfb xauth dpkg-dev file clang-14 libclang-rt-14-dev
     clang-format-14 clang-tidy-14
 )
 

@@ -13,7 +13,7 @@ _cmhost() {
     COMPREPLY=()
 
     if ((COMP_CWORD == 1)); then
-        mapfile -t COMPREPLY < <(compgen -W 'modes call run asn1 describe view --help --version' -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W 'modes call run asn1 describe view sign verify store --help --version' -- "$current")
         return
     fi
     case $previous in

@@ -5,6 +5,7 @@
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
 #include "common/InitString.h"
+#include "common/Lng.h"
 #include "providers/openssl/Algorithms.h"
 #include "providers/openssl/ChainReasons.h"
 #include "providers/openssl/ProviderWords.h"
@@ -20,24 +21,39 @@ namespace {
 struct VerdictRow {
     int error;
     std::uint32_t code;
+    const wchar_t* english;
+    const wchar_t* russian;
 };
 
 constexpr VerdictRow kVerdicts[] = {
-#define CA_VERDICT(error, code) {X509_V_ERR_##error, ca::code},
+#define CA_VERDICT(error, code, english, russian) {X509_V_ERR_##error, ca::code, english, russian},
 #include "providers/openssl/VerdictTable.inc"
 #undef CA_VERDICT
 };
+
+// Why, in the current language.
+std::wstring VerdictWords(int error) {
+    const auto* const row = std::ranges::find(kVerdicts, error, &VerdictRow::error);
+    if (row == std::end(kVerdicts)) {
+        return ca::u8u16(X509_verify_cert_error_string(error));
+    }
+    return IsRussian() ? row->russian : row->english;
+}
 
 // What a policy that takes an unknown state passes over: there is no list, or none that counts now.
 constexpr int kUnknownState[] = {X509_V_ERR_UNABLE_TO_GET_CRL, X509_V_ERR_CRL_HAS_EXPIRED,
                                  X509_V_ERR_CRL_NOT_YET_VALID, X509_V_ERR_DIFFERENT_CRL_SCOPE,
                                  X509_V_ERR_UNABLE_TO_GET_CRL_ISSUER};
 
-// OpenSSL's callback gets the rules through the context's application data.
+// OpenSSL's callback gets the rules through the context's application data. The path of a list's
+// issuer is judged in a context of its own, which has none: nothing is passed over there.
 int PassOver(int isGood, X509_STORE_CTX* context) {
     const auto* const rules =
         static_cast<const ca::ChainRules*>(X509_STORE_CTX_get_app_data(context));
     const int error = X509_STORE_CTX_get_error(context);
+    if (rules == nullptr) {
+        return isGood;
+    }
     const bool isPassed =
         (rules->policy.revocation == ca::RevocationCheck::kIfKnown &&
          std::ranges::find(kUnknownState, error) != std::end(kUnknownState)) ||
@@ -205,9 +221,10 @@ ChainVerdict CChain::Judge(const CProviderCall& call, X509* certificate,
                                         : VerdictCode(error);
     std::wstring why;
     if (!isGood) {
-        why = u8u16(X509_verify_cert_error_string(error));
+        why = VerdictWords(error);
     } else if (!HasUsages(certificate, rules.policy)) {
         verdict.code = kChainWrongUsage;
+        why = Say(Words::kWrongUsage);
     } else if (!HasAllowedAlgorithms(verdict.chain, pki.algorithms)) {
         verdict.code = kChainSignatureInvalid;
         why = Say(Words::kAlgorithmsNotAllowed);

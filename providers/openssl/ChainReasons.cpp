@@ -4,6 +4,7 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "providers/openssl/ProviderWords.h"
+#include "records/text/VisibleText.h"
 
 #include <algorithm>
 
@@ -19,7 +20,7 @@ std::wstring TimeText(const ASN1_TIME* time) {
     return ca::u8u16(text);
 }
 
-// RFC 2253 with the characters of the name as they are; the log and the screen make it printable.
+// RFC 2253, with the characters of the name as they are.
 std::wstring NameText(const X509_NAME* name) {
     const ca::BioPtr text(BIO_new(BIO_s_mem()));
     constexpr unsigned long kFlags = (XN_FLAG_RFC2253 & ~ASN1_STRFLGS_ESC_MSB);
@@ -28,7 +29,7 @@ std::wstring NameText(const X509_NAME* name) {
     }
     char* from = nullptr;
     const long size = BIO_get_mem_data(text.get(), &from);
-    return ca::u8u16(std::string(from, static_cast<std::size_t>(size)));
+    return ca::Visible(ca::u8u16(std::string(from, static_cast<std::size_t>(size))));
 }
 
 // The newest list of an issuer.

@@ -5,12 +5,13 @@
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
-#include "common/Log.h"
 #include "providers/openssl/Algorithms.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedAttributes.h"
 #include "records/CertInfoFill.h"
 #include "records/SignInfo.h"
+#include "records/SignInfoFill.h"
+#include "records/text/Elements.h"
 
 #include <openssl/ess.h>
 
@@ -20,6 +21,8 @@
 namespace {
 
 constexpr int kReadAtOnce = 65536;
+constexpr std::size_t kMaxDigests = 16;           // digest algorithms of a message
+constexpr std::size_t kMaxComparisons = 1000000;  // signers times certificates
 // A message without attributes, whose content type is not "data", is not signed as such
 // (RFC 5652 5.3); attributes may stand there once only.
 constexpr int kOnceOnly = -3;
@@ -91,6 +94,12 @@ void Fill(std::uint32_t code, std::wstring text, ca::SignInfo& record) {
     record.verifyResult = std::move(text);
 }
 
+// Adds the reason to "not verified".
+void SayNotVerified(const std::wstring& why, ca::SignInfo& record) {
+    Fill(record.verifyResultEx.signatureVerifyResult,
+         record.verifyResultEx.signatureVerifyResultString + L": " + why, record);
+}
+
 }  // namespace
 
 namespace ca {
@@ -112,14 +121,18 @@ CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, co
         return;
     }
     FindSigners();
-    m_companions = {CertificatesPtr(CMS_get1_certs(m_message.get())),
-                    CrlsPtr(CMS_get1_crls(m_message.get()))};
     if (what.extracted != nullptr) {
         GiveContent(*what.extracted);
     }
 }
 
-bool CMessageJudge::Read(std::span<const unsigned char> message) {
+bool CMessageJudge::Read(std::span<unsigned char> message) {
+    // Each algorithm is a pass over the content, and each signer looks through the certificates.
+    const CAsn1Element signedData = FirstElement(FindSignedData(message));
+    if (CountElements(CAsn1Cursor(Child(signedData, 1).content)) > kMaxDigests) {
+        m_fault = Say(Words::kMessageTooMuch);
+        return false;
+    }
     CMS_ContentInfo* fresh =
         Require(CMS_ContentInfo_new_ex(m_library.Context(), nullptr), kErrExecution);
     const unsigned char* at = message.data();
@@ -127,9 +140,20 @@ bool CMessageJudge::Read(std::span<const unsigned char> message) {
     const bool isSigned =
         m_message != nullptr && OBJ_obj2nid(CMS_get0_type(m_message.get())) == NID_pkcs7_signed;
     if (!isSigned) {
-        LogLine(Say(Words::kMessageNotRead), /*flag=*/true);
+        m_fault = Say(Words::kMessageNotRead);
+        return false;
     }
-    return isSigned;
+    m_companions.certificates.reset(CMS_get1_certs(m_message.get()));
+    m_companions.crls.reset(CMS_get1_crls(m_message.get()));
+    const auto signers =
+        static_cast<std::size_t>(sk_CMS_SignerInfo_num(CMS_get0_SignerInfos(m_message.get())));
+    const auto certificates =
+        static_cast<std::size_t>(std::max(sk_X509_num(m_companions.certificates.get()), 1));
+    if (signers > kMaxComparisons / certificates) {
+        m_fault = Say(Words::kMessageTooMuch);
+        return false;
+    }
+    return true;
 }
 
 // Reads the content through its digests, without a copy.
@@ -141,12 +165,12 @@ bool CMessageJudge::Digest(const VerifyArguments& what) {
     } else if (what.content) {
         m_content = ReadingBio(*what.content);
     } else {
-        LogLine(Say(Words::kContentMissing), /*flag=*/true);
+        m_fault = Say(Words::kContentMissing);
         return false;
     }
     BIO* const chain = CMS_dataInit(m_message.get(), m_content.get());
     if (chain == nullptr) {
-        LogLine(Say(Words::kMessageNotRead), /*flag=*/true);
+        m_fault = Say(Words::kMessageNotRead);
         return false;
     }
     std::vector<char> passed(kReadAtOnce);
@@ -206,6 +230,10 @@ void CMessageJudge::Judge(std::size_t signer, SignInfo& record) {
     const CErrorScope scope;
     STACK_OF(CMS_SignerInfo)* const signers =
         m_digests != nullptr ? CMS_get0_SignerInfos(m_message.get()) : nullptr;
+    if (!m_fault.empty()) {
+        SayNotVerified(m_fault, record);
+        return;
+    }
     if (signers == nullptr || signer >= static_cast<std::size_t>(sk_CMS_SignerInfo_num(signers))) {
         return;
     }
@@ -214,10 +242,16 @@ void CMessageJudge::Judge(std::size_t signer, SignInfo& record) {
     X509* certificate = nullptr;
     CMS_SignerInfo_get0_algs(each, &key, &certificate, nullptr, nullptr);
     if (certificate == nullptr || key == nullptr) {
-        LogLine(Say(Words::kSignerUnknown), /*flag=*/true);
+        SayNotVerified(Say(Words::kSignerUnknown), record);
         return;
     }
-    const ChainVerdict verdict = m_chain.Judge(m_call, certificate, m_companions, m_rules);
+    auto known = m_verdicts.find(certificate);
+    if (known == m_verdicts.end()) {
+        known = m_verdicts
+                    .emplace(certificate, m_chain.Judge(m_call, certificate, m_companions, m_rules))
+                    .first;
+    }
+    const ChainVerdict& verdict = known->second;
     std::wstring why;
     const std::uint32_t code = CheckValue(each, certificate, key, verdict.chain, why);
     const std::wstring text = SignatureText(code);

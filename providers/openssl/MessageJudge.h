@@ -4,6 +4,7 @@
 #include "providers/openssl/Chain.h"
 #include "providers/openssl/Stores.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,7 +23,7 @@ class CMessageJudge : public ISignatureJudge {
     void Judge(std::size_t signer, SignInfo& record) override;
 
   private:
-    bool Read(std::span<const unsigned char> message);
+    bool Read(std::span<unsigned char> message);
     bool Digest(const VerifyArguments& what);
     void GiveContent(FileData& extracted) const;
     void FindSigners();
@@ -35,9 +36,11 @@ class CMessageJudge : public ISignatureJudge {
     const CChain& m_chain;
     const CProviderCall& m_call;
     CmsPtr m_message;
-    BioPtr m_content;  // what is read through m_digests
-    BioPtr m_digests;  // the digests of the content; null: nothing can be verified
+    BioPtr m_content;      // what is read through m_digests
+    BioPtr m_digests;      // the digests of the content; null: nothing can be verified
+    std::wstring m_fault;  // why
     Companions m_companions;
+    std::map<const X509*, ChainVerdict> m_verdicts;  // each certificate is judged once
     ChainRules m_rules;
 };
 

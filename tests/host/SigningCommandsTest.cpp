@@ -1,0 +1,67 @@
+#include "tests/host/HostProcess.h"
+
+#include <gmock/gmock.h>
+
+using testing::HasSubstr;
+
+namespace {
+
+/// A user with a key and a trusted root, in the home directory's stores.
+class SigningCommandsTest : public HostProcessTest {
+  protected:
+    SigningCommandsTest() {
+        m_directory.Write("QetCryptoSvcPKIConfig.json", R"({"trust":{"useSystemRoots":false}})");
+        m_directory.Write("letter", "Dear Ann,\n");
+        m_directory.Write("pin", "secret\n");
+    }
+    ScopedVariable m_data{"XDG_DATA_HOME", nullptr};
+};
+
+}  // namespace
+
+TEST_F(SigningCommandsTest, SignVerifyAndSayWhy) {
+    ASSERT_EQ(RunScript("mkdir pki && " MOD_FOO_MAKE_PKI " pki").exitCode, 0);
+    struct Case {
+        const char* command;
+        int exitCode;
+        const char* said;
+    };
+    const Case cases[] = {
+        {"store add pki/alice.p12 --silent", 1, "16402"},
+        {"store add pki/alice.p12 pki/none --password-file pin", 2, "No such file"},
+        {"store import pki/alice.p12 --password-file pin", 0, ""},
+        {"store list", 0, "O=Test, CN=alice\n"},
+        {"sign letter --silent", 1, "16402"},
+        {"sign letter --attached --password-file pin", 0, "signed: letter.p7m"},
+        {"verify letter.p7m", 1, "1. CN=alice,O=Test; valid from "},
+        {"verify letter.p7m", 1, "its issuer's certificate was not found"},
+        {"store add pki/root.crt --store Root", 0, ""},
+        {"store list Root", 0, "  O=Test, CN=root\n"},
+        {"verify letter.p7m -o content", 0, "Signature 1: VALID\n  O=Test, CN=alice, "},
+        {"verify letter.p7m --at 2001-01-01", 1, "not valid yet"},
+        {"verify letter.p7m --at yesterday", 2, "2026-06-30T12:00:00"},
+        {"verify letter.p7m --language ru", 0, "Подпись 1: ДЕЙСТВИТЕЛЬНА"},
+        {"sign letter --password-file pin --digest SHA-512", 0, "signed: letter.p7s"},
+        {"sign letter --password-file pin --digest SHA-384 --add letter.p7s", 0, "letter.p7s"},
+        {"verify letter.p7s --content letter", 0, "Signature 2: VALID"},
+        {"verify letter.p7s --content pin", 1, "the content is not what was signed"},
+        {"verify letter.p7s", 1, "the content that was signed is missing"},
+        {"verify letter", 1, "16308"},
+        {"store list --provider foo", 0, "FooCertId"},
+        {"store list --provider ../foo", 2, "small letters"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.command);
+        const std::string language =
+            std::string(c.command).starts_with("verify") && !std::string(c.command).ends_with("ru")
+                ? " --language en"
+                : "";
+        const HostResult result =
+            RunScript(std::string("export HOME=$PWD MOD_FOO_PKI_CONFIG="
+                                  "$PWD/QetCryptoSvcPKIConfig.json; cmhost ") +
+                      c.command + language);
+        EXPECT_EQ(result.exitCode, c.exitCode) << result.err;
+        EXPECT_THAT(result.out + result.err, HasSubstr(c.said));
+    }
+    EXPECT_EQ(TemporaryDir::Read(m_directory.File("content")), "Dear Ann,\n");
+}
