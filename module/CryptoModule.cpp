@@ -84,10 +84,10 @@ void ReadRequest(const CMPacket& packet, ca::CryptRequest& request) {
     }
 }
 
-// The dispatch's own refusals: nothing was run, and the answer says it all.
+// Refusals of an operation as such: nothing was run, and the answer says it all.
 bool IsRefusal(const ca::Exception& failure) {
-    return failure.errorCode == ca::kErrModeNotSupported ||
-           failure.errorCode == ca::kErrPrivateKeyAccess;
+    return failure.message.empty() && (failure.errorCode == ca::kErrModeNotSupported ||
+                                       failure.errorCode == ca::kErrPrivateKeyAccess);
 }
 
 // Writes the answer into a buffer of its own and hands that to the host.

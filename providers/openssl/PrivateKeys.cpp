@@ -25,6 +25,50 @@ int Length(const std::string& text) {
     return static_cast<int>(text.size());
 }
 
+using SafesPtr =
+    ca::Owned<STACK_OF(PKCS7), [](STACK_OF(PKCS7) * list) { sk_PKCS7_pop_free(list, PKCS7_free); }>;
+using BagsPtr = ca::Owned<STACK_OF(PKCS12_SAFEBAG), [](STACK_OF(PKCS12_SAFEBAG) * list) {
+    sk_PKCS12_SAFEBAG_pop_free(list, PKCS12_SAFEBAG_free);
+}>;
+
+// PKCS12_parse() decrypts with the host's algorithms, so the safes are opened one by one.
+STACK_OF(PKCS12_SAFEBAG) *
+    OpenSafe(const ca::COpenSslLibrary& library, PKCS7* safe, const std::string& secret) {
+    if (PKCS7_type_is_data(safe)) {
+        return ca::Require(PKCS12_unpack_p7data(safe), ca::kErrBadData);
+    }
+    if (!PKCS7_type_is_encrypted(safe)) {
+        return nullptr;  // RFC 7292 4.1: for a recipient's key, not for a password
+    }
+    const PKCS7_ENC_CONTENT* const content = safe->d.encrypted->enc_data;
+    void* const bags = PKCS12_item_decrypt_d2i_ex(
+        content->algorithm, ASN1_ITEM_rptr(PKCS12_SAFEBAGS), secret.c_str(), Length(secret),
+        content->enc_data, /*zbuf=*/1, library.Context(), nullptr);
+    if (bags == nullptr) {
+        ca::ThrowOpenSsl(ca::kErrParameters);
+    }
+    return static_cast<STACK_OF(PKCS12_SAFEBAG)*>(bags);
+}
+
+// The first key is the file's; bags inside of bags and other things than keys and certificates are
+// passed over.
+void TakeBag(const ca::COpenSslLibrary& library, PKCS12_SAFEBAG* bag, const std::string& secret,
+             ca::Pkcs12Content& content) {
+    const int kind = PKCS12_SAFEBAG_get_nid(bag);
+    if (kind == NID_keyBag && content.key == nullptr) {
+        content.key = ToKey(library, PKCS12_SAFEBAG_get0_p8inf(bag));
+    } else if (kind == NID_pkcs8ShroudedKeyBag && content.key == nullptr) {
+        const ca::PlainKeyPtr plain(ca::Require(
+            PKCS12_decrypt_skey_ex(bag, secret.c_str(), Length(secret), library.Context(), nullptr),
+            ca::kErrParameters));
+        content.key = ToKey(library, plain.get());
+    } else if (kind == NID_certBag && PKCS12_SAFEBAG_get_bag_nid(bag) == NID_x509Certificate) {
+        const ca::X509Ptr certificate(
+            ca::Require(PKCS12_SAFEBAG_get1_cert(bag), ca::kErrCertificate));
+        content.certificates.push_back(library.ReadCertificate(ca::EncodingOf(certificate.get())));
+    }
+}
+
 }  // namespace
 
 namespace ca {
@@ -97,8 +141,8 @@ Pkcs12Content ReadPkcs12(const COpenSslLibrary& library, std::span<const unsigne
                          const PasswordSource& password) {
     PKCS12* fresh =
         Require(PKCS12_init_ex(NID_pkcs7_data, library.Context(), nullptr), kErrExecution);
-    const unsigned char* at = octets.data();
-    const Pkcs12Ptr file(d2i_PKCS12(&fresh, &at, static_cast<long>(octets.size())));
+    // Not d2i_PKCS12(), which drops the library context of what it reads.
+    const Pkcs12Ptr file(d2i_PKCS12_bio(ReadingBio(octets).get(), &fresh));
     if (file == nullptr) {
         ThrowOpenSsl(kErrBadData);
     }
@@ -107,22 +151,13 @@ Pkcs12Content ReadPkcs12(const COpenSslLibrary& library, std::span<const unsigne
     const bool isOpen = PKCS12_verify_mac(file.get(), kNoPassword, 0) == 1;
     const std::string none;
     const std::string& secret = isOpen ? none : password();
-    EVP_PKEY* key = nullptr;
-    X509* own = nullptr;
-    STACK_OF(X509)* others = nullptr;
-    if (PKCS12_parse(file.get(), secret.c_str(), &key, &own, &others) != 1) {
-        ThrowOpenSsl(kErrParameters);
-    }
-    Pkcs12Content content{KeyPtr(key), {}};
-    X509Ptr first(own);
-    const CertificatesPtr rest(others);
-    if (first != nullptr) {
-        content.certificates.push_back(std::move(first));
-    }
-    for (int i = 0; i < sk_X509_num(rest.get()); ++i) {
-        X509* const each = sk_X509_value(rest.get(), i);
-        X509_up_ref(each);
-        content.certificates.emplace_back(each);
+    const SafesPtr safes(Require(PKCS12_unpack_authsafes(file.get()), kErrBadData));
+    Pkcs12Content content;
+    for (int i = 0; i < sk_PKCS7_num(safes.get()); ++i) {
+        const BagsPtr bags(OpenSafe(library, sk_PKCS7_value(safes.get(), i), secret));
+        for (int k = 0; k < sk_PKCS12_SAFEBAG_num(bags.get()); ++k) {
+            TakeBag(library, sk_PKCS12_SAFEBAG_value(bags.get(), k), secret, content);
+        }
     }
     return content;
 }

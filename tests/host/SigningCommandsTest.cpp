@@ -13,6 +13,9 @@ class SigningCommandsTest : public HostProcessTest {
         m_directory.Write("QetCryptoSvcPKIConfig.json", R"({"trust":{"useSystemRoots":false}})");
         m_directory.Write("letter", "Dear Ann,\n");
         m_directory.Write("pin", "secret\n");
+        // A host's OpenSSL without any algorithm: the provider's own is another one.
+        m_directory.Write("host.cnf",
+                          "openssl_conf=a\n[a]\nproviders=b\n[b]\nnull=c\n[c]\nactivate=1\n");
     }
     ScopedVariable m_data{"XDG_DATA_HOME", nullptr};
 };
@@ -56,10 +59,10 @@ TEST_F(SigningCommandsTest, SignVerifyAndSayWhy) {
             std::string(c.command).starts_with("verify") && !std::string(c.command).ends_with("ru")
                 ? " --language en"
                 : "";
-        const HostResult result =
-            RunScript(std::string("export HOME=$PWD MOD_FOO_PKI_CONFIG="
-                                  "$PWD/QetCryptoSvcPKIConfig.json; cmhost ") +
-                      c.command + language);
+        const HostResult result = RunScript(std::string("export HOME=$PWD MOD_FOO_PKI_CONFIG="
+                                                        "$PWD/QetCryptoSvcPKIConfig.json "
+                                                        "OPENSSL_CONF=$PWD/host.cnf; cmhost ") +
+                                            c.command + language);
         EXPECT_EQ(result.exitCode, c.exitCode) << result.err;
         EXPECT_THAT(result.out + result.err, HasSubstr(c.said));
     }
