@@ -160,14 +160,15 @@ bool CMessageJudge::Read(std::span<unsigned char> message) {
 bool CMessageJudge::Digest(const VerifyArguments& what) {
     ASN1_OCTET_STRING** const held = CMS_get0_content(m_message.get());
     if (held != nullptr && *held != nullptr) {
-        m_content = ReadingBio(
-            {ASN1_STRING_get0_data(*held), static_cast<std::size_t>(ASN1_STRING_length(*held))});
+        m_octets = {ASN1_STRING_get0_data(*held),
+                    static_cast<std::size_t>(ASN1_STRING_length(*held))};
     } else if (what.content) {
-        m_content = ReadingBio(*what.content);
+        m_octets = *what.content;
     } else {
         m_fault = Say(Words::kContentMissing);
         return false;
     }
+    m_content = ReadingBio(m_octets);
     BIO* const chain = CMS_dataInit(m_message.get(), m_content.get());
     if (chain == nullptr) {
         m_fault = Say(Words::kMessageNotRead);
@@ -278,13 +279,15 @@ std::uint32_t CMessageJudge::CheckValue(CMS_SignerInfo* signer, X509* certificat
         return kErrSignatureInvalid;
     }
     const bool isWhole = SignsWholeMessage(key);
-    const bool isValueGood = !hasAttributes ? !isWhole
-                             : isWhole      ? VerifyAttributes(signer, key)
-                                            : CMS_SignerInfo_verify(signer) == 1;
+    const bool isValueGood =
+        isWhole ? VerifyWhole(signer, key, hasAttributes ? EncodedAttributes(signer) : m_octets)
+                : !hasAttributes || CMS_SignerInfo_verify(signer) == 1;
     if (!isValueGood) {
         return kErrSignatureInvalid;
     }
-    if (CMS_SignerInfo_verify_content(signer, m_digests.get()) != 1) {
+    // Without attributes the value itself is over the content, and verified here.
+    const bool isContentSeen = isWhole && !hasAttributes;
+    if (!isContentSeen && CMS_SignerInfo_verify_content(signer, m_digests.get()) != 1) {
         why = Say(Words::kOtherContent);
         return kErrSignatureInvalid;
     }

@@ -36,7 +36,8 @@ class CMessageJudge : public ISignatureJudge {
     const CChain& m_chain;
     const CProviderCall& m_call;
     CmsPtr m_message;
-    BioPtr m_content;      // what is read through m_digests
+    std::span<const unsigned char> m_octets;  // the content; of m_message or the request
+    BioPtr m_content;                         // what is read through m_digests
     BioPtr m_digests;      // the digests of the content; null: nothing can be verified
     std::wstring m_fault;  // why
     Companions m_companions;

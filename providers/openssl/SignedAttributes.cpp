@@ -73,15 +73,13 @@ void SignAttributes(CMS_SignerInfo* signer, EVP_PKEY* key) {
             kErrExecution);
 }
 
-bool VerifyAttributes(const CMS_SignerInfo* signer, EVP_PKEY* key) {
-    const Encoding attributes = EncodedAttributes(signer);
+bool VerifyWhole(CMS_SignerInfo* signer, EVP_PKEY* key, std::span<const unsigned char> octets) {
     const DigestContextPtr context(Require(EVP_MD_CTX_new(), kErrExecution));
-    const ASN1_OCTET_STRING* const signature =
-        CMS_SignerInfo_get0_signature(const_cast<CMS_SignerInfo*>(signer));
+    const ASN1_OCTET_STRING* const signature = CMS_SignerInfo_get0_signature(signer);
     return EVP_DigestVerifyInit(context.get(), nullptr, nullptr, nullptr, key) == 1 &&
            EVP_DigestVerify(context.get(), ASN1_STRING_get0_data(signature),
-                            static_cast<std::size_t>(ASN1_STRING_length(signature)),
-                            attributes.data(), attributes.size()) == 1;
+                            static_cast<std::size_t>(ASN1_STRING_length(signature)), octets.data(),
+                            octets.size()) == 1;
 }
 
 }  // namespace ca

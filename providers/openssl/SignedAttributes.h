@@ -19,7 +19,8 @@ void AddContentAttributes(CMS_SignerInfo* signer, const ASN1_OBJECT* contentType
 /// Signs the attributes with a key that takes whole messages (RFC 8419 3), which OpenSSL 3.0 does
 /// not do for messages by itself. Throws 16197.
 void SignAttributes(CMS_SignerInfo* signer, EVP_PKEY* key);
-/// The other way round.
-bool VerifyAttributes(const CMS_SignerInfo* signer, EVP_PKEY* key);
+/// Whether the signer's value is that of such a key over octets: EncodedAttributes(), or the content
+/// where there are none (RFC 8419 3.1, 3.2).
+bool VerifyWhole(CMS_SignerInfo* signer, EVP_PKEY* key, std::span<const unsigned char> octets);
 
 }  // namespace ca
