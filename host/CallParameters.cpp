@@ -32,11 +32,11 @@ std::string ReadPassword(const std::string& path) {
 std::string ErrorText(const host::CAnswer& answer) {
     rapidjson::Document root;
     root.Parse<rapidjson::kParseIterativeFlag>(answer.GetText().data(), answer.GetText().size());
-    const auto member = root.IsObject() ? root.FindMember("errorMessage") : root.MemberEnd();
     const std::string code = std::to_string(answer.GetErrorCode().value_or(0));
-    return root.IsObject() && member != root.MemberEnd() && member->value.IsString()
-               ? code + ' ' + member->value.GetString()
-               : code;
+    if (!root.IsObject() || !root.HasMember("errorMessage") || !root["errorMessage"].IsString()) {
+        return code;
+    }
+    return code + ' ' + root["errorMessage"].GetString();
 }
 
 }  // namespace

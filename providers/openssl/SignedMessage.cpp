@@ -49,15 +49,13 @@ std::vector<unsigned char> DigestOf(const EVP_MD* digest, std::span<const unsign
 }
 
 CSignedMessage::CSignedMessage(const COpenSslLibrary& library)
-    : m_library(library),
-      m_message(
+    : m_message(
           Require(CMS_sign_ex(nullptr, nullptr, nullptr, nullptr,
                               CMS_PARTIAL | CMS_BINARY | CMS_DETACHED, library.Context(), nullptr),
                   kErrExecution)) {}
 
 CSignedMessage::CSignedMessage(const COpenSslLibrary& library,
-                               std::span<const unsigned char> message)
-    : m_library(library) {
+                               std::span<const unsigned char> message) {
     CMS_ContentInfo* fresh =
         Require(CMS_ContentInfo_new_ex(library.Context(), nullptr), kErrExecution);
     const unsigned char* at = message.data();

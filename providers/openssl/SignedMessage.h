@@ -42,7 +42,6 @@ class CSignedMessage {
     CMS_SignerInfo* NewSigner(const Signer& signer);
     void Finish(CMS_SignerInfo* added, const Signer& signer, std::span<const unsigned char> digest);
 
-    const COpenSslLibrary& m_library;
     CmsPtr m_message;
 };
 
