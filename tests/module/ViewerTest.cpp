@@ -69,6 +69,7 @@ TEST_F(ViewerTest, TakesNothingInARecordForMarkup) {
     ASSERT_TRUE(Fill("setRecordJson", RecordJson()));
     EXPECT_EQ(Text("subject.CNText"), "<img src=x><b>Ivan</b>\\u202e");
     EXPECT_TRUE(Find<QLabel>("subject.CNMark")->text().contains("do not show"));
+    EXPECT_TRUE(Find<QWidget>("subject.CNText")->accessibleDescription().contains("do not show"));
     EXPECT_EQ(Text("statusText"), "checked");
     for (int page = 0; page < 4; ++page) {
         GoTo(page);
