@@ -46,7 +46,7 @@ class CJsonElements {
     void End(std::size_t before);
     std::string_view Text() const { return {m_text.stack_.Bottom<char>(), m_text.GetSize()}; }
 
-    // Written for the last time the text moves on, which is no change that anybody sees.
+    // Written for the last time the text moves on, which is not a change that anybody sees.
     mutable JsonBuffer m_text{&jsonHeap};
     mutable std::size_t m_count = 0;
 };

@@ -65,7 +65,7 @@ class CTextLines {
     /// An element that is not what should stand there, outlined as far as it is one, with its
     /// fault.
     void Unreadable(std::span<const unsigned char> octets);
-    /// The same for octets that are no element of their own.
+    /// The same for octets that are not an element of their own.
     void Unreadable(std::wstring_view label, std::span<const unsigned char> octets);
 
     /// Elements of a value that are outlined in the midst of it because they are not what they
@@ -83,14 +83,14 @@ class CTextLines {
         bool isEmpty;
     };
     Mark Here() const { return {m_text.size(), m_faults.size(), m_level, m_hidden, m_isEmpty}; }
-    /// Unsays all behind the mark, which is of the same text.
+    /// Unsays all after the mark, which is of the same text.
     void GoBack(const Mark& mark);
 
     /// The text; the object is empty then, but for its faults.
     std::wstring Take();
     /// The same, `otherwise` when no line was said: for lists that may be empty.
     std::wstring TakeOr(Sentence otherwise);
-    /// Behind Take(), which may add to them.
+    /// After Take(), which may add to them.
     std::wstring TakeFaults();
 
   private:

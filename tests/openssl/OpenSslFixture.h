@@ -19,7 +19,7 @@ class OpenSslTest : public LibraryTest {
 
     OpenSslTest() { Configure(""); }
 
-    /// \param settings  members of the PKI configuration, each with a comma behind it.
+    /// \param settings  members of the PKI configuration, each with a comma after it.
     void Configure(const std::string& settings) {
         SetPkiConfig("{" + settings + R"("trust":{"useSystemRoots":false},"stores":{"user":")" +
                      Store("") + R"(","machine":")" + m_stores.File("machine") + R"("}})");
