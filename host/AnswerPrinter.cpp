@@ -43,6 +43,7 @@ class PrettyForwarder : public host::CJsonForwarder<PrettyWriter> {
         if (shown == whole.size()) {
             return CJsonForwarder::String(text, length, copy);
         }
+        // The size of the whole is told, so that nobody takes the part for it.
         return GetWriter().String(std::string(whole.substr(0, shown)) + "... (" +
                                   std::to_string(length) + " octets)");
     }

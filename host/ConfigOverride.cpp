@@ -63,6 +63,7 @@ CConfigOverride::CConfigOverride(const std::string& file, const std::string& opt
     const Configuration found = FindConfiguration(file);
     m_russian = host::IsRussian(option, found);
     const bool isPassed = file.empty() || IsFile(file);  // the module reads regular files alone
+    // The file says the language already: the module reads it itself.
     if (isPassed && m_russian == MakesRussian(found)) {
         if (!file.empty()) {
             Announce(kVariable, std::filesystem::absolute(file).string());
@@ -88,6 +89,7 @@ CConfigOverride::~CConfigOverride() {
 
 // An unnamed file: nothing is left behind, however the process ends.
 void CConfigOverride::OpenCopy(const std::string& content) {
+    // Closed in programs that the module might start; the module opens it by its name.
     m_copy = ::memfd_create("cmhost-config", MFD_CLOEXEC);
     if (m_copy < 0) {
         Fail();

@@ -32,6 +32,8 @@ class FolderWalk {
         if (!fs::exists(status)) {
             Fail(path, error);
         } else if (!fs::is_directory(status)) {
+            // A pipe or device in a folder would be waited for in vain; one that was named is
+            // meant.
             if (isRoot || fs::is_regular_file(status)) {
                 m_files.push_back({path.string(), ""});
             }
@@ -43,12 +45,14 @@ class FolderWalk {
     void Open(const fs::path& path) {
         std::error_code error;
         const fs::path place = fs::canonical(path, error);
+        // A link back to a folder above would be walked without an end.
         if (!error && !m_seen.insert(place).second) {
             return;
         }
         const auto first = static_cast<std::ptrdiff_t>(m_pending.size());
         fs::directory_iterator entry(path, error);
         for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+            // A list instead of a call for each folder: strangers choose how deep they nest.
             m_pending.push_back(entry->path());
         }
         // The last one is taken first.

@@ -38,6 +38,7 @@ bool IsSet(const char* variable) {
         reason = "neither DISPLAY nor WAYLAND_DISPLAY is set";
     }
     host::Note("no window can be opened: " + reason);
+    // Qt would abort the process next, which would read as a crash of the module.
     std::_Exit(host::kExitNoDisplay);
 }
 
@@ -92,6 +93,7 @@ void CGuiApplication::CloseWindowsOnSignals() {
     auto* const notifier =
         new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, m_application.get());
     QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier] {
+        // Once is enough: the first signal closes, whatever follows it.
         notifier->setEnabled(false);
         QApplication::closeAllWindows();
     });

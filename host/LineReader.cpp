@@ -28,6 +28,7 @@ bool CLineReader::Next(std::string& line) {
         }
         line.append(part);
     }
+    // Files of other systems end their lines with both.
     if (line.ends_with('\r')) {
         line.pop_back();
     }

@@ -25,12 +25,14 @@ constexpr std::int64_t kTaken = -1;  // by the one that ends the process: the na
 constexpr std::int64_t kUntimed = std::numeric_limits<std::int64_t>::max();
 
 // What one thread has the module do. `name` is set before `start`.
+// A cache line each, since every request writes to its own.
 struct alignas(64) Slot {
     std::atomic<std::int64_t> start{kIdle};
     std::string_view name;
 };
 
 // For more threads than any command starts.
+// An array of its own: handlers may not ask for memory, nor take a lock.
 std::array<Slot, 512> slots;
 std::atomic<std::size_t> slotCount{0};
 constinit thread_local Slot* ownSlot = nullptr;
@@ -157,6 +159,8 @@ extern "C" void OnCrash(int number) {
         std::raise(number);
         return;
     }
+    // The interface has such a module stop the process; it looks like a crash to whoever does not
+    // know.
     if (number == SIGABRT) {
         line << "; a request key of the wrong JSON type may do that (--log shows which)";
     }
@@ -182,6 +186,7 @@ void InstallHandlers() {
     for (const int number : kCrashes) {
         ::sigaction(number, &action, nullptr);
     }
+    // Both ways in which a module could end the process without a signal.
     std::atexit(&OnExit);
     std::at_quick_exit(&OnExit);
 }

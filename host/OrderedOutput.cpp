@@ -8,6 +8,7 @@ namespace host {
 
 void COrderedOutput::Put(std::size_t number, OutputPiece piece) {
     std::unique_lock lock(m_mutex);
+    // Whoever is far ahead waits: the answers that are held back are bounded by that.
     m_advanced.wait(lock, [&] { return number < m_next + m_window || m_abandoned; });
     if (m_abandoned) {
         return;

@@ -10,9 +10,11 @@
 
 namespace {
 
+// What is done within a second needs no bar, and flickers with one.
 constexpr std::chrono::milliseconds kFirst{1000};
 constexpr std::chrono::milliseconds kInterval{100};
 constexpr std::size_t kColumns = 30;
+// To the front of the line; then the control sequence EL of ECMA-48.
 constexpr const char* kEraseLine = "\r\033[K";
 
 std::atomic<bool> isVisible{false};
@@ -42,6 +44,7 @@ void CProgressBar::Show(std::size_t done, double share) {
     m_nextTime = Clock::now() + kInterval;
     isVisible = true;
     std::string bar;
+    // Of a stream nobody knows the end: it is counted only.
     if (share >= 0) {
         const auto filled =
             std::min(kColumns, static_cast<std::size_t>(share * static_cast<double>(kColumns)));

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr std::size_t kLongestWord = 64;  // bounds the square of the lengths
+// Fewer letters begin too many names.
 constexpr std::size_t kShortestBeginning = 3;
 
 bool SameLetter(char a, char b) {
@@ -56,12 +57,14 @@ std::string DidYouMean(std::string_view word, const std::vector<std::string>& ca
     std::size_t least = std::numeric_limits<std::size_t>::max();
     const std::string* nearest = nullptr;
     for (const std::string& candidate : candidates) {
+        // A name that was not typed to its end is as near as one letter that is wrong.
         const std::size_t distance = IsBeginning(word, candidate) ? 1 : Distance(word, candidate);
         if (distance < least) {
             least = distance;
             nearest = &candidate;
         }
     }
+    // A third of the letters may be wrong, one of a short word.
     const bool isNear = nearest != nullptr && least * 3 <= std::max<std::size_t>(word.size(), 3);
     return isNear ? "; did you mean " + *nearest + "?" : "";
 }

@@ -27,6 +27,7 @@ std::string NoSuchOption(const CLI::App& app, const std::string& word) {
         }
     }
     std::string meant = host::DidYouMean(name, names);
+    // A file whose name begins with a hyphen.
     if (meant.empty() && IsFile(word)) {
         meant = "; a file of that name is ./" + word;
     }
@@ -40,6 +41,7 @@ std::string NoSuchCommand(const CLI::App& program, const std::string& word) {
         names.push_back(command->get_name());
     }
     std::string meant = host::DidYouMean(word, names);
+    // An operation, or a file, was typed where a command belongs.
     if (meant.empty() && host::ModeByName(word)) {
         meant = "; did you mean cmhost call " + word + "?";
     } else if (meant.empty() && IsFile(word)) {
