@@ -124,6 +124,9 @@ class CryptPacket {
     SerializableContainer& Request() noexcept { return request.objects; }
     SerializableContainer& Response() noexcept { return response.objects; }
 
+    /// How data are fetched and sent for this request; null: defaults.
+    const TransferSettings* Transfers() const noexcept { return m_transfers; }
+
     /// Sends the answer's file data to the request's upload address; does nothing when the answer
     /// holds none. Throws what Http::Upload() throws.
     void UploadFileData(std::uint32_t timeoutMs);

@@ -45,6 +45,11 @@ const PkiSettings& CProviderCall::Pki() const {
     return m_module.PkiConfig().Settings();
 }
 
+HttpSettings CProviderCall::FetchSettings() const {
+    const TransferSettings* const transfers = m_packet.Transfers();
+    return transfers != nullptr ? transfers->fetch : HttpSettings();
+}
+
 bool CProviderCall::IsSilent() const {
     return m_module.IsSilent();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Http.h"
 #include "common/InitString.h"
 #include "common/PKIConfigFileParser.h"
 #include "module/ClientContext.h"
@@ -35,6 +36,9 @@ class CProviderCall {
     /// for a text that breaks the grammar.
     InitString Params() const;
     const PkiSettings& Pki() const;
+    /// How something is fetched for the call: the configuration's proxy, and for requests through
+    /// the service the hosts that `network.fetch` allows.
+    HttpSettings FetchSettings() const;
     /// No window may be opened.
     bool IsSilent() const;
     /// Puts the certificate that the operation lacks into the answer.

@@ -40,29 +40,42 @@ std::wstring VerdictWords(int error) {
     return IsRussian() ? row->russian : row->english;
 }
 
+// Another hold on the same list.
+X509_CRL* SameList(const X509_CRL* list) {
+    auto* const same = const_cast<X509_CRL*>(list);
+    X509_CRL_up_ref(same);
+    return same;
+}
+
 // What a policy that takes an unknown state passes over: there is no list, or none that counts now.
 constexpr int kUnknownState[] = {X509_V_ERR_UNABLE_TO_GET_CRL, X509_V_ERR_CRL_HAS_EXPIRED,
                                  X509_V_ERR_CRL_NOT_YET_VALID, X509_V_ERR_DIFFERENT_CRL_SCOPE,
                                  X509_V_ERR_UNABLE_TO_GET_CRL_ISSUER};
 
-// OpenSSL's callback gets the rules through the context's application data. The path of a list's
-// issuer is judged in a context of its own, which has none: nothing is passed over there.
+// What OpenSSL's callback gets through the context's application data.
+struct CallbackData {
+    const ca::ChainRules& rules;
+    bool isStateUnknown = false;  // of revocation, for a certificate of the path
+};
+
+// The path of a list's issuer is judged in a context of its own, which has no such data: nothing is
+// passed over there.
 int PassOver(int isGood, X509_STORE_CTX* context) {
-    const auto* const rules =
-        static_cast<const ca::ChainRules*>(X509_STORE_CTX_get_app_data(context));
-    const int error = X509_STORE_CTX_get_error(context);
-    if (rules == nullptr) {
+    auto* const data = static_cast<CallbackData*>(X509_STORE_CTX_get_app_data(context));
+    if (data == nullptr || isGood != 0) {
         return isGood;
     }
+    const ca::PkiPolicy& policy = data->rules.policy;
+    const int error = X509_STORE_CTX_get_error(context);
+    const bool isUnknown = std::ranges::find(kUnknownState, error) != std::end(kUnknownState);
+    data->isStateUnknown = data->isStateUnknown || isUnknown;
     const bool isPassed =
-        (rules->policy.revocation == ca::RevocationCheck::kIfKnown &&
-         std::ranges::find(kUnknownState, error) != std::end(kUnknownState)) ||
-        (rules->policy.allowSelfSigned && error == X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT);
-    if (isGood == 0 && isPassed) {
+        (isUnknown && policy.revocation == ca::RevocationCheck::kIfKnown) ||
+        (policy.allowSelfSigned && error == X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT);
+    if (isPassed) {
         X509_STORE_CTX_set_error(context, X509_V_OK);
-        return 1;
     }
-    return isGood;
+    return isPassed ? 1 : 0;
 }
 
 void SetRules(X509_VERIFY_PARAM* param, const ca::PkiSettings& pki, const ca::ChainRules& rules) {
@@ -197,8 +210,37 @@ ChainRules RulesOf(const CProviderCall& call, const PkiPolicy& policy) {
     return rules;
 }
 
+// Servers are asked for the lists that are missing, and only for a path that holds but for them:
+// OpenSSL looks at revocation before it verifies signatures, and a certificate that anybody made up
+// must not name what is asked.
 ChainVerdict CChain::Judge(const CProviderCall& call, X509* certificate,
                            const Companions& companions, const ChainRules& rules) const {
+    bool isStateUnknown = false;
+    ChainVerdict verdict =
+        JudgeWith(call, certificate, companions, companions.crls.get(), rules, isStateUnknown);
+    if (!isStateUnknown) {
+        return verdict;
+    }
+    ChainRules others = rules;
+    others.policy.revocation = RevocationCheck::kNone;
+    const ChainVerdict path =
+        JudgeWith(call, certificate, companions, nullptr, others, isStateUnknown);
+    const CrlsPtr lists(
+        companions.crls != nullptr
+            ? sk_X509_CRL_deep_copy(companions.crls.get(), &SameList, &X509_CRL_free)
+            : sk_X509_CRL_new_null());
+    const int known = sk_X509_CRL_num(lists.get());
+    if (path.code == kErrChainValid && lists != nullptr) {
+        m_lists.Add(call, path.chain, lists.get());
+    }
+    return sk_X509_CRL_num(lists.get()) > known
+               ? JudgeWith(call, certificate, companions, lists.get(), rules, isStateUnknown)
+               : std::move(verdict);
+}
+
+ChainVerdict CChain::JudgeWith(const CProviderCall& call, X509* certificate,
+                               const Companions& companions, STACK_OF(X509_CRL) * crls,
+                               const ChainRules& rules, bool& isStateUnknown) const {
     const PkiSettings& pki = call.Pki();
     const TrustPtrShared trust = m_trust.Get(call);
     const ChainContextPtr context(
@@ -206,13 +248,15 @@ ChainVerdict CChain::Judge(const CProviderCall& call, X509* certificate,
     Require(X509_STORE_CTX_init(context.get(), trust->store.get(), certificate,
                                 companions.certificates.get()),
             kErrExecution);
-    X509_STORE_CTX_set0_crls(context.get(), companions.crls.get());
-    X509_STORE_CTX_set_app_data(context.get(), const_cast<ChainRules*>(&rules));
+    X509_STORE_CTX_set0_crls(context.get(), crls);
+    CallbackData data{.rules = rules};
+    X509_STORE_CTX_set_app_data(context.get(), &data);
     X509_STORE_CTX_set_verify_cb(context.get(), &PassOver);
     SetRules(X509_STORE_CTX_get0_param(context.get()), pki, rules);
 
     const bool isGood = X509_verify_cert(context.get()) == 1;
     const int error = X509_STORE_CTX_get_error(context.get());
+    isStateUnknown = data.isStateUnknown;
     ChainVerdict verdict;
     verdict.chain = ChainOf(context.get());
     // Whatever OpenSSL says of a failure without an error of its own is none of success.
@@ -230,8 +274,9 @@ ChainVerdict CChain::Judge(const CProviderCall& call, X509* certificate,
         why = Say(Words::kAlgorithmsNotAllowed);
     }
     verdict.text = ::GetErrorMessage(verdict.code, /*prefix=*/false);
-    verdict.reasons = ChainReasons(verdict, why, X509_STORE_CTX_get_error_depth(context.get()),
-                                   {companions.crls.get(), &trust->crls, rules, pki.crl.enabled});
+    verdict.reasons =
+        ChainReasons(verdict, why, X509_STORE_CTX_get_error_depth(context.get()),
+                     {crls, companions.crls.get(), &trust->crls, rules, pki.crl.enabled});
     return verdict;
 }
 

@@ -2,6 +2,7 @@
 
 #include "common/PKIConfigFileParser.h"
 #include "module/ProviderCall.h"
+#include "providers/openssl/FetchedLists.h"
 #include "providers/openssl/Trust.h"
 
 #include <cstdint>
@@ -41,7 +42,8 @@ struct ChainVerdict {
 /// Judges certificates by X509_verify_cert() and by the configuration's algorithms and usages.
 class CChain {
   public:
-    CChain(const COpenSslLibrary& library, CTrust& trust) : m_library(library), m_trust(trust) {}
+    CChain(const COpenSslLibrary& library, CTrust& trust)
+        : m_library(library), m_trust(trust), m_lists(library) {}
 
     ChainVerdict Judge(const CProviderCall& call, X509* certificate, const Companions& companions,
                        const ChainRules& rules) const;
@@ -49,8 +51,13 @@ class CChain {
     std::vector<X509Ptr> Build(const CProviderCall& call, X509* certificate) const;
 
   private:
+    ChainVerdict JudgeWith(const CProviderCall& call, X509* certificate,
+                           const Companions& companions, STACK_OF(X509_CRL) * crls,
+                           const ChainRules& rules, bool& isStateUnknown) const;
+
     const COpenSslLibrary& m_library;
     CTrust& m_trust;
+    mutable CFetchedLists m_lists;  // guards itself
 };
 
 /// Code for one of OpenSSL's verdicts on a chain (X509_V_ERR_...), 16200 for X509_V_OK.

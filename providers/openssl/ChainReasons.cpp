@@ -20,36 +20,26 @@ std::wstring TimeText(const ASN1_TIME* time) {
     return ca::u8u16(text);
 }
 
-// RFC 2253, with the characters of the name as they are.
-std::wstring NameText(const X509_NAME* name) {
-    const ca::BioPtr text(BIO_new(BIO_s_mem()));
-    constexpr unsigned long kFlags = (XN_FLAG_RFC2253 & ~ASN1_STRFLGS_ESC_MSB);
-    if (text == nullptr || X509_NAME_print_ex(text.get(), name, /*indent=*/0, kFlags) < 0) {
-        return L"?";
-    }
-    char* from = nullptr;
-    const long size = BIO_get_mem_data(text.get(), &from);
-    return ca::Visible(ca::u8u16(std::string(from, static_cast<std::size_t>(size))));
-}
-
 // The newest list of an issuer.
 const X509_CRL* FindList(const X509* certificate, const ca::ChainEvidence& evidence,
-                         bool& isFromMessage) {
+                         ca::Words& from) {
     const X509_CRL* best = nullptr;
-    const auto look = [&](const X509_CRL* list, bool fromMessage) {
+    const auto look = [&](const X509_CRL* list, ca::Words place) {
         const bool isIts =
             X509_NAME_cmp(X509_CRL_get_issuer(list), X509_get_issuer_name(certificate)) == 0;
         if (isIts && (best == nullptr || ASN1_TIME_compare(X509_CRL_get0_lastUpdate(list),
                                                            X509_CRL_get0_lastUpdate(best)) > 0)) {
             best = list;
-            isFromMessage = fromMessage;
+            from = place;
         }
     };
-    for (int i = 0; i < sk_X509_CRL_num(evidence.fromMessage); ++i) {
-        look(sk_X509_CRL_value(evidence.fromMessage, i), true);
+    for (int i = 0; i < sk_X509_CRL_num(evidence.lists); ++i) {
+        look(sk_X509_CRL_value(evidence.lists, i), i < sk_X509_CRL_num(evidence.fromMessage)
+                                                       ? ca::Words::kFromMessage
+                                                       : ca::Words::kFetched);
     }
     for (const ca::CrlPtr& list : *evidence.fromStores) {
-        look(list.get(), false);
+        look(list.get(), ca::Words::kFromStores);
     }
     return best;
 }
@@ -58,19 +48,29 @@ std::wstring RevocationText(const X509* certificate, const ca::ChainEvidence& ev
     if (!evidence.isCrlEnabled || evidence.rules.policy.revocation == ca::RevocationCheck::kNone) {
         return ca::Say(ca::Words::kRevocationNotChecked);
     }
-    bool isFromMessage = false;
-    const X509_CRL* const list = FindList(certificate, evidence, isFromMessage);
+    ca::Words from{};
+    const X509_CRL* const list = FindList(certificate, evidence, from);
     if (list == nullptr) {
         return ca::Say(ca::Words::kRevocationUnknown);
     }
     return ca::Say(ca::Words::kRevocationList) + TimeText(X509_CRL_get0_lastUpdate(list)) +
-           ca::Say(ca::Words::kValidTo) + TimeText(X509_CRL_get0_nextUpdate(list)) +
-           ca::Say(isFromMessage ? ca::Words::kFromMessage : ca::Words::kFromStores);
+           ca::Say(ca::Words::kValidTo) + TimeText(X509_CRL_get0_nextUpdate(list)) + ca::Say(from);
 }
 
 }  // namespace
 
 namespace ca {
+
+std::wstring NameText(const X509_NAME* name) {
+    const BioPtr text(BIO_new(BIO_s_mem()));
+    constexpr unsigned long kFlags = (XN_FLAG_RFC2253 & ~ASN1_STRFLGS_ESC_MSB);
+    if (text == nullptr || X509_NAME_print_ex(text.get(), name, /*indent=*/0, kFlags) < 0) {
+        return L"?";
+    }
+    char* from = nullptr;
+    const long size = BIO_get_mem_data(text.get(), &from);
+    return Visible(u8u16(std::string(from, static_cast<std::size_t>(size))));
+}
 
 std::wstring ChainReasons(const ChainVerdict& verdict, const std::wstring& why, int depth,
                           const ChainEvidence& evidence) {

@@ -4,9 +4,13 @@
 
 namespace ca {
 
+/// A name as RFC 2253 writes it, with its characters as they are, but for those that do not show.
+std::wstring NameText(const X509_NAME* name);
+
 /// What a verdict was found with.
 struct ChainEvidence {
-    const STACK_OF(X509_CRL) * fromMessage;  ///< revocation lists; null: none
+    const STACK_OF(X509_CRL) * lists;        ///< of revocation; null: none
+    const STACK_OF(X509_CRL) * fromMessage;  ///< those of them that are no fetched ones, first
     const std::vector<CrlPtr>* fromStores;
     const ChainRules& rules;
     bool isCrlEnabled;

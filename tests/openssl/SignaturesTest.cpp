@@ -1,3 +1,4 @@
+#include "tests/common/HttpTestServer.h"
 #include "tests/openssl/OpenSslFixture.h"
 
 #include <gmock/gmock.h>
@@ -273,4 +274,39 @@ TEST_F(SignaturesTest, JudgesAsTheConfigurationSays) {
     EXPECT_EQ(Verify(message), "16200/16206 ")
         << "the message brings the root, which proves nothing";
     EXPECT_EQ(Verify(Sign(By("bob"))), "16200/16220 ");
+}
+
+// Servers are asked for lists that are missing, once for as long as they are kept, and never on
+// behalf of a certificate that is not trusted.
+TEST_F(SignaturesTest, FetchesListsThatAreMissing) {
+    const auto configure = [this](const std::wstring& url, const char* policy, int cacheTime) {
+        Configure(R"("crl":{"sources":[{"url":")" + ca_test::Narrow(url) + R"(","cacheTime":)" +
+                  std::to_string(cacheTime) + R"(}]},"policies":{"signing":{"revocation":")" +
+                  policy + R"("}},)");
+    };
+    const std::string byBob = Theirs("bob", "-nodetach -md sha256");
+    const std::string byRevoked = Theirs("revoked", "-nodetach -md sha256");
+    const ca_test::HttpTestServer server(ca_test::Canned(ca_test::Ok(Pki("ca.crl"))));
+    configure(server.Url(), "ifKnown", 3600);
+    EXPECT_EQ(Verify(byRevoked), "16200/16203 ");
+    EXPECT_EQ(Verify(byBob), "16200/16200 ");
+    EXPECT_EQ(server.Requests().size(), 1U);
+    configure(server.Url(), "required", 0);
+    EXPECT_EQ(Verify(byBob), "16200/16207 ") << "nothing tells of the authority itself";
+    Put("user/Root/root.crl", Pki("root.crl"));
+    EXPECT_EQ(Verify(byBob), "16200/16200 ");
+    EXPECT_EQ(server.Requests().size(), 3U) << "nothing is kept";
+
+    std::filesystem::remove(Store("Root/root.crt"));
+    EXPECT_EQ(Verify(byRevoked), "16200/16220 ");
+    EXPECT_EQ(server.Requests().size(), 3U);
+    Put("user/Root/root.crt", Pki("root.crt"));
+
+    for (const std::string& answer : {Pki("root.crl"), std::string("no list")}) {
+        const ca_test::HttpTestServer other(ca_test::Canned(ca_test::Ok(answer)));
+        configure(other.Url(), "required", 3600);
+        EXPECT_EQ(Verify(byBob), "16200/16207 ");
+    }
+    configure(ca_test::ClosedPort().Url(), "required", 3600);
+    EXPECT_EQ(Verify(byBob), "16200/16207 ");
 }

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "common/ForkMutex.h"
+#include "module/ProviderCall.h"
+#include "providers/openssl/OpenSslLibrary.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ca {
+
+/// Revocation lists from servers: those of `crl.sources`, and those of the distribution points that
+/// certificates name. Kept in memory for as long as the configuration says, in turn with the 64
+/// that were fetched last. Nothing is believed of a list here: whoever judges verifies it.
+/// Safe from any thread.
+class CFetchedLists {
+  public:
+    explicit CFetchedLists(const COpenSslLibrary& library) : m_library(library) {}
+    CFetchedLists(const CFetchedLists&) = delete;
+    CFetchedLists& operator=(const CFetchedLists&) = delete;
+    ~CFetchedLists() = default;
+
+    /// Adds the lists for a path's certificates. A server that does not answer, or with something
+    /// else, is told in the log, and its list is missing. After a minute no other is asked.
+    void Add(const CProviderCall& call, const std::vector<X509Ptr>& chain,
+             STACK_OF(X509_CRL) * lists);
+
+  private:
+    struct Source {
+        std::wstring url;
+        int cacheTime;  ///< seconds
+        int timeout;    ///< milliseconds
+    };
+    struct Kept {
+        std::shared_ptr<X509_CRL> list;
+        std::int64_t since;  ///< seconds of the clock that nobody sets
+    };
+
+    static std::vector<Source> SourcesOf(const CProviderCall& call, X509* certificate);
+    std::shared_ptr<X509_CRL> Get(const CProviderCall& call, const Source& source);
+    std::shared_ptr<X509_CRL> Fetch(const CProviderCall& call, const Source& source) const;
+
+    const COpenSslLibrary& m_library;
+    CForkMutex m_mutex;                   // guards what follows; not held while a server is asked
+    std::map<std::wstring, Kept> m_kept;  // by URL
+};
+
+}  // namespace ca
