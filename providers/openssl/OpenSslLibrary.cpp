@@ -9,7 +9,6 @@
 #include <openssl/evperr.h>
 #include <openssl/pkcs12err.h>
 #include <openssl/proverr.h>
-#include <openssl/provider.h>
 #include <openssl/x509err.h>
 
 #include <algorithm>
@@ -37,22 +36,28 @@ namespace ca {
 
 // Deliberate: nothing is initialised by OPENSSL_init_crypto(). Its options are the process's, once
 // for all: to go without a configuration file here would leave the host without its own.
-COpenSslLibrary::COpenSslLibrary() : m_context(OSSL_LIB_CTX_new()) {
+COpenSslLibrary::COpenSslLibrary()
+    : m_context(OSSL_LIB_CTX_new()), m_default(nullptr), m_legacy(nullptr) {
     const CErrorScope scope;
     if (m_context == nullptr) {
         throw std::bad_alloc();
     }
-    if (OSSL_PROVIDER_load(m_context, "default") == nullptr) {
+    m_default = OSSL_PROVIDER_load(m_context, "default");
+    if (m_default == nullptr) {
         OSSL_LIB_CTX_free(m_context);
         throw Exception(kErrPkcs11Load);
     }
     // Old PKCS #12 files are encrypted with RC2 and the like; where it is not installed they stay
     // closed, which is told when one is opened.
-    OSSL_PROVIDER_load(m_context, "legacy");
+    m_legacy = OSSL_PROVIDER_load(m_context, "legacy");
 }
 
 COpenSslLibrary::~COpenSslLibrary() {
-    OSSL_LIB_CTX_free(m_context);  // with its providers
+    if (m_legacy != nullptr) {
+        OSSL_PROVIDER_unload(m_legacy);  // its own context goes with it, not with ours
+    }
+    OSSL_PROVIDER_unload(m_default);
+    OSSL_LIB_CTX_free(m_context);
 }
 
 X509Ptr COpenSslLibrary::ReadCertificate(std::span<const unsigned char> der) const {

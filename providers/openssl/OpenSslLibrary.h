@@ -2,6 +2,8 @@
 
 #include "providers/openssl/Owners.h"
 
+#include <openssl/provider.h>
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -31,6 +33,8 @@ class COpenSslLibrary {
 
   private:
     OSSL_LIB_CTX* m_context;
+    OSSL_PROVIDER* m_default;
+    OSSL_PROVIDER* m_legacy;  // null: not installed
 };
 
 /// Keeps the thread's queue of OpenSSL errors, which is the host's too, as it was before.
