@@ -5,6 +5,7 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/FieldTable.h"
 #include "common/Lng.h"
 #include "common/inifile.h"
 
@@ -18,52 +19,27 @@
 #include <optional>
 #include <pwd.h>
 #include <sstream>
+#include <string_view>
 #include <sys/stat.h>
+#include <tuple>
+#include <type_traits>
 #include <unistd.h>
 #include <utility>
-#include <variant>
 
 namespace {
 
+using ca::AnyValue;
+using ca::JsonField;
 using ca::JsonValue;
 using ca::JsonWriter;
+using ca::NumberRange;
 using ca::ServiceSettings;
+using ca::TextRule;
 using TextList = std::vector<std::wstring>;
 
 constexpr const wchar_t* kSettingsSection = L"Service settings";
 constexpr const wchar_t* kHeaderLine =
     L"###QetCryptoSvc automatically generated config file###\r\n";
-
-struct Number {
-    int ServiceSettings::*field;
-    int low;
-    int high;
-};
-struct Flag {
-    bool ServiceSettings::*field;
-};
-struct Text {
-    std::wstring ServiceSettings::*field;
-};
-struct List {
-    TextList ServiceSettings::*field;
-};
-
-/// One setting; a list's key is the name of its section.
-struct Row {
-    const char* key;
-    const wchar_t* wideKey;
-    std::variant<Number, Flag, Text, List> kind;
-};
-
-constexpr Row kRows[] = {
-#define CA_NUMBER(key, low, high, preset) \
-    {#key, L## #key, Number{&ServiceSettings::key, low, high}},
-#define CA_FLAG(key, preset) {#key, L## #key, Flag{&ServiceSettings::key}},
-#define CA_TEXT(key, preset) {#key, L## #key, Text{&ServiceSettings::key}},
-#define CA_LIST(name, section) {section, L##section, List{&ServiceSettings::name}},
-#include "common/SettingTable.inc"
-};
 
 // Whether a text of a client can be the value of an INI line. No NUL either: it would end the text
 // wherever it is converted.
@@ -80,6 +56,20 @@ bool IsListItem(const std::wstring& text) {
         return text.find(L'=') != std::wstring::npos;
     }
     return text.front() != L'[' || text[text.find_last_not_of(L" \t")] != L']';
+}
+
+// The settings; a list's key is the name of its section.
+constexpr std::tuple kSettings{
+#define CA_NUMBER(key, low, high, preset) \
+    JsonField{#key, &ServiceSettings::key, NumberRange{low, high}},
+#define CA_FLAG(key, preset) JsonField{#key, &ServiceSettings::key},
+#define CA_TEXT(key, preset) JsonField{#key, &ServiceSettings::key, TextRule{&FitsInLine}},
+#define CA_LIST(name, section) JsonField{section, &ServiceSettings::name, TextRule{&IsListItem}},
+#include "common/SettingTable.inc"
+};
+
+std::wstring WideKey(std::string_view key) {
+    return {key.begin(), key.end()};
 }
 
 // std::stoi() without its exceptions: leading blanks and a sign are taken, what follows the digits
@@ -101,32 +91,36 @@ class IniReader {
     IniReader(const CIniFileW& file, ServiceSettings& settings)
         : m_file(file), m_section(file.GetSection(kSettingsSection)), m_settings(settings) {}
 
+    template <class Row>
     void Read(const Row& row) const {
-        if (const List* const list = std::get_if<List>(&row.kind)) {
-            if (const auto* const section = m_file.GetSection(row.wideKey)) {
-                m_settings.*list->field = section->GetLines();
+        auto& setting = row.In(m_settings);
+        if constexpr (std::is_same_v<decltype(setting), TextList&>) {
+            if (const auto* const section = m_file.GetSection(WideKey(row.key))) {
+                setting = section->GetLines();
             }
         } else if (const auto* const key =
-                       m_section != nullptr ? m_section->GetKey(row.wideKey) : nullptr) {
-            std::visit([&](const auto& kind) { Take(kind, key->GetValue()); }, row.kind);
+                       m_section != nullptr ? m_section->GetKey(WideKey(row.key)) : nullptr) {
+            Take(row.rule, key->GetValue(), setting);
         }
     }
 
   private:
-    void Take(const Number& number, const std::wstring& text) const {
+    static void Take(const NumberRange& range, const std::wstring& text, int& setting) {
         const std::optional<int> value = ParseInteger(text);
-        if (value && *value >= number.low && *value <= number.high) {
-            m_settings.*number.field = *value;
+        if (value && *value >= range.low && *value <= range.high) {
+            setting = *value;
         }
     }
-    void Take(const Flag& flag, const std::wstring& text) const {
+    static void Take(AnyValue /*rule*/, const std::wstring& text, bool& setting) {
         const std::optional<int> value = ParseInteger(text);
         if (value && *value >= 0) {
-            m_settings.*flag.field = *value != 0;
+            setting = *value != 0;
         }
     }
-    void Take(const Text& text, const std::wstring& value) const { m_settings.*text.field = value; }
-    static void Take(const List& /*list*/, const std::wstring& /*text*/) {}
+    // Whatever the engine reads as a value fits in a line.
+    static void Take(TextRule /*rule*/, const std::wstring& text, std::wstring& setting) {
+        setting = text;
+    }
 
     const CIniFileW& m_file;
     const CIniFileW::CIniSectionW* m_section;
@@ -140,31 +134,24 @@ class IniWriter {
         : m_settings(settings), m_section(m_file.AddSection(kSettingsSection)) {}
 
     std::wstring Write() {
-        for (const Row& row : kRows) {
-            std::visit([&](const auto& kind) { Put(row.wideKey, kind); }, row.kind);
-        }
+        VisitRows(kSettings, [&](const auto& row) { Put(WideKey(row.key), row.In(m_settings)); });
         std::wostringstream out;
         out << kHeaderLine << m_file;
         return out.str() + m_lists;
     }
 
   private:
-    void WriteLong(const wchar_t* key, long value) {
+    void Put(const std::wstring& key, long value) {
         m_section->SetKeyValue(key, ca::DecimalText(value));
     }
-    void WriteArraySection(const wchar_t* section, const TextList& items) {
+    void Put(const std::wstring& key, const std::wstring& text) {
+        m_section->SetKeyValue(key, text);
+    }
+    void Put(const std::wstring& section, const TextList& items) {
         m_lists.append(L"[").append(section).append(L"]\n");
         for (const std::wstring& item : items) {
             m_lists.append(item).append(L"\n");
         }
-    }
-    void Put(const wchar_t* key, const Number& number) { WriteLong(key, m_settings.*number.field); }
-    void Put(const wchar_t* key, const Flag& flag) { WriteLong(key, m_settings.*flag.field); }
-    void Put(const wchar_t* key, const Text& text) {
-        m_section->SetKeyValue(key, m_settings.*text.field);
-    }
-    void Put(const wchar_t* key, const List& list) {
-        WriteArraySection(key, m_settings.*list.field);
     }
 
     const ServiceSettings& m_settings;
@@ -184,35 +171,35 @@ std::wstring ToText(const JsonValue& value) {
     return ca::u8u16(std::string(value.GetString(), value.GetStringLength()));
 }
 
-void Take(const Number& number, const JsonValue& value, ServiceSettings& settings) {
+void Take(const NumberRange& range, const JsonValue& value, int& setting) {
     Expect(value.IsNumber());
-    if (value.IsInt() && value.GetInt() >= number.low && value.GetInt() <= number.high) {
-        settings.*number.field = value.GetInt();
+    if (value.IsInt() && value.GetInt() >= range.low && value.GetInt() <= range.high) {
+        setting = value.GetInt();
     }
 }
 
-void Take(const Flag& flag, const JsonValue& value, ServiceSettings& settings) {
+void Take(AnyValue /*rule*/, const JsonValue& value, bool& setting) {
     Expect(value.IsBool());
-    settings.*flag.field = value.GetBool();
+    setting = value.GetBool();
 }
 
-void Take(const Text& text, const JsonValue& value, ServiceSettings& settings) {
-    std::wstring content = ToText(value);
-    if (FitsInLine(content)) {
-        settings.*text.field = std::move(content);
+void Take(TextRule rule, const JsonValue& value, std::wstring& setting) {
+    std::wstring text = ToText(value);
+    if (rule(text)) {
+        setting = std::move(text);
     }
 }
 
-void Take(const List& list, const JsonValue& value, ServiceSettings& settings) {
+void Take(TextRule rule, const JsonValue& value, TextList& setting) {
     Expect(value.IsArray());
     TextList items;
     for (const JsonValue& element : value.GetArray()) {
         std::wstring item = ToText(element);
-        if (IsListItem(item)) {
+        if (rule(item)) {
             items.push_back(std::move(item));
         }
     }
-    settings.*list.field = std::move(items);
+    setting = std::move(items);
 }
 
 void Write(JsonWriter& writer, int value) {
@@ -348,9 +335,7 @@ ConfigFileParser::Findings ConfigFileParser::LoadFirst(const TextList& paths) {
     file.Load(in, /*merge=*/false);
 
     const IniReader reader(file, m_settings);
-    for (const Row& row : kRows) {
-        reader.Read(row);
-    }
+    VisitRows(kSettings, [&](const auto& row) { reader.Read(row); });
     m_sourcePath = findings.paths.back();
     return findings;
 }
@@ -362,22 +347,22 @@ bool ConfigFileParser::WriteConfigFile(const std::wstring& path, std::wstring& e
 void ConfigFileParser::FromJson(const JsonValue& value) {
     Expect(value.IsObject());
     ServiceSettings settings;
-    for (const Row& row : kRows) {
-        const auto member = value.FindMember(row.key);
+    VisitRows(kSettings, [&](const auto& row) {
+        const auto member = value.FindMember(row.key.data());
         if (member != value.MemberEnd()) {
-            SetJsonMember(row.key);
-            std::visit([&](const auto& kind) { Take(kind, member->value, settings); }, row.kind);
+            SetJsonMember(row.key.data());
+            Take(row.rule, member->value, row.In(settings));
         }
-    }
+    });
     m_settings = std::move(settings);
 }
 
 void ConfigFileParser::ToJson(JsonWriter& writer) const {
     writer.StartObject();
-    for (const Row& row : kRows) {
-        writer.Key(row.key);
-        std::visit([&](const auto& kind) { Write(writer, m_settings.*kind.field); }, row.kind);
-    }
+    VisitRows(kSettings, [&](const auto& row) {
+        writer.Key(row.key.data());
+        Write(writer, row.In(m_settings));
+    });
     writer.EndObject();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
@@ -18,6 +19,9 @@ struct NumberRange {
     int low;
     int high;
 };
+
+/// What the texts of a row may be.
+using TextRule = bool (*)(const std::wstring& text);
 
 /// A member of a member: a row of a structure that several objects have.
 template <class Owner, class Part, class Value>

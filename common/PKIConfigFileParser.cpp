@@ -6,6 +6,7 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/FieldTable.h"
 #include "common/Lng.h"
 #include "common/PkiTextRules.h"
 
@@ -14,15 +15,19 @@
 #include <cstdlib>
 #include <iterator>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
 namespace {
 
+using ca::AnyValue;
+using ca::JsonField;
 using ca::JsonValue;
+using ca::NumberRange;
 using ca::RevocationCheck;
+using ca::TextRule;
 using namespace ca::pki;  // the rules of the table
-using Rule = bool (*)(const std::wstring& text);
 using TextList = std::vector<std::wstring>;
 
 constexpr std::size_t kMaxListItems = 256;
@@ -31,22 +36,41 @@ constexpr std::size_t kMaxReportedFaults = 16;
 // By the values of RevocationCheck.
 constexpr const char* kRevocationNames[] = {"none", "ifKnown", "required"};
 
-// ---- The table as functions: VisitFields(visitor, object) calls the visitor once a key, in order
+/// A value of an enumeration, by the names of its values.
+template <std::size_t N>
+struct ChoiceOf {
+    const char* const (&names)[N];
+};
 
-#define CA_PKI_OBJECT(type)                                        \
-    template <class Visitor, class Object>                         \
-    requires std::is_same_v<std::remove_const_t<Object>, ca::type> \
-    void VisitFields(Visitor& visitor, Object& object) {
-#define CA_PKI_FLAG(key, preset) visitor.Flag(#key, object.key);
-#define CA_PKI_NUMBER(key, low, high, preset) visitor.Number(#key, object.key, low, high);
-#define CA_PKI_CHOICE(key, type, names, preset) visitor.Choice(#key, object.key, names);
-#define CA_PKI_TEXT(key, rule, preset) visitor.Text(#key, object.key, rule);
-#define CA_PKI_REQUIRED(key, rule) visitor.Required(#key, object.key, rule);
-#define CA_PKI_TEXTS(key, rule, ...) visitor.Texts(#key, object.key, rule);
-#define CA_PKI_PART(key, type, ...) visitor.Part(#key, object.key);
-#define CA_PKI_PARTS(key, type) visitor.Parts(#key, object.key);
-#define CA_PKI_END }
+/// A text that an entry of a list is nothing without.
+struct RequiredText {
+    TextRule rule;
+};
+
+// ---- The table: the rows of each object by its type
+
+// clang-format off
+#define CA_PKI_OBJECT(type) constexpr auto RowsOf(std::type_identity<ca::type>) { \
+    using Object = ca::type; return std::tuple{
+#define CA_PKI_FLAG(key, preset) JsonField{#key, &Object::key},
+#define CA_PKI_NUMBER(key, low, high, preset) JsonField{#key, &Object::key, NumberRange{low, high}},
+#define CA_PKI_CHOICE(key, type, names, preset) JsonField{#key, &Object::key, ChoiceOf{names}},
+#define CA_PKI_TEXT(key, rule, preset) JsonField{#key, &Object::key, TextRule{&rule}},
+#define CA_PKI_REQUIRED(key, rule) JsonField{#key, &Object::key, RequiredText{&rule}},
+#define CA_PKI_TEXTS(key, rule, ...) JsonField{#key, &Object::key, TextRule{&rule}},
+#define CA_PKI_PART(key, type, ...) JsonField{#key, &Object::key},
+#define CA_PKI_PARTS(key, type) JsonField{#key, &Object::key},
+#define CA_PKI_END }; }
+// clang-format on
 #include "common/PkiSettingTable.inc"
+
+// Calls visitor.Field(key, value, rule) once a key, in order.
+template <class Visitor, class Object>
+void VisitFields(Visitor& visitor, Object& object) {
+    ca::VisitRows(RowsOf(std::type_identity<std::remove_const_t<Object>>()), [&](const auto& row) {
+        visitor.Field(row.key.data(), row.In(object), row.rule);
+    });
+}
 
 // ---- Reading
 
@@ -113,14 +137,14 @@ class Reader {
     /// False when a required key was absent or wrong.
     bool IsComplete() const { return m_isComplete; }
 
-    void Flag(const char* key, bool& out) {
+    void Field(const char* key, bool& out, AnyValue /*rule*/) {
         if (const JsonValue* const value = Find(key, &JsonValue::IsBool)) {
             out = value->GetBool();
         }
     }
-    void Number(const char* key, int& out, int low, int high) {
+    void Field(const char* key, int& out, const NumberRange& range) {
         if (const JsonValue* const value = Find(key, &JsonValue::IsNumber)) {
-            if (!value->IsInt() || value->GetInt() < low || value->GetInt() > high) {
+            if (!value->IsInt() || value->GetInt() < range.low || value->GetInt() > range.high) {
                 m_faults.WrongValue(At(key));
                 return;
             }
@@ -128,35 +152,32 @@ class Reader {
         }
     }
     template <class Enumeration, std::size_t N>
-    void Choice(const char* key, Enumeration& out, const char* const (&names)[N]) {
+    void Field(const char* key, Enumeration& out, const ChoiceOf<N>& choice) {
         if (const JsonValue* const value = Find(key, &JsonValue::IsString)) {
-            const auto found = std::ranges::find(names, ToString(*value));
-            if (found == std::end(names)) {
+            const auto found = std::ranges::find(choice.names, ToString(*value));
+            if (found == std::end(choice.names)) {
                 m_faults.WrongValue(At(key));
                 return;
             }
-            out = static_cast<Enumeration>(found - std::begin(names));
+            out = static_cast<Enumeration>(found - std::begin(choice.names));
         }
     }
-    bool Text(const char* key, std::wstring& out, Rule rule) {
-        const JsonValue* const value = Find(key, &JsonValue::IsString);
-        return value != nullptr && Take(*value, At(key), rule, out);
-    }
-    void Required(const char* key, std::wstring& out, Rule rule) {
+    void Field(const char* key, std::wstring& out, TextRule rule) { ReadText(key, out, rule); }
+    void Field(const char* key, std::wstring& out, const RequiredText& required) {
         if (!m_object.HasMember(key)) {
             m_faults.WrongValue(At(key));
             m_isComplete = false;
-        } else if (!Text(key, out, rule)) {
+        } else if (!ReadText(key, out, required.rule)) {
             m_isComplete = false;
         }
     }
-    void Texts(const char* key, TextList& out, Rule rule) {
+    void Field(const char* key, TextList& out, TextRule rule) {
         ReadList(key, out, [&](const JsonValue& value, const Place& place, std::wstring& item) {
             return Expect(value.IsString(), place) && Take(value, place, rule, item);
         });
     }
     template <class Object>
-    void Part(const char* key, Object& out) {
+    void Field(const char* key, Object& out, AnyValue /*rule*/) {
         if (const JsonValue* const value = Find(key, &JsonValue::IsObject)) {
             const Place place = At(key);
             Reader reader(*value, &place, m_faults);
@@ -164,7 +185,7 @@ class Reader {
         }
     }
     template <class Object>
-    void Parts(const char* key, std::vector<Object>& out) {
+    void Field(const char* key, std::vector<Object>& out, AnyValue /*rule*/) {
         ReadList(key, out, [&](const JsonValue& value, const Place& place, Object& item) {
             if (!Expect(value.IsObject(), place)) {
                 return false;
@@ -181,6 +202,10 @@ class Reader {
         return std::string(value.GetString(), value.GetStringLength());
     }
 
+    bool ReadText(const char* key, std::wstring& out, TextRule rule) {
+        const JsonValue* const value = Find(key, &JsonValue::IsString);
+        return value != nullptr && Take(*value, At(key), rule, out);
+    }
     bool Expect(bool rightType, const Place& place) {
         if (!rightType) {
             m_faults.WrongType(place);
@@ -195,7 +220,7 @@ class Reader {
         }
         return &member->value;
     }
-    bool Take(const JsonValue& value, const Place& place, Rule rule, std::wstring& out) {
+    bool Take(const JsonValue& value, const Place& place, TextRule rule, std::wstring& out) {
         std::wstring text = ca::u8u16(ToString(value));
         if (!rule(text)) {
             m_faults.WrongValue(place);
@@ -247,35 +272,37 @@ class Writer {
         m_output.EndObject();
     }
 
-    void Flag(const char* key, bool value) {
+    void Field(const char* key, bool value, AnyValue /*rule*/) {
         m_output.Key(key);
         m_output.Bool(value);
     }
-    void Number(const char* key, int value, int /*low*/, int /*high*/) {
+    void Field(const char* key, int value, const NumberRange& /*rule*/) {
         m_output.Key(key);
         m_output.Int(value);
     }
     template <class Enumeration, std::size_t N>
-    void Choice(const char* key, Enumeration value, const char* const (&names)[N]) {
+    void Field(const char* key, Enumeration value, const ChoiceOf<N>& choice) {
         m_output.Key(key);
-        m_output.String(names[static_cast<std::size_t>(value)]);
+        m_output.String(choice.names[static_cast<std::size_t>(value)]);
     }
-    void Text(const char* key, const std::wstring& value, Rule /*rule*/) {
+    void Field(const char* key, const std::wstring& value, TextRule /*rule*/) {
         m_output.Key(key);
         m_output.String(ca::u16u8(value));
     }
-    void Required(const char* key, const std::wstring& value, Rule rule) { Text(key, value, rule); }
-    void Texts(const char* key, const TextList& values, Rule /*rule*/) {
+    void Field(const char* key, const std::wstring& value, const RequiredText& required) {
+        Field(key, value, required.rule);
+    }
+    void Field(const char* key, const TextList& values, TextRule /*rule*/) {
         WriteList(key, values,
                   [this](const std::wstring& value) { m_output.String(ca::u16u8(value)); });
     }
     template <class Object>
-    void Part(const char* key, const Object& object) {
+    void Field(const char* key, const Object& object, AnyValue /*rule*/) {
         m_output.Key(key);
         Write(object);
     }
     template <class Object>
-    void Parts(const char* key, const std::vector<Object>& objects) {
+    void Field(const char* key, const std::vector<Object>& objects, AnyValue /*rule*/) {
         WriteList(key, objects, [this](const Object& object) { Write(object); });
     }
 

@@ -75,9 +75,9 @@ struct Key {
 constexpr Key kKeys[] = {
 #define CA_REQUEST_MEMBER(key, member, presence, json, meaning) {key, json, meaning},
 #define CA_REQUEST_KEY(name, key, json, meaning) {key, json, meaning},
-#define CA_ANSWER_KEY CA_REQUEST_KEY
+#define CA_ANSWER_MEMBER CA_REQUEST_MEMBER
 #include "module/KeyTable.inc"
-#undef CA_ANSWER_KEY
+#undef CA_ANSWER_MEMBER
 #undef CA_REQUEST_KEY
 #undef CA_REQUEST_MEMBER
 #define CA_RECORD(name, type, key, json, meaning) {key, json, meaning},

@@ -4,6 +4,7 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/FieldTable.h"
 #include "common/Http.h"
 #include "common/InitString.h"
 #include "common/JsonString.h"
@@ -14,39 +15,54 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <string_view>
+#include <tuple>
 #include <utility>
-#include <variant>
 
 namespace ca {
 namespace {
 
-// Keys whose values are more than one plain member, and those of answers.
+// Keys of requests whose values are more than one plain member.
 #define CA_REQUEST_MEMBER(key, member, presence, json, meaning)
-#define CA_REQUEST_KEY(name, key, json, meaning) \
-    [[maybe_unused]] constexpr std::string_view name = key;
-#define CA_ANSWER_KEY CA_REQUEST_KEY
+#define CA_REQUEST_KEY(name, key, json, meaning) constexpr std::string_view name = key;
+#define CA_ANSWER_MEMBER(key, member, written, json, meaning)
 #include "module/KeyTable.inc"
-#undef CA_ANSWER_KEY
+#undef CA_ANSWER_MEMBER
 #undef CA_REQUEST_KEY
 #undef CA_REQUEST_MEMBER
 
-// The type of the member is the JSON type that the key must have.
-using RequestMember = std::variant<std::int32_t CryptRequest::*, std::uint32_t CryptRequest::*,
-                                   bool CryptRequest::*, std::wstring CryptRequest::*>;
-
-struct RequestKey {
-    std::string_view key;
-    RequestMember member;
-    std::uint32_t presence;  // RequestPresence; 0: absence and the empty value are the same
+// What a key's being there says: a bit of RequestPresence, 0 where absence and the empty value are
+// the same.
+struct Presence {
+    std::uint32_t bit;
 };
 
-constexpr RequestKey kRequestKeys[] = {
+// When a key of an answer is written.
+enum class Written : std::uint8_t {
+    kAlways,
+    kUnlessEmpty,
+    kBesideSignatures,  // by the container, which knows where
+};
+
+// The type of a member is the JSON type that its key must have.
+constexpr std::tuple kRequestFields{
 #define CA_REQUEST_MEMBER(key, member, presence, json, meaning) \
-    {key, &CryptRequest::member, presence},
+    JsonField{key, &CryptRequest::member, Presence{presence}},
 #define CA_REQUEST_KEY(name, key, json, meaning)
-#define CA_ANSWER_KEY(name, key, json, meaning)
+#define CA_ANSWER_MEMBER(key, member, written, json, meaning)
 #include "module/KeyTable.inc"
-#undef CA_ANSWER_KEY
+#undef CA_ANSWER_MEMBER
+#undef CA_REQUEST_KEY
+#undef CA_REQUEST_MEMBER
+};
+
+constexpr std::tuple kAnswerFields{
+#define CA_REQUEST_MEMBER(key, member, presence, json, meaning)
+#define CA_REQUEST_KEY(name, key, json, meaning)
+#define CA_ANSWER_MEMBER(key, member, written, json, meaning) \
+    JsonField{key, &CryptResponse::member, Written::written},
+#include "module/KeyTable.inc"
+#undef CA_ANSWER_MEMBER
 #undef CA_REQUEST_KEY
 #undef CA_REQUEST_MEMBER
 };
@@ -55,26 +71,63 @@ constexpr RequestKey kRequestKeys[] = {
 constexpr RecordType kRequestRecords[] = {kTypeStoreAddress, kTypeStoreAddresses, kTypeConfig,
                                           kTypePkiConfig};
 
-// Reads one value into the member that a row names.
-struct MemberReader {
-    CryptRequest& request;
-    const JsonValue& value;
-
-    void operator()(std::int32_t CryptRequest::*member) const {
-        request.*member = static_cast<std::int32_t>(value.GetUint());
-    }
-    void operator()(std::uint32_t CryptRequest::*member) const {
-        request.*member = value.GetUint();
-    }
-    void operator()(bool CryptRequest::*member) const { request.*member = value.GetBool(); }
-    void operator()(std::wstring CryptRequest::*member) const { request.*member = WideText(value); }
-};
-
 Blob DecodedBlob(const JsonValue& value) {
     value.GetString();  // stops at a wrong type, as for every key of a packet
     Blob blob;
     blob.AssignBase64(value);
     return blob;
+}
+
+// The values of rows. A value of another JSON type ends as the interface has it: JsonTypeFault().
+void ReadValue(const JsonValue& value, std::int32_t& member) {
+    member = static_cast<std::int32_t>(value.GetUint());
+}
+void ReadValue(const JsonValue& value, std::uint32_t& member) {
+    member = value.GetUint();
+}
+void ReadValue(const JsonValue& value, bool& member) {
+    member = value.GetBool();
+}
+void ReadValue(const JsonValue& value, std::wstring& member) {
+    member = WideText(value);
+}
+void ReadValue(const JsonValue& value, Blob& member) {
+    member = DecodedBlob(value);
+}
+
+// Reads the fields that the object has, and tells `note` the rule of each.
+template <class Object, class Table, class Note>
+void ReadFields(const JsonObject& root, Object& object, const Table& table, Note note) {
+    VisitRows(table, [&](const auto& row) {
+        if (const JsonValue* value = root.Find(row.key)) {
+            ReadValue(*value, row.In(object));
+            note(row.rule);
+        }
+    });
+}
+
+bool IsEmpty(std::uint32_t value) {
+    return value == 0;
+}
+bool IsEmpty(bool value) {
+    return !value;
+}
+template <class Value>
+bool IsEmpty(const Value& value) {
+    return value.empty();
+}
+
+void WriteValue(JsonWriter& writer, std::uint32_t value) {
+    writer.Uint(value);
+}
+void WriteValue(JsonWriter& writer, bool value) {
+    writer.Bool(value);
+}
+void WriteValue(JsonWriter& writer, const std::wstring& value) {
+    WriteString(writer, value);
+}
+void WriteValue(JsonWriter& writer, const Blob& value) {
+    WriteBase64(writer, value.Octets());
 }
 
 // The octets of the wide text itself, as an operation's parameter.
@@ -140,14 +193,6 @@ void ReadRecord(const JsonObject& root, RecordType type, SerializableContainer& 
     }
 }
 
-void WriteKey(JsonWriter& writer, std::string_view key) {
-    writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
-}
-
-void WriteText(JsonWriter& writer, const std::wstring& text) {
-    WriteString(writer, text);
-}
-
 }  // namespace
 
 void CryptRequest::FromJson(const char* data, unsigned length) {
@@ -160,7 +205,7 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     const JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
     const JsonObject root = text.Root();
 
-    ReadFields(root);
+    ReadFields(root, *this, kRequestFields, [&](Presence rule) { present |= rule.bit; });
     ReadBlobs(root);
     // The first source wins: what is fetched, then raw octets, then the text's own. One payload is
     // never made of two.
@@ -176,15 +221,6 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
         ReadRecord(root, kTypeFileData, objects);
     }
     ReadRecords(root);
-}
-
-void CryptRequest::ReadFields(const JsonObject& root) {
-    for (const RequestKey& row : kRequestKeys) {
-        if (const JsonValue* value = root.Find(row.key)) {
-            std::visit(MemberReader{*this, *value}, row.member);
-            present |= row.presence;
-        }
-    }
 }
 
 void CryptRequest::ReadBlobs(const JsonObject& root) {
@@ -226,22 +262,14 @@ void CryptResponse::TakeJson(JsonBuffer& text) {
 
 void CryptResponse::WriteTo(JsonWriter& writer) const {
     writer.StartObject();
-    WriteKey(writer, kKeyErrorCode);
-    writer.Uint(errorCode);
-    WriteKey(writer, kKeyErrorMessage);
-    WriteText(writer, errorMessage);
-    if (!needCertId.empty()) {
-        WriteKey(writer, kKeyNeedCertId);
-        WriteText(writer, needCertId);
-    }
-    if (streamId != 0) {
-        WriteKey(writer, kKeyStreamId);
-        writer.Uint(streamId);
-    }
-    if (!sendSignData.empty()) {
-        WriteKey(writer, kKeySendSignData);
-        WriteBase64(writer, sendSignData.Octets());
-    }
+    VisitRows(kAnswerFields, [&](const auto& row) {
+        const auto& value = row.In(*this);
+        if (row.rule == Written::kAlways ||
+            (row.rule == Written::kUnlessEmpty && !IsEmpty(value))) {
+            writer.Key(row.key.data(), static_cast<rapidjson::SizeType>(row.key.size()));
+            WriteValue(writer, value);
+        }
+    });
     objects.WriteTo(writer, {.isAttached = isAttached, .rawFileData = attachBinary});
     writer.EndObject();
 }
@@ -253,24 +281,7 @@ void CryptResponse::FromJson(const char* data, unsigned length) {
     const std::size_t textLength = JsonTextLength(data, length);
     const JsonText text(data, textLength);
     const JsonObject root = text.Root();
-    if (const JsonValue* value = root.Find(kKeyErrorCode)) {
-        errorCode = value->GetUint();
-    }
-    if (const JsonValue* value = root.Find(kKeyErrorMessage)) {
-        errorMessage = WideText(*value);
-    }
-    if (const JsonValue* value = root.Find(kKeyNeedCertId)) {
-        needCertId = WideText(*value);
-    }
-    if (const JsonValue* value = root.Find(kKeyStreamId)) {
-        streamId = value->GetUint();
-    }
-    if (const JsonValue* value = root.Find(kKeySendSignData)) {
-        sendSignData = DecodedBlob(*value);
-    }
-    if (const JsonValue* value = root.Find(kKeyIsAttached)) {
-        isAttached = value->GetBool();
-    }
+    ReadFields(root, *this, kAnswerFields, [](Written /*rule*/) {});
     for (int type = kTypeFileData; RecordKey(type) != nullptr; ++type) {
         ReadRecord(root, static_cast<RecordType>(type), objects);
     }

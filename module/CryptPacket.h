@@ -75,7 +75,6 @@ class CryptRequest {
     SerializableContainer objects;  ///< file data and the other records of the request
 
   private:
-    void ReadFields(const JsonObject& root);
     void ReadBlobs(const JsonObject& root);
     void ReadRecords(const JsonObject& root);
 

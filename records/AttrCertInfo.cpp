@@ -1,38 +1,33 @@
 #include "records/AttrCertInfo.h"
 
 #include "records/JsonFields.h"
+#include "records/TextRows.h"
 
 namespace {
 
 using ca::JsonField;
 
 // clang-format off
-constexpr std::tuple kAttrCertInfoFields{
+constexpr auto kAttrCertInfoFields = ca::FieldTable(
     JsonField{"Id", &ca::AttrCertInfo::id},
     JsonField{"HolderSerial", &ca::AttrCertInfo::holderSerial},
-    JsonField{"HolderIssuer", &ca::AttrCertInfo::holderIssuer},
-    JsonField{"HolderOIDIssuer", &ca::AttrCertInfo::holderOidIssuer},
-    JsonField{"HolderX500NameIssuer", &ca::AttrCertInfo::holderX500NameIssuer},
-    JsonField{"HolderIssuerTags", &ca::AttrCertInfo::holderIssuerTags},
+    ca::NameRows("HolderIssuer", "HolderOIDIssuer", "HolderX500NameIssuer", &ca::AttrCertInfo::holderIssuer),
+    ca::TagsRow("HolderIssuerTags", &ca::AttrCertInfo::holderIssuer),
     JsonField{"Validity", &ca::AttrCertInfo::validity},
     JsonField{"ValidityNumber", &ca::AttrCertInfo::validityNumber},
     JsonField{"Version", &ca::AttrCertInfo::version},
     JsonField{"Serial", &ca::AttrCertInfo::serial},
     JsonField{"SignatureAlg", &ca::AttrCertInfo::signatureAlg},
     JsonField{"HashAlg", &ca::AttrCertInfo::hashAlg},
-    JsonField{"Issuer", &ca::AttrCertInfo::issuer},
-    JsonField{"OIDIssuer", &ca::AttrCertInfo::oidIssuer},
-    JsonField{"X500NameIssuer", &ca::AttrCertInfo::x500NameIssuer},
-    JsonField{"ValidFrom", &ca::AttrCertInfo::validFrom},
-    JsonField{"ValidFromUTC", &ca::AttrCertInfo::validFromUtc},
-    JsonField{"ValidTo", &ca::AttrCertInfo::validTo},
-    JsonField{"ValidToUTC", &ca::AttrCertInfo::validToUtc},
-    JsonField{"IssuerTags", &ca::AttrCertInfo::issuerTags},
+    ca::NameRows("Issuer", "OIDIssuer", "X500NameIssuer", &ca::AttrCertInfo::issuer),
+    ca::TimeRows("ValidFrom", "ValidFromUTC", &ca::AttrCertInfo::validFrom),
+    ca::TimeRows("ValidTo", "ValidToUTC", &ca::AttrCertInfo::validTo),
+    ca::TagsRow("IssuerTags", &ca::AttrCertInfo::issuer),
     JsonField{"IssuerUniqueId", &ca::AttrCertInfo::issuerUniqueId},
     JsonField{"RawData", &ca::AttrCertInfo::rawData},
     JsonField{"Error", &ca::AttrCertInfo::error},
     JsonField{"Attributes", &ca::AttrCertInfo::attributes},
-    JsonField{"Extensions", &ca::AttrCertInfo::extensions}};
+    JsonField{"Extensions", &ca::AttrCertInfo::extensions});
 // clang-format on
 
 }  // namespace

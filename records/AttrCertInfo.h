@@ -2,6 +2,8 @@
 
 #include "common/ISerializable.h"
 #include "records/CertInfoExtension.h"
+#include "records/text/NameText.h"
+#include "records/text/TimeText.h"
 
 #include <cstdint>
 #include <string>
@@ -19,25 +21,17 @@ class AttrCertInfo : public ISerializable {
     void AddOctets(RecordOctets& octets) const;
 
     std::wstring id;
-    std::wstring holderSerial;  ///< the holder's base certificate; its issuer in four forms:
-    std::wstring holderIssuer;
-    std::wstring holderOidIssuer;
-    std::wstring holderX500NameIssuer;
-    std::wstring holderIssuerTags;
+    std::wstring holderSerial;  ///< of the holder's base certificate
+    NameTexts holderIssuer;     ///< of the same; or the holder itself
     std::wstring validity;
     std::uint32_t validityNumber = 0;
     std::wstring version;
     std::wstring serial;
     std::wstring signatureAlg;
     std::wstring hashAlg;
-    std::wstring issuer;
-    std::wstring oidIssuer;
-    std::wstring x500NameIssuer;
-    std::wstring validFrom;
-    std::wstring validFromUtc;
-    std::wstring validTo;
-    std::wstring validToUtc;
-    std::wstring issuerTags;
+    NameTexts issuer;
+    TimeTexts validFrom;
+    TimeTexts validTo;
     std::wstring issuerUniqueId;
     std::string rawData;
     std::wstring error;

@@ -35,10 +35,10 @@ CAsn1Element DirectoryName(std::span<unsigned char> names) {
 }
 
 // The forms of a name of GeneralNames. What has no name of a directory has a readable form only.
-ca::NameForms FormsOf(const CAsn1GeneralNames* names, Sentence place, std::wstring& error) {
+ca::NameTexts TextsOf(const CAsn1GeneralNames* names, Sentence place, std::wstring& error) {
     ca::NameForms forms;
     if (names == nullptr) {
-        return forms;
+        return {};
     }
     const CAsn1Element directory = DirectoryName(names->ContentOctets());
     if (directory.raw.empty()) {
@@ -53,11 +53,7 @@ ca::NameForms FormsOf(const CAsn1GeneralNames* names, Sentence place, std::wstri
 }
 
 void FillHolderName(const CAsn1GeneralNames* names, AttrCertInfo& record) {
-    ca::NameForms forms = FormsOf(names, kMsgHolder, record.error);
-    record.holderIssuer = std::move(forms.readable);
-    record.holderOidIssuer = std::move(forms.oid);
-    record.holderX500NameIssuer = std::move(forms.x500);
-    record.holderIssuerTags = std::move(forms.tags);
+    record.holderIssuer = TextsOf(names, kMsgHolder, record.error);
 }
 
 void FillHolder(const CAsn1IssuerSerial* base, const CAsn1GeneralNames* entity,
@@ -68,16 +64,12 @@ void FillHolder(const CAsn1IssuerSerial* base, const CAsn1GeneralNames* entity,
     } else if (entity != nullptr) {
         FillHolderName(entity, record);
     } else if (digest != nullptr) {
-        record.holderIssuer = ca::ObjectDigestText(*digest);
+        record.holderIssuer.readable = ca::ObjectDigestText(*digest);
     }
 }
 
 void FillIssuer(const CAsn1GeneralNames* names, AttrCertInfo& record) {
-    ca::NameForms forms = FormsOf(names, kMsgIssuer, record.error);
-    record.issuer = std::move(forms.readable);
-    record.oidIssuer = std::move(forms.oid);
-    record.x500NameIssuer = std::move(forms.x500);
-    record.issuerTags = std::move(forms.tags);
+    record.issuer = TextsOf(names, kMsgIssuer, record.error);
 }
 
 void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo& record,
@@ -96,7 +88,7 @@ void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo
     } else if (form->IssuerName() == nullptr && form->BaseCertificateId() != nullptr) {
         FillIssuer(form->BaseCertificateId()->Issuer(), record);
     } else if (form->IssuerName() == nullptr && form->ObjectDigestInfo() != nullptr) {
-        record.issuer = ca::ObjectDigestText(*form->ObjectDigestInfo());
+        record.issuer.readable = ca::ObjectDigestText(*form->ObjectDigestInfo());
     } else {
         FillIssuer(form->IssuerName(), record);
     }
@@ -120,10 +112,8 @@ void FillPeriod(const CAsn1AttCertValidityPeriod* period, AttrCertInfo& record) 
         to = ca::TimeOf(period->NotAfterTime(), kMsgNotAfter, record.error);
     }
     ca::FillValidity(from, to, record.validity, record.validityNumber);
-    record.validFrom = std::move(from.local);
-    record.validFromUtc = std::move(from.utc);
-    record.validTo = std::move(to.local);
-    record.validToUtc = std::move(to.utc);
+    record.validFrom = std::move(from);
+    record.validTo = std::move(to);
 }
 
 void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertInfo& record) {

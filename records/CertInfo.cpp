@@ -3,6 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Lng.h"
 #include "records/JsonFields.h"
+#include "records/TextRows.h"
 #include "records/text/ExtensionText.h"
 
 namespace {
@@ -10,7 +11,7 @@ namespace {
 using ca::JsonField;
 
 // clang-format off
-constexpr std::tuple kCertInfoFields{
+constexpr auto kCertInfoFields = ca::FieldTable(
     JsonField{"Id", &ca::CertInfo::id},
     JsonField{"Validity", &ca::CertInfo::validity},
     JsonField{"ValidityNumber", &ca::CertInfo::validityNumber},
@@ -18,18 +19,12 @@ constexpr std::tuple kCertInfoFields{
     JsonField{"Serial", &ca::CertInfo::serial},
     JsonField{"SignatureAlg", &ca::CertInfo::signatureAlg},
     JsonField{"HashAlg", &ca::CertInfo::hashAlg},
-    JsonField{"Issuer", &ca::CertInfo::issuer},
-    JsonField{"OIDIssuer", &ca::CertInfo::oidIssuer},
-    JsonField{"X500NameIssuer", &ca::CertInfo::x500NameIssuer},
-    JsonField{"ValidFrom", &ca::CertInfo::validFrom},
-    JsonField{"ValidFromUTC", &ca::CertInfo::validFromUtc},
-    JsonField{"ValidTo", &ca::CertInfo::validTo},
-    JsonField{"ValidToUTC", &ca::CertInfo::validToUtc},
-    JsonField{"Description", &ca::CertInfo::description},
-    JsonField{"OIDDescription", &ca::CertInfo::oidDescription},
-    JsonField{"X500Description", &ca::CertInfo::x500Description},
-    JsonField{"SubjectTags", &ca::CertInfo::subjectTags},
-    JsonField{"IssuerTags", &ca::CertInfo::issuerTags},
+    ca::NameRows("Issuer", "OIDIssuer", "X500NameIssuer", &ca::CertInfo::issuer),
+    ca::TimeRows("ValidFrom", "ValidFromUTC", &ca::CertInfo::validFrom),
+    ca::TimeRows("ValidTo", "ValidToUTC", &ca::CertInfo::validTo),
+    ca::NameRows("Description", "OIDDescription", "X500Description", &ca::CertInfo::description),
+    ca::TagsRow("SubjectTags", &ca::CertInfo::description),
+    ca::TagsRow("IssuerTags", &ca::CertInfo::issuer),
     JsonField{"PublicKeyAlg", &ca::CertInfo::publicKeyAlg},
     JsonField{"PublicKey", &ca::CertInfo::publicKey},
     JsonField{"PublicKeyParams", &ca::CertInfo::publicKeyParams},
@@ -41,7 +36,7 @@ constexpr std::tuple kCertInfoFields{
     JsonField{"KeyUsage", &ca::CertInfo::keyUsage},
     JsonField{"KeyUsageStr", &ca::CertInfo::keyUsageStr},
     JsonField{"Error", &ca::CertInfo::error},
-    JsonField{"Extensions", &ca::CertInfo::extensions}};
+    JsonField{"Extensions", &ca::CertInfo::extensions});
 
 constexpr auto kCertInfo2Fields = std::tuple_cat(
     kCertInfoFields, std::tuple{JsonField{"IssuerCert", &ca::CertInfo2::issuerCert}});

@@ -5,6 +5,8 @@
 #include "records/OwnedPtr.h"
 #include "records/RecordOctets.h"
 #include "records/RecordSequence.h"
+#include "records/text/NameText.h"
+#include "records/text/TimeText.h"
 
 #include <cstdint>
 #include <memory>
@@ -40,18 +42,10 @@ class CertInfo : public ISerializable {
     std::wstring serial;
     std::wstring signatureAlg;
     std::wstring hashAlg;
-    std::wstring issuer;          ///< readable form
-    std::wstring oidIssuer;       ///< attribute types as dotted identifiers
-    std::wstring x500NameIssuer;  ///< RFC 4514 form
-    std::wstring validFrom;       ///< local time
-    std::wstring validFromUtc;
-    std::wstring validTo;  ///< local time
-    std::wstring validToUtc;
-    std::wstring description;      ///< subject, readable form
-    std::wstring oidDescription;   ///< subject, attribute types as dotted identifiers
-    std::wstring x500Description;  ///< subject, RFC 4514 form
-    std::wstring subjectTags;      ///< "TAG=value;" list
-    std::wstring issuerTags;       ///< "TAG=value;" list
+    NameTexts issuer;
+    TimeTexts validFrom;
+    TimeTexts validTo;
+    NameTexts description;  ///< the subject
     std::wstring publicKeyAlg;
     std::wstring publicKey;
     std::wstring publicKeyParams;

@@ -36,11 +36,8 @@ void FillIssuer(const CAsn1Name* name, CertInfo& record) {
         return;
     }
     ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*name));
-    record.issuer = std::move(issuer.readable);
-    record.oidIssuer = std::move(issuer.oid);
-    record.x500NameIssuer = std::move(issuer.x500);
-    record.issuerTags = std::move(issuer.tags);
     ca::AddError(record.error, kMsgIssuer, issuer.error);
+    record.issuer = std::move(issuer);
 }
 
 void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record, CMeter& meter) {
@@ -48,11 +45,8 @@ void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record, CMeter& meter) 
     meter.Take();
     if (tbs.Subject() != nullptr) {
         ca::NameForms subject = ca::DescribeName(ca::ElementOf(*tbs.Subject()));
-        record.description = std::move(subject.readable);
-        record.oidDescription = std::move(subject.oid);
-        record.x500Description = std::move(subject.x500);
-        record.subjectTags = std::move(subject.tags);
         ca::AddError(record.error, kMsgFieldSubject, subject.error);
+        record.description = std::move(subject);
         meter.Take();
     }
 }
@@ -65,10 +59,8 @@ void FillPeriod(const CAsn1TbsCertificate& tbs, CertInfo& record) {
         to = ca::TimeOf(tbs.Validity()->NotAfter(), kMsgNotAfter, record.error);
     }
     ca::FillValidity(from, to, record.validity, record.validityNumber);
-    record.validFrom = std::move(from.local);
-    record.validFromUtc = std::move(from.utc);
-    record.validTo = std::move(to.local);
-    record.validToUtc = std::move(to.utc);
+    record.validFrom = std::move(from);
+    record.validTo = std::move(to);
 }
 
 void FillPublicKey(const CAsn1TbsCertificate& tbs, CertInfo& record) {

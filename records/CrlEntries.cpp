@@ -232,8 +232,7 @@ void CCrlDescriber::Describe(const CrlEntry& entry, RevokedCert& record, std::ws
     if (!entry.isWhole || !date.seconds) {
         AddError(faults, UnreadableText(entry.raw));
     }
-    record.revocationDate = std::move(date.local);
-    record.revocationDateUtc = std::move(date.utc);
+    record.revocationDate = std::move(date);
     record.reason.clear();
     record.invalidityDate.clear();
     record.extensions.items.clear();

@@ -1,40 +1,36 @@
 #include "records/CrlInfo.h"
 
 #include "records/JsonFields.h"
+#include "records/TextRows.h"
 
 namespace {
 
 using ca::JsonField;
 
 // clang-format off
-constexpr std::tuple kRevokedCertFields{
+constexpr auto kRevokedCertFields = ca::FieldTable(
     JsonField{"Serial", &ca::RevokedCert::serial},
-    JsonField{"RevocationDate", &ca::RevokedCert::revocationDate},
-    JsonField{"RevocationDateUTC", &ca::RevokedCert::revocationDateUtc},
+    ca::TimeRows("RevocationDate", "RevocationDateUTC", &ca::RevokedCert::revocationDate),
     JsonField{"Reason", &ca::RevokedCert::reason},
     JsonField{"InvalidityDate", &ca::RevokedCert::invalidityDate},
     JsonField{"CertificateIssuer", &ca::RevokedCert::certificateIssuer},
-    JsonField{"Extensions", &ca::RevokedCert::extensions}};
+    JsonField{"Extensions", &ca::RevokedCert::extensions});
 
-constexpr std::tuple kCrlInfoFields{
+constexpr auto kCrlInfoFields = ca::FieldTable(
     JsonField{"Version", &ca::CrlInfo::version},
     JsonField{"SignatureAlg", &ca::CrlInfo::signatureAlg},
     JsonField{"HashAlg", &ca::CrlInfo::hashAlg},
-    JsonField{"Issuer", &ca::CrlInfo::issuer},
-    JsonField{"OIDIssuer", &ca::CrlInfo::oidIssuer},
-    JsonField{"X500NameIssuer", &ca::CrlInfo::x500NameIssuer},
-    JsonField{"IssuerTags", &ca::CrlInfo::issuerTags},
-    JsonField{"ThisUpdate", &ca::CrlInfo::thisUpdate},
-    JsonField{"ThisUpdateUTC", &ca::CrlInfo::thisUpdateUtc},
-    JsonField{"NextUpdate", &ca::CrlInfo::nextUpdate},
-    JsonField{"NextUpdateUTC", &ca::CrlInfo::nextUpdateUtc},
+    ca::NameRows("Issuer", "OIDIssuer", "X500NameIssuer", &ca::CrlInfo::issuer),
+    ca::TagsRow("IssuerTags", &ca::CrlInfo::issuer),
+    ca::TimeRows("ThisUpdate", "ThisUpdateUTC", &ca::CrlInfo::thisUpdate),
+    ca::TimeRows("NextUpdate", "NextUpdateUTC", &ca::CrlInfo::nextUpdate),
     JsonField{"Number", &ca::CrlInfo::number},
     JsonField{"BaseNumber", &ca::CrlInfo::baseNumber},
     JsonField{"RevokedCount", &ca::CrlInfo::revokedCount},
     JsonField{"Revoked", &ca::CrlInfo::revoked},
     JsonField{"Extensions", &ca::CrlInfo::extensions},
     JsonField{"RawData", &ca::CrlInfo::rawData},
-    JsonField{"Error", &ca::CrlInfo::error}};
+    JsonField{"Error", &ca::CrlInfo::error});
 // clang-format on
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include "records/OwnedPtr.h"
 #include "records/RecordOctets.h"
 #include "records/RecordSequence.h"
+#include "records/text/NameText.h"
+#include "records/text/TimeText.h"
 
 #include <cstdint>
 #include <optional>
@@ -19,8 +21,7 @@ struct RevokedCert {
     void ToJson(JsonWriter& writer) const;
 
     std::wstring serial;
-    std::wstring revocationDate;  ///< local time
-    std::wstring revocationDateUtc;
+    TimeTexts revocationDate;
     std::wstring reason;             ///< "" when not given
     std::wstring invalidityDate;     ///< local time; "" when not given
     std::wstring certificateIssuer;  ///< readable form; "" when it is the list's issuer
@@ -51,14 +52,9 @@ class CrlInfo : public ISerializable {
     std::wstring version;
     std::wstring signatureAlg;
     std::wstring hashAlg;
-    std::wstring issuer;
-    std::wstring oidIssuer;
-    std::wstring x500NameIssuer;
-    std::wstring issuerTags;
-    std::wstring thisUpdate;  ///< local time
-    std::wstring thisUpdateUtc;
-    std::wstring nextUpdate;  ///< local time; "" when absent
-    std::wstring nextUpdateUtc;
+    NameTexts issuer;
+    TimeTexts thisUpdate;
+    TimeTexts nextUpdate;                    ///< "" when absent
     std::wstring number;                     ///< hex
     std::optional<std::wstring> baseNumber;  ///< hex; written for a delta list only
     std::uint32_t revokedCount = 0;          ///< all entries, also those not described

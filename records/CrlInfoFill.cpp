@@ -46,13 +46,10 @@ void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
         return;
     }
     ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*tbs.Issuer()));
-    record.issuer = std::move(issuer.readable);
-    record.oidIssuer = std::move(issuer.oid);
-    record.x500NameIssuer = std::move(issuer.x500);
-    record.issuerTags = std::move(issuer.tags);
+    record.issuer = std::move(issuer);
     ca::AddError(record.error, kMsgIssuer, issuer.error);
-    CAnswerBudget::Take(ca::CostOfText(record.issuer.size() + record.oidIssuer.size() +
-                                       record.x500NameIssuer.size() + record.issuerTags.size()));
+    CAnswerBudget::Take(ca::CostOfText(record.issuer.readable.size() + record.issuer.oid.size() +
+                                       record.issuer.x500.size() + record.issuer.tags.size()));
 }
 
 void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
@@ -171,12 +168,8 @@ void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage&
 void FillFromTbs(const CAsn1TbsCertList& tbs, const CrlPage& page, CrlInfo& record) {
     record.version = ca::VersionText(tbs.Version(), /*highest=*/1, record.error);
     FillIssuer(tbs, record);
-    ca::TimeForms thisUpdate = ca::TimeOf(tbs.ThisUpdate(), kMsgThisUpdate, record.error);
-    record.thisUpdate = std::move(thisUpdate.local);
-    record.thisUpdateUtc = std::move(thisUpdate.utc);
-    ca::TimeForms nextUpdate = ca::TimeOf(tbs.NextUpdate(), kMsgNextUpdate, record.error);
-    record.nextUpdate = std::move(nextUpdate.local);
-    record.nextUpdateUtc = std::move(nextUpdate.utc);
+    record.thisUpdate = ca::TimeOf(tbs.ThisUpdate(), kMsgThisUpdate, record.error);
+    record.nextUpdate = ca::TimeOf(tbs.NextUpdate(), kMsgNextUpdate, record.error);
     FillFromExtensions(tbs, record);
     const bool isV1 = tbs.Version() == nullptr || IntegerOf(tbs.Version(), -1) == 0;
     if (isV1 && tbs.CrlExtensions() != nullptr) {

@@ -1,8 +1,9 @@
 #pragma once
 
-// A record names its fields once, as a table of key and member in the order of the JSON text; the
-// templates here write and read any record by its table.
+// A record names its fields once, as a table of rows in the order of the JSON text; the templates
+// here write and read any record by its table.
 
+#include "common/FieldTable.h"
 #include "common/Json.h"
 #include "records/Blob.h"
 #include "records/OwnedPtr.h"
@@ -36,15 +37,6 @@ class CNestingGuard {
 
 /// Throws ca::Exception 16300 unless `isRight`.
 void RequireJson(bool isRight);
-
-/// One field: its key and the member, of the record or of a base of it, that holds its value.
-template <class Owner, class Value>
-struct JsonField {
-    std::string_view key;
-    Value Owner::*member;
-};
-template <class Owner, class Value>
-JsonField(std::string_view, Value Owner::*) -> JsonField<Owner, Value>;
 
 // The forms a value has. A record is what has FromJson() and ToJson().
 
@@ -150,9 +142,10 @@ void ReadJson(const JsonValue& value, std::vector<Element>& elements) {
 }
 
 /// An absent value leaves its key out.
-template <class Record, class Owner, class Value>
-void WriteField(JsonWriter& writer, const Record& record, const JsonField<Owner, Value>& field) {
-    const Value& value = record.*field.member;
+template <class Record, class Member, class Rule>
+void WriteField(JsonWriter& writer, const Record& record, const JsonField<Member, Rule>& field) {
+    const auto& value = field.In(record);
+    using Value = std::remove_cvref_t<decltype(value)>;
     if constexpr (Absentable<Value>) {
         if (!value) {
             return;
@@ -207,23 +200,20 @@ template <class Record, class... Fields>
 void AddObjectOctets(const Record& record, const std::tuple<Fields...>& table,
                      RecordOctets& octets) {
     constexpr std::size_t kPunctuation = 6;  // "key":"",
-    std::apply(
-        [&](const auto&... fields) {
-            ((octets.text += fields.key.size() + kPunctuation,
-              AddOctets(record.*fields.member, octets)),
-             ...);
-        },
-        table);
+    VisitRows(table, [&](const auto& field) {
+        octets.text += field.key.size() + kPunctuation;
+        AddOctets(field.In(record), octets);
+    });
 }
 
 /// The member of `object` under `key`, null when there is none; the first one of several.
 const JsonValue* FindJson(const JsonValue& object, std::string_view key);
 
-template <class Record, class Owner, class Value>
-void ReadField(const JsonValue& object, Record& record, const JsonField<Owner, Value>& field) {
+template <class Record, class Member, class Rule>
+void ReadField(const JsonValue& object, Record& record, const JsonField<Member, Rule>& field) {
     if (const JsonValue* value = FindJson(object, field.key); value != nullptr) {
         SetJsonMember(field.key.data());  // static text, as all of a table
-        ReadJson(*value, record.*field.member);
+        ReadJson(*value, field.In(record));
     }
 }
 
@@ -231,7 +221,7 @@ void ReadField(const JsonValue& object, Record& record, const JsonField<Owner, V
 template <class Record, class... Fields>
 void WriteObject(JsonWriter& writer, const Record& record, const std::tuple<Fields...>& table) {
     writer.StartObject();
-    std::apply([&](const auto&... fields) { (WriteField(writer, record, fields), ...); }, table);
+    VisitRows(table, [&](const auto& field) { WriteField(writer, record, field); });
     writer.EndObject();
 }
 
@@ -241,7 +231,7 @@ template <class Record, class... Fields>
 void ReadMembers(const JsonValue& object, Record& record, const std::tuple<Fields...>& table) {
     RequireJson(object.IsObject());
     const CNestingGuard guard;
-    std::apply([&](const auto&... fields) { (ReadField(object, record, fields), ...); }, table);
+    VisitRows(table, [&](const auto& field) { ReadField(object, record, field); });
     SetJsonMember("");
 }
 

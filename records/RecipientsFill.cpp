@@ -120,7 +120,7 @@ class CCollector {
             } catch (const ca::Exception& fault) {
                 m_hasFault = true;
                 if (m_started == before) {
-                    Start().description = ca::UnreadableText(at.Raw());
+                    Start().description.readable = ca::UnreadableText(at.Raw());
                 }
                 ca::AddError(m_record->error, fault.message);
             }
@@ -189,13 +189,13 @@ class CCollector {
         const CAsn1AlgorithmIdentifier* derivation = recipient.KeyDerivationAlgorithm();
         CertInfo2& record = Start();
         if (derivation == nullptr) {
-            record.description = m_algorithm;
+            record.description.readable = m_algorithm;
             return;
         }
         const CAsn1Element element = ca::ElementOf(*derivation);
         const ca::ParametersForms params = ca::DescribeParameters(element);
-        record.description = ca::AlgorithmText(element);
-        ca::AppendListed(record.description, params.text);
+        record.description.readable = ca::AlgorithmText(element);
+        ca::AppendListed(record.description.readable, params.text);
         ca::AddError(record.error, params.error);
     }
 
@@ -209,7 +209,7 @@ class CCollector {
         } else if (row == ca::COid("id-ori-keyAgreePSK") && recipient.OriValue() != nullptr) {
             AddAgreedWithPsk(ca::Changeable(recipient.OriValue()->Raw()));
         } else {
-            Start().description = ca::OidWithName(type);
+            Start().description.readable = ca::OidWithName(type);
         }
     }
 
@@ -265,7 +265,7 @@ class CCollector {
         CertInfo2& record = Start();
         const std::vector<unsigned char> key = OctetStringOf(&id);
         record.serial = ca::Hex(key);
-        record.description = SetZORNAMessage(kMsgKey) + (L": " + record.serial);
+        record.description.readable = SetZORNAMessage(kMsgKey) + (L": " + record.serial);
         if (!IsAllZero(key)) {
             Name(record, key);
         }

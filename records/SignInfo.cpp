@@ -1,6 +1,7 @@
 #include "records/SignInfo.h"
 
 #include "records/JsonFields.h"
+#include "records/TextRows.h"
 #include "records/text/ExtensionText.h"
 
 #include <utility>
@@ -16,21 +17,20 @@ constexpr std::tuple kSignExtensionFields{
     JsonField{"ExtensionInterpretedString", &ca::SignExtension::extensionInterpretedString},
     JsonField{"ExtensionInterpretedData", &ca::SignExtension::extensionInterpretedData}};
 
-constexpr std::tuple kSignInfoFields{
+constexpr auto kSignInfoFields = ca::FieldTable(
     JsonField{"VerifyResultEx", &ca::SignInfo::verifyResultEx},
     JsonField{"VerifyResult", &ca::SignInfo::verifyResult},
     JsonField{"SignId", &ca::SignInfo::signId},
     JsonField{"Comment", &ca::SignInfo::comment},
     JsonField{"Uri", &ca::SignInfo::uri},
-    JsonField{"SignTime", &ca::SignInfo::signTime},
-    JsonField{"SignTimeUTC", &ca::SignInfo::signTimeUtc},
+    ca::TimeRows("SignTime", "SignTimeUTC", &ca::SignInfo::signTime),
     JsonField{"SignAlg", &ca::SignInfo::signAlg},
     JsonField{"HashAlg", &ca::SignInfo::hashAlg},
     JsonField{"IsAttached", &ca::SignInfo::isAttached},
     JsonField{"SignCert", &ca::SignInfo::signCert},
     JsonField{"AttrCert", &ca::SignInfo::attrCert},
     JsonField{"CoSigners", &ca::SignInfo::coSigners},
-    JsonField{"Extensions", &ca::SignInfo::extensions}};
+    JsonField{"Extensions", &ca::SignInfo::extensions});
 // clang-format on
 
 }  // namespace

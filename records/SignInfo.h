@@ -66,9 +66,8 @@ struct SignInfo {
     std::wstring verifyResult;  ///< text
     std::wstring signId;
     std::wstring comment;
-    std::wstring uri;       ///< of the signed resource
-    std::wstring signTime;  ///< local time
-    std::wstring signTimeUtc;
+    std::wstring uri;  ///< of the signed resource
+    TimeTexts signTime;
     std::wstring signAlg;
     std::wstring hashAlg;
     bool isAttached = false;  ///< the signature encloses the content

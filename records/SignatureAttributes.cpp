@@ -224,9 +224,7 @@ bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
 
 void CSignatureAttributes::Finish() {
     const bool hasTime = m_facts.signingTime.seconds.has_value();
-    TimeForms& time = hasTime ? m_facts.signingTime : m_facts.binarySigningTime;
-    m_record.signTime = std::move(time.local);
-    m_record.signTimeUtc = std::move(time.utc);
+    m_record.signTime = std::move(hasTime ? m_facts.signingTime : m_facts.binarySigningTime);
     m_record.comment =
         std::move(m_facts.description.empty() ? m_facts.contentHint : m_facts.description);
     m_record.uri = std::move(m_facts.address);

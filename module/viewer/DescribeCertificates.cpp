@@ -52,13 +52,12 @@ QString KeyText(const CertInfo& record) {
 void SayNameAndPeriod(const CertInfo& record, ItemDescription& out) {
     CSummary& summary = out.summary;
     ItemDescription period;
-    const bool isInPeriod =
-        SayPeriod(record.validFrom, record.validFromUtc, record.validTo, record.validToUtc, period);
+    const bool isInPeriod = SayPeriod(record.validFrom, record.validTo, period);
     SayStatus(record.validity, record.validityNumber, isInPeriod, out);
     SayFaults(record.error, out);
-    summary.Name("subject", LabelOf("Description"), record.subjectTags, record.description);
+    summary.Name("subject", LabelOf("Description"), record.description);
     summary.AlternativeNames(record.extensions);
-    summary.Name("issuer", LabelOf("Issuer"), record.issuerTags, record.issuer);
+    summary.Name("issuer", LabelOf("Issuer"), record.issuer);
     summary.Heading(Word(ViewerWord::kCertificate));
     summary.Append(period.summary);
 }
@@ -69,10 +68,10 @@ namespace ca {
 
 QString CertificateName(const CFileDocument& document, ItemIndex item) {
     if (const CertInfo2* record = document.RecordOf(item)) {
-        return ShortName(record->subjectTags, record->description);
+        return ShortName(record->description);
     }
     const NameForms name = DescribeName(NameElement(NamesOf(document[item].octets).subject));
-    return ShortName(name.tags, name.readable);
+    return ShortName(name);
 }
 
 void DescribeCertificate(const CFileDocument& document, ItemIndex item, ItemDescription& out) {
@@ -105,7 +104,7 @@ std::string CertificateJson(const CFileDocument& document, ItemIndex item) {
 QString AttributeCertificateName(const CFileDocument& document, ItemIndex item) {
     AttrCertInfo record;
     FillAttrCertInfo(document[item].octets, record);
-    const QString holder = ShortName(record.holderIssuerTags, record.holderIssuer);
+    const QString holder = ShortName(record.holderIssuer);
     return record.holderSerial.empty() ? holder : holder + ", " + ShownLine(record.holderSerial);
 }
 
@@ -115,13 +114,12 @@ void DescribeAttributeCertificate(const CFileDocument& document, ItemIndex item,
     FillAttrCertInfo(document[item].octets, record);
     CSummary& summary = out.summary;
     ItemDescription period;
-    const bool isInPeriod =
-        SayPeriod(record.validFrom, record.validFromUtc, record.validTo, record.validToUtc, period);
+    const bool isInPeriod = SayPeriod(record.validFrom, record.validTo, period);
     SayStatus(record.validity, record.validityNumber, isInPeriod, out);
     SayFaults(record.error, out);
-    summary.Name("holder", LabelOf("HolderIssuer"), record.holderIssuerTags, record.holderIssuer);
+    summary.Name("holder", LabelOf("HolderIssuer"), record.holderIssuer);
     summary.Row("holderSerial", "HolderSerial", record.holderSerial);
-    summary.Name("issuer", LabelOf("Issuer"), record.issuerTags, record.issuer);
+    summary.Name("issuer", LabelOf("Issuer"), record.issuer);
     summary.Heading(LabelOf("Attributes"));
     for (const auto& each : record.attributes.items) {
         summary.Row("attribute", ShownLine(each->oidFriendlyName), ShownText(each->formattedData));

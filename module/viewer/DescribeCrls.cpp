@@ -27,7 +27,7 @@ QString CrlName(const CFileDocument& document, ItemIndex item) {
     const CAsn1Element tbs = Child(FirstElement(document[item].octets), 0);
     const std::size_t algorithm = Child(tbs, 0).tag == kAsn1Integer ? 1 : 0;
     const NameForms issuer = DescribeName(Child(tbs, algorithm + 1));
-    return ShortName(issuer.tags, issuer.readable);
+    return ShortName(issuer);
 }
 
 void DescribeCrl(const CFileDocument& document, ItemIndex item, ItemDescription& out) {
@@ -35,15 +35,15 @@ void DescribeCrl(const CFileDocument& document, ItemIndex item, ItemDescription&
     FillHead(document, item, record);
     const QDateTime now = QDateTime::currentDateTimeUtc();
     const QString remaining =
-        RemainingText(ReadUtc(record.thisUpdateUtc), ReadUtc(record.nextUpdateUtc), now);
-    const QString next = ZonedTime(record.nextUpdate, record.nextUpdateUtc);
-    const bool isLate = ReadUtc(record.nextUpdateUtc) < now;
+        RemainingText(ReadUtc(record.thisUpdate.utc), ReadUtc(record.nextUpdate.utc), now);
+    const QString next = ZonedTime(record.nextUpdate);
+    const bool isLate = ReadUtc(record.nextUpdate.utc) < now;
     out.sign = isLate ? ItemSign::kWarning : ItemSign::kInformation;
     CSummary& summary = out.summary;
     SayFaults(record.error, out);
-    summary.Name("issuer", LabelOf("Issuer"), record.issuerTags, record.issuer);
+    summary.Name("issuer", LabelOf("Issuer"), record.issuer);
     summary.Heading(Word(ViewerWord::kCrl));
-    summary.Time("thisUpdate", "ThisUpdate", record.thisUpdate, record.thisUpdateUtc);
+    summary.Time("thisUpdate", "ThisUpdate", record.thisUpdate);
     summary.Row("nextUpdate", LabelOf("NextUpdate"),
                 remaining.isEmpty() ? next : next + " (" + remaining + ")");
     summary.Row("count", LabelOf("RevokedCount"), QString::number(record.revokedCount));

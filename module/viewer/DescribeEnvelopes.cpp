@@ -52,10 +52,10 @@ void ReadEnvelope(CFileReader& reader, ItemIndex item) {
 
 QString RecipientName(const CFileDocument& document, ItemIndex item) {
     const CertInfo2 record = RecordOf(document, item);
-    if (!record.description.empty()) {
-        return ShownLine(record.description);
+    if (!record.description.readable.empty()) {
+        return ShownLine(record.description.readable);
     }
-    const QString issuer = ShortName(record.issuerTags, record.issuer);
+    const QString issuer = ShortName(record.issuer);
     const QString serial = ShownLine(record.serial);
     return issuer + (issuer.isEmpty() || serial.isEmpty() ? "" : ", ") + serial;
 }
@@ -77,8 +77,8 @@ void DescribeOneRecipient(const CFileDocument& document, ItemIndex item, ItemDes
     out.sign = ItemSign::kInformation;
     SayFaults(record.error, out);
     summary.Row("description", LabelOf("Description", RecordSort::kRecipient),
-                ShownText(record.description));
-    summary.Name("issuer", LabelOf("Issuer"), record.issuerTags, record.issuer);
+                ShownText(record.description.readable));
+    summary.Name("issuer", LabelOf("Issuer"), record.issuer);
     summary.Heading(Word(ViewerWord::kRecipient));
     summary.Row("serial", "Serial", record.serial);
     summary.Row("key", LabelOf("PublicKeyAlg", RecordSort::kRecipient),

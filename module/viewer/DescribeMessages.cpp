@@ -129,13 +129,12 @@ void SayMessage(const CAsn1SignedData& message, ItemDescription& out) {
 
 // The signer as its certificate has it, else as the signature names it.
 void SayWhoSigned(const CertInfo& signer, const QString& name, ItemDescription& out) {
-    if (signer.subjectTags.empty() && signer.description.empty()) {
+    if (signer.description.tags.empty() && signer.description.readable.empty()) {
         out.summary.Row("signer", ViewerWord::kSigner, name);
     } else {
-        out.summary.Name("signer", Word(ViewerWord::kSigner), signer.subjectTags,
-                         signer.description);
+        out.summary.Name("signer", Word(ViewerWord::kSigner), signer.description);
     }
-    out.summary.Name("issuer", LabelOf("Issuer"), signer.issuerTags, signer.issuer);
+    out.summary.Name("issuer", LabelOf("Issuer"), signer.issuer);
 }
 
 }  // namespace
@@ -241,7 +240,7 @@ void DescribeSignature(const CFileDocument& document, ItemIndex item, ItemDescri
     SayWhoSigned(record.signCert, out.title, out);
     summary.Row("serial", "Serial", record.signCert.serial);
     summary.Heading(Word(KindRow(document[item].kind).caption));
-    summary.Time("signTime", "SignTime", record.signTime, record.signTimeUtc);
+    summary.Time("signTime", "SignTime", record.signTime);
     summary.Row("comment", "Comment", record.comment);
     summary.Row("uri", "Uri", record.uri);
     summary.Row("signatureAlg", "SignAlg", record.signAlg);

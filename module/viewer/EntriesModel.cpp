@@ -82,7 +82,7 @@ QVariant CEntriesModel::data(const QModelIndex& index, int role) const {
         case kSerial:
             return ShownLine(record.serial);
         case kDate:
-            return ZonedTime(record.revocationDate, record.revocationDateUtc);
+            return ZonedTime(record.revocationDate);
         case kReason:
             return ShownLine(record.reason);
         case kInvalidity:

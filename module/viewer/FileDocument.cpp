@@ -43,8 +43,8 @@ std::unique_ptr<ca::CertInfo2> ReadRecord(std::string_view json) {
     const bool isAnswer = document.HasMember("certInfo");
     auto record = std::make_unique<ca::CertInfo2>();
     record->FromJson(isAnswer ? document["certInfo"] : document);
-    if (record->description.empty() && record->issuer.empty() && record->serial.empty() &&
-        record->rawData.empty()) {
+    if (record->description.readable.empty() && record->issuer.readable.empty() &&
+        record->serial.empty() && record->rawData.empty()) {
         throw ca::Exception(ca::kErrCertificate);  // some other JSON
     }
     return record;
@@ -285,7 +285,8 @@ ItemIndex CFileDocument::IssuerOf(ItemIndex certificate) const {
 bool CFileDocument::IsRoot(ItemIndex certificate) const {
     if (const CertInfo2* record = RecordOf(certificate)) {
         // A record without its octets: the readable names are all there is to compare.
-        return !record->issuer.empty() && record->issuer == record->description;
+        return !record->issuer.readable.empty() &&
+               record->issuer.readable == record->description.readable;
     }
     const CertificateNames names = NamesOf(m_items[certificate].octets);
     return names.issuer == names.subject;

@@ -68,8 +68,7 @@ std::string RecordJson(const char* key, const Record& record) {
 }
 
 /// A period with what is left of it; true inside of it.
-bool SayPeriod(std::wstring_view from, std::wstring_view fromUtc, std::wstring_view to,
-               std::wstring_view toUtc, ItemDescription& out);
+bool SayPeriod(const TimeTexts& from, const TimeTexts& to, ItemDescription& out);
 /// A verdict's words; the sign that goes with them.
 void SayStatus(std::wstring_view words, std::uint32_t code, bool isInPeriod, ItemDescription& out);
 void SayFaults(std::wstring_view error, ItemDescription& out);

@@ -207,15 +207,14 @@ QString DamageText(const CFileDocument& document, ItemIndex item) {
     return damage ? DamageSentence(*damage) : QString();
 }
 
-bool SayPeriod(std::wstring_view from, std::wstring_view fromUtc, std::wstring_view to,
-               std::wstring_view toUtc, ItemDescription& out) {
+bool SayPeriod(const TimeTexts& from, const TimeTexts& to, ItemDescription& out) {
     const QDateTime now = QDateTime::currentDateTimeUtc();
-    const QString remaining = RemainingText(ReadUtc(fromUtc), ReadUtc(toUtc), now);
-    const QString end = ZonedTime(to, toUtc);
-    out.summary.Time("validFrom", "ValidFrom", from, fromUtc);
+    const QString remaining = RemainingText(ReadUtc(from.utc), ReadUtc(to.utc), now);
+    const QString end = ZonedTime(to);
+    out.summary.Time("validFrom", "ValidFrom", from);
     out.summary.Row("validTo", LabelOf("ValidTo"),
                     remaining.isEmpty() ? end : end + " (" + remaining + ")");
-    return ReadUtc(fromUtc) <= now && now <= ReadUtc(toUtc);
+    return ReadUtc(from.utc) <= now && now <= ReadUtc(to.utc);
 }
 
 void SayStatus(std::wstring_view words, std::uint32_t code, bool isInPeriod, ItemDescription& out) {

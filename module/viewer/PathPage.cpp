@@ -32,7 +32,7 @@ QString EndText(const CFileDocument& document, const ItemPath& path) {
             return Word(ViewerWord::kPathRoot);
         case PathEnd::kNoIssuer:
             return Word(ViewerWord::kPathNoIssuer) +
-                   OrDash(ShownLine(RecordOf(document, path.items.back()).issuer));
+                   OrDash(ShownLine(RecordOf(document, path.items.back()).issuer.readable));
         case PathEnd::kRepeats:
             return Word(ViewerWord::kPathRepeats);
         case PathEnd::kTooLong:

@@ -187,13 +187,13 @@ void CRecordFields::AppendLines(std::size_t index, int level, QString& text) con
     }
 }
 
-QString ShortName(std::wstring_view tags, std::wstring_view readable) {
-    for (const NameTag& each : ReadTagList(tags)) {
+QString ShortName(const NameTexts& name) {
+    for (const NameTag& each : ReadTagList(name.tags)) {
         if (each.tag == QLatin1String("CN")) {
             return LaidOut(each.text.section('\n', 0, 0), kMaxLineText);
         }
     }
-    return ShownLine(readable);
+    return ShownLine(name.readable);
 }
 
 QString LabelOf(std::string_view key, RecordSort sort) {

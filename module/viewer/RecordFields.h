@@ -2,6 +2,7 @@
 
 #include "common/Json.h"
 #include "records/RecordLabels.h"
+#include "records/text/NameText.h"
 
 #include <QString>
 
@@ -57,7 +58,7 @@ class CRecordFields {
 
 /// The common name among "TAG=value;" attributes, else the readable name's beginning: what a
 /// certificate is called in one line.
-QString ShortName(std::wstring_view tags, std::wstring_view readable);
+QString ShortName(const NameTexts& name);
 
 /// What a member is called, in the current language.
 QString LabelOf(std::string_view key, RecordSort sort = RecordSort::kRecord);

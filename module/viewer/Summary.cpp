@@ -72,11 +72,10 @@ void CSummary::Names(const char* key, const QString& caption, const QString& tex
     }
 }
 
-void CSummary::Name(const char* key, const QString& caption, std::wstring_view tags,
-                    std::wstring_view readable) {
-    std::vector<NameTag> attributes = ReadTagList(tags);
+void CSummary::Name(const char* key, const QString& caption, const NameTexts& texts) {
+    std::vector<NameTag> attributes = ReadTagList(texts.tags);
     if (attributes.empty()) {
-        Names(key, caption, ShownText(readable));
+        Names(key, caption, ShownText(texts.readable));
         return;
     }
     Heading(caption);
@@ -87,13 +86,12 @@ void CSummary::Name(const char* key, const QString& caption, std::wstring_view t
     }
     if (const std::size_t left = attributes.size() - shown; left != 0) {
         const QString more = MessageText(kMsgAndMore).replace('N', QString::number(left));
-        m_rows.push_back({QString::fromLatin1(key) + ".more", more, ShownText(readable), {}});
+        m_rows.push_back({QString::fromLatin1(key) + ".more", more, ShownText(texts.readable), {}});
     }
 }
 
-void CSummary::Time(const char* key, std::string_view member, std::wstring_view local,
-                    std::wstring_view utc) {
-    Row(key, LabelOf(member), ZonedTime(local, utc));
+void CSummary::Time(const char* key, std::string_view member, const TimeTexts& time) {
+    Row(key, LabelOf(member), ZonedTime(time));
 }
 
 void CSummary::Fingerprints(Octets encoding) {

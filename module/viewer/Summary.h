@@ -3,6 +3,8 @@
 #include "module/viewer/ViewerText.h"
 #include "records/CertInfoExtension.h"
 #include "records/text/Elements.h"
+#include "records/text/NameText.h"
+#include "records/text/TimeText.h"
 
 #include <QString>
 
@@ -40,12 +42,10 @@ class CSummary {
     void Append(const CSummary& other);
     /// A heading and, below it, a row for each attribute of a name; one row of the readable form
     /// where the attributes are not known.
-    void Name(const char* key, const QString& caption, std::wstring_view tags,
-              std::wstring_view readable);
+    void Name(const char* key, const QString& caption, const NameTexts& texts);
     /// A row whose names are looked at as those of Name().
     void Names(const char* key, const QString& caption, const QString& text);
-    void Time(const char* key, std::string_view member, std::wstring_view local,
-              std::wstring_view utc);
+    void Time(const char* key, std::string_view member, const TimeTexts& time);
     /// SHA-1 and SHA-256 of an encoding; none of no octets.
     void Fingerprints(Octets encoding);
     /// What else the subject is called (RFC 5280, 4.2.1.6).

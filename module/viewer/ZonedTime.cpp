@@ -22,8 +22,8 @@ QDateTime ReadUtc(std::wstring_view utc) {
     return time;
 }
 
-QString ZonedTime(std::wstring_view local, std::wstring_view utc) {
-    return ShownText(u8u16(WithZone(u16u8(std::wstring(local)), u16u8(std::wstring(utc)))));
+QString ZonedTime(const TimeTexts& time) {
+    return ShownText(u8u16(WithZone(u16u8(time.local), u16u8(time.utc))));
 }
 
 QString RemainingText(const QDateTime& from, const QDateTime& to, const QDateTime& now) {

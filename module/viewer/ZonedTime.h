@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/text/TimeText.h"
+
 #include <QDateTime>
 #include <QString>
 
@@ -11,7 +13,7 @@ namespace ca {
 
 /// The local time with its zone, "01.01.2024 03:00:00 UTC+03:00"; the zone is what both times say.
 /// The local time as it stands when one of them cannot be read.
-QString ZonedTime(std::wstring_view local, std::wstring_view utc);
+QString ZonedTime(const TimeTexts& time);
 
 /// The moment; an invalid one for a text that is none.
 QDateTime ReadUtc(std::wstring_view utc);

@@ -10,8 +10,8 @@ namespace ca {
 std::unique_ptr<CertInfo2> DescribeProviderCertificate() {
     auto info = std::make_unique<CertInfo2>();
     info->id = kProviderCertId;
-    info->description = L"Foo Subject";
-    info->issuer = L"Foo Issuer";
+    info->description.readable = L"Foo Subject";
+    info->issuer.readable = L"Foo Issuer";
     FillValidity({}, {}, info->validity, info->validityNumber);
     return info;
 }

@@ -6,8 +6,9 @@ struct CAsn1Element;
 
 namespace ca {
 
-/// The four forms of a distinguished name. An empty name is four empty texts (RFC 5280 4.1.2.6).
-struct NameForms {
+/// The four forms of a distinguished name, as records carry it. An empty name is four empty texts
+/// (RFC 5280 4.1.2.6).
+struct NameTexts {
     /// Encoded order, short type names: `C=RU, O="Ромашка, ООО", CN=Иванов Иван`. " + " joins the
     /// attributes of one RDN; a value with a comma, plus, quote or outer blank stands in quotes,
     /// quotes inside doubled.
@@ -17,6 +18,10 @@ struct NameForms {
     /// Encoded order, `TAG=value;`, with `\` before `\`, `;`, `=` and `\n` for a line end; other
     /// hidden characters as in every text, which no backslash of a value can imitate here.
     std::wstring tags;
+};
+
+/// A name as it is described.
+struct NameForms : NameTexts {
     /// What could not be read or is not shown whole, for the record's "Error"; empty when all is.
     std::wstring error;
 };

@@ -11,9 +11,13 @@ struct CAsn1Element;
 namespace ca {
 
 /// A moment, as records carry it.
-struct TimeForms {
+struct TimeTexts {
     std::wstring local;  ///< "dd.mm.yyyy hh:mm:ss" in the process's time zone; "" when unreadable
     std::wstring utc;    ///< the same in UTC
+};
+
+/// A moment as it is described.
+struct TimeForms : TimeTexts {
     /// Seconds since 1970-01-01 UTC; none when the element is no possible time.
     std::optional<std::int64_t> seconds;
 };

@@ -111,7 +111,7 @@ TEST_F(ViewerModelTest, ShowsDamagedOctetsOfEveryLength) {
 TEST_F(ViewerModelTest, HoldsEveryFieldAndBoundsWhatARecordMayClaim) {
     ca::CertInfo record;
     record.serial = L"0102";
-    record.description = std::wstring(2 * ca::kMaxValueText, L'x');
+    record.description.readable = std::wstring(2 * ca::kMaxValueText, L'x');
     for (std::size_t i = 0; i <= ca::kMaxListed; ++i) {
         auto extension = std::make_unique<ca::CertInfoExtension>();
         extension->oidValue = L"1.2." + std::to_wstring(i);
@@ -138,7 +138,7 @@ TEST_F(ViewerModelTest, HoldsEveryFieldAndBoundsWhatARecordMayClaim) {
     EXPECT_EQ(filter.rowCount(), 1);
     filter.SetWanted("xxx");
     EXPECT_EQ(filter.index(0, 0).data(ca::CFieldModel::kFullText).toString().size(),
-              static_cast<int>(record.description.size()));
+              static_cast<int>(record.description.readable.size()));
     EXPECT_LE(filter.index(0, 1).data().toString().size(), ca::kMaxLineText + 30);
 }
 
@@ -183,13 +183,13 @@ TEST_F(ViewerModelTest, SaysHowLongACertificateHolds) {
 }
 
 TEST_F(ViewerModelTest, SaysInWhichZoneATimeIs) {
-    EXPECT_EQ(ca::ZonedTime(L"01.07.2026 03:00:00", L"30.06.2026 23:30:00"),
+    EXPECT_EQ(ca::ZonedTime({L"01.07.2026 03:00:00", L"30.06.2026 23:30:00"}),
               "01.07.2026 03:00:00 UTC+03:30");
-    EXPECT_EQ(ca::ZonedTime(L"30.06.2026 19:00:00", L"01.07.2026 00:00:00"),
+    EXPECT_EQ(ca::ZonedTime({L"30.06.2026 19:00:00", L"01.07.2026 00:00:00"}),
               "30.06.2026 19:00:00 UTC-05:00");
-    EXPECT_EQ(ca::ZonedTime(L"01.07.2026 03:00:00", L"01.07.2026 03:00:00"),
+    EXPECT_EQ(ca::ZonedTime({L"01.07.2026 03:00:00", L"01.07.2026 03:00:00"}),
               "01.07.2026 03:00:00 UTC");
-    EXPECT_EQ(ca::ZonedTime(L"soon", L""), "soon");
+    EXPECT_EQ(ca::ZonedTime({L"soon", L""}), "soon");
 }
 
 TEST_F(ViewerModelTest, TellsWhatToBewareOfInNames) {

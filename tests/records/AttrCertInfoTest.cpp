@@ -83,20 +83,20 @@ TEST_F(AttrCertInfoTest, FillsTheKeysOfACertificate) {
     EXPECT_EQ(L"V2", info.version);
     EXPECT_EQ(L"2a", info.serial);
     EXPECT_EQ(L"ab", info.holderSerial);
-    EXPECT_EQ(L"CN=Base", info.holderIssuer);
-    EXPECT_EQ(L"2.5.4.3=Base", info.holderOidIssuer);
-    EXPECT_EQ(L"CN=Base;", info.holderIssuerTags);
-    EXPECT_EQ(L"CN=Authority", info.issuer);
-    EXPECT_EQ(L"CN=Authority", info.x500NameIssuer);
-    EXPECT_EQ(L"01.01.2024 00:00:00", info.validFromUtc);
+    EXPECT_EQ(L"CN=Base", info.holderIssuer.readable);
+    EXPECT_EQ(L"2.5.4.3=Base", info.holderIssuer.oid);
+    EXPECT_EQ(L"CN=Base;", info.holderIssuer.tags);
+    EXPECT_EQ(L"CN=Authority", info.issuer.readable);
+    EXPECT_EQ(L"CN=Authority", info.issuer.x500);
+    EXPECT_EQ(L"01.01.2024 00:00:00", info.validFrom.utc);
     EXPECT_EQ(ca::kErrNotVerified, info.validityNumber);
     EXPECT_EQ(L"SHA-256", info.hashAlg);
     EXPECT_EQ(L"77", info.issuerUniqueId);
     EXPECT_EQ(L"", info.error);
     const ca::AttrCertInfo old = Describe(CertificateV1());
     EXPECT_EQ(L"V1", old.version);
-    EXPECT_EQ(L"CN=Subject", old.holderIssuer);
-    EXPECT_EQ(L"CN=Old", old.issuer);
+    EXPECT_EQ(L"CN=Subject", old.holderIssuer.readable);
+    EXPECT_EQ(L"CN=Old", old.issuer.readable);
     EXPECT_EQ(L"", old.error);
 }
 
@@ -123,9 +123,9 @@ TEST_F(AttrCertInfoTest, TakesEveryFormOfHolderAndIssuer) {
     };
     for (const Case& c : cases) {
         const ca::AttrCertInfo info = Describe(Certificate({c.holder, c.issuer}));
-        EXPECT_EQ(c.holderText, info.holderIssuer);
+        EXPECT_EQ(c.holderText, info.holderIssuer.readable);
         EXPECT_EQ(c.holderSerial, info.holderSerial);
-        EXPECT_EQ(c.issuerText, info.issuer);
+        EXPECT_EQ(c.issuerText, info.issuer.readable);
         EXPECT_EQ(L"", info.error);
     }
 }

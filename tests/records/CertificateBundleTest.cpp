@@ -92,7 +92,7 @@ TEST(CertificateBundleTest, NestsEveryCertificateOnce) {
         if (leaf < bundle.certificates.size()) {
             ca::FillWithIssuers(bundle, leaf, record);
             for (const ca::CertInfo2* at = &record; at != nullptr; at = at->issuerCert.get()) {
-                path += static_cast<char>(at->description.back());
+                path += static_cast<char>(at->description.readable.back());
             }
         }
         EXPECT_EQ(c.path, path);

@@ -46,7 +46,8 @@ std::wstring Summary(Octets recipients) {
     for (const auto& record : read.items) {
         text += text.empty() ? L"" : L"; ";
         text += record->id.empty() ? L"-" : L"";
-        text += record->issuer + L"/" + record->serial + L"/" + record->description;
+        text +=
+            record->issuer.readable + L"/" + record->serial + L"/" + record->description.readable;
         text += record->error.empty() ? L"" : L"!";
         named += record->id.empty() ? 0 : 1;
     }

@@ -121,16 +121,17 @@ TEST_F(SignInfoTest, FindsTheCertificatesOfASigner) {
         const Described found = Describe(Message(store, signers, tag(0xA0, {kSignature}), tag));
         ASSERT_EQ(4U, found.list.items.size());
         EXPECT_TRUE(found.isAttached);
-        EXPECT_EQ(L"CN=Ann", found[0].signCert.description);
+        EXPECT_EQ(L"CN=Ann", found[0].signCert.description.readable);
         EXPECT_EQ(L"77", found[0].attrCert.serial);
         EXPECT_EQ(L"09", found[0].attrCert.holderSerial);
         EXPECT_EQ(L"RSA with SHA-256", found[0].signAlg);
         EXPECT_EQ(L"SHA-256", found[0].hashAlg);
         EXPECT_EQ(L"fab5f62863cdedc5143552c9d37d6679e3304f7a", found[0].signId);
         EXPECT_EQ(L"", found.Error(0));
-        EXPECT_EQ(L"CN=Other", found[1].signCert.description) << "by key identifier, the first";
+        EXPECT_EQ(L"CN=Other", found[1].signCert.description.readable)
+            << "by key identifier, the first";
         EXPECT_EQ(L"05", found[1].attrCert.holderSerial);
-        EXPECT_EQ(L"CN=CA", found[2].signCert.issuer);
+        EXPECT_EQ(L"CN=CA", found[2].signCert.issuer.readable);
         EXPECT_EQ(L"07", found[2].signCert.serial);
         EXPECT_EQ(L"Certificate is not in the message", found.Error(2));
         EXPECT_EQ(L"01", found[3].signCert.extensions.items.at(0)->formattedData);
@@ -163,7 +164,7 @@ TEST_F(SignInfoTest, FindsCertificatesBehindOddElements) {
         ASSERT_TRUE(std::equal(c.odd.begin(), c.odd.end(), message.begin() + 71));
         const Described found = Describe(message);
         ASSERT_EQ(1U, found.list.items.size());
-        EXPECT_EQ(L"CN=Ann", found[0].signCert.description);
+        EXPECT_EQ(L"CN=Ann", found[0].signCert.description.readable);
         EXPECT_EQ(c.error, found.Error(0));
     }
 }
@@ -202,7 +203,7 @@ TEST_F(SignInfoTest, TakesWhatTheSignerStatesFromTheAttributes) {
     for (const Case& c : cases) {
         const Described said =
             Describe(Message({}, Signer(ById(1), c.signedAttributes, c.unsignedAttributes)));
-        EXPECT_EQ(c.time, said[0].signTimeUtc);
+        EXPECT_EQ(c.time, said[0].signTime.utc);
         EXPECT_EQ(c.comment, said[0].comment);
         EXPECT_FALSE(said.isAttached);
     }
@@ -249,7 +250,7 @@ TEST_F(SignInfoTest, NotesWhatStandsTwice) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const Described said = Describe(Message({}, Signer(ById(1), c.attributes)));
-        EXPECT_EQ(L"01.01.2024 00:00:00", said[0].signTimeUtc) << "the first";
+        EXPECT_EQ(L"01.01.2024 00:00:00", said[0].signTime.utc) << "the first";
         EXPECT_EQ(c.isFault, Says(said.Error(0),
                                   L"Signing time (1.2.840.113549.1.9.5): stands "
                                   L"more than once"))
@@ -357,8 +358,8 @@ TEST_F(SignInfoTest, DescribesTheOthersBesideDamagedSigners) {
         std::to_wstring(static_cast<std::size_t>(start) + truncated.size() + 4 - kSignature.size());
     EXPECT_NE(std::wstring::npos, described.Error(1).find(place)) << described.Error(1);
     EXPECT_EQ(L"03", described[1].signCert.serial);
-    EXPECT_EQ(L"CN=Ann", described[2].signCert.description);
-    EXPECT_EQ(L"01.01.2024 00:00:00", described[2].signTimeUtc);
+    EXPECT_EQ(L"CN=Ann", described[2].signCert.description.readable);
+    EXPECT_EQ(L"01.01.2024 00:00:00", described[2].signTime.utc);
     EXPECT_EQ(2U, described[2].extensions.size());
     EXPECT_NE(L"", described.Error(2));
     EXPECT_EQ(L"", described.Error(3));
