@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/OidIndex.h"
 #include "asn1/OidTable.h"
 
 #include <algorithm>
@@ -19,6 +20,8 @@ inline constexpr std::string_view kOidShortNames[] = {
 #undef CA_OID
 };
 inline constexpr std::size_t kOidCount = std::size(kOidShortNames);
+inline constexpr auto kOidShortNameOf = [](std::size_t row) { return kOidShortNames[row]; };
+inline constexpr COidIndex kOidsByShortName(kOidCount, kOidShortNameOf);
 
 /// The rows themselves; AllOids() at run time.
 extern const OidInfo kOidRows[kOidCount];
@@ -37,11 +40,11 @@ class COid {
 
   private:
     static consteval std::size_t IndexOf(std::string_view shortName) {
-        const auto* const found = std::ranges::find(kOidShortNames, shortName);
-        if (found == std::end(kOidShortNames)) {
+        const std::size_t row = kOidsByShortName.Find(shortName, kOidShortNameOf);
+        if (row == COidIndex::kNone) {
             throw "no such short name in common/OidTable.inc";
         }
-        return static_cast<std::size_t>(found - std::begin(kOidShortNames));
+        return row;
     }
 
     const OidInfo* m_row;

@@ -80,64 +80,15 @@ constexpr OidInfo kOidRows[kOidCount] = {
 
 namespace {
 
-// FNV-1a over octets or characters.
-template <class Units>
-constexpr std::uint32_t Hash(const Units& units) {
-    std::uint32_t hash = 2166136261U;
-    for (const auto unit : units) {
-        hash = (hash ^ static_cast<unsigned char>(unit)) * 16777619U;
-    }
-    return hash ^ (hash >> 15U);
-}
-
-// An open-addressing index into the rows, made by the compiler.
-struct Index {
-    static constexpr std::size_t kSlots = 4096;
-    static constexpr std::uint16_t kFree = 0xFFFF;
-
-    std::uint16_t slots[kSlots] = {};
-    std::size_t longestProbe = 0;
-};
-
-// `keyOf(i)` gives the key of row i.
-template <class KeyOf>
-constexpr Index BuildIndex(KeyOf keyOf) {
-    Index index;
-    for (std::uint16_t& slot : index.slots) {
-        slot = Index::kFree;
-    }
-    for (std::size_t i = 0; i < kOidCount; ++i) {
-        std::size_t slot = Hash(keyOf(i)) % Index::kSlots;
-        std::size_t probes = 1;
-        for (; index.slots[slot] != Index::kFree; ++probes) {
-            slot = (slot + 1) % Index::kSlots;
-        }
-        index.slots[slot] = static_cast<std::uint16_t>(i);
-        index.longestProbe = std::max(index.longestProbe, probes);
-    }
-    return index;
-}
-
-template <class Key, class KeyOf>
-const OidInfo* Find(const Index& index, const Key& key, KeyOf keyOf) noexcept {
-    for (std::size_t slot = Hash(key) % Index::kSlots; index.slots[slot] != Index::kFree;
-         slot = (slot + 1) % Index::kSlots) {
-        if (std::ranges::equal(keyOf(index.slots[slot]), key)) {
-            return &kOidRows[index.slots[slot]];
-        }
-    }
-    return nullptr;
-}
-
 constexpr auto kEncodingOf = [](std::size_t i) {
     return std::span<const unsigned char>(kOidRows[i].encoded.octets, kOidRows[i].encoded.size);
 };
-constexpr auto kShortNameOf = [](std::size_t i) { return std::string_view(kOidRows[i].shortName); };
+constexpr COidIndex kByEncoding(kOidCount, kEncodingOf);
+static_assert(kByEncoding.IsEven() && kOidsByShortName.IsEven());
 
-constexpr Index kByEncoding = BuildIndex(kEncodingOf);
-constexpr Index kByShortName = BuildIndex(kShortNameOf);
-static_assert(kByEncoding.longestProbe <= 8 && kByShortName.longestProbe <= 8,
-              "keys from outside must not make a look-up slow");
+const OidInfo* RowAt(std::size_t index) noexcept {
+    return index != COidIndex::kNone ? &kOidRows[index] : nullptr;
+}
 
 constexpr std::size_t kMaxShown = 256;  // octets of an identifier that is shown
 
@@ -211,7 +162,7 @@ const OidInfo* FindOid(std::span<const unsigned char> encoded) noexcept {
     if (encoded.empty() || encoded.size() > OidOctets::kMost) {
         return nullptr;
     }
-    return Find(kByEncoding, encoded, kEncodingOf);
+    return RowAt(kByEncoding.Find(encoded, kEncodingOf));
 }
 
 const OidInfo* FindOidByText(std::wstring_view dotted) noexcept {
@@ -220,7 +171,7 @@ const OidInfo* FindOidByText(std::wstring_view dotted) noexcept {
 }
 
 const OidInfo* FindOidByShortName(std::string_view shortName) noexcept {
-    return Find(kByShortName, shortName, kShortNameOf);
+    return RowAt(kOidsByShortName.Find(shortName, kOidShortNameOf));
 }
 
 std::wstring OidName(std::span<const unsigned char> encoded) {

@@ -41,6 +41,8 @@ template <std::size_t N>
 struct ChoiceOf {
     const char* const (&names)[N];
 };
+template <std::size_t N>
+ChoiceOf(const char* const (&)[N]) -> ChoiceOf<N>;
 
 /// A text that an entry of a list is nothing without.
 struct RequiredText {
