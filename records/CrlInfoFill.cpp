@@ -91,7 +91,7 @@ struct PageEntries : ca::CLazyElements::Source {
     Octets issuer;
     CrlPage page;
     CAnswerBudget::Rest rest{};  // what was left then
-    std::size_t room = 0;        // octets that will be written here and behind
+    std::size_t room = 0;        // octets that will be written here and after it
 
     void ToJson(ca::JsonWriter& writer) const override {
         const CAnswerBudget budget(rest);

@@ -11,7 +11,7 @@
 
 namespace ca {
 
-/// What a list of records is, as it travels: elements that are held, and behind them those that are
+/// What a list of records is, as it travels: elements that are held, and after them those that are
 /// kept in a form that takes less room. Whoever reads or replaces a list deals with both at once.
 /// \tparam Element  OwnedPtr of a record, or a text.
 /// \tparam Rest  CJsonElements for elements that are described and written once; CLazyElements for
