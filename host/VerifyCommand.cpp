@@ -75,7 +75,7 @@ unsigned Code(const rapidjson::Value* object, const char* key) {
     return value != nullptr && value->IsUint() ? value->GetUint() : 0;
 }
 
-// Each line of a text behind an indent, harmless to a terminal.
+// Each line of a text after an indent, harmless to a terminal.
 std::string Indented(const std::string& text, std::size_t indent) {
     std::string out;
     std::size_t from = 0;

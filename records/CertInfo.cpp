@@ -50,7 +50,7 @@ struct KeyUsageName {
     Sentence name;
 };
 
-// RFC 5280 4.2.1.3, in the order of the bit string.
+// RFC 5280, 4.2.1.3, in the order of the bit string.
 constexpr KeyUsageName kKeyUsageNames[] = {
     {0x80, kMsgUsageDigitalSignature}, {0x40, kMsgUsageNonRepudiation},
     {0x20, kMsgUsageKeyEncipherment},  {0x10, kMsgUsageDataEncipherment},

@@ -18,7 +18,7 @@ class CAsn1TbsCertificate;
 
 namespace ca {
 
-/// Describes one certificate (RFC 5280 4.1) in readable form.
+/// Describes one certificate (RFC 5280, 4.1) in readable form.
 /// Times are texts "dd.mm.yyyy hh:mm:ss"; binary values are lower-case hex unless said otherwise.
 class CertInfo : public ISerializable {
   public:
@@ -85,7 +85,7 @@ enum CertFilter : unsigned {
 /// Certificates in order.
 class CertInfos2 : public ISerializable, public CRecordSequence<OwnedPtr<CertInfo2>> {
   public:
-    /// Appends the elements; a value that is no array changes nothing.
+    /// Appends the elements; a value that is not an array changes nothing.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeCertInfos; }

@@ -15,7 +15,7 @@
 
 namespace ca {
 
-/// One entry of a revocation list (RFC 5280 5.1.2.6, 5.3). Text forms as in CertInfo.
+/// One entry of a revocation list (RFC 5280, 5.1.2.6, 5.3). Text forms as in CertInfo.
 struct RevokedCert {
     void FromJson(const JsonValue& value);
     void ToJson(JsonWriter& writer) const;
@@ -32,7 +32,7 @@ struct RevokedCert {
 /// one by one while they are written.
 class RevokedCertCollection : public CRecordSequence<OwnedPtr<RevokedCert>, CLazyElements> {
   public:
-    /// Replaces the elements; a value that is no array changes nothing.
+    /// Replaces the elements; a value that is not an array changes nothing.
     void FromJson(const JsonValue& value) { ReplaceByArray(value); }
     void ToJson(JsonWriter& writer) const { WriteArray(writer); }
     /// Nothing: the entries are not held, and what they will be written as is taken for itself.

@@ -19,7 +19,7 @@ namespace ca {
 template <class Element, class Rest = CJsonElements>
 class CRecordSequence {
   public:
-    /// Appends one element for each of an array; a value that is no array changes nothing, and
+    /// Appends one element for each of an array; a value that is not an array changes nothing, and
     /// nothing is appended when an element throws.
     void AppendArray(const JsonValue& value) {
         if (m_rest.Count() == 0) {
@@ -32,7 +32,7 @@ class CRecordSequence {
             m_rest.Append(Written(element));
         }
     }
-    /// Replaces all elements; a value that is no array changes nothing.
+    /// Replaces all elements; a value that is not an array changes nothing.
     void ReplaceByArray(const JsonValue& value) {
         if (value.IsArray()) {
             CRecordSequence fresh;

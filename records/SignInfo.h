@@ -26,7 +26,7 @@ class SignInfos : public ISerializable, public CRecordSequence<OwnedPtr<SignInfo
     SignInfos& operator=(SignInfos&& other) noexcept;
     ~SignInfos() override;
 
-    /// Appends the elements; a value that is no array changes nothing.
+    /// Appends the elements; a value that is not an array changes nothing.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeSignInfo; }
@@ -52,7 +52,7 @@ struct SignExtension {
     std::string extensionInterpretedData;     ///< the value's encoding, Base64
 };
 
-/// Describes one signature (RFC 5652 5.3) and, nested, the signatures on it.
+/// Describes one signature (RFC 5652, 5.3) and, nested, the signatures on it.
 struct SignInfo {
     /// Replaces the record and its lists; a missing key gives its default. Throws ca::Exception
     /// 16300, the record being as it was, for no object, a member of the wrong type, or records
@@ -80,7 +80,7 @@ struct SignInfo {
 /// The signatures of several signed items, one list an item.
 class SignInfosArray : public ISerializable, private CRecordSequence<OwnedPtr<SignInfos>> {
   public:
-    /// Appends the elements; a value that is no array changes nothing.
+    /// Appends the elements; a value that is not an array changes nothing.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return kTypeSignInfoArray; }

@@ -8,7 +8,7 @@
 namespace ca {
 
 /// The digest that a request names ("SHA-256", "sha384" or an identifier); where it names none, the
-/// one that goes with the key: SHA-512 for Ed25519 (RFC 8419 3.1), for elliptic curves the one of
+/// one that goes with the key: SHA-512 for Ed25519 (RFC 8419, 3.1), for elliptic curves the one of
 /// their size, else SHA-256.
 /// \param key  null: SHA-256 where none is named.
 /// Throws 16303 for one that OpenSSL does not have, 16268 for one that `algorithms.digests` does not

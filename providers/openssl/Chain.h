@@ -23,7 +23,7 @@ struct Companions {
 struct ChainRules {
     PkiPolicy policy;                   ///< of the configuration, for the certificate's use
     std::optional<std::time_t> time;    ///< none: now
-    std::vector<std::string> policies;  ///< RFC 5280 6.1.1 (c), dotted; empty: any
+    std::vector<std::string> policies;  ///< RFC 5280, 6.1.1 (c), dotted; empty: any
     bool isPolicyExplicit = false;      ///< (f)
     bool isMappingInhibited = false;    ///< (e)
     bool isAnyInhibited = false;        ///< (g)

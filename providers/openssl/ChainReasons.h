@@ -10,7 +10,7 @@ std::wstring NameText(const X509_NAME* name);
 /// What a verdict was found with.
 struct ChainEvidence {
     const STACK_OF(X509_CRL) * lists;        ///< of revocation; null: none
-    const STACK_OF(X509_CRL) * fromMessage;  ///< those of them that are no fetched ones, first
+    const STACK_OF(X509_CRL) * fromMessage;  ///< those of them that are not fetched ones, first
     const std::vector<CrlPtr>* fromStores;
     const ChainRules& rules;
     bool isCrlEnabled;

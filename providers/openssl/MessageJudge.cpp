@@ -24,10 +24,10 @@ constexpr int kReadAtOnce = 65536;
 constexpr std::size_t kMaxDigests = 16;           // digest algorithms of a message
 constexpr std::size_t kMaxComparisons = 1000000;  // signers times certificates
 // A message without attributes, whose content type is not "data", is not signed as such
-// (RFC 5652 5.3); attributes may stand there once only.
+// (RFC 5652, 5.3); attributes may stand there once only.
 constexpr int kOnceOnly = -3;
 
-// The content type that is signed must be that of the content (RFC 5652 11.1).
+// The content type that is signed must be that of the content (RFC 5652, 11.1).
 bool IsTypeRight(const CMS_SignerInfo* signer, const ASN1_OBJECT* contentType) {
     const void* const found = CMS_signed_get0_data_by_OBJ(
         signer, OBJ_nid2obj(NID_pkcs9_contentType), kOnceOnly, V_ASN1_OBJECT);
@@ -45,7 +45,7 @@ T* ReadAttribute(const CMS_SignerInfo* signer, int nid) {
     return read(nullptr, &at, ASN1_STRING_length(value));
 }
 
-// The certificate is the one that was meant (RFC 5035 5.4), where the signature says which.
+// The certificate is the one that was meant (RFC 5035, 5.4), where the signature says which.
 bool IsCertificateMeant(const CMS_SignerInfo* signer, X509* certificate,
                         const STACK_OF(X509) * others, const std::vector<ca::X509Ptr>& chain) {
     using FirstPtr = ca::Owned<ESS_SIGNING_CERT, &ESS_SIGNING_CERT_free>;

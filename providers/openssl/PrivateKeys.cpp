@@ -38,7 +38,7 @@ STACK_OF(PKCS12_SAFEBAG) *
         return ca::Require(PKCS12_unpack_p7data(safe), ca::kErrBadData);
     }
     if (!PKCS7_type_is_encrypted(safe)) {
-        return nullptr;  // RFC 7292 4.1: for a recipient's key, not for a password
+        return nullptr;  // RFC 7292, 4.1: for a recipient's key, not for a password
     }
     const PKCS7_ENC_CONTENT* const content = safe->d.encrypted->enc_data;
     void* const bags = PKCS12_item_decrypt_d2i_ex(

@@ -115,7 +115,7 @@ Signer COpenSslProvider::LoadSigner(CProviderCall& call, const SignArguments& wh
     return signer;
 }
 
-// A key may sign when its certificate says so, or says nothing (RFC 5280 4.2.1.3). The whole chain
+// A key may sign when its certificate says so, or says nothing (RFC 5280, 4.2.1.3). The whole chain
 // counts where the parameters ask for it, the period unless they ask for nothing.
 void COpenSslProvider::CheckSigner(CProviderCall& call, const InitString& params,
                                    X509* certificate) const {

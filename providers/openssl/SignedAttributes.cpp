@@ -29,7 +29,7 @@ std::vector<unsigned char> EncodedAttributes(const CMS_SignerInfo* signer) {
     if (attributes.empty()) {
         return {};
     }
-    std::ranges::sort(attributes);  // X.690 11.6: as octet strings
+    std::ranges::sort(attributes);  // X.690, 11.6: as octet strings
     Encoding set(static_cast<std::size_t>(
         ASN1_object_size(/*constructed=*/1, static_cast<int>(size), V_ASN1_SET)));
     unsigned char* at = set.data();

@@ -7,7 +7,7 @@
 
 namespace ca {
 
-/// The signed attributes of a signer as they are signed: DER of a SET OF (RFC 5652 5.4). Empty for
+/// The signed attributes of a signer as they are signed: DER of a SET OF (RFC 5652, 5.4). Empty for
 /// a signer without any.
 std::vector<unsigned char> EncodedAttributes(const CMS_SignerInfo* signer);
 
@@ -20,7 +20,7 @@ void AddContentAttributes(CMS_SignerInfo* signer, const ASN1_OBJECT* contentType
 /// not do for messages by itself. Throws 16197.
 void SignAttributes(CMS_SignerInfo* signer, EVP_PKEY* key);
 /// Whether the signer's value is that of such a key over octets: EncodedAttributes(), or the content
-/// where there are none (RFC 8419 3.1, 3.2).
+/// where there are none (RFC 8419, 3.1, 3.2).
 bool VerifyWhole(CMS_SignerInfo* signer, EVP_PKEY* key, std::span<const unsigned char> octets);
 
 }  // namespace ca

@@ -24,7 +24,7 @@ class CSignedMessage {
   public:
     /// A message without signers.
     explicit CSignedMessage(const COpenSslLibrary& library);
-    /// One that has some. Throws 16308 for what is no signed message.
+    /// One that has some. Throws 16308 for what is not a signed message.
     CSignedMessage(const COpenSslLibrary& library, std::span<const unsigned char> message);
 
     /// Signs content, which the message holds afterwards when `isAttached`; for a message without

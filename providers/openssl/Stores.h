@@ -26,7 +26,7 @@ class CStores {
 
     /// What a store holds. Throws 16252 for a store that is on no directory of this machine.
     StoreContentPtr Content(const CProviderCall& call, const StoreAddress& store);
-    /// What a directory or file holds that is no store of a client's.
+    /// What a directory or file holds that is not a store of a client's.
     StoreContentPtr At(const std::string& path);
     /// Of the stores of this name, the user's and the machine's.
     std::vector<StoreContentPtr> Named(const CProviderCall& call, const wchar_t* name);

@@ -9,7 +9,7 @@ namespace ca {
 
 /// What chains are built from and end at, parsed. Nobody changes it any more.
 struct TrustSnapshot {
-    /// The trusted roots; the certificates of authorities, which are no anchors here because they
+    /// The trusted roots; the certificates of authorities, which are not anchors here because they
     /// are not self-signed; and the revocation lists that lie with them.
     TrustPtr store;
     std::vector<CrlPtr> crls;
