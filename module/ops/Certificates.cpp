@@ -32,7 +32,7 @@ void CCryptoModule::GetCertInfo2(ca::CryptPacket& packet) {
     ca::CProviderCall call(packet, *this);
     auto info = m_provider->GetCertInfo2(call, packet.request.senderCertId);
     packet.Response().SetObject(info.release(), /*clear=*/true);
-    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), /*isError=*/false);
 }
 
 // Judges the certificate of the file data, or the one that the request names.

@@ -91,5 +91,5 @@ void CCryptoModule::ShowCert(ca::CryptPacket& packet) {
     if (code != ca::kErrNone) {
         ThrowNotShown(packet, code);
     }
-    LogEvent(SetZORNAMessage(kMsgCertificateShown), false);
+    LogEvent(SetZORNAMessage(kMsgCertificateShown), /*isError=*/false);
 }

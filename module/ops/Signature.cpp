@@ -86,7 +86,7 @@ void AnswerMessage(CCryptoModule& module, ca::IProvider& provider, SignOperation
         arguments.content = decoded->Octets();
     }
     Answer(module, provider, operation, packet, arguments);
-    LogEvent(SetZORNAMessage(kMsgSignatureWritten), false);
+    LogEvent(SetZORNAMessage(kMsgSignatureWritten), /*isError=*/false);
 }
 
 }  // namespace
@@ -109,7 +109,7 @@ void CCryptoModule::CoSign(ca::CryptPacket& packet) {
 
 // Signs without a message around the signature.
 void CCryptoModule::SignRaw(ca::CryptPacket& packet) {
-    ca::LogLine(L"Received cert id \"" + packet.request.senderCertId + L"\"", false);
+    ca::LogLine(L"Received cert id \"" + packet.request.senderCertId + L"\"", /*isError=*/false);
     Answer(*this, *m_provider, &ca::IProvider::SignRaw, packet, ArgumentsOf(packet));
 }
 

@@ -70,7 +70,7 @@ class CStoreNames {
 // Replaces the client's current stores; on refusal they stay as they were.
 void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
     ca::StoreAddresses stores = RequestedStores(packet);
-    LogEvent(SetZORNAMessage(kMsgCurStoreReceived), false);
+    LogEvent(SetZORNAMessage(kMsgCurStoreReceived), /*isError=*/false);
     for (std::size_t i = 0; i < stores.size(); ++i) {
         if (!IsUsable(stores[i])) {
             throw ca::Exception(ca::kErrStoreAddress, SetZORNAMessage(kMsgStoreNowhere) +
@@ -80,10 +80,11 @@ void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
     }
     if (!m_clients.ReplaceStores(packet.request.clientId, std::move(stores))) {
         const wchar_t* const reason = SetZORNAMessage(kMsgClientMemory);
-        packet.response.errorMessage = GetErrorMessage(ca::kErrParameters, true) + L' ' + reason;
+        packet.response.errorMessage =
+            GetErrorMessage(ca::kErrParameters, /*prefix=*/true) + L' ' + reason;
         ca::LogError(reason, CA_HERE, ca::kErrParameters, /*throwIt=*/true);
     }
-    LogEvent(SetZORNAMessage(kMsgCurStoreAssigned), false);
+    LogEvent(SetZORNAMessage(kMsgCurStoreAssigned), /*isError=*/false);
 }
 
 // Answers with the client's current stores.

@@ -169,7 +169,7 @@ void COpenSslProvider::CoSign(CProviderCall& call, const SignArguments& what,
     auto message = std::make_unique<FileData>();
     made.Write(*message);
     answer.SetObject(message.release(), /*clear=*/true);  // the container owns it now
-    LogEvent(SetZORNAMessage(kMsgSignatureWritten), false);
+    LogEvent(SetZORNAMessage(kMsgSignatureWritten), /*isError=*/false);
 }
 
 void COpenSslProvider::SignRaw(CProviderCall& call, const SignArguments& what,
