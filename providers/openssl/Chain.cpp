@@ -218,7 +218,7 @@ ChainVerdict CChain::Judge(const CProviderCall& call, X509* certificate,
     bool isStateUnknown = false;
     ChainVerdict verdict =
         JudgeWith(call, certificate, companions, companions.crls.get(), rules, isStateUnknown);
-    if (!isStateUnknown) {
+    if (!isStateUnknown || !CFetchedLists::HasSources(call, verdict.chain)) {
         return verdict;
     }
     ChainRules others = rules;

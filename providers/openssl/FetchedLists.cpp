@@ -78,6 +78,13 @@ std::vector<CFetchedLists::Source> CFetchedLists::SourcesOf(const CProviderCall&
     return sources;
 }
 
+bool CFetchedLists::HasSources(const CProviderCall& call, const std::vector<X509Ptr>& chain) {
+    return std::ranges::any_of(chain, [&](const X509Ptr& certificate) {
+        return X509_self_signed(certificate.get(), /*verify_signature=*/0) != 1 &&
+               !SourcesOf(call, certificate.get()).empty();
+    });
+}
+
 void CFetchedLists::Add(const CProviderCall& call, const std::vector<X509Ptr>& chain,
                         STACK_OF(X509_CRL) * lists) {
     const std::int64_t begin = Seconds();

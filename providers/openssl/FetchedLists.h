@@ -28,6 +28,9 @@ class CFetchedLists {
     void Add(const CProviderCall& call, const std::vector<X509Ptr>& chain,
              STACK_OF(X509_CRL) * lists);
 
+    /// Whether Add() would ask anybody.
+    static bool HasSources(const CProviderCall& call, const std::vector<X509Ptr>& chain);
+
   private:
     struct Source {
         std::wstring url;
