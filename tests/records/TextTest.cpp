@@ -421,9 +421,10 @@ TEST_F(TextTest, LinesPastTheBoundAreCounted) {
         lines.Line(line);
     }
     lines.Append(L"b");
+    lines.Line(L"c", L"d");
     const std::wstring text = lines.Take();
-    EXPECT_TRUE(text.ends_with(L"a\n\u2026 and 3 more")) << text.substr(text.size() - 20);
-    EXPECT_EQ(L"\u2026 and 3 more", lines.TakeFaults());
+    EXPECT_TRUE(text.ends_with(L"a\n\u2026 and 4 more")) << text.substr(text.size() - 20);
+    EXPECT_EQ(L"\u2026 and 4 more", lines.TakeFaults());
     lines.Line(L"a", L"");
     lines.Append(L"b");
     EXPECT_EQ(L"a:b", lines.Take());
