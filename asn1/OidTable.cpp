@@ -73,7 +73,7 @@ constexpr OidOctets EncodeOid(std::wstring_view text) {
 
 constexpr OidInfo kOidRows[kOidCount] = {
 #define CA_OID(oid, kind, shortName, en, ru) \
-    {L##oid, shortName, OidKind::kind, en, ru, EncodeOid(L##oid)},
+    {L##oid, shortName, en, ru, EncodeOid(L##oid), OidKind::kind},
 #include "common/OidTable.inc"
 #undef CA_OID
 };

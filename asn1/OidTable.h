@@ -55,10 +55,10 @@ struct OidOctets {
 struct OidInfo {
     const wchar_t* dotted;  ///< "1.2.840.113549.1.1.1"
     const char* shortName;  ///< "CN", "INN", "rsaEncryption"; unique, never empty.
-    OidKind kind;
     const wchar_t* english;
     const wchar_t* russian;
     OidOctets encoded;
+    OidKind kind;
 
     /// Its readable name in the current language.
     const wchar_t* Name() const noexcept { return IsRussian() ? russian : english; }
