@@ -32,7 +32,7 @@ std::string ReadPassword(const std::string& path) {
 std::string ErrorText(const host::CAnswer& answer) {
     rapidjson::Document root;
     root.Parse<rapidjson::kParseIterativeFlag>(answer.GetText().data(), answer.GetText().size());
-    const std::string code = std::to_string(answer.GetErrorCode().value_or(0));
+    std::string code = std::to_string(answer.GetErrorCode().value_or(0));
     if (!root.IsObject() || !root.HasMember("errorMessage") || !root["errorMessage"].IsString()) {
         return code;
     }
