@@ -141,10 +141,10 @@ std::shared_ptr<X509_CRL> CFetchedLists::Fetch(const CProviderCall& call,
                 return {crl.release(), &X509_CRL_free};
             }
         }
-        LogLine(Say(Words::kNoListThere) + source.url, /*flag=*/true);
+        LogLine(Say(Words::kNoListThere) + source.url, /*isError=*/true);
     } catch (const Exception&) {
         // Deliberate: the transfer said why in the log; without the list the state is not known.
-        LogLine(Say(Words::kListNotFetched) + source.url, /*flag=*/true);
+        LogLine(Say(Words::kListNotFetched) + source.url, /*isError=*/true);
     }
     return nullptr;
 }

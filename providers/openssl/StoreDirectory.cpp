@@ -180,7 +180,7 @@ std::shared_ptr<const CStoreDirectory::File> CStoreDirectory::ReadFile(const std
                 const KeyPtr key = ReadKey(m_library, item.octets, form, {});
                 file->keys.push_back({PublicKeyDigest(key.get())});
             } catch (const Exception& fault) {
-                LogLine(PathToWString(path) + L": " + fault.message, /*flag=*/true);
+                LogLine(PathToWString(path) + L": " + fault.message, /*isError=*/true);
             }
         }
     }
