@@ -19,6 +19,7 @@ namespace {
 #endif
 
 constexpr std::size_t kSlabHead = 8;
+constexpr std::size_t kFirstChildren = 4;  // room for children added one by one, doubled as needed
 constexpr std::size_t kMinSlab = 1024;
 constexpr std::size_t kMaxSlab = 512 * 1024 - 64;  // with the heap's own head: whole pages
 // What an open slab counts in advance; replaced by the true number when it is closed.
@@ -212,4 +213,80 @@ void CAsn1BlockPool::CloseSlab() noexcept {
     m_slab = nullptr;
     m_next = m_end = nullptr;
     m_pieces = 0;
+}
+
+// What of a block is a matter of its storage.
+
+CAsn1Block::~CAsn1Block() {
+    DeleteInnerBlocks();
+}
+
+void CAsn1Block::operator delete(CAsn1Block* block, std::destroying_delete_t) {
+    CAsn1BlockPool::Destroy({&block, 1});
+}
+
+CAsn1Block* CAsn1Block::AddInnerBlock() {
+    auto block = std::make_unique<CAsn1Block>();
+    AppendInnerBlock(block.get());
+    return block.release();
+}
+
+CAsn1Block* CAsn1Block::ImportInnerBlock(const CAsn1Block* source) {
+    CAsn1BlockPool pool((source->m_childCount + 1) * sizeof(CAsn1Block));
+    // Deliberate: offset and length form stay behind; a copy is written in the definite form.
+    const auto copyOne = [&pool](const CAsn1Block& from, CAsn1Block* to) {
+        CAsn1Block* copy = pool.NewBlock();
+        copy->parent = to;
+        copy->tag = from.tag;
+        copy->start = from.start;
+        copy->content = from.content;
+        copy->contentLength = from.contentLength;
+        copy->totalLength = from.totalLength;
+        copy->excluded = from.excluded;
+        copy->m_available = from.m_available;
+        return copy;
+    };
+    struct Level {
+        const CAsn1Block* source;
+        CAsn1Block* copy;
+    };
+    std::unique_ptr<CAsn1Block> root(copyOne(*source, this));
+    root->m_loose = true;
+    std::vector<Level> open{{source, root.get()}};
+    while (!open.empty()) {
+        const Level level = open.back();
+        if (level.copy->m_children == nullptr) {
+            pool.ReserveChildren(*level.copy, level.source->m_childCount);
+        }
+        const CAsn1Block* next = level.source->GetInnerBlock(level.copy->m_childCount);
+        if (next == nullptr) {
+            open.pop_back();
+            continue;
+        }
+        CAsn1Block* copy = copyOne(*next, level.copy);
+        level.copy->m_children->items[level.copy->m_childCount++] = copy;
+        if (next->m_childCount != 0) {
+            open.push_back({next, copy});
+        }
+    }
+    return root.release();
+}
+
+void CAsn1Block::DeleteInnerBlocks() {
+    CAsn1BlockPool::Destroy(GetInnerBlocks());
+    CAsn1BlockPool::FreeChildren(*this);
+}
+
+void CAsn1Block::ReserveChild() {
+    if (m_children != nullptr && m_childCount < m_children->capacity) {
+        return;
+    }
+    CAsn1Block grown;
+    CAsn1BlockPool::ReserveOnHeap(grown, std::max(kFirstChildren, std::size_t{m_childCount} * 2));
+    const auto children = GetInnerBlocks();
+    std::copy(children.begin(), children.end(), grown.m_children->items);
+    const std::uint32_t count = m_childCount;
+    CAsn1BlockPool::FreeChildren(*this);
+    m_children = std::exchange(grown.m_children, nullptr);
+    m_childCount = count;
 }

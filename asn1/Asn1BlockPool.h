@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/CryptAsn1Parser.h"
+#include "asn1/Asn1Block.h"
 
 #include <atomic>
 #include <cstddef>

@@ -29,8 +29,8 @@ std::uint32_t HeaderLength(const CAsn1Block& block) {
 
 }  // namespace
 
-CAsn1BlockReader::CAsn1BlockReader(unsigned char* data, std::uint32_t position, std::uint32_t size,
-                                   bool noThrow, bool continueOnLengthMismatch)
+CAsn1BlockReader::CAsn1BlockReader(const unsigned char* data, std::uint32_t position,
+                                   std::uint32_t size, bool noThrow, bool continueOnLengthMismatch)
     : m_data(data),
       m_position(std::min(position, size)),
       m_size(size),
@@ -132,13 +132,17 @@ inline bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
         return true;
     }
     block.tag = *block.start;
-    const std::uint32_t first = block.start[1];
-    if (first < 0x80) {
-        block.content += kShortHeader;
-        block.contentLength = first;
-    } else if (!ReadLongLength(block)) {
+    CBerHeader header;
+    if (!header.Read({block.start, block.m_available})) {
+        Truncated();
         EndAtBuffer(block);
         return true;
+    }
+    block.content += header.Size();
+    if (block.start[1] < CBerHeader::kIndefinite) {
+        block.contentLength = block.start[1];
+    } else {
+        TakeLongLength(block, header);
     }
     if (!block.IsConstructed()) {
         ReadPrimitive(block);
@@ -235,31 +239,21 @@ void CAsn1BlockReader::ReadBelow(CAsn1Block& root) {
     }
 }
 
-// Sets content, content length and the form where the length is not one octet. False when the
-// header ends behind the buffer.
-bool CAsn1BlockReader::ReadLongLength(CAsn1Block& block) {
-    const std::uint32_t first = block.start[1];
-    if (first == 0x80) {
-        block.content += kShortHeader;
+// Sets content length and form where the length is not one octet.
+void CAsn1BlockReader::TakeLongLength(CAsn1Block& block, const CBerHeader& header) {
+    if (header.IsIndefinite()) {
         block.isUnknownLength = true;
         m_lengthsFinal = false;
-        return true;
+        return;
     }
-    const std::uint32_t count = first & 0x7FU;
-    if (Remaining() - kShortHeader < count) {
-        Truncated();
-        return false;
-    }
-    block.content += kShortHeader;
     // Deliberate: more than four octets wrap into 32 bits instead of failing.
+    const auto octets = header.LengthOctets();
     std::uint32_t length = 0;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        length += std::uint32_t{block.content[i]} << (8 * (count - 1 - i) % 32);
+    for (std::size_t i = 0; i < octets.size(); ++i) {
+        length += std::uint32_t{octets[i]} << (8 * (octets.size() - 1 - i) % 32);
     }
-    block.content += count;
     block.contentLength = length;
-    m_lengthsFinal = m_lengthsFinal && count == GetBytesCount(length);
-    return true;
+    m_lengthsFinal = m_lengthsFinal && octets.size() == GetBytesCount(length);
 }
 
 void CAsn1BlockReader::ReadIndefinitePrimitive(CAsn1Block& block) {

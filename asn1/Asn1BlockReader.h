@@ -1,7 +1,8 @@
 #pragma once
 
+#include "asn1/Asn1Block.h"
 #include "asn1/Asn1BlockPool.h"
-#include "asn1/CryptAsn1Parser.h"
+#include "asn1/BerHeader.h"
 
 #include <array>
 #include <cstddef>
@@ -20,8 +21,8 @@
 class CAsn1BlockReader {
   public:
     /// The meaning of the flags is that of CAsn1Block::Parse().
-    CAsn1BlockReader(unsigned char* data, std::uint32_t position, std::uint32_t size, bool noThrow,
-                     bool continueOnLengthMismatch);
+    CAsn1BlockReader(const unsigned char* data, std::uint32_t position, std::uint32_t size,
+                     bool noThrow, bool continueOnLengthMismatch);
 
     static constexpr std::int64_t kContentPerOctet = 16;
     static constexpr std::int64_t kContentAlways = 1 << 20;
@@ -56,7 +57,7 @@ class CAsn1BlockReader {
     CAsn1Block* NewChild();
     void ReadBelow(CAsn1Block& root);
     bool ReadHeader(CAsn1Block& block);
-    bool ReadLongLength(CAsn1Block& block);
+    void TakeLongLength(CAsn1Block& block, const CBerHeader& header);
     void ReadPrimitive(CAsn1Block& block);
     void ReadIndefinitePrimitive(CAsn1Block& block);
     void EndAtBuffer(CAsn1Block& block);
@@ -70,7 +71,7 @@ class CAsn1BlockReader {
     void Truncated();
     bool MayLog(Damage damage);
 
-    unsigned char* m_data;
+    const unsigned char* m_data;
     std::uint32_t m_position;
     std::uint32_t m_size;
     std::uint32_t m_offset = 0;

@@ -1,5 +1,7 @@
 #include "asn1/Asn1Damage.h"
 
+#include "asn1/BerHeader.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <vector>
@@ -10,39 +12,33 @@ using Octets = std::span<const unsigned char>;
 
 constexpr std::size_t kUntilZeros = SIZE_MAX;
 
-// Size of an element's header, and of its content where that has a length.
-struct Header {
-    std::size_t size = 2;
-    std::size_t content = 0;
-    bool isIndefinite = false;
-};
+// Lengths of more octets than the block parser keeps count as damage, so that what is reported and
+// what its tree shows agree; high tag numbers it reads like any other, and so are they here.
+constexpr std::size_t kMaxLengthOctets = 4;
 
-// The header at the front of `octets`; what keeps it from being one.
-Asn1Fault ReadHeader(Octets octets, Header& header) {
-    if (octets.size() < 2) {
+// What keeps the octets from beginning with an element.
+Asn1Fault Judge(Octets octets, CBerHeader& header) {
+    const bool isWhole = header.Read(octets);
+    if (octets.size() < CBerHeader::kShortest) {
         return Asn1Fault::kTruncated;
     }
-    const unsigned char first = octets[1];
-    header.isIndefinite = first == 0x80;
-    if (octets[0] == 0 || (header.isIndefinite && (octets[0] & kAsn1ConstructedBit) == 0)) {
+    if (header.Tag() == 0 || (header.IsIndefinite() && !header.IsConstructed()) ||
+        header.LengthOctets().size() > kMaxLengthOctets) {
         return Asn1Fault::kMalformed;
     }
-    if (first < 0x80) {
-        header.content = first;
-    } else if (!header.isIndefinite) {
-        const std::size_t count = first & 0x7FU;
-        if (count > 4) {
-            return Asn1Fault::kMalformed;
-        }
-        if (octets.size() < 2 + count) {
-            return Asn1Fault::kTruncated;
-        }
-        header.size += count;
-        for (const unsigned char octet : octets.subspan(2, count)) {
-            header.content = (header.content << 8) | octet;
-        }
-    }
-    return header.content <= octets.size() - header.size ? Asn1Fault::kNone : Asn1Fault::kTruncated;
+    return isWhole && header.Length() <= octets.size() - header.Size() ? Asn1Fault::kNone
+                                                                       : Asn1Fault::kTruncated;
+}
+
+// What is known of the damaged element at the front of `rest`.
+ca::Asn1Damage DamageOf(Asn1Fault fault, std::size_t at, Octets rest, const CBerHeader& header) {
+    ca::Asn1Damage damage{fault, at, rest.empty() ? static_cast<unsigned char>(0) : rest[0], 0, 0};
+    const bool hasLength =
+        header.Size() <= rest.size() && header.LengthOctets().size() <= kMaxLengthOctets;
+    damage.announced = hasLength ? static_cast<std::size_t>(header.Length()) : 0;
+    const std::size_t known = hasLength ? header.Size() : CBerHeader::kShortest;
+    damage.available = rest.size() - std::min(rest.size(), known);
+    return damage;
 }
 
 // A constructed element whose end was not reached.
@@ -75,19 +71,18 @@ std::optional<Asn1Damage> FindAsn1Damage(Octets octets) {
             close();
             continue;
         }
-        Header header;
-        if (const Asn1Fault fault = ReadHeader(rest, header); fault != Asn1Fault::kNone) {
-            const unsigned char tag = rest.empty() ? 0 : rest[0];
-            const std::size_t size = rest.size();
-            return Asn1Damage{fault, at, tag, header.content, size - std::min(size, header.size)};
+        CBerHeader header;
+        if (const Asn1Fault fault = Judge(rest, header); fault != Asn1Fault::kNone) {
+            return DamageOf(fault, at, rest, header);
         }
-        at += header.size;
-        if ((rest[0] & kAsn1ConstructedBit) == 0) {
-            at += header.content;
+        at += header.Size();
+        const std::size_t end = at + static_cast<std::size_t>(header.Length());
+        if (!header.IsConstructed()) {
+            at = end;
             continue;
         }
-        open.push_back({header.isIndefinite ? kUntilZeros : at + header.content, limit});
-        limit = header.isIndefinite ? limit : at + header.content;
+        open.push_back({header.IsIndefinite() ? kUntilZeros : end, limit});
+        limit = header.IsIndefinite() ? limit : end;
     }
     return std::nullopt;
 }

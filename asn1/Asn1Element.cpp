@@ -1,5 +1,6 @@
 #include "asn1/Asn1Element.h"
 
+#include "asn1/BerHeader.h"
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Hex.h"
@@ -10,47 +11,21 @@
 
 namespace {
 
-constexpr unsigned char kTagNumber = 0x1F;   // bits of the tag number; all set: more octets follow
-constexpr unsigned char kLongLength = 0x80;  // alone: the indefinite form
-constexpr unsigned char kReservedLength = 0xFF;  // X.690 8.1.3.5 c
+constexpr unsigned char kTagNumber = 0x1F;  // bits of the tag number; all set: more octets follow
 
-struct Header {
-    std::size_t size = 0;
-    std::size_t contentLength = 0;  // 0 for the indefinite form
-    bool indefinite = false;
-};
-
-// Reads identifier and length octets; the content is not looked at.
-Asn1Fault ReadHeader(std::span<const unsigned char> octets, Header& header) {
-    if (octets.size() < 2) {
+// Reads a header and judges it; the content is looked at only for its length. Lengths in more
+// octets than they need are taken: BER allows them.
+Asn1Fault ReadHeader(std::span<const unsigned char> octets, CBerHeader& header) {
+    const bool isWhole = header.Read(octets);
+    if (octets.size() < CBerHeader::kShortest) {
         return Asn1Fault::kTruncated;
     }
-    const unsigned char tag = octets[0];
-    const unsigned char first = octets[1];
-    header = {2, first, false};
-    if (tag == 0 || (tag & kTagNumber) == kTagNumber || first == kReservedLength) {
+    if (header.Tag() == 0 || (header.Tag() & kTagNumber) == kTagNumber || header.IsReserved() ||
+        (header.IsIndefinite() && !header.IsConstructed())) {
         return Asn1Fault::kMalformed;
     }
-    if (first < kLongLength) {
-        return Asn1Fault::kNone;
-    }
-    if (first == kLongLength) {
-        header = {2, 0, true};
-        return (tag & kAsn1ConstructedBit) != 0 ? Asn1Fault::kNone : Asn1Fault::kMalformed;
-    }
-    header.size += first & 0x7FU;
-    if (header.size > octets.size()) {
-        return Asn1Fault::kTruncated;
-    }
-    std::uint64_t length = 0;
-    for (const unsigned char octet : octets.subspan(2, header.size - 2)) {
-        length = length << 8U | octet;
-        if (length > octets.size()) {
-            return Asn1Fault::kTruncated;
-        }
-    }
-    header.contentLength = static_cast<std::size_t>(length);
-    return Asn1Fault::kNone;
+    return isWhole && header.Length() <= octets.size() - header.Size() ? Asn1Fault::kNone
+                                                                       : Asn1Fault::kTruncated;
 }
 
 // Finds the end-of-contents pair that closes the content at the front of `octets`. Elements of
@@ -70,15 +45,12 @@ Asn1Fault FindEndOfContents(std::span<const unsigned char> octets, std::size_t& 
             position += 2;
             continue;
         }
-        Header header;
+        CBerHeader header;
         if (const Asn1Fault fault = ReadHeader(rest, header); fault != Asn1Fault::kNone) {
             return fault;
         }
-        if (header.contentLength > rest.size() - header.size) {
-            return Asn1Fault::kTruncated;
-        }
-        position += header.size + header.contentLength;
-        open += header.indefinite ? 1 : 0;
+        position += header.Size() + static_cast<std::size_t>(header.Length());
+        open += header.IsIndefinite() ? 1 : 0;
     }
 }
 
@@ -94,22 +66,20 @@ ca::Exception MakeFault(std::uint32_t code, std::string_view name, const std::ws
 }  // namespace
 
 Asn1Fault CAsn1Cursor::Next(CAsn1Element& element) noexcept {
-    Header header;
+    CBerHeader header;
     if (const Asn1Fault fault = ReadHeader(m_rest, header); fault != Asn1Fault::kNone) {
         return fault;
     }
-    const auto body = m_rest.subspan(header.size);
-    std::size_t contentLength = header.contentLength;
-    if (header.indefinite) {
+    const auto body = m_rest.subspan(header.Size());
+    auto contentLength = static_cast<std::size_t>(header.Length());
+    if (header.IsIndefinite()) {
         const Asn1Fault fault = FindEndOfContents(body, contentLength);
         if (fault != Asn1Fault::kNone) {
             return fault;
         }
-    } else if (contentLength > body.size()) {
-        return Asn1Fault::kTruncated;
     }
-    const std::size_t total = header.size + contentLength + (header.indefinite ? 2 : 0);
-    element = {m_rest[0], header.indefinite, m_rest.first(total), body.first(contentLength)};
+    const std::size_t total = header.Size() + contentLength + (header.IsIndefinite() ? 2 : 0);
+    element = {header.Tag(), header.IsIndefinite(), m_rest.first(total), body.first(contentLength)};
     m_rest = m_rest.subspan(total);
     return Asn1Fault::kNone;
 }

@@ -20,12 +20,13 @@ enum Asn1TagOctet : unsigned char {
     kAsn1ContextBit = 0x80,
 };
 
-/// One element. The spans view the octets it was read from.
+/// One element. The spans view the octets it was read from; nobody writes them.
 struct CAsn1Element {
     unsigned char tag = 0;
-    bool indefinite = false;           ///< Of indefinite length: `raw` ends with end-of-contents.
-    std::span<unsigned char> raw;      ///< The whole element as received; what digests are made of.
-    std::span<unsigned char> content;  ///< Without end-of-contents.
+    bool indefinite = false;  ///< Of indefinite length: `raw` ends with end-of-contents.
+    std::span<const unsigned char>
+        raw;  ///< The whole element as received; what digests are made of.
+    std::span<const unsigned char> content;  ///< Without end-of-contents.
 
     bool IsConstructed() const { return (tag & kAsn1ConstructedBit) != 0; }
 };
@@ -43,11 +44,11 @@ enum class Asn1Fault : unsigned char {
 class CAsn1Cursor {
   public:
     CAsn1Cursor() = default;
-    explicit CAsn1Cursor(std::span<unsigned char> octets) : m_rest(octets) {}
+    explicit CAsn1Cursor(std::span<const unsigned char> octets) : m_rest(octets) {}
 
     bool AtEnd() const { return m_rest.empty(); }
     /// What was not read yet.
-    std::span<unsigned char> Rest() const { return m_rest; }
+    std::span<const unsigned char> Rest() const { return m_rest; }
     /// Identifier octet of the next element. Not at the end.
     unsigned char PeekTag() const { return m_rest[0]; }
 
@@ -55,8 +56,29 @@ class CAsn1Cursor {
     /// cursor stays. Not at the end.
     Asn1Fault Next(CAsn1Element& element) noexcept;
 
+    // For lists, whose elements are all of one type.
+
+    /// Next() of one more element; false at the end and in front of what is no element, which
+    /// Rest() has then.
+    bool Step(CAsn1Element& element) noexcept {
+        return !AtEnd() && Next(element) == Asn1Fault::kNone;
+    }
+    /// The same, with all that is no element as the last one: of tag 0, which no element has, and
+    /// without content. False at the end only.
+    bool StepOrRest(CAsn1Element& element) noexcept {
+        if (AtEnd()) {
+            return false;
+        }
+        if (Next(element) != Asn1Fault::kNone) {
+            element = {};
+            element.raw = m_rest;
+            m_rest = {};
+        }
+        return true;
+    }
+
   private:
-    std::span<unsigned char> m_rest;
+    std::span<const unsigned char> m_rest;
 };
 
 // What is thrown or kept for octets that are not what was to be read. `name` is that of the ASN.1

@@ -1,10 +1,11 @@
 // The JSON dump of a tree of blocks.
 
+#include "asn1/Asn1Block.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Text.h"
-#include "asn1/CryptAsn1Parser.h"
 #include "asn1/OidTable.h"
+#include "asn1/TagNames.h"
 #include "common/Encode.h"
 #include "common/Hex.h"
 #include "common/Lazy.h"
@@ -215,7 +216,7 @@ class TreeDump {
         auto content = block.GetRawContent();
         switch (block.tag) {
             case kAsn1BitString:
-                content = CAsn1BitString::ClearUnusedBits(content);
+                content = CAsn1BitString::ClearUnusedBits(block);
                 [[fallthrough]];
             case kAsn1OctetString:
                 ca::WriteHex(content, m_writer.PlainOfSize(content.size() * 2));

@@ -24,7 +24,7 @@ class CAsn1ListCursor {
     /// \param elements  one behind the other; they outlive the cursor.
     /// \param list  the block they are the content of; outlives the cursor. Its children, where
     ///        it has them, are used.
-    CAsn1ListCursor(std::span<unsigned char> elements, const CAsn1Block& list)
+    CAsn1ListCursor(std::span<const unsigned char> elements, const CAsn1Block& list)
         : m_cursor(elements), m_list(&list) {}
 
     /// Steps to the next element and decodes it; false at the end. Octets that are no element are
@@ -92,7 +92,7 @@ class CAsn1ListCursor {
     CAsn1Cursor m_cursor;
     const CAsn1Block* m_list;
     std::size_t m_step = 0;  // elements walked, the current one included
-    std::span<unsigned char> m_raw;
+    std::span<const unsigned char> m_raw;
     std::optional<CAsn1Block> m_block;
     std::optional<T> m_item;
     std::optional<ca::Exception> m_fault;

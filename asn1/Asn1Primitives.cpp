@@ -1,66 +1,9 @@
 #include "asn1/Asn1Primitives.h"
 
-#include "asn1/Asn1Collections.h"
-#include "asn1/Asn1Oid.h"
-#include "asn1/Asn1Strings.h"
 #include "asn1/Asn1Text.h"
-#include "asn1/Asn1Time.h"
 #include "asn1/IntegerContent.h"
 
 #include <algorithm>
-#include <memory>
-
-namespace {
-
-template <class T>
-CAsn1Object* Create(CAsn1Block* block, CAsn1Object* parent) {
-    return std::make_unique<T>(block, parent).release();  // the caller owns it
-}
-
-struct TagRow {
-    unsigned char tag;
-    const char* name;
-    CAsn1Object* (*create)(CAsn1Block* block, CAsn1Object* parent);
-};
-
-// clang-format off
-constexpr TagRow kTags[] = {
-    {kAsn1Boolean, "BOOLEAN", Create<CAsn1Boolean>},
-    {kAsn1Integer, "INTEGER", Create<CAsn1Integer>},
-    {kAsn1BitString, "BIT STRING", Create<CAsn1BitString>},
-    {kAsn1OctetString, "OCTET STRING", Create<CAsn1OctetString>},
-    {kAsn1Null, "NULL", Create<CAsn1Null>},
-    {kAsn1ObjectIdentifier, "OBJECT IDENTIFIER", Create<CAsn1ObjectIdentifier>},
-    {kAsn1Utf8String, "UTF8 STRING", Create<CAsn1UTF8String>},
-    {kAsn1NumericString, "NUMERIC STRING", Create<CAsn1NumericString>},
-    {kAsn1PrintableString, "PRINTABLE STRING", Create<CAsn1PrintableString>},
-    {kAsn1TeletexString, "TELETEX STRING", Create<CAsn1TeletexString>},
-    {kAsn1Ia5String, "IA5 STRING", Create<CAsn1IA5String>},
-    {kAsn1UtcTime, "UTC TIME", Create<CAsn1UTCTime>},
-    {kAsn1GeneralizedTime, "GENERALIZED TIME", Create<CAsn1GeneralizedTime>},
-    {kAsn1UnicodeString, "UNICODE STRING", Create<CAsn1UnicodeString>},
-    {kAsn1ConstructedOctetString, "", Create<CAsn1ContructedOctetString>},
-    {kAsn1Sequence, "", Create<CAsn1Sequence>},
-    {kAsn1Set, "", Create<CAsn1Set>},
-};
-// clang-format on
-constexpr TagRow kUnknownTag = {0, "", Create<CAsn1Unknown>};
-
-const TagRow& FindTag(unsigned char tag) noexcept {
-    const auto* row = std::find_if(std::begin(kTags), std::end(kTags),
-                                   [tag](const TagRow& r) { return r.tag == tag; });
-    return row != std::end(kTags) ? *row : kUnknownTag;
-}
-
-}  // namespace
-
-const char* Asn1TagName(unsigned char tag) noexcept {
-    return FindTag(tag).name;
-}
-
-CAsn1Object* CreatePrimitiveObject(CAsn1Block* block, CAsn1Object* parent) {
-    return FindTag(block->tag).create(block, parent);
-}
 
 void CAsn1Boolean::Decode() {
     const auto content = Content();
@@ -115,19 +58,22 @@ std::wstring CAsn1Integer::GetHexString(unsigned int flags, const unsigned char*
     return ca::WidenAscii(text);
 }
 
-std::span<unsigned char> CAsn1BitString::ClearUnusedBits(std::span<unsigned char> content) {
+std::span<const unsigned char> CAsn1BitString::ClearUnusedBits(const CAsn1Block& block) {
+    const auto content = block.GetRawContent();
     if (content.size() < 2) {
         return {};
     }
     const unsigned unused = std::min<unsigned>(content[0], 8);
-    content.back() = static_cast<unsigned char>(content.back() & 0xFFU << unused);
+    // Everything else only views the buffer. It was handed to Parse() as one that may be written.
+    auto& last = const_cast<unsigned char&>(content.back());
+    last = static_cast<unsigned char>(last & 0xFFU << unused);
     return content.subspan(1);
 }
 
 void CAsn1BitString::Decode() {
     const auto content = Content();
     m_unusedBits = content.empty() ? 0 : content[0];
-    const auto octets = ClearUnusedBits(content);
+    const auto octets = content.empty() ? content : ClearUnusedBits(*GetBlock());
     m_value.assign(octets.begin(), octets.end());
 }
 

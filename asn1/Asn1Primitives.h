@@ -1,7 +1,9 @@
 #pragma once
 
 #include "asn1/Asn1Tags.h"
+#include "asn1/Asn1Text.h"
 #include "asn1/CryptAsn1Base.h"
+#include "asn1/TagNames.h"
 
 #include <cstdint>
 #include <optional>
@@ -43,7 +45,11 @@ class CAsn1Boolean : public CAsn1Primitive<kAsn1Boolean> {
 class CAsn1Integer : public CAsn1Primitive<kAsn1Integer> {
   public:
     /// Flags of GetHexString().
-    enum HexFlag : unsigned { kUpperCase = 1, kSkipLeadingZero = 2, kColons = 4 };
+    enum HexFlag : unsigned {
+        kUpperCase = ca::kHexUpperCase,
+        kSkipLeadingZero = ca::kHexSkipLeadingZero,
+        kColons = ca::kHexColons,
+    };
 
     using CAsn1Primitive::CAsn1Primitive;
 
@@ -82,8 +88,9 @@ class CAsn1BitString : public CAsn1Primitive<kAsn1BitString> {
     std::span<const unsigned char> GetValue() const { return m_value; }
     void SetValue(std::vector<unsigned char> octets, unsigned char unusedBits);
 
-    /// Clears the unused bits in `content`; returns the octets behind their count.
-    static std::span<unsigned char> ClearUnusedBits(std::span<unsigned char> content);
+    /// Clears the unused bits of a BIT STRING in the parsed buffer; returns the octets after their
+    /// count.
+    static std::span<const unsigned char> ClearUnusedBits(const CAsn1Block& block);
 
   private:
     std::vector<unsigned char> m_value;

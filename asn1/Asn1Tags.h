@@ -20,6 +20,3 @@ enum Asn1Tag : unsigned char {
     kAsn1Sequence = 0x30,
     kAsn1Set = 0x31,
 };
-
-/// The display name of an identifier octet, "INTEGER"; "" for one without a name. Static.
-const char* Asn1TagName(unsigned char tag) noexcept;

@@ -1,6 +1,5 @@
 #include "asn1/Asn1Text.h"
 
-#include "asn1/Asn1Primitives.h"
 #include "asn1/IntegerContent.h"
 #include "common/Hex.h"
 
@@ -32,11 +31,11 @@ bool AreFieldsInRange(std::span<const unsigned, kUtcFields> fields) {
 namespace ca {
 
 void AppendHex(std::span<const unsigned char> octets, unsigned flags, std::string& out) {
-    if ((flags & CAsn1Integer::kSkipLeadingZero) != 0 && !octets.empty() && octets[0] == 0) {
+    if ((flags & kHexSkipLeadingZero) != 0 && !octets.empty() && octets[0] == 0) {
         octets = octets.subspan(1);
     }
-    AddHex(octets, out, (flags & CAsn1Integer::kUpperCase) != 0 ? kUpperHexDigits : kLowerHexDigits,
-           (flags & CAsn1Integer::kColons) != 0 ? ':' : '\0');
+    AddHex(octets, out, (flags & kHexUpperCase) != 0 ? kUpperHexDigits : kLowerHexDigits,
+           (flags & kHexColons) != 0 ? ':' : '\0');
 }
 
 void AppendInteger(std::span<const unsigned char> octets, unsigned flags, std::string& out) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "asn1/CryptAsn1Parser.h"
-
 #include <cstddef>
 #include <span>
 #include <string>
@@ -11,7 +9,14 @@
 
 namespace ca {
 
-/// Appends two digits an octet. \param flags  those of CAsn1Integer::GetHexString().
+/// Ways to write hexadecimal digits.
+enum HexFlag : unsigned {
+    kHexUpperCase = 1,
+    kHexSkipLeadingZero = 2,  ///< A first octet of zero is left out.
+    kHexColons = 4,           ///< ":" between octets.
+};
+
+/// Appends two digits an octet. \param flags  HexFlag, joined by |.
 void AppendHex(std::span<const unsigned char> octets, unsigned flags, std::string& out);
 
 /// A number of up to four octets read unsigned, more in hexadecimal.

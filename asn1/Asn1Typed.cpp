@@ -1,5 +1,6 @@
 #include "asn1/Asn1Typed.h"
 
+#include "asn1/Asn1BlockReader.h"
 #include "asn1/IntegerContent.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -14,7 +15,7 @@ constexpr std::size_t kMaxSegmentDepth = 16;
     throw ca::Exception(ca::kErrAsn1Corrupted, SetZORNAMessage(kMsgAsn1Malformed));
 }
 
-void AppendSegments(std::span<unsigned char> content, std::vector<unsigned char>& out) {
+void AppendSegments(std::span<const unsigned char> content, std::vector<unsigned char>& out) {
     CAsn1Cursor open[kMaxSegmentDepth] = {CAsn1Cursor(content)};
     for (std::size_t depth = 1; depth != 0;) {
         CAsn1Cursor& cursor = open[depth - 1];
@@ -39,18 +40,18 @@ void AppendSegments(std::span<unsigned char> content, std::vector<unsigned char>
 
 }  // namespace
 
-std::span<unsigned char> CAsn1TypedObject::RawOctets() const {
+std::span<const unsigned char> CAsn1TypedObject::RawOctets() const {
     if (!m_element.raw.empty() || GetBlock() == nullptr) {
         return m_element.raw;
     }
     return GetBlock()->GetRawEncoding();
 }
 
-std::span<unsigned char> CAsn1TypedObject::ContentOctets() const {
+std::span<const unsigned char> CAsn1TypedObject::ContentOctets() const {
     return m_element.raw.empty() ? Content() : m_element.content;
 }
 
-CAsn1Element ReadElement(std::span<unsigned char> octets, std::string_view name) {
+CAsn1Element ReadElement(std::span<const unsigned char> octets, std::string_view name) {
     if (octets.empty()) {
         throw MakeAsn1Missing(name, 0);
     }
@@ -75,12 +76,10 @@ void BindBlock(CAsn1Block& block, const CAsn1Element& element, std::uint32_t off
 
 void BindRoot(CAsn1Block& block, const CAsn1Element& element, Asn1Blocks blocks) {
     if (blocks == Asn1Blocks::kAll && element.IsConstructed()) {
-        unsigned int position = 0;
-        unsigned int offset = 0;
         try {
-            block.Parse(element.raw.data(), &position, &offset,
-                        static_cast<unsigned int>(element.raw.size()), /*noThrow=*/false,
-                        /*continueOnLengthMismatch=*/false);
+            CAsn1BlockReader(element.raw.data(), 0, static_cast<std::uint32_t>(element.raw.size()),
+                             /*noThrow=*/false, /*continueOnLengthMismatch=*/false)
+                .Read(block);
         } catch (const ca::Exception&) {
             block.DeleteInnerBlocks();
             block.corrupted = true;

@@ -28,7 +28,7 @@ class CAsn1TypedObject : public CAsn1Object {
     /// counts; they fall short of the element where its lengths were not minimal.
     std::span<const unsigned char> Raw() const { return RawOctets(); }
     /// The content as received, without end-of-contents.
-    std::span<unsigned char> ContentOctets() const;
+    std::span<const unsigned char> ContentOctets() const;
 
     /// True when Decode() met a fault in this object or in a member's member.
     bool HasFault() const { return m_hasFault; }
@@ -39,7 +39,7 @@ class CAsn1TypedObject : public CAsn1Object {
   private:
     friend class CFieldReader;
 
-    std::span<unsigned char> RawOctets() const;
+    std::span<const unsigned char> RawOctets() const;
 
     CAsn1Element m_element;
     bool m_hasFault = false;
@@ -122,7 +122,7 @@ void BindBlock(CAsn1Block& block, const CAsn1Element& element, std::uint32_t off
 
 /// Reads the element at the front of `octets`, which is to be a `name`. Throws ca::Exception
 /// kErrAsn1UnexpectedEnd, kErrAsn1Corrupted (also for no octets, and for 4 GiB and more).
-CAsn1Element ReadElement(std::span<unsigned char> octets, std::string_view name);
+CAsn1Element ReadElement(std::span<const unsigned char> octets, std::string_view name);
 
 /// Which blocks an outermost object has.
 enum class Asn1Blocks {
@@ -140,7 +140,8 @@ class CAsn1Root {
   public:
     /// Binds the element at the front of `octets`, which outlive this; Decode() is the caller's.
     /// Throws as ReadElement(), and kErrAsn1BadTag for an element that is no T.
-    explicit CAsn1Root(std::span<unsigned char> octets, Asn1Blocks blocks = Asn1Blocks::kAll) {
+    explicit CAsn1Root(std::span<const unsigned char> octets,
+                       Asn1Blocks blocks = Asn1Blocks::kAll) {
         const CAsn1Element element = ReadElement(octets, Asn1TypeOf<T>::kName);
         if (!Asn1TypeOf<T>::Accepts(element.tag)) {
             throw MakeAsn1WrongTag(Asn1TypeOf<T>::kName, element.tag, 0);
@@ -159,12 +160,12 @@ class CAsn1Root {
     const T& operator*() const { return m_object; }
     const T* operator->() const { return &m_object; }
     /// The octets behind the element.
-    std::span<unsigned char> Rest() const { return m_rest; }
+    std::span<const unsigned char> Rest() const { return m_rest; }
 
   private:
     CAsn1Block m_block;
     T m_object{&m_block};
-    std::span<unsigned char> m_rest;
+    std::span<const unsigned char> m_rest;
 };
 
 // Values of bound members, straight from their octets: nothing is decoded or changed. All accept

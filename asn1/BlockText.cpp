@@ -3,6 +3,7 @@
 #include "asn1/Asn1Element.h"
 #include "asn1/Asn1Tags.h"
 #include "asn1/Asn1Text.h"
+#include "asn1/BerHeader.h"
 #include "asn1/IntegerContent.h"
 #include "asn1/OidTable.h"
 #include "common/DecimalText.h"
@@ -17,43 +18,6 @@ namespace {
 
 using Octets = std::span<const unsigned char>;
 
-// Names of the universal types by tag number (ITU-T X.680 8.6, table 1).
-constexpr const char* kUniversalNames[] = {
-    "END OF CONTENTS",
-    "BOOLEAN",
-    "INTEGER",
-    "BIT STRING",
-    "OCTET STRING",
-    "NULL",
-    "OBJECT IDENTIFIER",
-    "ObjectDescriptor",
-    "EXTERNAL",
-    "REAL",
-    "ENUMERATED",
-    "EMBEDDED PDV",
-    "UTF8String",
-    "RELATIVE-OID",
-    "TIME",
-    "[UNIVERSAL 15]",
-    "SEQUENCE",
-    "SET",
-    "NumericString",
-    "PrintableString",
-    "TeletexString",
-    "VideotexString",
-    "IA5String",
-    "UTCTime",
-    "GeneralizedTime",
-    "GraphicString",
-    "VisibleString",
-    "GeneralString",
-    "UniversalString",
-    "CHARACTER STRING",
-    "BMPString",
-    "[UNIVERSAL 31]",
-};
-
-constexpr unsigned kNumberBits = 0x1F;
 // The longest identifier whose text is wanted; a longer one is shown by its octets.
 constexpr std::size_t kMaxOid = 256;
 
@@ -139,15 +103,6 @@ bool IsTextTag(std::uint8_t tag) {
 
 namespace ca {
 
-std::string TagText(std::uint8_t tag) {
-    static constexpr const char* kClasses[] = {"", "APPLICATION ", "", "PRIVATE "};
-    const unsigned number = tag & kNumberBits;
-    if (tag >> 6U == 0) {
-        return kUniversalNames[number];
-    }
-    return std::string("[") + kClasses[tag >> 6U] + std::to_string(number) + "]";
-}
-
 std::wstring BlockText(const CAsn1Block& block, std::size_t longest) {
     const Octets octets = block.GetRawContent();
     if (block.IsConstructed() || block.content == nullptr) {
@@ -182,16 +137,17 @@ std::size_t HeaderLength(const CAsn1Block& block) {
 }
 
 std::optional<std::uint32_t> AnnouncedLength(const CAsn1Block& block) {
-    const std::size_t header = HeaderLength(block);
-    if (header < 2 || block.isUnknownLength) {
+    CBerHeader header;
+    if (HeaderLength(block) < CBerHeader::kShortest || block.isUnknownLength ||
+        !header.Read({block.start, block.GetAvailable()})) {
         return std::nullopt;
     }
-    if (header == 2) {
+    if (header.LengthOctets().empty()) {
         return block.start[1];
     }
     std::uint32_t length = 0;
-    for (std::size_t i = 2; i < header; ++i) {
-        length = length << 8U | block.start[i];
+    for (const unsigned char octet : header.LengthOctets()) {
+        length = length << 8U | octet;
     }
     return length;
 }

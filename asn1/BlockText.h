@@ -1,6 +1,7 @@
 #pragma once
 
-#include "asn1/CryptAsn1Parser.h"
+#include "asn1/Asn1Block.h"
+#include "asn1/TagNames.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -9,9 +10,6 @@
 #include <string>
 
 namespace ca {
-
-/// What people call a tag: "SEQUENCE", "[0]", "[APPLICATION 3]".
-std::string TagText(std::uint8_t tag);
 
 /// The value of a primitive block as people read it, texts in quotes and with the characters they
 /// have, hidden ones too: the caller makes them visible. "" for NULL and a constructed block.

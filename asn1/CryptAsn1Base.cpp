@@ -159,8 +159,8 @@ void CAsn1Object::GetAsn1Data(unsigned char* out) const {
     }
 }
 
-std::span<unsigned char> CAsn1Object::Content() const {
-    return m_block != nullptr ? m_block->GetRawContent() : std::span<unsigned char>();
+std::span<const unsigned char> CAsn1Object::Content() const {
+    return m_block != nullptr ? m_block->GetRawContent() : std::span<const unsigned char>();
 }
 
 void CAsn1Object::SetContent(std::vector<unsigned char> content) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/CryptAsn1Parser.h"
+#include "asn1/Asn1Block.h"
 
 #include <cstddef>
 #include <memory>
@@ -64,7 +64,7 @@ class CAsn1Object {
 
   protected:
     /// The content octets; empty without a block.
-    std::span<unsigned char> Content() const;
+    std::span<const unsigned char> Content() const;
     /// Makes `content` this object's own and the content of its block. Children of the block go.
     void SetContent(std::vector<unsigned char> content);
     /// Adds an object to those owned and sets its parent; returns it.
@@ -82,3 +82,7 @@ class CAsn1Object {
     std::vector<unsigned char> m_encoded;
     bool m_changed = false;
 };
+
+/// The typed object of a block, chosen by its identifier octet; CAsn1Unknown for every octet
+/// without a class. Never null; the caller owns it.
+CAsn1Object* CreatePrimitiveObject(CAsn1Block* block, CAsn1Object* parent);

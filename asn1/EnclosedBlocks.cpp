@@ -10,17 +10,17 @@ namespace {
 constexpr unsigned char kClassBits = 0xC0;
 
 // The octets in which something else may be encoded.
-std::span<unsigned char> OpaqueContent(const CAsn1Block& block) {
-    const std::span<unsigned char> content = block.GetRawContent();
+std::span<const unsigned char> OpaqueContent(const CAsn1Block& block) {
+    const std::span<const unsigned char> content = block.GetRawContent();
     if (block.tag == kAsn1OctetString) {
         return content;
     }
     const bool isWholeOctets = block.tag == kAsn1BitString && !content.empty() && content[0] == 0;
-    return isWholeOctets ? content.subspan(1) : std::span<unsigned char>();
+    return isWholeOctets ? content.subspan(1) : std::span<const unsigned char>();
 }
 
 // Digests and random numbers seldom look like elements, and hardly ever like these.
-bool IsUniversal(std::span<unsigned char> elements) {
+bool IsUniversal(std::span<const unsigned char> elements) {
     CAsn1Element element;
     for (CAsn1Cursor cursor(elements); !cursor.AtEnd();) {
         if (cursor.Next(element) != Asn1Fault::kNone || (element.tag & kClassBits) != 0) {
@@ -34,15 +34,17 @@ bool IsUniversal(std::span<unsigned char> elements) {
 
 namespace ca {
 
-std::span<unsigned char> EnclosedEncoding(const CAsn1Block& block) {
-    const std::span<unsigned char> content = OpaqueContent(block);
+std::span<const unsigned char> EnclosedEncoding(const CAsn1Block& block) {
+    const std::span<const unsigned char> content = OpaqueContent(block);
     const bool isEncoding = content.size() >= 2 && IsWellFormed(content) && IsUniversal(content);
-    return isEncoding ? content : std::span<unsigned char>();
+    return isEncoding ? content : std::span<const unsigned char>();
 }
 
-std::unique_ptr<CCryptAsn1Parser> ParseEnclosed(std::span<unsigned char> encoding) {
+std::unique_ptr<CCryptAsn1Parser> ParseEnclosed(std::span<const unsigned char> encoding) {
     auto parser = std::make_unique<CCryptAsn1Parser>();
-    parser->Parse(encoding.data(), static_cast<unsigned>(encoding.size()),
+    // Reading a BIT STRING of it may clear bits, as in the buffer that it is a part of.
+    parser->Parse(const_cast<unsigned char*>(encoding.data()),
+                  static_cast<unsigned>(encoding.size()),
                   /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/true,
                   /*singleRoot=*/false);
     return parser;
@@ -53,7 +55,7 @@ CEnclosedBlocks::Blocks CEnclosedBlocks::Of(const CAsn1Block& block) {
         return {};
     }
     const auto [place, isNew] = m_enclosed.try_emplace(&block);
-    if (const auto encoding = isNew ? EnclosedEncoding(block) : std::span<unsigned char>();
+    if (const auto encoding = isNew ? EnclosedEncoding(block) : std::span<const unsigned char>();
         !encoding.empty()) {
         place->second = ParseEnclosed(encoding);
         for (const CAsn1Block* root : place->second->GetRoots()) {

@@ -11,7 +11,7 @@ namespace ca {
 /// The octets of an OCTET STRING, or of a BIT STRING of whole octets, where they are themselves
 /// nothing but well-formed elements of universal types: extension values, keys, signatures. Empty
 /// for everything else. Cost is linear in the content, but for strings inside of it.
-std::span<unsigned char> EnclosedEncoding(const CAsn1Block& block);
+std::span<const unsigned char> EnclosedEncoding(const CAsn1Block& block);
 
 /// What strings enclose, parsed when it is asked for and kept. One thread.
 class CEnclosedBlocks {
@@ -31,6 +31,6 @@ class CEnclosedBlocks {
 };
 
 /// Parses such octets; they outlive the parser.
-std::unique_ptr<CCryptAsn1Parser> ParseEnclosed(std::span<unsigned char> encoding);
+std::unique_ptr<CCryptAsn1Parser> ParseEnclosed(std::span<const unsigned char> encoding);
 
 }  // namespace ca

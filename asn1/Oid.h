@@ -1,30 +1,15 @@
 #pragma once
 
-#include "asn1/OidIndex.h"
 #include "asn1/OidTable.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <iterator>
 #include <span>
 #include <string_view>
 #include <vector>
 
 namespace ca {
-
-/// The short names of all rows, for the compiler to find rows by.
-inline constexpr std::string_view kOidShortNames[] = {
-#define CA_OID(oid, kind, shortName, english, russian) shortName,
-#include "common/OidTable.inc"
-#undef CA_OID
-};
-inline constexpr std::size_t kOidCount = std::size(kOidShortNames);
-inline constexpr auto kOidShortNameOf = [](std::size_t row) { return kOidShortNames[row]; };
-inline constexpr COidIndex kOidsByShortName(kOidCount, kOidShortNameOf);
-
-/// The rows themselves; AllOids() at run time.
-extern const OidInfo kOidRows[kOidCount];
 
 /// An object identifier that the code knows: a row of the table by its short name. A name that the
 /// table does not have does not compile. It serves as octets, as text and as name alike:

@@ -1,6 +1,5 @@
 #include "asn1/OidTable.h"
 
-#include "asn1/Oid.h"
 #include "common/DecimalText.h"
 #include "common/Hex.h"
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "asn1/OidIndex.h"
 #include "common/Lng.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -97,5 +99,18 @@ std::wstring OidName(std::span<const unsigned char> encoded);
 /// (CAsn1ObjectIdentifier keeps its own rule: it sums the first arc and wraps at 32 bits.)
 /// Throws only std::bad_alloc.
 std::wstring OidText(std::span<const unsigned char> encoded);
+
+/// The short names of all rows, for the compiler to find rows by.
+inline constexpr std::string_view kOidShortNames[] = {
+#define CA_OID(oid, kind, shortName, english, russian) shortName,
+#include "common/OidTable.inc"
+#undef CA_OID
+};
+inline constexpr std::size_t kOidCount = std::size(kOidShortNames);
+inline constexpr auto kOidShortNameOf = [](std::size_t row) { return kOidShortNames[row]; };
+inline constexpr COidIndex kOidsByShortName(kOidCount, kOidShortNameOf);
+
+/// The rows themselves; AllOids() at run time.
+extern const OidInfo kOidRows[kOidCount];
 
 }  // namespace ca

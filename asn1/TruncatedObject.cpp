@@ -2,6 +2,7 @@
 
 #include "asn1/Asn1Element.h"
 #include "asn1/Asn1Tags.h"
+#include "asn1/BerHeader.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -9,10 +10,8 @@
 namespace {
 
 constexpr std::size_t kMaxOpen = 64;
-constexpr unsigned char kIndefinite = 0x80;
-constexpr unsigned char kLengthOfLength = 0x7F;
 
-using Octets = std::span<unsigned char>;
+using Octets = std::span<const unsigned char>;
 
 // An element that does not end in the octets.
 struct OpenElement {
@@ -25,9 +24,9 @@ struct OpenElement {
 
 // Header of an element that is cut; its own octets may be cut too.
 OpenElement ReadOpen(Octets octets, std::size_t at) {
-    const unsigned char length = octets[at + 1];
-    const bool isLong = length > kIndefinite;
-    return {at + 1, isLong ? length & kLengthOfLength : std::size_t{0}, length == kIndefinite};
+    CBerHeader header;
+    header.Read(octets.subspan(at));
+    return {at + 1, header.LengthOctets().size(), header.IsIndefinite()};
 }
 
 // Finds the elements that are open at the end, and where what is whole in them ends.
@@ -61,7 +60,7 @@ class OpenWalk {
             m_end += 2;
             return !m_open.empty();
         }
-        if ((rest[0] & kAsn1ConstructedBit) != 0 && rest[1] == kIndefinite) {
+        if ((rest[0] & kAsn1ConstructedBit) != 0 && rest[1] == CBerHeader::kIndefinite) {
             Enter();
             return true;
         }
@@ -113,7 +112,7 @@ bool SetLength(std::vector<unsigned char>& octets, const OpenElement& element,
                std::uint64_t length) {
     if (element.lengthOctets == 0) {
         octets[element.lengthAt] = static_cast<unsigned char>(length);
-        return length < kIndefinite;
+        return length < CBerHeader::kIndefinite;
     }
     for (std::size_t i = element.lengthOctets; i != 0; --i, length >>= 8U) {
         octets[element.lengthAt + i] = static_cast<unsigned char>(length);

@@ -19,4 +19,4 @@ struct CAsn1Beginning {
 /// reader is to mend in turn. Places in the copy are those of the octets.
 /// \return nothing when the octets begin with a whole element or with none.
 /// Cost is linear. Elements open more than 64 deep are left out.
-std::optional<CAsn1Beginning> MendTruncated(std::span<unsigned char> octets);
+std::optional<CAsn1Beginning> MendTruncated(std::span<const unsigned char> octets);

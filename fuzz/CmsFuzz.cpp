@@ -1,6 +1,6 @@
 // Strangers' octets as a signed message, as an enveloped one, and as an attribute's value.
 
-#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/Attribute.h"
 #include "common/Exception.h"
 #include "common/Json.h"
 #include "records/RecipientsFill.h"
@@ -35,22 +35,22 @@ void RequireBoundedText(const Record& record, std::size_t size) {
     RequireBounded(text.GetSize(), size);
 }
 
-void DescribeSignatures(std::span<unsigned char> message) {
+void DescribeSignatures(std::span<const unsigned char> message) {
     ca::SignInfos signatures;
     if (ca::FillSignInfos(message, signatures)) {
         RequireBoundedText(signatures, message.size());
     }
 }
 
-void DescribeRecipients(std::span<unsigned char> message) {
-    const std::span<unsigned char> envelope = ca::FindEnvelope(message);
+void DescribeRecipients(std::span<const unsigned char> message) {
+    const std::span<const unsigned char> envelope = ca::FindEnvelope(message);
     if (!envelope.empty()) {
         RequireBoundedText(ca::DescribeRecipients(envelope).records, message.size());
     }
 }
 
 // Attribute ::= SEQUENCE { type, values }: so every formatter is one step away.
-void DescribeAttribute(std::span<unsigned char> octets) {
+void DescribeAttribute(std::span<const unsigned char> octets) {
     const ca::CDecoded<CAsn1Attribute> attribute(octets);
     ca::CTextLines lines;
     std::wstring error;

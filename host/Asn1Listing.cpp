@@ -96,7 +96,7 @@ class CListing {
         }
     }
 
-    void Open(std::span<unsigned char> encoding) {
+    void Open(std::span<const unsigned char> encoding) {
         if (!encoding.empty()) {
             ++m_enclosures;
             auto parser = ca::ParseEnclosed(encoding);

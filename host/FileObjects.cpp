@@ -1,10 +1,10 @@
 #include "host/FileObjects.h"
 
+#include "asn1/Elements.h"
 #include "asn1/TruncatedObject.h"
 #include "common/Encode.h"
 #include "common/Lng.h"
 #include "host/ModeTable.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <span>
@@ -49,9 +49,9 @@ bool IsWholeCertificate(const ca::PlacedObject& object) {
 }
 
 // Letters of a text are elements too, one after the other; but hardly one that ends with it.
-bool IsAsn1(std::span<unsigned char> octets) {
+bool IsAsn1(std::span<const unsigned char> octets) {
     constexpr std::size_t kLookedAt = 16;
-    const std::span<unsigned char> element = ca::FirstElement(octets).raw;
+    const std::span<const unsigned char> element = ca::FirstElement(octets).raw;
     return !element.empty() &&
            (element.size() == octets.size() ||
             std::ranges::any_of(

@@ -34,7 +34,7 @@ struct SignArguments {
 
 /// A message whose signatures are to be verified. Views of the request.
 struct VerifyArguments {
-    std::span<unsigned char> message;                       ///< one object of the payload
+    std::span<const unsigned char> message;                 ///< one object of the payload
     std::optional<std::span<const unsigned char>> content;  ///< what a message apart from it signs
     FileData* extracted;  ///< gets the enclosed content; null: it is not wanted
 };

@@ -1,5 +1,6 @@
 #include "records/AttrCertInfoFill.h"
 
+#include "asn1/Elements.h"
 #include "asn1/attributes/AttributeCertificateV1.h"
 #include "common/Exception.h"
 #include "records/CertInfoFill.h"
@@ -7,7 +8,6 @@
 #include "records/SignedFill.h"
 #include "records/ValidityText.h"
 #include "records/text/AttributeText.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
@@ -21,7 +21,7 @@ using ca::Octets;
 using CMeter = ca::CRecordMeter<AttrCertInfo>;
 
 // The name of a directory among GeneralNames; without octets when there is none.
-CAsn1Element DirectoryName(std::span<unsigned char> names) {
+CAsn1Element DirectoryName(std::span<const unsigned char> names) {
     CAsn1Element name;
     for (CAsn1Cursor cursor(names); !cursor.AtEnd();) {
         if (cursor.Next(name) != Asn1Fault::kNone) {
@@ -118,7 +118,7 @@ void FillPeriod(const CAsn1AttCertValidityPeriod* period, AttrCertInfo& record) 
 
 void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertInfo& record) {
     CAsn1Cursor cursor(attributes != nullptr ? attributes->ContentOctets()
-                                             : std::span<unsigned char>());
+                                             : std::span<const unsigned char>());
     std::vector<Octets> types;  // each stands once (RFC 5755 4.2.7)
     while (!cursor.AtEnd() && record.attributes.items.size() < ca::kMaxListed) {
         const CAsn1Cursor before = cursor;
@@ -146,7 +146,7 @@ void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertI
 
 // Both versions; their parts have the same names.
 template <class Certificate>
-void Fill(std::span<unsigned char> der, AttrCertInfo& record) {
+void Fill(std::span<const unsigned char> der, AttrCertInfo& record) {
     CAsn1Root<Certificate> certificate(der, Asn1Blocks::kRead);
     try {
         certificate->Decode();
@@ -227,7 +227,7 @@ bool LooksLikeAttributeCertificate(Octets octets) {
            inHolder >= ContextConstructed(0) && inHolder <= ContextConstructed(2);
 }
 
-CertificateNames HolderNames(std::span<unsigned char> attributeCertificate) {
+CertificateNames HolderNames(std::span<const unsigned char> attributeCertificate) {
     const CAsn1Element holder = HolderOf(Child(FirstElement(attributeCertificate), 0));
     CertificateNames names;
     if (IsSubjectV1(holder)) {
@@ -240,7 +240,7 @@ CertificateNames HolderNames(std::span<unsigned char> attributeCertificate) {
     return names;
 }
 
-void FillAttrCertInfo(std::span<unsigned char> der, AttrCertInfo& record) {
+void FillAttrCertInfo(std::span<const unsigned char> der, AttrCertInfo& record) {
     const CAnswerBudget budget(der.size());
     const CAsn1Element whole = FirstElement(der);
     if (whole.raw.empty()) {

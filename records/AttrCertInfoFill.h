@@ -13,7 +13,7 @@ bool LooksLikeAttributeCertificate(std::span<const unsigned char> octets);
 
 /// What names the certificate of the holder (RFC 5755 4.2.2): issuer and serial number, the
 /// subject, or a digest; of names that are no directory's nothing. Views the octets.
-CertificateNames HolderNames(std::span<unsigned char> attributeCertificate);
+CertificateNames HolderNames(std::span<const unsigned char> attributeCertificate);
 
 /// Describes an attribute certificate, version 2 (RFC 5755 4) or 1 (RFC 5652 10.2.7, X.509-1997).
 ///
@@ -23,6 +23,6 @@ CertificateNames HolderNames(std::span<unsigned char> attributeCertificate);
 /// \param der     one element, as received; never changed. Octets behind it are named as a fault.
 /// \param record  a fresh one; owns all it gets.
 /// Throws only std::bad_alloc.
-void FillAttrCertInfo(std::span<unsigned char> der, AttrCertInfo& record);
+void FillAttrCertInfo(std::span<const unsigned char> der, AttrCertInfo& record);
 
 }  // namespace ca

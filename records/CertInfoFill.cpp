@@ -14,7 +14,7 @@
 #include "records/objects/DescriptionWords.h"
 #include "records/objects/ObjectTests.h"
 #include "records/text/AlgorithmText.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
@@ -87,7 +87,7 @@ void NoteVersion(const CAsn1TbsCertificate& tbs, std::wstring& error) {
     }
 }
 
-void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
+void FillKeyUsage(std::span<const unsigned char> value, CertInfo& record) {
     const Octets content = ca::ContentIf(ca::FirstElement(value), kAsn1BitString);
     constexpr unsigned kMostUnused = 7;
     if (content.empty() || content[0] > kMostUnused) {
@@ -98,7 +98,7 @@ void FillKeyUsage(std::span<unsigned char> value, CertInfo& record) {
 }
 
 // What is there of a certificate that was cut off; nothing for whole ones and for anything else.
-std::optional<CAsn1Beginning> MendIfCertificate(std::span<unsigned char> octets) {
+std::optional<CAsn1Beginning> MendIfCertificate(std::span<const unsigned char> octets) {
     auto cut = MendTruncated(octets);
     const CAsn1Element certificate =
         cut ? ca::FirstElement(std::span(cut->octets)) : CAsn1Element();
@@ -117,7 +117,7 @@ std::optional<CAsn1Beginning> MendIfCertificate(std::span<unsigned char> octets)
 }
 
 // What begins as a certificate. Throws ca::Exception 16113 for what is none after all.
-void FillFrom(std::span<unsigned char> der, CertInfo& record) {
+void FillFrom(std::span<const unsigned char> der, CertInfo& record) {
     CAsn1Root<CAsn1Certificate> certificate(der, Asn1Blocks::kRead);
     try {
         certificate->Decode();
@@ -151,7 +151,7 @@ bool LooksLikeCertificate(Octets octets) {
     return true;
 }
 
-bool LooksLikeCutCertificate(std::span<unsigned char> octets) {
+bool LooksLikeCutCertificate(std::span<const unsigned char> octets) {
     return MendIfCertificate(octets).has_value();
 }
 
@@ -169,7 +169,7 @@ void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
     meter.Take();
     if (tbs.Extensions() != nullptr) {
         FillExtensions(*tbs.Extensions(), extensions, error,
-                       [this](const OidInfo* type, std::span<unsigned char> value) {
+                       [this](const OidInfo* type, std::span<const unsigned char> value) {
                            if (type == ca::COid("keyUsage")) {
                                FillKeyUsage(value, *this);
                            }
@@ -185,7 +185,7 @@ void CertInfo::FromAsn1(const CAsn1Certificate& certificate) {
     FillFromTbsCert(*certificate.TbsCertificate());
 }
 
-void FillCertInfo(std::span<unsigned char> der, CertInfo& record) {
+void FillCertInfo(std::span<const unsigned char> der, CertInfo& record) {
     const CAnswerBudget budget(der.size());
     if (LooksLikeCertificate(der)) {
         FillFrom(der, record);

@@ -4,7 +4,7 @@
 #include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateCursor.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ using ca::Octets;
 constexpr std::size_t kNone = ca::kNoCertificate;
 
 // The extensions of a certificate, [3] EXPLICIT SEQUENCE; they are its last member.
-CAsn1Element ExtensionsOf(std::span<unsigned char> certificate) {
+CAsn1Element ExtensionsOf(std::span<const unsigned char> certificate) {
     CAsn1Element member;
     CAsn1Cursor cursor(ca::Child(ca::FirstElement(certificate), 0).content);
     while (!cursor.AtEnd() && cursor.Next(member) == Asn1Fault::kNone) {
@@ -32,7 +32,7 @@ CAsn1Element ExtensionsOf(std::span<unsigned char> certificate) {
 }
 
 // The value of the first extension of a type; without octets when there is none.
-CAsn1Element ExtensionValue(std::span<unsigned char> certificate, ca::COid type) {
+CAsn1Element ExtensionValue(std::span<const unsigned char> certificate, ca::COid type) {
     CAsn1Element extension;
     CAsn1Cursor cursor(ExtensionsOf(certificate).content);
     while (!cursor.AtEnd() && cursor.Next(extension) == Asn1Fault::kNone) {
@@ -59,7 +59,7 @@ class CIssuers {
 
     // The one of the issuer's name. A key identifier tells several of that name apart; one that
     // has another is not the issuer. kNone for none, and for what issued itself.
-    std::size_t Of(std::span<unsigned char> certificate) const {
+    std::size_t Of(std::span<const unsigned char> certificate) const {
         const ca::CertificateNames names = ca::NamesOf(certificate);
         if (names.issuer == names.subject) {
             return kNone;
@@ -98,7 +98,7 @@ std::vector<std::size_t> PathOf(const std::vector<std::size_t>& issuers, std::si
     return path;
 }
 
-void CollectElements(std::span<unsigned char> octets, ca::CertificateBundle& bundle) {
+void CollectElements(std::span<const unsigned char> octets, ca::CertificateBundle& bundle) {
     ca::CCertificateCursor cursor(octets);
     CAsn1Element element;
     while (cursor.Next(element)) {
@@ -120,7 +120,7 @@ std::size_t OctetsOf(const ca::CertificateBundle& bundle) {
 
 namespace ca {
 
-CertificateNames NamesOf(std::span<unsigned char> certificate) {
+CertificateNames NamesOf(std::span<const unsigned char> certificate) {
     const CAsn1Element tbs = Child(FirstElement(certificate), 0);
     const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
     return {AsText(Child(tbs, serial + 2).raw),
@@ -129,11 +129,11 @@ CertificateNames NamesOf(std::span<unsigned char> certificate) {
             {}};
 }
 
-Octets SubjectKeyIdentifier(std::span<unsigned char> certificate) {
+Octets SubjectKeyIdentifier(std::span<const unsigned char> certificate) {
     return ContentIf(ExtensionValue(certificate, "subjectKeyIdentifier"), kAsn1OctetString);
 }
 
-Octets IssuerKeyIdentifier(std::span<unsigned char> certificate) {
+Octets IssuerKeyIdentifier(std::span<const unsigned char> certificate) {
     const CAsn1Element value = ExtensionValue(certificate, "authorityKeyIdentifier");
     return ContentIf(Child(value, 0), ContextTag(0));
 }
@@ -152,7 +152,7 @@ CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag
     return {};
 }
 
-void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bundle) {
+void CollectCertificates(std::span<const unsigned char> object, CertificateBundle& bundle) {
     const bool isFirst = bundle.certificates.empty();
     const CAsn1Element certificates = SignedDataMember(FirstElement(object), ContextConstructed(0));
     if (certificates.raw.empty()) {

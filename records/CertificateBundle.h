@@ -19,17 +19,17 @@ struct CertificateNames {
 };
 
 /// The names in something that looks like a certificate.
-CertificateNames NamesOf(std::span<unsigned char> certificate);
+CertificateNames NamesOf(std::span<const unsigned char> certificate);
 
 /// The subject key identifier of what looks like a certificate (RFC 5280 4.2.1.2): a view, empty
 /// when there is none.
-std::span<const unsigned char> SubjectKeyIdentifier(std::span<unsigned char> certificate);
+std::span<const unsigned char> SubjectKeyIdentifier(std::span<const unsigned char> certificate);
 /// The same of its issuer, as the certificate names it (RFC 5280 4.2.1.1).
-std::span<const unsigned char> IssuerKeyIdentifier(std::span<unsigned char> certificate);
+std::span<const unsigned char> IssuerKeyIdentifier(std::span<const unsigned char> certificate);
 
 /// The certificates found in what a client handed in.
 struct CertificateBundle {
-    std::vector<std::span<unsigned char>> certificates;  ///< encodings, in order; views
+    std::vector<std::span<const unsigned char>> certificates;  ///< encodings, in order; views
     /// All came out of one PKCS #7 message, which is how a certificate travels with its chain.
     bool isMessage = false;
 };
@@ -40,7 +40,7 @@ CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag
 
 /// Collects the certificates of one object: certificates one behind the other, or those that a
 /// SignedData carries (RFC 5652 5.1). Other elements are passed over.
-void CollectCertificates(std::span<unsigned char> object, CertificateBundle& bundle);
+void CollectCertificates(std::span<const unsigned char> object, CertificateBundle& bundle);
 
 /// Stands for no index of a bundle.
 inline constexpr std::size_t kNoCertificate = static_cast<std::size_t>(-1);

@@ -1,7 +1,7 @@
 #include "records/CertificateCursor.h"
 
+#include "asn1/Elements.h"
 #include "records/CertInfoFill.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 
@@ -51,7 +51,7 @@ std::size_t SizeOfCandidate(std::span<const unsigned char> octets, std::size_t a
 
 namespace ca {
 
-CCertificateCursor::CCertificateCursor(std::span<unsigned char> octets)
+CCertificateCursor::CCertificateCursor(std::span<const unsigned char> octets)
     : m_cursor(octets), m_work(kWorkPerOctet * octets.size() + kWorkAlways) {}
 
 bool CCertificateCursor::Next(CAsn1Element& element) {
@@ -61,7 +61,7 @@ bool CCertificateCursor::Next(CAsn1Element& element) {
     if (m_cursor.Next(element) == Asn1Fault::kNone) {
         return true;
     }
-    const std::span<unsigned char> rest = m_cursor.Rest();
+    const std::span<const unsigned char> rest = m_cursor.Rest();
     m_cursor = {};
     std::size_t at = 1;
     for (; at < rest.size() && m_work != 0; ++at) {

@@ -12,18 +12,18 @@ namespace ca {
 /// begins. Cost is linear: what is looked at more than once is bounded by a multiple of the octets.
 class CCertificateCursor {
   public:
-    explicit CCertificateCursor(std::span<unsigned char> octets);
+    explicit CCertificateCursor(std::span<const unsigned char> octets);
 
     /// Steps to the next element, a certificate or not; false at the end.
     bool Next(CAsn1Element& element);
     /// What was not walked yet.
     const CAsn1Cursor& Rest() const { return m_cursor; }
     /// The first octets that could not be read; empty when all could.
-    std::span<unsigned char> Unread() const { return m_unread; }
+    std::span<const unsigned char> Unread() const { return m_unread; }
 
   private:
     CAsn1Cursor m_cursor;
-    std::span<unsigned char> m_unread;
+    std::span<const unsigned char> m_unread;
     std::size_t m_work;  // octets that may still be looked at for a beginning
 };
 

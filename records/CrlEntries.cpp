@@ -1,8 +1,8 @@
 #include "records/CrlEntries.h"
 
+#include "asn1/Elements.h"
 #include "asn1/IntegerContent.h"
 #include "common/DecimalText.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
@@ -26,7 +26,7 @@ constexpr std::size_t kMaxIssuerText = 512;
 
 // The octets of an OCTET STRING that came as one piece; the pieces themselves of another one, which
 // read as no names.
-std::span<unsigned char> WholeSegment(const CAsn1Element& string) {
+std::span<const unsigned char> WholeSegment(const CAsn1Element& string) {
     if (!string.IsConstructed()) {
         return string.content;
     }
@@ -37,7 +37,7 @@ std::span<unsigned char> WholeSegment(const CAsn1Element& string) {
 }
 
 // The encoding inside the certificateIssuer extension of an entry; empty when it has none.
-std::span<unsigned char> FindCertificateIssuer(const CAsn1Element& extensions) {
+std::span<const unsigned char> FindCertificateIssuer(const CAsn1Element& extensions) {
     CAsn1Element extension;
     for (CAsn1Cursor cursor(extensions.content); !cursor.AtEnd();) {
         if (cursor.Next(extension) != Asn1Fault::kNone) {
@@ -75,7 +75,8 @@ void ReadEntry(const CAsn1Element& element, CrlEntry& entry) {
     entry.serial = {};
     entry.date = {};
     entry.extensions = {};
-    CAsn1Cursor cursor(element.tag == kAsn1Sequence ? element.content : std::span<unsigned char>());
+    CAsn1Cursor cursor(element.tag == kAsn1Sequence ? element.content
+                                                    : std::span<const unsigned char>());
     const bool hasSerial = TakeMember(cursor, entry.serial, kIsInteger);
     const bool hasDate = TakeMember(cursor, entry.date, kIsTime);
     TakeMember(cursor, entry.extensions, kIsSequence);
@@ -83,7 +84,7 @@ void ReadEntry(const CAsn1Element& element, CrlEntry& entry) {
 }
 
 // GeneralNames as one line: names of directories as such, the others as they are said elsewhere.
-std::wstring IssuerText(std::span<unsigned char> generalNames, Octets listIssuer) {
+std::wstring IssuerText(std::span<const unsigned char> generalNames, Octets listIssuer) {
     const CAsn1Element names = ca::FirstElement(generalNames);
     ca::CTextLines text;
     if (!generalNames.empty() && names.tag != kAsn1Sequence) {
@@ -107,7 +108,7 @@ std::wstring IssuerText(std::span<unsigned char> generalNames, Octets listIssuer
     return text.Take();
 }
 
-void FillFromExtension(const ca::OidInfo* type, std::span<unsigned char> value,
+void FillFromExtension(const ca::OidInfo* type, std::span<const unsigned char> value,
                        ca::RevokedCert& record) {
     if (type == nullptr || type->kind != ca::OidKind::kCrlEntryExtension) {
         return;
@@ -126,10 +127,11 @@ void FillFromExtension(const ca::OidInfo* type, std::span<unsigned char> value,
 
 namespace ca {
 
-CCrlWalk::CCrlWalk(std::span<unsigned char> entries, const CrlPage& page)
+CCrlWalk::CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page)
     : m_cursor(entries), m_page(page) {}
 
-CCrlWalk::CCrlWalk(std::span<unsigned char> entries, const CrlPage& page, const CrlEntry& reached)
+CCrlWalk::CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page,
+                   const CrlEntry& reached)
     : m_cursor(entries), m_page(page), m_walked(reached.index) {
     m_entry.certificateIssuer = reached.certificateIssuer;
 }
@@ -139,7 +141,7 @@ bool CCrlWalk::Step(CAsn1Element& element) {
         return false;
     }
     ++m_walked;
-    const std::span<unsigned char> rest = m_cursor.Rest();
+    const std::span<const unsigned char> rest = m_cursor.Rest();
     if (m_cursor.Next(element) != Asn1Fault::kNone) {
         element = {};
         element.raw = rest;
@@ -239,7 +241,7 @@ void CCrlDescriber::Describe(const CrlEntry& entry, RevokedCert& record, std::ws
     record.certificateIssuer = IssuerOf(entry);
     if (!entry.extensions.raw.empty()) {
         FillExtensions(entry.extensions.content, record.extensions, faults,
-                       [&](const OidInfo* type, std::span<unsigned char> value) {
+                       [&](const OidInfo* type, std::span<const unsigned char> value) {
                            FillFromExtension(type, value, record);
                        });
     }

@@ -14,7 +14,7 @@ namespace ca {
 /// One entry of a revocation list as it stands (RFC 5280 5.1.2.6), nothing decoded. A member that
 /// is missing or of another type is without octets.
 struct CrlEntry {
-    std::span<unsigned char> raw;
+    std::span<const unsigned char> raw;
     CAsn1Element serial;
     CAsn1Element date;
     CAsn1Element extensions;
@@ -22,7 +22,7 @@ struct CrlEntry {
     std::size_t index = 0;  ///< place in the list
     /// GeneralNames of the certificate's issuer: from this entry or from the last one before it
     /// that has them (RFC 5280 5.3.3). Empty for the issuer of the list.
-    std::span<unsigned char> certificateIssuer;
+    std::span<const unsigned char> certificateIssuer;
 };
 
 /// Walks the entries of a list and stops at those that a page asks for. What lies in front of them
@@ -30,9 +30,9 @@ struct CrlEntry {
 class CCrlWalk {
   public:
     /// \param entries  the content of revokedCertificates; outlives the walk, as `page` does.
-    CCrlWalk(std::span<unsigned char> entries, const CrlPage& page);
+    CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page);
     /// Goes on where another walk stood: \param entries  from `reached` on, an entry of it.
-    CCrlWalk(std::span<unsigned char> entries, const CrlPage& page, const CrlEntry& reached);
+    CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page, const CrlEntry& reached);
 
     /// Steps to the next entry of the page; false when there is no more. Octets that are no element
     /// are the last entry, which is not whole then.

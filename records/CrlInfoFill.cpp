@@ -11,7 +11,7 @@
 #include "records/SignedFill.h"
 #include "records/objects/DescriptionWords.h"
 #include "records/text/Decoded.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
@@ -57,7 +57,7 @@ void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
         return;
     }
     ca::FillExtensions(*tbs.CrlExtensions(), record.extensions, record.error,
-                       [&](const ca::OidInfo* type, std::span<unsigned char> value) {
+                       [&](const ca::OidInfo* type, std::span<const unsigned char> value) {
                            const Octets number =
                                ca::ContentIf(ca::FirstElement(value), kAsn1Integer);
                            if (type == ca::COid("cRLNumber")) {
@@ -87,7 +87,7 @@ constexpr std::size_t kOtherMembers = 64 << 10;
 // outlives the record, and whatever the record reads in their place.
 struct PageEntries : ca::CLazyElements::Source {
     ca::SharedBlob owner;  // of what the next two view
-    std::span<unsigned char> entries;
+    std::span<const unsigned char> entries;
     Octets issuer;
     CrlPage page;
     CAnswerBudget::Rest rest{};  // what was left then
@@ -114,7 +114,7 @@ struct PageEntries : ca::CLazyElements::Source {
 
 // Counts the entries, and notes the faults of those that are described; they themselves are made
 // when the record is written, from the octets that it holds.
-void FillEntries(std::span<unsigned char> entries, Octets issuer, const CrlPage& page,
+void FillEntries(std::span<const unsigned char> entries, Octets issuer, const CrlPage& page,
                  bool mayExtend, CrlInfo& record) {
     const CAnswerBudget::Rest rest{CAnswerBudget::Left()};
     ca::CCrlWalk walk(entries, page);
@@ -209,7 +209,7 @@ bool LooksLikeCrl(Octets octets) {
            (time == kAsn1UtcTime || time == kAsn1GeneralizedTime);
 }
 
-std::span<unsigned char> FindCrl(std::span<unsigned char> object) {
+std::span<const unsigned char> FindCrl(std::span<const unsigned char> object) {
     if (LooksLikeCrl(object)) {
         return object;
     }
@@ -226,7 +226,7 @@ std::span<unsigned char> FindCrl(std::span<unsigned char> object) {
     return {};
 }
 
-void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& record) {
+void FillCrlInfo(std::span<const unsigned char> der, const CrlPage& page, CrlInfo& record) {
     if (!LooksLikeCrl(der)) {
         throw Exception(kErrBadData);
     }
@@ -235,7 +235,7 @@ void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& rec
     Blob copy;
     copy.Assign(whole.raw.data(), static_cast<std::uint32_t>(whole.raw.size()));
     record.rawData = SharedBlob(std::move(copy));
-    CAsn1Root<CAsn1CertificateList> list(Changeable(record.rawData.Octets()), Asn1Blocks::kRead);
+    CAsn1Root<CAsn1CertificateList> list(record.rawData.Octets(), Asn1Blocks::kRead);
     try {
         list->Decode();
     } catch (const Exception& fault) {

@@ -35,7 +35,7 @@ bool LooksLikeCrl(std::span<const unsigned char> octets);
 
 /// The list in one object: the object itself, or the first list that a SignedData carries. A view;
 /// empty when there is none.
-std::span<unsigned char> FindCrl(std::span<unsigned char> object);
+std::span<const unsigned char> FindCrl(std::span<const unsigned char> object);
 
 /// Describes a certificate revocation list (RFC 5280 5).
 ///
@@ -46,6 +46,6 @@ std::span<unsigned char> FindCrl(std::span<unsigned char> object);
 /// \param der     the list as received; kept as it is. Octets behind it are named as a fault.
 /// \param record  a fresh one.
 /// Throws ca::Exception 16306 for octets that do not look like a list.
-void FillCrlInfo(std::span<unsigned char> der, const CrlPage& page, CrlInfo& record);
+void FillCrlInfo(std::span<const unsigned char> der, const CrlPage& page, CrlInfo& record);
 
 }  // namespace ca

@@ -1,12 +1,12 @@
 #include "records/KnownIssuers.h"
 
+#include "asn1/Elements.h"
 #include "common/AtomicFile.h"
 #include "common/Encode.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
 #include "records/Payload.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>
@@ -72,7 +72,7 @@ void KnownIssuers::AddFile(const std::string& path) {
     for (const PayloadItem& item : items) {
         CollectCertificates(item.octets, bundle);
     }
-    for (const std::span<unsigned char> found : bundle.certificates) {
+    for (const std::span<const unsigned char> found : bundle.certificates) {
         Certificate& certificate = m_certificates.emplace_back();
         certificate.der.assign(found.begin(), found.end());
         certificate.names = NamesOf(certificate.der);
@@ -82,7 +82,7 @@ void KnownIssuers::AddFile(const std::string& path) {
 }
 
 const KnownIssuers::Certificate* KnownIssuers::FindIssuer(
-    std::span<unsigned char> certificate) const {
+    std::span<const unsigned char> certificate) const {
     const CertificateNames names = NamesOf(certificate);
     const std::string_view key = AsText(IssuerKeyIdentifier(certificate));
     if (names.issuer.empty() || names.issuer == names.subject) {

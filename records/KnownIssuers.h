@@ -39,7 +39,7 @@ class KnownIssuers {
     };
 
     void AddFile(const std::string& path);
-    const Certificate* FindIssuer(std::span<unsigned char> certificate) const;
+    const Certificate* FindIssuer(std::span<const unsigned char> certificate) const;
 
     std::deque<Certificate> m_certificates;
     std::multimap<std::string_view, const Certificate*> m_bySubject;

@@ -10,7 +10,7 @@
 #include "records/ValidityText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
@@ -203,24 +203,24 @@ class CCollector {
         const Octets type = OctetsOf(recipient.OriType());
         const ca::OidInfo* const row = ca::FindOid(type);
         if (row == ca::COid("id-ori-kem") && recipient.OriValue() != nullptr) {
-            AddEncapsulated(ca::Changeable(recipient.OriValue()->Raw()));
+            AddEncapsulated(recipient.OriValue()->Raw());
         } else if (row == ca::COid("id-ori-keyTransPSK") && recipient.OriValue() != nullptr) {
-            AddTransportedWithPsk(ca::Changeable(recipient.OriValue()->Raw()));
+            AddTransportedWithPsk(recipient.OriValue()->Raw());
         } else if (row == ca::COid("id-ori-keyAgreePSK") && recipient.OriValue() != nullptr) {
-            AddAgreedWithPsk(ca::Changeable(recipient.OriValue()->Raw()));
+            AddAgreedWithPsk(recipient.OriValue()->Raw());
         } else {
             Start().description.readable = ca::OidWithName(type);
         }
     }
 
-    void AddEncapsulated(std::span<unsigned char> value) {
+    void AddEncapsulated(std::span<const unsigned char> value) {
         const ca::CDecoded<CAsn1KemRecipientInfo> kem(value);
         m_algorithm = ca::AlgorithmText(ca::ElementOf(*kem->Kem()));
         m_parameters = ca::AlgorithmText(ca::ElementOf(*kem->Wrap()));
         Add(kem->Rid());
     }
 
-    void AddTransportedWithPsk(std::span<unsigned char> value) {
+    void AddTransportedWithPsk(std::span<const unsigned char> value) {
         const ca::CPartlyDecoded<CAsn1KeyTransPskRecipientInfo> psk(value);
         if (psk.Get() != nullptr && psk.Get()->Ktris() != nullptr) {
             AddEach(*psk.Get()->Ktris(),
@@ -229,7 +229,7 @@ class CCollector {
         psk.ThrowFault();
     }
 
-    void AddAgreedWithPsk(std::span<unsigned char> value) {
+    void AddAgreedWithPsk(std::span<const unsigned char> value) {
         const ca::CPartlyDecoded<CAsn1KeyAgreePskRecipientInfo> psk(value);
         if (psk.Get() != nullptr) {
             SetAlgorithm(psk.Get()->KeyEncryptionAlgorithm());
@@ -319,17 +319,17 @@ ca::Exception RecipientInfosFault(const CAsn1Element& envelope) {
 
 namespace ca {
 
-std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo) {
+std::span<const unsigned char> FindEnvelope(std::span<const unsigned char> contentInfo) {
     const CAsn1Element message = FirstElement(contentInfo);
     const OidInfo* type = FindOid(ContentIf(Child(message, 0), kAsn1ObjectIdentifier));
     const CAsn1Element content = Child(message, 1);
     const bool isEnvelope =
         std::ranges::any_of(kEnvelopes, [&](COid envelope) { return envelope == type; });
     return isEnvelope && content.tag == ContextConstructed(0) ? Child(content, 0).raw
-                                                              : std::span<unsigned char>();
+                                                              : std::span<const unsigned char>();
 }
 
-Recipients DescribeRecipients(std::span<unsigned char> envelope) {
+Recipients DescribeRecipients(std::span<const unsigned char> envelope) {
     const CAnswerBudget budget(envelope.size());
     const CAsn1Element whole = FirstElement(envelope);
     const CAsn1Element infos = FindInfos(whole);
@@ -342,18 +342,18 @@ Recipients DescribeRecipients(std::span<unsigned char> envelope) {
     return collector.Take();
 }
 
-std::span<unsigned char> RecipientInfosOf(std::span<unsigned char> envelope) {
+std::span<const unsigned char> RecipientInfosOf(std::span<const unsigned char> envelope) {
     const CAsn1Element infos = FindInfos(FirstElement(envelope));
-    return infos.tag == kAsn1Set ? infos.content : std::span<unsigned char>();
+    return infos.tag == kAsn1Set ? infos.content : std::span<const unsigned char>();
 }
 
-std::unique_ptr<CertInfo2> DescribeRecipient(std::span<unsigned char> info, std::size_t number) {
+std::unique_ptr<CertInfo2> DescribeRecipient(std::span<const unsigned char> info, std::size_t number) {
     CAsn1Block place;
     place.start = info.data();
     return CCollector().TakeOne({info, place}, number);
 }
 
-std::size_t CountRecipients(std::span<unsigned char> info) {
+std::size_t CountRecipients(std::span<const unsigned char> info) {
     CAsn1Block place;
     place.start = info.data();
     CCollector collector;

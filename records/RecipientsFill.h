@@ -18,7 +18,7 @@ struct Recipients {
 /// The content of an enveloped message inside its ContentInfo: EnvelopedData, AuthenticatedData
 /// (RFC 5652 6, 9), AuthEnvelopedData (RFC 5083), SignedAndEnvelopedData (RFC 2315 11).
 /// \return empty for everything else.
-std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo);
+std::span<const unsigned char> FindEnvelope(std::span<const unsigned char> contentInfo);
 
 /// Describes the recipients of an enveloped message, all kinds of RFC 5652 6.2 and RFC 9629; each
 /// recipient of an agreed key is one of its own.
@@ -32,14 +32,15 @@ std::span<unsigned char> FindEnvelope(std::span<unsigned char> contentInfo);
 /// \param envelope  what FindEnvelope() found.
 /// Throws ca::Exception 16306 when the recipients cannot be found at all, 16253 when none of them
 /// is named.
-Recipients DescribeRecipients(std::span<unsigned char> envelope);
+Recipients DescribeRecipients(std::span<const unsigned char> envelope);
 
 /// The record of one of those whom one RecipientInfo names; one who cannot be read has a record,
 /// too. \param number  from 0 on. \return null when there are not so many. Cost is linear.
-std::unique_ptr<CertInfo2> DescribeRecipient(std::span<unsigned char> info, std::size_t number);
+std::unique_ptr<CertInfo2> DescribeRecipient(std::span<const unsigned char> info,
+                                             std::size_t number);
 /// How many one RecipientInfo names. Cost is linear.
-std::size_t CountRecipients(std::span<unsigned char> info);
+std::size_t CountRecipients(std::span<const unsigned char> info);
 /// The RecipientInfos of what FindEnvelope() found, one behind the other; empty for none.
-std::span<unsigned char> RecipientInfosOf(std::span<unsigned char> envelope);
+std::span<const unsigned char> RecipientInfosOf(std::span<const unsigned char> envelope);
 
 }  // namespace ca

@@ -91,7 +91,7 @@ void FillSignId(const CAsn1OctetString* signature, SignInfo& record) {
 // Describes the signers of one message.
 class CSignerDescriber {
   public:
-    CSignerDescriber(std::span<unsigned char> certificates, std::size_t messageSize,
+    CSignerDescriber(std::span<const unsigned char> certificates, std::size_t messageSize,
                      bool isAttached, ca::ISignatureJudge* judge)
         : m_certificates(certificates),
           m_repeats(kRepeats * messageSize + kRepeatedAlways),
@@ -100,7 +100,7 @@ class CSignerDescriber {
 
     // \param level  0 for the signers of the message.
     // \return how many were not described.
-    std::size_t DescribeAll(std::span<unsigned char> signers, const CAsn1Block& list,
+    std::size_t DescribeAll(std::span<const unsigned char> signers, const CAsn1Block& list,
                             unsigned level, ca::SignInfos& records) {
         Signers at(signers, list);
         while (at.Next()) {
@@ -128,7 +128,7 @@ class CSignerDescriber {
     std::span<const unsigned char> OddCertificate() const { return m_certificates.Odd(); }
 
     // Describes one signer alone. \param list  what it is counted in, where offsets begin.
-    void DescribeOne(std::span<unsigned char> signer, const CAsn1Block& list, SignInfo& record) {
+    void DescribeOne(std::span<const unsigned char> signer, const CAsn1Block& list, SignInfo& record) {
         if (Signers at(signer, list); at.Next()) {
             Describe(at, /*level=*/0, record);
         }
@@ -295,7 +295,7 @@ void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
 // A message as far as it could be read.
 class COpenMessage {
   public:
-    COpenMessage(std::span<unsigned char> object, std::span<unsigned char> signedData)
+    COpenMessage(std::span<const unsigned char> object, std::span<const unsigned char> signedData)
         : m_size(signedData.size()), m_message(signedData, Asn1Blocks::kRead) {
         m_message->GetBlock()->offset =
             static_cast<std::uint32_t>(signedData.data() - object.data());
@@ -312,7 +312,7 @@ class COpenMessage {
     bool IsAttached() const { return Content() != nullptr && Content()->EContent() != nullptr; }
     CSignerDescriber Describer(ca::ISignatureJudge* judge = nullptr) const {
         const CAsn1SetOf<CAsn1Any>* set = m_message->Certificates();
-        return {set != nullptr ? set->ContentOctets() : std::span<unsigned char>(), m_size,
+        return {set != nullptr ? set->ContentOctets() : std::span<const unsigned char>(), m_size,
                 IsAttached(), judge};
     }
 
@@ -326,16 +326,16 @@ class COpenMessage {
 
 namespace ca {
 
-std::span<unsigned char> FindSignedData(std::span<unsigned char> object) {
+std::span<const unsigned char> FindSignedData(std::span<const unsigned char> object) {
     CAsn1Element outer = FirstElement(object);
     if (const CAsn1Element token = GrantedToken(outer); !token.raw.empty()) {
         outer = token;
     }
     if (IsOid(ContentIf(Child(outer, 0), kAsn1ObjectIdentifier), "id-signedData")) {
         const CAsn1Element signedData = Child(Child(outer, 1), 0);
-        return signedData.tag == kAsn1Sequence ? signedData.raw : std::span<unsigned char>();
+        return signedData.tag == kAsn1Sequence ? signedData.raw : std::span<const unsigned char>();
     }
-    return LooksLikeSignedData(outer) ? outer.raw : std::span<unsigned char>();
+    return LooksLikeSignedData(outer) ? outer.raw : std::span<const unsigned char>();
 }
 
 namespace {
@@ -343,7 +343,7 @@ namespace {
 // An element in a list that is not of the list's kind, or octets that are no element.
 std::wstring OddElementFault(std::string_view list, Octets odd, std::size_t offset) {
     CAsn1Element element;
-    const Asn1Fault fault = CAsn1Cursor(Changeable(odd)).Next(element);
+    const Asn1Fault fault = CAsn1Cursor(odd).Next(element);
     return (fault == Asn1Fault::kNone ? MakeAsn1WrongTag(list, element.tag, offset)
                                       : MakeAsn1Fault(fault, list, offset))
         .message;
@@ -355,7 +355,7 @@ struct MessageOutcome {
 };
 
 // Describes one message.
-MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsigned char> signedData,
+MessageOutcome DescribeMessage(std::span<const unsigned char> object, std::span<const unsigned char> signedData,
                                SignInfos& described, ISignatureJudge* judge) {
     const COpenMessage message(object, signedData);
     CSignerDescriber describer = message.Describer(judge);
@@ -388,9 +388,9 @@ MessageOutcome DescribeMessage(std::span<unsigned char> object, std::span<unsign
 
 }  // namespace
 
-std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures,
+std::optional<bool> FillSignInfos(std::span<const unsigned char> object, SignInfos& signatures,
                                   ISignatureJudge* judge) {
-    const std::span<unsigned char> signedData = FindSignedData(object);
+    const std::span<const unsigned char> signedData = FindSignedData(object);
     if (signedData.empty()) {
         return std::nullopt;
     }
@@ -409,9 +409,9 @@ std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& si
     return outcome.isAttached;
 }
 
-bool FillSignInfo(std::span<unsigned char> object, std::span<unsigned char> signer,
+bool FillSignInfo(std::span<const unsigned char> object, std::span<const unsigned char> signer,
                   SignInfo& record) {
-    const std::span<unsigned char> signedData = FindSignedData(object);
+    const std::span<const unsigned char> signedData = FindSignedData(object);
     if (signedData.empty()) {
         return false;
     }

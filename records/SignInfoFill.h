@@ -17,7 +17,7 @@ inline constexpr unsigned kMaxCountersigned = 16;
 /// The SignedData (RFC 5652 5.1, RFC 2315 9.1) in one object: a ContentInfo's, that of the token in
 /// a time-stamp response which grants one (RFC 3161 2.4.2), or the object itself. A view; empty
 /// when there is none.
-std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
+std::span<const unsigned char> FindSignedData(std::span<const unsigned char> object);
 
 /// Describes the signatures of a message, in order; countersignatures are nested. Nothing is
 /// verified, and the results say so.
@@ -34,14 +34,14 @@ std::span<unsigned char> FindSignedData(std::span<unsigned char> object);
 /// \param judge       is asked for each signature of the message itself, those on it excepted; null:
 ///                    none is.
 /// \return whether the message encloses its content, be it empty; none for no signed data.
-std::optional<bool> FillSignInfos(std::span<unsigned char> object, SignInfos& signatures,
+std::optional<bool> FillSignInfos(std::span<const unsigned char> object, SignInfos& signatures,
                                   ISignatureJudge* judge = nullptr);
 
 /// Describes one signature of a message, as FillSignInfos() does among the others.
 /// \param signer  its SignerInfo as encoded, inside of `object`; that of a countersignature too.
 /// \param record  a fresh one.
 /// \return false for no signed data.
-bool FillSignInfo(std::span<unsigned char> object, std::span<unsigned char> signer,
+bool FillSignInfo(std::span<const unsigned char> object, std::span<const unsigned char> signer,
                   SignInfo& record);
 
 }  // namespace ca

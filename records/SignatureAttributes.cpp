@@ -18,7 +18,7 @@
 namespace {
 
 using ca::SignatureFacts;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 void TakeTime(Value value, SignatureFacts& facts) {
     if (!facts.signingTime.seconds) {

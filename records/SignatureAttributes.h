@@ -1,7 +1,7 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
-#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/Attribute.h"
 #include "records/RecordMeter.h"
 #include "records/SignInfo.h"
 #include "records/SignerCertificates.h"

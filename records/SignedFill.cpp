@@ -1,8 +1,8 @@
 #include "records/SignedFill.h"
 
+#include "asn1/Elements.h"
 #include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/OutlineText.h"
 

@@ -1,11 +1,11 @@
 #include "records/SignerCertificates.h"
 
+#include "asn1/Elements.h"
 #include "asn1/cms/SignerIdentifier.h"
 #include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateCursor.h"
-#include "records/text/Elements.h"
 #include "records/text/VisibleText.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ constexpr unsigned char kAttributesV1 = ca::ContextConstructed(1);
 constexpr unsigned char kAttributesV2 = ca::ContextConstructed(2);
 
 // Behind serial number, algorithm, issuer, validity and subject; before them may be the version.
-Octets PublicKeyInfoOf(std::span<unsigned char> certificate) {
+Octets PublicKeyInfoOf(std::span<const unsigned char> certificate) {
     const CAsn1Element tbs = ca::Child(ca::FirstElement(certificate), 0);
     return ca::Child(tbs, ca::Child(tbs, 0).tag == ca::ContextConstructed(0) ? 6 : 5).raw;
 }
@@ -37,7 +37,7 @@ ca::SignerCertificate* FindIn(const Index& index, const Key& key) {
 
 namespace ca {
 
-CSignerCertificates::CSignerCertificates(std::span<unsigned char> choices) {
+CSignerCertificates::CSignerCertificates(std::span<const unsigned char> choices) {
     CAsn1Element choice;
     CCertificateCursor cursor(choices);
     const std::size_t most = CAnswerBudget::Left() / 2 / kOctetsOfOne;  // the rest is for signers
@@ -85,7 +85,7 @@ bool CSignerCertificates::Add(const CAsn1Element& choice) {
     return AddAttributes(choice.raw);
 }
 
-bool CSignerCertificates::AddAttributes(std::span<unsigned char> certificate) {
+bool CSignerCertificates::AddAttributes(std::span<const unsigned char> certificate) {
     if (!LooksLikeAttributeCertificate(certificate)) {
         return false;
     }

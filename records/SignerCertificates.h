@@ -17,7 +17,7 @@ namespace ca {
 
 /// A certificate of a message.
 struct SignerCertificate {
-    std::span<unsigned char> der;
+    std::span<const unsigned char> der;
     CertificateNames names;  ///< of an attribute certificate those of its holder
     /// Of its description; 0 until it is described. Kept by who describes it.
     std::size_t textOctets = 0;
@@ -34,7 +34,7 @@ class CSignerCertificates {
     /// \param choices  content of CertificateSet (RFC 5652 10.2.3), which outlives this. What is no
     ///                 certificate is passed over, and so is what there is no room for
     ///                 (CAnswerBudget).
-    explicit CSignerCertificates(std::span<unsigned char> choices);
+    explicit CSignerCertificates(std::span<const unsigned char> choices);
 
     /// Elements that there was no room for.
     std::size_t Hidden() const { return m_hidden; }
@@ -61,7 +61,7 @@ class CSignerCertificates {
     static void AddTo(Index<Key>& index, Key key, SignerCertificate& certificate,
                       bool SignerCertificate::*isShared);
     bool Add(const CAsn1Element& choice);
-    bool AddAttributes(std::span<unsigned char> certificate);
+    bool AddAttributes(std::span<const unsigned char> certificate);
     void IndexKeys();
     void LinkByDigest();
 

@@ -3,7 +3,7 @@
 #include "asn1/Asn1Members.h"
 #include "asn1/Asn1Time.h"
 #include "asn1/attributes/AttCertIssuer.h"
-#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/Attribute.h"
 #include "asn1/x509/Extension.h"
 
 // AttCertValidityPeriod ::= SEQUENCE {

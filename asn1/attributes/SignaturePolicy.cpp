@@ -6,7 +6,7 @@ namespace {
 
 // Hash and qualifiers are both a SEQUENCE that begins with one, and both may be left out; only the
 // hash goes on with an OCTET STRING.
-bool HasHash(std::span<unsigned char> policy) {
+bool HasHash(std::span<const unsigned char> policy) {
     CAsn1Cursor members(policy);
     CAsn1Element member;
     for (int i = 0; i < 2; ++i) {
@@ -14,7 +14,7 @@ bool HasHash(std::span<unsigned char> policy) {
             return false;
         }
     }
-    CAsn1Cursor inside(member.IsConstructed() ? member.content : std::span<unsigned char>());
+    CAsn1Cursor inside(member.IsConstructed() ? member.content : std::span<const unsigned char>());
     return !inside.AtEnd() && inside.Next(member) == Asn1Fault::kNone && !inside.AtEnd() &&
            (inside.PeekTag() & ~kAsn1ConstructedBit) == kAsn1OctetString;
 }

@@ -3,7 +3,7 @@
 #include "asn1/Asn1List.h"
 #include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
-#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/Attribute.h"
 
 // What a signer claims to be, and what others say of him.
 

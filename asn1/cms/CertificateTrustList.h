@@ -5,8 +5,8 @@
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Time.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
+#include "asn1/x509/Attribute.h"
 #include "asn1/x509/Extension.h"
 
 // TrustedSubject ::= SEQUENCE {

@@ -2,8 +2,8 @@
 
 #include "asn1/Asn1List.h"
 #include "asn1/Asn1Members.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/cms/ContentInfo.h"
+#include "asn1/x509/Attribute.h"
 
 // ContentWithAttributes ::= SEQUENCE {
 //     content  ContentInfo,

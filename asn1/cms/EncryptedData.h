@@ -3,10 +3,10 @@
 #include "asn1/Asn1List.h"
 #include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/cms/ContentInfo.h"
 #include "asn1/cms/EnvelopedData.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
+#include "asn1/x509/Attribute.h"
 
 // EncryptedData ::= SEQUENCE {
 //     version               CMSVersion,     -- INTEGER

@@ -4,11 +4,11 @@
 #include "asn1/Asn1Members.h"
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/cms/ContentInfo.h"
 #include "asn1/cms/RecipientInfo.h"
 #include "asn1/cms/SignerInfo.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
+#include "asn1/x509/Attribute.h"
 
 // OriginatorInfo ::= SEQUENCE {
 //     certs  [0] IMPLICIT SET OF CertificateChoices OPTIONAL,

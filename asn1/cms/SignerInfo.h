@@ -3,9 +3,9 @@
 #include "asn1/Asn1List.h"
 #include "asn1/Asn1Members.h"
 #include "asn1/Asn1Primitives.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/cms/SignerIdentifier.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
+#include "asn1/x509/Attribute.h"
 
 // SignerInfo ::= SEQUENCE {
 //     version             CMSVersion,     -- INTEGER

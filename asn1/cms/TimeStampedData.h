@@ -5,9 +5,9 @@
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Strings.h"
-#include "asn1/attributes/Attribute.h"
-#include "asn1/attributes/EvidenceRecord.h"
 #include "asn1/cms/ContentInfo.h"
+#include "asn1/cms/EvidenceRecord.h"
+#include "asn1/x509/Attribute.h"
 
 // A file with the proof of when it was there.
 

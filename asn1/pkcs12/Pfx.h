@@ -5,8 +5,8 @@
 #include "asn1/Asn1Oid.h"
 #include "asn1/Asn1Primitives.h"
 #include "asn1/algorithms/DigestInfo.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/cms/ContentInfo.h"
+#include "asn1/x509/Attribute.h"
 
 // MacData ::= SEQUENCE {
 //     mac         DigestInfo,

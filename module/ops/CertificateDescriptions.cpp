@@ -17,7 +17,7 @@
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateBundle.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ namespace {
 constexpr std::size_t kNoLeaf = static_cast<std::size_t>(-1);
 
 // A certificate, or a message that carries some.
-bool HasCertificates(std::size_t /*item*/, std::span<unsigned char> element) {
+bool HasCertificates(std::size_t /*item*/, std::span<const unsigned char> element) {
     return ca::LooksLikeCertificate(element) ||
            !ca::SignedDataMember(ca::FirstElement(element), ca::ContextConstructed(0)).raw.empty();
 }
@@ -64,7 +64,7 @@ void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle,
 
 void AnswerAttributes(ca::CryptPacket& packet, const std::vector<ca::PayloadItem>& items) {
     auto info = std::make_unique<ca::AttrCertInfo>();
-    const std::span<unsigned char> first = items.front().octets;
+    const std::span<const unsigned char> first = items.front().octets;
     ca::FillAttrCertInfo(ca::FirstElement(first).raw, *info);
     ca::AddError(info->error, ca::SayOthers(items, [&](std::size_t /*item*/, auto element) {
                      return ca::IsInside(first, element);
@@ -125,7 +125,7 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         return;
     }
     const ca::CertificateBundle bundle = ca::RequireCertificates(items, /*orCut=*/true);
-    const auto isDescribed = [&](std::size_t item, std::span<unsigned char> element) {
+    const auto isDescribed = [&](std::size_t item, std::span<const unsigned char> element) {
         return HasCertificates(item, element) ||
                ca::IsInside(element, bundle.certificates.front());  // which may be cut off
     };

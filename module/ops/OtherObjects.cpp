@@ -1,12 +1,12 @@
 #include "module/ops/OtherObjects.h"
 
+#include "asn1/Elements.h"
 #include "common/Lng.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateBundle.h"
 #include "records/CertificateCursor.h"
 #include "records/objects/DescriptionWords.h"
 #include "records/objects/ObjectList.h"
-#include "records/text/Elements.h"
 #include "records/text/TextLines.h"
 
 namespace {
@@ -29,16 +29,16 @@ class COtherObjects {
 
   private:
     void SayItem(std::size_t item) {
-        const std::span<unsigned char> octets = m_items[item].octets;
+        const std::span<const unsigned char> octets = m_items[item].octets;
         if (octets.empty()) {
             Add(item, 0, [] { return SetZORNAMessage(kMsgNotBase64); });
             return;
         }
         CAsn1Element element;
         for (CAsn1Cursor cursor(octets); !cursor.AtEnd();) {
-            const std::span<unsigned char> rest = cursor.Rest();
+            const std::span<const unsigned char> rest = cursor.Rest();
             const bool isWhole = cursor.Next(element) == Asn1Fault::kNone;
-            const std::span<unsigned char> object = isWhole ? element.raw : rest;
+            const std::span<const unsigned char> object = isWhole ? element.raw : rest;
             if (!m_isDescribed(item, object)) {
                 const std::size_t offset = octets.size() - rest.size();
                 Add(item, offset, [&] { return KindText(m_items[item], offset, object); });
@@ -63,14 +63,14 @@ class COtherObjects {
         }
         CAsn1Cursor lists(ca::SignedDataMember(message, ca::ContextConstructed(1)).content);
         while (!lists.AtEnd()) {
-            const std::span<unsigned char> rest = lists.Rest();
+            const std::span<const unsigned char> rest = lists.Rest();
             const bool isWhole = lists.Next(element) == Asn1Fault::kNone;
             AddInside(item, isWhole ? element.raw : rest);
             lists = isWhole ? lists : CAsn1Cursor();
         }
     }
 
-    void AddInside(std::size_t item, std::span<unsigned char> object) {
+    void AddInside(std::size_t item, std::span<const unsigned char> object) {
         const auto offset = static_cast<std::size_t>(object.data() - m_items[item].octets.data());
         Add(item, offset, [&] {
             // AttributeCertificateV1 [1], AttributeCertificateV2 [2] (RFC 5652 10.2.2)
@@ -83,7 +83,7 @@ class COtherObjects {
 
     // The label says what the first object of a block is meant to be.
     static std::wstring KindText(const ca::PayloadItem& item, std::size_t offset,
-                                 std::span<unsigned char> object) {
+                                 std::span<const unsigned char> object) {
         ca::ObjectSource source = ca::SourceOf(item);
         source.octets = object;
         const ca::ObjectKind* const kind =

@@ -13,7 +13,7 @@ namespace ca {
 inline constexpr std::size_t kMaxOthersSaid = 10;
 
 /// Whether an operation describes an element of its payload.
-using IsDescribed = std::function<bool(std::size_t item, std::span<unsigned char> element)>;
+using IsDescribed = std::function<bool(std::size_t item, std::span<const unsigned char> element)>;
 
 /// Whether `part` stands in `whole`, by its place in memory.
 inline bool IsInside(std::span<const unsigned char> part, std::span<const unsigned char> whole) {

@@ -16,7 +16,7 @@ namespace {
 
 struct FoundEnvelope {
     std::size_t item;
-    std::span<unsigned char> octets;
+    std::span<const unsigned char> octets;
 };
 
 // The first envelope among the objects. Throws 16306 when there is none.

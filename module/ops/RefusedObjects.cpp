@@ -16,7 +16,7 @@ namespace {
 
 // Element and offset of the first fault in a T; "" for a whole one.
 template <class T>
-std::wstring FaultIn(std::span<unsigned char> octets) {
+std::wstring FaultIn(std::span<const unsigned char> octets) {
     try {
         const ca::CDecoded<T> decoded(octets);
     } catch (const ca::Exception& fault) {
@@ -29,15 +29,15 @@ std::wstring FaultIn(std::span<unsigned char> octets) {
 
 namespace ca {
 
-std::wstring CertificateFault(std::span<unsigned char> object) {
+std::wstring CertificateFault(std::span<const unsigned char> object) {
     return FaultIn<CAsn1Certificate>(object);
 }
 
-std::wstring CrlFault(std::span<unsigned char> object) {
+std::wstring CrlFault(std::span<const unsigned char> object) {
     return FaultIn<CAsn1CertificateList>(object);
 }
 
-std::wstring SignedMessageFault(std::span<unsigned char> object) {
+std::wstring SignedMessageFault(std::span<const unsigned char> object) {
     if (const auto signedData = FindSignedData(object); !signedData.empty()) {
         const std::wstring fault = FaultIn<CAsn1SignedData>(signedData);
         return fault.empty() ? SetZORNAMessage(kMsgNoSigners) : fault;
@@ -45,7 +45,7 @@ std::wstring SignedMessageFault(std::span<unsigned char> object) {
     return ContentFault(object);
 }
 
-std::wstring ContentFault(std::span<unsigned char> object) {
+std::wstring ContentFault(std::span<const unsigned char> object) {
     const std::wstring fault = FaultIn<CAsn1ContentInfo>(object);
     if (!fault.empty()) {
         return fault;

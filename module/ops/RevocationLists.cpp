@@ -1,5 +1,6 @@
 // Operations that read the revocation lists a client hands in.
 
+#include "asn1/Elements.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
@@ -13,7 +14,6 @@
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
 #include "records/CrlInfoFill.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 
 #include <memory>
@@ -22,7 +22,7 @@ namespace {
 
 struct FoundCrl {
     std::size_t item;
-    std::span<unsigned char> octets;
+    std::span<const unsigned char> octets;
 };
 
 // The first list among the objects. Throws 16306 when there is none.

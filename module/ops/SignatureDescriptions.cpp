@@ -26,7 +26,7 @@
 namespace {
 
 // Gives what judges the signatures of an object; may give none.
-using Judges = std::function<std::unique_ptr<ca::ISignatureJudge>(std::span<unsigned char> object)>;
+using Judges = std::function<std::unique_ptr<ca::ISignatureJudge>(std::span<const unsigned char> object)>;
 
 // Appends the signatures of all messages among the objects; true when each of them encloses its
 // content. How many objects there was no room for is said with the first.
@@ -116,7 +116,7 @@ void CCryptoModule::Verify(ca::CryptPacket& packet) {
         packet.request.sendSignData.empty() ? std::nullopt : ca::PayloadOctets(packet);
     auto extracted = packet.request.needExtraction ? std::make_unique<ca::FileData>() : nullptr;
     ca::CProviderCall call(packet, *this);
-    auto signatures = DescribeAll(packet, [&](std::span<unsigned char> message) {
+    auto signatures = DescribeAll(packet, [&](std::span<const unsigned char> message) {
         return m_provider->Verify(call, {message, content, extracted.get()});
     });
     LogEvent(signatures->items.front()->verifyResult.c_str(), false);

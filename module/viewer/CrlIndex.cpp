@@ -1,9 +1,9 @@
 #include "module/viewer/CrlIndex.h"
 
+#include "asn1/Elements.h"
 #include "asn1/crl/CertificateList.h"
 #include "common/Hex.h"
 #include "records/text/Decoded.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <limits>
@@ -18,7 +18,7 @@ constexpr ca::CrlPage kAll{
 
 namespace ca {
 
-CCrlIndex::CCrlIndex(std::span<unsigned char> list) {
+CCrlIndex::CCrlIndex(std::span<const unsigned char> list) {
     const CPartlyDecoded<CAsn1CertificateList> decoded(list);
     const CAsn1TbsCertList* const tbs =
         decoded.Get() != nullptr ? decoded.Get()->TbsCertList() : nullptr;
@@ -26,7 +26,7 @@ CCrlIndex::CCrlIndex(std::span<unsigned char> list) {
         return;
     }
     m_issuer = tbs->Issuer() != nullptr ? tbs->Issuer()->Raw() : std::span<const unsigned char>();
-    const std::span<unsigned char> entries = tbs->RevokedCertificates()->ContentOctets();
+    const std::span<const unsigned char> entries = tbs->RevokedCertificates()->ContentOctets();
     for (CCrlWalk walk(entries, kAll); walk.Next(); ++m_count) {
         if (m_count % kStride == 0) {
             const CrlEntry& entry = walk.Entry();

@@ -19,7 +19,7 @@ class CCrlIndex {
 
     CCrlIndex() = default;
     /// \param list  what LooksLikeCrl(); outlives this.
-    explicit CCrlIndex(std::span<unsigned char> list);
+    explicit CCrlIndex(std::span<const unsigned char> list);
 
     std::size_t Count() const { return m_count; }
 
@@ -37,7 +37,7 @@ class CCrlIndex {
   private:
     // An entry and the octets from it to the end.
     struct Place {
-        std::span<unsigned char> rest;
+        std::span<const unsigned char> rest;
         CrlEntry entry;
     };
 

@@ -1,10 +1,10 @@
 // Revocation lists. Their entries have a page of their own, which describes them as they come in
 // sight.
 
+#include "asn1/Elements.h"
 #include "module/viewer/ItemDescribers.h"
 #include "module/viewer/ZonedTime.h"
 #include "records/CrlInfoFill.h"
-#include "records/text/Elements.h"
 #include "records/text/NameText.h"
 
 #include <limits>

@@ -31,9 +31,11 @@ std::size_t CountIn(const CAsn1Element& info) {
 namespace ca {
 
 void ReadEnvelope(CFileReader& reader, ItemIndex item) {
-    const std::span<unsigned char> infos = RecipientInfosOf(FindEnvelope(reader.Item(item).octets));
+    const std::span<const unsigned char> infos =
+        RecipientInfosOf(FindEnvelope(reader.Item(item).octets));
     reader.AddEach(infos, item, [&](const CAsn1Element& info) {
-        const auto add = [&](ItemKind kind, std::span<unsigned char> octets, std::size_t number) {
+        const auto add = [&](ItemKind kind, std::span<const unsigned char> octets,
+                             std::size_t number) {
             const ItemIndex added = reader.Add(kind, octets, item);
             if (added != kNoItem) {
                 reader.SetNumber(added, static_cast<std::uint32_t>(number));

@@ -32,10 +32,10 @@ const CAsn1EncapsulatedContentInfo* ContentOf(const OpenMessage& message) {
 }
 
 // The octets of a content that is in one piece.
-std::span<unsigned char> PlainContent(const CAsn1EncapsulatedContentInfo* content) {
+std::span<const unsigned char> PlainContent(const CAsn1EncapsulatedContentInfo* content) {
     const bool isPlain = content != nullptr && content->EContent() != nullptr &&
                          content->EContent()->Tag() == kAsn1OctetString;
-    return isPlain ? Changeable(OctetsOf(content->EContent())) : std::span<unsigned char>();
+    return isPlain ? OctetsOf(content->EContent()) : std::span<const unsigned char>();
 }
 
 template <class List>
@@ -141,17 +141,17 @@ void SayWhoSigned(const CertInfo& signer, const QString& name, ItemDescription& 
 
 namespace ca {
 
-bool IsMessage(std::span<unsigned char> octets) {
+bool IsMessage(std::span<const unsigned char> octets) {
     return !FindSignedData(octets).empty();
 }
 
-bool IsTimeStamp(std::span<unsigned char> octets) {
-    const std::span<unsigned char> signedData = FindSignedData(octets);
+bool IsTimeStamp(std::span<const unsigned char> octets) {
+    const std::span<const unsigned char> signedData = FindSignedData(octets);
     const CAsn1Element content = Child(FirstElement(signedData), 2);
     return IsOid(ContentIf(Child(content, 0), kAsn1ObjectIdentifier), "id-ct-TSTInfo");
 }
 
-bool IsAttached(std::span<unsigned char> octets) {
+bool IsAttached(std::span<const unsigned char> octets) {
     const CAsn1Element content = Child(FirstElement(FindSignedData(octets)), 2);
     return !Child(content, 1).raw.empty();
 }
@@ -163,7 +163,7 @@ void ReadMessage(CFileReader& reader, ItemIndex item) {
     }
     const auto each = [&](const auto* list, auto add) {
         if (list != nullptr) {
-            reader.AddEach(Changeable(list->ContentOctets()), item, add);
+            reader.AddEach(list->ContentOctets(), item, add);
         }
     };
     each(message.Get()->SignerInfos(), [&](const CAsn1Element& signer) {
@@ -173,7 +173,7 @@ void ReadMessage(CFileReader& reader, ItemIndex item) {
          [&](const CAsn1Element& choice) { AddCertificate(reader, choice, item); });
     each(message.Get()->Crls(),
          [&](const CAsn1Element& choice) { AddRevocation(reader, choice, item); });
-    const std::span<unsigned char> content = PlainContent(ContentOf(message));
+    const std::span<const unsigned char> content = PlainContent(ContentOf(message));
     // Signed around enveloped, or around signed again, as mail programs do it (RFC 8551, 3.7).
     if (IsMessage(content) || !FindEnvelope(content).empty()) {
         reader.AddObject(content, item);
@@ -187,7 +187,7 @@ void ReadSignature(CFileReader& reader, ItemIndex item) {
     }
     for (const auto* list : {signer.Get()->SignedAttrs(), signer.Get()->UnsignedAttrs()}) {
         CAsn1Element attribute;
-        CAsn1Cursor at(list != nullptr ? list->ContentOctets() : std::span<unsigned char>());
+        CAsn1Cursor at(list != nullptr ? list->ContentOctets() : std::span<const unsigned char>());
         while (!at.AtEnd() && at.Next(attribute) == Asn1Fault::kNone) {
             ReadAttribute(reader, attribute, item);
         }

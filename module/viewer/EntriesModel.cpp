@@ -17,7 +17,7 @@ constexpr std::size_t kKept = 256;
 
 namespace ca {
 
-void CEntriesModel::SetList(std::span<unsigned char> list) {
+void CEntriesModel::SetList(std::span<const unsigned char> list) {
     beginResetModel();
     m_index = list.empty() ? CCrlIndex() : CCrlIndex(list);
     m_kept.assign(kKept, {});

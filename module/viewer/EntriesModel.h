@@ -20,7 +20,7 @@ class CEntriesModel : public QAbstractTableModel {
     explicit CEntriesModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
     /// \param list  outlives the model, or the next call; empty for none.
-    void SetList(std::span<unsigned char> list);
+    void SetList(std::span<const unsigned char> list);
     /// Language of the texts, 0 for the process's; tells the views.
     void SetLanguage(std::uint32_t language);
 

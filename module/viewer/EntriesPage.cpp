@@ -64,7 +64,7 @@ CEntriesPage::CEntriesPage(QWidget* parent)
     connect(m_search, &CSearchBar::Next, this, &CEntriesPage::FindNext);
 }
 
-void CEntriesPage::ShowList(std::span<unsigned char> list) {
+void CEntriesPage::ShowList(std::span<const unsigned char> list) {
     m_model->SetList(list);
     m_search->SetResult({});
     if (m_model->rowCount() != 0) {

@@ -20,7 +20,7 @@ class CEntriesPage : public QWidget {
     explicit CEntriesPage(QWidget* parent = nullptr);
 
     /// \param list  outlives the page, or the next call.
-    void ShowList(std::span<unsigned char> list);
+    void ShowList(std::span<const unsigned char> list);
     /// \param language  as CEntriesModel::SetLanguage().
     void Translate(std::uint32_t language);
 

@@ -2,6 +2,7 @@
 
 #include "asn1/Asn1Tags.h"
 #include "asn1/CryptAsn1Parser.h"
+#include "asn1/Elements.h"
 #include "asn1/cms/SignerInfo.h"
 #include "common/DecimalText.h"
 #include "common/Encode.h"
@@ -13,7 +14,6 @@
 #include "records/JsonFields.h"
 #include "records/SignInfoFill.h"
 #include "records/text/Decoded.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <utility>
@@ -52,7 +52,7 @@ std::unique_ptr<ca::CertInfo2> ReadRecord(std::string_view json) {
 
 // Whether octets are BER, be they damaged farther on. Whole messages are sequences and nearly all
 // begin as such; any other octets have to decode to their end.
-bool IsBer(std::span<unsigned char> octets) {
+bool IsBer(std::span<const unsigned char> octets) {
     return !octets.empty() &&
            (octets[0] == kAsn1Sequence || octets[0] == kAsn1Set || ca::IsWellFormed(octets));
 }
@@ -70,14 +70,14 @@ bool IsSignature(const FileItem& item) {
     return item.kind == ItemKind::kSignature || item.kind == ItemKind::kCountersignature;
 }
 
-std::span<unsigned char> CertificatesOf(std::span<unsigned char> message) {
-    const std::span<unsigned char> signedData = ca::FindSignedData(message);
+std::span<const unsigned char> CertificatesOf(std::span<const unsigned char> message) {
+    const std::span<const unsigned char> signedData = ca::FindSignedData(message);
     if (signedData.empty()) {
         return {};
     }
     constexpr std::size_t kBehindContent = 3;  // version, digestAlgorithms, encapContentInfo
     const CAsn1Element set = ca::Child(ca::FirstElement(signedData), kBehindContent);
-    return set.tag == ca::ContextConstructed(0) ? set.content : std::span<unsigned char>();
+    return set.tag == ca::ContextConstructed(0) ? set.content : std::span<const unsigned char>();
 }
 
 }  // namespace
@@ -199,7 +199,8 @@ std::vector<unsigned char> CFileDocument::EncodingOf(ItemIndex item) const {
     if (record == nullptr) {
         const ItemNote* const note = m_items[item].note.get();
         const bool isCut = note != nullptr && !note->asReceived.empty();
-        const std::span<unsigned char> octets = isCut ? note->asReceived : m_items[item].octets;
+        const std::span<const unsigned char> octets =
+            isCut ? note->asReceived : m_items[item].octets;
         return {octets.begin(), octets.end()};
     }
     const std::string& text = record->rawData;

@@ -43,7 +43,7 @@ struct ItemNote {
     std::string headers;
     /// Of an item that ends too early: the octets as they came. The item's own are a copy in which
     /// all that is there can be read.
-    std::span<unsigned char> asReceived;
+    std::span<const unsigned char> asReceived;
     std::optional<Asn1Damage> cut;  ///< why the item ends where it ends; places as in the file
 };
 
@@ -53,7 +53,8 @@ struct FileItem {
     ItemIndex parent = kNoItem;
     std::uint32_t row = 0;     ///< among the children of its parent
     std::uint32_t number = 0;  ///< which of the recipients that the octets name; how many more
-    std::span<unsigned char> octets;  ///< its encoding; of a file all of it. Empty for a record
+    std::span<const unsigned char>
+        octets;  ///< its encoding; of a file all of it. Empty for a record
     std::vector<ItemIndex> children;
     const ObjectKind* object = nullptr;  ///< what is known of kObject and of what follows it
     std::unique_ptr<ItemNote> note;      ///< null for most

@@ -1,9 +1,9 @@
 #include "module/viewer/FileReader.h"
 
 #include "asn1/Asn1Tags.h"
+#include "asn1/Elements.h"
 #include "asn1/TruncatedObject.h"
 #include "module/viewer/ItemDescribers.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <optional>
@@ -19,7 +19,7 @@ bool IsBlank(std::span<const unsigned char> octets) {
 }
 
 // What an object is in the list.
-ca::ItemKind ListedKind(const ca::ObjectKind* kind, std::span<unsigned char> octets) {
+ca::ItemKind ListedKind(const ca::ObjectKind* kind, std::span<const unsigned char> octets) {
     using ca::ItemKind;
     if (kind == nullptr || kind->reader == ca::ObjectReader::kNone) {
         return ItemKind::kStructure;
@@ -76,14 +76,14 @@ void CFileReader::ReadBlock(const PayloadItem& block) {
     }
     const bool isOne =
         kind != nullptr && RecogniseObject({block.label, block.headers, first.raw}) != kind;
-    const std::span<unsigned char> object = isOne ? block.octets : first.raw;
+    const std::span<const unsigned char> object = isOne ? block.octets : first.raw;
     AddItem(kind, object, 0, &block);
     AddEach(block.octets.subspan(object.size()), 0,
             [this](const CAsn1Element& element) { AddObject(element.raw, 0); });
 }
 
 // \param block  the PEM block that an object is the first one of; null for others.
-ItemIndex CFileReader::AddItem(const ObjectKind* kind, std::span<unsigned char> octets,
+ItemIndex CFileReader::AddItem(const ObjectKind* kind, std::span<const unsigned char> octets,
                                ItemIndex parent, const PayloadItem* block) {
     const ItemKind listed = octets.empty() ? ItemKind::kUnreadable : ListedKind(kind, octets);
     const ItemIndex item = Add(listed, octets, parent);
@@ -101,7 +101,7 @@ ItemIndex CFileReader::AddItem(const ObjectKind* kind, std::span<unsigned char> 
     return item;
 }
 
-ItemIndex CFileReader::Add(ItemKind kind, std::span<unsigned char> octets, ItemIndex parent) {
+ItemIndex CFileReader::Add(ItemKind kind, std::span<const unsigned char> octets, ItemIndex parent) {
     if (IsFull()) {
         ++m_left;
         return kNoItem;
@@ -116,7 +116,8 @@ ItemIndex CFileReader::Add(ItemKind kind, std::span<unsigned char> octets, ItemI
     return index;
 }
 
-ItemIndex CFileReader::AddWhole(ItemKind kind, std::span<unsigned char> octets, ItemIndex parent) {
+ItemIndex CFileReader::AddWhole(ItemKind kind, std::span<const unsigned char> octets,
+                                ItemIndex parent) {
     const ItemIndex item = Add(kind, octets, parent);
     if (item != kNoItem) {
         ReadInside(item);
@@ -139,7 +140,7 @@ void CFileReader::ReadInside(ItemIndex item) {
     --m_level;
 }
 
-ItemIndex CFileReader::AddObject(std::span<unsigned char> element, ItemIndex parent) {
+ItemIndex CFileReader::AddObject(std::span<const unsigned char> element, ItemIndex parent) {
     const ObjectKind* const kind = IsFull() ? nullptr : RecogniseObject({{}, {}, element});
     return AddItem(kind, element, parent, nullptr);
 }
@@ -149,14 +150,15 @@ void CFileReader::AddKnown(const ObjectKind& kind, std::span<const unsigned char
     AddItem(&kind, m_file.copies.emplace_back(octets.begin(), octets.end()), parent, nullptr);
 }
 
-std::span<unsigned char> CFileReader::CopyAs(unsigned char tag, std::span<unsigned char> element) {
+std::span<const unsigned char> CFileReader::CopyAs(unsigned char tag,
+                                                   std::span<const unsigned char> element) {
     std::vector<unsigned char>& copy = m_file.copies.emplace_back(element.begin(), element.end());
     copy.front() = tag;
     return copy;
 }
 
 // What is cut off is shown as far as it goes.
-void CFileReader::AddCut(std::span<unsigned char> rest, ItemIndex parent,
+void CFileReader::AddCut(std::span<const unsigned char> rest, ItemIndex parent,
                          const PayloadItem* block) {
     if (IsBlank(rest)) {
         return;
@@ -165,7 +167,7 @@ void CFileReader::AddCut(std::span<unsigned char> rest, ItemIndex parent,
         ++m_left;
         return;
     }
-    std::span<unsigned char> readable = rest;
+    std::span<const unsigned char> readable = rest;
     if (std::optional<CAsn1Beginning> there = MendTruncated(rest)) {
         readable = m_file.copies.emplace_back(std::move(there->octets));
     }

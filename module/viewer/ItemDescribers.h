@@ -24,10 +24,10 @@ std::string CrlJson(const CFileDocument& document, ItemIndex item);
 // Signed messages, time stamps and the signatures of both (DescribeMessages.cpp).
 void ReadMessage(CFileReader& reader, ItemIndex item);
 void ReadSignature(CFileReader& reader, ItemIndex item);
-bool IsMessage(std::span<unsigned char> octets);
-bool IsTimeStamp(std::span<unsigned char> octets);
+bool IsMessage(std::span<const unsigned char> octets);
+bool IsTimeStamp(std::span<const unsigned char> octets);
 /// Whether a message encloses its content.
-bool IsAttached(std::span<unsigned char> octets);
+bool IsAttached(std::span<const unsigned char> octets);
 QString MessageName(const CFileDocument& document, ItemIndex item);
 QString TimeStampName(const CFileDocument& document, ItemIndex item);
 QString SignatureName(const CFileDocument& document, ItemIndex item);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "asn1/Elements.h"
 #include "module/viewer/ViewerText.h"
 #include "records/CertInfoExtension.h"
-#include "records/text/Elements.h"
 #include "records/text/NameText.h"
 #include "records/text/TimeText.h"
 

@@ -89,7 +89,7 @@ void CDescriptionBuilder::Fault(std::wstring_view fault) {
     AddError(m_description.error, fault);
 }
 
-std::span<unsigned char> CDescriptionBuilder::Joined(const CAsn1Object* octetString) {
+std::span<const unsigned char> CDescriptionBuilder::Joined(const CAsn1Object* octetString) {
     if (octetString == nullptr || octetString->GetBlock() == nullptr) {
         return {};
     }
@@ -106,7 +106,7 @@ std::span<unsigned char> CDescriptionBuilder::Joined(const CAsn1Object* octetStr
     }
 }
 
-std::span<unsigned char> CDescriptionBuilder::Mended(std::span<unsigned char> octets) {
+std::span<const unsigned char> CDescriptionBuilder::Mended(std::span<const unsigned char> octets) {
     auto mended = MendTruncated(octets);
     if (!mended) {
         return octets;

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "asn1/Asn1Primitives.h"
+#include "asn1/Elements.h"
 #include "common/Lng.h"
 #include "records/objects/DescriptionWords.h"
 #include "records/objects/ObjectDescription.h"
-#include "records/text/Elements.h"
 
 #include <cstddef>
 #include <deque>
@@ -28,7 +28,7 @@ inline constexpr std::size_t kDescriptionAlways = 1 << 20;
 class CDescriptionBuilder {
   public:
     /// \param object  what offsets in texts are counted in; outlives the builder.
-    explicit CDescriptionBuilder(std::span<unsigned char> object) : m_object(object) {}
+    explicit CDescriptionBuilder(std::span<const unsigned char> object) : m_object(object) {}
     CDescriptionBuilder(const CDescriptionBuilder&) = delete;
     CDescriptionBuilder& operator=(const CDescriptionBuilder&) = delete;
 
@@ -73,9 +73,9 @@ class CDescriptionBuilder {
     void Fault(std::wstring_view fault);
 
     /// The encoding in an OCTET STRING, its segments joined; empty for null.
-    std::span<unsigned char> Joined(const CAsn1Object* octetString);
+    std::span<const unsigned char> Joined(const CAsn1Object* octetString);
     /// The octets as they are, or made readable when they end too early; that is a fault then.
-    std::span<unsigned char> Mended(std::span<unsigned char> octets);
+    std::span<const unsigned char> Mended(std::span<const unsigned char> octets);
     /// Whether the object ends too early: what is not there may have been behind the end.
     bool IsCut() const { return m_isCut; }
     /// That there is none of what may be there; nothing for an object that is cut.
@@ -88,7 +88,7 @@ class CDescriptionBuilder {
   private:
     DescriptionField* Add(FieldId id, FieldForm form);
 
-    std::span<unsigned char> m_object;
+    std::span<const unsigned char> m_object;
     ObjectDescription m_description;
     std::vector<DescriptionField>* m_open = &m_description.fields;
     FieldId m_id = {};

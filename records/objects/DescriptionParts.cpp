@@ -30,7 +30,7 @@ namespace ca {
 namespace {
 
 // Returns the identifier; empty when the extension could not be read.
-Octets SayExtension(CDescriptionBuilder& builder, std::span<unsigned char> extension) {
+Octets SayExtension(CDescriptionBuilder& builder, std::span<const unsigned char> extension) {
     CertInfoExtension record;
     std::wstring error;
     const ExtensionParts parts = FillExtension(extension, record, error);
@@ -86,7 +86,7 @@ void SayAttribute(CDescriptionBuilder& builder, const CAsn1Attribute& attribute,
 }
 
 // The names by which people know the object.
-std::wstring SubjectOf(std::span<unsigned char> octets, std::string_view kind) {
+std::wstring SubjectOf(std::span<const unsigned char> octets, std::string_view kind) {
     if (kind == "certificate") {
         const std::string_view subject = NamesOf(octets).subject;
         return ReadableName(FirstElement(
@@ -207,7 +207,7 @@ void SayExtensionList(CDescriptionBuilder& builder, FieldId id, const CAsn1Exten
 
 void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
                       const CAsn1SetOf<CAsn1Attribute>* attributes, AttributeValues shown) {
-    std::vector<std::span<unsigned char>> requests;
+    std::vector<std::span<const unsigned char>> requests;
     SayList(builder, id, attributes, [&](const CAsn1Attribute& attribute) {
         if (!RequestsExtensions(OctetsOf(attribute.Type())) || attribute.Values() == nullptr) {
             SayAttribute(builder, attribute, shown);
@@ -226,7 +226,7 @@ void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
 }
 
 void SayAttributesIn(CDescriptionBuilder& builder, FieldId id,
-                     std::span<unsigned char> attributes) {
+                     std::span<const unsigned char> attributes) {
     const CAsn1Element element{kAsn1Set, /*indefinite=*/false, attributes, attributes};
     CAsn1Block block;
     BindBlock(block, element, builder.OffsetOf(attributes));
@@ -249,7 +249,7 @@ void SayPublicKey(CDescriptionBuilder& builder, const CAsn1SubjectPublicKeyInfo*
 }
 
 void SaySignedObject(CDescriptionBuilder& builder, FieldId id, Octets octets) {
-    const std::span<unsigned char> whole = Changeable(octets);
+    const std::span<const unsigned char> whole = octets;
     const char* const name = LooksLikeCertificate(octets)            ? "certificate"
                              : LooksLikeCrl(octets)                  ? "crl"
                              : LooksLikeAttributeCertificate(octets) ? "attributeCertificate"
@@ -270,7 +270,7 @@ void SaySignedObjects(CDescriptionBuilder& builder, FieldId id,
 }
 
 void SayMessage(CDescriptionBuilder& builder, FieldId id, Octets contentInfo) {
-    const ObjectKind* kind = RecogniseObject({{}, {}, Changeable(contentInfo)});
+    const ObjectKind* kind = RecogniseObject({{}, {}, contentInfo});
     if (kind != nullptr) {
         builder.Object(id, *kind, contentInfo, kind->Name());
     } else if (!contentInfo.empty()) {

@@ -2,8 +2,8 @@
 
 #include "asn1/Asn1List.h"
 #include "asn1/Asn1Oid.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/x509/AlgorithmIdentifier.h"
+#include "asn1/x509/Attribute.h"
 #include "asn1/x509/Extension.h"
 #include "asn1/x509/Name.h"
 #include "asn1/x509/SubjectPublicKeyInfo.h"
@@ -53,7 +53,8 @@ void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
                       const CAsn1SetOf<CAsn1Attribute>* attributes, AttributeValues shown);
 
 /// The same for attributes one behind the other, whatever holds them.
-void SayAttributesIn(CDescriptionBuilder& builder, FieldId id, std::span<unsigned char> attributes);
+void SayAttributesIn(CDescriptionBuilder& builder, FieldId id,
+                     std::span<const unsigned char> attributes);
 
 /// Algorithm and parameters of a key, and the key itself where there is one.
 void SayKey(CDescriptionBuilder& builder, const PublicKeyForms& key);

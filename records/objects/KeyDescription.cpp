@@ -26,7 +26,7 @@ using ca::CDescriptionBuilder;
 using ca::FieldId;
 using ca::Of;
 using ca::Word;
-using Octets = std::span<unsigned char>;
+using Octets = std::span<const unsigned char>;
 
 void SayGroup(CDescriptionBuilder& builder, const CAsn1Integer* prime, const CAsn1Integer* order) {
     builder.Text(FieldId::kPrime, ca::SizeText(prime));
@@ -127,7 +127,7 @@ void SayEncryptedPem(const ca::ObjectSource& source, CDescriptionBuilder& builde
 namespace ca {
 
 void DescribePublicKeyObject(const ObjectSource& source, CDescriptionBuilder& builder) {
-    const std::span<unsigned char> octets = builder.Mended(source.octets);
+    const std::span<const unsigned char> octets = builder.Mended(source.octets);
     if (Child(FirstElement(octets), 0).tag == kAsn1Integer) {
         SayRsaPublicKey(builder, octets);
         return;
@@ -143,7 +143,7 @@ void SayPrivateKeyInfo(CDescriptionBuilder& builder, const CAsn1PrivateKeyInfo& 
         forms = DescribeKeyAlgorithm(ElementOf(*key.PrivateKeyAlgorithm()));
     }
     forms.key = Hex(BitsOf(key.PublicKey()).octets);
-    const std::span<unsigned char> octets = builder.Joined(key.PrivateKey());
+    const std::span<const unsigned char> octets = builder.Joined(key.PrivateKey());
     const CAsn1Element inner = FirstElement(octets);
     if (forms.params.empty() && HasShape(inner, "S(IIIIIIIII")) {
         builder.Text(FieldId::kKeyAlgorithm, std::exchange(forms.algorithm, {}));
@@ -164,7 +164,7 @@ void SayEncryptedKey(CDescriptionBuilder& builder, const CAsn1EncryptedPrivateKe
 
 void DescribePrivateKey(const ObjectSource& source, CDescriptionBuilder& builder) {
     builder.HideOctets();
-    const std::span<unsigned char> octets = builder.Mended(source.octets);
+    const std::span<const unsigned char> octets = builder.Mended(source.octets);
     const CAsn1Element root = FirstElement(octets);
     for (const TraditionalKey& known : kTraditionalKeys) {
         const bool isPkcs8 = Child(root, 1).tag == kAsn1Sequence;
@@ -191,7 +191,7 @@ void DescribeEncryptedPrivateKey(const ObjectSource& source, CDescriptionBuilder
 }
 
 void DescribeDhParameters(const ObjectSource& source, CDescriptionBuilder& builder) {
-    const std::span<unsigned char> octets = builder.Mended(source.octets);
+    const std::span<const unsigned char> octets = builder.Mended(source.octets);
     // The second group of numbers has the order of a subgroup, which is never small.
     std::uint32_t small = 0;
     const CAsn1Element third = Child(FirstElement(octets), 2);

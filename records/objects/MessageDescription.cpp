@@ -22,7 +22,7 @@ using ca::FieldForm;
 using ca::FieldId;
 using ca::Of;
 using ca::Word;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // What octets hold, where they are an object that is known. An attribute or an algorithm is too
 // small a pattern for octets that may be anything.
@@ -88,7 +88,7 @@ void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedConten
     const bool isWrapped =
         (ElementOf(*content->EContent()).tag & ~kAsn1ConstructedBit) == kAsn1OctetString;
     const Value octets =
-        isWrapped ? builder.Joined(content->EContent()) : Changeable(content->EContent()->Raw());
+        isWrapped ? builder.Joined(content->EContent()) : content->EContent()->Raw();
     builder.Text(FieldId::kContentSize, OctetsCountText(octets.size()));
     if (IsOid(OctetsOf(content->EContentType()), "msCTL")) {
         const CDescriptionBuilder::Level level(builder, FieldId::kContent, FieldForm::kGroup);

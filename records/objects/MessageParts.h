@@ -13,16 +13,16 @@ namespace ca {
 /// What a ContentInfo holds (RFC 5652 3).
 class CMessage {
   public:
-    CMessage(std::span<unsigned char> contentInfo, CDescriptionBuilder& builder)
+    CMessage(std::span<const unsigned char> contentInfo, CDescriptionBuilder& builder)
         : m_message(contentInfo, builder) {}
 
     const CAsn1ObjectIdentifier* Type() const {
         return Of(m_message.Get(), &CAsn1ContentInfo::ContentType);
     }
     /// The element; empty when it is elsewhere.
-    std::span<unsigned char> Content() const {
+    std::span<const unsigned char> Content() const {
         const CAsn1Any* content = Of(m_message.Get(), &CAsn1ContentInfo::Content);
-        return content != nullptr ? ElementOf(*content).raw : std::span<unsigned char>();
+        return content != nullptr ? ElementOf(*content).raw : std::span<const unsigned char>();
     }
 
   private:
@@ -35,9 +35,9 @@ class CMessage {
 void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedContentInfo* content);
 
 /// What a time stamp states (RFC 3161 2.4.2).
-void SayTimeStampInfo(CDescriptionBuilder& builder, std::span<unsigned char> octets);
+void SayTimeStampInfo(CDescriptionBuilder& builder, std::span<const unsigned char> octets);
 
 /// What a trust list is about; its entries are counted.
-void SayTrustListFields(CDescriptionBuilder& builder, std::span<unsigned char> octets);
+void SayTrustListFields(CDescriptionBuilder& builder, std::span<const unsigned char> octets);
 
 }  // namespace ca

@@ -135,7 +135,7 @@ class FieldWriter {
     }
 
     // Throws ca::Exception before anything is written.
-    void Record(const ca::ObjectKind& kind, std::span<unsigned char> octets,
+    void Record(const ca::ObjectKind& kind, std::span<const unsigned char> octets,
                 const std::wstring& about) {
         const std::string_view name = kind.name;
         if (name == "certificate") {
@@ -159,7 +159,7 @@ class FieldWriter {
         }
     }
 
-    void Signatures(std::span<unsigned char> message) {
+    void Signatures(std::span<const unsigned char> message) {
         ca::SignInfos signatures;
         const std::optional<bool> isAttached = ca::FillSignInfos(message, signatures);
         m_writer.StartObject();

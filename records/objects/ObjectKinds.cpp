@@ -1,5 +1,6 @@
 #include "records/objects/ObjectKinds.h"
 
+#include "asn1/Elements.h"
 #include "asn1/TruncatedObject.h"
 #include "common/DecimalText.h"
 #include "common/Exception.h"
@@ -8,7 +9,6 @@
 #include "records/objects/Describers.h"
 #include "records/objects/ObjectShape.h"
 #include "records/objects/ObjectTests.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <iterator>
@@ -89,7 +89,7 @@ const ObjectKind* FindByContent(const Candidate& object) {
 
 // A trust list without its own identifier and length: what the signature of a PKCS #7 message is
 // made over (RFC 2315 9.3), and what programs save as the content of one.
-const ObjectKind* FindByMembers(std::span<unsigned char> octets) {
+const ObjectKind* FindByMembers(std::span<const unsigned char> octets) {
     const ObjectKind* const list = FindObjectKind("trustList");
     const CAsn1Element whole{kAsn1Sequence, /*indefinite=*/false, octets, octets};
     return HasShape(whole, list->shapes) ? list : nullptr;
@@ -149,7 +149,7 @@ ObjectDescription DescribeObject(const ObjectKind& kind, const ObjectSource& sou
         CAnswerBudget::Rest{kDescriptionAlways + kDescriptionPerOctet * source.octets.size()});
     CDescriptionBuilder builder(source.octets);
     ObjectSource object = source;
-    const std::span<unsigned char> element = FirstElement(source.octets).raw;
+    const std::span<const unsigned char> element = FirstElement(source.octets).raw;
     if (!element.empty() && FindByMembers(source.octets) != &kind) {
         object.octets = element;
     }

@@ -23,7 +23,7 @@ class CDescriptionBuilder;
 struct ObjectSource {
     std::string_view label;
     std::string_view headers;
-    std::span<unsigned char> octets;
+    std::span<const unsigned char> octets;
 };
 
 /// Who describes an object.

@@ -1,8 +1,8 @@
 #include "records/objects/ObjectList.h"
 
+#include "asn1/Elements.h"
 #include "common/DecimalText.h"
 #include "common/Lng.h"
-#include "records/text/Elements.h"
 #include "records/text/VisibleText.h"
 
 #include <span>
@@ -33,7 +33,7 @@ class CItemSplit {
             return;
         }
         while (!cursor.AtEnd() && m_unknown < kMaxUnknown) {
-            const std::span<unsigned char> rest = cursor.Rest();
+            const std::span<const unsigned char> rest = cursor.Rest();
             if (m_list.objects.size() == m_most) {
                 m_list.leftOut += ca::CountElements(cursor);
                 EndLast(rest);
@@ -54,7 +54,7 @@ class CItemSplit {
                ca::RecogniseObject(first) != whole.kind;
     }
 
-    void Take(std::span<unsigned char> object, std::span<unsigned char> rest) {
+    void Take(std::span<const unsigned char> object, std::span<const unsigned char> rest) {
         if (object[0] != kAsn1Sequence && object[0] != kAsn1ObjectIdentifier) {
             return;  // no kind begins in another way
         }
@@ -69,12 +69,12 @@ class CItemSplit {
     }
 
     // The latest object ends where `rest` begins.
-    void EndLast(std::span<unsigned char> rest) {
-        std::span<unsigned char>& octets = m_list.objects.back().source.octets;
+    void EndLast(std::span<const unsigned char> rest) {
+        std::span<const unsigned char>& octets = m_list.objects.back().source.octets;
         octets = octets.first(octets.size() - rest.size());
     }
 
-    std::span<unsigned char> m_octets;
+    std::span<const unsigned char> m_octets;
     std::size_t m_index;
     std::size_t m_most;
     std::size_t m_unknown = 0;

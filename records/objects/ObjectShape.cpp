@@ -1,7 +1,7 @@
 #include "records/objects/ObjectShape.h"
 
 #include "asn1/Asn1Tags.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/VisibleText.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 #include "records/objects/ObjectTests.h"
 
+#include "asn1/Elements.h"
 #include "asn1/OidTable.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CrlInfoFill.h"
 #include "records/objects/ObjectShape.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <bit>

@@ -79,7 +79,7 @@ void SayResponder(CDescriptionBuilder& builder, const CAsn1ResponderId* responde
     }
 }
 
-void SayBasicResponse(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+void SayBasicResponse(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const ca::CReading<CAsn1BasicOcspResponse> basic(octets, builder);
     const CAsn1ResponseData* data = Of(basic.Get(), &CAsn1BasicOcspResponse::TbsResponseData);
     if (data != nullptr) {
@@ -114,7 +114,7 @@ void SayResponseStatus(CDescriptionBuilder& builder, const CAsn1Any* status) {
 namespace ca {
 
 void DescribeOcspResponse(const ObjectSource& source, CDescriptionBuilder& builder) {
-    const std::span<unsigned char> octets = builder.Mended(source.octets);
+    const std::span<const unsigned char> octets = builder.Mended(source.octets);
     if (Child(FirstElement(octets), 0).tag == kAsn1Sequence) {
         SayBasicResponse(builder, octets);
         return;
@@ -126,7 +126,7 @@ void DescribeOcspResponse(const ObjectSource& source, CDescriptionBuilder& build
         return;
     }
     SayOid(builder, FieldId::kResponseType, bytes->ResponseType());
-    const std::span<unsigned char> basic = builder.Joined(bytes->Response());
+    const std::span<const unsigned char> basic = builder.Joined(bytes->Response());
     if (!basic.empty()) {
         SayBasicResponse(builder, basic);
     }

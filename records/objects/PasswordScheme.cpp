@@ -20,12 +20,12 @@ const ca::OidInfo* TypeOf(const CAsn1AlgorithmIdentifier& algorithm) {
 }
 
 // The parameters of an algorithm; empty when there are none.
-std::span<unsigned char> ParametersOf(const CAsn1AlgorithmIdentifier& algorithm) {
+std::span<const unsigned char> ParametersOf(const CAsn1AlgorithmIdentifier& algorithm) {
     const CAsn1Any* parameters = algorithm.Parameters();
-    return parameters != nullptr ? ca::Changeable(parameters->Raw()) : std::span<unsigned char>();
+    return parameters != nullptr ? parameters->Raw() : std::span<const unsigned char>();
 }
 
-void SayPbkdf2(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+void SayPbkdf2(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const ca::CReading<CAsn1Pbkdf2Params> params(octets, builder);
     if (params.Get() == nullptr) {
         return;
@@ -39,7 +39,7 @@ void SayPbkdf2(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
     ca::SaySize(builder, FieldId::kSaltSize, Of(params.Get()->Salt(), &CAsn1Pbkdf2Salt::Specified));
 }
 
-void SayScrypt(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+void SayScrypt(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const ca::CReading<CAsn1ScryptParams> params(octets, builder);
     ca::SayNumber(builder, FieldId::kCost, Of(params.Get(), &CAsn1ScryptParams::CostParameter));
     ca::SayNumber(builder, FieldId::kBlockSize, Of(params.Get(), &CAsn1ScryptParams::BlockSize));
@@ -62,7 +62,7 @@ void SayKeyDerivation(CDescriptionBuilder& builder, const CAsn1AlgorithmIdentifi
 }
 
 // PBES1 and the schemes of PKCS #12 have the same parameters.
-void SayPbes1(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+void SayPbes1(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const ca::CReading<CAsn1PbeParameter> params(octets, builder);
     ca::SayNumber(builder, FieldId::kIterations,
                   Of(params.Get(), &CAsn1PbeParameter::IterationCount));
@@ -79,7 +79,7 @@ void SayPasswordScheme(CDescriptionBuilder& builder, FieldId id,
         return;
     }
     const OidInfo* const type = TypeOf(*algorithm);
-    const std::span<unsigned char> params = ParametersOf(*algorithm);
+    const std::span<const unsigned char> params = ParametersOf(*algorithm);
     if (type == COid("PBES2")) {
         SayAlgorithm(builder, id, algorithm);
         const CReading<CAsn1Pbes2Params> scheme(params, builder);

@@ -19,13 +19,13 @@ using ca::FieldForm;
 using ca::FieldId;
 using ca::Of;
 using ca::Word;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // Bags in bags that are described.
 constexpr unsigned kMaxNested = 4;
 
 Value ValueOf(const CAsn1Any* any) {
-    return any != nullptr ? ca::Changeable(any->Raw()) : Value();
+    return any != nullptr ? any->Raw() : Value();
 }
 
 // The encoding that an element wraps, if it is an OCTET STRING.

@@ -17,9 +17,9 @@ namespace ca {
 template <class T>
 class CReading {
   public:
-    CReading(std::span<unsigned char> octets, CDescriptionBuilder& builder) {
+    CReading(std::span<const unsigned char> octets, CDescriptionBuilder& builder) {
         const std::uint32_t offset = builder.OffsetOf(octets);
-        const std::span<unsigned char> whole = builder.Mended(octets);
+        const std::span<const unsigned char> whole = builder.Mended(octets);
         try {
             m_root.emplace(whole, Asn1Blocks::kRead);
             (*m_root)->GetBlock()->offset = offset;

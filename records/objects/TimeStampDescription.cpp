@@ -1,5 +1,5 @@
-#include "asn1/attributes/EvidenceRecord.h"
 #include "asn1/attributes/TstInfo.h"
+#include "asn1/cms/EvidenceRecord.h"
 #include "asn1/cms/TimeStampedData.h"
 #include "asn1/tsp/TimeStampReq.h"
 #include "asn1/tsp/TimeStampResp.h"
@@ -200,7 +200,7 @@ void DescribeTimeStampResponse(const ObjectSource& source, CDescriptionBuilder& 
     }
 }
 
-void SayTimeStampInfo(CDescriptionBuilder& builder, std::span<unsigned char> octets) {
+void SayTimeStampInfo(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const CReading<CAsn1TstInfo> stamp(octets, builder);
     if (stamp.Get() == nullptr) {
         return;

@@ -23,8 +23,8 @@ void SayField(FieldId id, std::wstring_view text, CTextLines& lines) {
 
 }  // namespace
 
-std::span<unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInfo& content,
-                                         std::vector<unsigned char>& joined) {
+std::span<const unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInfo& content,
+                                               std::vector<unsigned char>& joined) {
     if (content.EContent() == nullptr) {
         return {};
     }

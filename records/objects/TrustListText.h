@@ -13,8 +13,8 @@ namespace ca {
 /// (RFC 2315 9.1); empty when the content is not enclosed. \param joined  gets the octets of a
 /// string in segments, which are viewed then.
 /// Throws ca::Exception for segments that cannot be read.
-std::span<unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInfo& content,
-                                         std::vector<unsigned char>& joined);
+std::span<const unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInfo& content,
+                                               std::vector<unsigned char>& joined);
 
 /// Says what a certificate trust list or a catalogue is about when this is its content: what it is
 /// for, its identifier and times, how many entries it has. The entries are not said. False for

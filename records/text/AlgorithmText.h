@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 
 #include <string>
 

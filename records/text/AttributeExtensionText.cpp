@@ -14,7 +14,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 void SayTargetCert(const CAsn1TargetCert& target, CTextLines& lines) {
     lines.Line(kMsgTargetCertificate, L"");
@@ -61,7 +61,7 @@ void SayTargets(Value value, CTextLines& lines) {
     ca::SayEach(*lists, lines, [&](const CAsn1Any& list) {
         lines.Line(kMsgTargets, L"");
         const CTextLines::Level level(lines);
-        SayTargetList(ca::Changeable(list.Raw()), lines);
+        SayTargetList(list.Raw(), lines);
     });
 }
 

@@ -1,10 +1,10 @@
 #include "records/text/AttributeText.h"
 
 #include "asn1/OidTable.h"
-#include "asn1/attributes/Attribute.h"
 #include "asn1/attributes/AttributeValues.h"
 #include "asn1/attributes/Holder.h"
 #include "asn1/attributes/PlatformAttributes.h"
+#include "asn1/x509/Attribute.h"
 #include "common/DecimalText.h"
 #include "common/Lazy.h"
 #include "records/text/AlgorithmText.h"
@@ -24,7 +24,7 @@ namespace {
 
 using ca::CTextLines;
 using ca::Octets;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // In the order of their numbers.
 constexpr Sentence kLevels[] = {kMsgLevelUnmarked,     kMsgLevelUnclassified, kMsgLevelRestricted,
@@ -161,7 +161,7 @@ void SayValues(ca::ExtensionFormatter say, Octets type, const CAsn1SetOf<CAsn1An
     }
     ca::SayEach(values, lines, [&](const CAsn1Any& any) {
         CTextLines said(lines.Signers());
-        const std::wstring fault = ca::SayValue(say, ca::Changeable(any.Raw()), said);
+        const std::wstring fault = ca::SayValue(say, any.Raw(), said);
         lines.Block(said.TakeOr(kMsgEmpty));
         said.Fault(fault);
         ca::AddValueError(error, type, said.TakeFaults());
@@ -263,7 +263,7 @@ std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults) {
     return text;
 }
 
-std::wstring GeneralNamesLine(std::span<unsigned char> content, CTextLines& faults) {
+std::wstring GeneralNamesLine(std::span<const unsigned char> content, CTextLines& faults) {
     std::wstring text;
     CAsn1Element name;
     std::size_t index = 0;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "asn1/Asn1List.h"
+#include "asn1/Elements.h"
 #include "records/AttrCertInfo.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/TextLines.h"
 
@@ -49,6 +49,6 @@ std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest);
 /// What could not be read of it is shown as such and added to the faults of `faults`.
 std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults);
 /// All names of GeneralNames in a line, ", " between them; at most kMaxListed.
-std::wstring GeneralNamesLine(std::span<unsigned char> content, CTextLines& faults);
+std::wstring GeneralNamesLine(std::span<const unsigned char> content, CTextLines& faults);
 
 }  // namespace ca

@@ -1,9 +1,9 @@
 #include "asn1/Oid.h"
 #include "asn1/attributes/AttributeCertificate.h"
-#include "asn1/attributes/EvidenceRecord.h"
 #include "asn1/attributes/SignaturePolicy.h"
 #include "asn1/attributes/SignerAttributes.h"
 #include "asn1/attributes/SigningCertificate.h"
+#include "asn1/cms/EvidenceRecord.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
@@ -21,7 +21,7 @@ namespace {
 
 using ca::CTextLines;
 using ca::Octets;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 std::wstring TextOf(const CAsn1Any& any) {
     return ca::ValueText(ca::FirstElement(any.Raw()));
@@ -80,7 +80,7 @@ void SayCommitment(Value value, CTextLines& lines) {
     }
     const CTextLines::Level level(lines);
     ca::SayEach(*commitment->CommitmentTypeQualifier(), lines, [&](const CAsn1Any& qualifier) {
-        const ca::CDecoded<CAsn1SigPolicyQualifierInfo> info(ca::Changeable(qualifier.Raw()));
+        const ca::CDecoded<CAsn1SigPolicyQualifierInfo> info(qualifier.Raw());
         SayTypedValue(OctetsOf(info->SigPolicyQualifierId()), info->SigQualifier(), lines);
     });
 }
@@ -123,7 +123,7 @@ void SayClaimed(const CAsn1ClaimedAttributes& attributes, CTextLines& lines) {
 }
 
 void SayAttributeCertificate(const CAsn1Any& any, CTextLines& lines) {
-    const ca::CDecoded<CAsn1AttributeCertificate> certificate(ca::Changeable(any.Raw()));
+    const ca::CDecoded<CAsn1AttributeCertificate> certificate(any.Raw());
     const CAsn1AttributeCertificateInfo& info = *certificate->AcInfo();
     lines.Line(kMsgAttributeCertificate, L"");
     const CTextLines::Level level(lines);
@@ -219,7 +219,7 @@ void SayEvidenceRecord(Value value, CTextLines& lines) {
         ca::SayEach(chain, lines, [&](const CAsn1ArchiveTimeStamp& stamp) {
             lines.Line(kMsgStamp, L"");
             const CTextLines::Level level(lines);
-            ca::SaySignedMessage(ca::Changeable(stamp.TimeStamp()->Raw()), lines);
+            ca::SaySignedMessage(stamp.TimeStamp()->Raw(), lines);
         });
     });
 }

@@ -11,7 +11,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 void SayStatements(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> types(value);

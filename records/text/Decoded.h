@@ -17,7 +17,7 @@ namespace ca {
 template <class T>
 class CDecoded {
   public:
-    explicit CDecoded(std::span<unsigned char> octets, Asn1Blocks blocks = Asn1Blocks::kRead)
+    explicit CDecoded(std::span<const unsigned char> octets, Asn1Blocks blocks = Asn1Blocks::kRead)
         : m_root(octets, blocks) {
         if constexpr (std::is_base_of_v<CAsn1TypedObject, T>) {
             m_root->Decode();
@@ -34,7 +34,7 @@ class CDecoded {
 template <class T>
 class CPartlyDecoded {
   public:
-    explicit CPartlyDecoded(std::span<unsigned char> octets) {
+    explicit CPartlyDecoded(std::span<const unsigned char> octets) {
         try {
             m_root.emplace(octets, Asn1Blocks::kRead);
             (*m_root)->Decode();
@@ -87,11 +87,6 @@ void SayEach(const CAsn1ListOf<T, Tag>& list, CTextLines& lines, Say say) {
             lines.Fault(fault.message);
         }
     }
-}
-
-/// Octets as the typed classes take them; what only describes changes none.
-inline std::span<unsigned char> Changeable(std::span<const unsigned char> octets) {
-    return {const_cast<unsigned char*>(octets.data()), octets.size()};
 }
 
 }  // namespace ca

@@ -23,7 +23,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // BinaryTime ::= INTEGER (0..MAX)     -- seconds since 1970     RFC 6019, 2
 void SayBinaryTime(Value value, CTextLines& lines) {
@@ -138,7 +138,7 @@ void SayMailListHistory(Value value, CTextLines& lines) {
     ca::SayEach(*history, lines, [&](const CAsn1MlData& step) {
         lines.Line(kMsgTime, ca::TimeLine(ca::ElementOf(*step.ExpansionTime())));
         const CTextLines::Level level(lines);
-        const Value id = ca::Changeable(step.MailListIdentifier()->Raw());
+        const Value id = step.MailListIdentifier()->Raw();
         lines.Line(kMsgIdentity,
                    step.MailListIdentifier()->Tag() == kAsn1Sequence
                        ? ca::IssuerSerialText(*ca::CDecoded<CAsn1IssuerAndSerialNumber>(id))

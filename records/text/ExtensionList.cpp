@@ -1,7 +1,7 @@
 #include "records/text/ExtensionList.h"
 
+#include "asn1/Elements.h"
 #include "records/AnswerBudget.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 
@@ -16,7 +16,7 @@ void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& re
     FillExtensions(list.ContentOctets(), records, error, visit);
 }
 
-void FillExtensions(std::span<unsigned char> content, CertInfoExtensionCollection& records,
+void FillExtensions(std::span<const unsigned char> content, CertInfoExtensionCollection& records,
                     std::wstring& error, const ExtensionVisitor& visit) {
     std::set<std::string_view> seen;  // a tree: strangers choose what is in it
     CAsn1Cursor cursor(content);

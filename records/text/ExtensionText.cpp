@@ -3,7 +3,7 @@
 #include "common/Exception.h"
 #include "common/Lazy.h"
 #include "records/objects/DescriptionWords.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OcspText.h"
 #include "records/text/OutlineText.h"
@@ -28,7 +28,7 @@ bool Take(CAsn1Cursor& cursor, unsigned char tag, CAsn1Element& element) {
 
 // The value, which is the last of the members. Throws ca::Exception for anything else; offsets
 // count from the extension.
-void TakeValue(CAsn1Cursor& members, std::span<unsigned char> extension,
+void TakeValue(CAsn1Cursor& members, std::span<const unsigned char> extension,
                ca::ExtensionParts& parts) {
     constexpr std::string_view kName = "Extension.extnValue";
     const auto offset = static_cast<std::size_t>(members.Rest().data() - extension.data());
@@ -74,7 +74,7 @@ ExtensionFormatter CFormatterTable::Find(Octets oid) const {
     return m_formatters.Find(FindOid(oid));
 }
 
-ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
+ValueForms DescribeExtension(Octets oid, std::span<const unsigned char> value) {
     const ExtensionFormatter say = extensionFormatters.Get().Find(oid);
     CTextLines lines;
     const std::wstring fault = SayValue(say, value, lines);
@@ -85,7 +85,7 @@ ValueForms DescribeExtension(Octets oid, std::span<unsigned char> value) {
     return forms;
 }
 
-std::wstring SayValue(ExtensionFormatter say, std::span<unsigned char> value, CTextLines& lines) {
+std::wstring SayValue(ExtensionFormatter say, std::span<const unsigned char> value, CTextLines& lines) {
     if (say == nullptr) {
         SayUnknownValue(value, lines);
         return {};
@@ -101,11 +101,11 @@ std::wstring SayValue(ExtensionFormatter say, std::span<unsigned char> value, CT
     }
 }
 
-ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
+ExtensionParts FillExtension(std::span<const unsigned char> extension, CertInfoExtension& record,
                              std::wstring& error) {
     ExtensionParts parts;
     const CAsn1Element element = FirstElement(extension);
-    CAsn1Cursor members(element.IsConstructed() ? element.content : std::span<unsigned char>());
+    CAsn1Cursor members(element.IsConstructed() ? element.content : std::span<const unsigned char>());
     CAsn1Element member;
     if (!Take(members, kAsn1ObjectIdentifier, member) || member.content.empty()) {
         record.rawData = Base64Text(extension);
@@ -119,7 +119,7 @@ ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtensi
     if (Take(members, kAsn1Boolean, member)) {
         record.critical = !member.content.empty() && member.content[0] != 0;
     }
-    const std::span<unsigned char> rest = members.Rest();
+    const std::span<const unsigned char> rest = members.Rest();
     try {
         TakeValue(members, extension, parts);
     } catch (const Exception& fault) {

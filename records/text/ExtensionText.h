@@ -16,7 +16,7 @@ namespace ca {
 /// Says the value of one type of extension, a line an element.
 /// \param value  the encoding inside extnValue.
 /// Throws ca::Exception for a value that is no such type.
-using ExtensionFormatter = void (*)(std::span<unsigned char> value, CTextLines& lines);
+using ExtensionFormatter = void (*)(std::span<const unsigned char> value, CTextLines& lines);
 
 /// Which formatter an extension has.
 struct ExtensionRow {
@@ -61,23 +61,25 @@ struct ValueForms {
 /// The text of an extension's value; an outline, or digits for what is no element, for a type
 /// without a formatter and, "Unreadable value: " in front, for a value that is not of its type.
 /// Cost is linear in the value.
-ValueForms DescribeExtension(std::span<const unsigned char> oid, std::span<unsigned char> value);
+ValueForms DescribeExtension(std::span<const unsigned char> oid,
+                             std::span<const unsigned char> value);
 
 /// Says a value, by its formatter or, when that is null or refuses it, as an outline or digits.
 /// \return why the formatter refused it; empty when it did not.
-std::wstring SayValue(ExtensionFormatter say, std::span<unsigned char> value, CTextLines& lines);
+std::wstring SayValue(ExtensionFormatter say, std::span<const unsigned char> value,
+                      CTextLines& lines);
 
 /// Where the parts of an extension stand; empty what could not be read.
 struct ExtensionParts {
-    std::span<const unsigned char> oid;  ///< content octets of extnID
-    std::span<unsigned char> value;      ///< the encoding inside extnValue
-    std::vector<unsigned char> joined;   ///< what it views when extnValue came in segments
+    std::span<const unsigned char> oid;    ///< content octets of extnID
+    std::span<const unsigned char> value;  ///< the encoding inside extnValue
+    std::vector<unsigned char> joined;     ///< what it views when extnValue came in segments
 };
 
 /// Reads one Extension (RFC 5280 4.1) into its record; what is wrong is appended to `error`. The
 /// identifier is there whatever stands behind it.
 /// \param extension  SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }, as received.
-ExtensionParts FillExtension(std::span<unsigned char> extension, CertInfoExtension& record,
+ExtensionParts FillExtension(std::span<const unsigned char> extension, CertInfoExtension& record,
                              std::wstring& error);
 
 /// Adds a fault to a record's "Error", one a line. What is past MaxValueText() characters is an

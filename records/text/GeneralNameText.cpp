@@ -237,7 +237,7 @@ void SayGeneralName(const CAsn1Element& name, CTextLines& lines) {
     }
 }
 
-void SayGeneralNames(std::span<unsigned char> content, CTextLines& lines) {
+void SayGeneralNames(std::span<const unsigned char> content, CTextLines& lines) {
     CAsn1Cursor cursor(content);
     const std::size_t count = CountElements(cursor);
     CAsn1Element name;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <string>
@@ -12,7 +12,7 @@ namespace ca {
 void SayGeneralName(const CAsn1Element& name, CTextLines& lines);
 
 /// Each name of GeneralNames. \param content  the names, one behind the other.
-void SayGeneralNames(std::span<unsigned char> content, CTextLines& lines);
+void SayGeneralNames(std::span<const unsigned char> content, CTextLines& lines);
 
 /// An IPv4 or IPv6 address, the latter as RFC 5952 has it; "" for another number of octets.
 std::wstring IpAddressText(Octets address);

@@ -12,7 +12,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // Where it is and what its digests are.
 void SayReference(const CAsn1SequenceOf<CAsn1IA5String>& addresses,

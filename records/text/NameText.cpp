@@ -4,7 +4,7 @@
 #include "common/Encode.h"
 #include "records/AnswerBudget.h"
 #include "records/objects/DescriptionWords.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <algorithm>
@@ -275,7 +275,7 @@ void CollectRdn(const CAsn1Element& rdn, Collected& found) {
 Collected CollectAttributes(const CAsn1Element& name) {
     Collected found;
     found.isWhole = name.tag == kAsn1Sequence || (name.tag & 0xE0U) == ca::ContextConstructed(0);
-    CAsn1Cursor names(found.isWhole ? name.content : std::span<unsigned char>());
+    CAsn1Cursor names(found.isWhole ? name.content : std::span<const unsigned char>());
     while (!names.AtEnd()) {
         CAsn1Element rdn;
         if (names.Next(rdn) != Asn1Fault::kNone) {

@@ -23,7 +23,7 @@ namespace {
 
 using ca::CTextLines;
 using ca::Octets;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // ---- Certificate transparency (RFC 6962) ----
 
@@ -143,7 +143,7 @@ std::wstring AddressText(const std::vector<unsigned char>& address) {
 }
 
 void SayAddresses(const CAsn1Any& element, std::size_t length, CTextLines& lines) {
-    const Value octets = ca::Changeable(element.Raw());
+    const Value octets = element.Raw();
     if (element.Tag() == kAsn1BitString) {
         const ca::CDecoded<CAsn1BitString> prefix(octets);
         const CAsn1Bits bits = BitsOf(&*prefix);
@@ -175,8 +175,7 @@ void SayAddressBlocks(Value value, CTextLines& lines) {
         }
         lines.Line(name, L"");
         const CTextLines::Level level(lines);
-        const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> list(
-            ca::Changeable(family.IpAddressChoice()->Raw()));
+        const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> list(family.IpAddressChoice()->Raw());
         ca::SayEach(*list, lines, [&](const CAsn1Any& element) {
             SayAddresses(element, isV4 ? kIpv4Octets : kIpv6Octets, lines);
         });
@@ -188,7 +187,7 @@ void SayAsNumber(const CAsn1Any& element, CTextLines& lines) {
         lines.Line(ca::NumberText(&element));
         return;
     }
-    const ca::CDecoded<CAsn1AsRange> range(ca::Changeable(element.Raw()));
+    const ca::CDecoded<CAsn1AsRange> range(element.Raw());
     lines.Line(ca::NumberText(range->Min()) + L'-' + ca::NumberText(range->Max()));
 }
 
@@ -202,7 +201,7 @@ void SayAsNumbers(const wchar_t* label, const CAsn1Any* choice, CTextLines& line
     }
     lines.Line(label, L"");
     const CTextLines::Level level(lines);
-    const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> list(ca::Changeable(choice->Raw()));
+    const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> list(choice->Raw());
     ca::SayEach(*list, lines, [&](const CAsn1Any& element) { SayAsNumber(element, lines); });
 }
 

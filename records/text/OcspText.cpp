@@ -22,7 +22,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // "Revoked, 01.02.2024 10:00:00 (utc 01.02.2024 07:00:00), Key compromise"
 std::wstring StatusText(const CAsn1CertStatus& status) {

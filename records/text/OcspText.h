@@ -16,7 +16,7 @@ std::wstring ResponderText(const CAsn1ResponderId& responder);
 /// Says an OCSPResponse or the BasicOCSPResponse inside one (RFC 6960 4.2.1): the responder and
 /// the time, below them what it says of each certificate, and the extensions.
 /// Throws ca::Exception for what is neither.
-void SayOcspResponse(std::span<unsigned char> value, CTextLines& lines);
+void SayOcspResponse(std::span<const unsigned char> value, CTextLines& lines);
 
 /// The extensions of requests and responses (RFC 6960 4.4).
 std::span<const ExtensionRow> OcspExtensionRows();

@@ -1,10 +1,11 @@
 #include "records/text/OutlineText.h"
 
 #include "asn1/Asn1Damage.h"
+#include "asn1/Elements.h"
 #include "asn1/IntegerContent.h"
+#include "asn1/TagNames.h"
 #include "common/DecimalText.h"
 #include "records/objects/DescriptionWords.h"
-#include "records/text/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/TextLines.h"
 #include "records/text/TimeText.h"
@@ -19,46 +20,6 @@ using ca::Octets;
 // Deeper elements are not said: reading into one of indefinite length looks at all of it.
 constexpr std::size_t kMaxOutlineDepth = 32;
 constexpr std::wstring_view kTooDeep = L" \u2026";
-
-struct TagRow {
-    std::uint8_t tag;
-    const wchar_t* name;
-};
-
-constexpr TagRow kTagNames[] = {
-    {kAsn1Boolean, L"BOOLEAN"},
-    {kAsn1Integer, L"INTEGER"},
-    {kAsn1BitString, L"BIT STRING"},
-    {kAsn1OctetString, L"OCTET STRING"},
-    {kAsn1Null, L"NULL"},
-    {kAsn1ObjectIdentifier, L"OBJECT IDENTIFIER"},
-    {kAsn1Enumerated, L"ENUMERATED"},
-    {0x0C, L"UTF8 STRING"},
-    {0x0D, L"RELATIVE OID"},
-    {0x12, L"NUMERIC STRING"},
-    {0x13, L"PRINTABLE STRING"},
-    {0x14, L"TELETEX STRING"},
-    {0x16, L"IA5 STRING"},
-    {kAsn1UtcTime, L"UTC TIME"},
-    {kAsn1GeneralizedTime, L"GENERALIZED TIME"},
-    {0x1A, L"VISIBLE STRING"},
-    {0x1B, L"GENERAL STRING"},
-    {0x1C, L"UNIVERSAL STRING"},
-    {0x1E, L"UNICODE STRING"},
-    {0x24, L"OCTET STRING"},
-    {kAsn1Sequence, L"SEQUENCE"},
-    {kAsn1Set, L"SET"},
-};
-
-std::wstring TagText(const CAsn1Element& element) {
-    for (const TagRow& row : kTagNames) {
-        if (row.tag == element.tag) {
-            return row.name;
-        }
-    }
-    constexpr const wchar_t* kClasses[] = {L"[UNIVERSAL ", L"[APPLICATION ", L"[", L"[PRIVATE "};
-    return kClasses[element.tag >> 6] + ca::DecimalText(element.tag & 0x1FU) + L"]";
-}
 
 // Decimal digits as far as 64 bits go; longer numbers are keys and serial numbers, shown as octets.
 std::wstring IntegerText(Octets content) {
@@ -135,9 +96,9 @@ class COutline {
         ++m_said;
         m_lines.SetLevel(level);
         if (element.IsConstructed() || element.content.empty()) {
-            m_lines.Line(TagText(element));
+            m_lines.Line(ca::OutlineTagText(element.tag));
         } else {
-            m_lines.Line(TagText(element), PrimitiveText(element));
+            m_lines.Line(ca::OutlineTagText(element.tag), PrimitiveText(element));
         }
     }
 
@@ -151,8 +112,7 @@ bool SayElements(Octets octets, ca::CTextLines& lines) {
     if (octets.empty() || !ca::IsWellFormed(octets)) {
         return false;
     }
-    // The cursor hands out octets that may be changed; what is made of them here is a text.
-    CAsn1Cursor cursor({const_cast<unsigned char*>(octets.data()), octets.size()});
+    CAsn1Cursor cursor(octets);
     COutline outline;
     CAsn1Element element;
     while (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {

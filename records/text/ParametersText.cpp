@@ -20,7 +20,7 @@
 namespace {
 
 using ca::ParametersForms;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // Parameters inside parameters that are said: a wrap of a cipher, a password's key in PBES2.
 constexpr unsigned kMaxNested = 3;
@@ -89,9 +89,9 @@ void SayMask(const CAsn1AlgorithmIdentifier* mask, Saying& saying) {
     } else if (mask->Parameters() == nullptr) {
         saying.Add(L"MGF1");
     } else {
-        Read<CAsn1AlgorithmIdentifier>(
-            ca::Changeable(mask->Parameters()->Raw()), saying,
-            [&](const auto& digest) { saying.Add(L"MGF1 " + DigestName(&digest)); });
+        Read<CAsn1AlgorithmIdentifier>(mask->Parameters()->Raw(), saying, [&](const auto& digest) {
+            saying.Add(L"MGF1 " + DigestName(&digest));
+        });
     }
 }
 

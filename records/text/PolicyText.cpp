@@ -4,7 +4,7 @@
 #include "asn1/x509/PolicyInformation.h"
 #include "common/DecimalText.h"
 #include "records/text/Decoded.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/SharedFormatters.h"
@@ -42,7 +42,7 @@ std::wstring NumberText(const CAsn1Object* number) {
 }
 
 void SayNotice(const CAsn1Any& qualifier, CTextLines& lines) {
-    CAsn1Root<CAsn1UserNotice> notice(Changeable(qualifier.Raw()));
+    CAsn1Root<CAsn1UserNotice> notice(qualifier.Raw());
     notice->Decode();
     lines.Line(kMsgNotice, notice->ExplicitText() != nullptr ? ElementText(notice->ExplicitText())
                                                              : std::wstring());

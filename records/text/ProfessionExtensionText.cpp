@@ -17,7 +17,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 void SayNamingAuthority(const CAsn1NamingAuthority* authority, CTextLines& lines) {
     if (authority == nullptr) {

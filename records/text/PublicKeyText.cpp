@@ -19,7 +19,7 @@ namespace {
 
 using ca::Octets;
 using ca::PublicKeyForms;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // Bits of a magnitude behind its leading zeros.
 std::size_t BitSize(Octets magnitude) {
@@ -118,7 +118,7 @@ std::size_t FieldBits(const CAsn1FieldId& field) {
     if (field.Parameters() == nullptr) {
         return 0;
     }
-    const Value params = ca::Changeable(field.Parameters()->Raw());
+    const Value params = field.Parameters()->Raw();
     if (field.Parameters()->Tag() != kAsn1Sequence) {
         return BitSize(OctetsOf(field.Parameters()));
     }
@@ -279,7 +279,7 @@ PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo) {
     forms.key = Hex(bits);
     const KeyRow* row = FindRow(FindOid(oid));
     if (row != nullptr && row->read != nullptr) {
-        row->read(Changeable(bits), forms);
+        row->read(bits, forms);
     }
     return forms;
 }

@@ -1,5 +1,5 @@
 #include "asn1/OidTable.h"
-#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/Attribute.h"
 #include "asn1/x509/CabfExtensions.h"
 #include "asn1/x509/DocumentTypeList.h"
 #include "asn1/x509/IssuerSignTool.h"
@@ -22,7 +22,7 @@ namespace {
 
 using ca::CTextLines;
 using ca::Octets;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 void SayMoney(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1MonetaryValue> money(value);
@@ -101,8 +101,7 @@ void SayStatement(const CAsn1QcStatement& statement, CTextLines& lines) {
         lines.Line(name);
         return;
     }
-    const std::wstring text =
-        StatementText(type, ca::Changeable(statement.StatementInfo()->Raw()), lines);
+    const std::wstring text = StatementText(type, statement.StatementInfo()->Raw(), lines);
     if (text.find(L'\n') == std::wstring::npos) {
         lines.Line(name, text);
         return;

@@ -7,7 +7,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // EnrollmentNameValuePair ::= SEQUENCE { name BMPString, value BMPString }     MS-WCCE, 2.2.2.7
 void SayNameAndValue(Value value, CTextLines& lines) {

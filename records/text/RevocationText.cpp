@@ -14,7 +14,7 @@
 namespace {
 
 using ca::CTextLines;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
     std::wstring line = ca::OtherHashText(*reference.CrlHash());
@@ -66,14 +66,14 @@ void SayCertificate(const CAsn1Certificate& certificate, CTextLines& lines) {
 }
 
 void SayCrl(const CAsn1Any& any, CTextLines& lines) {
-    const ca::CDecoded<CAsn1CertificateList> list(ca::Changeable(any.Raw()), Asn1Blocks::kRead);
+    const ca::CDecoded<CAsn1CertificateList> list(any.Raw(), Asn1Blocks::kRead);
     const CAsn1TbsCertList& tbs = *list->TbsCertList();
     lines.Line(ca::ReadableName(ca::ElementOf(*tbs.Issuer())) + L", " +
                ca::TimeLine(ca::ElementOf(*tbs.ThisUpdate())));
 }
 
 void SayOcsp(const CAsn1Any& any, CTextLines& lines) {
-    ca::SayOcspResponse(ca::Changeable(any.Raw()), lines);
+    ca::SayOcspResponse(any.Raw(), lines);
 }
 
 }  // namespace

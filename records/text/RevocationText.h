@@ -16,9 +16,9 @@ namespace ca {
 std::wstring OtherHashText(const CAsn1OtherHash& hash);
 
 // Formatters of attributes; they throw ca::Exception for a value that is of another type.
-void SayRevocationRefs(std::span<unsigned char> value, CTextLines& lines);
-void SayCertificateValues(std::span<unsigned char> value, CTextLines& lines);
+void SayRevocationRefs(std::span<const unsigned char> value, CTextLines& lines);
+void SayCertificateValues(std::span<const unsigned char> value, CTextLines& lines);
 /// RevocationValues, and RevocationInfoArchival of documents (ISO 32000-1 12.8.3.3.2).
-void SayRevocationValues(std::span<unsigned char> value, CTextLines& lines);
+void SayRevocationValues(std::span<const unsigned char> value, CTextLines& lines);
 
 }  // namespace ca

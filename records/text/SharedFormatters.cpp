@@ -19,7 +19,7 @@ void SayTimeMember(Sentence label, const CAsn1Object* time, CTextLines& lines) {
     // The context tag hides the type, which is the only one there can be.
     CAsn1Element element;
     element.tag = kAsn1GeneralizedTime;
-    element.content = Changeable(OctetsOf(time));
+    element.content = OctetsOf(time);
     const TimeForms forms = DescribeTime(element);
     if (forms.seconds) {
         lines.Line(label, TimeLine(forms));
@@ -37,7 +37,7 @@ std::wstring MemberText(const CAsn1Object* member) {
 std::wstring HiddenText(const CAsn1Object* octets) {
     CAsn1Element text;
     text.tag = kAsn1Utf8String;
-    text.content = Changeable(OctetsOf(octets));
+    text.content = OctetsOf(octets);
     return ValueText(text);
 }
 
@@ -48,7 +48,7 @@ void AppendListed(std::wstring& text, std::wstring_view more) {
     }
 }
 
-void SayText(std::span<unsigned char> value, CTextLines& lines) {
+void SayText(std::span<const unsigned char> value, CTextLines& lines) {
     const CAsn1Element text = FirstElement(value);
     if (!IsText(text)) {
         throw MakeAsn1WrongTag("DirectoryString", text.tag, 0);
@@ -56,12 +56,12 @@ void SayText(std::span<unsigned char> value, CTextLines& lines) {
     lines.Line(ValueText(text));
 }
 
-void SayOctetString(std::span<unsigned char> value, CTextLines& lines) {
+void SayOctetString(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1OctetString> octets(value);
     lines.Line(OctetsText(&*octets));
 }
 
-void SayTime(std::span<unsigned char> value, CTextLines& lines) {
+void SayTime(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1Time> time(value);
     const CAsn1Element element = ElementOf(*time);
     const TimeForms forms = DescribeTime(element);
@@ -71,29 +71,29 @@ void SayTime(std::span<unsigned char> value, CTextLines& lines) {
     lines.Line(TimeLine(forms));
 }
 
-void SayOid(std::span<unsigned char> value, CTextLines& lines) {
+void SayOid(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1ObjectIdentifier> oid(value);
     lines.Line(OidWithName(OctetsOf(&*oid)));
 }
 
-void SayOidList(std::span<unsigned char> value, CTextLines& lines) {
+void SayOidList(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> list(value);
     SayEach(*list, lines,
             [&](const CAsn1ObjectIdentifier& oid) { lines.Line(OidWithName(OctetsOf(&oid))); });
 }
 
-void SayNames(std::span<unsigned char> value, CTextLines& lines) {
+void SayNames(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1SequenceOf<CAsn1Any>> names(value);
     SayGeneralNames(names->ContentOctets(), lines);
 }
 
-void SayPrivateKeyUsagePeriod(std::span<unsigned char> value, CTextLines& lines) {
+void SayPrivateKeyUsagePeriod(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1PrivateKeyUsagePeriod> period(value);
     SayTimeMember(kMsgNotBefore, period->NotBefore(), lines);
     SayTimeMember(kMsgNotAfter, period->NotAfter(), lines);
 }
 
-void SayPresent(std::span<unsigned char> /*value*/, CTextLines& lines) {
+void SayPresent(std::span<const unsigned char> /*value*/, CTextLines& lines) {
     lines.Line(kMsgPresent);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <span>
@@ -20,13 +20,14 @@ std::wstring HiddenText(const CAsn1Object* octets);
 /// "more" behind ", " where a list has begun; nothing for an empty one.
 void AppendListed(std::wstring& text, std::wstring_view more);
 
-void SayText(std::span<unsigned char> value, CTextLines& lines);         ///< any string type
-void SayOctetString(std::span<unsigned char> value, CTextLines& lines);  ///< hexadecimal digits
-void SayTime(std::span<unsigned char> value, CTextLines& lines);         ///< UTC or generalised
-void SayOid(std::span<unsigned char> value, CTextLines& lines);          ///< "Name (OID)"
-void SayOidList(std::span<unsigned char> value, CTextLines& lines);      ///< SEQUENCE OF them
-void SayNames(std::span<unsigned char> value, CTextLines& lines);        ///< GeneralNames
-void SayPrivateKeyUsagePeriod(std::span<unsigned char> value, CTextLines& lines);
-void SayPresent(std::span<unsigned char> value, CTextLines& lines);  ///< of any value
+void SayText(std::span<const unsigned char> value, CTextLines& lines);  ///< any string type
+void SayOctetString(std::span<const unsigned char> value,
+                    CTextLines& lines);                                    ///< hexadecimal digits
+void SayTime(std::span<const unsigned char> value, CTextLines& lines);     ///< UTC or generalised
+void SayOid(std::span<const unsigned char> value, CTextLines& lines);      ///< "Name (OID)"
+void SayOidList(std::span<const unsigned char> value, CTextLines& lines);  ///< SEQUENCE OF them
+void SayNames(std::span<const unsigned char> value, CTextLines& lines);    ///< GeneralNames
+void SayPrivateKeyUsagePeriod(std::span<const unsigned char> value, CTextLines& lines);
+void SayPresent(std::span<const unsigned char> value, CTextLines& lines);  ///< of any value
 
 }  // namespace ca

@@ -20,7 +20,7 @@ namespace {
 using ca::CTextLines;
 using ca::Octets;
 
-void SayTstInfo(std::span<unsigned char> octets, CTextLines& lines) {
+void SayTstInfo(std::span<const unsigned char> octets, CTextLines& lines) {
     const ca::CDecoded<CAsn1TstInfo> stamp(octets);
     const CAsn1MessageImprint& imprint = *stamp->MessageImprint();
     lines.Line(kMsgTime, ca::TimeLine(ca::ElementOf(*stamp->GenTime())));
@@ -80,7 +80,7 @@ void SaySignerId(const CAsn1SignerIdentifier& id, CTextLines& lines) {
 
 // A ContentInfo without what some writers put round it.
 // \param joined  holds its octets when they came in an OCTET STRING.
-std::span<unsigned char> Unwrapped(std::span<unsigned char> value,
+std::span<const unsigned char> Unwrapped(std::span<const unsigned char> value,
                                    std::vector<unsigned char>& joined) {
     constexpr int kMostWraps = 4;
     for (int i = 0; i < kMostWraps; ++i) {
@@ -191,13 +191,13 @@ CAsn1Element GrantedToken(const CAsn1Element& response) {
     return isGranted ? Child(response, 1) : CAsn1Element();
 }
 
-void SaySignedMessage(std::span<unsigned char> value, CTextLines& lines) {
+void SaySignedMessage(std::span<const unsigned char> value, CTextLines& lines) {
     std::vector<unsigned char> joined;
     const CDecoded<CAsn1ContentInfo> message(Unwrapped(value, joined), Asn1Blocks::kRead);
     if (message->Content() == nullptr) {
         throw MakeAsn1Missing("ContentInfo.content", 0);
     }
-    const CDecoded<CAsn1SignedData> signedData(Changeable(message->Content()->Raw()),
+    const CDecoded<CAsn1SignedData> signedData(message->Content()->Raw(),
                                                Asn1Blocks::kRead);
     const CAsn1EncapsulatedContentInfo& content = *signedData->EncapContentInfo();
     if (!SayTimeStamp(content, lines)) {
@@ -205,7 +205,7 @@ void SaySignedMessage(std::span<unsigned char> value, CTextLines& lines) {
     }
     const CAsn1SetOf<CAsn1Any>* certificates = signedData->Certificates();
     CSignerCertificates own(certificates != nullptr ? certificates->ContentOctets()
-                                                    : std::span<unsigned char>());
+                                                    : std::span<const unsigned char>());
     SayEach(*signedData->SignerInfos(), lines,
             [&](const CAsn1SignerInfo& signer) { SaySigner(signer, &own, lines); });
     if (certificates != nullptr) {

@@ -2,7 +2,7 @@
 
 #include "asn1/Oid.h"
 #include "records/SignerCertificates.h"
-#include "records/text/Elements.h"
+#include "asn1/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <string>
@@ -57,6 +57,6 @@ CAsn1Element GrantedToken(const CAsn1Element& response);
 /// what it stamps, or what any other message holds; its signers and the count of certificates. It
 /// may be wrapped: in the response it came in, in an OCTET STRING, in an explicit tag.
 /// Throws ca::Exception for what is no signed message.
-void SaySignedMessage(std::span<unsigned char> contentInfo, CTextLines& lines);
+void SaySignedMessage(std::span<const unsigned char> contentInfo, CTextLines& lines);
 
 }  // namespace ca

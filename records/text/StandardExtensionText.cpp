@@ -25,7 +25,7 @@ namespace {
 
 using ca::CTextLines;
 using ca::Octets;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 void SayBasicConstraints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1BasicConstraints> constraints(value);

@@ -1,7 +1,7 @@
 #include "records/text/TimeText.h"
 
+#include "asn1/Elements.h"
 #include "common/TimeUtil.h"
-#include "records/text/Elements.h"
 #include "records/text/OutlineText.h"
 
 #include <algorithm>

@@ -21,7 +21,7 @@ namespace {
 
 using ca::CTextLines;
 using ca::Octets;
-using Value = std::span<unsigned char>;
+using Value = std::span<const unsigned char>;
 
 // ---- Microsoft ----
 
@@ -144,9 +144,8 @@ void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
 void SayKeyUsageRestriction(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1KeyUsageRestriction> restriction(value);
     if (restriction->CertPolicySet() != nullptr) {
-        ca::SayEach(*restriction->CertPolicySet(), lines, [&](const auto& policy) {
-            ca::SayOidList(ca::Changeable(policy.Raw()), lines);
-        });
+        ca::SayEach(*restriction->CertPolicySet(), lines,
+                    [&](const auto& policy) { ca::SayOidList(policy.Raw(), lines); });
     }
     if (restriction->RestrictedKeyUsage() != nullptr) {
         ca::SayKeyUsage(BitsOf(restriction->RestrictedKeyUsage()), lines);
@@ -162,7 +161,7 @@ void SayKeyAttributes(Value value, CTextLines& lines) {
         ca::SayKeyUsage(BitsOf(attributes->IntendedKeyUsage()), lines);
     }
     if (const CAsn1PrivateKeyUsagePeriod* period = attributes->PrivateKeyUsagePeriod()) {
-        ca::SayPrivateKeyUsagePeriod(ca::Changeable(period->Raw()), lines);
+        ca::SayPrivateKeyUsagePeriod(period->Raw(), lines);
     }
 }
 

@@ -1,9 +1,9 @@
 #include "records/text/VisibleText.h"
 
+#include "asn1/Elements.h"
 #include "common/Encode.h"
 #include "common/Hex.h"
 #include "records/AnswerBudget.h"
-#include "records/text/Elements.h"
 #include "records/text/TeletexText.h"
 
 #include <algorithm>

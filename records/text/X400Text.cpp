@@ -1,8 +1,8 @@
 #include "records/text/X400Text.h"
 
+#include "asn1/Elements.h"
 #include "common/DecimalText.h"
 #include "records/objects/DescriptionWords.h"
-#include "records/text/Elements.h"
 
 #include <algorithm>
 #include <vector>
@@ -26,7 +26,7 @@ constexpr const wchar_t* kExtensionLabels[] = {
 std::wstring CharactersOf(Octets octets) {
     CAsn1Element text;
     text.tag = kAsn1TeletexString;
-    text.content = {const_cast<unsigned char*>(octets.data()), octets.size()};
+    text.content = octets;
     return ca::Visible(ca::TextOf(text));
 }
 
@@ -39,7 +39,7 @@ std::wstring LeafText(const CAsn1Element& leaf) {
 }
 
 // The texts inside a value of any shape, ", " between them; a mark ends what is not whole.
-std::wstring FlatText(std::span<unsigned char> value, CTextLines& lines) {
+std::wstring FlatText(std::span<const unsigned char> value, CTextLines& lines) {
     std::wstring text;
     bool isTooDeep = false;
     std::vector<CAsn1Cursor> open{CAsn1Cursor(value)};
@@ -119,9 +119,7 @@ void SayReadable(const List* list, CTextLines& lines, Say say) {
 
 void SayExtension(const CAsn1ExtensionAttribute& attribute, CTextLines& lines) {
     const std::int64_t type = IntegerOf(attribute.Type(), 0);
-    const std::wstring text = FlatText({const_cast<unsigned char*>(attribute.Value()->Raw().data()),
-                                        attribute.Value()->Raw().size()},
-                                       lines);
+    const std::wstring text = FlatText(attribute.Value()->Raw(), lines);
     constexpr auto kLabelCount = static_cast<std::int64_t>(std::size(kExtensionLabels));
     if (type >= 1 && type <= kLabelCount) {
         lines.Line(kExtensionLabels[type - 1], text);

@@ -1,5 +1,4 @@
 #include "records/text/AlgorithmText.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "tests/asn1/DerWriter.h"
 #include "tests/common/EnglishTest.h"

@@ -1,7 +1,7 @@
+#include "asn1/Elements.h"
 #include "asn1/ocsp/OcspRequest.h"
 #include "common/Encode.h"
 #include "records/text/Decoded.h"
-#include "records/text/Elements.h"
 #include "records/text/OcspText.h"
 #include "records/text/TimeText.h"
 #include "tests/asn1/DerWriter.h"

@@ -396,7 +396,7 @@ TEST_F(SignInfoTest, BoundsWhatASmallMessageCanAskFor) {
 
 TEST_F(SignInfoTest, TellsSignedDataFromOtherObjects) {
     Octets message = Message({}, Signer(ById(1)));
-    const std::span<unsigned char> found = ca::FindSignedData(message);
+    const std::span<const unsigned char> found = ca::FindSignedData(message);
     ASSERT_FALSE(found.empty());
     EXPECT_EQ(found.size(), ca::FindSignedData(found).size()) << "without its ContentInfo";
     Octets data = Tlv(0x30, {kData, Tlv(0xA0, kSignature)});

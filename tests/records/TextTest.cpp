@@ -1,7 +1,7 @@
 #include "asn1/Asn1Damage.h"
+#include "asn1/Elements.h"
 #include "common/Encode.h"
 #include "common/Lng.h"
-#include "records/text/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
 #include "records/text/OutlineText.h"

@@ -9,6 +9,8 @@
 #include <span>
 #include <string_view>
 
+// Small things that readers of elements share.
+
 namespace ca {
 
 using Octets = std::span<const unsigned char>;
@@ -27,19 +29,13 @@ constexpr unsigned char ContextConstructed(unsigned number) {
 }
 
 /// The element that begins at the first of `octets`; one without octets when there is none.
-inline CAsn1Element FirstElement(std::span<unsigned char> octets) {
+inline CAsn1Element FirstElement(Octets octets) {
     CAsn1Element element;
     CAsn1Cursor cursor(octets);
     if (!cursor.AtEnd()) {
         cursor.Next(element);
     }
     return element;
-}
-
-/// The same for octets that nobody may change: a cursor hands its octets out as changeable, and
-/// what describes them changes none.
-inline CAsn1Element FirstElement(Octets octets) {
-    return FirstElement(std::span(const_cast<unsigned char*>(octets.data()), octets.size()));
 }
 
 /// The element that an object is bound to.

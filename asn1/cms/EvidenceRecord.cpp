@@ -1,4 +1,4 @@
-#include "asn1/attributes/EvidenceRecord.h"
+#include "asn1/cms/EvidenceRecord.h"
 
 #include "asn1/FieldReader.h"
 

@@ -1,4 +1,4 @@
-#include "asn1/attributes/Attribute.h"
+#include "asn1/x509/Attribute.h"
 
 #include "asn1/FieldReader.h"
 

@@ -1,0 +1,160 @@
+#include "asn1/Asn1Block.h"
+
+#include "common/Encode.h"
+#include "common/ErrorCodes.h"
+#include "common/Log.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+
+namespace {
+
+constexpr std::uint64_t kMaxLength = std::numeric_limits<std::uint32_t>::max();
+
+// Octets round the content when written: identifier, length and end-of-contents.
+std::uint64_t FrameLength(const CAsn1Block& block) {
+    return block.isUnknownLength ? 4 : 2 + GetBytesCount(block.contentLength);
+}
+
+}  // namespace
+
+std::uint32_t CheckedAsn1Length(std::uint64_t length) {
+    if (length > kMaxLength) {
+        ca::LogError(L"CAsn1Block::GetTotalLength", CA_HERE, ca::kErrAsn1Corrupted,
+                     /*throwIt=*/true);
+    }
+    return static_cast<std::uint32_t>(length);
+}
+
+CAsn1Block* FindBlockByPath(std::span<CAsn1Block* const> level, const std::wstring& path) {
+    std::vector<std::wstring> items;
+    ca::Split(path, L"/", items);
+    std::vector<int> indices;
+    for (const std::wstring& item : items) {
+        indices.push_back(std::stoi(item));
+    }
+    CAsn1Block* found = nullptr;
+    for (const int index : indices) {
+        if (index < 0 || static_cast<std::size_t>(index) >= level.size()) {
+            return nullptr;
+        }
+        found = level[static_cast<std::size_t>(index)];
+        level = found->GetInnerBlocks();
+    }
+    return found;
+}
+
+unsigned int GetBytesCount(unsigned int length) {
+    return length < 128 ? 0 : (static_cast<unsigned>(std::bit_width(length)) + 7) / 8;
+}
+
+unsigned int CAsn1Block::GetTotalLength(bool recompute) {
+    if (recompute && m_childCount != 0) {
+        struct Level {
+            CAsn1Block* block;
+            std::size_t next;
+            std::uint64_t length;
+        };
+        std::vector<Level> open{{this, 0, 0}};
+        while (!open.empty()) {
+            Level& level = open.back();
+            CAsn1Block* child = level.block->GetInnerBlock(level.next);
+            if (child == nullptr) {
+                CAsn1Block& block = *level.block;
+                block.contentLength = CheckedAsn1Length(level.length);
+                block.totalLength = CheckedAsn1Length(level.length + FrameLength(block));
+                open.pop_back();
+                if (!open.empty()) {
+                    open.back().length += block.totalLength;
+                }
+                continue;
+            }
+            ++level.next;
+            if (child->excluded) {
+                continue;
+            }
+            if (child->m_childCount != 0) {
+                open.push_back({child, 0, 0});
+            } else {
+                level.length += child->GetTotalLength(false);
+            }
+        }
+        return totalLength;
+    }
+    if (m_childCount == 0) {
+        // Less than stated where a truncation ended the parse.
+        contentLength = static_cast<std::uint32_t>(GetRawContent().size());
+    }
+    totalLength = CheckedAsn1Length(contentLength + FrameLength(*this));
+    return totalLength;
+}
+
+std::span<const unsigned char> CAsn1Block::GetRawEncoding() const {
+    return {start, start != nullptr ? std::min(totalLength, m_available) : 0};
+}
+
+void CAsn1Block::SetRawEncoding(std::span<const unsigned char> encoding) {
+    start = encoding.data();
+    totalLength = static_cast<std::uint32_t>(encoding.size());
+    m_available = totalLength;
+}
+
+std::span<const unsigned char> CAsn1Block::GetRawContent() const {
+    if (start == nullptr) {
+        return {content, contentLength};
+    }
+    const auto header = static_cast<std::uint32_t>(content - start);
+    return {content, std::min(contentLength, m_available - header)};
+}
+
+void CAsn1Block::AppendInnerBlock(CAsn1Block* block) {
+    const bool listed = block->parent != nullptr && !block->m_loose;
+    if (listed && block->parent == this) {
+        return;
+    }
+    ReserveChild();
+    if (listed) {
+        block->parent->TakeInnerBlock(block).release();  // from one owner to the other
+    }
+    block->m_loose = false;
+    block->parent = this;
+    m_children->items[m_childCount++] = block;
+}
+
+std::unique_ptr<CAsn1Block> CAsn1Block::TakeInnerBlock(CAsn1Block* child) {
+    const auto children = GetInnerBlocks();
+    const auto found = std::find(children.begin(), children.end(), child);
+    if (found == children.end()) {
+        return nullptr;
+    }
+    CAsn1Block** place = m_children->items + (found - children.begin());
+    std::copy(place + 1, m_children->items + m_childCount, place);
+    --m_childCount;
+    child->parent = nullptr;
+    return std::unique_ptr<CAsn1Block>(child);
+}
+
+CAsn1Block* CAsn1Block::GetBlockByTag(unsigned int wanted, std::size_t from) const {
+    for (std::size_t i = from; i < m_childCount; ++i) {
+        if (m_children->items[i]->tag == wanted) {
+            return m_children->items[i];
+        }
+    }
+    return nullptr;
+}
+
+CAsn1Block* CAsn1Block::GetBlockBySpecificIdx(unsigned int idx, std::size_t from) const {
+    for (std::size_t i = from; i < m_childCount; ++i) {
+        CAsn1Block* child = m_children->items[i];
+        if ((child->IsContextSpecific() && child->GetContextSpecificIndex() == idx) ||
+            (child->IsApplicationSpecific() && child->GetApplicationSpecificIndex() == idx)) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
+CAsn1Block* CAsn1Block::GetBlockByPath(const std::wstring& path) const {
+    return FindBlockByPath(GetInnerBlocks(), path);
+}

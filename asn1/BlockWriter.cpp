@@ -1,0 +1,89 @@
+#include "asn1/BlockWriter.h"
+
+#include "common/ErrorCodes.h"
+#include "common/Exception.h"
+
+#include <cstring>
+#include <vector>
+
+void CBlockWriter::Write(const CAsn1Block& root) {
+    struct Level {
+        const CAsn1Block* block;
+        CAsn1Block* const* next;
+        CAsn1Block* const* end;
+    };
+    std::vector<Level> open;
+    const auto enter = [&](const CAsn1Block& block) {
+        WriteHeader(block);
+        const auto children = block.GetInnerBlocks();
+        if (children.empty()) {
+            WriteContent(block);
+            WriteEnd(block);
+        } else {
+            open.push_back({&block, children.data(), children.data() + children.size()});
+        }
+    };
+    enter(root);
+    while (!open.empty()) {
+        Level& level = open.back();
+        if (level.next == level.end) {
+            WriteEnd(*level.block);
+            open.pop_back();
+            continue;
+        }
+        const CAsn1Block& child = **level.next++;
+        if (!child.excluded) {
+            enter(child);
+        }
+    }
+}
+
+void CBlockWriter::WriteHeader(const CAsn1Block& block) {
+    constexpr std::size_t kLongest = 6;
+    unsigned char header[kLongest] = {block.tag};
+    const std::uint32_t length = block.contentLength;
+    const unsigned count = block.isUnknownLength ? 0 : GetBytesCount(length);
+    if (block.isUnknownLength) {
+        header[1] = 0x80;
+    } else if (count == 0) {
+        header[1] = static_cast<unsigned char>(length);
+    } else {
+        header[1] = static_cast<unsigned char>(0x80U | count);
+        for (unsigned i = 0; i < count; ++i) {
+            header[2 + i] = static_cast<unsigned char>(length >> (8 * (count - 1 - i)));
+        }
+    }
+    WriteOctets(header, 2 + count);
+}
+
+void CBlockWriter::WriteContent(const CAsn1Block& block) {
+    const auto octets = block.GetRawContent();
+    if (octets.size() != block.contentLength) {
+        throw ca::Exception(ca::kErrAsn1Corrupted);
+    }
+    WriteOctets(octets.data(), octets.size());
+}
+
+void CBlockWriter::WriteEnd(const CAsn1Block& block) {
+    if (block.isUnknownLength) {
+        const unsigned char endOfContents[2] = {0, 0};
+        WriteOctets(endOfContents, sizeof endOfContents);
+    }
+}
+
+void CBlockWriter::WriteOctets(const unsigned char* octets, std::size_t count) {
+    if (static_cast<std::size_t>(m_end - m_next) < count) {
+        throw ca::Exception(ca::kErrAsn1Corrupted);
+    }
+    if (count != 0) {
+        std::memcpy(m_next, octets, count);
+        m_next += count;
+    }
+}
+
+// Here, so that blocks need not know who writes them.
+void CAsn1Block::GetAsn1Data(unsigned char* out, unsigned int* pos) const {
+    CBlockWriter writer(out + *pos, totalLength);
+    writer.Write(*this);
+    *pos = static_cast<unsigned>(writer.Next() - out);
+}
