@@ -98,7 +98,8 @@ class CAsn1ListCursor {
     std::optional<ca::Exception> m_fault;
 };
 
-/// SEQUENCE OF T (Tag kAsn1Sequence) or SET OF T (kAsn1Set).
+/// SEQUENCE OF T (Tag kAsn1Sequence) or SET OF T (kAsn1Set). Not declared by members: it has any
+/// number of one.
 template <class T, unsigned char Tag>
 class CAsn1ListOf : public CAsn1TypedObject {
   public:

@@ -105,7 +105,7 @@ struct Asn1TypeOf<CAsn1Time> {
     }
 };
 
-/// ANY: an element of whatever type.
+/// ANY: an element of whatever type, so without members.
 class CAsn1Any : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <span>
 
-/// The identifier and length octets at the front of an element (ITU-T X.690 8.1.2, 8.1.3), as they
-/// stand there. It views the octets. What a reader makes of them is its own: which tags it takes,
-/// how many length octets, and whether the content has to be there.
+/// The identifier and length octets at the front of an element (ITU-T X.690, 8.1.2 and 8.1.3), as
+/// they stand there. It views the octets. What a reader makes of them is its own: which tags it
+/// takes, how many length octets, and whether the content has to be there.
 class CBerHeader {
   public:
     /// False when `octets` end inside of the header. With two octets or more its tag, form and size
@@ -26,7 +26,7 @@ class CBerHeader {
     unsigned char Tag() const { return m_start[0]; }
     bool IsConstructed() const { return (m_start[0] & kConstructed) != 0; }
     bool IsIndefinite() const { return m_start[1] == kIndefinite; }
-    /// The first length octet is 0xFF, which no encoding has (X.690 8.1.3.5 c).
+    /// The first length octet is 0xFF, which no encoding has (X.690, 8.1.3.5 c).
     bool IsReserved() const { return m_start[1] == 0xFF; }
     /// Octets of identifier and length.
     std::size_t Size() const { return m_size; }

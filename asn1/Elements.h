@@ -61,21 +61,6 @@ inline std::size_t CountElements(CAsn1Cursor cursor) {
     return count;
 }
 
-/// Member `index` of a constructed element; one without octets when there is none.
-inline CAsn1Element Child(const CAsn1Element& parent, std::size_t index) {
-    CAsn1Element element;
-    if (!parent.IsConstructed()) {
-        return element;
-    }
-    CAsn1Cursor cursor(parent.content);
-    for (std::size_t i = 0; i <= index; ++i) {
-        if (cursor.AtEnd() || cursor.Next(element) != Asn1Fault::kNone) {
-            return {};
-        }
-    }
-    return element;
-}
-
 /// The content of an element with this identifier octet; empty for another one.
 inline Octets ContentIf(const CAsn1Element& element, unsigned char tag) {
     return element.tag == tag ? Octets(element.content) : Octets();
@@ -103,6 +88,9 @@ inline bool ReadSmallInteger(const CAsn1Element& element, std::uint32_t& value) 
     }
     value = *number;
     return true;
+}
+inline bool ReadSmallInteger(const CAsn1Object& number, std::uint32_t& value) {
+    return ReadSmallInteger(ElementOf(number), value);
 }
 
 }  // namespace ca

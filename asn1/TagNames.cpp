@@ -11,7 +11,7 @@ namespace {
 enum class Form : unsigned char { kPrimitive, kConstructed, kEither };
 
 struct TagRow {
-    const char* listing;       // ITU-T X.680 8.6, table 1
+    const char* listing;       // ITU-T X.680, 8.6, table 1
     const char* dump;          // the words of the typed classes; "" without a class
     std::string_view outline;  // "": its number
     Form outlined;

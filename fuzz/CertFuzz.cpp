@@ -47,7 +47,7 @@ void CheckText(const ca::CertInfo2& record, std::size_t size) {
     }
 }
 
-void Describe(std::span<const unsigned char> payload) {
+void Describe(std::span<unsigned char> payload) {
     ca::CertificateBundle bundle;
     const std::vector<ca::PayloadItem> items = ca::DecodePayload(payload);
     for (const ca::PayloadItem& item : items) {

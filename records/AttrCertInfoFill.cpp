@@ -2,6 +2,9 @@
 
 #include "asn1/Elements.h"
 #include "asn1/attributes/AttributeCertificateV1.h"
+#include "asn1/views/AttributeCertificateViews.h"
+#include "asn1/views/AttributeViews.h"
+#include "asn1/views/NameViews.h"
 #include "common/Exception.h"
 #include "records/CertInfoFill.h"
 #include "records/RecordMeter.h"
@@ -20,30 +23,16 @@ using ca::AttrCertInfo;
 using ca::Octets;
 using CMeter = ca::CRecordMeter<AttrCertInfo>;
 
-// The name of a directory among GeneralNames; without octets when there is none.
-CAsn1Element DirectoryName(std::span<const unsigned char> names) {
-    CAsn1Element name;
-    for (CAsn1Cursor cursor(names); !cursor.AtEnd();) {
-        if (cursor.Next(name) != Asn1Fault::kNone) {
-            break;
-        }
-        if (name.tag == ca::ContextConstructed(4)) {
-            return ca::Child(name, 0);
-        }
-    }
-    return {};
-}
-
 // The forms of a name of GeneralNames. What has no name of a directory has a readable form only.
 ca::NameTexts TextsOf(const CAsn1GeneralNames* names, Sentence place, std::wstring& error) {
     ca::NameForms forms;
     if (names == nullptr) {
         return {};
     }
-    const CAsn1Element directory = DirectoryName(names->ContentOctets());
-    if (directory.raw.empty()) {
+    const CAsn1NameView directory = CAsn1GeneralNamesView(*names).DirectoryName();
+    if (!directory.IsThere()) {
         ca::CTextLines faults;
-        forms.readable = ca::GeneralNamesLine(names->ContentOctets(), faults);
+        forms.readable = ca::GeneralNamesLine(*names, faults);
         ca::AddError(error, place, faults.TakeFaults());
         return forms;
     }
@@ -123,17 +112,13 @@ void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertI
     while (!cursor.AtEnd() && record.attributes.items.size() < ca::kMaxListed) {
         const CAsn1Cursor before = cursor;
         CAsn1Element attribute;
-        if (cursor.Next(attribute) != Asn1Fault::kNone) {
-            attribute.raw = cursor.Rest();
-            cursor = {};
-        }
+        cursor.StepOrRest(attribute);
         if (!ca::CAnswerBudget::HasRoomFor(attribute.raw.size())) {
             cursor = before;
             break;
         }
         const std::size_t errorsBefore = record.error.size();
-        if (const Octets type = ca::ContentIf(ca::Child(attribute, 0), kAsn1ObjectIdentifier);
-            !type.empty()) {
+        if (const Octets type = CAsn1AttributeView(attribute).Type(); !type.empty()) {
             types.push_back(type);
         }
         ca::FillAttribute(attribute, record.attributes, record.error);
@@ -172,38 +157,23 @@ void Fill(std::span<const unsigned char> der, AttrCertInfo& record) {
     }
 }
 
-// The first member behind the version.
-CAsn1Element HolderOf(const CAsn1Element& info) {
-    return ca::Child(info, ca::Child(info, 0).tag == kAsn1Integer ? 1 : 0);
-}
-
-bool IsSubjectV1(const CAsn1Element& holder) {
-    return holder.tag == ca::ContextConstructed(0) || holder.tag == ca::ContextConstructed(1);
-}
-
-// ObjectDigestInfo ::= SEQUENCE {                                      RFC 5755, 4.1
-//     digestedObjectType  ENUMERATED,
-//     otherObjectTypeID   OBJECT IDENTIFIER OPTIONAL,
-//     digestAlgorithm     AlgorithmIdentifier,
-//     objectDigest        BIT STRING }
 // The digest, when it is the one that can be computed here.
-Octets Sha1OfHolder(const CAsn1Element& digestInfo) {
-    const std::size_t algorithm = ca::Child(digestInfo, 1).tag == kAsn1ObjectIdentifier ? 2 : 1;
-    const ca::OidInfo* type = ca::FindOid(
-        ca::ContentIf(ca::Child(ca::Child(digestInfo, algorithm), 0), kAsn1ObjectIdentifier));
-    const CAsn1Element digest = ca::Child(digestInfo, algorithm + 1);
+Octets Sha1OfHolder(const CAsn1ObjectDigestInfoView& info) {
+    const ca::OidInfo* type = ca::FindOid(info.DigestAlgorithm().Algorithm());
+    const CAsn1Element digest = info.ObjectDigest();
     const bool isSha1 = type == ca::COid("id-sha1");
     return isSha1 && digest.tag == kAsn1BitString ? ca::BitOctets(digest) : Octets();
 }
 
-void AddNames(const CAsn1Element& part, ca::CertificateNames& names) {
-    if (part.tag == ca::ContextConstructed(0)) {
-        names.issuer = ca::AsText(DirectoryName(ca::Child(part, 0).content).raw);
-        names.serial = ca::AsText(ca::ContentIf(ca::Child(part, 1), kAsn1Integer));
-    } else if (part.tag == ca::ContextConstructed(1)) {
-        names.subject = ca::AsText(DirectoryName(part.content).raw);
-    } else if (part.tag == ca::ContextConstructed(2)) {
-        names.digest = ca::AsText(Sha1OfHolder(part));
+void AddNames(const CAsn1HolderPartView& part, ca::CertificateNames& names) {
+    if (part.IsBaseCertificateId()) {
+        const CAsn1IssuerSerialView base = part.BaseCertificateId();
+        names.issuer = ca::AsText(base.Issuer().DirectoryName().Element().raw);
+        names.serial = ca::AsText(base.Serial());
+    } else if (part.IsEntityName()) {
+        names.subject = ca::AsText(part.EntityName().DirectoryName().Element().raw);
+    } else if (part.IsObjectDigestInfo()) {
+        names.digest = ca::AsText(Sha1OfHolder(part.ObjectDigestInfo()));
     }
 }
 
@@ -212,29 +182,18 @@ void AddNames(const CAsn1Element& part, ca::CertificateNames& names) {
 namespace ca {
 
 bool LooksLikeAttributeCertificate(Octets octets) {
-    const CAsn1Element certificate = FirstElement(octets);
-    const CAsn1Element info = Child(certificate, 0);
-    const CAsn1Element holder = HolderOf(info);
-    if (certificate.tag != kAsn1Sequence || info.tag != kAsn1Sequence) {
-        return false;
-    }
-    // The version of a certificate is tagged [0] too, but holds a number.
-    const unsigned char inHolder = Child(holder, 0).tag;
-    if (IsSubjectV1(holder)) {
-        return inHolder == kAsn1Sequence;
-    }
-    return Child(info, 0).tag == kAsn1Integer && holder.tag == kAsn1Sequence &&
-           inHolder >= ContextConstructed(0) && inHolder <= ContextConstructed(2);
+    return CAsn1AttributeCertificateView(FirstElement(octets)).HasForm();
 }
 
 CertificateNames HolderNames(std::span<const unsigned char> attributeCertificate) {
-    const CAsn1Element holder = HolderOf(Child(FirstElement(attributeCertificate), 0));
+    const CAsn1AttributeCertificateInfoView info =
+        CAsn1AttributeCertificateView(FirstElement(attributeCertificate)).AcInfo();
     CertificateNames names;
-    if (IsSubjectV1(holder)) {
-        AddNames(holder, names);
+    if (info.IsV1()) {
+        AddNames(info.Subject(), names);
     } else {
-        for (std::size_t member = 0; member <= 2; ++member) {
-            AddNames(Child(holder, member), names);
+        for (std::size_t part = 0; part < CAsn1HolderView::kMostParts; ++part) {
+            AddNames(info.Holder().Part(part), names);
         }
     }
     return names;
@@ -253,7 +212,7 @@ void FillAttrCertInfo(std::span<const unsigned char> der, AttrCertInfo& record) 
         AddError(record.error, SetZORNAMessage(kMsgAsn1TrailingData));
     }
     try {
-        if (IsSubjectV1(HolderOf(Child(whole, 0)))) {
+        if (CAsn1AttributeCertificateView(whole).AcInfo().IsV1()) {
             Fill<CAsn1AttributeCertificateV1>(whole.raw, record);
         } else {
             Fill<CAsn1AttributeCertificate>(whole.raw, record);

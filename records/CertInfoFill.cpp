@@ -1,8 +1,10 @@
 #include "records/CertInfoFill.h"
 
+#include "asn1/Elements.h"
 #include "asn1/OidTable.h"
 #include "asn1/TruncatedObject.h"
 #include "asn1/cms/SignerIdentifier.h"
+#include "asn1/views/CertificateViews.h"
 #include "asn1/x509/Certificate.h"
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
@@ -14,7 +16,6 @@
 #include "records/objects/DescriptionWords.h"
 #include "records/objects/ObjectTests.h"
 #include "records/text/AlgorithmText.h"
-#include "asn1/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
@@ -35,7 +36,7 @@ void FillIssuer(const CAsn1Name* name, CertInfo& record) {
     if (name == nullptr) {
         return;
     }
-    ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*name));
+    ca::NameForms issuer = ca::DescribeName(*name);
     ca::AddError(record.error, kMsgIssuer, issuer.error);
     record.issuer = std::move(issuer);
 }
@@ -44,7 +45,7 @@ void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record, CMeter& meter) 
     FillIssuer(tbs.Issuer(), record);
     meter.Take();
     if (tbs.Subject() != nullptr) {
-        ca::NameForms subject = ca::DescribeName(ca::ElementOf(*tbs.Subject()));
+        ca::NameForms subject = ca::DescribeName(*tbs.Subject());
         ca::AddError(record.error, kMsgFieldSubject, subject.error);
         record.description = std::move(subject);
         meter.Take();
@@ -67,7 +68,7 @@ void FillPublicKey(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     if (tbs.SubjectPublicKeyInfo() == nullptr) {
         return;
     }
-    ca::PublicKeyForms key = ca::DescribePublicKey(ca::ElementOf(*tbs.SubjectPublicKeyInfo()));
+    ca::PublicKeyForms key = ca::DescribePublicKey(*tbs.SubjectPublicKeyInfo());
     record.publicKeyAlg = std::move(key.algorithm);
     record.publicKey = std::move(key.key);
     record.publicKeyParams = std::move(key.params);
@@ -106,7 +107,7 @@ std::optional<CAsn1Beginning> MendIfCertificate(std::span<const unsigned char> o
         return std::nullopt;
     }
     // A half of what stands behind the signed part, the signature's algorithm, tells nothing.
-    const CAsn1Element algorithm = ca::Child(certificate, 1);
+    const CAsn1Element algorithm = CAsn1CertificateView(certificate).SignatureAlgorithm().Element();
     if (algorithm.raw.empty()) {
         return cut;
     }
@@ -135,20 +136,7 @@ void FillFrom(std::span<const unsigned char> der, CertInfo& record) {
 namespace ca {
 
 bool LooksLikeCertificate(Octets octets) {
-    const CAsn1Element certificate = FirstElement(octets);
-    const CAsn1Element tbs = Child(certificate, 0);
-    // version [0] or, left out, the serial number; four SEQUENCEs follow the serial.
-    const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
-    if (certificate.tag != kAsn1Sequence || tbs.tag != kAsn1Sequence ||
-        Child(tbs, serial).tag != kAsn1Integer) {
-        return false;
-    }
-    for (std::size_t member = 1; member <= 5; ++member) {
-        if (Child(tbs, serial + member).tag != kAsn1Sequence) {
-            return false;
-        }
-    }
-    return true;
+    return CAsn1CertificateView(FirstElement(octets)).HasForm();
 }
 
 bool LooksLikeCutCertificate(std::span<const unsigned char> octets) {

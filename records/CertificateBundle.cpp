@@ -1,10 +1,12 @@
 #include "records/CertificateBundle.h"
 
+#include "asn1/Elements.h"
 #include "asn1/Oid.h"
+#include "asn1/views/CertificateViews.h"
+#include "asn1/views/MessageViews.h"
 #include "records/AnswerBudget.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateCursor.h"
-#include "asn1/Elements.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>
@@ -19,30 +21,8 @@ using ca::Octets;
 
 constexpr std::size_t kNone = ca::kNoCertificate;
 
-// The extensions of a certificate, [3] EXPLICIT SEQUENCE; they are its last member.
-CAsn1Element ExtensionsOf(std::span<const unsigned char> certificate) {
-    CAsn1Element member;
-    CAsn1Cursor cursor(ca::Child(ca::FirstElement(certificate), 0).content);
-    while (!cursor.AtEnd() && cursor.Next(member) == Asn1Fault::kNone) {
-        if (member.tag == ca::ContextConstructed(3)) {
-            return ca::Child(member, 0);
-        }
-    }
-    return {};
-}
-
-// The value of the first extension of a type; without octets when there is none.
-CAsn1Element ExtensionValue(std::span<const unsigned char> certificate, ca::COid type) {
-    CAsn1Element extension;
-    CAsn1Cursor cursor(ExtensionsOf(certificate).content);
-    while (!cursor.AtEnd() && cursor.Next(extension) == Asn1Fault::kNone) {
-        const CAsn1Element oid = ca::Child(extension, 0);
-        if (ca::IsOid(ca::ContentIf(oid, kAsn1ObjectIdentifier), type)) {
-            const bool isCritical = ca::Child(extension, 1).tag == kAsn1Boolean;
-            return ca::FirstElement(ca::Child(extension, isCritical ? 2 : 1).content);
-        }
-    }
-    return {};
+CAsn1CertificateView ViewOf(std::span<const unsigned char> certificate) {
+    return ca::FirstElement(certificate);
 }
 
 // Finds the certificate that issued another one in a bundle.
@@ -121,40 +101,25 @@ std::size_t OctetsOf(const ca::CertificateBundle& bundle) {
 namespace ca {
 
 CertificateNames NamesOf(std::span<const unsigned char> certificate) {
-    const CAsn1Element tbs = Child(FirstElement(certificate), 0);
-    const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
-    return {AsText(Child(tbs, serial + 2).raw),
-            AsText(Child(tbs, serial).content),
-            AsText(Child(tbs, serial + 4).raw),
+    const CAsn1TbsCertificateView tbs = ViewOf(certificate).TbsCertificate();
+    return {AsText(tbs.Issuer().Element().raw),
+            AsText(tbs.SerialNumber().content),
+            AsText(tbs.Subject().Element().raw),
             {}};
 }
 
 Octets SubjectKeyIdentifier(std::span<const unsigned char> certificate) {
-    return ContentIf(ExtensionValue(certificate, "subjectKeyIdentifier"), kAsn1OctetString);
+    return ContentIf(ViewOf(certificate).ExtensionValue("subjectKeyIdentifier"), kAsn1OctetString);
 }
 
 Octets IssuerKeyIdentifier(std::span<const unsigned char> certificate) {
-    const CAsn1Element value = ExtensionValue(certificate, "authorityKeyIdentifier");
-    return ContentIf(Child(value, 0), ContextTag(0));
-}
-
-CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag) {
-    if (!IsOid(ContentIf(Child(contentInfo, 0), kAsn1ObjectIdentifier), "id-signedData")) {
-        return {};
-    }
-    const CAsn1Element signedData = Child(Child(contentInfo, 1), 0);
-    constexpr std::size_t kBehindContent = 3;  // version, digestAlgorithms, encapContentInfo
-    for (std::size_t i = kBehindContent; i <= kBehindContent + 1; ++i) {
-        if (const CAsn1Element member = Child(signedData, i); member.tag == tag) {
-            return member;
-        }
-    }
-    return {};
+    const CAsn1Element value = ViewOf(certificate).ExtensionValue("authorityKeyIdentifier");
+    return CAsn1AuthorityKeyIdView(value).KeyIdentifier();
 }
 
 void CollectCertificates(std::span<const unsigned char> object, CertificateBundle& bundle) {
     const bool isFirst = bundle.certificates.empty();
-    const CAsn1Element certificates = SignedDataMember(FirstElement(object), ContextConstructed(0));
+    const CAsn1Element certificates = SignedDataIn(FirstElement(object)).Certificates();
     if (certificates.raw.empty()) {
         CollectElements(object, bundle);
         bundle.isMessage = false;

@@ -34,10 +34,6 @@ struct CertificateBundle {
     bool isMessage = false;
 };
 
-/// The certificates [0] or revocation lists [1] of a SignedData (RFC 5652 5.1) inside its
-/// ContentInfo, by their identifier octet; without octets when there are none.
-CAsn1Element SignedDataMember(const CAsn1Element& contentInfo, unsigned char tag);
-
 /// Collects the certificates of one object: certificates one behind the other, or those that a
 /// SignedData carries (RFC 5652 5.1). Other elements are passed over.
 void CollectCertificates(std::span<const unsigned char> object, CertificateBundle& bundle);

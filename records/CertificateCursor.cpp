@@ -1,5 +1,6 @@
 #include "records/CertificateCursor.h"
 
+#include "asn1/BerHeader.h"
 #include "asn1/Elements.h"
 #include "records/CertInfoFill.h"
 
@@ -17,23 +18,14 @@ struct Extent {
 };
 
 Extent SequenceAt(std::span<const unsigned char> octets, std::size_t at) {
-    constexpr unsigned char kLongForm = 0x80;
-    constexpr std::size_t kMostOctets = 4;
-    if (octets.size() - at < 2 || octets[at] != kAsn1Sequence) {
+    constexpr std::size_t kMostOctets = 4;  // of a length
+    CBerHeader header;
+    if (at >= octets.size() || octets[at] != kAsn1Sequence || !header.Read(octets.subspan(at)) ||
+        header.IsIndefinite() || header.LengthOctets().size() > kMostOctets) {
         return {};
     }
-    std::size_t length = octets[at + 1];
-    std::size_t content = at + 2;
-    if (length >= kLongForm) {
-        const std::size_t count = length - kLongForm;
-        if (count == 0 || count > kMostOctets || octets.size() - content < count) {
-            return {};
-        }
-        length = 0;
-        for (const std::size_t end = content + count; content < end; ++content) {
-            length = length << 8U | octets[content];
-        }
-    }
+    const std::size_t content = at + header.Size();
+    const auto length = static_cast<std::size_t>(header.Length());
     return length <= octets.size() - content ? Extent{content, content + length} : Extent{};
 }
 

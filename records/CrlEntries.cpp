@@ -2,6 +2,7 @@
 
 #include "asn1/Elements.h"
 #include "asn1/IntegerContent.h"
+#include "asn1/views/NameViews.h"
 #include "common/DecimalText.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
@@ -24,84 +25,22 @@ using ca::Octets;
 // stands in the extension it is from.
 constexpr std::size_t kMaxIssuerText = 512;
 
-// The octets of an OCTET STRING that came as one piece; the pieces themselves of another one, which
-// read as no names.
-std::span<const unsigned char> WholeSegment(const CAsn1Element& string) {
-    if (!string.IsConstructed()) {
-        return string.content;
-    }
-    const CAsn1Element segment = ca::Child(string, 0);
-    const bool isOne =
-        segment.tag == kAsn1OctetString && segment.raw.size() == string.content.size();
-    return isOne ? segment.content : string.content;
-}
-
-// The encoding inside the certificateIssuer extension of an entry; empty when it has none.
-std::span<const unsigned char> FindCertificateIssuer(const CAsn1Element& extensions) {
-    CAsn1Element extension;
-    for (CAsn1Cursor cursor(extensions.content); !cursor.AtEnd();) {
-        if (cursor.Next(extension) != Asn1Fault::kNone) {
-            break;
-        }
-        CAsn1Cursor members(extension.content);
-        CAsn1Element member;
-        if (members.AtEnd() || members.Next(member) != Asn1Fault::kNone ||
-            !ca::IsOid(member.content, "certificateIssuer")) {
-            continue;
-        }
-        while (!members.AtEnd() && members.Next(member) == Asn1Fault::kNone) {
-            if ((member.tag & ~kAsn1ConstructedBit) == kAsn1OctetString) {
-                return WholeSegment(member);
-            }
-        }
-    }
-    return {};
-}
-
-// Makes the next element a member when it is of an accepted type.
-template <class Accepts>
-bool TakeMember(CAsn1Cursor& cursor, CAsn1Element& member, Accepts accepts) {
-    return !cursor.AtEnd() && accepts(cursor.PeekTag()) && cursor.Next(member) == Asn1Fault::kNone;
-}
-
-constexpr auto kIsInteger = [](unsigned char tag) { return tag == kAsn1Integer; };
-constexpr auto kIsTime = [](unsigned char tag) {
-    return tag == kAsn1UtcTime || tag == kAsn1GeneralizedTime;
-};
-constexpr auto kIsSequence = [](unsigned char tag) { return tag == kAsn1Sequence; };
-
-void ReadEntry(const CAsn1Element& element, CrlEntry& entry) {
-    entry.raw = element.raw;
-    entry.serial = {};
-    entry.date = {};
-    entry.extensions = {};
-    CAsn1Cursor cursor(element.tag == kAsn1Sequence ? element.content
-                                                    : std::span<const unsigned char>());
-    const bool hasSerial = TakeMember(cursor, entry.serial, kIsInteger);
-    const bool hasDate = TakeMember(cursor, entry.date, kIsTime);
-    TakeMember(cursor, entry.extensions, kIsSequence);
-    entry.isWhole = hasSerial && hasDate && cursor.AtEnd();
-}
-
 // GeneralNames as one line: names of directories as such, the others as they are said elsewhere.
 std::wstring IssuerText(std::span<const unsigned char> generalNames, Octets listIssuer) {
-    const CAsn1Element names = ca::FirstElement(generalNames);
+    const CAsn1GeneralNamesView names(ca::FirstElement(generalNames));
     ca::CTextLines text;
-    if (!generalNames.empty() && names.tag != kAsn1Sequence) {
+    if (!generalNames.empty() && names.Element().tag != kAsn1Sequence) {
         text.Unreadable(generalNames);
         return text.Take();
     }
-    CAsn1Element name;
-    std::size_t index = 0;
-    for (CAsn1Cursor cursor(names.content); !cursor.AtEnd() && index < ca::kMaxListed; ++index) {
-        if (cursor.Next(name) != Asn1Fault::kNone) {
-            break;
-        }
-        const CAsn1Element directory =
-            name.tag == ca::ContextConstructed(4) ? ca::Child(name, 0) : CAsn1Element();
-        if (directory.raw.empty()) {
+    CAsn1Element element;
+    CAsn1Cursor cursor = names.Names();
+    for (std::size_t index = 0; index < ca::kMaxListed && cursor.Step(element); ++index) {
+        const CAsn1GeneralNameView name(element);
+        const CAsn1NameView directory = name.DirectoryName();
+        if (!directory.IsThere()) {
             ca::SayGeneralName(name, text);
-        } else if (!std::ranges::equal(directory.raw, listIssuer)) {
+        } else if (!std::ranges::equal(directory.Element().raw, listIssuer)) {
             text.Line(ca::ReadableName(directory));
         }
     }
@@ -137,24 +76,18 @@ CCrlWalk::CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page,
 }
 
 bool CCrlWalk::Step(CAsn1Element& element) {
-    if (m_cursor.AtEnd()) {
+    if (!m_cursor.StepOrRest(element)) {
         return false;
     }
     ++m_walked;
-    const std::span<const unsigned char> rest = m_cursor.Rest();
-    if (m_cursor.Next(element) != Asn1Fault::kNone) {
-        element = {};
-        element.raw = rest;
-        m_cursor = {};
-        m_isBroken = true;
-    }
+    m_isBroken = m_isBroken || element.tag == 0;
     return true;
 }
 
 bool CCrlWalk::IsAskedFor() const {
     if (m_page.serial) {
-        return !m_entry.serial.raw.empty() &&
-               std::ranges::equal(WithoutSignOctets(m_entry.serial.content), *m_page.serial);
+        return !m_entry.Serial().raw.empty() &&
+               std::ranges::equal(WithoutSignOctets(m_entry.Serial().content), *m_page.serial);
     }
     return m_entry.index >= m_page.first;
 }
@@ -165,10 +98,11 @@ bool CCrlWalk::Next() {
     }
     CAsn1Element element;
     while (Step(element)) {
-        ReadEntry(element, m_entry);
+        m_entry.raw = element.raw;
+        m_entry.members.Read(element);
         m_entry.index = m_walked - 1;
-        if (!m_entry.extensions.raw.empty()) {
-            const auto issuer = FindCertificateIssuer(m_entry.extensions);
+        if (m_entry.HasExtensions()) {
+            const auto issuer = m_entry.members.CertificateIssuer();
             m_entry.certificateIssuer = issuer.empty() ? m_entry.certificateIssuer : issuer;
         }
         if (IsAskedFor()) {
@@ -191,8 +125,8 @@ std::wstring CrlEntryFault(std::size_t index, const std::wstring& fault) {
 }
 
 bool IsPlainCrlEntry(const CrlEntry& entry) {
-    return entry.isWhole && entry.extensions.raw.empty() && !entry.serial.content.empty() &&
-           ReadTime(entry.date).has_value();
+    return entry.members.IsWhole() && !entry.HasExtensions() && !entry.Serial().content.empty() &&
+           ReadTime(entry.members.RevocationDate()).has_value();
 }
 
 const std::wstring& CCrlDescriber::IssuerOf(const CrlEntry& entry) {
@@ -223,15 +157,15 @@ std::size_t CCrlDescriber::PlainTextOctets(const CrlEntry& entry) {
         empty.certificateIssuer = issuer;
         m_plainOctets = TextOctets(empty) + kDates;
     }
-    return m_plainOctets + 2 * entry.serial.content.size();
+    return m_plainOctets + 2 * entry.Serial().content.size();
 }
 
 void CCrlDescriber::Describe(const CrlEntry& entry, RevokedCert& record, std::wstring& error) {
     std::wstring faults;
-    record.serial =
-        entry.serial.content.empty() ? UnreadableText(entry.raw) : SerialText(entry.serial.content);
-    TimeForms date = DescribeTime(entry.date, &m_offsets);
-    if (!entry.isWhole || !date.seconds) {
+    record.serial = entry.Serial().content.empty() ? UnreadableText(entry.raw)
+                                                   : SerialText(entry.Serial().content);
+    TimeForms date = DescribeTime(entry.members.RevocationDate(), &m_offsets);
+    if (!entry.members.IsWhole() || !date.seconds) {
         AddError(faults, UnreadableText(entry.raw));
     }
     record.revocationDate = std::move(date);
@@ -239,8 +173,8 @@ void CCrlDescriber::Describe(const CrlEntry& entry, RevokedCert& record, std::ws
     record.invalidityDate.clear();
     record.extensions.items.clear();
     record.certificateIssuer = IssuerOf(entry);
-    if (!entry.extensions.raw.empty()) {
-        FillExtensions(entry.extensions.content, record.extensions, faults,
+    if (entry.HasExtensions()) {
+        FillExtensions(entry.members.CrlEntryExtensions().content, record.extensions, faults,
                        [&](const OidInfo* type, std::span<const unsigned char> value) {
                            FillFromExtension(type, value, record);
                        });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/Asn1Element.h"
+#include "asn1/views/CrlViews.h"
 #include "records/CrlInfoFill.h"
 #include "records/text/TimeText.h"
 
@@ -11,18 +11,17 @@
 
 namespace ca {
 
-/// One entry of a revocation list as it stands (RFC 5280 5.1.2.6), nothing decoded. A member that
-/// is missing or of another type is without octets.
+/// One entry of a revocation list as it stands (RFC 5280 5.1.2.6), nothing decoded.
 struct CrlEntry {
     std::span<const unsigned char> raw;
-    CAsn1Element serial;
-    CAsn1Element date;
-    CAsn1Element extensions;
-    bool isWhole = false;   ///< all members are of their types, and nothing else is there
+    CAsn1RevokedCertificateView members;
     std::size_t index = 0;  ///< place in the list
     /// GeneralNames of the certificate's issuer: from this entry or from the last one before it
     /// that has them (RFC 5280 5.3.3). Empty for the issuer of the list.
     std::span<const unsigned char> certificateIssuer;
+
+    const CAsn1Element& Serial() const { return members.UserCertificate(); }
+    bool HasExtensions() const { return !members.CrlEntryExtensions().raw.empty(); }
 };
 
 /// Walks the entries of a list and stops at those that a page asks for. What lies in front of them

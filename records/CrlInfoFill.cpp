@@ -1,6 +1,9 @@
 #include "records/CrlInfoFill.h"
 
+#include "asn1/Elements.h"
 #include "asn1/crl/CertificateList.h"
+#include "asn1/views/CrlViews.h"
+#include "asn1/views/MessageViews.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/InitString.h"
@@ -11,7 +14,6 @@
 #include "records/SignedFill.h"
 #include "records/objects/DescriptionWords.h"
 #include "records/text/Decoded.h"
-#include "asn1/Elements.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
@@ -45,7 +47,7 @@ void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
     if (tbs.Issuer() == nullptr) {
         return;
     }
-    ca::NameForms issuer = ca::DescribeName(ca::ElementOf(*tbs.Issuer()));
+    ca::NameForms issuer = ca::DescribeName(*tbs.Issuer());
     record.issuer = std::move(issuer);
     ca::AddError(record.error, kMsgIssuer, issuer.error);
     CAnswerBudget::Take(ca::CostOfText(record.issuer.readable.size() + record.issuer.oid.size() +
@@ -137,7 +139,7 @@ void FillEntries(std::span<const unsigned char> entries, Octets issuer, const Cr
         } else {
             CAnswerBudget::Take(DescribeEntry(entry, describer, scratch, record.error));
         }
-        if (!mayExtend && !entry.extensions.raw.empty()) {
+        if (!mayExtend && entry.HasExtensions()) {
             mayExtend = true;  // once
             ca::AddError(record.error,
                          ca::CrlEntryFault(*described, SetZORNAMessage(kMsgFieldExtensions) +
@@ -198,27 +200,16 @@ CrlPage ReadCrlPage(const InitString& parameters) {
 }
 
 bool LooksLikeCrl(Octets octets) {
-    const CAsn1Element list = FirstElement(octets);
-    const CAsn1Element tbs = Child(list, 0);
-    // version, which may be left out, algorithm, issuer; then a time where a certificate has two.
-    const std::size_t algorithm = Child(tbs, 0).tag == kAsn1Integer ? 1 : 0;
-    const unsigned char time = Child(tbs, algorithm + 2).tag;
-    return list.tag == kAsn1Sequence && tbs.tag == kAsn1Sequence &&
-           Child(tbs, algorithm).tag == kAsn1Sequence &&
-           Child(tbs, algorithm + 1).tag == kAsn1Sequence &&
-           (time == kAsn1UtcTime || time == kAsn1GeneralizedTime);
+    return CAsn1CertificateListView(FirstElement(octets)).HasForm();
 }
 
 std::span<const unsigned char> FindCrl(std::span<const unsigned char> object) {
     if (LooksLikeCrl(object)) {
         return object;
     }
-    const CAsn1Element lists = SignedDataMember(FirstElement(object), ContextConstructed(1));
+    CAsn1Cursor lists(SignedDataIn(FirstElement(object)).Crls().content);
     CAsn1Element list;
-    for (CAsn1Cursor cursor(lists.content); !cursor.AtEnd();) {
-        if (cursor.Next(list) != Asn1Fault::kNone) {
-            break;
-        }
+    while (lists.Step(list)) {
         if (LooksLikeCrl(list.raw)) {
             return list.raw;
         }

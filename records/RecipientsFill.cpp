@@ -1,7 +1,10 @@
 #include "records/RecipientsFill.h"
 
+#include "asn1/Elements.h"
 #include "asn1/Oid.h"
 #include "asn1/cms/RecipientInfo.h"
+#include "asn1/views/AlgorithmViews.h"
+#include "asn1/views/MessageViews.h"
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -10,7 +13,6 @@
 #include "records/ValidityText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
-#include "asn1/Elements.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
@@ -128,14 +130,14 @@ class CCollector {
     }
 
     // The records that follow tell this algorithm.
-    void SetAlgorithm(const CAsn1Element& algorithm) {
+    void SetAlgorithm(const CAsn1AlgorithmView& algorithm) {
         ca::ParametersForms params = ca::DescribeInnerAlgorithm(algorithm);
         m_algorithm = ca::AlgorithmText(algorithm);
         m_parameters = std::move(params.text);
         m_error = std::move(params.error);
     }
     void SetAlgorithm(const CAsn1AlgorithmIdentifier* algorithm) {
-        SetAlgorithm(algorithm != nullptr ? ca::ElementOf(*algorithm) : CAsn1Element());
+        SetAlgorithm(algorithm != nullptr ? CAsn1AlgorithmView(*algorithm) : CAsn1AlgorithmView());
     }
 
     void AddInfo(const CAsn1RecipientInfo& info) {
@@ -161,9 +163,8 @@ class CCollector {
     void AddTransported(const CAsn1KeyTransRecipientInfo& info) {
         SetAlgorithm(info.KeyEncryptionAlgorithm());
         if (info.KeyEncryptionAlgorithm() != nullptr && info.EncryptedKey() != nullptr) {
-            ca::AppendListed(m_parameters,
-                             ca::GostTransportText(ca::ElementOf(*info.KeyEncryptionAlgorithm()),
-                                                   *info.EncryptedKey()));
+            ca::AppendListed(m_parameters, ca::GostTransportText(*info.KeyEncryptionAlgorithm(),
+                                                                 *info.EncryptedKey()));
         }
         Add(info.Rid());
     }
@@ -192,9 +193,8 @@ class CCollector {
             record.description.readable = m_algorithm;
             return;
         }
-        const CAsn1Element element = ca::ElementOf(*derivation);
-        const ca::ParametersForms params = ca::DescribeParameters(element);
-        record.description.readable = ca::AlgorithmText(element);
+        const ca::ParametersForms params = ca::DescribeParameters(*derivation);
+        record.description.readable = ca::AlgorithmText(*derivation);
         ca::AppendListed(record.description.readable, params.text);
         ca::AddError(record.error, params.error);
     }
@@ -215,8 +215,8 @@ class CCollector {
 
     void AddEncapsulated(std::span<const unsigned char> value) {
         const ca::CDecoded<CAsn1KemRecipientInfo> kem(value);
-        m_algorithm = ca::AlgorithmText(ca::ElementOf(*kem->Kem()));
-        m_parameters = ca::AlgorithmText(ca::ElementOf(*kem->Wrap()));
+        m_algorithm = ca::AlgorithmText(*kem->Kem());
+        m_parameters = ca::AlgorithmText(*kem->Wrap());
         Add(kem->Rid());
     }
 
@@ -257,7 +257,7 @@ class CCollector {
         }
         // An empty name with the number 0 hides the recipient.
         if (!id.Issuer()->ContentOctets().empty() || !IsAllZero(OctetsOf(id.SerialNumber()))) {
-            Name(record, ca::ElementOf(id).raw);
+            Name(record, id.Raw());
         }
     }
 
@@ -288,53 +288,24 @@ class CCollector {
     bool m_hasFault = false;
 };
 
-// The recipients stand behind the version and, tagged [0], what the originator adds.
-std::size_t RecipientInfosIndex(const CAsn1Element& envelope) {
-    return ca::Child(envelope, 1).tag == ca::ContextConstructed(0) ? 2 : 1;
-}
-
-CAsn1Element FindInfos(const CAsn1Element& envelope) {
-    return ca::Child(envelope, RecipientInfosIndex(envelope));
-}
-
-// What stands in the place of the recipients.
-ca::Exception RecipientInfosFault(const CAsn1Element& envelope) {
-    constexpr std::string_view kName = "EnvelopedData.recipientInfos";
-    CAsn1Cursor cursor(envelope.content);
-    CAsn1Element member;
-    std::size_t offset = 0;
-    for (std::size_t i = 0; i <= RecipientInfosIndex(envelope); ++i) {
-        offset = static_cast<std::size_t>(cursor.Rest().data() - envelope.raw.data());
-        if (cursor.AtEnd()) {
-            return MakeAsn1Missing(kName, offset);
-        }
-        if (const Asn1Fault fault = cursor.Next(member); fault != Asn1Fault::kNone) {
-            return MakeAsn1Fault(fault, kName, offset);
-        }
-    }
-    return MakeAsn1WrongTag(kName, member.tag, offset);
-}
-
 }  // namespace
 
 namespace ca {
 
 std::span<const unsigned char> FindEnvelope(std::span<const unsigned char> contentInfo) {
-    const CAsn1Element message = FirstElement(contentInfo);
-    const OidInfo* type = FindOid(ContentIf(Child(message, 0), kAsn1ObjectIdentifier));
-    const CAsn1Element content = Child(message, 1);
+    const CAsn1ContentInfoView message(FirstElement(contentInfo));
     const bool isEnvelope =
-        std::ranges::any_of(kEnvelopes, [&](COid envelope) { return envelope == type; });
-    return isEnvelope && content.tag == ContextConstructed(0) ? Child(content, 0).raw
-                                                              : std::span<const unsigned char>();
+        std::ranges::any_of(kEnvelopes, [&](COid type) { return message.Is(type); });
+    return isEnvelope && message.IsContentTagged() ? message.Content().raw
+                                                   : std::span<const unsigned char>();
 }
 
 Recipients DescribeRecipients(std::span<const unsigned char> envelope) {
     const CAnswerBudget budget(envelope.size());
-    const CAsn1Element whole = FirstElement(envelope);
-    const CAsn1Element infos = FindInfos(whole);
+    const CAsn1EnvelopeView whole(FirstElement(envelope));
+    const CAsn1Element infos = whole.RecipientInfos();
     if (infos.tag != kAsn1Set) {
-        throw Exception(kErrBadData, RecipientInfosFault(whole).message);
+        throw Exception(kErrBadData, whole.RecipientInfosFault().message);
     }
     const CDecoded<CAsn1SetOf<CAsn1RecipientInfo>> list(infos.raw, Asn1Blocks::kRead);
     CCollector collector;
@@ -343,11 +314,12 @@ Recipients DescribeRecipients(std::span<const unsigned char> envelope) {
 }
 
 std::span<const unsigned char> RecipientInfosOf(std::span<const unsigned char> envelope) {
-    const CAsn1Element infos = FindInfos(FirstElement(envelope));
+    const CAsn1Element infos = CAsn1EnvelopeView(FirstElement(envelope)).RecipientInfos();
     return infos.tag == kAsn1Set ? infos.content : std::span<const unsigned char>();
 }
 
-std::unique_ptr<CertInfo2> DescribeRecipient(std::span<const unsigned char> info, std::size_t number) {
+std::unique_ptr<CertInfo2> DescribeRecipient(std::span<const unsigned char> info,
+                                             std::size_t number) {
     CAsn1Block place;
     place.start = info.data();
     return CCollector().TakeOne({info, place}, number);

@@ -2,6 +2,8 @@
 
 #include "asn1/Oid.h"
 #include "asn1/cms/SignedData.h"
+#include "asn1/views/AlgorithmViews.h"
+#include "asn1/views/MessageViews.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
@@ -68,12 +70,12 @@ ca::CertificateNames NamesOf(const CAsn1SignerIdentifier& signer) {
 
 void FillAlgorithms(const CAsn1SignerInfo& signer, SignInfo& record) {
     const CAsn1AlgorithmIdentifier* digest = signer.DigestAlgorithm();
-    const CAsn1Element digestElement = digest != nullptr ? ca::ElementOf(*digest) : CAsn1Element();
+    const CAsn1AlgorithmView known = digest != nullptr ? *digest : CAsn1AlgorithmView();
     if (digest != nullptr) {
-        record.hashAlg = ca::AlgorithmText(digestElement);
+        record.hashAlg = ca::AlgorithmText(known);
     }
     if (const CAsn1AlgorithmIdentifier* signature = signer.SignatureAlgorithm()) {
-        record.signAlg = ca::SignerAlgorithmText(ca::ElementOf(*signature), digestElement);
+        record.signAlg = ca::SignerAlgorithmText(*signature, known);
     }
 }
 
@@ -128,7 +130,8 @@ class CSignerDescriber {
     std::span<const unsigned char> OddCertificate() const { return m_certificates.Odd(); }
 
     // Describes one signer alone. \param list  what it is counted in, where offsets begin.
-    void DescribeOne(std::span<const unsigned char> signer, const CAsn1Block& list, SignInfo& record) {
+    void DescribeOne(std::span<const unsigned char> signer, const CAsn1Block& list,
+                     SignInfo& record) {
         if (Signers at(signer, list); at.Next()) {
             Describe(at, /*level=*/0, record);
         }
@@ -264,13 +267,6 @@ class CSignerDescriber {
     std::size_t m_count = 0;
 };
 
-// SignedData ::= SEQUENCE { version INTEGER, digestAlgorithms SET OF, encapContentInfo SEQUENCE ...
-bool LooksLikeSignedData(const CAsn1Element& element) {
-    return element.tag == kAsn1Sequence && ca::Child(element, 0).tag == kAsn1Integer &&
-           ca::Child(element, 1).tag == kAsn1Set &&
-           ca::Child(ca::Child(element, 2), 0).tag == kAsn1ObjectIdentifier;
-}
-
 // A time-stamp token has one signer, and what it stamps is its content: told with the type of that.
 // So is what a trust list or a catalogue is about.
 void AddContent(const CAsn1EncapsulatedContentInfo& content, SignInfo& record) {
@@ -327,15 +323,16 @@ class COpenMessage {
 namespace ca {
 
 std::span<const unsigned char> FindSignedData(std::span<const unsigned char> object) {
-    CAsn1Element outer = FirstElement(object);
-    if (const CAsn1Element token = GrantedToken(outer); !token.raw.empty()) {
+    CAsn1ContentInfoView outer(FirstElement(object));
+    if (const auto token = GrantedToken(outer.Element()); token.IsThere()) {
         outer = token;
     }
-    if (IsOid(ContentIf(Child(outer, 0), kAsn1ObjectIdentifier), "id-signedData")) {
-        const CAsn1Element signedData = Child(Child(outer, 1), 0);
+    if (outer.Is("id-signedData")) {
+        const CAsn1Element signedData = outer.Content();
         return signedData.tag == kAsn1Sequence ? signedData.raw : std::span<const unsigned char>();
     }
-    return LooksLikeSignedData(outer) ? outer.raw : std::span<const unsigned char>();
+    const CAsn1SignedDataView bare(outer.Element());  // without its ContentInfo
+    return bare.HasForm() ? bare.Element().raw : std::span<const unsigned char>();
 }
 
 namespace {
@@ -355,8 +352,9 @@ struct MessageOutcome {
 };
 
 // Describes one message.
-MessageOutcome DescribeMessage(std::span<const unsigned char> object, std::span<const unsigned char> signedData,
-                               SignInfos& described, ISignatureJudge* judge) {
+MessageOutcome DescribeMessage(std::span<const unsigned char> object,
+                               std::span<const unsigned char> signedData, SignInfos& described,
+                               ISignatureJudge* judge) {
     const COpenMessage message(object, signedData);
     CSignerDescriber describer = message.Describer(judge);
     std::size_t hidden = 0;

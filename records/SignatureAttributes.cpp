@@ -2,6 +2,7 @@
 
 #include "asn1/Oid.h"
 #include "asn1/attributes/EssAttributes.h"
+#include "asn1/views/AttributeViews.h"
 #include "common/Exception.h"
 #include "records/AnswerBudget.h"
 #include "records/objects/DescriptionWords.h"
@@ -44,22 +45,15 @@ void TakeDescription(Value value, SignatureFacts& facts) {
 void TakeContentHint(Value value, SignatureFacts& facts) {
     const ca::CDecoded<CAsn1ContentHints> hints(value);
     if (hints->ContentDescription() != nullptr) {
-        facts.contentHint = ca::ValueText(ca::ElementOf(*hints->ContentDescription()));
+        facts.contentHint = ca::ValueText(*hints->ContentDescription());
     }
 }
 
-// SpcSpOpusInfo ::= SEQUENCE {
-//     programName  [0] EXPLICIT SpcString OPTIONAL,
-//     moreInfo     [1] EXPLICIT SpcLink OPTIONAL }   -- url [0] IMPLICIT IA5String
+// Of the publisher's information what a record has a member for.
 void TakeAddress(Value value, SignatureFacts& facts) {
-    const CAsn1Element info = ca::FirstElement(value);
-    for (std::size_t member = 0; member <= 1; ++member) {
-        CAsn1Element link = ca::Child(ca::Child(info, member), 0);
-        if (ca::Child(info, member).tag == ca::ContextConstructed(1) &&
-            link.tag == ca::ContextTag(0)) {
-            link.tag = kAsn1Ia5String;
-            facts.address = ca::ValueText(link);
-        }
+    const CAsn1SpcOpusInfoView info(ca::FirstElement(value));
+    if (const CAsn1Element url = info.MoreInfo().Url(); !url.raw.empty()) {
+        facts.address = ca::ValueText(url);
     }
 }
 

@@ -27,10 +27,9 @@ TimeForms TimeOf(const CAsn1Time* time, Sentence place, std::wstring& error) {
     if (time == nullptr) {
         return {};
     }
-    const CAsn1Element element = ElementOf(*time);
-    TimeForms forms = DescribeTime(element);
+    TimeForms forms = DescribeTime(*time);
     if (!forms.seconds) {
-        AddError(error, place, UnreadableText(element.raw));
+        AddError(error, place, UnreadableText(ElementOf(*time).raw));
     }
     return forms;
 }
@@ -42,7 +41,7 @@ void FillSignatureAlgorithm(const CAsn1AlgorithmIdentifier* outer,
     if (shown == nullptr) {
         return;
     }
-    SignatureAlgorithmForms forms = DescribeSignatureAlgorithm(ElementOf(*shown));
+    SignatureAlgorithmForms forms = DescribeSignatureAlgorithm(*shown);
     signatureAlg = std::move(forms.text);
     hashAlg = std::move(forms.digest);
     AddError(error, forms.error);

@@ -2,6 +2,7 @@
 
 #include "asn1/Elements.h"
 #include "asn1/cms/SignerIdentifier.h"
+#include "asn1/views/CertificateViews.h"
 #include "records/AnswerBudget.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
@@ -18,10 +19,12 @@ using ca::Octets;
 constexpr unsigned char kAttributesV1 = ca::ContextConstructed(1);
 constexpr unsigned char kAttributesV2 = ca::ContextConstructed(2);
 
-// Behind serial number, algorithm, issuer, validity and subject; before them may be the version.
 Octets PublicKeyInfoOf(std::span<const unsigned char> certificate) {
-    const CAsn1Element tbs = ca::Child(ca::FirstElement(certificate), 0);
-    return ca::Child(tbs, ca::Child(tbs, 0).tag == ca::ContextConstructed(0) ? 6 : 5).raw;
+    return CAsn1CertificateView(ca::FirstElement(certificate))
+        .TbsCertificate()
+        .SubjectPublicKeyInfo()
+        .Element()
+        .raw;
 }
 
 // Of memory, with its places in the indices.

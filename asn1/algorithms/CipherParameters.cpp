@@ -2,5 +2,4 @@
 
 #include "asn1/FieldReader.h"
 
-CA_ASN1_DECODE(CAsn1GcmParameters)
 CA_ASN1_DECODE(CAsn1Rc2CbcParameter)

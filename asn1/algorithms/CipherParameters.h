@@ -4,20 +4,6 @@
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Asn1Typed.h"
 
-// GCMParameters ::= SEQUENCE {
-//     aes-nonce   OCTET STRING,
-//     aes-ICVlen  AES-GCM-ICVlen DEFAULT 12 }   -- INTEGER     RFC 5084, 3.2
-// CCMParameters (3.1) is the same.
-class CAsn1GcmParameters : public CAsn1TypedObject {
-    CA_ASN1_SEQUENCE("GCMParameters");
-    CA_ASN1_REQUIRED(CAsn1OctetString, Nonce, "aes-nonce");
-    /// Octets of the integrity check value; null for 12.
-    CA_ASN1_OPTIONAL(CAsn1Integer, IcvLen, "aes-ICVlen");
-    CA_ASN1_END;
-};
-
-using CAsn1CcmParameters = CAsn1GcmParameters;
-
 // RC2CBCParameter ::= SEQUENCE {
 //     rc2ParameterVersion  INTEGER OPTIONAL,
 //     iv                   OCTET STRING }     RFC 8018, B.2.3; RFC 3370, 5.2

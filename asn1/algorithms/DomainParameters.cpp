@@ -3,7 +3,6 @@
 #include "asn1/FieldReader.h"
 
 CA_ASN1_DECODE(CAsn1DssParms)
-CA_ASN1_DECODE(CAsn1DssSigValue)
 CA_ASN1_DECODE(CAsn1ValidationParms)
 CA_ASN1_DECODE(CAsn1DomainParameters)
 CA_ASN1_DECODE(CAsn1DhParameter)

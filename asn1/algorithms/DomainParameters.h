@@ -18,19 +18,6 @@ class CAsn1DssParms : public CAsn1TypedObject {
     CA_ASN1_END;
 };
 
-// Dss-Sig-Value ::= SEQUENCE {
-//     r  INTEGER,
-//     s  INTEGER }     RFC 3279, 2.2.2
-// ECDSA-Sig-Value (2.2.3) is the same.
-class CAsn1DssSigValue : public CAsn1TypedObject {
-    CA_ASN1_SEQUENCE("Dss-Sig-Value");
-    CA_ASN1_REQUIRED(CAsn1Integer, R, "r");
-    CA_ASN1_REQUIRED(CAsn1Integer, S, "s");
-    CA_ASN1_END;
-};
-
-using CAsn1EcdsaSigValue = CAsn1DssSigValue;
-
 // ValidationParms ::= SEQUENCE {
 //     seed         BIT STRING,
 //     pgenCounter  INTEGER }     RFC 3279, 2.3.3

@@ -75,11 +75,3 @@ class CAsn1GostKeyTransport : public CAsn1TypedObject {
                               "transportParameters");
     CA_ASN1_END;
 };
-
-// Gost3412-15-Encryption-Parameters ::= SEQUENCE {
-//     ukm  OCTET STRING }     RFC 9337 (Magma and Kuznyechik, CTR-ACPKM)
-class CAsn1Gost341215EncryptionParameters : public CAsn1TypedObject {
-    CA_ASN1_SEQUENCE("Gost3412-15-Encryption-Parameters");
-    CA_ASN1_REQUIRED(CAsn1OctetString, Ukm, "ukm");
-    CA_ASN1_END;
-};

@@ -17,8 +17,6 @@ class CAsn1PbeParameter : public CAsn1TypedObject {
     CA_ASN1_END;
 };
 
-using CAsn1Pkcs12PbeParams = CAsn1PbeParameter;
-
 // CHOICE {
 //     specified    OCTET STRING,
 //     otherSource  AlgorithmIdentifier }     RFC 8018, A.2

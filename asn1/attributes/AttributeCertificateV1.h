@@ -18,23 +18,24 @@ class CAsn1AttCertSubject : public CAsn1TypedObject {
 //     version                AttCertVersionV1 DEFAULT v1,     -- INTEGER
 //     subject                CHOICE { ... },
 //     issuer                 GeneralNames,
-//     ... }     -- what both versions have     RFC 5652, 12.2
-class CAsn1AttributeCertificateInfoV1 : public CAsn1AttributeCertificateFacts {
-  public:
-    using CAsn1AttributeCertificateFacts::CAsn1AttributeCertificateFacts;
-    static constexpr const char* kName = "AttributeCertificateInfoV1";
-    static constexpr unsigned char kTag = kAsn1Sequence;
-
-    void Decode() override;
-
-    CAsn1Integer* Version() const { return m_version; }
-    CAsn1AttCertSubject* Subject() const { return m_subject; }
-    CAsn1GeneralNames* Issuer() const { return m_issuer; }
-
-  private:
-    CAsn1Integer* m_version = nullptr;
-    CAsn1AttCertSubject* m_subject = nullptr;
-    CAsn1GeneralNames* m_issuer = nullptr;
+//     signature              AlgorithmIdentifier,
+//     serialNumber           CertificateSerialNumber,     -- INTEGER
+//     attCertValidityPeriod  AttCertValidityPeriod,
+//     attributes             SEQUENCE OF Attribute,
+//     issuerUniqueID         UniqueIdentifier OPTIONAL,     -- BIT STRING
+//     extensions             Extensions OPTIONAL }     RFC 5652, 12.2
+class CAsn1AttributeCertificateInfoV1 : public CAsn1TypedObject {
+    CA_ASN1_SEQUENCE("AttributeCertificateInfoV1");
+    CA_ASN1_OPTIONAL(CAsn1Integer, Version, "version");
+    CA_ASN1_REQUIRED(CAsn1AttCertSubject, Subject, "subject");
+    CA_ASN1_REQUIRED(CAsn1GeneralNames, Issuer, "issuer");
+    CA_ASN1_REQUIRED(CAsn1AlgorithmIdentifier, Signature, "signature");
+    CA_ASN1_REQUIRED(CAsn1Integer, SerialNumber, "serialNumber");
+    CA_ASN1_REQUIRED(CAsn1AttCertValidityPeriod, AttCertValidityPeriod, "attCertValidityPeriod");
+    CA_ASN1_REQUIRED(CAsn1SequenceOf<CAsn1Attribute>, Attributes, "attributes");
+    CA_ASN1_OPTIONAL(CAsn1BitString, IssuerUniqueId, "issuerUniqueID");
+    CA_ASN1_OPTIONAL(CAsn1Extensions, Extensions, "extensions");
+    CA_ASN1_END;
 };
 
 // AttributeCertificateV1 ::= SEQUENCE {

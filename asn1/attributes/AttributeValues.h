@@ -43,7 +43,8 @@ class CAsn1RoleSyntax : public CAsn1TypedObject {
 // SecurityCategory ::= SEQUENCE {
 //     type   [0] IMPLICIT OBJECT IDENTIFIER,
 //     value  [1] EXPLICIT ANY DEFINED BY type }     RFC 5755, 4.4.6
-// Some writers tag the value implicitly: Value() is then the element [1] itself.
+// Some writers tag the value implicitly: Value() is then the element [1] itself. No line of a member
+// says that, so Decode() is written out.
 class CAsn1SecurityCategory : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;
@@ -64,7 +65,8 @@ class CAsn1SecurityCategory : public CAsn1TypedObject {
 //     policyId            OBJECT IDENTIFIER,
 //     classList           ClassList DEFAULT {unclassified},     -- BIT STRING
 //     securityCategories  SET OF SecurityCategory OPTIONAL }     RFC 5755, 4.4.6
-// In RFC 3281 the members are tagged [0], [1] and [2]; both forms are read.
+// In RFC 3281 the members are tagged [0], [1] and [2]; both forms are read. The first member tells
+// which, so Decode() is written out.
 class CAsn1Clearance : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;

@@ -57,7 +57,8 @@ class CAsn1ReceiptRequest : public CAsn1TypedObject {
 //     security-classification     SecurityClassification OPTIONAL,     -- INTEGER
 //     privacy-mark                ESSPrivacyMark OPTIONAL,   -- PrintableString or UTF8String
 //     security-categories         SET OF SecurityCategory OPTIONAL }     RFC 2634, 3.2
-// In DER the members of a SET stand in the order of their tags; the written order is taken, too.
+// In DER the members of a SET stand in the order of their tags; the written order is taken, too: a
+// list of members has one order, so Decode() is written out.
 class CAsn1EssSecurityLabel : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;

@@ -21,7 +21,7 @@ class CAsn1SigPolicyQualifierInfo : public CAsn1TypedObject {
 //     sigPolicyHash        OtherHashAlgAndValue OPTIONAL,
 //     sigPolicyQualifiers  SEQUENCE OF SigPolicyQualifierInfo OPTIONAL }     RFC 5126, 5.8.1
 // Without a hash the policy is implied by what is signed; SignaturePolicyImplied, a NULL, says so
-// too.
+// too. Hash and qualifiers have one tag and either may be missing, so Decode() is written out.
 class CAsn1SignaturePolicyId : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;

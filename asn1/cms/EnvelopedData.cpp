@@ -5,6 +5,3 @@
 CA_ASN1_DECODE(CAsn1OriginatorInfo)
 CA_ASN1_DECODE(CAsn1EncryptedContentInfo)
 CA_ASN1_DECODE(CAsn1EnvelopedData)
-CA_ASN1_DECODE(CAsn1AuthEnvelopedData)
-CA_ASN1_DECODE(CAsn1AuthenticatedData)
-CA_ASN1_DECODE(CAsn1SignedAndEnvelopedData)

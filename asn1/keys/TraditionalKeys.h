@@ -18,6 +18,7 @@
 //     exponent2        INTEGER,
 //     coefficient      INTEGER,
 //     otherPrimeInfos  SEQUENCE OF OtherPrimeInfo OPTIONAL }     RFC 8017, A.1.2
+// Decode() is written out: the secret numbers are judged, but nobody is given them.
 class CAsn1RsaPrivateKey : public CAsn1TypedObject {
   public:
     using CAsn1TypedObject::CAsn1TypedObject;

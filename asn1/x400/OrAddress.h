@@ -16,27 +16,21 @@ class CAsn1NumericOrPrintable : public CAsn1TypedObject {
 
 // CountryName ::= [APPLICATION 1] CHOICE {
 //     x121-dcc-code         NumericString,
-//     iso-3166-alpha2-code  PrintableString }
+//     iso-3166-alpha2-code  PrintableString }     RFC 5280, A.1
+class CAsn1CountryName : public CAsn1TypedObject {
+    CA_ASN1_TYPE("CountryName", 0x61);
+    CA_ASN1_REQUIRED(CAsn1NumericOrPrintable, Value, "value");
+    CA_ASN1_END;
+};
+
 // AdministrationDomainName ::= [APPLICATION 2] CHOICE {
 //     numeric    NumericString,
 //     printable  PrintableString }     RFC 5280, A.1
-template <unsigned char ApplicationTag>
-class CAsn1TaggedDomain : public CAsn1TypedObject {
-  public:
-    using CAsn1TypedObject::CAsn1TypedObject;
-    static constexpr const char* kName =
-        ApplicationTag == 0x61 ? "CountryName" : "AdministrationDomainName";
-    static constexpr unsigned char kTag = ApplicationTag;
-
-    void Decode() override;
-
-    CAsn1NumericOrPrintable* Value() const { return m_value; }
-
-  private:
-    CAsn1NumericOrPrintable* m_value = nullptr;
+class CAsn1AdministrationDomainName : public CAsn1TypedObject {
+    CA_ASN1_TYPE("AdministrationDomainName", 0x62);
+    CA_ASN1_REQUIRED(CAsn1NumericOrPrintable, Value, "value");
+    CA_ASN1_END;
 };
-using CAsn1CountryName = CAsn1TaggedDomain<0x61>;
-using CAsn1AdministrationDomainName = CAsn1TaggedDomain<0x62>;
 
 // PersonalName ::= SET {
 //     surname               [0] IMPLICIT PrintableString,

@@ -2,6 +2,8 @@
 
 #include "module/ops/CertificateDescriptions.h"
 
+#include "asn1/Elements.h"
+#include "asn1/views/MessageViews.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
@@ -17,7 +19,6 @@
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateBundle.h"
-#include "asn1/Elements.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>
@@ -31,7 +32,7 @@ constexpr std::size_t kNoLeaf = static_cast<std::size_t>(-1);
 // A certificate, or a message that carries some.
 bool HasCertificates(std::size_t /*item*/, std::span<const unsigned char> element) {
     return ca::LooksLikeCertificate(element) ||
-           !ca::SignedDataMember(ca::FirstElement(element), ca::ContextConstructed(0)).raw.empty();
+           !SignedDataIn(ca::FirstElement(element)).Certificates().raw.empty();
 }
 
 void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index,

@@ -1,6 +1,7 @@
 #include "module/ops/OtherObjects.h"
 
 #include "asn1/Elements.h"
+#include "asn1/views/MessageViews.h"
 #include "common/Lng.h"
 #include "records/CertInfoFill.h"
 #include "records/CertificateBundle.h"
@@ -35,24 +36,19 @@ class COtherObjects {
             return;
         }
         CAsn1Element element;
-        for (CAsn1Cursor cursor(octets); !cursor.AtEnd();) {
-            const std::span<const unsigned char> rest = cursor.Rest();
-            const bool isWhole = cursor.Next(element) == Asn1Fault::kNone;
-            const std::span<const unsigned char> object = isWhole ? element.raw : rest;
-            if (!m_isDescribed(item, object)) {
-                const std::size_t offset = octets.size() - rest.size();
-                Add(item, offset, [&] { return KindText(m_items[item], offset, object); });
+        for (CAsn1Cursor cursor(octets); cursor.StepOrRest(element);) {
+            if (!m_isDescribed(item, element.raw)) {
+                const auto offset = static_cast<std::size_t>(element.raw.data() - octets.data());
+                Add(item, offset, [&] { return KindText(m_items[item], offset, element.raw); });
             } else if (m_inMessages) {
-                SayMessage(item, element);
+                SayMessage(item, SignedDataIn(element));
             }
-            cursor = isWhole ? cursor : CAsn1Cursor();
         }
     }
 
-    void SayMessage(std::size_t item, const CAsn1Element& message) {
+    void SayMessage(std::size_t item, const CAsn1SignedDataView& message) {
         CAsn1Element element;
-        ca::CCertificateCursor choices(
-            ca::SignedDataMember(message, ca::ContextConstructed(0)).content);
+        ca::CCertificateCursor choices(message.Certificates().content);
         while (choices.Next(element)) {
             if (!ca::LooksLikeCertificate(element.raw)) {
                 AddInside(item, element.raw);
@@ -61,12 +57,8 @@ class COtherObjects {
         if (!choices.Unread().empty()) {
             AddInside(item, choices.Unread());
         }
-        CAsn1Cursor lists(ca::SignedDataMember(message, ca::ContextConstructed(1)).content);
-        while (!lists.AtEnd()) {
-            const std::span<const unsigned char> rest = lists.Rest();
-            const bool isWhole = lists.Next(element) == Asn1Fault::kNone;
-            AddInside(item, isWhole ? element.raw : rest);
-            lists = isWhole ? lists : CAsn1Cursor();
+        for (CAsn1Cursor lists(message.Crls().content); lists.StepOrRest(element);) {
+            AddInside(item, element.raw);
         }
     }
 

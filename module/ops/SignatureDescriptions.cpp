@@ -26,7 +26,8 @@
 namespace {
 
 // Gives what judges the signatures of an object; may give none.
-using Judges = std::function<std::unique_ptr<ca::ISignatureJudge>(std::span<const unsigned char> object)>;
+using Judges =
+    std::function<std::unique_ptr<ca::ISignatureJudge>(std::span<const unsigned char> object)>;
 
 // Appends the signatures of all messages among the objects; true when each of them encloses its
 // content. How many objects there was no room for is said with the first.

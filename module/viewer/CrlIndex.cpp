@@ -60,7 +60,7 @@ std::optional<std::size_t> CCrlIndex::Find(std::string_view digits, std::size_t 
             break;
         }
         serial.clear();
-        AddHex(walk.Entry().serial.content, serial);
+        AddHex(walk.Entry().Serial().content, serial);
         if (index >= from && serial.find(digits) != std::string::npos) {
             return index;
         }

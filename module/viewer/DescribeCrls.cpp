@@ -2,6 +2,7 @@
 // sight.
 
 #include "asn1/Elements.h"
+#include "asn1/views/CrlViews.h"
 #include "module/viewer/ItemDescribers.h"
 #include "module/viewer/ZonedTime.h"
 #include "records/CrlInfoFill.h"
@@ -24,9 +25,8 @@ void FillHead(const CFileDocument& document, ItemIndex item, CrlInfo& record) {
 namespace ca {
 
 QString CrlName(const CFileDocument& document, ItemIndex item) {
-    const CAsn1Element tbs = Child(FirstElement(document[item].octets), 0);
-    const std::size_t algorithm = Child(tbs, 0).tag == kAsn1Integer ? 1 : 0;
-    const NameForms issuer = DescribeName(Child(tbs, algorithm + 1));
+    const CAsn1CertificateListView list(FirstElement(document[item].octets));
+    const NameForms issuer = DescribeName(list.TbsCertList().Issuer());
     return ShortName(issuer);
 }
 

@@ -1,6 +1,7 @@
 // Enveloped messages and who can read them.
 
 #include "asn1/cms/EnvelopedData.h"
+#include "asn1/views/MessageViews.h"
 #include "common/Encode.h"
 #include "common/Exception.h"
 #include "module/viewer/FileReader.h"
@@ -65,9 +66,9 @@ QString RecipientName(const CFileDocument& document, ItemIndex item) {
 void DescribeEnvelope(const CFileDocument& document, ItemIndex item, ItemDescription& out) {
     out.title = Word(ViewerWord::kEnvelope);
     out.sign = ItemSign::kInformation;
-    const CAsn1Element message = FirstElement(document[item].octets);
+    const CAsn1ContentInfoView message(FirstElement(document[item].octets));
     out.summary.Row("contentType", ViewerWord::kContentType,
-                    ShownText(OidWithName(ContentIf(Child(message, 0), kAsn1ObjectIdentifier))));
+                    ShownText(OidWithName(message.ContentType())));
     out.summary.Row("inside", ViewerWord::kInside,
                     Counted(document[item].children.size(), ViewerWord::kRecipients));
     out.summary.Fingerprints(document[item].octets);

@@ -4,6 +4,8 @@
 #include "asn1/attributes/TstInfo.h"
 #include "asn1/cms/SignedData.h"
 #include "asn1/cms/SignerInfo.h"
+#include "asn1/views/AttributeViews.h"
+#include "asn1/views/MessageViews.h"
 #include "common/Encode.h"
 #include "module/viewer/FileReader.h"
 #include "module/viewer/ItemDescribers.h"
@@ -31,6 +33,10 @@ const CAsn1EncapsulatedContentInfo* ContentOf(const OpenMessage& message) {
     return message.Get() != nullptr ? message.Get()->EncapContentInfo() : nullptr;
 }
 
+CAsn1EncapsulatedContentView EncapsulatedIn(std::span<const unsigned char> message) {
+    return CAsn1SignedDataView(FirstElement(FindSignedData(message))).EncapContentInfo();
+}
+
 // The octets of a content that is in one piece.
 std::span<const unsigned char> PlainContent(const CAsn1EncapsulatedContentInfo* content) {
     const bool isPlain = content != nullptr && content->EContent() != nullptr &&
@@ -44,17 +50,13 @@ std::size_t CountOf(const List* list) {
 }
 
 // An attribute's values: signatures on this one, and whole messages, of which most are stamps.
-void ReadAttribute(CFileReader& reader, const CAsn1Element& attribute, ItemIndex signature) {
-    const bool isCountersignature =
-        IsOid(ContentIf(Child(attribute, 0), kAsn1ObjectIdentifier), "id-countersignature");
+void ReadAttribute(CFileReader& reader, const CAsn1AttributeView& attribute, ItemIndex signature) {
+    const bool isCountersignature = IsOid(attribute.Type(), "id-countersignature");
     CAsn1Element value;
-    for (CAsn1Cursor values(Child(attribute, 1).content); !values.AtEnd();) {
-        if (values.Next(value) != Asn1Fault::kNone) {
-            return;
-        }
+    for (CAsn1Cursor values(attribute.Values().content); values.Step(value);) {
         if (isCountersignature) {
             reader.AddWhole(ItemKind::kCountersignature, value.raw, signature);
-        } else if (IsOid(ContentIf(Child(value, 0), kAsn1ObjectIdentifier), "id-signedData")) {
+        } else if (CAsn1ContentInfoView(value).Is("id-signedData")) {
             reader.AddObject(value.raw, signature);
         }
     }
@@ -67,12 +69,10 @@ void AddCertificate(CFileReader& reader, const CAsn1Element& choice, ItemIndex m
     reader.AddObject(isAttribute ? reader.CopyAs(kAsn1Sequence, choice.raw) : choice.raw, message);
 }
 
-// OtherRevocationInfoFormat ::= SEQUENCE { format OBJECT IDENTIFIER, info ANY } in the place of a
-// list, tagged [1] (RFC 5652, 10.2.1): an OCSP response as a rule (RFC 5940).
-void AddRevocation(CFileReader& reader, const CAsn1Element& choice, ItemIndex message) {
-    const bool isOther = choice.tag == ContextConstructed(1);
-    const CAsn1Element info = isOther ? Child(choice, 1) : CAsn1Element();
-    reader.AddObject(info.raw.empty() ? choice.raw : info.raw, message);
+// In the place of a list may stand something else: an OCSP response as a rule (RFC 5940).
+void AddRevocation(CFileReader& reader, const CAsn1RevocationChoiceView& choice,
+                   ItemIndex message) {
+    reader.AddObject(choice.Info().raw, message);
 }
 
 // As the signature names its signer; "" where that cannot be read.
@@ -146,14 +146,11 @@ bool IsMessage(std::span<const unsigned char> octets) {
 }
 
 bool IsTimeStamp(std::span<const unsigned char> octets) {
-    const std::span<const unsigned char> signedData = FindSignedData(octets);
-    const CAsn1Element content = Child(FirstElement(signedData), 2);
-    return IsOid(ContentIf(Child(content, 0), kAsn1ObjectIdentifier), "id-ct-TSTInfo");
+    return IsOid(EncapsulatedIn(octets).EContentType(), "id-ct-TSTInfo");
 }
 
 bool IsAttached(std::span<const unsigned char> octets) {
-    const CAsn1Element content = Child(FirstElement(FindSignedData(octets)), 2);
-    return !Child(content, 1).raw.empty();
+    return EncapsulatedIn(octets).HasEContent();
 }
 
 void ReadMessage(CFileReader& reader, ItemIndex item) {
@@ -188,7 +185,7 @@ void ReadSignature(CFileReader& reader, ItemIndex item) {
     for (const auto* list : {signer.Get()->SignedAttrs(), signer.Get()->UnsignedAttrs()}) {
         CAsn1Element attribute;
         CAsn1Cursor at(list != nullptr ? list->ContentOctets() : std::span<const unsigned char>());
-        while (!at.AtEnd() && at.Next(attribute) == Asn1Fault::kNone) {
+        while (at.Step(attribute)) {
             ReadAttribute(reader, attribute, item);
         }
     }
@@ -208,7 +205,7 @@ QString TimeStampName(const CFileDocument& document, ItemIndex item) {
     if (stamp.Get() == nullptr || stamp.Get()->GenTime() == nullptr) {
         return {};
     }
-    return ShownLine(TimeLine(ElementOf(*stamp.Get()->GenTime())));
+    return ShownLine(TimeLine(*stamp.Get()->GenTime()));
 }
 
 QString SignatureName(const CFileDocument& document, ItemIndex item) {

@@ -4,6 +4,7 @@
 #include "asn1/CryptAsn1Parser.h"
 #include "asn1/Elements.h"
 #include "asn1/cms/SignerInfo.h"
+#include "asn1/views/MessageViews.h"
 #include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
@@ -71,13 +72,8 @@ bool IsSignature(const FileItem& item) {
 }
 
 std::span<const unsigned char> CertificatesOf(std::span<const unsigned char> message) {
-    const std::span<const unsigned char> signedData = ca::FindSignedData(message);
-    if (signedData.empty()) {
-        return {};
-    }
-    constexpr std::size_t kBehindContent = 3;  // version, digestAlgorithms, encapContentInfo
-    const CAsn1Element set = ca::Child(ca::FirstElement(signedData), kBehindContent);
-    return set.tag == ca::ContextConstructed(0) ? set.content : std::span<const unsigned char>();
+    const CAsn1SignedDataView signedData(ca::FirstElement(ca::FindSignedData(message)));
+    return signedData.Certificates().content;
 }
 
 }  // namespace

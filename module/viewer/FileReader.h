@@ -68,13 +68,12 @@ class CFileReader {
 template <class AddOne>
 void CFileReader::AddEach(std::span<const unsigned char> elements, ItemIndex parent, AddOne add) {
     CAsn1Cursor cursor(elements);
-    while (!cursor.AtEnd()) {
-        CAsn1Element element;
-        if (cursor.Next(element) != Asn1Fault::kNone) {
-            AddCut(cursor.Rest(), parent);
-            return;
-        }
+    CAsn1Element element;
+    while (cursor.Step(element)) {
         add(element);
+    }
+    if (!cursor.AtEnd()) {
+        AddCut(cursor.Rest(), parent);
     }
 }
 

@@ -136,7 +136,7 @@ std::shared_ptr<X509_CRL> CFetchedLists::Fetch(const CProviderCall& call,
         unsigned length = 0;
         Http::GetBlob(source.url, settings, body, length);
         for (const PayloadItem& item : DecodePayload({body.Get(), length})) {
-            const std::span<unsigned char> list = FindCrl(item.octets);
+            const std::span<const unsigned char> list = FindCrl(item.octets);
             if (CrlPtr crl = list.empty() ? nullptr : m_library.ReadCrl(list)) {
                 return {crl.release(), &X509_CRL_free};
             }

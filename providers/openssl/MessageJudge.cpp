@@ -1,5 +1,7 @@
 #include "providers/openssl/MessageJudge.h"
 
+#include "asn1/Elements.h"
+#include "asn1/views/MessageViews.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
@@ -11,7 +13,6 @@
 #include "records/CertInfoFill.h"
 #include "records/SignInfo.h"
 #include "records/SignInfoFill.h"
-#include "records/text/Elements.h"
 
 #include <openssl/ess.h>
 
@@ -126,10 +127,10 @@ CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, co
     }
 }
 
-bool CMessageJudge::Read(std::span<unsigned char> message) {
+bool CMessageJudge::Read(std::span<const unsigned char> message) {
     // Each algorithm is a pass over the content, and each signer looks through the certificates.
-    const CAsn1Element signedData = FirstElement(FindSignedData(message));
-    if (CountElements(CAsn1Cursor(Child(signedData, 1).content)) > kMaxDigests) {
+    const CAsn1SignedDataView signedData(FirstElement(FindSignedData(message)));
+    if (CountElements(CAsn1Cursor(signedData.DigestAlgorithms().content)) > kMaxDigests) {
         m_fault = Say(Words::kMessageTooMuch);
         return false;
     }

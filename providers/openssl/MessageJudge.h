@@ -23,7 +23,7 @@ class CMessageJudge : public ISignatureJudge {
     void Judge(std::size_t signer, SignInfo& record) override;
 
   private:
-    bool Read(std::span<unsigned char> message);
+    bool Read(std::span<const unsigned char> message);
     bool Digest(const VerifyArguments& what);
     void GiveContent(FileData& extracted) const;
     void FindSigners();

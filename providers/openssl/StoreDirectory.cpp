@@ -173,7 +173,7 @@ std::shared_ptr<const CStoreDirectory::File> CStoreDirectory::ReadFile(const std
             file->keys.emplace_back();
         } else if (const ObjectKind* kind = RecogniseObject(SourceOf(item));
                    kind != nullptr && kind->reader == ObjectReader::kCrl) {
-            const std::span<unsigned char> list = FindCrl(item.octets);
+            const std::span<const unsigned char> list = FindCrl(item.octets);
             file->crls.emplace_back(list.begin(), list.end());
         } else if (form == KeyForm::kPlain) {
             try {

@@ -40,8 +40,9 @@ Payload ReadPayload(const ca::COpenSslLibrary& library, std::span<unsigned char>
             sk_X509_push(payload.companions.certificates.get(), certificate.release());
             payload.certificates.emplace_back(der.begin(), der.end());
         }
-        const std::span<unsigned char> list =
-            bundle.certificates.empty() ? ca::FindCrl(item.octets) : std::span<unsigned char>();
+        const std::span<const unsigned char> list = bundle.certificates.empty()
+                                                        ? ca::FindCrl(item.octets)
+                                                        : std::span<const unsigned char>();
         if (ca::CrlPtr crl = list.empty() ? nullptr : library.ReadCrl(list)) {
             sk_X509_CRL_push(payload.companions.crls.get(), crl.release());
         }

@@ -32,7 +32,7 @@ constexpr Word kBodies[] = {
 void SayParty(CDescriptionBuilder& builder, FieldId id, const CAsn1GeneralName* name) {
     if (name != nullptr) {
         ca::CTextLines faults;
-        builder.Text(id, ca::GeneralNameLine(ca::ElementOf(*name), faults));
+        builder.Text(id, ca::GeneralNameLine(*name, faults));
         builder.Fault(faults.TakeFaults());
     }
 }

@@ -2,6 +2,9 @@
 
 #include "asn1/Oid.h"
 #include "asn1/crl/CertificateList.h"
+#include "asn1/views/CertificateViews.h"
+#include "asn1/views/CrlViews.h"
+#include "asn1/views/ExtensionView.h"
 #include "common/Exception.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
@@ -30,7 +33,7 @@ namespace ca {
 namespace {
 
 // Returns the identifier; empty when the extension could not be read.
-Octets SayExtension(CDescriptionBuilder& builder, std::span<const unsigned char> extension) {
+Octets SayExtension(CDescriptionBuilder& builder, const CAsn1ExtensionView& extension) {
     CertInfoExtension record;
     std::wstring error;
     const ExtensionParts parts = FillExtension(extension, record, error);
@@ -88,15 +91,10 @@ void SayAttribute(CDescriptionBuilder& builder, const CAsn1Attribute& attribute,
 // The names by which people know the object.
 std::wstring SubjectOf(std::span<const unsigned char> octets, std::string_view kind) {
     if (kind == "certificate") {
-        const std::string_view subject = NamesOf(octets).subject;
-        return ReadableName(FirstElement(
-            Octets(reinterpret_cast<const unsigned char*>(subject.data()), subject.size())));
+        return ReadableName(CAsn1CertificateView(FirstElement(octets)).TbsCertificate().Subject());
     }
     if (kind == "crl") {
-        const CPartlyDecoded<CAsn1CertificateList> list(octets);
-        const CAsn1TbsCertList* tbs = Of(list.Get(), &CAsn1CertificateList::TbsCertList);
-        const CAsn1Name* issuer = Of(tbs, &CAsn1TbsCertList::Issuer);
-        return issuer != nullptr ? ReadableName(ElementOf(*issuer)) : std::wstring();
+        return ReadableName(CAsn1CertificateListView(FirstElement(octets)).TbsCertList().Issuer());
     }
     return {};
 }
@@ -126,7 +124,7 @@ void SayOid(CDescriptionBuilder& builder, FieldId id, const CAsn1ObjectIdentifie
 void SayAlgorithm(CDescriptionBuilder& builder, FieldId id,
                   const CAsn1AlgorithmIdentifier* algorithm) {
     if (algorithm != nullptr) {
-        builder.Text(id, AlgorithmText(ElementOf(*algorithm)));
+        builder.Text(id, AlgorithmText(*algorithm));
     }
 }
 
@@ -135,9 +133,8 @@ void SayWithParameters(CDescriptionBuilder& builder, FieldId id,
     if (algorithm == nullptr) {
         return;
     }
-    const CAsn1Element element = ElementOf(*algorithm);
     std::wstring text = OidName(OctetsOf(algorithm->Algorithm()));
-    const ParametersForms parameters = DescribeParameters(element);
+    const ParametersForms parameters = DescribeParameters(*algorithm);
     AppendListed(text, parameters.text);
     builder.Text(id, std::move(text));
     builder.Fault(parameters.error);
@@ -145,7 +142,7 @@ void SayWithParameters(CDescriptionBuilder& builder, FieldId id,
 
 void SayName(CDescriptionBuilder& builder, FieldId id, const CAsn1Name* name) {
     if (name != nullptr) {
-        const NameForms forms = DescribeName(ElementOf(*name));
+        const NameForms forms = DescribeName(*name);
         builder.Text(id, forms.readable);
         builder.Fault(forms.error);
     }
@@ -155,10 +152,9 @@ void SayTime(CDescriptionBuilder& builder, FieldId id, const CAsn1Object* time) 
     if (time == nullptr) {
         return;
     }
-    const CAsn1Element element = ElementOf(*time);
-    builder.Text(id, TimeLine(element));
-    if (!ReadTime(element)) {
-        builder.Fault(std::wstring(NameOf(id).Caption()) + L": " + TimeLine(element));
+    builder.Text(id, TimeLine(*time));
+    if (!ReadTime(*time)) {
+        builder.Fault(std::wstring(NameOf(id).Caption()) + L": " + TimeLine(*time));
     }
 }
 
@@ -168,7 +164,7 @@ void SayString(CDescriptionBuilder& builder, FieldId id, const CAsn1Object* text
 
 void SayDigest(CDescriptionBuilder& builder, FieldId id, const CAsn1AlgorithmIdentifier* algorithm,
                const CAsn1OctetString* digest) {
-    std::wstring text = algorithm != nullptr ? AlgorithmText(ElementOf(*algorithm)) : L"";
+    std::wstring text = algorithm != nullptr ? AlgorithmText(*algorithm) : L"";
     if (digest != nullptr) {
         text.append(text.empty() ? L"" : L": ").append(Hex(builder.Joined(digest)));
     }
@@ -189,13 +185,9 @@ void SayExtensionList(CDescriptionBuilder& builder, FieldId id, const CAsn1Exten
     const CDescriptionBuilder::Level level(builder, id, FieldForm::kList);
     std::set<std::string_view> seen;
     CAsn1Cursor cursor(extensions->ContentOctets());
-    for (std::size_t index = 0; !cursor.AtEnd() && index < kMaxListed; ++index) {
-        CAsn1Element extension;
-        if (cursor.Next(extension) != Asn1Fault::kNone) {
-            extension.raw = cursor.Rest();
-            cursor = {};
-        }
-        const Octets oid = SayExtension(builder, extension.raw);
+    CAsn1Element extension;
+    for (std::size_t index = 0; index < kMaxListed && cursor.StepOrRest(extension); ++index) {
+        const Octets oid = SayExtension(builder, extension);
         if (!oid.empty() && !seen.insert(AsText(oid)).second && repeats == Repeats::kFault) {
             builder.Fault(SetZORNAMessage(kMsgExtensionRepeated) + (L": " + OidWithName(oid)));
         }
@@ -244,7 +236,7 @@ void SayKey(CDescriptionBuilder& builder, const PublicKeyForms& key) {
 
 void SayPublicKey(CDescriptionBuilder& builder, const CAsn1SubjectPublicKeyInfo* key) {
     if (key != nullptr) {
-        SayKey(builder, DescribePublicKey(ElementOf(*key)));
+        SayKey(builder, DescribePublicKey(*key));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "asn1/algorithms/RsaParameters.h"
 #include "asn1/keys/PrivateKeyInfo.h"
 #include "asn1/keys/TraditionalKeys.h"
+#include "asn1/views/AlgorithmViews.h"
 #include "common/DecimalText.h"
 #include "common/Encode.h"
 #include "records/objects/Describers.h"
@@ -37,7 +38,7 @@ void SayGroup(CDescriptionBuilder& builder, const CAsn1Integer* prime, const CAs
 void SayGenerator(CDescriptionBuilder& builder, const CAsn1Integer* generator) {
     std::uint32_t small = 0;
     if (generator != nullptr) {
-        builder.Text(FieldId::kGenerator, ca::ReadSmallInteger(ca::ElementOf(*generator), small)
+        builder.Text(FieldId::kGenerator, ca::ReadSmallInteger(*generator, small)
                                               ? ca::DecimalText(small)
                                               : ca::SizeText(generator));
     }
@@ -128,7 +129,7 @@ namespace ca {
 
 void DescribePublicKeyObject(const ObjectSource& source, CDescriptionBuilder& builder) {
     const std::span<const unsigned char> octets = builder.Mended(source.octets);
-    if (Child(FirstElement(octets), 0).tag == kAsn1Integer) {
+    if (CAsn1RsaPublicKeyView(FirstElement(octets)).Modulus().tag == kAsn1Integer) {
         SayRsaPublicKey(builder, octets);
         return;
     }
@@ -140,7 +141,7 @@ void SayPrivateKeyInfo(CDescriptionBuilder& builder, const CAsn1PrivateKeyInfo& 
     builder.Text(FieldId::kFormat, Word::kPkcs8);
     PublicKeyForms forms;
     if (key.PrivateKeyAlgorithm() != nullptr) {
-        forms = DescribeKeyAlgorithm(ElementOf(*key.PrivateKeyAlgorithm()));
+        forms = DescribeKeyAlgorithm(*key.PrivateKeyAlgorithm());
     }
     forms.key = Hex(BitsOf(key.PublicKey()).octets);
     const std::span<const unsigned char> octets = builder.Joined(key.PrivateKey());
@@ -167,7 +168,8 @@ void DescribePrivateKey(const ObjectSource& source, CDescriptionBuilder& builder
     const std::span<const unsigned char> octets = builder.Mended(source.octets);
     const CAsn1Element root = FirstElement(octets);
     for (const TraditionalKey& known : kTraditionalKeys) {
-        const bool isPkcs8 = Child(root, 1).tag == kAsn1Sequence;
+        const bool isPkcs8 =
+            CAsn1PrivateKeyInfoView(root).PrivateKeyAlgorithm().Element().tag == kAsn1Sequence;
         if (HasShape(root, known.shape) || (!isPkcs8 && source.label == known.label)) {
             known.say(builder, octets);
             return;
@@ -194,7 +196,7 @@ void DescribeDhParameters(const ObjectSource& source, CDescriptionBuilder& build
     const std::span<const unsigned char> octets = builder.Mended(source.octets);
     // The second group of numbers has the order of a subgroup, which is never small.
     std::uint32_t small = 0;
-    const CAsn1Element third = Child(FirstElement(octets), 2);
+    const CAsn1Element third = CAsn1DhGroupView(FirstElement(octets)).LengthOrOrder();
     if (third.tag == kAsn1Integer && !ReadSmallInteger(third, small)) {
         const CReading<CAsn1DomainParameters> group(octets, builder);
         builder.Text(FieldId::kFormat, L"X9.42");

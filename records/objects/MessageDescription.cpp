@@ -4,6 +4,7 @@
 #include "asn1/cms/ContentCollection.h"
 #include "asn1/cms/EncryptedData.h"
 #include "asn1/cms/SignedData.h"
+#include "asn1/views/MessageViews.h"
 #include "common/DecimalText.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
@@ -85,8 +86,7 @@ void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedConten
         builder.Absent(FieldId::kContentSize, Word::kNotEnclosed);
         return;
     }
-    const bool isWrapped =
-        (ElementOf(*content->EContent()).tag & ~kAsn1ConstructedBit) == kAsn1OctetString;
+    const bool isWrapped = (content->EContent()->Tag() & ~kAsn1ConstructedBit) == kAsn1OctetString;
     const Value octets =
         isWrapped ? builder.Joined(content->EContent()) : content->EContent()->Raw();
     builder.Text(FieldId::kContentSize, OctetsCountText(octets.size()));
@@ -103,7 +103,7 @@ void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedConten
 
 void DescribeEmptySignedData(const ObjectSource& source, CDescriptionBuilder& builder) {
     const Value octets = builder.Mended(source.octets);
-    const bool isMessage = Child(FirstElement(octets), 0).tag == kAsn1ObjectIdentifier;
+    const bool isMessage = CAsn1ContentInfoView(FirstElement(octets)).HasContentType();
     std::optional<CMessage> message;
     if (isMessage) {
         message.emplace(octets, builder);
@@ -203,7 +203,7 @@ void DescribeOtherContent(const ObjectSource& source, CDescriptionBuilder& build
 
 void DescribeTrustList(const ObjectSource& source, CDescriptionBuilder& builder) {
     const Value octets = builder.Mended(source.octets);
-    if (Child(FirstElement(octets), 0).tag != kAsn1ObjectIdentifier) {
+    if (!CAsn1TrustListView(FirstElement(octets)).IsBareMembers()) {
         SayTrustListFields(builder, octets);
         return;
     }

@@ -22,7 +22,7 @@ class CMessage {
     /// The element; empty when it is elsewhere.
     std::span<const unsigned char> Content() const {
         const CAsn1Any* content = Of(m_message.Get(), &CAsn1ContentInfo::Content);
-        return content != nullptr ? ElementOf(*content).raw : std::span<const unsigned char>();
+        return content != nullptr ? content->Raw() : std::span<const unsigned char>();
     }
 
   private:

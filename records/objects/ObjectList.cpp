@@ -29,7 +29,7 @@ class CItemSplit {
     void Run() {
         CAsn1Element element;
         CAsn1Cursor cursor(m_octets);
-        if (cursor.AtEnd() || cursor.Next(element) != Asn1Fault::kNone || IsOnlyKnownWhole()) {
+        if (!cursor.Step(element) || IsOnlyKnownWhole()) {
             return;
         }
         while (!cursor.AtEnd() && m_unknown < kMaxUnknown) {
@@ -39,9 +39,8 @@ class CItemSplit {
                 EndLast(rest);
                 return;
             }
-            const bool isWhole = cursor.Next(element) == Asn1Fault::kNone;
-            Take(isWhole ? element.raw : rest, rest);
-            cursor = isWhole ? cursor : CAsn1Cursor();
+            cursor.StepOrRest(element);
+            Take(element.raw, rest);
         }
     }
 

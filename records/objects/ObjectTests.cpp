@@ -2,6 +2,9 @@
 
 #include "asn1/Elements.h"
 #include "asn1/OidTable.h"
+#include "asn1/views/AlgorithmViews.h"
+#include "asn1/views/CertificateViews.h"
+#include "asn1/views/MessageViews.h"
 #include "records/AttrCertInfoFill.h"
 #include "records/CertInfoFill.h"
 #include "records/CrlInfoFill.h"
@@ -14,14 +17,14 @@
 
 namespace {
 
-using ca::Child;
 using ca::Octets;
 
-const ca::OidInfo* TypeOf(const CAsn1Element& algorithm) {
-    return ca::FindOid(ca::ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier));
+// Of an AlgorithmIdentifier, or of a ContentInfo, which begins alike.
+const ca::OidInfo* TypeOf(const CAsn1AlgorithmView& algorithm) {
+    return ca::FindOid(algorithm.Algorithm());
 }
 
-bool IsOfKind(const CAsn1Element& algorithm, ca::OidKind kind) {
+bool IsOfKind(const CAsn1AlgorithmView& algorithm, ca::OidKind kind) {
     const ca::OidInfo* type = TypeOf(algorithm);
     return type != nullptr && type->kind == kind;
 }
@@ -37,25 +40,13 @@ struct SignedParts {
 };
 
 SignedParts PartsOf(const CAsn1Element& object) {
-    constexpr std::size_t kBehindContent = 3;
+    const CAsn1ContentInfoView message(object);
+    const CAsn1SignedDataView data(message.HasContentType() ? message.Content() : object);
     SignedParts parts;
-    const bool isContentInfo = Child(object, 0).tag == kAsn1ObjectIdentifier;
-    const CAsn1Element message = isContentInfo ? Child(Child(object, 1), 0) : object;
-    CAsn1Element member;
-    std::size_t index = 0;
-    for (CAsn1Cursor cursor(message.content);
-         !cursor.AtEnd() && cursor.Next(member) == Asn1Fault::kNone; ++index) {
-        const bool isEmpty = member.content.empty();
-        if (index < kBehindContent) {
-            parts.isThere = true;
-        } else if (member.tag == ca::ContextConstructed(0)) {
-            parts.hasCertificates = !isEmpty;
-        } else if (member.tag == ca::ContextConstructed(1)) {
-            parts.hasCrls = !isEmpty;
-        } else {
-            parts.hasSigners = !isEmpty;
-        }
-    }
+    parts.isThere = data.HasMembers();
+    parts.hasCertificates = !data.Certificates().content.empty();
+    parts.hasCrls = !data.Crls().content.empty();
+    parts.hasSigners = !data.SignerInfos().content.empty();
     return parts;
 }
 
@@ -100,8 +91,10 @@ bool IsSubgroup(const Number& order, const Number& prime) {
 }
 
 bool IsRsaKey(const CAsn1Element& object) {
-    const Number modulus = NumberOf(Child(object, 0));
-    return modulus.isOdd && modulus.bits >= kLeastModulus && IsExponent(NumberOf(Child(object, 1)));
+    const CAsn1RsaPublicKeyView key(object);
+    const Number modulus = NumberOf(key.Modulus());
+    return modulus.isOdd && modulus.bits >= kLeastModulus &&
+           IsExponent(NumberOf(key.PublicExponent()));
 }
 
 // A base of two numbers alone that is large could as well be the second half of a signature, which
@@ -128,10 +121,9 @@ bool IsCertificate(const CAsn1Element& object, const unsigned char* cutAt) {
         return LooksLikeCertificate(object.raw);
     }
     // One without a version begins as a list with one does, until the period tells them apart.
-    const CAsn1Element tbs = Child(object, 0);
-    const std::size_t serial = Child(tbs, 0).tag == ContextConstructed(0) ? 1 : 0;
-    const unsigned char time = Child(Child(tbs, serial + 3), 0).tag;
-    return (serial != 0 || time == kAsn1UtcTime || time == kAsn1GeneralizedTime) &&
+    const CAsn1TbsCertificateView tbs = CAsn1CertificateView(object).TbsCertificate();
+    const unsigned char time = tbs.NotBefore().tag;
+    return (tbs.HasVersion() || time == kAsn1UtcTime || time == kAsn1GeneralizedTime) &&
            HasShape(object, "S(S(0(I$)?IS(O)S(T*$)S(tt$)S(T*$)S(S(O)B", cutAt);
 }
 
@@ -164,36 +156,38 @@ bool IsContentInfo(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
 bool IsTimeStampResponse(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     constexpr std::uint32_t kLastStatus = 5;  // RFC 3161, 2.4.2
     std::uint32_t status = 0;
-    return ReadSmallInteger(Child(Child(object, 0), 0), status) && status <= kLastStatus;
+    return ReadSmallInteger(CAsn1TimeStampRespView(object).Status(), status) &&
+           status <= kLastStatus;
 }
 
 bool IsEncryptedKey(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
-    const CAsn1Element scheme = Child(object, 0);
+    const CAsn1AlgorithmView scheme = CAsn1EncryptedKeyView(object).EncryptionAlgorithm();
     return IsOfKind(scheme, OidKind::kCipher) ||
-           (TypeOf(scheme) == nullptr && Child(scheme, 1).tag == kAsn1Sequence);
+           (TypeOf(scheme) == nullptr && scheme.Parameters().tag == kAsn1Sequence);
 }
 
 bool IsPublicKey(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
-    const CAsn1Element algorithm = Child(object, 0);
-    if (algorithm.tag == kAsn1Integer) {
+    const CAsn1AlgorithmView algorithm = CAsn1PublicKeyInfoView(object).Algorithm();
+    if (algorithm.Element().tag == kAsn1Integer) {
         return IsRsaKey(object);
     }
     return !IsOfKind(algorithm, OidKind::kDigest) && !IsOfKind(algorithm, OidKind::kCipher);
 }
 
 bool IsDsaGroup(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
-    const Number prime = NumberOf(Child(object, 0));
-    const Number order = NumberOf(Child(object, 1));
-    const Number generator = NumberOf(Child(object, 2));
+    const CAsn1DssParmsView group(object);
+    const Number prime = NumberOf(group.P());
+    const Number order = NumberOf(group.Q());
+    const Number generator = NumberOf(group.G());
     return prime.isOdd && IsSubgroup(order, prime) && generator.bits > order.bits;
 }
 
 bool IsDhGroup(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
-    const Number prime = NumberOf(Child(object, 0));
-    const Number third = NumberOf(Child(object, 2));
-    const bool hasThird = Child(object, 2).tag == kAsn1Integer;
-    return prime.isOdd && prime.bits >= kLeastModulus &&
-           IsBase(NumberOf(Child(object, 1)), prime) &&
+    const CAsn1DhGroupView group(object);
+    const Number prime = NumberOf(group.Prime());
+    const Number third = NumberOf(group.LengthOrOrder());
+    const bool hasThird = group.LengthOrOrder().tag == kAsn1Integer;
+    return prime.isOdd && prime.bits >= kLeastModulus && IsBase(NumberOf(group.Base()), prime) &&
            (!hasThird || third.bits <= kMostSmall || IsSubgroup(third, prime));
 }
 
@@ -203,17 +197,18 @@ bool IsCurve(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
 }
 
 bool IsCertificatePair(const CAsn1Element& object, const unsigned char* cutAt) {
-    return cutAt != nullptr ||
-           (IsSignedObject(Child(Child(object, 0), 0)) &&
-            (Child(object, 1).raw.empty() || IsSignedObject(Child(Child(object, 1), 0))));
+    const CAsn1CertificatePairView pair(object);
+    return cutAt != nullptr || (IsSignedObject(pair.First().Element()) &&
+                                (!pair.HasSecond() || IsSignedObject(pair.Second().Element())));
 }
 
 bool IsCertificatePath(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     constexpr std::size_t kLookedAt = 8;
     CAsn1Element member;
     std::size_t count = 0;
-    for (CAsn1Cursor cursor(object.content); !cursor.AtEnd() && count < kLookedAt; ++count) {
-        if (cursor.Next(member) != Asn1Fault::kNone || !IsSignedObject(member)) {
+    for (CAsn1Cursor cursor(object.content); count < kLookedAt && cursor.StepOrRest(member);
+         ++count) {
+        if (!IsSignedObject(member)) {
             return false;
         }
     }
@@ -227,14 +222,15 @@ bool IsAlgorithm(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
         OidKind::kKeyDerivation, OidKind::kCipher,  OidKind::kCompression};
     const OidInfo* type = TypeOf(object);
     return type != nullptr && std::ranges::find(kKinds, type->kind) != std::end(kKinds) &&
-           (Child(object, 1).tag & kAsn1ContextBit) == 0;
+           (CAsn1AlgorithmView(object).Parameters().tag & kAsn1ContextBit) == 0;
 }
 
 const OidInfo* ContentTypeOf(const CAsn1Element& object) {
     const OidInfo* type = TypeOf(object);
-    const bool isContentInfo =
-        object.tag == kAsn1Sequence && type != nullptr && type->kind == OidKind::kContentType &&
-        (Child(object, 1).raw.empty() || Child(object, 1).tag == ContextConstructed(0));
+    const CAsn1ContentInfoView view(object);
+    const bool isContentInfo = object.tag == kAsn1Sequence && type != nullptr &&
+                               type->kind == OidKind::kContentType &&
+                               (!view.HasContent() || view.IsContentTagged());
     return isContentInfo ? type : nullptr;
 }
 

@@ -1,5 +1,6 @@
 #include "asn1/ocsp/OcspRequest.h"
 #include "asn1/ocsp/OcspResponse.h"
+#include "asn1/views/MessageViews.h"
 #include "common/DecimalText.h"
 #include "records/SignedFill.h"
 #include "records/objects/Describers.h"
@@ -60,7 +61,7 @@ void SayStatus(CDescriptionBuilder& builder, const CAsn1CertStatus* status) {
     ca::SayTime(builder, FieldId::kRevokedAt, revoked->RevocationTime());
     std::uint32_t reason = 0;
     if (revoked->RevocationReason() != nullptr &&
-        ca::ReadSmallInteger(ca::ElementOf(*revoked->RevocationReason()), reason)) {
+        ca::ReadSmallInteger(*revoked->RevocationReason(), reason)) {
         builder.Text(FieldId::kReason, ca::ReasonText(reason));
     }
 }
@@ -101,7 +102,7 @@ void SayResponseStatus(CDescriptionBuilder& builder, const CAsn1Any* status) {
     if (status == nullptr) {
         return;
     }
-    if (!ca::ReadSmallInteger(ca::ElementOf(*status), number)) {
+    if (!ca::ReadSmallInteger(*status, number)) {
         builder.Unreadable(FieldId::kStatus, status->Raw());
         return;
     }
@@ -115,7 +116,7 @@ namespace ca {
 
 void DescribeOcspResponse(const ObjectSource& source, CDescriptionBuilder& builder) {
     const std::span<const unsigned char> octets = builder.Mended(source.octets);
-    if (Child(FirstElement(octets), 0).tag == kAsn1Sequence) {
+    if (CAsn1OcspResponseView(FirstElement(octets)).IsBasic()) {
         SayBasicResponse(builder, octets);
         return;
     }
@@ -138,8 +139,7 @@ void DescribeOcspRequest(const ObjectSource& source, CDescriptionBuilder& builde
         SayVersion(builder, tbs->Version());
         if (tbs->RequestorName() != nullptr) {
             CTextLines faults;
-            builder.Text(FieldId::kRequestor,
-                         GeneralNameLine(ElementOf(*tbs->RequestorName()), faults));
+            builder.Text(FieldId::kRequestor, GeneralNameLine(*tbs->RequestorName(), faults));
             builder.Fault(faults.TakeFaults());
         }
         SayGroups(builder, FieldId::kRequests, tbs->RequestList(), [&](const auto& single) {

@@ -75,7 +75,7 @@ void SayStatus(CDescriptionBuilder& builder, const CAsn1PkiStatusInfo* info) {
         return;
     }
     std::uint32_t number = 0;
-    if (info->Status() != nullptr && ca::ReadSmallInteger(ca::ElementOf(*info->Status()), number)) {
+    if (info->Status() != nullptr && ca::ReadSmallInteger(*info->Status(), number)) {
         const Word word = number < std::size(kStatuses) ? kStatuses[number] : Word::kUnknownStatus;
         builder.Text(FieldId::kStatus,
                      ca::WordText(word) + (L" (" + ca::DecimalText(number) + L')'));

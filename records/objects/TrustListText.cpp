@@ -54,9 +54,9 @@ bool SayTrustList(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines
     if (list->SequenceNumber() != nullptr) {
         SayField(FieldId::kNumber, SerialText(OctetsOf(list->SequenceNumber())), lines);
     }
-    SayField(FieldId::kThisUpdate, TimeLine(ElementOf(*list->CtlThisUpdate())), lines);
+    SayField(FieldId::kThisUpdate, TimeLine(*list->CtlThisUpdate()), lines);
     if (list->CtlNextUpdate() != nullptr) {
-        SayField(FieldId::kNextUpdate, TimeLine(ElementOf(*list->CtlNextUpdate())), lines);
+        SayField(FieldId::kNextUpdate, TimeLine(*list->CtlNextUpdate()), lines);
     }
     const auto* entries = list->TrustedSubjects();
     SayField(FieldId::kEntries, DecimalText(entries != nullptr ? entries->Count() : 0), lines);

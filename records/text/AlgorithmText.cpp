@@ -6,7 +6,6 @@
 
 namespace {
 
-using ca::ContentIf;
 using ca::Octets;
 
 // Digests by the signature or key algorithm they belong to.
@@ -83,10 +82,6 @@ constexpr DigestRow kDigests[] = {
 
 constexpr ca::COid kPss = "id-RSASSA-PSS";
 
-Octets TypeOf(const CAsn1Element& algorithm) {
-    return ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier);
-}
-
 std::wstring NameOf(const ca::OidInfo* type, Octets oid) {
     if (type != nullptr) {
         return type->Name();
@@ -110,8 +105,8 @@ const OidInfo* DigestOf(const OidInfo& algorithm) {
     return digestsByAlgorithm.Get().Find(&algorithm);
 }
 
-SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm) {
-    const Octets oid = TypeOf(algorithm);
+SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1AlgorithmView& algorithm) {
+    const Octets oid = algorithm.Algorithm();
     const OidInfo* type = FindOid(oid);
     SignatureAlgorithmForms forms;
     forms.text = NameOf(type, oid);
@@ -129,20 +124,21 @@ SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm
     return forms;
 }
 
-std::wstring AlgorithmText(const CAsn1Element& algorithm) {
-    const Octets oid = TypeOf(algorithm);
+std::wstring AlgorithmText(const CAsn1AlgorithmView& algorithm) {
+    const Octets oid = algorithm.Algorithm();
     const OidInfo* type = FindOid(oid);
     return type == kPss ? DescribeSignatureAlgorithm(algorithm).text : NameOf(type, oid);
 }
 
-std::wstring SignerAlgorithmText(const CAsn1Element& signature, const CAsn1Element& digest) {
-    const OidInfo* info = FindOid(TypeOf(signature));
+std::wstring SignerAlgorithmText(const CAsn1AlgorithmView& signature,
+                                 const CAsn1AlgorithmView& digest) {
+    const OidInfo* info = FindOid(signature.Algorithm());
     const bool isKeyAlone = info != nullptr && info->kind == OidKind::kKey;
-    if (!isKeyAlone || TypeOf(digest).empty()) {
+    if (!isKeyAlone || digest.Algorithm().empty()) {
         return AlgorithmText(signature);
     }
     return info->Name() + std::wstring(L" ") + SetZORNAMessage(kMsgWith) + L' ' +
-           OidName(TypeOf(digest));
+           OidName(digest.Algorithm());
 }
 
 }  // namespace ca

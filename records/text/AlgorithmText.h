@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/Elements.h"
+#include "asn1/views/AlgorithmViews.h"
 
 #include <string>
 
@@ -13,7 +13,7 @@ struct OidInfo;
 
 /// The readable name of an AlgorithmIdentifier (RFC 5280 4.1.1.2); the dotted text of an unknown
 /// one. RSA-PSS with its parameters: "RSA-PSS, SHA-256, MGF1 SHA-256, 32" (RFC 4055 3.1).
-std::wstring AlgorithmText(const CAsn1Element& algorithm);
+std::wstring AlgorithmText(const CAsn1AlgorithmView& algorithm);
 
 /// A signature algorithm in words.
 struct SignatureAlgorithmForms {
@@ -21,14 +21,15 @@ struct SignatureAlgorithmForms {
     std::wstring digest;  ///< the name of the digest it works with; "" when it is not known
     std::wstring error;   ///< what is wrong with its parameters; empty when nothing is
 };
-SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1Element& algorithm);
+SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1AlgorithmView& algorithm);
 
 /// The digest that a signature or key algorithm always works with; null when it is not known.
 const OidInfo* DigestOf(const OidInfo& algorithm);
 
 /// The signature algorithm of a message's signer: a key algorithm alone, as CMS allows, is
 /// completed by the digest ("RSA with SHA-256").
-std::wstring SignerAlgorithmText(const CAsn1Element& signature, const CAsn1Element& digest);
+std::wstring SignerAlgorithmText(const CAsn1AlgorithmView& signature,
+                                 const CAsn1AlgorithmView& digest);
 
 /// A SubjectPublicKeyInfo in words.
 struct PublicKeyForms {
@@ -38,10 +39,10 @@ struct PublicKeyForms {
     std::wstring hashAlgs;  ///< digests that go with the key, best first, ", " between them
     std::wstring error;     ///< what could not be read; empty when all could
 };
-PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo);
+PublicKeyForms DescribePublicKey(const CAsn1PublicKeyInfoView& publicKeyInfo);
 
 /// What the algorithm of a key says by itself: `key` is empty, and so is the size of RSA.
-PublicKeyForms DescribeKeyAlgorithm(const CAsn1Element& algorithm);
+PublicKeyForms DescribeKeyAlgorithm(const CAsn1AlgorithmView& algorithm);
 
 /// "2048 bit", the size of a modulus; "" for null.
 std::wstring SizeText(const CAsn1Integer* modulus);

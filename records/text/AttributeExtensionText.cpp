@@ -20,10 +20,10 @@ void SayTargetCert(const CAsn1TargetCert& target, CTextLines& lines) {
     lines.Line(kMsgTargetCertificate, L"");
     const CTextLines::Level level(lines);
     const CAsn1IssuerSerial& certificate = *target.TargetCertificate();
-    lines.Line(kMsgIssuer, ca::GeneralNamesLine(certificate.Issuer()->ContentOctets(), lines));
+    lines.Line(kMsgIssuer, ca::GeneralNamesLine(*certificate.Issuer(), lines));
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(certificate.Serial())));
     if (target.TargetName() != nullptr) {
-        lines.Line(kMsgTargetName, ca::GeneralNameLine(ca::ElementOf(*target.TargetName()), lines));
+        lines.Line(kMsgTargetName, ca::GeneralNameLine(*target.TargetName(), lines));
     }
     if (target.CertDigestInfo() != nullptr) {
         lines.Line(ca::ObjectDigestText(*target.CertDigestInfo()));
@@ -32,10 +32,9 @@ void SayTargetCert(const CAsn1TargetCert& target, CTextLines& lines) {
 
 void SayTarget(const CAsn1Target& target, CTextLines& lines) {
     if (target.TargetName() != nullptr) {
-        lines.Line(kMsgTargetName, ca::GeneralNameLine(ca::ElementOf(*target.TargetName()), lines));
+        lines.Line(kMsgTargetName, ca::GeneralNameLine(*target.TargetName(), lines));
     } else if (target.TargetGroup() != nullptr) {
-        lines.Line(kMsgTargetGroup,
-                   ca::GeneralNameLine(ca::ElementOf(*target.TargetGroup()), lines));
+        lines.Line(kMsgTargetGroup, ca::GeneralNameLine(*target.TargetGroup(), lines));
     } else {
         SayTargetCert(*target.TargetCert(), lines);
     }

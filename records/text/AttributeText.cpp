@@ -33,8 +33,7 @@ constexpr Sentence kLevels[] = {kMsgLevelUnmarked,     kMsgLevelUnclassified, kM
 void SayIetfAttribute(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IetfAttrSyntax> syntax(value);
     if (syntax->PolicyAuthority() != nullptr) {
-        lines.Line(kMsgPolicyAuthority,
-                   ca::GeneralNamesLine(syntax->PolicyAuthority()->ContentOctets(), lines));
+        lines.Line(kMsgPolicyAuthority, ca::GeneralNamesLine(*syntax->PolicyAuthority(), lines));
     }
     ca::SayEach(*syntax->Values(), lines, [&](const CAsn1Any& any) {
         const CAsn1Element element = ca::ElementOf(any);
@@ -50,8 +49,8 @@ void SayIetfAttribute(Value value, CTextLines& lines) {
 
 void SayServiceInfo(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SvceAuthInfo> info(value);
-    lines.Line(kMsgService, ca::GeneralNameLine(ca::ElementOf(*info->Service()), lines));
-    lines.Line(kMsgIdentity, ca::GeneralNameLine(ca::ElementOf(*info->Ident()), lines));
+    lines.Line(kMsgService, ca::GeneralNameLine(*info->Service(), lines));
+    lines.Line(kMsgIdentity, ca::GeneralNameLine(*info->Ident(), lines));
     if (info->AuthInfo() != nullptr) {
         lines.Line(kMsgAuthenticationData, ca::Hex(OctetsOf(info->AuthInfo())));
     }
@@ -64,9 +63,9 @@ void SayRole(Value value, CTextLines& lines) {
         return;
     }
     const ca::CDecoded<CAsn1RoleSyntax> role(value);
-    const std::wstring name = ca::GeneralNameLine(ca::ElementOf(*role->RoleName()), lines);
+    const std::wstring name = ca::GeneralNameLine(*role->RoleName(), lines);
     if (role->RoleAuthority() != nullptr) {
-        lines.Line(ca::GeneralNamesLine(role->RoleAuthority()->ContentOctets(), lines), name);
+        lines.Line(ca::GeneralNamesLine(*role->RoleAuthority(), lines), name);
     } else {
         lines.Line(name);
     }
@@ -130,7 +129,7 @@ void SayPlatformSpecification(Value value, CTextLines& lines) {
 }
 
 void SayCredentialSpecification(Value value, CTextLines& lines) {
-    if (ca::Child(ca::FirstElement(value), 0).tag == kAsn1Integer) {
+    if (CAsn1TcgVersionView(ca::FirstElement(value)).IsVersion()) {
         const ca::CDecoded<CAsn1TcgSpecificationVersion> version(value);
         lines.Line(kMsgFieldVersion, VersionText(*version));
         return;
@@ -218,10 +217,11 @@ void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, 
     });
 }
 
-void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& records,
+void FillAttribute(const CAsn1AttributeView& attribute, CertInfoAttributeCollection& records,
                    std::wstring& error) {
     auto record = std::make_unique<CertInfoAttribute>();
-    const CPartlyDecoded<CAsn1Attribute> read(attribute.raw);
+    const Octets octets = attribute.Element().raw;
+    const CPartlyDecoded<CAsn1Attribute> read(octets);
     const CAsn1Attribute* known = read.Get();
     const Octets type = known != nullptr ? OctetsOf(known->Type()) : Octets();
     if (!type.empty()) {
@@ -233,8 +233,8 @@ void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& r
         record->rawData = Base64Text(known->Values()->ContentOctets());
         SayAttributeValues(type, *known->Values(), lines, error);
     } else {
-        record->rawData = Base64Text(attribute.raw);
-        SayOddValue(attribute.raw, lines);
+        record->rawData = Base64Text(octets);
+        SayOddValue(octets, lines);
         lines.Fault(read.Fault());
     }
     record->formattedData = lines.Take();
@@ -245,14 +245,14 @@ void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& r
 std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest) {
     std::wstring text;
     if (digest.DigestAlgorithm() != nullptr) {
-        text = AlgorithmText(ElementOf(*digest.DigestAlgorithm()));
+        text = AlgorithmText(*digest.DigestAlgorithm());
     }
     return text + L": " + Hex(BitsOf(digest.ObjectDigest()).octets);
 }
 
-std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults) {
-    const CAsn1Element directory = Child(name, 0);
-    if (name.tag == ContextConstructed(4) && directory.tag == kAsn1Sequence) {
+std::wstring GeneralNameLine(const CAsn1GeneralNameView& name, CTextLines& faults) {
+    if (const CAsn1NameView directory = name.DirectoryName();
+        directory.Element().tag == kAsn1Sequence) {
         return ReadableName(directory);
     }
     CTextLines lines;
@@ -263,18 +263,18 @@ std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults) {
     return text;
 }
 
-std::wstring GeneralNamesLine(std::span<const unsigned char> content, CTextLines& faults) {
+std::wstring GeneralNamesLine(const CAsn1GeneralNamesView& names, CTextLines& faults) {
     std::wstring text;
     CAsn1Element name;
     std::size_t index = 0;
-    for (CAsn1Cursor cursor(content); !cursor.AtEnd(); ++index) {
+    for (CAsn1Cursor cursor = names.Names(); !cursor.AtEnd(); ++index) {
         if (index == kMaxListed || text.size() > MaxValueText()) {
             const std::wstring more = MoreText(CountElements(cursor));
             faults.Fault(more);
             return text + L", " + more;
         }
         text += text.empty() ? L"" : L", ";
-        if (cursor.Next(name) != Asn1Fault::kNone) {
+        if (!cursor.Step(name)) {
             faults.Fault(SetZORNAMessage(kMsgAsn1Malformed));
             return text + UnreadableText(cursor.Rest());
         }

@@ -2,6 +2,8 @@
 
 #include "asn1/Asn1List.h"
 #include "asn1/Elements.h"
+#include "asn1/views/AttributeViews.h"
+#include "asn1/views/NameViews.h"
 #include "records/AttrCertInfo.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/TextLines.h"
@@ -39,7 +41,7 @@ void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, 
 
 /// Appends the record of one attribute of an attribute certificate (RFC 5755 4.4); what is wrong is
 /// added to `error`. The raw data is the encoding of its values, one behind the other.
-void FillAttribute(const CAsn1Element& attribute, CertInfoAttributeCollection& records,
+void FillAttribute(const CAsn1AttributeView& attribute, CertInfoAttributeCollection& records,
                    std::wstring& error);
 
 /// "SHA-256: hex"
@@ -47,8 +49,8 @@ std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest);
 
 /// A name of GeneralNames for use inside a line: a directory's as such, others with their kind.
 /// What could not be read of it is shown as such and added to the faults of `faults`.
-std::wstring GeneralNameLine(const CAsn1Element& name, CTextLines& faults);
+std::wstring GeneralNameLine(const CAsn1GeneralNameView& name, CTextLines& faults);
 /// All names of GeneralNames in a line, ", " between them; at most kMaxListed.
-std::wstring GeneralNamesLine(std::span<const unsigned char> content, CTextLines& faults);
+std::wstring GeneralNamesLine(const CAsn1GeneralNamesView& names, CTextLines& faults);
 
 }  // namespace ca

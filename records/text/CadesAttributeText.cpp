@@ -4,6 +4,7 @@
 #include "asn1/attributes/SignerAttributes.h"
 #include "asn1/attributes/SigningCertificate.h"
 #include "asn1/cms/EvidenceRecord.h"
+#include "asn1/views/AttributeViews.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
@@ -129,7 +130,7 @@ void SayAttributeCertificate(const CAsn1Any& any, CTextLines& lines) {
     const CTextLines::Level level(lines);
     if (const CAsn1V2Form* issuer = info.Issuer()->V2Form();
         issuer != nullptr && issuer->IssuerName() != nullptr) {
-        lines.Line(kMsgIssuer, ca::GeneralNamesLine(issuer->IssuerName()->ContentOctets(), lines));
+        lines.Line(kMsgIssuer, ca::GeneralNamesLine(*issuer->IssuerName(), lines));
     }
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(info.SerialNumber())));
     ca::SayEach(*info.Attributes(), lines, [&](const CAsn1Attribute& attribute) {
@@ -192,28 +193,21 @@ void SayHashes(Sentence label, const CAsn1Element& hashes, CTextLines& lines) {
                 [&](const CAsn1OctetString& hash) { lines.Line(ca::OctetsText(&hash)); });
 }
 
-// ATSHashIndex ::= SEQUENCE {
-//     hashIndAlgorithm         AlgorithmIdentifier,     -- DEFAULT {id-sha256} in the first version
-//     certificatesHashIndex    SEQUENCE OF OCTET STRING,
-//     crlsHashIndex            SEQUENCE OF OCTET STRING,
-//     unsignedAttrsHashIndex   SEQUENCE OF OCTET STRING }     ETSI EN 319 122-1, 5.5.2
 void SayHashIndex(Value value, CTextLines& lines) {
-    const CAsn1Element index = ca::FirstElement(value);
-    const bool hasAlgorithm = ca::Child(ca::Child(index, 0), 0).tag == kAsn1ObjectIdentifier;
-    if (hasAlgorithm) {
-        lines.Line(kMsgFieldHashAlg, ca::AlgorithmText(ca::Child(index, 0)));
+    const CAsn1HashIndexView index(ca::FirstElement(value));
+    if (index.HasAlgorithm()) {
+        lines.Line(kMsgFieldHashAlg, ca::AlgorithmText(index.HashIndAlgorithm()));
     }
-    constexpr Sentence kLists[] = {kMsgCertificates, kMsgCrls, kMsgUnsignedAttributes};
-    for (std::size_t i = 0; i < std::size(kLists); ++i) {
-        SayHashes(kLists[i], ca::Child(index, i + (hasAlgorithm ? 1 : 0)), lines);
-    }
+    SayHashes(kMsgCertificates, index.CertificatesHashIndex(), lines);
+    SayHashes(kMsgCrls, index.CrlsHashIndex(), lines);
+    SayHashes(kMsgUnsignedAttributes, index.UnsignedAttrsHashIndex(), lines);
 }
 
 // Each time stamp of each chain: what it stamps, and with which digest its tree was made.
 void SayEvidenceRecord(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1EvidenceRecord> record(value);
     ca::SayEach(*record->DigestAlgorithms(), lines, [&](const CAsn1AlgorithmIdentifier& digest) {
-        lines.Line(kMsgFieldHashAlg, ca::AlgorithmText(ca::ElementOf(digest)));
+        lines.Line(kMsgFieldHashAlg, ca::AlgorithmText(digest));
     });
     ca::SayEach(*record->ArchiveTimeStampSequence(), lines, [&](const auto& chain) {
         ca::SayEach(chain, lines, [&](const CAsn1ArchiveTimeStamp& stamp) {
@@ -226,7 +220,7 @@ void SayEvidenceRecord(Value value, CTextLines& lines) {
 
 void SayMimeType(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1UTF8String> type(value);
-    lines.Line(ca::ValueText(ca::ElementOf(*type)));
+    lines.Line(ca::ValueText(*type));
 }
 
 constexpr ca::ExtensionRow kRows[] = {

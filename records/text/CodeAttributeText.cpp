@@ -1,4 +1,5 @@
 #include "asn1/Asn1Oid.h"
+#include "asn1/views/AttributeViews.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/GeneralNameText.h"
@@ -20,41 +21,28 @@ void SayStatements(Value value, CTextLines& lines) {
     });
 }
 
-// SpcString ::= CHOICE { unicode [0] IMPLICIT BMPString, ascii [1] IMPLICIT IA5String }
-std::wstring StringText(CAsn1Element string) {
-    string.tag = string.tag == ca::ContextTag(0) ? kAsn1UnicodeString : kAsn1Ia5String;
-    return ca::ValueText(string);
-}
-
-// SpcLink ::= CHOICE { url [0] IMPLICIT IA5String, moniker [1] IMPLICIT SEQUENCE,
-//     file [2] EXPLICIT SpcString }
-void SayLink(CAsn1Element link, CTextLines& lines) {
-    if (link.tag == ca::ContextTag(0)) {
-        link.tag = kAsn1Ia5String;
-        lines.Line(kMsgAddress, ca::ValueText(link));
-    } else if (link.tag == ca::ContextConstructed(2)) {
-        lines.Line(kMsgAddress, StringText(ca::Child(link, 0)));
+void SayLink(const CAsn1SpcLinkView& link, CTextLines& lines) {
+    if (const CAsn1Element url = link.Url(); !url.raw.empty()) {
+        lines.Line(kMsgAddress, ca::ValueText(url));
+    } else if (link.IsFile()) {
+        lines.Line(kMsgAddress, ca::ValueText(link.File().Text()));
     } else {
         lines.Line(kMsgAddress, L"");
         const CTextLines::Level level(lines);
-        ca::SayUnknownValue(link.raw, lines);
+        ca::SayUnknownValue(link.Element().raw, lines);
     }
 }
 
-// SpcSpOpusInfo ::= SEQUENCE {
-//     programName  [0] EXPLICIT SpcString OPTIONAL,
-//     moreInfo     [1] EXPLICIT SpcLink OPTIONAL,
-//     ... }
 void SayPublisher(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> members(value);
     ca::SayEach(*members, lines, [&](const CAsn1Any& any) {
-        const CAsn1Element member = ca::FirstElement(any.Raw());
-        if (member.tag == ca::ContextConstructed(0)) {
-            lines.Line(kMsgTargetName, StringText(ca::Child(member, 0)));
-        } else if (member.tag == ca::ContextConstructed(1)) {
-            SayLink(ca::Child(member, 0), lines);
+        const CAsn1SpcOpusMemberView member(any);
+        if (member.IsProgramName()) {
+            lines.Line(kMsgTargetName, ca::ValueText(member.ProgramName().Text()));
+        } else if (member.IsMoreInfo()) {
+            SayLink(member.MoreInfo(), lines);
         } else {
-            ca::SayUnknownValue(member.raw, lines);
+            ca::SayUnknownValue(any.Raw(), lines);
         }
     });
 }

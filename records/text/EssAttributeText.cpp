@@ -49,7 +49,7 @@ void SaySigningCertificates(Value value, CTextLines& lines, Digest digest) {
         lines.Line(digest(certificate));
         if (const CAsn1IssuerSerial* id = certificate.IssuerSerial()) {
             const CTextLines::Level level(lines);
-            lines.Line(kMsgIssuer, ca::GeneralNamesLine(id->Issuer()->ContentOctets(), lines));
+            lines.Line(kMsgIssuer, ca::GeneralNamesLine(*id->Issuer(), lines));
             lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->Serial())));
         }
     });
@@ -83,7 +83,7 @@ void SayOtherSigningCertificate(Value value, CTextLines& lines) {
 void SayContentHints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ContentHints> hints(value);
     if (hints->ContentDescription() != nullptr) {
-        lines.Line(kMsgDescription, ca::ValueText(ca::ElementOf(*hints->ContentDescription())));
+        lines.Line(kMsgDescription, ca::ValueText(*hints->ContentDescription()));
     }
     lines.Line(kMsgContent, ca::OidWithName(OctetsOf(hints->ContentType())));
 }
@@ -98,7 +98,7 @@ void SayContentReference(Value value, CTextLines& lines) {
 void SayNameLists(Sentence label, const CAsn1SequenceOf<CAsn1GeneralNames>& lists,
                   CTextLines& lines) {
     ca::SayEach(lists, lines, [&](const CAsn1GeneralNames& names) {
-        lines.Line(label, ca::GeneralNamesLine(names.ContentOctets(), lines));
+        lines.Line(label, ca::GeneralNamesLine(names, lines));
     });
 }
 
@@ -136,7 +136,7 @@ void SaySecurityLabel(Value value, CTextLines& lines) {
 void SayMailListHistory(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1MlData>> history(value);
     ca::SayEach(*history, lines, [&](const CAsn1MlData& step) {
-        lines.Line(kMsgTime, ca::TimeLine(ca::ElementOf(*step.ExpansionTime())));
+        lines.Line(kMsgTime, ca::TimeLine(*step.ExpansionTime()));
         const CTextLines::Level level(lines);
         const Value id = step.MailListIdentifier()->Raw();
         lines.Line(kMsgIdentity,
@@ -183,7 +183,7 @@ void SayCapabilities(Value value, CTextLines& lines) {
 void SayKeyPreference(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SmimeEncryptionKeyPreference> preference(value);
     if (const CAsn1IssuerAndSerialNumber* id = preference->IssuerAndSerialNumber()) {
-        lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*id->Issuer())));
+        lines.Line(kMsgIssuer, ca::ReadableName(*id->Issuer()));
         lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->SerialNumber())));
     } else if (preference->RecipientKeyId() != nullptr) {
         lines.Line(kMsgKey, ca::OctetsText(preference->RecipientKeyId()->SubjectKeyIdentifier()));
@@ -201,7 +201,7 @@ void SayAlgorithmProtection(Value value, CTextLines& lines) {
     };
     for (const auto& [label, algorithm] : algorithms) {
         if (algorithm != nullptr) {
-            lines.Line(label, ca::AlgorithmText(ca::ElementOf(*algorithm)));
+            lines.Line(label, ca::AlgorithmText(*algorithm));
         }
     }
 }

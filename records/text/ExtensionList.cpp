@@ -23,17 +23,14 @@ void FillExtensions(std::span<const unsigned char> content, CertInfoExtensionCol
     while (!cursor.AtEnd() && records.items.size() < kMaxListed) {
         const CAsn1Cursor before = cursor;
         CAsn1Element extension;
-        if (cursor.Next(extension) != Asn1Fault::kNone) {
-            extension.raw = cursor.Rest();
-            cursor = {};
-        }
+        cursor.StepOrRest(extension);
         if (!CAnswerBudget::HasRoomFor(extension.raw.size())) {
             cursor = before;
             break;
         }
         auto record = std::make_unique<CertInfoExtension>();
         const std::size_t errorsBefore = error.size();
-        const ExtensionParts parts = FillExtension(extension.raw, *record, error);
+        const ExtensionParts parts = FillExtension(extension, *record, error);
         CAnswerBudget::Take(CostOf(*record) + CostOfText(error.size() - errorsBefore));
         records.items.emplace_back(std::move(record));
         if (parts.oid.empty()) {

@@ -1,9 +1,10 @@
 #include "records/text/ExtensionText.h"
 
+#include "asn1/Elements.h"
+#include "asn1/views/ExtensionView.h"
 #include "common/Exception.h"
 #include "common/Lazy.h"
 #include "records/objects/DescriptionWords.h"
-#include "asn1/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OcspText.h"
 #include "records/text/OutlineText.h"
@@ -20,37 +21,6 @@ ca::CLazy<ca::CFormatterTable> extensionFormatters([] {
                                ca::NetworkExtensionRows(),   ca::MediaExtensionRows(),
                                ca::OcspExtensionRows(),      ca::VendorExtensionRows()};
 });
-
-// Steps over the next element when it has this identifier octet.
-bool Take(CAsn1Cursor& cursor, unsigned char tag, CAsn1Element& element) {
-    return !cursor.AtEnd() && cursor.PeekTag() == tag && cursor.Next(element) == Asn1Fault::kNone;
-}
-
-// The value, which is the last of the members. Throws ca::Exception for anything else; offsets
-// count from the extension.
-void TakeValue(CAsn1Cursor& members, std::span<const unsigned char> extension,
-               ca::ExtensionParts& parts) {
-    constexpr std::string_view kName = "Extension.extnValue";
-    const auto offset = static_cast<std::size_t>(members.Rest().data() - extension.data());
-    CAsn1Element value;
-    if (members.AtEnd()) {
-        throw MakeAsn1Missing(kName, offset);
-    }
-    if (const Asn1Fault fault = members.Next(value); fault != Asn1Fault::kNone) {
-        throw MakeAsn1Fault(fault, kName, offset);
-    }
-    if ((value.tag & ~kAsn1ConstructedBit) != kAsn1OctetString) {
-        throw MakeAsn1WrongTag(kName, value.tag, offset);
-    }
-    if (!members.AtEnd()) {
-        throw MakeAsn1WrongTag("Extension", members.PeekTag(), offset + value.raw.size());
-    }
-    parts.value = value.content;
-    if (value.IsConstructed()) {
-        parts.joined = OctetStringOf(value);
-        parts.value = parts.joined;
-    }
-}
 
 std::wstring OddValueText(Octets octets) {
     ca::CTextLines lines;
@@ -85,7 +55,8 @@ ValueForms DescribeExtension(Octets oid, std::span<const unsigned char> value) {
     return forms;
 }
 
-std::wstring SayValue(ExtensionFormatter say, std::span<const unsigned char> value, CTextLines& lines) {
+std::wstring SayValue(ExtensionFormatter say, std::span<const unsigned char> value,
+                      CTextLines& lines) {
     if (say == nullptr) {
         SayUnknownValue(value, lines);
         return {};
@@ -101,30 +72,30 @@ std::wstring SayValue(ExtensionFormatter say, std::span<const unsigned char> val
     }
 }
 
-ExtensionParts FillExtension(std::span<const unsigned char> extension, CertInfoExtension& record,
+ExtensionParts FillExtension(const CAsn1ExtensionView& extension, CertInfoExtension& record,
                              std::wstring& error) {
     ExtensionParts parts;
-    const CAsn1Element element = FirstElement(extension);
-    CAsn1Cursor members(element.IsConstructed() ? element.content : std::span<const unsigned char>());
-    CAsn1Element member;
-    if (!Take(members, kAsn1ObjectIdentifier, member) || member.content.empty()) {
-        record.rawData = Base64Text(extension);
-        record.formattedData = OddValueText(extension);
-        AddError(error, UnreadableText(extension));
+    parts.oid = extension.ExtnId();
+    if (parts.oid.empty()) {
+        const Octets octets = extension.Element().raw;
+        record.rawData = Base64Text(octets);
+        record.formattedData = OddValueText(octets);
+        AddError(error, UnreadableText(octets));
         return parts;
     }
-    parts.oid = member.content;
     record.oidFriendlyName = OidName(parts.oid);
     record.oidValue = OidText(parts.oid);
-    if (Take(members, kAsn1Boolean, member)) {
-        record.critical = !member.content.empty() && member.content[0] != 0;
-    }
-    const std::span<const unsigned char> rest = members.Rest();
+    record.critical = extension.IsCritical();
     try {
-        TakeValue(members, extension, parts);
+        const CAsn1Element value = extension.RequireValue();
+        parts.value = value.content;
+        if (value.IsConstructed()) {
+            parts.joined = OctetStringOf(value);
+            parts.value = parts.joined;
+        }
     } catch (const Exception& fault) {
-        record.rawData = Base64Text(rest);
-        record.formattedData = OddValueText(rest);
+        record.rawData = Base64Text(extension.ValueOctets());
+        record.formattedData = OddValueText(extension.ValueOctets());
         AddValueError(error, parts.oid, fault.message);
         return parts;
     }

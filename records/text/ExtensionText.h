@@ -2,6 +2,7 @@
 
 #include "asn1/Asn1Typed.h"
 #include "asn1/Oid.h"
+#include "asn1/views/ExtensionView.h"
 #include "records/CertInfoExtension.h"
 #include "records/text/TextLines.h"
 
@@ -76,10 +77,10 @@ struct ExtensionParts {
     std::vector<unsigned char> joined;     ///< what it views when extnValue came in segments
 };
 
-/// Reads one Extension (RFC 5280 4.1) into its record; what is wrong is appended to `error`. The
-/// identifier is there whatever stands behind it.
-/// \param extension  SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }, as received.
-ExtensionParts FillExtension(std::span<const unsigned char> extension, CertInfoExtension& record,
+/// Describes one Extension (RFC 5280, 4.1) in its record; what is wrong is appended to `error`. The
+/// identifier is there whatever stands after it.
+/// \param extension  of octets that are no element those alone are said (CAsn1Cursor::StepOrRest()).
+ExtensionParts FillExtension(const CAsn1ExtensionView& extension, CertInfoExtension& record,
                              std::wstring& error);
 
 /// Adds a fault to a record's "Error", one a line. What is past MaxValueText() characters is an

@@ -92,12 +92,11 @@ int PrefixLength(Octets mask) {
     return length;
 }
 
-// OtherName ::= SEQUENCE { type-id OBJECT IDENTIFIER, value [0] EXPLICIT ANY }
-void SayOtherName(const CAsn1Element& name, ca::CTextLines& lines) {
-    const Octets type = ca::ContentIf(ca::Child(name, 0), kAsn1ObjectIdentifier);
-    const CAsn1Element value = ca::Child(ca::Child(name, 1), 0);
+void SayOtherName(const CAsn1OtherNameView& name, ca::CTextLines& lines) {
+    const Octets type = name.TypeId();
+    const CAsn1Element value = name.Value();
     if (type.empty() || value.raw.empty()) {
-        lines.Unreadable(name.raw);
+        lines.Unreadable(name.Element().raw);
         return;
     }
     const std::wstring label = ca::IsOid(type, "msUPN") ? L"UPN" : ca::OidWithName(type);
@@ -131,10 +130,10 @@ void SayStructured(Sentence caption, const CAsn1Element& name, ca::CTextLines& l
     }
     if (const CAsn1EdiPartyName* edi = read->EdiPartyName()) {
         if (edi->NameAssigner() != nullptr) {
-            lines.Line(kMsgEdiAssigner, ca::ValueText(ca::ElementOf(*edi->NameAssigner())));
+            lines.Line(kMsgEdiAssigner, ca::ValueText(*edi->NameAssigner()));
         }
         if (edi->PartyName() != nullptr) {
-            lines.Line(kMsgEdiParty, ca::ValueText(ca::ElementOf(*edi->PartyName())));
+            lines.Line(kMsgEdiParty, ca::ValueText(*edi->PartyName()));
         }
     }
     if (!isWhole) {
@@ -196,53 +195,53 @@ std::wstring OidWithName(Octets oid) {
     return text.append(name).append(L" (").append(dotted).append(L")");
 }
 
-void SayGeneralName(const CAsn1Element& name, CTextLines& lines) {
-    switch (name.tag) {
-        case ContextConstructed(0):
-            SayOtherName(name, lines);
+void SayGeneralName(const CAsn1GeneralNameView& name, CTextLines& lines) {
+    const CAsn1Element& element = name.Element();
+    switch (name.Form()) {
+        case Asn1GeneralNameForm::kOtherName:
+            SayOtherName(name.OtherName(), lines);
             return;
-        case ContextTag(1):
-            lines.Line(L"E-mail", AsciiText(name));
+        case Asn1GeneralNameForm::kRfc822Name:
+            lines.Line(L"E-mail", AsciiText(element));
             return;
-        case ContextTag(2):
-            lines.Line(L"DNS", AsciiText(name));
+        case Asn1GeneralNameForm::kDnsName:
+            lines.Line(L"DNS", AsciiText(element));
             return;
-        case ContextConstructed(3):
-            SayStructured(kMsgX400Address, name, lines);
+        case Asn1GeneralNameForm::kX400Address:
+            SayStructured(kMsgX400Address, element, lines);
             return;
-        case ContextConstructed(4):
-            SayDirectoryName(Child(name, 0), name, lines);
+        case Asn1GeneralNameForm::kDirectoryName:
+            SayDirectoryName(name.DirectoryName().Element(), element, lines);
             return;
-        case ContextConstructed(5):
-            SayStructured(kMsgEdiPartyName, name, lines);
+        case Asn1GeneralNameForm::kEdiPartyName:
+            SayStructured(kMsgEdiPartyName, element, lines);
             return;
-        case ContextTag(6):
-            lines.Line(L"URI", AsciiText(name));
+        case Asn1GeneralNameForm::kUri:
+            lines.Line(L"URI", AsciiText(element));
             return;
-        case ContextTag(7): {
-            const std::wstring address = IpAddressText(name.content);
-            const std::wstring range = address.empty() ? IpRangeText(name.content) : address;
+        case Asn1GeneralNameForm::kIpAddress: {
+            const std::wstring address = IpAddressText(element.content);
+            const std::wstring range = address.empty() ? IpRangeText(element.content) : address;
             if (range.empty()) {
-                lines.Unreadable(L"IP", name.content);
+                lines.Unreadable(L"IP", element.content);
             } else {
                 lines.Line(L"IP", range);
             }
             return;
         }
-        case ContextTag(8):
-            lines.Line(kMsgRegisteredId, OidWithName(name.content));
+        case Asn1GeneralNameForm::kRegisteredId:
+            lines.Line(kMsgRegisteredId, OidWithName(element.content));
             return;
-        default:
-            lines.Unreadable(name.raw);
     }
+    lines.Unreadable(element.raw);  // none of the forms
 }
 
-void SayGeneralNames(std::span<const unsigned char> content, CTextLines& lines) {
-    CAsn1Cursor cursor(content);
+void SayGeneralNames(const CAsn1GeneralNamesView& names, CTextLines& lines) {
+    CAsn1Cursor cursor = names.Names();
     const std::size_t count = CountElements(cursor);
     CAsn1Element name;
     for (std::size_t i = 0; lines.Shows(i, count); ++i) {
-        if (cursor.Next(name) != Asn1Fault::kNone) {
+        if (!cursor.Step(name)) {
             lines.Unreadable(cursor.Rest());
             return;
         }

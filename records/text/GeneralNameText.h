@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/Elements.h"
+#include "asn1/views/NameViews.h"
 #include "records/text/TextLines.h"
 
 #include <string>
@@ -9,10 +9,10 @@ namespace ca {
 
 /// Says a GeneralName (RFC 5280 4.2.1.6) as one line, "DNS: a.example"; X.400 and EDI names as
 /// lines below a caption. What is none is said as unreadable.
-void SayGeneralName(const CAsn1Element& name, CTextLines& lines);
+void SayGeneralName(const CAsn1GeneralNameView& name, CTextLines& lines);
 
-/// Each name of GeneralNames. \param content  the names, one behind the other.
-void SayGeneralNames(std::span<const unsigned char> content, CTextLines& lines);
+/// Each name of GeneralNames.
+void SayGeneralNames(const CAsn1GeneralNamesView& names, CTextLines& lines);
 
 /// An IPv4 or IPv6 address, the latter as RFC 5952 has it; "" for another number of octets.
 std::wstring IpAddressText(Octets address);

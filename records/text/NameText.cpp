@@ -1,10 +1,10 @@
 #include "records/text/NameText.h"
 
+#include "asn1/Elements.h"
 #include "asn1/Oid.h"
 #include "common/Encode.h"
 #include "records/AnswerBudget.h"
 #include "records/objects/DescriptionWords.h"
-#include "asn1/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <algorithm>
@@ -247,17 +247,14 @@ Attribute ReadAttribute(Octets type, const CAsn1Element& value, bool startsRdn) 
     return attribute;
 }
 
-// The attributes of one SET OF SEQUENCE { type, value }.
-void CollectRdn(const CAsn1Element& rdn, Collected& found) {
+void CollectRdn(const CAsn1RdnView& rdn, Collected& found) {
     bool startsRdn = true;
     CAsn1Element pair;
-    for (CAsn1Cursor pairs(rdn.content); !pairs.AtEnd();) {
-        if (pairs.Next(pair) != Asn1Fault::kNone) {
-            found.isWhole = false;
-            return;
-        }
-        const Octets type = ca::ContentIf(ca::Child(pair, 0), kAsn1ObjectIdentifier);
-        const CAsn1Element value = ca::Child(pair, 1);
+    CAsn1Cursor pairs = rdn.Attributes();
+    while (pairs.Step(pair)) {
+        const CAsn1TypeAndValueView attribute(pair);
+        const Octets type = attribute.Type();
+        const CAsn1Element value = attribute.Value();
         if (type.empty() || value.raw.empty()) {
             found.isWhole = false;
             continue;
@@ -270,24 +267,22 @@ void CollectRdn(const CAsn1Element& rdn, Collected& found) {
         found.characters += found.attributes.back().Shown().size();
         startsRdn = false;
     }
+    found.isWhole = found.isWhole && pairs.AtEnd();
 }
 
-Collected CollectAttributes(const CAsn1Element& name) {
+Collected CollectAttributes(const CAsn1NameView& name) {
     Collected found;
-    found.isWhole = name.tag == kAsn1Sequence || (name.tag & 0xE0U) == ca::ContextConstructed(0);
-    CAsn1Cursor names(found.isWhole ? name.content : std::span<const unsigned char>());
-    while (!names.AtEnd()) {
-        CAsn1Element rdn;
-        if (names.Next(rdn) != Asn1Fault::kNone) {
-            found.isWhole = false;
-            break;
-        }
+    found.isWhole = name.IsName();
+    CAsn1Cursor rdns = found.isWhole ? name.Rdns() : CAsn1Cursor();
+    CAsn1Element rdn;
+    while (rdns.Step(rdn)) {
         if (rdn.tag != kAsn1Set || rdn.content.empty()) {
             found.isWhole = false;
         } else {
             CollectRdn(rdn, found);
         }
     }
+    found.isWhole = found.isWhole && rdns.AtEnd();
     return found;
 }
 
@@ -352,7 +347,7 @@ void AppendAllX500(CForm& out, const Collected& found) {
 
 namespace ca {
 
-NameForms DescribeName(const CAsn1Element& name) {
+NameForms DescribeName(const CAsn1NameView& name) {
     const Collected found = CollectAttributes(name);
     NameForms forms;
     const std::wstring more = found.hidden != 0 ? L", " + MoreText(found.hidden) : std::wstring();
@@ -382,11 +377,11 @@ NameForms DescribeName(const CAsn1Element& name) {
     return forms;
 }
 
-std::wstring ReadableName(const CAsn1Element& name) {
+std::wstring ReadableName(const CAsn1NameView& name) {
     return ReadableText(CollectAttributes(name));
 }
 
-std::wstring ReadableRdn(const CAsn1Element& rdn) {
+std::wstring ReadableRdn(const CAsn1RdnView& rdn) {
     Collected found;
     CollectRdn(rdn, found);
     return ReadableText(found);

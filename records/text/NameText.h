@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
+#include "asn1/views/NameViews.h"
 
-struct CAsn1Element;
+#include <string>
 
 namespace ca {
 
@@ -27,11 +27,11 @@ struct NameForms : NameTexts {
 };
 
 /// Describes a Name or RDNSequence (RFC 5280 4.1.2.4). What is no attribute is left out and noted.
-NameForms DescribeName(const CAsn1Element& name);
+NameForms DescribeName(const CAsn1NameView& name);
 
 /// The readable form alone.
-std::wstring ReadableName(const CAsn1Element& name);
+std::wstring ReadableName(const CAsn1NameView& name);
 /// The readable form of one RDN, whatever its tag.
-std::wstring ReadableRdn(const CAsn1Element& rdn);
+std::wstring ReadableRdn(const CAsn1RdnView& rdn);
 
 }  // namespace ca

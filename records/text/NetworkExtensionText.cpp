@@ -96,7 +96,7 @@ void SayOnionService(Value value, CTextLines& lines) {
     ca::SayEach(*services, lines, [&](const CAsn1TorServiceDescriptorHash& service) {
         lines.Line(ca::MemberText(service.OnionURI()));
         const CTextLines::Level level(lines);
-        lines.Line(ca::AlgorithmText(ca::ElementOf(*service.Algorithm())),
+        lines.Line(ca::AlgorithmText(*service.Algorithm()),
                    ca::Hex(BitsOf(service.SubjectPublicKeyHash()).octets));
     });
 }

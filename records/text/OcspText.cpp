@@ -4,6 +4,7 @@
 #include "asn1/ocsp/OcspRequest.h"
 #include "asn1/ocsp/OcspResponse.h"
 #include "asn1/ocsp/PreferredSignatureAlgorithm.h"
+#include "asn1/views/MessageViews.h"
 #include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
@@ -30,8 +31,8 @@ std::wstring StatusText(const CAsn1CertStatus& status) {
     if (revoked == nullptr) {
         return SetZORNAMessage(status.Good() != nullptr ? kMsgOcspGood : kMsgOcspUnknown);
     }
-    std::wstring text = SetZORNAMessage(kMsgOcspRevoked) +
-                        (L", " + ca::TimeLine(ca::ElementOf(*revoked->RevocationTime())));
+    std::wstring text =
+        SetZORNAMessage(kMsgOcspRevoked) + (L", " + ca::TimeLine(*revoked->RevocationTime()));
     std::uint32_t reason = 0;
     if (revoked->RevocationReason() != nullptr &&
         ca::ReadSmallInteger(ca::FirstElement(revoked->RevocationReason()->Raw()), reason)) {
@@ -50,16 +51,15 @@ void SaySingleResponse(const CAsn1SingleResponse& response, CTextLines& lines) {
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(response.CertId()->SerialNumber())));
     const CTextLines::Level level(lines);
     lines.Line(kMsgOcspStatus, StatusText(*response.CertStatus()));
-    lines.Line(kMsgThisUpdate, ca::TimeLine(ca::ElementOf(*response.ThisUpdate())));
+    lines.Line(kMsgThisUpdate, ca::TimeLine(*response.ThisUpdate()));
     if (response.NextUpdate() != nullptr) {
-        lines.Line(kMsgNextUpdate, ca::TimeLine(ca::ElementOf(*response.NextUpdate())));
+        lines.Line(kMsgNextUpdate, ca::TimeLine(*response.NextUpdate()));
     }
     SayOptional(response.SingleExtensions(), lines);
 }
 
 void SayResponseData(const CAsn1ResponseData& data, CTextLines& lines) {
-    lines.Line(ca::ResponderText(*data.ResponderId()) + L", " +
-               ca::TimeLine(ca::ElementOf(*data.ProducedAt())));
+    lines.Line(ca::ResponderText(*data.ResponderId()) + L", " + ca::TimeLine(*data.ProducedAt()));
     const CTextLines::Level level(lines);
     ca::SayEach(*data.Responses(), lines,
                 [&](const CAsn1SingleResponse& response) { SaySingleResponse(response, lines); });
@@ -86,19 +86,19 @@ void SayNonce(Value value, CTextLines& lines) {
 void SayCrlReference(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CrlId> crl(value);
     if (crl->CrlUrl() != nullptr) {
-        lines.Line(ca::ValueText(ca::ElementOf(*crl->CrlUrl())));
+        lines.Line(ca::ValueText(*crl->CrlUrl()));
     }
     if (crl->CrlNum() != nullptr) {
         lines.Line(kMsgSerial, ca::SerialText(OctetsOf(crl->CrlNum())));
     }
     if (crl->CrlTime() != nullptr) {
-        lines.Line(ca::TimeLine(ca::ElementOf(*crl->CrlTime())));
+        lines.Line(ca::TimeLine(*crl->CrlTime()));
     }
 }
 
 void SayServiceLocator(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ServiceLocator> locator(value);
-    lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*locator->Issuer())));
+    lines.Line(kMsgIssuer, ca::ReadableName(*locator->Issuer()));
     ca::SayEach(*locator->Locator(), lines, [&](const CAsn1AccessDescription& access) {
         lines.Line(ca::OidWithName(OctetsOf(access.AccessMethod())),
                    ca::GeneralNameLine(ca::FirstElement(access.AccessLocation()->Raw()), lines));
@@ -109,9 +109,9 @@ void SayServiceLocator(Value value, CTextLines& lines) {
 void SayPreferredAlgorithms(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1PreferredSignatureAlgorithm>> list(value);
     ca::SayEach(*list, lines, [&](const CAsn1PreferredSignatureAlgorithm& preferred) {
-        std::wstring text = ca::AlgorithmText(ca::ElementOf(*preferred.SigIdentifier()));
+        std::wstring text = ca::AlgorithmText(*preferred.SigIdentifier());
         if (const CAsn1AlgorithmIdentifier* key = preferred.PubKeyAlgIdentifier()) {
-            ca::AppendListed(text, ca::AlgorithmText(ca::ElementOf(*key)));
+            ca::AppendListed(text, ca::AlgorithmText(*key));
             if (key->Parameters() != nullptr && key->Parameters()->Tag() == kAsn1ObjectIdentifier) {
                 ca::AppendListed(text, ca::OidName(OctetsOf(key->Parameters())));
             }
@@ -136,13 +136,12 @@ namespace ca {
 
 std::wstring ResponderText(const CAsn1ResponderId& responder) {
     return responder.ByName() != nullptr
-               ? ReadableName(ElementOf(*responder.ByName()))
+               ? ReadableName(*responder.ByName())
                : SetZORNAMessage(kMsgKey) + (L": " + OctetsText(responder.ByKey()));
 }
 
 void SayOcspResponse(Value value, CTextLines& lines) {
-    const bool isWhole = Child(FirstElement(value), 0).tag == kAsn1Enumerated;
-    if (!isWhole) {
+    if (!CAsn1OcspResponseView(FirstElement(value)).IsResponse()) {
         const CDecoded<CAsn1BasicOcspResponse> basic(value, Asn1Blocks::kRead);
         SayResponseData(*basic->TbsResponseData(), lines);
         return;

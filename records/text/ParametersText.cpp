@@ -37,7 +37,7 @@ struct Saying {
     }
 };
 
-Saying Describe(const CAsn1Element& algorithm, unsigned depth);
+Saying Describe(const CAsn1AlgorithmView& algorithm, unsigned depth);
 
 // Says what could be read; what is no T is shown as a whole.
 template <class T, class SayOne>
@@ -52,8 +52,8 @@ void Read(Value params, Saying& saying, SayOne say) {
 }
 
 // An algorithm with its parameters.
-void SayAlgorithm(const CAsn1Element& algorithm, Saying& saying) {
-    saying.Add(ca::OidName(ca::ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier)));
+void SayAlgorithm(const CAsn1AlgorithmView& algorithm, Saying& saying) {
+    saying.Add(ca::OidName(algorithm.Algorithm()));
     if (saying.depth < kMaxNested) {
         const Saying inner = Describe(algorithm, saying.depth + 1);
         saying.Add(inner.forms.text);
@@ -139,15 +139,15 @@ void SayScrypt(Value value, Saying& saying) {
 
 void SayPbes2(Value value, Saying& saying) {
     Read<CAsn1Pbes2Params>(value, saying, [&](const CAsn1Pbes2Params& params) {
-        SayAlgorithm(ca::ElementOf(*params.KeyDerivationFunc()), saying);
-        SayAlgorithm(ca::ElementOf(*params.EncryptionScheme()), saying);
+        SayAlgorithm(*params.KeyDerivationFunc(), saying);
+        SayAlgorithm(*params.EncryptionScheme(), saying);
     });
 }
 
 void SayPbmac1(Value value, Saying& saying) {
     Read<CAsn1Pbmac1Params>(value, saying, [&](const CAsn1Pbmac1Params& params) {
-        SayAlgorithm(ca::ElementOf(*params.KeyDerivationFunc()), saying);
-        SayAlgorithm(ca::ElementOf(*params.MessageAuthScheme()), saying);
+        SayAlgorithm(*params.KeyDerivationFunc(), saying);
+        SayAlgorithm(*params.MessageAuthScheme(), saying);
     });
 }
 
@@ -155,9 +155,8 @@ void SayPbmac1(Value value, Saying& saying) {
 
 // The parameters are the algorithm that a key is wrapped with (RFC 5753 7.1.4, RFC 3211 2.3).
 void SayWrap(Value value, Saying& saying) {
-    Read<CAsn1AlgorithmIdentifier>(value, saying, [&](const CAsn1AlgorithmIdentifier& wrap) {
-        SayAlgorithm(ca::ElementOf(wrap), saying);
-    });
+    Read<CAsn1AlgorithmIdentifier>(
+        value, saying, [&](const CAsn1AlgorithmIdentifier& wrap) { SayAlgorithm(wrap, saying); });
 }
 
 void SayRc2(Value value, Saying& saying) {
@@ -177,7 +176,7 @@ void SayRc2(Value value, Saying& saying) {
 // Messages name the algorithm of the key also where they mean an agreement, whose parameters are a
 // key wrap.
 void SayGostKey(Value value, Saying& saying) {
-    if (ca::Child(ca::FirstElement(value), 1).tag == kAsn1Sequence) {
+    if (CAsn1AlgorithmView(ca::FirstElement(value)).Parameters().tag == kAsn1Sequence) {
         SayWrap(value, saying);
         return;
     }
@@ -255,15 +254,14 @@ ca::CLazy<ca::COidMap<ParametersFormatter>> formattersByAlgorithm([] {
 });
 
 // Null for an algorithm whose parameters nobody says.
-ParametersFormatter FindFormatter(const CAsn1Element& algorithm) {
-    return formattersByAlgorithm.Get().Find(
-        ca::FindOid(ca::ContentIf(ca::Child(algorithm, 0), kAsn1ObjectIdentifier)));
+ParametersFormatter FindFormatter(const CAsn1AlgorithmView& algorithm) {
+    return formattersByAlgorithm.Get().Find(ca::FindOid(algorithm.Algorithm()));
 }
 
-Saying Describe(const CAsn1Element& algorithm, unsigned depth) {
+Saying Describe(const CAsn1AlgorithmView& algorithm, unsigned depth) {
     Saying saying;
     saying.depth = depth;
-    const CAsn1Element params = ca::Child(algorithm, 1);
+    const CAsn1Element params = algorithm.Parameters();
     if (params.raw.empty() || params.tag == kAsn1Null) {
         return saying;
     }
@@ -277,20 +275,20 @@ Saying Describe(const CAsn1Element& algorithm, unsigned depth) {
 
 namespace ca {
 
-ParametersForms DescribeParameters(const CAsn1Element& algorithm) {
+ParametersForms DescribeParameters(const CAsn1AlgorithmView& algorithm) {
     return Describe(algorithm, 0).forms;
 }
 
-ParametersForms DescribeInnerAlgorithm(const CAsn1Element& algorithm) {
+ParametersForms DescribeInnerAlgorithm(const CAsn1AlgorithmView& algorithm) {
     ParametersForms forms = DescribeParameters(algorithm);
-    const CAsn1Element params = Child(algorithm, 1);
+    const CAsn1Element params = algorithm.Parameters();
     if (forms.text.empty() && params.tag == kAsn1Sequence) {
         forms.text = AlgorithmText(params);
     }
     return forms;
 }
 
-std::wstring GostTransportText(const CAsn1Element& algorithm, const CAsn1OctetString& key) {
+std::wstring GostTransportText(const CAsn1AlgorithmView& algorithm, const CAsn1OctetString& key) {
     if (FindFormatter(algorithm) != SayGostKey) {
         return {};
     }

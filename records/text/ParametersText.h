@@ -1,6 +1,6 @@
 #pragma once
 
-#include "asn1/Elements.h"
+#include "asn1/views/AlgorithmViews.h"
 
 #include <string>
 
@@ -23,13 +23,13 @@ struct ParametersForms {
 ///   key agreement, PWRI-KEK     the key wrap or cipher, with its own parameters
 ///   GOST keys and ciphers       the parameter sets
 ///   RC2                         "128 bit", the effective size of the key
-ParametersForms DescribeParameters(const CAsn1Element& algorithm);
+ParametersForms DescribeParameters(const CAsn1AlgorithmView& algorithm);
 
 /// The same, and for algorithms that are not known the algorithm which their parameters begin with.
-ParametersForms DescribeInnerAlgorithm(const CAsn1Element& algorithm);
+ParametersForms DescribeInnerAlgorithm(const CAsn1AlgorithmView& algorithm);
 
 /// The parameter set that `key` was encrypted with for a GOST key (RFC 4490 4.2.1); "" for other
 /// algorithms, and for octets that are no such key.
-std::wstring GostTransportText(const CAsn1Element& algorithm, const CAsn1OctetString& key);
+std::wstring GostTransportText(const CAsn1AlgorithmView& algorithm, const CAsn1OctetString& key);
 
 }  // namespace ca

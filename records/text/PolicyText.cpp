@@ -1,10 +1,10 @@
 #include "records/text/PolicyText.h"
 
+#include "asn1/Elements.h"
 #include "asn1/Oid.h"
 #include "asn1/x509/PolicyInformation.h"
 #include "common/DecimalText.h"
 #include "records/text/Decoded.h"
-#include "asn1/Elements.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OutlineText.h"
 #include "records/text/SharedFormatters.h"

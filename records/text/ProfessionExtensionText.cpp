@@ -76,7 +76,7 @@ void SaySigningFor(const CAsn1Element& principal, CTextLines& lines) {
     const ca::CDecoded<CAsn1IssuerSerial> certificate(principal.raw);
     lines.Line(kMsgSigningFor, L"");
     const CTextLines::Level level(lines);
-    lines.Line(kMsgIssuer, ca::GeneralNamesLine(certificate->Issuer()->ContentOctets(), lines));
+    lines.Line(kMsgIssuer, ca::GeneralNamesLine(*certificate->Issuer(), lines));
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(certificate->Serial())));
 }
 

@@ -3,6 +3,7 @@
 #include "asn1/algorithms/EcParameters.h"
 #include "asn1/algorithms/GostParameters.h"
 #include "asn1/algorithms/RsaParameters.h"
+#include "asn1/views/AlgorithmViews.h"
 #include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
@@ -51,8 +52,8 @@ std::wstring DigestsFrom(Sha2 first) {
 
 // Reads parameters that are there. What is no T is shown and named as a fault.
 template <class T, class SayOne>
-void ReadParameters(const CAsn1Element& algorithm, PublicKeyForms& forms, SayOne say) {
-    const CAsn1Element params = ca::Child(algorithm, 1);
+void ReadParameters(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms, SayOne say) {
+    const CAsn1Element params = algorithm.Parameters();
     if (params.raw.empty() || params.tag == kAsn1Null) {
         return;
     }
@@ -81,12 +82,12 @@ void ReadRsaKey(Value bits, PublicKeyForms& forms) {
     }
 }
 
-void DescribeRsaKey(const CAsn1Element& /*algorithm*/, PublicKeyForms& forms) {
+void DescribeRsaKey(const CAsn1AlgorithmView& /*algorithm*/, PublicKeyForms& forms) {
     forms.hashAlgs = DigestsFrom(Sha2::k256);
 }
 
 // A key with parameters is for these alone (RFC 4055 1.2).
-void DescribePssKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+void DescribePssKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     const ca::ParametersForms pss = ca::DescribeParameters(algorithm);
     forms.error = pss.error;
     forms.hashAlgs = pss.digest.empty() ? DigestsFrom(Sha2::k256) : pss.digest;
@@ -132,7 +133,7 @@ void NameSm2(PublicKeyForms& forms) {
     forms.hashAlgs = ca::COid("sm3")->Name();
 }
 
-void DescribeEcKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+void DescribeEcKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     forms.hashAlgs = DigestsFrom(Sha2::k256);
     ReadParameters<CAsn1EcpkParameters>(algorithm, forms, [&](const CAsn1EcpkParameters& curve) {
         forms.params = ca::CurveText(curve);
@@ -147,19 +148,19 @@ void DescribeEcKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
 
 // ---- DSA, Diffie-Hellman ----
 
-void DescribeDsaKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+void DescribeDsaKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DssParms>(algorithm, forms, [&](const CAsn1DssParms& group) {
         forms.params = ca::SizeText(group.P());
     });
 }
 
-void DescribeDhKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+void DescribeDhKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DomainParameters>(
         algorithm, forms,
         [&](const CAsn1DomainParameters& group) { forms.params = ca::SizeText(group.P()); });
 }
 
-void DescribeOldDhKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+void DescribeOldDhKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DhParameter>(algorithm, forms, [&](const CAsn1DhParameter& group) {
         forms.params = ca::SizeText(group.Prime());
     });
@@ -167,7 +168,7 @@ void DescribeOldDhKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
 
 // ---- GOST ----
 
-void DescribeGostKey(const CAsn1Element& algorithm, PublicKeyForms& forms) {
+void DescribeGostKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1GostPublicKeyParameters>(algorithm, forms, [&](const auto& sets) {
         ca::CTextLines lines;
         for (const auto* set :
@@ -192,7 +193,8 @@ void ReadGostKey(Value bits, PublicKeyForms& forms) {
 
 struct KeyRow {
     ca::COid algorithm;
-    void (*describe)(const CAsn1Element& algorithm, PublicKeyForms& forms);  // null: nothing to say
+    void (*describe)(const CAsn1AlgorithmView& algorithm,
+                     PublicKeyForms& forms);          // null: nothing to say
     void (*read)(Value bits, PublicKeyForms& forms);  // null: the bits are the key
 };
 constexpr KeyRow kRows[] = {
@@ -231,8 +233,7 @@ std::wstring RsaSizeText(const CAsn1Integer* modulus, const CAsn1Integer* expone
     if (exponent != nullptr && !text.empty()) {
         std::uint32_t small = 0;
         text.append(L", ").append(SetZORNAMessage(kMsgExponent)).append(1, L' ');
-        text += ReadSmallInteger(ElementOf(*exponent), small) ? DecimalText(small)
-                                                              : Hex(OctetsOf(exponent));
+        text += ReadSmallInteger(*exponent, small) ? DecimalText(small) : Hex(OctetsOf(exponent));
     }
     return text;
 }
@@ -250,10 +251,10 @@ std::wstring CurveText(const CAsn1EcpkParameters& curve) {
            (L", " + BitsText(FieldBits(*given->FieldId())));
 }
 
-PublicKeyForms DescribeKeyAlgorithm(const CAsn1Element& algorithm) {
+PublicKeyForms DescribeKeyAlgorithm(const CAsn1AlgorithmView& algorithm) {
     PublicKeyForms forms;
     forms.algorithm = AlgorithmText(algorithm);
-    const OidInfo* type = FindOid(ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier));
+    const OidInfo* type = FindOid(algorithm.Algorithm());
     const OidInfo* digest = type != nullptr ? DigestOf(*type) : nullptr;
     if (digest != nullptr) {
         forms.hashAlgs = digest->Name();
@@ -265,10 +266,10 @@ PublicKeyForms DescribeKeyAlgorithm(const CAsn1Element& algorithm) {
     return forms;
 }
 
-PublicKeyForms DescribePublicKey(const CAsn1Element& publicKeyInfo) {
-    const CAsn1Element algorithm = Child(publicKeyInfo, 0);
-    const CAsn1Element bitString = Child(publicKeyInfo, 1);
-    const Octets oid = ContentIf(Child(algorithm, 0), kAsn1ObjectIdentifier);
+PublicKeyForms DescribePublicKey(const CAsn1PublicKeyInfoView& publicKeyInfo) {
+    const CAsn1AlgorithmView algorithm = publicKeyInfo.Algorithm();
+    const CAsn1Element bitString = publicKeyInfo.SubjectPublicKey();
+    const Octets oid = algorithm.Algorithm();
     if (oid.empty() || bitString.tag != kAsn1BitString) {
         PublicKeyForms forms;
         forms.error = UnreadableKey({});

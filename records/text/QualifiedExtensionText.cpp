@@ -68,7 +68,7 @@ void SaySemantics(Value value, CTextLines& lines) {
         lines.Line(ca::OidWithName(OctetsOf(semantics->SemanticsIdentifier())));
     }
     if (semantics->NameRegistrationAuthorities() != nullptr) {
-        ca::SayGeneralNames(semantics->NameRegistrationAuthorities()->ContentOctets(), lines);
+        ca::SayGeneralNames(ca::ElementOf(*semantics->NameRegistrationAuthorities()), lines);
     }
 }
 
@@ -151,8 +151,8 @@ void SayIdentificationKind(Value value, CTextLines& lines) {
 void SayOrganizationIdentifier(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CabfOrganizationIdentifier> id(value);
     // Nothing stands between these two, so that they are one text.
-    std::wstring text = ca::Visible(ca::TextOf(ca::ElementOf(*id->RegistrationSchemeIdentifier())) +
-                                    ca::TextOf(ca::ElementOf(*id->RegistrationCountry())));
+    std::wstring text = ca::Visible(ca::TextOf(*id->RegistrationSchemeIdentifier()) +
+                                    ca::TextOf(*id->RegistrationCountry()));
     if (id->RegistrationStateOrProvince() != nullptr) {
         text += L'+' + ca::HiddenText(id->RegistrationStateOrProvince());
     }

@@ -1,3 +1,4 @@
+#include "asn1/views/AttributeViews.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 #include "records/text/SharedFormatters.h"
@@ -9,35 +10,28 @@ namespace {
 using ca::CTextLines;
 using Value = std::span<const unsigned char>;
 
-// EnrollmentNameValuePair ::= SEQUENCE { name BMPString, value BMPString }     MS-WCCE, 2.2.2.7
 void SayNameAndValue(Value value, CTextLines& lines) {
-    const CAsn1Element pair = ca::FirstElement(value);
-    if (pair.tag != kAsn1Sequence || !ca::IsText(ca::Child(pair, 0))) {
-        throw MakeAsn1WrongTag("EnrollmentNameValuePair", pair.tag, 0);
+    const CAsn1EnrollmentNameValueView pair(ca::FirstElement(value));
+    if (pair.Element().tag != kAsn1Sequence || !ca::IsText(pair.Name())) {
+        throw MakeAsn1WrongTag("EnrollmentNameValuePair", pair.Element().tag, 0);
     }
-    lines.Line(ca::ValueText(ca::Child(pair, 0)), ca::ValueText(ca::Child(pair, 1)));
+    lines.Line(ca::ValueText(pair.Name()), ca::ValueText(pair.Value()));
 }
 
-// CSPProvider ::= SEQUENCE { keySpec INTEGER, cspName BMPString, signature BIT STRING }
-// MS-WCCE, 2.2.2.7
+// The provider by its name; the signature that may stand beside it says nothing to people.
 void SayProvider(Value value, CTextLines& lines) {
-    const CAsn1Element provider = ca::FirstElement(value);
-    if (provider.tag != kAsn1Sequence || !ca::IsText(ca::Child(provider, 1))) {
-        throw MakeAsn1WrongTag("CSPProvider", provider.tag, 0);
+    const CAsn1CspProviderView provider(ca::FirstElement(value));
+    if (provider.Element().tag != kAsn1Sequence || !ca::IsText(provider.CspName())) {
+        throw MakeAsn1WrongTag("CSPProvider", provider.Element().tag, 0);
     }
-    lines.Line(ca::ValueText(ca::Child(provider, 1)));
+    lines.Line(ca::ValueText(provider.CspName()));
 }
 
-// RequestClientInfo ::= SEQUENCE {
-//     clientId     INTEGER,
-//     machineName  UTF8String,
-//     userName     UTF8String,
-//     processName  UTF8String }     MS-WCCE, 2.2.2.7
 void SayClient(Value value, CTextLines& lines) {
-    const CAsn1Element client = ca::FirstElement(value);
+    const CAsn1RequestClientInfoView client(ca::FirstElement(value));
     std::wstring text;
-    for (std::size_t member = 1; member <= 3; ++member) {
-        const CAsn1Element name = ca::Child(client, member);
+    for (const CAsn1Element& name :
+         {client.MachineName(), client.UserName(), client.ProcessName()}) {
         if (!ca::IsText(name)) {
             throw MakeAsn1WrongTag("RequestClientInfo", name.tag, 0);
         }

@@ -19,8 +19,8 @@ using Value = std::span<const unsigned char>;
 void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
     std::wstring line = ca::OtherHashText(*reference.CrlHash());
     if (const CAsn1CrlIdentifier* id = reference.CrlIdentifier()) {
-        line += L", " + ca::ReadableName(ca::ElementOf(*id->CrlIssuer())) + L", " +
-                ca::TimeLine(ca::ElementOf(*id->CrlIssuedTime()));
+        line +=
+            L", " + ca::ReadableName(*id->CrlIssuer()) + L", " + ca::TimeLine(*id->CrlIssuedTime());
         if (id->CrlNumber() != nullptr) {
             line += L", " + ca::SerialText(OctetsOf(id->CrlNumber()));
         }
@@ -30,8 +30,8 @@ void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
 
 void SayOcspReference(const CAsn1OcspResponsesId& reference, CTextLines& lines) {
     const CAsn1OcspIdentifier& id = *reference.OcspIdentifier();
-    std::wstring line = ca::ResponderText(*id.OcspResponderId()) + L", " +
-                        ca::TimeLine(ca::ElementOf(*id.ProducedAt()));
+    std::wstring line =
+        ca::ResponderText(*id.OcspResponderId()) + L", " + ca::TimeLine(*id.ProducedAt());
     if (reference.OcspRepHash() != nullptr) {
         line.insert(0, ca::OtherHashText(*reference.OcspRepHash()) + L", ");
     }
@@ -59,17 +59,16 @@ void SayOther(const CAsn1Any* other, CTextLines& lines) {
 
 void SayCertificate(const CAsn1Certificate& certificate, CTextLines& lines) {
     const CAsn1TbsCertificate& tbs = *certificate.TbsCertificate();
-    lines.Line(ca::ReadableName(ca::ElementOf(*tbs.Subject())));
+    lines.Line(ca::ReadableName(*tbs.Subject()));
     const CTextLines::Level level(lines);
-    lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*tbs.Issuer())));
+    lines.Line(kMsgIssuer, ca::ReadableName(*tbs.Issuer()));
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(tbs.SerialNumber())));
 }
 
 void SayCrl(const CAsn1Any& any, CTextLines& lines) {
     const ca::CDecoded<CAsn1CertificateList> list(any.Raw(), Asn1Blocks::kRead);
     const CAsn1TbsCertList& tbs = *list->TbsCertList();
-    lines.Line(ca::ReadableName(ca::ElementOf(*tbs.Issuer())) + L", " +
-               ca::TimeLine(ca::ElementOf(*tbs.ThisUpdate())));
+    lines.Line(ca::ReadableName(*tbs.Issuer()) + L", " + ca::TimeLine(*tbs.ThisUpdate()));
 }
 
 void SayOcsp(const CAsn1Any& any, CTextLines& lines) {

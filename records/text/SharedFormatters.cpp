@@ -31,7 +31,7 @@ void SayTimeMember(Sentence label, const CAsn1Object* time, CTextLines& lines) {
 }  // namespace
 
 std::wstring MemberText(const CAsn1Object* member) {
-    return member != nullptr ? ValueText(ElementOf(*member)) : std::wstring();
+    return member != nullptr ? ValueText(*member) : std::wstring();
 }
 
 std::wstring HiddenText(const CAsn1Object* octets) {
@@ -63,8 +63,7 @@ void SayOctetString(std::span<const unsigned char> value, CTextLines& lines) {
 
 void SayTime(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1Time> time(value);
-    const CAsn1Element element = ElementOf(*time);
-    const TimeForms forms = DescribeTime(element);
+    const TimeForms forms = DescribeTime(*time);
     if (!forms.seconds) {
         throw MakeAsn1Fault(Asn1Fault::kMalformed, "Time", 0);
     }
@@ -84,7 +83,7 @@ void SayOidList(std::span<const unsigned char> value, CTextLines& lines) {
 
 void SayNames(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1SequenceOf<CAsn1Any>> names(value);
-    SayGeneralNames(names->ContentOctets(), lines);
+    SayGeneralNames(ElementOf(*names), lines);
 }
 
 void SayPrivateKeyUsagePeriod(std::span<const unsigned char> value, CTextLines& lines) {

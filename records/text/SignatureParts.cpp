@@ -3,6 +3,8 @@
 #include "asn1/attributes/Holder.h"
 #include "asn1/attributes/TstInfo.h"
 #include "asn1/cms/SignedData.h"
+#include "asn1/views/AlgorithmViews.h"
+#include "asn1/views/AttributeViews.h"
 #include "common/DecimalText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/AttributeText.h"
@@ -23,7 +25,7 @@ using ca::Octets;
 void SayTstInfo(std::span<const unsigned char> octets, CTextLines& lines) {
     const ca::CDecoded<CAsn1TstInfo> stamp(octets);
     const CAsn1MessageImprint& imprint = *stamp->MessageImprint();
-    lines.Line(kMsgTime, ca::TimeLine(ca::ElementOf(*stamp->GenTime())));
+    lines.Line(kMsgTime, ca::TimeLine(*stamp->GenTime()));
     lines.Line(kMsgPolicy, ca::OidWithName(OctetsOf(stamp->Policy())));
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(stamp->SerialNumber())));
     lines.Line(ca::DigestText(*imprint.HashAlgorithm(), imprint.HashedMessage()));
@@ -38,7 +40,7 @@ void SayTstInfo(std::span<const unsigned char> octets, CTextLines& lines) {
     }
     if (stamp->Tsa() != nullptr) {
         lines.Line(kMsgTimeStampAuthority,
-                   ca::GeneralNameLine(ca::FirstElement(stamp->Tsa()->Raw()), lines));
+                   ca::GeneralNameLine(ca::ElementOf(*stamp->Tsa()), lines));
     }
     if (stamp->Extensions() != nullptr) {
         ca::SayExtensions(*stamp->Extensions(), lines);
@@ -50,12 +52,11 @@ CAsn1Element SigningTimeOf(const CAsn1SignerInfo& signer) {
     if (signer.SignedAttrs() == nullptr) {
         return {};
     }
-    CAsn1Element attribute;
-    for (CAsn1Cursor cursor(signer.SignedAttrs()->ContentOctets());
-         !cursor.AtEnd() && cursor.Next(attribute) == Asn1Fault::kNone;) {
-        const Octets type = ca::ContentIf(ca::Child(attribute, 0), kAsn1ObjectIdentifier);
-        if (ca::IsOid(type, "id-signingTime")) {
-            return ca::Child(ca::Child(attribute, 1), 0);
+    CAsn1Element element;
+    for (CAsn1Cursor cursor(signer.SignedAttrs()->ContentOctets()); cursor.Step(element);) {
+        const CAsn1AttributeView attribute(element);
+        if (ca::IsOid(attribute.Type(), "id-signingTime")) {
+            return attribute.FirstValue();
         }
     }
     return {};
@@ -71,7 +72,7 @@ std::wstring SubjectText(const ca::SignerCertificate& certificate) {
 // How a message names a signer.
 void SaySignerId(const CAsn1SignerIdentifier& id, CTextLines& lines) {
     if (const CAsn1IssuerAndSerialNumber* name = id.IssuerAndSerialNumber()) {
-        lines.Line(kMsgIssuer, ca::ReadableName(ca::ElementOf(*name->Issuer())));
+        lines.Line(kMsgIssuer, ca::ReadableName(*name->Issuer()));
         lines.Line(kMsgSerial, ca::SerialText(OctetsOf(name->SerialNumber())));
     } else {
         lines.Line(kMsgKey, ca::OctetsText(id.SubjectKeyIdentifier()));
@@ -81,15 +82,15 @@ void SaySignerId(const CAsn1SignerIdentifier& id, CTextLines& lines) {
 // A ContentInfo without what some writers put round it.
 // \param joined  holds its octets when they came in an OCTET STRING.
 std::span<const unsigned char> Unwrapped(std::span<const unsigned char> value,
-                                   std::vector<unsigned char>& joined) {
+                                         std::vector<unsigned char>& joined) {
     constexpr int kMostWraps = 4;
     for (int i = 0; i < kMostWraps; ++i) {
         const CAsn1Element element = ca::FirstElement(value);
         if ((element.tag & ~kAsn1ConstructedBit) == kAsn1OctetString) {
             joined = OctetStringOf(element);
             value = joined;
-        } else if (const CAsn1Element token = ca::GrantedToken(element); !token.raw.empty()) {
-            value = token.raw;
+        } else if (const auto token = ca::GrantedToken(element); token.IsThere()) {
+            value = token.Element().raw;
         } else if (element.tag == ca::ContextConstructed(0)) {
             value = element.content;
         } else {
@@ -124,8 +125,8 @@ std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
     return text + L' ' + SetZORNAMessage(kMsgSeconds);
 }
 
-std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest) {
-    return AlgorithmText(ElementOf(algorithm)) + L": " + OctetsText(digest);
+std::wstring DigestText(const CAsn1AlgorithmView& algorithm, const CAsn1OctetString* digest) {
+    return AlgorithmText(algorithm) + L": " + OctetsText(digest);
 }
 
 std::wstring DigestText(COid algorithm, const CAsn1OctetString* digest) {
@@ -133,12 +134,12 @@ std::wstring DigestText(COid algorithm, const CAsn1OctetString* digest) {
 }
 
 std::wstring IssuerSerialText(const CAsn1IssuerSerial& certificate, CTextLines& lines) {
-    return GeneralNamesLine(certificate.Issuer()->ContentOctets(), lines) + L", " +
+    return GeneralNamesLine(*certificate.Issuer(), lines) + L", " +
            SerialText(OctetsOf(certificate.Serial()));
 }
 
 std::wstring IssuerSerialText(const CAsn1IssuerAndSerialNumber& certificate) {
-    return ReadableName(ElementOf(*certificate.Issuer())) + L", " +
+    return ReadableName(*certificate.Issuer()) + L", " +
            SerialText(OctetsOf(certificate.SerialNumber()));
 }
 
@@ -162,8 +163,8 @@ void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLin
     lines.Line(kMsgSigner, certificate != nullptr ? SubjectText(*certificate) : std::wstring());
     const CTextLines::Level level(lines);
     SaySignerId(id, lines);
-    lines.Line(kMsgFieldSignatureAlg, SignerAlgorithmText(ElementOf(*signer.SignatureAlgorithm()),
-                                                          ElementOf(*signer.DigestAlgorithm())));
+    lines.Line(kMsgFieldSignatureAlg,
+               SignerAlgorithmText(*signer.SignatureAlgorithm(), *signer.DigestAlgorithm()));
     if (const CAsn1Element time = SigningTimeOf(signer); !time.raw.empty()) {
         lines.Line(kMsgTime, TimeLine(time));
     }
@@ -179,16 +180,13 @@ bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines
     return true;
 }
 
-CAsn1Element GrantedToken(const CAsn1Element& response) {
-    // TimeStampResp ::= SEQUENCE {
-    //     status          PKIStatusInfo,     -- SEQUENCE { status INTEGER, ... }
-    //     timeStampToken  ContentInfo OPTIONAL }     RFC 3161, 2.4.2
-    constexpr std::uint32_t kGrantedWithMods = 1;
-    const CAsn1Element status = Child(Child(response, 0), 0);
+CAsn1ContentInfoView GrantedToken(const CAsn1TimeStampRespView& response) {
+    constexpr std::uint32_t kGrantedWithMods = 1;  // RFC 3161, 2.4.2
+    const CAsn1Element status = response.Status();
     std::uint32_t number = 0;
     const bool isGranted = status.tag == kAsn1Integer && ReadSmallInteger(status, number) &&
                            number <= kGrantedWithMods;
-    return isGranted ? Child(response, 1) : CAsn1Element();
+    return isGranted ? response.TimeStampToken() : CAsn1ContentInfoView();
 }
 
 void SaySignedMessage(std::span<const unsigned char> value, CTextLines& lines) {
@@ -197,8 +195,7 @@ void SaySignedMessage(std::span<const unsigned char> value, CTextLines& lines) {
     if (message->Content() == nullptr) {
         throw MakeAsn1Missing("ContentInfo.content", 0);
     }
-    const CDecoded<CAsn1SignedData> signedData(message->Content()->Raw(),
-                                               Asn1Blocks::kRead);
+    const CDecoded<CAsn1SignedData> signedData(message->Content()->Raw(), Asn1Blocks::kRead);
     const CAsn1EncapsulatedContentInfo& content = *signedData->EncapContentInfo();
     if (!SayTimeStamp(content, lines)) {
         lines.Line(kMsgContent, OidWithName(OctetsOf(content.EContentType())));

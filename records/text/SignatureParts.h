@@ -1,8 +1,9 @@
 #pragma once
 
 #include "asn1/Oid.h"
+#include "asn1/views/AlgorithmViews.h"
+#include "asn1/views/MessageViews.h"
 #include "records/SignerCertificates.h"
-#include "asn1/Elements.h"
 #include "records/text/TextLines.h"
 
 #include <string>
@@ -26,7 +27,7 @@ std::wstring OctetsText(const CAsn1OctetString* octets);
 std::wstring AccuracyText(const CAsn1Accuracy& accuracy);
 
 /// "SHA-256: hex"
-std::wstring DigestText(const CAsn1Object& algorithm, const CAsn1OctetString* digest);
+std::wstring DigestText(const CAsn1AlgorithmView& algorithm, const CAsn1OctetString* digest);
 /// The same for an algorithm that is implied.
 std::wstring DigestText(COid algorithm, const CAsn1OctetString* digest);
 
@@ -51,7 +52,7 @@ void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLin
 bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines);
 
 /// The token of a TimeStampResp (RFC 3161 2.4.2) that grants one; without octets for anything else.
-CAsn1Element GrantedToken(const CAsn1Element& response);
+CAsn1ContentInfoView GrantedToken(const CAsn1TimeStampRespView& response);
 
 /// Says a signed message that is an attribute's value: a time-stamp token (RFC 3161 2.4.2) with
 /// what it stamps, or what any other message holds; its signers and the count of certificates. It

@@ -50,7 +50,7 @@ void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
     if (id->AuthorityCertIssuer() != nullptr) {
         lines.Line(kMsgIssuer, L"");
         const CTextLines::Level level(lines);
-        ca::SayGeneralNames(id->AuthorityCertIssuer()->ContentOctets(), lines);
+        ca::SayGeneralNames(ca::ElementOf(*id->AuthorityCertIssuer()), lines);
     }
     if (id->AuthorityCertSerialNumber() != nullptr) {
         lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->AuthorityCertSerialNumber())));
@@ -64,7 +64,7 @@ void SayPointName(const CAsn1Any* name, CTextLines& lines) {
         return;
     }
     if (name->Tag() == ca::ContextConstructed(0)) {
-        ca::SayGeneralNames(name->ContentOctets(), lines);
+        ca::SayGeneralNames(ca::ElementOf(*name), lines);
     } else {
         lines.Line(kMsgRelativeName, ca::ReadableRdn(ca::FirstElement(name->Raw())));
     }
@@ -80,7 +80,7 @@ void SayDistributionPoints(Value value, CTextLines& lines) {
         if (point.CrlIssuer() != nullptr) {
             lines.Line(kMsgCrlIssuer, L"");
             const CTextLines::Level level(lines);
-            ca::SayGeneralNames(point.CrlIssuer()->ContentOctets(), lines);
+            ca::SayGeneralNames(ca::ElementOf(*point.CrlIssuer()), lines);
         }
     });
 }

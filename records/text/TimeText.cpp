@@ -196,6 +196,10 @@ std::optional<std::int64_t> ReadTime(const CAsn1Element& element) {
     return midnight.count() + fields.hour * 3600 + fields.minute * 60 + fields.second - *zone;
 }
 
+std::optional<std::int64_t> ReadTime(const CAsn1Object& time) {
+    return ReadTime(ElementOf(time));
+}
+
 std::int64_t CLocalOffsets::At(std::int64_t seconds) {
     m_days.resize(kDays);
     const std::int64_t day = DayOf(seconds);
@@ -228,9 +232,17 @@ TimeForms DescribeTime(const CAsn1Element& element, CLocalOffsets* offsets) {
     return seconds ? DescribeTime(*seconds, offsets) : TimeForms();
 }
 
+TimeForms DescribeTime(const CAsn1Object& time) {
+    return DescribeTime(ElementOf(time));
+}
+
 std::wstring TimeLine(const CAsn1Element& element) {
     const TimeForms time = DescribeTime(element);
     return time.seconds ? TimeLine(time) : UnreadableText(element.raw);
+}
+
+std::wstring TimeLine(const CAsn1Object& time) {
+    return TimeLine(ElementOf(time));
 }
 
 std::wstring TimeLine(const TimeForms& time) {

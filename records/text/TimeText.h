@@ -7,6 +7,7 @@
 #include <vector>
 
 struct CAsn1Element;
+class CAsn1Object;
 
 namespace ca {
 
@@ -44,14 +45,17 @@ class CLocalOffsets {
 /// Reads a UTCTime or GeneralizedTime element. Years of two digits follow RFC 5280 4.1.2.5.1 (50 to
 /// 99 are 19YY); fractions are dropped, offsets applied, a time without a zone is taken as UTC.
 std::optional<std::int64_t> ReadTime(const CAsn1Element& element);
+std::optional<std::int64_t> ReadTime(const CAsn1Object& time);
 
 /// ReadTime() with its texts. 99991231235959Z, which says that there is no end (RFC 5280 4.1.2.5),
 /// reads the same in both.
 TimeForms DescribeTime(const CAsn1Element& element, CLocalOffsets* offsets = nullptr);
+TimeForms DescribeTime(const CAsn1Object& time);
 TimeForms DescribeTime(std::int64_t seconds, CLocalOffsets* offsets = nullptr);
 
 /// "local (utc UTC)", for a line of a text; the unreadable value's text for an impossible time.
 std::wstring TimeLine(const CAsn1Element& element);
+std::wstring TimeLine(const CAsn1Object& time);
 std::wstring TimeLine(const TimeForms& time);
 
 }  // namespace ca

@@ -1,4 +1,5 @@
 #include "asn1/OidTable.h"
+#include "asn1/views/AttributeViews.h"
 #include "asn1/x509/CertificateTemplate.h"
 #include "asn1/x509/GeneralName.h"
 #include "asn1/x509/ObsoleteExtensions.h"
@@ -64,7 +65,7 @@ void SaySecurityId(Value value, CTextLines& lines) {
         if (other != nullptr && other->Value()->Tag() == kAsn1OctetString) {
             lines.Line(ca::HiddenText(other->Value()));
         } else {
-            ca::SayGeneralName(ca::ElementOf(name), lines);
+            ca::SayGeneralName(name, lines);
         }
     });
 }
@@ -112,7 +113,7 @@ void SayEntrustVersion(Value value, CTextLines& lines) {
 void SayTimestampService(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AdobeTimestamp> service(value);
     lines.Line(kMsgFieldVersion, ca::NumberText(service->Version()));
-    ca::SayGeneralName(ca::ElementOf(*service->Location()), lines);
+    ca::SayGeneralName(*service->Location(), lines);
     lines.Line(kMsgRequiresAuthentication,
                SetZORNAMessage(service->RequiresAuth() ? kMsgYes : kMsgNo));
 }
@@ -131,10 +132,9 @@ void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
     }
     if (id->CertIssuer() != nullptr) {
         const CAsn1Element issuer = ca::FirstElement(id->CertIssuer()->ContentOctets());
-        lines.Line(kMsgIssuer,
-                   issuer.tag == kAsn1Sequence
-                       ? ca::ReadableName(issuer)
-                       : ca::GeneralNamesLine(id->CertIssuer()->ContentOctets(), lines));
+        lines.Line(kMsgIssuer, issuer.tag == kAsn1Sequence
+                                   ? ca::ReadableName(issuer)
+                                   : ca::GeneralNamesLine(ca::ElementOf(*id->CertIssuer()), lines));
     }
     if (id->CertSerialNumber() != nullptr) {
         lines.Line(kMsgSerial, ca::SerialText(OctetsOf(id->CertSerialNumber())));
@@ -195,16 +195,12 @@ std::wstring LittleEndianText(ca::Octets octets) {
     return ca::ValueText(text);
 }
 
-// CatalogNameValue ::= SEQUENCE {
-//     name   BMPString,
-//     flags  INTEGER,
-//     value  OCTET STRING }   -- a text in UTF-16     CAT_NAMEVALUE of wintrust.h
 void SayCatalogProperty(Value value, CTextLines& lines) {
-    const CAsn1Element property = ca::FirstElement(value);
-    const CAsn1Element name = ca::Child(property, 0);
-    const CAsn1Element text = ca::Child(property, 2);
+    const CAsn1CatalogNameValueView property(ca::FirstElement(value));
+    const CAsn1Element name = property.Name();
+    const CAsn1Element text = property.Value();
     if (name.tag != kAsn1UnicodeString || text.tag != kAsn1OctetString) {
-        throw MakeAsn1WrongTag("CatalogNameValue", property.tag, 0);
+        throw MakeAsn1WrongTag("CatalogNameValue", property.Element().tag, 0);
     }
     lines.Line(ca::ValueText(name), LittleEndianText(text.content));
 }

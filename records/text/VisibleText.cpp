@@ -193,6 +193,10 @@ std::wstring TextOf(const CAsn1Element& element) {
     return {};
 }
 
+std::wstring TextOf(const CAsn1Object& text) {
+    return TextOf(ElementOf(text));
+}
+
 std::wstring ValueText(const CAsn1Element& element) {
     if (IsText(element)) {
         return ValueText(TextOf(element));
@@ -200,6 +204,10 @@ std::wstring ValueText(const CAsn1Element& element) {
     std::wstring out = L"#";
     AppendHex(out, element.raw);
     return out;
+}
+
+std::wstring ValueText(const CAsn1Object& value) {
+    return ValueText(ElementOf(value));
 }
 
 std::wstring ValueText(std::wstring_view text) {

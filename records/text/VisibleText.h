@@ -9,6 +9,7 @@
 #include <string_view>
 
 struct CAsn1Element;
+class CAsn1Object;
 
 namespace ca {
 
@@ -56,10 +57,12 @@ bool IsText(const CAsn1Element& element) noexcept;
 /// hold UTF-8 as often as not; octets that are none are read as Latin-1, which is what issuers put
 /// there, or as T.61 where only that gives a word (ReadTeletex()).
 std::wstring TextOf(const CAsn1Element& element);
+std::wstring TextOf(const CAsn1Object& text);
 
 /// Visible(TextOf(element)) for string types, the first character of what would read as octets
 /// escaped; "#" and the hexadecimal encoding for all others.
 std::wstring ValueText(const CAsn1Element& element);
+std::wstring ValueText(const CAsn1Object& value);
 /// The same for a text that was read already.
 std::wstring ValueText(std::wstring_view text);
 

@@ -178,7 +178,9 @@ TEST_F(ExtensionTextTest, KeepsWhatStandsBesideAnOddElement) {
         Octets extension = c.extension;
         ca::CertInfoExtension record;
         std::wstring error;
-        ca::FillExtension(extension, record, error);
+        CAsn1Element element;
+        CAsn1Cursor(extension).StepOrRest(element);
+        ca::FillExtension(element, record, error);
         EXPECT_EQ(c.oid, record.oidValue);
         EXPECT_EQ(c.text, record.formattedData);
         EXPECT_EQ(c.error, error);
