@@ -1,7 +1,7 @@
 // Describing a revocation list of a million entries (35 MB), beside OpenSSL's print of the same.
 
 #include "common/Json.h"
-#include "records/CrlInfoFill.h"
+#include "records/fill/CrlInfoFill.h"
 
 #include <benchmark/benchmark.h>
 #include <openssl/bio.h>

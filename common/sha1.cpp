@@ -163,3 +163,9 @@ std::wstring SHA1::GetHash(const std::wstring& text) {
     Update(text);
     return Final();
 }
+
+std::wstring ca::Sha1Hex(std::span<const unsigned char> octets) {
+    SHA1 digest;
+    digest.Update(octets);
+    return digest.Final();
+}

@@ -51,3 +51,10 @@ class SHA1 {
     std::uint64_t m_octets;  ///< fed so far, those still in the buffer included
     std::wstring m_buffer;   ///< an unfinished block, shorter than 64
 };
+
+namespace ca {
+
+/// The SHA-1 of octets as 40 lower-case hexadecimal digits.
+std::wstring Sha1Hex(std::span<const unsigned char> octets);
+
+}  // namespace ca

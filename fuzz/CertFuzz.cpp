@@ -3,9 +3,9 @@
 #include "common/Exception.h"
 #include "common/Json.h"
 #include "common/Lng.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateBundle.h"
 #include "records/Payload.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CertificateBundle.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -3,8 +3,8 @@
 #include "asn1/x509/Attribute.h"
 #include "common/Exception.h"
 #include "common/Json.h"
-#include "records/RecipientsFill.h"
-#include "records/SignInfoFill.h"
+#include "records/fill/RecipientsFill.h"
+#include "records/fill/SignInfoFill.h"
 #include "records/text/AttributeText.h"
 #include "records/text/Decoded.h"
 

@@ -2,8 +2,8 @@
 
 #include "common/Exception.h"
 #include "common/Json.h"
-#include "records/AttrCertInfoFill.h"
-#include "records/CrlInfoFill.h"
+#include "records/fill/AttrCertInfoFill.h"
+#include "records/fill/CrlInfoFill.h"
 
 #include <cstddef>
 #include <cstdint>

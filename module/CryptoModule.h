@@ -9,7 +9,7 @@
 #include "module/CryptPacket.h"
 #include "module/StreamArray.h"
 #include "module/mod_foo.h"
-#include "records/KnownIssuers.h"
+#include "records/fill/KnownIssuers.h"
 
 #include <memory>
 #include <string>

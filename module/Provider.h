@@ -4,9 +4,9 @@
 #include "records/FileData.h"
 #include "records/Payload.h"
 #include "records/SerializableContainer.h"
-#include "records/SignatureJudge.h"
 #include "records/StringArray.h"
 #include "records/VerificationResult.h"
+#include "records/fill/SignatureJudge.h"
 
 #include <cstdint>
 #include <memory>

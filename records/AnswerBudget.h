@@ -55,4 +55,10 @@ class CBudgetLoan {
     std::size_t m_times;
 };
 
+/// What a text of so many characters takes until it is written, for the budget: four octets each,
+/// and one or two in the answer.
+constexpr std::size_t CostOfText(std::size_t characters) {
+    return 6 * characters;
+}
+
 }  // namespace ca

@@ -45,19 +45,6 @@ constexpr std::tuple kCertForCheckFields{
     JsonField{"CertId", &ca::CertForCheck::certId},
     JsonField{"Cert", &ca::CertForCheck::cert}};
 
-struct KeyUsageName {
-    unsigned bit;
-    Sentence name;
-};
-
-// RFC 5280, 4.2.1.3, in the order of the bit string.
-constexpr KeyUsageName kKeyUsageNames[] = {
-    {0x80, kMsgUsageDigitalSignature}, {0x40, kMsgUsageNonRepudiation},
-    {0x20, kMsgUsageKeyEncipherment},  {0x10, kMsgUsageDataEncipherment},
-    {0x08, kMsgUsageKeyAgreement},     {0x04, kMsgUsageCertSigning},
-    {0x02, kMsgUsageCrlSigning},       {0x01, kMsgUsageEncipherOnly},
-    {0x8000, kMsgUsageDecipherOnly}};
-
 bool PassesFilter(const ca::CertInfo& cert, unsigned filter) {
     const bool isOutOfPeriod = cert.validityNumber == ca::kErrCertTimeInvalid;
     return !((filter & ca::kCertFilterInPeriod) != 0 && isOutOfPeriod) &&
@@ -94,14 +81,7 @@ void CertInfo2::AddOctets(RecordOctets& octets) const {
 }
 
 std::wstring CertInfo2::GetKeyUsageStr(unsigned bits) {
-    std::wstring names;
-    for (const KeyUsageName& usage : kKeyUsageNames) {
-        if ((bits & usage.bit) != 0) {
-            names += names.empty() ? L"" : L", ";
-            names += SetZORNAMessage(usage.name);
-        }
-    }
-    return names;
+    return KeyUsageText(bits);
 }
 
 void CertInfos2::FromJson(const JsonValue& value) {

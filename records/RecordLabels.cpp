@@ -2,7 +2,7 @@
 
 #include "common/Encode.h"
 #include "common/Lazy.h"
-#include "records/objects/ObjectDescription.h"
+#include "records/text/FieldNames.h"
 
 #include <unordered_map>
 

@@ -10,13 +10,7 @@ struct RecordOctets {
     std::size_t text = 0;
 };
 
-/// What a text of so many characters takes until it is written, for the budget: four octets each,
-/// and one or two in the answer.
-constexpr std::size_t CostOfText(std::size_t characters) {
-    return 6 * characters;
-}
-
-/// The same of a record.
+/// What a record takes until it is written, for the budget.
 template <class Record>
 std::size_t CostOf(const Record& record) {
     RecordOctets octets{sizeof(Record), 0};

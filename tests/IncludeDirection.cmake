@@ -1,7 +1,7 @@
 # Includes run common <- asn1 <- records <- module <- providers, and no provider knows another. The
 # host tool knows the module by its C header only; beside that it uses the ASN.1 engine for its
-# listing, and the helpers named here. Inside of asn1/ no two files need each other, and its folders
-# stand in one order.
+# listing, and the helpers named here. Inside of asn1/ no two files need each other; its folders,
+# and those of records/, stand in one order.
 # Fails with the list of the lines that run the wrong way. SOURCE_DIR: the project's root.
 
 cmake_minimum_required(VERSION 3.18)
@@ -73,6 +73,35 @@ foreach(file IN LISTS files)
         endif()
         if(NOT needed STREQUAL unit)
             list(APPEND needs_${unit} ${needed})
+        endif()
+    endforeach()
+endforeach()
+
+# The floors of records: what finds things in octets and what says them know no record; what fills
+# records knows both. What an answer may hold is for all to know.
+set(records_floors scan text record fill objects)
+file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/records
+    ${SOURCE_DIR}/records/*.h ${SOURCE_DIR}/records/*.cpp)
+foreach(file IN LISTS files)
+    get_filename_component(folder ${file} DIRECTORY)
+    if(folder STREQUAL "")
+        set(folder record)
+    endif()
+    list(FIND records_floors ${folder} place)
+    if(place EQUAL -1)
+        string(APPEND wrong "\nrecords/${file}: records/${folder} has no place among the floors")
+    endif()
+    file(STRINGS ${SOURCE_DIR}/records/${file} includes REGEX "^#include \"records/")
+    list(FILTER includes EXCLUDE REGEX "records/AnswerBudget\\.h")
+    foreach(line IN LISTS includes)
+        string(REGEX REPLACE "^#include \"records/(.*)\".*" "\\1" needed "${line}")
+        get_filename_component(below ${needed} DIRECTORY)
+        if(below STREQUAL "")
+            set(below record)
+        endif()
+        list(FIND records_floors ${below} below_place)
+        if(below_place GREATER place)
+            string(APPEND wrong "\nrecords/${file}: ${line}")
         endif()
     endforeach()
 endforeach()

@@ -16,9 +16,10 @@
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
-#include "records/AttrCertInfoFill.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateBundle.h"
+#include "records/fill/AttrCertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CertificateBundle.h"
+#include "records/scan/LooksLike.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>

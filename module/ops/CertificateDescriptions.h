@@ -1,7 +1,7 @@
 #pragma once
 
-#include "records/CertificateBundle.h"
 #include "records/Payload.h"
+#include "records/fill/CertificateBundle.h"
 
 #include <vector>
 

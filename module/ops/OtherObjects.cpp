@@ -3,11 +3,12 @@
 #include "asn1/Elements.h"
 #include "asn1/views/MessageViews.h"
 #include "common/Lng.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateBundle.h"
-#include "records/CertificateCursor.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CertificateBundle.h"
 #include "records/objects/ObjectList.h"
+#include "records/scan/CertificateCursor.h"
+#include "records/scan/LooksLike.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/TextLines.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
-#include "records/RecipientsFill.h"
 #include "records/StringArray.h"
+#include "records/fill/RecipientsFill.h"
 
 #include <memory>
 

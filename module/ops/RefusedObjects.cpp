@@ -7,7 +7,7 @@
 #include "common/DecimalText.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
-#include "records/SignInfoFill.h"
+#include "records/fill/SignInfoFill.h"
 #include "records/objects/ObjectList.h"
 #include "records/text/Decoded.h"
 #include "records/text/GeneralNameText.h"

@@ -13,7 +13,7 @@
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
-#include "records/CrlInfoFill.h"
+#include "records/fill/CrlInfoFill.h"
 #include "records/text/ExtensionText.h"
 
 #include <memory>

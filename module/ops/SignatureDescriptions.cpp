@@ -13,7 +13,7 @@
 #include "module/ops/RefusedObjects.h"
 #include "module/ops/RequestPayload.h"
 #include "records/AnswerBudget.h"
-#include "records/SignInfoFill.h"
+#include "records/fill/SignInfoFill.h"
 
 #include <algorithm>
 #include <functional>

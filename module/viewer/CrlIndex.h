@@ -1,7 +1,8 @@
 #pragma once
 
-#include "records/CrlEntries.h"
 #include "records/CrlInfo.h"
+#include "records/fill/CrlEntries.h"
+#include "records/scan/LooksLike.h"
 
 #include <cstddef>
 #include <optional>

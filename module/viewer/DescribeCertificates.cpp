@@ -2,9 +2,10 @@
 
 #include "asn1/Oid.h"
 #include "module/viewer/ItemDescribers.h"
-#include "records/AttrCertInfoFill.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateBundle.h"
+#include "records/fill/AttrCertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CertificateBundle.h"
+#include "records/scan/CertificateNames.h"
 #include "records/text/NameText.h"
 
 #include <memory>

@@ -5,7 +5,7 @@
 #include "asn1/views/CrlViews.h"
 #include "module/viewer/ItemDescribers.h"
 #include "module/viewer/ZonedTime.h"
-#include "records/CrlInfoFill.h"
+#include "records/fill/CrlInfoFill.h"
 #include "records/text/NameText.h"
 
 #include <limits>

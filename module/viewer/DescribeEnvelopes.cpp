@@ -6,7 +6,7 @@
 #include "common/Exception.h"
 #include "module/viewer/FileReader.h"
 #include "module/viewer/ItemDescribers.h"
-#include "records/RecipientsFill.h"
+#include "records/fill/RecipientsFill.h"
 #include "records/text/GeneralNameText.h"
 
 namespace {

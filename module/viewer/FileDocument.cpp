@@ -11,9 +11,10 @@
 #include "common/Exception.h"
 #include "common/Json.h"
 #include "module/viewer/FileReader.h"
-#include "records/CertificateBundle.h"
 #include "records/JsonFields.h"
-#include "records/SignInfoFill.h"
+#include "records/fill/CertificateBundle.h"
+#include "records/fill/SignInfoFill.h"
+#include "records/scan/CertificateNames.h"
 #include "records/text/Decoded.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "module/viewer/FileItem.h"
 #include "module/viewer/SourceFile.h"
-#include "records/SignerCertificates.h"
+#include "records/scan/SignerCertificates.h"
 
 #include <QString>
 

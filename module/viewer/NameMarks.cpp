@@ -1,6 +1,7 @@
 #include "module/viewer/NameMarks.h"
 
 #include "module/viewer/ViewerText.h"
+#include "records/scan/CertificateNames.h"
 
 #include <QRegularExpression>
 #include <QStringList>

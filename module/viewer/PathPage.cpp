@@ -2,7 +2,7 @@
 
 #include "module/viewer/ItemKinds.h"
 #include "module/viewer/ViewerText.h"
-#include "records/CertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
 
 #include <QHeaderView>
 #include <QStyle>

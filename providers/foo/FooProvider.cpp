@@ -3,7 +3,7 @@
 #include "module/ops/CertificateDescriptions.h"
 #include "providers/foo/ProviderCertificate.h"
 #include "records/StoreAddress.h"
-#include "records/ValidityText.h"
+#include "records/fill/ValidityText.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
-#include "records/ValidityText.h"
+#include "records/fill/ValidityText.h"
 
 namespace ca {
 

@@ -6,8 +6,8 @@
 #include "common/Log.h"
 #include "providers/openssl/ChainReasons.h"
 #include "providers/openssl/ProviderWords.h"
-#include "records/CrlInfoFill.h"
 #include "records/Payload.h"
+#include "records/fill/CrlInfoFill.h"
 
 #include <openssl/x509v3.h>
 

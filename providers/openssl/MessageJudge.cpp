@@ -7,12 +7,13 @@
 #include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "common/sha1.h"
 #include "providers/openssl/Algorithms.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedAttributes.h"
-#include "records/CertInfoFill.h"
 #include "records/SignInfo.h"
-#include "records/SignInfoFill.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/SignInfoFill.h"
 
 #include <openssl/ess.h>
 

@@ -4,12 +4,13 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/sha1.h"
 #include "module/ops/CertificateDescriptions.h"
 #include "module/ops/RefusedObjects.h"
 #include "providers/openssl/Password.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/Stores.h"
-#include "records/CertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
 #include "records/objects/ObjectKinds.h"
 
 #include <openssl/x509v3.h>

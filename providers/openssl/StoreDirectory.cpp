@@ -5,12 +5,13 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Log.h"
+#include "common/sha1.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SecretText.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateBundle.h"
-#include "records/CrlInfoFill.h"
 #include "records/Payload.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CertificateBundle.h"
+#include "records/fill/CrlInfoFill.h"
 
 #include <algorithm>
 #include <ctime>

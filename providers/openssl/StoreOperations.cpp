@@ -4,7 +4,7 @@
 #include "common/Exception.h"
 #include "module/ProviderCall.h"
 #include "providers/openssl/OpenSslProvider.h"
-#include "records/CertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
 
 #include <set>
 

@@ -4,8 +4,9 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "common/sha1.h"
 #include "providers/openssl/ProviderWords.h"
-#include "records/CertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
 
 #include <algorithm>
 #include <cstdlib>

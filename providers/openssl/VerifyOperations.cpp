@@ -10,10 +10,10 @@
 #include "providers/openssl/OpenSslProvider.h"
 #include "providers/openssl/ProviderWords.h"
 #include "records/AnswerBudget.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateBundle.h"
-#include "records/CrlInfoFill.h"
-#include "records/ValidityText.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CertificateBundle.h"
+#include "records/fill/CrlInfoFill.h"
+#include "records/fill/ValidityText.h"
 
 #include <openssl/rsa.h>
 

@@ -3,8 +3,8 @@
 #include "asn1/Asn1Primitives.h"
 #include "asn1/Elements.h"
 #include "common/Lng.h"
-#include "records/objects/DescriptionWords.h"
 #include "records/objects/ObjectDescription.h"
+#include "records/text/DescriptionWords.h"
 
 #include <cstddef>
 #include <deque>

@@ -10,8 +10,8 @@
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/KeyParts.h"
-#include "records/objects/ObjectShape.h"
 #include "records/objects/Reading.h"
+#include "records/scan/ObjectShape.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 

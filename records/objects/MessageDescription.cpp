@@ -9,8 +9,8 @@
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/MessageParts.h"
-#include "records/objects/TrustListText.h"
 #include "records/text/Decoded.h"
+#include "records/text/TrustListText.h"
 
 #include <string_view>
 

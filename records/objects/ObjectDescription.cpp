@@ -5,13 +5,13 @@
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "records/AnswerBudget.h"
-#include "records/AttrCertInfoFill.h"
-#include "records/CertInfoFill.h"
-#include "records/CrlInfoFill.h"
 #include "records/JsonFields.h"
-#include "records/SignInfoFill.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/fill/AttrCertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CrlInfoFill.h"
+#include "records/fill/SignInfoFill.h"
 #include "records/objects/ObjectKinds.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/TextLines.h"
 
 #include <array>
@@ -25,22 +25,6 @@ using ca::DescriptionField;
 using ca::FieldForm;
 using ca::FieldId;
 using ca::JsonWriter;
-
-constexpr ca::FieldName kFieldNames[] = {
-#define CA_FIELD(name, key, english, russian) {key, english, russian},
-#include "records/objects/DescriptionFields.inc"
-#undef CA_FIELD
-};
-
-struct WordRow {
-    const wchar_t* english;
-    const wchar_t* russian;
-};
-constexpr WordRow kWords[] = {
-#define CA_WORD(name, english, russian) {english, russian},
-#include "records/objects/DescriptionWords.inc"
-#undef CA_WORD
-};
 
 void WriteKey(JsonWriter& writer, std::string_view key) {
     writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
@@ -178,18 +162,6 @@ class FieldWriter {
 
 namespace ca {
 
-const wchar_t* FieldName::Caption() const noexcept {
-    return IsRussian() ? russian : english;
-}
-
-const FieldName& NameOf(FieldId id) noexcept {
-    return kFieldNames[static_cast<std::size_t>(id)];
-}
-
-std::span<const FieldName> AllFieldNames() noexcept {
-    return kFieldNames;
-}
-
 std::wstring DescriptionField::Caption() const {
     return form == FieldForm::kNamed ? name : NameOf(id).Caption();
 }
@@ -200,21 +172,6 @@ void ObjectDescription::ToJson(JsonWriter& writer, unsigned nested) const {
     FieldWriter(writer, nested).Members(fields);
     WriteMember(writer, NameOf(FieldId::kError).key, error);
     writer.EndObject();
-}
-
-const wchar_t* WordText(Word word) noexcept {
-    const WordRow& row = kWords[static_cast<std::size_t>(word)];
-    return IsRussian() ? row.russian : row.english;
-}
-
-std::wstring OctetsCountText(std::size_t count) {
-    const auto isFew = [](std::size_t last) { return last >= 2 && last <= 4; };
-    const bool isTeen = count % 100 >= 11 && count % 100 <= 14;
-    Word unit = count == 1 ? Word::kOctet : Word::kOctets;
-    if (IsRussian() && isFew(count % 10) && !isTeen) {
-        unit = Word::kFewOctets;
-    }
-    return DecimalText(count) + L' ' + WordText(unit);
 }
 
 }  // namespace ca

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Json.h"
+#include "records/text/FieldNames.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,27 +16,6 @@
 namespace ca {
 
 struct ObjectKind;
-
-/// What the fields are called; the rows of DescriptionFields.inc.
-enum class FieldId : std::uint8_t {
-#define CA_FIELD(name, key, english, russian) name,
-#include "records/objects/DescriptionFields.inc"
-#undef CA_FIELD
-};
-
-/// One row of them.
-struct FieldName {
-    const char* key;  ///< in JSON; never changes
-    const wchar_t* english;
-    const wchar_t* russian;
-
-    /// The caption in the current language.
-    const wchar_t* Caption() const noexcept;
-};
-
-const FieldName& NameOf(FieldId id) noexcept;
-/// All of them.
-std::span<const FieldName> AllFieldNames() noexcept;
 
 /// What a field is.
 enum class FieldForm : std::uint8_t {

@@ -7,8 +7,8 @@
 #include "common/Lng.h"
 #include "records/AnswerBudget.h"
 #include "records/objects/Describers.h"
-#include "records/objects/ObjectShape.h"
-#include "records/objects/ObjectTests.h"
+#include "records/scan/ObjectShape.h"
+#include "records/scan/ObjectTests.h"
 
 #include <algorithm>
 #include <iterator>

@@ -2,7 +2,7 @@
 #include "asn1/ocsp/OcspResponse.h"
 #include "asn1/views/MessageViews.h"
 #include "common/DecimalText.h"
-#include "records/SignedFill.h"
+#include "records/fill/SignedFill.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/Reading.h"

@@ -1,5 +1,5 @@
 #include "asn1/requests/CertificationRequest.h"
-#include "records/SignedFill.h"
+#include "records/fill/SignedFill.h"
 #include "records/objects/Describers.h"
 #include "records/objects/DescriptionParts.h"
 #include "records/objects/Reading.h"

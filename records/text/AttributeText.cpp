@@ -217,31 +217,6 @@ void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, 
     });
 }
 
-void FillAttribute(const CAsn1AttributeView& attribute, CertInfoAttributeCollection& records,
-                   std::wstring& error) {
-    auto record = std::make_unique<CertInfoAttribute>();
-    const Octets octets = attribute.Element().raw;
-    const CPartlyDecoded<CAsn1Attribute> read(octets);
-    const CAsn1Attribute* known = read.Get();
-    const Octets type = known != nullptr ? OctetsOf(known->Type()) : Octets();
-    if (!type.empty()) {
-        record->oidFriendlyName = OidName(type);
-        record->oidValue = OidText(type);
-    }
-    CTextLines lines;
-    if (!type.empty() && known->Values() != nullptr && read.IsWhole()) {
-        record->rawData = Base64Text(known->Values()->ContentOctets());
-        SayAttributeValues(type, *known->Values(), lines, error);
-    } else {
-        record->rawData = Base64Text(octets);
-        SayOddValue(octets, lines);
-        lines.Fault(read.Fault());
-    }
-    record->formattedData = lines.Take();
-    AddValueError(error, type, lines.TakeFaults());
-    records.items.emplace_back(std::move(record));
-}
-
 std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest) {
     std::wstring text;
     if (digest.DigestAlgorithm() != nullptr) {

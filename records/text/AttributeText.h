@@ -4,7 +4,6 @@
 #include "asn1/Elements.h"
 #include "asn1/views/AttributeViews.h"
 #include "asn1/views/NameViews.h"
-#include "records/AttrCertInfo.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/TextLines.h"
 
@@ -38,11 +37,6 @@ void SayClaimedAttribute(const CAsn1Attribute& attribute, CTextLines& lines);
 std::wstring ClearanceLevelText(std::uint64_t level);
 /// Each category, its value outlined; null says nothing.
 void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, CTextLines& lines);
-
-/// Appends the record of one attribute of an attribute certificate (RFC 5755 4.4); what is wrong is
-/// added to `error`. The raw data is the encoding of its values, one behind the other.
-void FillAttribute(const CAsn1AttributeView& attribute, CertInfoAttributeCollection& records,
-                   std::wstring& error);
 
 /// "SHA-256: hex"
 std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest);

@@ -11,16 +11,11 @@
 
 namespace ca {
 
-void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& records,
-                    std::wstring& error, const ExtensionVisitor& visit) {
-    FillExtensions(list.ContentOctets(), records, error, visit);
-}
-
-void FillExtensions(std::span<const unsigned char> content, CertInfoExtensionCollection& records,
-                    std::wstring& error, const ExtensionVisitor& visit) {
+void DescribeExtensions(std::span<const unsigned char> content, std::wstring& error,
+                        const ExtensionTaker& take, const ExtensionVisitor& visit) {
     std::set<std::string_view> seen;  // a tree: strangers choose what is in it
     CAsn1Cursor cursor(content);
-    while (!cursor.AtEnd() && records.items.size() < kMaxListed) {
+    for (std::size_t count = 0; !cursor.AtEnd() && count < kMaxListed; ++count) {
         const CAsn1Cursor before = cursor;
         CAsn1Element extension;
         cursor.StepOrRest(extension);
@@ -28,11 +23,10 @@ void FillExtensions(std::span<const unsigned char> content, CertInfoExtensionCol
             cursor = before;
             break;
         }
-        auto record = std::make_unique<CertInfoExtension>();
         const std::size_t errorsBefore = error.size();
-        const ExtensionParts parts = FillExtension(extension, *record, error);
-        CAnswerBudget::Take(CostOf(*record) + CostOfText(error.size() - errorsBefore));
-        records.items.emplace_back(std::move(record));
+        ExtensionForms forms = DescribeExtension(extension, error);
+        CAnswerBudget::Take(take(forms) + CostOfText(error.size() - errorsBefore));
+        const ExtensionParts& parts = forms.parts;
         if (parts.oid.empty()) {
             continue;
         }
@@ -48,16 +42,16 @@ void FillExtensions(std::span<const unsigned char> content, CertInfoExtensionCol
 }
 
 void SayExtensions(const CAsn1Extensions& list, CTextLines& lines) {
-    const CBudgetLoan loan;  // the records are dropped
-    CertInfoExtensionCollection records;
-    std::wstring faults;  // the values' texts say them too
-    FillExtensions(list, records, faults);
-    for (const auto& record : records.items) {
-        lines.Line(record->oidFriendlyName.empty() ? record->oidValue : record->oidFriendlyName,
-                   L"");
+    const CBudgetLoan loan;  // nothing is kept but the lines
+    std::wstring faults;     // the values' texts say them too
+    const auto say = [&lines](const ExtensionForms& forms) {
+        const Octets oid = forms.parts.oid;
+        lines.Line(oid.empty() ? L"" : OidName(oid), L"");
         const CTextLines::Level level(lines);
-        lines.Block(record->formattedData);
-    }
+        lines.Block(forms.text);
+        return CostOfText(forms.text.size() + forms.shown.size());
+    };
+    DescribeExtensions(list.ContentOctets(), faults, say);
 }
 
 }  // namespace ca

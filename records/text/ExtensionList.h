@@ -2,9 +2,10 @@
 
 #include "asn1/OidTable.h"
 #include "asn1/x509/Extension.h"
-#include "records/CertInfoExtension.h"
+#include "records/text/ExtensionText.h"
 #include "records/text/TextLines.h"
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
@@ -16,14 +17,14 @@ namespace ca {
 using ExtensionVisitor =
     std::function<void(const OidInfo* type, std::span<const unsigned char> value)>;
 
-/// Appends the records of all extensions, in order, repeated ones too; at most kMaxListed. Faults
-/// and repetitions are added to `error`.
-void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& records,
-                    std::wstring& error, const ExtensionVisitor& visit = {});
+/// Takes what an extension says; returns what it costs where that is kept (CAnswerBudget).
+using ExtensionTaker = std::function<std::size_t(ExtensionForms& forms)>;
 
-/// The same for the content of Extensions.
-void FillExtensions(std::span<const unsigned char> content, CertInfoExtensionCollection& records,
-                    std::wstring& error, const ExtensionVisitor& visit = {});
+/// Describes all extensions in order, repeated ones too; at most kMaxListed, and as far as there is
+/// room. Faults and repetitions are added to `error`.
+/// \param content  of Extensions.
+void DescribeExtensions(std::span<const unsigned char> content, std::wstring& error,
+                        const ExtensionTaker& take, const ExtensionVisitor& visit = {});
 
 /// Says extensions inside another value, their names with their texts below them.
 void SayExtensions(const CAsn1Extensions& list, CTextLines& lines);

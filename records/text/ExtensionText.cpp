@@ -4,7 +4,7 @@
 #include "asn1/views/ExtensionView.h"
 #include "common/Exception.h"
 #include "common/Lazy.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/OcspText.h"
 #include "records/text/OutlineText.h"
@@ -72,20 +72,17 @@ std::wstring SayValue(ExtensionFormatter say, std::span<const unsigned char> val
     }
 }
 
-ExtensionParts FillExtension(const CAsn1ExtensionView& extension, CertInfoExtension& record,
-                             std::wstring& error) {
-    ExtensionParts parts;
+ExtensionForms DescribeExtension(const CAsn1ExtensionView& extension, std::wstring& error) {
+    ExtensionForms forms;
+    ExtensionParts& parts = forms.parts;
     parts.oid = extension.ExtnId();
     if (parts.oid.empty()) {
-        const Octets octets = extension.Element().raw;
-        record.rawData = Base64Text(octets);
-        record.formattedData = OddValueText(octets);
-        AddError(error, UnreadableText(octets));
-        return parts;
+        forms.shown = extension.Element().raw;
+        forms.text = OddValueText(forms.shown);
+        AddError(error, UnreadableText(forms.shown));
+        return forms;
     }
-    record.oidFriendlyName = OidName(parts.oid);
-    record.oidValue = OidText(parts.oid);
-    record.critical = extension.IsCritical();
+    forms.isCritical = extension.IsCritical();
     try {
         const CAsn1Element value = extension.RequireValue();
         parts.value = value.content;
@@ -94,16 +91,16 @@ ExtensionParts FillExtension(const CAsn1ExtensionView& extension, CertInfoExtens
             parts.value = parts.joined;
         }
     } catch (const Exception& fault) {
-        record.rawData = Base64Text(extension.ValueOctets());
-        record.formattedData = OddValueText(extension.ValueOctets());
+        forms.shown = extension.ValueOctets();
+        forms.text = OddValueText(forms.shown);
         AddValueError(error, parts.oid, fault.message);
-        return parts;
+        return forms;
     }
-    record.rawData = Base64Text(parts.value);
-    ValueForms forms = DescribeExtension(parts.oid, parts.value);
-    record.formattedData = std::move(forms.text);
-    AddError(error, forms.error);
-    return parts;
+    forms.shown = parts.value;
+    ValueForms value = DescribeExtension(parts.oid, parts.value);
+    forms.text = std::move(value.text);
+    AddError(error, value.error);
+    return forms;
 }
 
 void AddError(std::wstring& errors, std::wstring_view fault) {

@@ -3,7 +3,6 @@
 #include "asn1/Asn1Typed.h"
 #include "asn1/Oid.h"
 #include "asn1/views/ExtensionView.h"
-#include "records/CertInfoExtension.h"
 #include "records/text/TextLines.h"
 
 #include <initializer_list>
@@ -47,10 +46,13 @@ std::span<const ExtensionRow> MediaExtensionRows();       ///< logotypes, biomet
 std::span<const ExtensionRow> VendorExtensionRows();      ///< makers' own, obsolete ones
 
 /// Key usage bits as records carry them: the first octet in bits 7 to 0, the second in 15 to 8
-/// (RFC 5280 4.2.1.3). Bits behind the last one are no usage.
+/// (RFC 5280, 4.2.1.3). Bits behind the last one are no usage.
 std::uint32_t KeyUsageOf(const CAsn1Bits& bits);
 
-/// Says a key usage in words, behind them its octets (RFC 5280 4.2.1.3).
+/// The names of key usage bits as KeyUsageOf() gives them, ", " between them.
+std::wstring KeyUsageText(std::uint32_t bits);
+
+/// Says a key usage in words, behind them its octets (RFC 5280, 4.2.1.3).
 void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines);
 
 /// A value in words.
@@ -77,11 +79,18 @@ struct ExtensionParts {
     std::vector<unsigned char> joined;     ///< what it views when extnValue came in segments
 };
 
-/// Describes one Extension (RFC 5280, 4.1) in its record; what is wrong is appended to `error`. The
-/// identifier is there whatever stands after it.
+/// An Extension (RFC 5280, 4.1) in words.
+struct ExtensionForms {
+    ExtensionParts parts;
+    std::span<const unsigned char> shown;  ///< the value, or the octets that could not be read
+    std::wstring text;                     ///< what they say
+    bool isCritical = false;
+};
+
+/// Describes one extension; what is wrong is appended to `error`. The identifier is there whatever
+/// stands after it.
 /// \param extension  of octets that are no element those alone are said (CAsn1Cursor::StepOrRest()).
-ExtensionParts FillExtension(const CAsn1ExtensionView& extension, CertInfoExtension& record,
-                             std::wstring& error);
+ExtensionForms DescribeExtension(const CAsn1ExtensionView& extension, std::wstring& error);
 
 /// Adds a fault to a record's "Error", one a line. What is past MaxValueText() characters is an
 /// ellipsis.

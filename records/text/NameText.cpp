@@ -4,7 +4,7 @@
 #include "asn1/Oid.h"
 #include "common/Encode.h"
 #include "records/AnswerBudget.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/TextLines.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "asn1/IntegerContent.h"
 #include "asn1/TagNames.h"
 #include "common/DecimalText.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/TextLines.h"
 #include "records/text/TimeText.h"

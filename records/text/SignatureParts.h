@@ -3,7 +3,7 @@
 #include "asn1/Oid.h"
 #include "asn1/views/AlgorithmViews.h"
 #include "asn1/views/MessageViews.h"
-#include "records/SignerCertificates.h"
+#include "records/scan/SignerCertificates.h"
 #include "records/text/TextLines.h"
 
 #include <string>

@@ -8,7 +8,6 @@
 #include "asn1/x509/PolicyInformation.h"
 #include "asn1/x509/PolicyMapping.h"
 #include "common/ErrorCodes.h"
-#include "records/CertInfo.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
@@ -200,6 +199,19 @@ void SayReason(Value value, CTextLines& lines) {
     lines.Line(ca::ReasonText(reason));
 }
 
+struct KeyUsageName {
+    unsigned bit;
+    Sentence name;
+};
+
+// RFC 5280, 4.2.1.3, in the order of the bit string.
+constexpr KeyUsageName kKeyUsageNames[] = {
+    {0x80, kMsgUsageDigitalSignature}, {0x40, kMsgUsageNonRepudiation},
+    {0x20, kMsgUsageKeyEncipherment},  {0x10, kMsgUsageDataEncipherment},
+    {0x08, kMsgUsageKeyAgreement},     {0x04, kMsgUsageCertSigning},
+    {0x02, kMsgUsageCrlSigning},       {0x01, kMsgUsageEncipherOnly},
+    {0x8000, kMsgUsageDecipherOnly}};
+
 constexpr ca::ExtensionRow kRows[] = {
     {"basicConstraints", SayBasicConstraints},
     {"keyUsage", SayUsage},
@@ -241,6 +253,17 @@ constexpr ca::ExtensionRow kRows[] = {
 
 namespace ca {
 
+std::wstring KeyUsageText(std::uint32_t bits) {
+    std::wstring names;
+    for (const KeyUsageName& usage : kKeyUsageNames) {
+        if ((bits & usage.bit) != 0) {
+            names += names.empty() ? L"" : L", ";
+            names += SetZORNAMessage(usage.name);
+        }
+    }
+    return names;
+}
+
 std::uint32_t KeyUsageOf(const CAsn1Bits& bits) {
     constexpr std::size_t kUsages = 16;
     std::uint32_t usage = 0;
@@ -251,7 +274,7 @@ std::uint32_t KeyUsageOf(const CAsn1Bits& bits) {
 }
 
 void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines) {
-    const std::wstring words = CertInfo2::GetKeyUsageStr(KeyUsageOf(bits));
+    const std::wstring words = KeyUsageText(KeyUsageOf(bits));
     lines.Line(words + (words.empty() ? L"(" : L" (") + Hex(bits.octets) + L")");
 }
 

@@ -1,7 +1,7 @@
 #include "records/text/TextLines.h"
 
 #include "common/DecimalText.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/OutlineText.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "records/text/VisibleText.h"
 
+#include "asn1/Charset.h"
 #include "asn1/Elements.h"
 #include "common/Encode.h"
 #include "common/Hex.h"
@@ -15,24 +16,6 @@ using ca::Octets;
 
 constexpr wchar_t kReplacement = 0xFFFD;
 constexpr std::wstring_view kCut = L"\u2026";
-
-enum class Charset : unsigned char { kNone, kUtf8, kOctets, kUcs2, kUcs4 };
-
-// Universal string types by identifier octet (X.680 8.4).
-constexpr std::array<Charset, 0x1F> kCharsets = [] {
-    std::array<Charset, 0x1F> sets{};
-    for (const int tag : {0x12, 0x13, 0x14, 0x16, 0x19, 0x1A, 0x1B}) {
-        sets[static_cast<std::size_t>(tag)] = Charset::kOctets;
-    }
-    sets[0x0C] = Charset::kUtf8;
-    sets[0x1C] = Charset::kUcs4;
-    sets[0x1E] = Charset::kUcs2;
-    return sets;
-}();
-
-Charset CharsetOf(const CAsn1Element& element) noexcept {
-    return element.tag < kCharsets.size() ? kCharsets[element.tag] : Charset::kNone;
-}
 
 std::wstring FromUtf8(Octets octets) {
     return ca::u8u16(std::string(octets.begin(), octets.end()));
@@ -171,10 +154,6 @@ std::wstring Hex(Octets octets) {
     std::wstring out;
     AppendHex(out, octets);
     return out;
-}
-
-bool IsText(const CAsn1Element& element) noexcept {
-    return CharsetOf(element) != Charset::kNone;
 }
 
 std::wstring TextOf(const CAsn1Element& element) {

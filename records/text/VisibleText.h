@@ -1,5 +1,6 @@
 #pragma once
 
+#include "asn1/Charset.h"
 #include "common/HiddenCharacters.h"
 
 #include <cstddef>
@@ -46,9 +47,6 @@ bool IsCut(std::wstring_view text) noexcept;
 /// Appends lower-case hexadecimal digits, two an octet, cut after MaxValueText() characters.
 void AppendHex(std::wstring& out, std::span<const unsigned char> octets);
 std::wstring Hex(std::span<const unsigned char> octets);
-
-/// True when the element is of one of the character string types of X.680.
-bool IsText(const CAsn1Element& element) noexcept;
 
 /// The characters of an element of a string type, as they stand (not yet made visible). Empty for
 /// other types.

@@ -2,7 +2,7 @@
 
 #include "asn1/Elements.h"
 #include "common/DecimalText.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/text/DescriptionWords.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "common/ErrorCodes.h"
-#include "records/CertInfoFill.h"
 #include "records/Payload.h"
+#include "records/fill/CertInfoFill.h"
 #include "tests/asn1/DerWriter.h"
 #include "tests/common/EnglishTest.h"
 #include "tests/common/SampleObjects.h"

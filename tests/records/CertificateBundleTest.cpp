@@ -1,5 +1,5 @@
-#include "records/CertInfoFill.h"
-#include "records/CertificateBundle.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/CertificateBundle.h"
 #include "tests/asn1/DerWriter.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "common/Encode.h"
 #include "common/Lng.h"
-#include "records/CertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/ExtensionFill.h"
 #include "records/text/AttributeText.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/OcspText.h"

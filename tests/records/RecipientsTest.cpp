@@ -1,5 +1,5 @@
 #include "common/ErrorCodes.h"
-#include "records/RecipientsFill.h"
+#include "records/fill/RecipientsFill.h"
 #include "tests/asn1/DerWriter.h"
 #include "tests/common/EnglishTest.h"
 #include "tests/records/RecordTesting.h"

@@ -1,5 +1,5 @@
 #include "common/sha1.h"
-#include "records/SignInfoFill.h"
+#include "records/fill/SignInfoFill.h"
 #include "tests/asn1/DerWriter.h"
 #include "tests/common/EnglishTest.h"
 #include "tests/records/RecordTesting.h"

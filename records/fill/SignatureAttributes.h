@@ -2,9 +2,9 @@
 
 #include "asn1/Asn1List.h"
 #include "asn1/x509/Attribute.h"
-#include "records/RecordMeter.h"
 #include "records/SignInfo.h"
-#include "records/SignerCertificates.h"
+#include "records/fill/RecordMeter.h"
+#include "records/scan/SignerCertificates.h"
 #include "records/text/TimeText.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "records/CrlInfoFill.h"
+#include "records/fill/CrlInfoFill.h"
 
 #include "asn1/Elements.h"
 #include "asn1/crl/CertificateList.h"
@@ -9,11 +9,13 @@
 #include "common/InitString.h"
 #include "common/Lng.h"
 #include "records/AnswerBudget.h"
-#include "records/CertificateBundle.h"
-#include "records/CrlEntries.h"
-#include "records/SignedFill.h"
-#include "records/objects/DescriptionWords.h"
+#include "records/fill/CertificateBundle.h"
+#include "records/fill/CrlEntries.h"
+#include "records/fill/ExtensionFill.h"
+#include "records/fill/SignedFill.h"
+#include "records/scan/LooksLike.h"
 #include "records/text/Decoded.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/NameText.h"
@@ -197,10 +199,6 @@ CrlPage ReadCrlPage(const InitString& parameters) {
         page.serial = ReadSerial(*serial);
     }
     return page;
-}
-
-bool LooksLikeCrl(Octets octets) {
-    return CAsn1CertificateListView(FirstElement(octets)).HasForm();
 }
 
 std::span<const unsigned char> FindCrl(std::span<const unsigned char> object) {

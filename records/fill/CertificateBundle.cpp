@@ -1,12 +1,14 @@
-#include "records/CertificateBundle.h"
+#include "records/fill/CertificateBundle.h"
 
 #include "asn1/Elements.h"
 #include "asn1/Oid.h"
 #include "asn1/views/CertificateViews.h"
 #include "asn1/views/MessageViews.h"
 #include "records/AnswerBudget.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateCursor.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/scan/CertificateCursor.h"
+#include "records/scan/CertificateNames.h"
+#include "records/scan/LooksLike.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>
@@ -20,10 +22,6 @@ namespace {
 using ca::Octets;
 
 constexpr std::size_t kNone = ca::kNoCertificate;
-
-CAsn1CertificateView ViewOf(std::span<const unsigned char> certificate) {
-    return ca::FirstElement(certificate);
-}
 
 // Finds the certificate that issued another one in a bundle.
 class CIssuers {
@@ -99,23 +97,6 @@ std::size_t OctetsOf(const ca::CertificateBundle& bundle) {
 }  // namespace
 
 namespace ca {
-
-CertificateNames NamesOf(std::span<const unsigned char> certificate) {
-    const CAsn1TbsCertificateView tbs = ViewOf(certificate).TbsCertificate();
-    return {AsText(tbs.Issuer().Element().raw),
-            AsText(tbs.SerialNumber().content),
-            AsText(tbs.Subject().Element().raw),
-            {}};
-}
-
-Octets SubjectKeyIdentifier(std::span<const unsigned char> certificate) {
-    return ContentIf(ViewOf(certificate).ExtensionValue("subjectKeyIdentifier"), kAsn1OctetString);
-}
-
-Octets IssuerKeyIdentifier(std::span<const unsigned char> certificate) {
-    const CAsn1Element value = ViewOf(certificate).ExtensionValue("authorityKeyIdentifier");
-    return CAsn1AuthorityKeyIdView(value).KeyIdentifier();
-}
 
 void CollectCertificates(std::span<const unsigned char> object, CertificateBundle& bundle) {
     const bool isFirst = bundle.certificates.empty();

@@ -1,4 +1,4 @@
-#include "records/AttrCertInfoFill.h"
+#include "records/fill/AttrCertInfoFill.h"
 
 #include "asn1/Elements.h"
 #include "asn1/attributes/AttributeCertificateV1.h"
@@ -6,10 +6,13 @@
 #include "asn1/views/AttributeViews.h"
 #include "asn1/views/NameViews.h"
 #include "common/Exception.h"
-#include "records/CertInfoFill.h"
-#include "records/RecordMeter.h"
-#include "records/SignedFill.h"
-#include "records/ValidityText.h"
+#include "common/sha1.h"
+#include "records/AnswerBudget.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/ExtensionFill.h"
+#include "records/fill/RecordMeter.h"
+#include "records/fill/SignedFill.h"
+#include "records/fill/ValidityText.h"
 #include "records/text/AttributeText.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
@@ -157,47 +160,9 @@ void Fill(std::span<const unsigned char> der, AttrCertInfo& record) {
     }
 }
 
-// The digest, when it is the one that can be computed here.
-Octets Sha1OfHolder(const CAsn1ObjectDigestInfoView& info) {
-    const ca::OidInfo* type = ca::FindOid(info.DigestAlgorithm().Algorithm());
-    const CAsn1Element digest = info.ObjectDigest();
-    const bool isSha1 = type == ca::COid("id-sha1");
-    return isSha1 && digest.tag == kAsn1BitString ? ca::BitOctets(digest) : Octets();
-}
-
-void AddNames(const CAsn1HolderPartView& part, ca::CertificateNames& names) {
-    if (part.IsBaseCertificateId()) {
-        const CAsn1IssuerSerialView base = part.BaseCertificateId();
-        names.issuer = ca::AsText(base.Issuer().DirectoryName().Element().raw);
-        names.serial = ca::AsText(base.Serial());
-    } else if (part.IsEntityName()) {
-        names.subject = ca::AsText(part.EntityName().DirectoryName().Element().raw);
-    } else if (part.IsObjectDigestInfo()) {
-        names.digest = ca::AsText(Sha1OfHolder(part.ObjectDigestInfo()));
-    }
-}
-
 }  // namespace
 
 namespace ca {
-
-bool LooksLikeAttributeCertificate(Octets octets) {
-    return CAsn1AttributeCertificateView(FirstElement(octets)).HasForm();
-}
-
-CertificateNames HolderNames(std::span<const unsigned char> attributeCertificate) {
-    const CAsn1AttributeCertificateInfoView info =
-        CAsn1AttributeCertificateView(FirstElement(attributeCertificate)).AcInfo();
-    CertificateNames names;
-    if (info.IsV1()) {
-        AddNames(info.Subject(), names);
-    } else {
-        for (std::size_t part = 0; part < CAsn1HolderView::kMostParts; ++part) {
-            AddNames(info.Holder().Part(part), names);
-        }
-    }
-    return names;
-}
 
 void FillAttrCertInfo(std::span<const unsigned char> der, AttrCertInfo& record) {
     const CAnswerBudget budget(der.size());

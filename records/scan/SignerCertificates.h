@@ -1,6 +1,7 @@
 #pragma once
 
-#include "records/CertificateBundle.h"
+#include "asn1/Asn1Element.h"
+#include "records/scan/CertificateNames.h"
 
 #include <cstddef>
 #include <deque>

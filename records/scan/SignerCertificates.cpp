@@ -1,13 +1,14 @@
-#include "records/SignerCertificates.h"
+#include "records/scan/SignerCertificates.h"
 
 #include "asn1/Elements.h"
 #include "asn1/cms/SignerIdentifier.h"
 #include "asn1/views/CertificateViews.h"
+#include "common/Hex.h"
+#include "common/sha1.h"
 #include "records/AnswerBudget.h"
-#include "records/AttrCertInfoFill.h"
-#include "records/CertInfoFill.h"
-#include "records/CertificateCursor.h"
-#include "records/text/VisibleText.h"
+#include "records/scan/CertificateCursor.h"
+#include "records/scan/CertificateNames.h"
+#include "records/scan/LooksLike.h"
 
 #include <algorithm>
 
@@ -102,10 +103,10 @@ bool CSignerCertificates::AddAttributes(std::span<const unsigned char> certifica
         m_attributesBySubject.emplace(holder.subject, &attributes);
     }
     if (!holder.digest.empty()) {
-        const std::string_view digest = holder.digest;
-        m_attributesByDigest.emplace(
-            Hex({reinterpret_cast<const unsigned char*>(digest.data()), digest.size()}),
-            &attributes);
+        std::wstring digits;  // in the form of Sha1Hex()
+        AddHex({reinterpret_cast<const unsigned char*>(holder.digest.data()), holder.digest.size()},
+               digits);
+        m_attributesByDigest.emplace(std::move(digits), &attributes);
     }
     return true;
 }

@@ -9,10 +9,6 @@ class CAsn1IssuerAndSerialNumber;
 
 namespace ca {
 
-/// True when the octets begin with what has the outer form of a certificate (RFC 5280 4.1): a cheap
-/// look at the first members, nothing is judged.
-bool LooksLikeCertificate(std::span<const unsigned char> octets);
-
 /// True when the octets begin as a certificate does and end inside it: a file that was not copied
 /// whole. Linear in the octets.
 bool LooksLikeCutCertificate(std::span<const unsigned char> octets);
@@ -28,8 +24,5 @@ void FillCertInfo(std::span<const unsigned char> der, CertInfo& record);
 /// What a message says of a certificate that it names: the forms of its issuer, and its serial
 /// number (RFC 5652 10.2.4). Members that could not be read are left out.
 void FillFromIdentifier(const CAsn1IssuerAndSerialNumber& identifier, CertInfo& record);
-
-/// The SHA-1 of octets as 40 lower-case hexadecimal digits.
-std::wstring Sha1Hex(std::span<const unsigned char> octets);
 
 }  // namespace ca

@@ -1,4 +1,4 @@
-#include "records/ValidityText.h"
+#include "records/fill/ValidityText.h"
 
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"

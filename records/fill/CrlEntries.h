@@ -1,7 +1,7 @@
 #pragma once
 
 #include "asn1/views/CrlViews.h"
-#include "records/CrlInfoFill.h"
+#include "records/fill/CrlInfoFill.h"
 #include "records/text/TimeText.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "records/CertInfoFill.h"
+#include "records/fill/CertInfoFill.h"
 
 #include "asn1/Elements.h"
 #include "asn1/OidTable.h"
@@ -10,12 +10,14 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/sha1.h"
-#include "records/RecordMeter.h"
-#include "records/SignedFill.h"
-#include "records/ValidityText.h"
-#include "records/objects/DescriptionWords.h"
-#include "records/objects/ObjectTests.h"
+#include "records/fill/ExtensionFill.h"
+#include "records/fill/RecordMeter.h"
+#include "records/fill/SignedFill.h"
+#include "records/fill/ValidityText.h"
+#include "records/scan/LooksLike.h"
+#include "records/scan/ObjectTests.h"
 #include "records/text/AlgorithmText.h"
+#include "records/text/DescriptionWords.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"
@@ -135,10 +137,6 @@ void FillFrom(std::span<const unsigned char> der, CertInfo& record) {
 
 namespace ca {
 
-bool LooksLikeCertificate(Octets octets) {
-    return CAsn1CertificateView(FirstElement(octets)).HasForm();
-}
-
 bool LooksLikeCutCertificate(std::span<const unsigned char> octets) {
     return MendIfCertificate(octets).has_value();
 }
@@ -193,12 +191,6 @@ void FillFromIdentifier(const CAsn1IssuerAndSerialNumber& identifier, CertInfo& 
     FillIssuer(identifier.Issuer(), record);
     record.serial = SerialText(OctetsOf(identifier.SerialNumber()));
     const CMeter meter(record);
-}
-
-std::wstring Sha1Hex(Octets octets) {
-    SHA1 digest;
-    digest.Update(octets);
-    return digest.Final();
 }
 
 }  // namespace ca

@@ -29,10 +29,6 @@ struct CrlPage {
 /// number.
 CrlPage ReadCrlPage(const InitString& parameters);
 
-/// True for octets that begin with the frame of a certificate revocation list: a signed SEQUENCE
-/// whose first part goes on as only TBSCertList does. Looks at a few tags only.
-bool LooksLikeCrl(std::span<const unsigned char> octets);
-
 /// The list in one object: the object itself, or the first list that a SignedData carries. A view;
 /// empty when there is none.
 std::span<const unsigned char> FindCrl(std::span<const unsigned char> object);

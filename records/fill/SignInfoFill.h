@@ -1,7 +1,7 @@
 #pragma once
 
 #include "records/SignInfo.h"
-#include "records/SignatureJudge.h"
+#include "records/fill/SignatureJudge.h"
 
 #include <cstddef>
 #include <optional>

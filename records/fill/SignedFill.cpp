@@ -1,4 +1,4 @@
-#include "records/SignedFill.h"
+#include "records/fill/SignedFill.h"
 
 #include "asn1/Elements.h"
 #include "common/DecimalText.h"

@@ -1,12 +1,14 @@
-#include "records/KnownIssuers.h"
+#include "records/fill/KnownIssuers.h"
 
 #include "asn1/Elements.h"
 #include "common/AtomicFile.h"
 #include "common/Encode.h"
 #include "common/Exception.h"
+#include "common/sha1.h"
 #include "records/AnswerBudget.h"
-#include "records/CertInfoFill.h"
 #include "records/Payload.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/scan/CertificateNames.h"
 #include "records/text/ExtensionText.h"
 
 #include <algorithm>

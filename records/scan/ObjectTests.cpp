@@ -1,14 +1,12 @@
-#include "records/objects/ObjectTests.h"
+#include "records/scan/ObjectTests.h"
 
 #include "asn1/Elements.h"
 #include "asn1/OidTable.h"
 #include "asn1/views/AlgorithmViews.h"
 #include "asn1/views/CertificateViews.h"
 #include "asn1/views/MessageViews.h"
-#include "records/AttrCertInfoFill.h"
-#include "records/CertInfoFill.h"
-#include "records/CrlInfoFill.h"
-#include "records/objects/ObjectShape.h"
+#include "records/scan/LooksLike.h"
+#include "records/scan/ObjectShape.h"
 
 #include <algorithm>
 #include <bit>

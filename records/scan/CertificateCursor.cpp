@@ -1,8 +1,8 @@
-#include "records/CertificateCursor.h"
+#include "records/scan/CertificateCursor.h"
 
 #include "asn1/BerHeader.h"
 #include "asn1/Elements.h"
-#include "records/CertInfoFill.h"
+#include "records/scan/LooksLike.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "records/RecipientsFill.h"
+#include "records/fill/RecipientsFill.h"
 
 #include "asn1/Elements.h"
 #include "asn1/Oid.h"
@@ -8,9 +8,10 @@
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "common/sha1.h"
 #include "records/AnswerBudget.h"
-#include "records/CertInfoFill.h"
-#include "records/ValidityText.h"
+#include "records/fill/CertInfoFill.h"
+#include "records/fill/ValidityText.h"
 #include "records/text/AlgorithmText.h"
 #include "records/text/Decoded.h"
 #include "records/text/ExtensionText.h"

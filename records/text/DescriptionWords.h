@@ -8,7 +8,7 @@ namespace ca {
 /// Texts of descriptions that are not captions; the rows of DescriptionWords.inc.
 enum class Word : std::uint8_t {
 #define CA_WORD(name, english, russian) name,
-#include "records/objects/DescriptionWords.inc"
+#include "records/text/DescriptionWords.inc"
 #undef CA_WORD
 };
 

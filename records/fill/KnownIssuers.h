@@ -1,6 +1,7 @@
 #pragma once
 
-#include "records/CertificateBundle.h"
+#include "records/fill/CertificateBundle.h"
+#include "records/scan/CertificateNames.h"
 
 #include <cstddef>
 #include <deque>

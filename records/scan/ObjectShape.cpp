@@ -1,8 +1,8 @@
-#include "records/objects/ObjectShape.h"
+#include "records/scan/ObjectShape.h"
 
 #include "asn1/Asn1Tags.h"
+#include "asn1/Charset.h"
 #include "asn1/Elements.h"
-#include "records/text/VisibleText.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,11 +1,11 @@
-#include "records/objects/TrustListText.h"
+#include "records/text/TrustListText.h"
 
 #include "asn1/Oid.h"
 #include "asn1/cms/CertificateTrustList.h"
 #include "asn1/cms/ContentInfo.h"
 #include "common/DecimalText.h"
-#include "records/objects/ObjectDescription.h"
 #include "records/text/Decoded.h"
+#include "records/text/FieldNames.h"
 #include "records/text/GeneralNameText.h"
 #include "records/text/SerialText.h"
 #include "records/text/SignatureParts.h"

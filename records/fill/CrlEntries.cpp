@@ -1,9 +1,10 @@
-#include "records/CrlEntries.h"
+#include "records/fill/CrlEntries.h"
 
 #include "asn1/Elements.h"
 #include "asn1/IntegerContent.h"
 #include "asn1/views/NameViews.h"
 #include "common/DecimalText.h"
+#include "records/fill/ExtensionFill.h"
 #include "records/text/ExtensionList.h"
 #include "records/text/ExtensionText.h"
 #include "records/text/GeneralNameText.h"

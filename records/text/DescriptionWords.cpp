@@ -1,0 +1,37 @@
+#include "records/text/DescriptionWords.h"
+
+#include "common/DecimalText.h"
+#include "common/Lng.h"
+
+namespace {
+
+struct WordRow {
+    const wchar_t* english;
+    const wchar_t* russian;
+};
+constexpr WordRow kWords[] = {
+#define CA_WORD(name, english, russian) {english, russian},
+#include "records/text/DescriptionWords.inc"
+#undef CA_WORD
+};
+
+}  // namespace
+
+namespace ca {
+
+const wchar_t* WordText(Word word) noexcept {
+    const WordRow& row = kWords[static_cast<std::size_t>(word)];
+    return IsRussian() ? row.russian : row.english;
+}
+
+std::wstring OctetsCountText(std::size_t count) {
+    const auto isFew = [](std::size_t last) { return last >= 2 && last <= 4; };
+    const bool isTeen = count % 100 >= 11 && count % 100 <= 14;
+    Word unit = count == 1 ? Word::kOctet : Word::kOctets;
+    if (IsRussian() && isFew(count % 10) && !isTeen) {
+        unit = Word::kFewOctets;
+    }
+    return DecimalText(count) + L' ' + WordText(unit);
+}
+
+}  // namespace ca
