@@ -1,5 +1,6 @@
 #include "providers/openssl/SignedAttributes.h"
 
+#include "asn1/Elements.h"
 #include "common/ErrorCodes.h"
 #include "providers/openssl/OpenSslLibrary.h"
 
@@ -29,7 +30,8 @@ std::vector<unsigned char> EncodedAttributes(const CMS_SignerInfo* signer) {
     if (attributes.empty()) {
         return {};
     }
-    std::ranges::sort(attributes);  // X.690, 11.6: as octet strings
+    // X.690, 11.6: as octet strings.
+    std::ranges::sort(attributes, {}, [](const Encoding& each) { return AsText(each); });
     Encoding set(static_cast<std::size_t>(
         ASN1_object_size(/*constructed=*/1, static_cast<int>(size), V_ASN1_SET)));
     unsigned char* at = set.data();
