@@ -3,12 +3,12 @@
 #include "common/Encode.h"
 #include "common/ZonedTime.h"
 #include "module/viewer/ViewerText.h"
+#include "records/text/TimeText.h"
 
 namespace {
 
 constexpr int kNoEndYear = 9999;
 constexpr qint64 kSecondsOfHour = 3600;
-constexpr qint64 kSecondsOfDay = 24 * kSecondsOfHour;
 
 }  // namespace
 
