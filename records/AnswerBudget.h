@@ -15,7 +15,7 @@ namespace ca {
 class CAnswerBudget {
   public:
     static constexpr std::size_t kPerOctet = 12;
-    static constexpr std::size_t kAlways = 384 << 10;
+    static constexpr std::size_t kAlways = 480 << 10;
 
     /// \param octets  of what is described, as they came.
     explicit CAnswerBudget(std::size_t octets) noexcept;
