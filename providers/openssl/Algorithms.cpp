@@ -51,6 +51,26 @@ bool IsSignatureAllowed(const PkiAlgorithms& allowed, const std::wstring& oid) {
     return std::ranges::find(allowed.signatures, oid) != allowed.signatures.end();
 }
 
+std::wstring SignatureOf(const EVP_PKEY* key, int digest, bool isPss) {
+    int signature = EVP_PKEY_get_id(key);  // of Ed25519 and RSASSA-PSS keys it is the same one
+    if (isPss) {
+        signature = NID_rsassaPss;
+    } else if (!SignsWholeMessage(key) && EVP_PKEY_is_a(key, "RSA-PSS") != 1) {
+        const int family = signature;
+        signature = NID_undef;
+        OBJ_find_sigid_by_algs(&signature, digest, family);
+    }
+    return Dotted(OBJ_nid2obj(signature));
+}
+
+void RequireSignature(const PkiAlgorithms& allowed, const EVP_PKEY* key, const EVP_MD* digest,
+                      bool isPss) {
+    const std::wstring oid = SignatureOf(key, EVP_MD_get_type(digest), isPss);
+    if (!IsSignatureAllowed(allowed, oid)) {
+        throw Exception(kErrParameters, Say(Words::kAlgorithmNotAllowed) + oid);
+    }
+}
+
 // Other families have one size only.
 bool IsKeyAllowed(const PkiAlgorithms& allowed, const EVP_PKEY* key) {
     const int bits = EVP_PKEY_get_bits(key);

@@ -25,6 +25,14 @@ bool IsDigestAllowed(const PkiAlgorithms& allowed, const std::wstring& oid);
 bool IsSignatureAllowed(const PkiAlgorithms& allowed, const std::wstring& oid);
 bool IsKeyAllowed(const PkiAlgorithms& allowed, const EVP_PKEY* key);
 
+/// The dotted identifier of the signature algorithm that a key and a digest make together.
+/// \param isPss  RSASSA-PSS with an RSA key.
+std::wstring SignatureOf(const EVP_PKEY* key, int digest, bool isPss);
+
+/// Throws 16268 when the configuration does not allow it.
+void RequireSignature(const PkiAlgorithms& allowed, const EVP_PKEY* key, const EVP_MD* digest,
+                      bool isPss);
+
 /// The dotted text of an identifier.
 std::wstring Dotted(const ASN1_OBJECT* oid);
 

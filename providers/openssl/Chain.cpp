@@ -8,6 +8,7 @@
 #include "common/Lng.h"
 #include "providers/openssl/Algorithms.h"
 #include "providers/openssl/ChainReasons.h"
+#include "providers/openssl/Policies.h"
 #include "providers/openssl/ProviderWords.h"
 
 #include <openssl/x509v3.h>
@@ -105,47 +106,6 @@ void SetRules(X509_VERIFY_PARAM* param, const ca::PkiSettings& pki, const ca::Ch
     }
 }
 
-struct UsageBit {
-    const wchar_t* name;
-    std::uint32_t bit;
-};
-constexpr UsageBit kUsageBits[] = {
-    {L"digitalSignature", KU_DIGITAL_SIGNATURE},
-    {L"nonRepudiation", KU_NON_REPUDIATION},
-    {L"keyEncipherment", KU_KEY_ENCIPHERMENT},
-    {L"dataEncipherment", KU_DATA_ENCIPHERMENT},
-    {L"keyAgreement", KU_KEY_AGREEMENT},
-    {L"keyCertSign", KU_KEY_CERT_SIGN},
-    {L"cRLSign", KU_CRL_SIGN},
-    {L"encipherOnly", KU_ENCIPHER_ONLY},
-    {L"decipherOnly", KU_DECIPHER_ONLY},
-};
-
-// A certificate without the extension is for every use (RFC 5280 4.2.1.3, 4.2.1.12).
-bool HasUsages(X509* certificate, const ca::PkiPolicy& policy) {
-    const std::uint32_t bits = X509_get_key_usage(certificate);
-    for (const std::wstring& name : policy.keyUsage) {
-        const auto* const row = std::ranges::find(kUsageBits, name, &UsageBit::name);
-        if (row == std::end(kUsageBits) || (bits & row->bit) == 0) {
-            return false;
-        }
-    }
-    if (policy.extendedKeyUsage.empty()) {
-        return true;
-    }
-    using PurposesPtr = ca::Owned<EXTENDED_KEY_USAGE, &EXTENDED_KEY_USAGE_free>;
-    const PurposesPtr purposes(static_cast<EXTENDED_KEY_USAGE*>(
-        X509_get_ext_d2i(certificate, NID_ext_key_usage, nullptr, nullptr)));
-    return std::ranges::all_of(policy.extendedKeyUsage, [&](const std::wstring& wanted) {
-        for (int i = 0; purposes != nullptr && i < sk_ASN1_OBJECT_num(purposes.get()); ++i) {
-            if (ca::Dotted(sk_ASN1_OBJECT_value(purposes.get(), i)) == wanted) {
-                return true;
-            }
-        }
-        return false;
-    });
-}
-
 // The anchor's own signature proves nothing, so its algorithm does not count.
 bool HasAllowedAlgorithms(const std::vector<ca::X509Ptr>& chain, const ca::PkiAlgorithms& allowed) {
     for (std::size_t i = 0; i < chain.size(); ++i) {
@@ -192,17 +152,8 @@ ChainRules RulesOf(const CProviderCall& call, const PkiPolicy& policy) {
     if (params.Find(L"VERIFY_TIME") != nullptr) {
         rules.time = static_cast<std::time_t>(params.GetUnsigned(L"VERIFY_TIME", 0, kLatest, 0));
     }
-    for (const std::wstring& oid : policy.certificatePolicies) {
-        rules.policies.push_back(u16u8(oid));
-    }
-    rules.isPolicyExplicit = !rules.policies.empty();
-    if (const std::wstring* const given = params.Find(L"POLICY_SET")) {
-        std::vector<std::wstring> oids;
-        Split(*given, L",", oids);
-        for (const std::wstring& oid : oids) {
-            rules.policies.push_back(u16u8(oid));
-        }
-    }
+    rules.policies = PolicySetOf(params, policy);
+    rules.isPolicyExplicit = !policy.certificatePolicies.empty();
     const auto isSet = [&](const wchar_t* name) { return params.GetUnsigned(name, 0, 1, 0) == 1; };
     rules.isPolicyExplicit = isSet(L"POLICY_EXPLICIT") || rules.isPolicyExplicit;
     rules.isMappingInhibited = isSet(L"POLICY_INHIBIT_MAPPING");

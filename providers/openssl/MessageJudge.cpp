@@ -47,6 +47,17 @@ T* ReadAttribute(const CMS_SignerInfo* signer, int nid) {
     return read(nullptr, &at, ASN1_STRING_length(value));
 }
 
+// A signer may name the family of its key alone (RFC 3370, 3.2); the digest stands beside it then.
+std::wstring SignatureOid(const X509_ALGOR* digest, const X509_ALGOR* signature,
+                          const EVP_PKEY* key) {
+    int ownDigest = NID_undef;
+    int family = NID_undef;
+    const bool isWhole =
+        OBJ_find_sigid_algs(OBJ_obj2nid(signature->algorithm), &ownDigest, &family) == 1;
+    return isWhole ? ca::Dotted(signature->algorithm)
+                   : ca::SignatureOf(key, OBJ_obj2nid(digest->algorithm), /*isPss=*/false);
+}
+
 // The certificate is the one that was meant (RFC 5035, 5.4), where the signature says which.
 bool IsCertificateMeant(const CMS_SignerInfo* signer, X509* certificate,
                         const STACK_OF(X509) * others, const std::vector<ca::X509Ptr>& chain) {
@@ -271,6 +282,11 @@ std::uint32_t CMessageJudge::CheckValue(CMS_SignerInfo* signer, X509* certificat
     CMS_SignerInfo_get0_algs(signer, nullptr, nullptr, &digest, &signature);
     const PkiAlgorithms& allowed = m_call.Pki().algorithms;
     if (const std::wstring oid = Dotted(digest->algorithm); !IsDigestAllowed(allowed, oid)) {
+        why = Say(Words::kAlgorithmNotAllowed) + oid;
+        return kErrSignatureInvalid;
+    }
+    if (const std::wstring oid = SignatureOid(digest, signature, key);
+        !IsSignatureAllowed(allowed, oid)) {
         why = Say(Words::kAlgorithmNotAllowed) + oid;
         return kErrSignatureInvalid;
     }

@@ -8,11 +8,11 @@
 #include "providers/openssl/Algorithms.h"
 #include "providers/openssl/OpenSslProvider.h"
 #include "providers/openssl/Password.h"
+#include "providers/openssl/Policies.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedMessage.h"
 
 #include <openssl/rsa.h>
-#include <openssl/x509v3.h>
 
 #include <memory>
 
@@ -103,6 +103,7 @@ Signer COpenSslProvider::LoadSigner(CProviderCall& call, const SignArguments& wh
     signer.digest = ChooseDigest(m_library, pki.algorithms, what.digest, signer.key.get());
     signer.isPss =
         params.GetText(L"RSA_PADDING") == L"PSS" && EVP_PKEY_is_a(signer.key.get(), "RSA") == 1;
+    RequireSignature(pki.algorithms, signer.key.get(), signer.digest.get(), signer.isPss);
     // 0: none, 1: the signer's own, 2: its issuers as well, as far as they are known.
     const std::uint64_t include = params.GetUnsigned(L"CERT_INCLUDE", 0, 2, 2);
     if (include == 2) {
@@ -115,16 +116,17 @@ Signer COpenSslProvider::LoadSigner(CProviderCall& call, const SignArguments& wh
     return signer;
 }
 
-// A key may sign when its certificate says so, or says nothing (RFC 5280, 4.2.1.3). The whole chain
-// counts where the parameters ask for it, the period unless they ask for nothing.
+// A key signs when verifying would find its certificate fit for that: by the usages that the policy
+// names. The whole chain counts where the parameters ask for it, the period unless they say that it
+// does not.
 void COpenSslProvider::CheckSigner(CProviderCall& call, const InitString& params,
                                    X509* certificate) const {
-    if ((X509_get_key_usage(certificate) & (KU_DIGITAL_SIGNATURE | KU_NON_REPUDIATION)) == 0) {
+    const PkiPolicy& policy = call.Pki().policies.signing;
+    if (!HasUsages(certificate, policy)) {
         throw Exception(kChainWrongUsage);
     }
     if (params.GetUnsigned(L"CERT_FULL_CHECK", 0, 1, 0) == 1) {
-        const ChainVerdict verdict =
-            m_chain.Judge(call, certificate, {}, RulesOf(call, call.Pki().policies.signing));
+        const ChainVerdict verdict = m_chain.Judge(call, certificate, {}, RulesOf(call, policy));
         if (verdict.code != kErrChainValid) {
             throw Exception(verdict.code, verdict.reasons);
         }

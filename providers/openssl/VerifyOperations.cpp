@@ -8,6 +8,7 @@
 #include "providers/openssl/Algorithms.h"
 #include "providers/openssl/MessageJudge.h"
 #include "providers/openssl/OpenSslProvider.h"
+#include "providers/openssl/Policies.h"
 #include "providers/openssl/ProviderWords.h"
 #include "records/AnswerBudget.h"
 #include "records/fill/CertInfoFill.h"
@@ -93,7 +94,10 @@ void COpenSslProvider::VerifyRaw(CProviderCall& call, const RawSignature& what,
     Require(EVP_DigestVerifyInit_ex(context.get(), &parameters, name, m_library.Context(), nullptr,
                                     key, nullptr),
             kErrExecution);
-    if (call.Params().GetText(L"RSA_PADDING") == L"PSS" && EVP_PKEY_is_a(key, "RSA") == 1) {
+    const bool isPss =
+        call.Params().GetText(L"RSA_PADDING") == L"PSS" && EVP_PKEY_is_a(key, "RSA") == 1;
+    RequireSignature(call.Pki().algorithms, key, digest.get(), isPss);
+    if (isPss) {
         Require(EVP_PKEY_CTX_set_rsa_padding(parameters, RSA_PKCS1_PSS_PADDING), kErrExecution);
     }
     const bool isGood =
@@ -114,8 +118,8 @@ void COpenSslProvider::CertValidation(CProviderCall& call, const CheckArguments&
                                   : Payload{{m_stores.Require(call, what.certId).der}, {}};
     const CAnswerBudget budget(what.octets ? what.octets->size() : 0);
     const X509Ptr certificate = m_library.ReadCertificate(payload.certificates.front());
-    const ChainVerdict verdict = m_chain.Judge(call, certificate.get(), payload.companions,
-                                               RulesOf(call, call.Pki().policies.signing));
+    const ChainVerdict verdict =
+        m_chain.Judge(call, certificate.get(), payload.companions, RulesOf(call, PolicyOf(call)));
     std::unique_ptr<CertInfo2> info = Describe(verdict.chain);
     if (info != nullptr) {
         info->validityNumber = verdict.code;

@@ -1,80 +1,10 @@
 #include "tests/common/HttpTestServer.h"
-#include "tests/openssl/OpenSslFixture.h"
+#include "tests/openssl/SignaturesFixture.h"
 
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;
 using testing::Not;
-using testing::StartsWith;
-
-namespace {
-
-const std::string kContent = "Dear Ann,\nthe draft is done.\n";
-
-/// With users' keys, the roots and the authority in their stores.
-class SignaturesTest : public OpenSslTest {
-  protected:
-    SignaturesTest() {
-        for (const char* name : {"alice", "bob", "pss", "ed", "revoked", "encipher", "expired"}) {
-            Put(std::string("user/MY/") + name + ".crt", Pki(std::string(name) + ".crt"));
-            Put(std::string("user/MY/") + name + ".key", Pki(std::string(name) + ".key"));
-            std::filesystem::permissions(Store(std::string("MY/") + name + ".key"),
-                                         std::filesystem::perms(0600));
-        }
-        Put("user/Root/root.crt", Pki("root.crt"));
-        Put("user/CA/ca.crt", Pki("ca.crt"));
-        Put("content", kContent);
-    }
-
-    static std::string By(const std::string& name) {
-        return R"(,"senderCertId":")" + Id(name + ".crt") + '"';
-    }
-    /// The octets of an answer's file data.
-    Answer Ask(int mode, const std::string& octets, const std::string& members = "") {
-        return Call(R"({"mode":)" + std::to_string(mode) + R"(,"fileData":")" + Base64(octets) +
-                    '"' + members + "}");
-    }
-    std::string Make(int mode, const std::string& octets, const std::string& members = "") {
-        const Answer answer = CallRaw(R"("mode":)" + std::to_string(mode) + members, octets);
-        EXPECT_EQ(answer.Code(), 0U) << answer.text;
-        return answer.raw;
-    }
-    std::string Sign(const std::string& members) {
-        return Make(14, kContent, R"(,"isAttached":true)" + members);
-    }
-    /// "signature/certificate" of each signature.
-    static std::string Verdicts(const Answer& answer) {
-        std::string text;
-        for (const auto& each : answer.json["signInfo"].GetArray()) {
-            const auto& codes = each["VerifyResultEx"];
-            text += std::to_string(codes["SignatureVerifyResult"].GetUint()) + '/' +
-                    std::to_string(codes["CertificateVerifyResult"].GetUint()) + ' ';
-        }
-        return text;
-    }
-    std::string Verify(const std::string& message, const std::string& members = "") {
-        return Verdicts(Ask(15, message, members));
-    }
-    /// Of a message apart from its content.
-    std::string VerifyApart(const std::string& signature, const std::string& content) {
-        return Verdicts(Ask(15, content, R"(,"sendSignData":")" + Base64(signature) + '"'));
-    }
-    /// A message that OpenSSL's command line made.
-    std::string Theirs(const std::string& name, const std::string& options) {
-        EXPECT_EQ(0, Run("openssl cms -sign -binary -outform DER -in " + Scratch("content") +
-                         " -out " + Scratch("theirs") + " -signer " + PkiPath(name + ".crt") +
-                         " -inkey " + PkiPath(name + ".key") + ' ' + options));
-        return TemporaryDir::Read(Scratch("theirs"));
-    }
-    bool OpenSslAccepts(const std::string& message, const std::string& options) {
-        Put("message", message);
-        return Run("openssl cms -verify -binary -purpose any -inform DER -in " +
-                   Scratch("message") + " -CAfile " + PkiPath("root.crt") + " -out " +
-                   Scratch("out") + ' ' + options + " 2> " + Scratch("error")) == 0;
-    }
-};
-
-}  // namespace
 
 TEST_F(SignaturesTest, OthersAcceptWhatIsSignedHere) {
     struct Case {
@@ -230,42 +160,7 @@ TEST_F(SignaturesTest, RefusesToSign) {
     }
 }
 
-TEST_F(SignaturesTest, JudgesAsTheConfigurationSays) {
-    struct Case {
-        const char* settings;
-        const char* signer;
-        bool hasList;
-        const char* verdicts;
-    };
-    const Case cases[] = {
-        {"", "revoked", false, "16200/16200 "},
-        {"", "revoked", true, "16200/16203 "},
-        {"", "bob", true, "16200/16200 "},
-        {R"("crl":{"enabled":false},)", "revoked", true, "16200/16200 "},
-        {R"("policies":{"signing":{"revocation":"none"}},)", "revoked", true, "16200/16200 "},
-        {R"("policies":{"signing":{"revocation":"required"}},)", "bob", false, "16200/16207 "},
-        {R"("policies":{"signing":{"checkTime":false}},)", "expired", false, "16200/16200 "},
-        {R"("policies":{"signing":{"keyUsage":[]}},)", "encipher", false, "16200/16200 "},
-        {R"("policies":{"signing":{"keyUsage":["keyAgreement"]}},)", "bob", false, "16200/16205 "},
-        {R"("policies":{"signing":{"extendedKeyUsage":["1.2.3"]}},)", "bob", false, "16200/16205 "},
-        {R"("policies":{"signing":{"certificatePolicies":["1.2.3"]}},)", "bob", false,
-         "16200/16218 "},
-        {R"("algorithms":{"signatures":["1.2.840.113549.1.1.11"]},)", "bob", false, "16200/16204 "},
-        {R"("algorithms":{"digests":["2.16.840.1.101.3.4.2.3"]},)", "bob", false, "16109/16200 "},
-        {R"("algorithms":{"minEcBits":300},)", "bob", false, "16200/16204 "},
-        {R"("algorithms":{"minRsaBits":3000},)", "alice", false, "16200/16204 "},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.settings) + ' ' + c.signer);
-        const std::string message = Theirs(c.signer, "-nodetach -md sha256");
-        std::filesystem::remove(Store("CA/ca.crl"));
-        if (c.hasList) {
-            Put("user/CA/ca.crl", Pki("ca.crl"));
-        }
-        Configure(c.settings);
-        EXPECT_EQ(Verify(message), c.verdicts);
-    }
-    Configure("");
+TEST_F(SignaturesTest, JudgesByTimeAndTrust) {
     const std::string message = Sign(By("bob"));
     EXPECT_EQ(Verify(message, R"(,"extInitParams":"VERIFY_TIME=1000000000")"), "16200/16201 ");
     std::filesystem::remove(Store("Root/root.crt"));
