@@ -16,7 +16,10 @@
 namespace ca {
 namespace {
 
-using PostBody = std::span<const unsigned char>;
+struct PostBody {
+    std::span<const unsigned char> octets;
+    const char* contentType;
+};
 
 constexpr int kMaxRedirects = 5;
 // Nobody reads what a server answers to an upload; it is counted so that it ends.
@@ -44,7 +47,7 @@ void RunTransfer(const std::wstring& url, const PostBody* body, const HttpSettin
         target = ParseHttpUrl(url);
         transfer.emplace(settings, answer);
         if (body != nullptr) {
-            transfer->SetPostBody(*body);
+            transfer->SetPostBody(body->octets, body->contentType);
         }
     } catch (const Exception&) {
         LogEvent(SetZORNAMessage(kMsgHttpImpossible), /*isError=*/true);
@@ -101,8 +104,9 @@ void GetBlob(const std::wstring& url, const HttpSettings& settings, BytePtr& out
 void Upload(const std::wstring& url, std::span<const unsigned char> body,
             const HttpSettings& settings, std::uint32_t timeoutMs) {
     HttpBody answer(kMaxUploadAnswer, /*keep=*/false);
+    const PostBody post{body, "application/octet-stream"};
     try {
-        RunTransfer(url, &body, settings, timeoutMs, answer);
+        RunTransfer(url, &post, settings, timeoutMs, answer);
     } catch (const HostForbidden&) {
         throw;
     } catch (const ReportedException& e) {
@@ -113,6 +117,15 @@ void Upload(const std::wstring& url, std::span<const unsigned char> body,
         }
         throw Exception(kErrUpload, UploadText(e));
     }
+}
+
+void Ask(const std::wstring& url, const char* contentType, std::span<const unsigned char> question,
+         const HttpSettings& settings, BytePtr& out, unsigned& outLength) {
+    HttpBody sink(settings.maxBodySize, /*keep=*/true);
+    const PostBody post{question, contentType};
+    RunTransfer(url, &post, settings, settings.totalTimeoutMs, sink);
+    outLength = static_cast<unsigned>(sink.Size());  // maxBodySize has 32 bits
+    out = sink.Take();
 }
 
 }  // namespace Http

@@ -85,5 +85,12 @@ void GetBlob(const std::wstring& url, const HttpSettings& settings, BytePtr& out
 void Upload(const std::wstring& url, std::span<const unsigned char> body,
             const HttpSettings& settings, std::uint32_t timeoutMs);
 
+/// Sends `question` to `url` by POST and fetches the answer: how responders (RFC 6960, A.1) and
+/// time-stamp servers (RFC 3161, 3.4) are asked.
+/// \param contentType  of the question, as "application/ocsp-request".
+/// The others, and what is thrown, as with GetBlob().
+void Ask(const std::wstring& url, const char* contentType, std::span<const unsigned char> question,
+         const HttpSettings& settings, BytePtr& out, unsigned& outLength);
+
 }  // namespace Http
 }  // namespace ca

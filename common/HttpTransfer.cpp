@@ -92,13 +92,13 @@ HttpTransfer::HttpTransfer(const HttpSettings& settings, HttpBody& answer)
     SetCallbacks();
 }
 
-void HttpTransfer::SetPostBody(std::span<const unsigned char> body) {
+void HttpTransfer::SetPostBody(std::span<const unsigned char> body, const char* contentType) {
     // A null pointer would make the library ask a read callback for the body.
     const void* data = body.empty() ? static_cast<const void*>("") : body.data();
     m_curl.Set(CURLOPT_POST, 1L);
     m_curl.SetSize(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
     m_curl.Set(CURLOPT_POSTFIELDS, data);
-    m_curl.AddHeader("Content-Type: application/octet-stream");
+    m_curl.AddHeader((std::string("Content-Type: ") + contentType).c_str());
     m_curl.AddHeader("Expect:");  // no second of waiting for a "100 Continue"
     m_isPost = true;
     m_sendSize = body.size();

@@ -34,7 +34,8 @@ class HttpTransfer {
     ~HttpTransfer() = default;
 
     /// Makes the requests POSTs. The octets are not copied: they must outlive the transfer.
-    void SetPostBody(std::span<const unsigned char> body);
+    /// \param contentType  the media type, a literal.
+    void SetPostBody(std::span<const unsigned char> body, const char* contentType);
 
     /// Sends one request and takes its answer, which is left in the body.
     /// \param end  when the request is given up.

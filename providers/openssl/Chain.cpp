@@ -56,8 +56,79 @@ constexpr int kUnknownState[] = {X509_V_ERR_UNABLE_TO_GET_CRL, X509_V_ERR_CRL_HA
 // What OpenSSL's callback gets through the context's application data.
 struct CallbackData {
     const ca::ChainRules& rules;
-    bool isStateUnknown = false;  // of revocation, for a certificate of the path
+    const ca::OcspFindings& findings;
+    bool isStateUnknown = false;               // of revocation, for a certificate of the path
+    const X509_CRL* unbelievedList = nullptr;  // the last one that an OCSP answer made needless
 };
+
+// The anchor: nobody revokes a root.
+bool IsAtRoot(const X509_STORE_CTX* context) {
+    const int depth = X509_STORE_CTX_get_error_depth(context);
+    X509* const certificate = X509_STORE_CTX_get_current_cert(context);
+    return depth > 0 && depth + 1 == sk_X509_num(X509_STORE_CTX_get0_chain(context)) &&
+           X509_self_signed(certificate, /*verify_signature=*/0) == 1;
+}
+
+// A list of after the verdict's time, but not of the future, is the better evidence; only when the
+// certificate had expired by then the list may have dropped it.
+bool IsLaterList(const X509_STORE_CTX* context, std::time_t time) {
+    const X509_CRL* const list = X509_STORE_CTX_get0_current_crl(context);
+    const auto begin = list != nullptr ? ca::SecondsOf(X509_CRL_get0_lastUpdate(list)) : time;
+    const auto expiry = ca::SecondsOf(X509_get0_notAfter(X509_STORE_CTX_get_current_cert(context)));
+    return begin && expiry && *begin > time && *begin <= std::time(nullptr) && *begin <= *expiry;
+}
+
+// Revoked, but not yet at the verdict's time.
+bool IsRevokedLater(const X509_STORE_CTX* context, std::time_t time) {
+    X509_CRL* const list = X509_STORE_CTX_get0_current_crl(context);
+    X509_REVOKED* entry = nullptr;
+    if (list == nullptr ||
+        X509_CRL_get0_by_cert(list, &entry, X509_STORE_CTX_get_current_cert(context)) != 1) {
+        return false;
+    }
+    const auto since = ca::SecondsOf(X509_REVOKED_get0_revocationDate(entry));
+    return since && *since > time;
+}
+
+// The lists do not tell how a certificate stands.
+bool IsStateOpen(int error) {
+    const std::uint32_t code = ca::VerdictCode(error);
+    return code == ca::kChainRevocationUnknown || code == ca::kChainRevocationOffline;
+}
+
+// Whether an OCSP answer makes up for what is wrong with a list, or with having none. What a list
+// says that could not be verified does not count then either.
+bool IsAnswered(const X509_STORE_CTX* context, int error, CallbackData& data) {
+    const ca::OcspFinding* const finding =
+        ca::FindingOf(data.findings, X509_STORE_CTX_get_current_cert(context));
+    if (finding == nullptr || finding->state != ca::OcspState::kGood) {
+        return false;
+    }
+    const X509_CRL* const list = X509_STORE_CTX_get0_current_crl(context);
+    if (error == X509_V_ERR_CERT_REVOKED) {
+        return list != nullptr && list == data.unbelievedList;
+    }
+    if (!IsStateOpen(error)) {
+        return false;
+    }
+    const bool isBelieved = ca::VerdictCode(error) == ca::kChainRevocationOffline;
+    data.unbelievedList = isBelieved ? data.unbelievedList : list;
+    return true;
+}
+
+bool IsPassed(const X509_STORE_CTX* context, int error, CallbackData& data) {
+    const std::time_t time = data.rules.time.value_or(std::time(nullptr));
+    const bool isUnknown = std::ranges::find(kUnknownState, error) != std::end(kUnknownState);
+    if ((isUnknown && IsAtRoot(context)) || IsAnswered(context, error, data) ||
+        (error == X509_V_ERR_CRL_NOT_YET_VALID && IsLaterList(context, time)) ||
+        (error == X509_V_ERR_CERT_REVOKED && IsRevokedLater(context, time))) {
+        return true;
+    }
+    data.isStateUnknown = data.isStateUnknown || isUnknown;
+    const ca::PkiPolicy& policy = data.rules.policy;
+    return (isUnknown && policy.revocation == ca::RevocationCheck::kIfKnown) ||
+           (policy.allowSelfSigned && error == X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT);
+}
 
 // The path of a list's issuer is judged in a context of its own, which has no such data: nothing is
 // passed over there.
@@ -66,17 +137,35 @@ int PassOver(int isGood, X509_STORE_CTX* context) {
     if (data == nullptr || isGood != 0) {
         return isGood;
     }
-    const ca::PkiPolicy& policy = data->rules.policy;
     const int error = X509_STORE_CTX_get_error(context);
-    const bool isUnknown = std::ranges::find(kUnknownState, error) != std::end(kUnknownState);
-    data->isStateUnknown = data->isStateUnknown || isUnknown;
-    const bool isPassed =
-        (isUnknown && policy.revocation == ca::RevocationCheck::kIfKnown) ||
-        (policy.allowSelfSigned && error == X509_V_ERR_DEPTH_ZERO_SELF_SIGNED_CERT);
-    if (isPassed) {
-        X509_STORE_CTX_set_error(context, X509_V_OK);
+    if (!IsPassed(context, error, *data)) {
+        const ca::OcspFinding* const finding =
+            ca::FindingOf(data->findings, X509_STORE_CTX_get_current_cert(context));
+        if (IsStateOpen(error) && finding != nullptr && finding->state == ca::OcspState::kRevoked) {
+            X509_STORE_CTX_set_error(context, X509_V_ERR_CERT_REVOKED);
+        }
+        return 0;
     }
-    return isPassed ? 1 : 0;
+    X509_STORE_CTX_set_error(context, X509_V_OK);
+    return 1;
+}
+
+// What OCSP says against a path that holds otherwise, with the index of the certificate. Without
+// lists nothing else tells of a state that the policy asks for.
+int RevocationError(const std::vector<ca::X509Ptr>& path, const ca::OcspFindings& findings,
+                    bool isStateNeeded, int& depth) {
+    for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+        const ca::OcspFinding* const finding = ca::FindingOf(findings, path[i].get());
+        const ca::OcspState state = finding != nullptr ? finding->state : ca::OcspState::kNone;
+        depth = static_cast<int>(i);
+        if (state == ca::OcspState::kRevoked) {
+            return X509_V_ERR_CERT_REVOKED;
+        }
+        if (isStateNeeded && state != ca::OcspState::kGood) {
+            return X509_V_ERR_UNABLE_TO_GET_CRL;
+        }
+    }
+    return X509_V_OK;
 }
 
 void SetRules(X509_VERIFY_PARAM* param, const ca::PkiSettings& pki, const ca::ChainRules& rules) {
@@ -161,36 +250,66 @@ ChainRules RulesOf(const CProviderCall& call, const PkiPolicy& policy) {
     return rules;
 }
 
-// Servers are asked for the lists that are missing, and only for a path that holds but for them:
-// OpenSSL looks at revocation before it verifies signatures, and a certificate that anybody made up
-// must not name what is asked.
+// Servers are asked for what is missing, and only for a path that holds but for it: OpenSSL looks at
+// revocation before it verifies signatures, and a certificate that anybody made up must not name
+// what is asked. OCSP comes first; lists are fetched for those that it leaves open.
 ChainVerdict CChain::Judge(const CProviderCall& call, X509* certificate,
                            const Companions& companions, const ChainRules& rules) const {
     bool isStateUnknown = false;
+    Evidence evidence{.lists = companions.crls.get()};
     ChainVerdict verdict =
-        JudgeWith(call, certificate, companions, companions.crls.get(), rules, isStateUnknown);
-    if (!isStateUnknown || !CFetchedLists::HasSources(call, verdict.chain)) {
+        JudgeWith(call, certificate, companions, evidence, rules, isStateUnknown);
+    const bool isOcspUsed = rules.policy.revocation != RevocationCheck::kNone &&
+                            (COcspResponders::AreAsked(call) || !companions.answers.empty());
+    if (verdict.code == kChainRevoked ||
+        (!isOcspUsed && (!isStateUnknown || !CFetchedLists::HasSources(call, verdict.chain)))) {
         return verdict;
     }
     ChainRules others = rules;
     others.policy.revocation = RevocationCheck::kNone;
-    const ChainVerdict path =
-        JudgeWith(call, certificate, companions, nullptr, others, isStateUnknown);
+    bool isOther = false;
+    const ChainVerdict path = JudgeWith(call, certificate, companions, {}, others, isOther);
+    if (path.code != kErrChainValid) {
+        return verdict;
+    }
+    if (isOcspUsed) {
+        evidence.findings = AskResponders(call, path.chain, companions, rules);
+    }
+    std::vector<X509*> open;
+    for (const X509Ptr& each : path.chain) {
+        const OcspFinding* const finding = FindingOf(evidence.findings, each.get());
+        if (isStateUnknown && (finding == nullptr || !IsDecided(*finding))) {
+            open.push_back(each.get());
+        }
+    }
     const CrlsPtr lists(
         companions.crls != nullptr
             ? sk_X509_CRL_deep_copy(companions.crls.get(), &SameList, &X509_CRL_free)
             : sk_X509_CRL_new_null());
-    const int known = sk_X509_CRL_num(lists.get());
-    if (path.code == kErrChainValid && lists != nullptr) {
-        m_lists.Add(call, path.chain, lists.get());
+    if (lists != nullptr) {
+        m_lists.Add(call, open, lists.get());
+        evidence.lists = lists.get();
     }
-    return sk_X509_CRL_num(lists.get()) > known
-               ? JudgeWith(call, certificate, companions, lists.get(), rules, isStateUnknown)
-               : std::move(verdict);
+    return JudgeWith(call, certificate, companions, evidence, rules, isStateUnknown);
+}
+
+OcspFindings CChain::AskResponders(const CProviderCall& call, const std::vector<X509Ptr>& path,
+                                   const Companions& companions, const ChainRules& rules) const {
+    const CrlsPtr lists(sk_X509_CRL_new_null());
+    const TrustPtrShared trust = m_trust.Get(call);
+    const auto add = [&](const X509_CRL* list) { sk_X509_CRL_push(lists.get(), SameList(list)); };
+    std::ranges::for_each(trust->crls, add, &CrlPtr::get);
+    for (int i = 0; i < sk_X509_CRL_num(companions.crls.get()); ++i) {
+        add(sk_X509_CRL_value(companions.crls.get(), i));
+    }
+    return m_responders.Look(call, {.chain = path,
+                                    .fromMessage = companions.answers,
+                                    .lists = lists.get(),
+                                    .time = rules.time.value_or(std::time(nullptr))});
 }
 
 ChainVerdict CChain::JudgeWith(const CProviderCall& call, X509* certificate,
-                               const Companions& companions, STACK_OF(X509_CRL) * crls,
+                               const Companions& companions, const Evidence& evidence,
                                const ChainRules& rules, bool& isStateUnknown) const {
     const PkiSettings& pki = call.Pki();
     const TrustPtrShared trust = m_trust.Get(call);
@@ -199,17 +318,24 @@ ChainVerdict CChain::JudgeWith(const CProviderCall& call, X509* certificate,
     Require(X509_STORE_CTX_init(context.get(), trust->store.get(), certificate,
                                 companions.certificates.get()),
             kErrExecution);
-    X509_STORE_CTX_set0_crls(context.get(), crls);
-    CallbackData data{.rules = rules};
+    X509_STORE_CTX_set0_crls(context.get(), evidence.lists);
+    CallbackData data{.rules = rules, .findings = evidence.findings};
     X509_STORE_CTX_set_app_data(context.get(), &data);
     X509_STORE_CTX_set_verify_cb(context.get(), &PassOver);
     SetRules(X509_STORE_CTX_get0_param(context.get()), pki, rules);
 
-    const bool isGood = X509_verify_cert(context.get()) == 1;
-    const int error = X509_STORE_CTX_get_error(context.get());
+    const bool isHeld = X509_verify_cert(context.get()) == 1;
+    int error = X509_STORE_CTX_get_error(context.get());
+    int depth = X509_STORE_CTX_get_error_depth(context.get());
     isStateUnknown = data.isStateUnknown;
     ChainVerdict verdict;
     verdict.chain = ChainOf(context.get());
+    if (isHeld) {
+        const bool isStateNeeded =
+            rules.policy.revocation == RevocationCheck::kRequired && !pki.crl.enabled;
+        error = RevocationError(verdict.chain, evidence.findings, isStateNeeded, depth);
+    }
+    const bool isGood = isHeld && error == X509_V_OK;
     // Whatever OpenSSL says of a failure without an error of its own is none of success.
     verdict.code = isGood               ? std::uint32_t{kErrChainValid}
                    : error == X509_V_OK ? std::uint32_t{kChainPartial}
@@ -225,9 +351,13 @@ ChainVerdict CChain::JudgeWith(const CProviderCall& call, X509* certificate,
         why = Say(Words::kAlgorithmsNotAllowed);
     }
     verdict.text = ::GetErrorMessage(verdict.code, /*prefix=*/false);
-    verdict.reasons =
-        ChainReasons(verdict, why, X509_STORE_CTX_get_error_depth(context.get()),
-                     {crls, companions.crls.get(), &trust->crls, rules, pki.crl.enabled});
+    verdict.reasons = ChainReasons(verdict, why, depth,
+                                   {.lists = evidence.lists,
+                                    .fromMessage = companions.crls.get(),
+                                    .fromStores = &trust->crls,
+                                    .findings = evidence.findings,
+                                    .rules = rules,
+                                    .isCrlEnabled = pki.crl.enabled});
     return verdict;
 }
 

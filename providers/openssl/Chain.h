@@ -3,6 +3,7 @@
 #include "common/PKIConfigFileParser.h"
 #include "module/ProviderCall.h"
 #include "providers/openssl/FetchedLists.h"
+#include "providers/openssl/OcspResponders.h"
 #include "providers/openssl/Trust.h"
 
 #include <cstdint>
@@ -13,10 +14,11 @@
 
 namespace ca {
 
-/// Certificates and revocation lists that came with what is judged; nothing in them is trusted.
+/// Certificates and evidence of revocation that came with what is judged; nothing in them is trusted.
 struct Companions {
     CertificatesPtr certificates;  ///< null: none
     CrlsPtr crls;                  ///< likewise
+    std::vector<OcspAnswerPtr> answers = {};
 };
 
 /// How a certificate is judged; made of the call's parameters (docs/init-strings.md).
@@ -42,8 +44,8 @@ struct ChainVerdict {
 /// Judges certificates by X509_verify_cert() and by the configuration's algorithms and usages.
 class CChain {
   public:
-    CChain(const COpenSslLibrary& library, CTrust& trust)
-        : m_library(library), m_trust(trust), m_lists(library) {}
+    CChain(const COpenSslLibrary& library, CStores& stores, CTrust& trust)
+        : m_library(library), m_trust(trust), m_lists(library), m_responders(library, stores) {}
 
     ChainVerdict Judge(const CProviderCall& call, X509* certificate, const Companions& companions,
                        const ChainRules& rules) const;
@@ -51,13 +53,21 @@ class CChain {
     std::vector<X509Ptr> Build(const CProviderCall& call, X509* certificate) const;
 
   private:
+    // What is known of revocation at one look.
+    struct Evidence {
+        STACK_OF(X509_CRL) * lists = nullptr;
+        OcspFindings findings = {};
+    };
     ChainVerdict JudgeWith(const CProviderCall& call, X509* certificate,
-                           const Companions& companions, STACK_OF(X509_CRL) * crls,
+                           const Companions& companions, const Evidence& evidence,
                            const ChainRules& rules, bool& isStateUnknown) const;
+    OcspFindings AskResponders(const CProviderCall& call, const std::vector<X509Ptr>& path,
+                               const Companions& companions, const ChainRules& rules) const;
 
     const COpenSslLibrary& m_library;
     CTrust& m_trust;
-    mutable CFetchedLists m_lists;  // guards itself
+    mutable CFetchedLists m_lists;  // guards itself, as does the other
+    mutable COcspResponders m_responders;
 };
 
 /// Code for one of OpenSSL's verdicts on a chain (X509_V_ERR_...), 16200 for X509_V_OK.

@@ -10,16 +10,6 @@
 
 namespace {
 
-std::wstring TimeText(const ASN1_TIME* time) {
-    std::tm parts{};
-    if (time == nullptr || ASN1_TIME_to_tm(time, &parts) != 1) {
-        return L"?";
-    }
-    char text[32] = "";
-    std::strftime(text, sizeof text, "%d.%m.%Y %H:%M:%S UTC", &parts);
-    return ca::u8u16(text);
-}
-
 // The newest list of an issuer.
 const X509_CRL* FindList(const X509* certificate, const ca::ChainEvidence& evidence,
                          ca::Words& from) {
@@ -44,7 +34,7 @@ const X509_CRL* FindList(const X509* certificate, const ca::ChainEvidence& evide
     return best;
 }
 
-std::wstring RevocationText(const X509* certificate, const ca::ChainEvidence& evidence) {
+std::wstring ListText(const X509* certificate, const ca::ChainEvidence& evidence) {
     if (!evidence.isCrlEnabled || evidence.rules.policy.revocation == ca::RevocationCheck::kNone) {
         return ca::Say(ca::Words::kRevocationNotChecked);
     }
@@ -53,13 +43,43 @@ std::wstring RevocationText(const X509* certificate, const ca::ChainEvidence& ev
     if (list == nullptr) {
         return ca::Say(ca::Words::kRevocationUnknown);
     }
-    return ca::Say(ca::Words::kRevocationList) + TimeText(X509_CRL_get0_lastUpdate(list)) +
-           ca::Say(ca::Words::kValidTo) + TimeText(X509_CRL_get0_nextUpdate(list)) + ca::Say(from);
+    return ca::Say(ca::Words::kRevocationList) + ca::TimeText(X509_CRL_get0_lastUpdate(list)) +
+           ca::Say(ca::Words::kValidTo) + ca::TimeText(X509_CRL_get0_nextUpdate(list)) +
+           ca::Say(from);
+}
+
+// An answer that decides says it all; one that does not says why, before what the lists say.
+std::wstring RevocationText(const X509* certificate, const ca::ChainEvidence& evidence) {
+    const ca::OcspFinding* const finding = ca::FindingOf(evidence.findings, certificate);
+    if (finding == nullptr || finding->words.empty()) {
+        return ListText(certificate, evidence);
+    }
+    return ca::IsDecided(*finding) || !evidence.isCrlEnabled
+               ? finding->words
+               : finding->words + L"; " + ListText(certificate, evidence);
 }
 
 }  // namespace
 
 namespace ca {
+
+std::wstring TimeText(const ASN1_TIME* time) {
+    std::tm parts{};
+    if (time == nullptr || ASN1_TIME_to_tm(time, &parts) != 1) {
+        return L"?";
+    }
+    char text[32] = "";
+    std::strftime(text, sizeof text, "%d.%m.%Y %H:%M:%S UTC", &parts);
+    return u8u16(text);
+}
+
+std::optional<std::time_t> SecondsOf(const ASN1_TIME* time) {
+    std::tm parts{};
+    if (time == nullptr || ASN1_TIME_to_tm(time, &parts) != 1) {
+        return std::nullopt;
+    }
+    return timegm(&parts);
+}
 
 std::wstring NameText(const X509_NAME* name) {
     const BioPtr text(BIO_new(BIO_s_mem()));

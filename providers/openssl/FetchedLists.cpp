@@ -12,21 +12,12 @@
 #include <openssl/x509v3.h>
 
 #include <algorithm>
-#include <ctime>
-#include <mutex>
 #include <set>
 
 namespace {
 
-constexpr std::size_t kMaxKept = 64;
 constexpr std::size_t kMaxPoints = 4;  // URLs of one certificate that are asked
 constexpr std::int64_t kMaxSeconds = 60;
-
-std::int64_t Seconds() {
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return now.tv_sec;
-}
 
 // RFC 5280 4.2.1.13: names of a point that are http or https URLs.
 std::vector<std::wstring> PointsOf(X509* certificate) {
@@ -85,16 +76,16 @@ bool CFetchedLists::HasSources(const CProviderCall& call, const std::vector<X509
     });
 }
 
-void CFetchedLists::Add(const CProviderCall& call, const std::vector<X509Ptr>& chain,
+void CFetchedLists::Add(const CProviderCall& call, const std::vector<X509*>& certificates,
                         STACK_OF(X509_CRL) * lists) {
-    const std::int64_t begin = Seconds();
+    const std::int64_t begin = SteadySeconds();
     std::set<std::wstring> asked;
-    for (const X509Ptr& certificate : chain) {
-        if (X509_self_signed(certificate.get(), /*verify_signature=*/0) == 1) {
+    for (X509* const certificate : certificates) {
+        if (X509_self_signed(certificate, /*verify_signature=*/0) == 1) {
             continue;  // nobody revokes a root
         }
-        for (const Source& source : SourcesOf(call, certificate.get())) {
-            if (!asked.insert(source.url).second || Seconds() - begin > kMaxSeconds) {
+        for (const Source& source : SourcesOf(call, certificate)) {
+            if (!asked.insert(source.url).second || SteadySeconds() - begin > kMaxSeconds) {
                 continue;
             }
             const std::shared_ptr<X509_CRL> list = Get(call, source);
@@ -106,23 +97,14 @@ void CFetchedLists::Add(const CProviderCall& call, const std::vector<X509Ptr>& c
 }
 
 std::shared_ptr<X509_CRL> CFetchedLists::Get(const CProviderCall& call, const Source& source) {
-    {
-        const std::lock_guard lock(m_mutex);
-        const auto known = m_kept.find(source.url);
-        if (known != m_kept.end() && Seconds() - known->second.since < source.cacheTime) {
-            return known->second.list;
-        }
-    }
-    std::shared_ptr<X509_CRL> list = Fetch(call, source);
-    if (list == nullptr || source.cacheTime == 0) {
+    std::shared_ptr<X509_CRL> list = m_kept.Find(source.url, source.cacheTime);
+    if (list != nullptr) {
         return list;
     }
-    const std::lock_guard lock(m_mutex);
-    if (m_kept.size() >= kMaxKept && !m_kept.contains(source.url)) {
-        m_kept.erase(std::ranges::min_element(m_kept, {},
-                                              [](const auto& each) { return each.second.since; }));
+    list = Fetch(call, source);
+    if (list != nullptr && source.cacheTime != 0) {
+        m_kept.Keep(source.url, list);
     }
-    m_kept[source.url] = {list, Seconds()};
     return list;
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "common/ForkMutex.h"
 #include "module/ProviderCall.h"
+#include "providers/openssl/KeptFetches.h"
 #include "providers/openssl/OpenSslLibrary.h"
 
-#include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,9 +21,9 @@ class CFetchedLists {
     CFetchedLists& operator=(const CFetchedLists&) = delete;
     ~CFetchedLists() = default;
 
-    /// Adds the lists for a path's certificates. A server that does not answer, or with something
+    /// Adds the lists for certificates of a path. A server that does not answer, or with something
     /// else, is told in the log, and its list is missing. After a minute no other is asked.
-    void Add(const CProviderCall& call, const std::vector<X509Ptr>& chain,
+    void Add(const CProviderCall& call, const std::vector<X509*>& certificates,
              STACK_OF(X509_CRL) * lists);
 
     /// Whether Add() would ask anybody.
@@ -37,18 +35,13 @@ class CFetchedLists {
         int cacheTime;  ///< seconds
         int timeout;    ///< milliseconds
     };
-    struct Kept {
-        std::shared_ptr<X509_CRL> list;
-        std::int64_t since;  ///< seconds of the clock that nobody sets
-    };
 
     static std::vector<Source> SourcesOf(const CProviderCall& call, X509* certificate);
     std::shared_ptr<X509_CRL> Get(const CProviderCall& call, const Source& source);
     std::shared_ptr<X509_CRL> Fetch(const CProviderCall& call, const Source& source) const;
 
     const COpenSslLibrary& m_library;
-    CForkMutex m_mutex;                   // guards what follows; not held while a server is asked
-    std::map<std::wstring, Kept> m_kept;  // by URL
+    CKeptFetches<X509_CRL> m_kept{64};  // by URL
 };
 
 }  // namespace ca

@@ -9,6 +9,7 @@
 #include "common/Lng.h"
 #include "common/sha1.h"
 #include "providers/openssl/Algorithms.h"
+#include "providers/openssl/MessageEvidence.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedAttributes.h"
 #include "records/SignInfo.h"
@@ -166,6 +167,7 @@ bool CMessageJudge::Read(std::span<const unsigned char> message) {
         m_fault = Say(Words::kMessageTooMuch);
         return false;
     }
+    CollectEvidence(m_library, m_message.get(), message, m_companions);
     return true;
 }
 

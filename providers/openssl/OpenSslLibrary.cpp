@@ -1,5 +1,6 @@
 #include "providers/openssl/OpenSslLibrary.h"
 
+#include "asn1/views/MessageViews.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -75,6 +76,18 @@ CrlPtr COpenSslLibrary::ReadCrl(std::span<const unsigned char> der) const {
     X509_CRL* fresh = Require(X509_CRL_new_ex(m_context, nullptr), kErrExecution);
     const unsigned char* at = der.data();
     return CrlPtr(d2i_X509_CRL(&fresh, &at, static_cast<long>(der.size())));
+}
+
+OcspAnswerPtr COpenSslLibrary::ReadOcspAnswer(std::span<const unsigned char> der) {
+    const unsigned char* at = der.data();
+    const auto size = static_cast<long>(der.size());
+    if (CAsn1OcspResponseView(FirstElement(der)).IsBasic()) {
+        return OcspAnswerPtr(d2i_OCSP_BASICRESP(nullptr, &at, size));
+    }
+    const Owned<OCSP_RESPONSE, &OCSP_RESPONSE_free> response(d2i_OCSP_RESPONSE(nullptr, &at, size));
+    const bool isAnswer = response != nullptr &&
+                          OCSP_response_status(response.get()) == OCSP_RESPONSE_STATUS_SUCCESSFUL;
+    return OcspAnswerPtr(isAnswer ? OCSP_response_get1_basic(response.get()) : nullptr);
 }
 
 DigestPtr COpenSslLibrary::FindDigest(const std::string& name) const {

@@ -28,6 +28,9 @@ class COpenSslLibrary {
     X509Ptr ReadCertificate(std::span<const unsigned char> der) const;
     /// The revocation list that octets begin with; null for none.
     CrlPtr ReadCrl(std::span<const unsigned char> der) const;
+    /// The answer in an OCSPResponse, or a BasicOCSPResponse alone (RFC 6960, 4.2.1); null for what
+    /// is none, and for a response that tells of a failure.
+    static OcspAnswerPtr ReadOcspAnswer(std::span<const unsigned char> der);
     /// The digest of a name ("SHA256") or dotted identifier. Throws 16303 for one that there is not.
     DigestPtr FindDigest(const std::string& name) const;
 

@@ -13,7 +13,9 @@ namespace ca {
 class COpenSslProvider : public IProvider {
   public:
     COpenSslProvider()
-        : m_stores(m_library), m_trust(m_library, m_stores), m_chain(m_library, m_trust) {}
+        : m_stores(m_library),
+          m_trust(m_library, m_stores),
+          m_chain(m_library, m_stores, m_trust) {}
 
     // StoreOperations.cpp
     void EnumStores(CProviderCall& call, std::vector<std::wstring>& names) override;

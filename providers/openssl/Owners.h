@@ -4,6 +4,7 @@
 #include <openssl/cms.h>
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
+#include <openssl/ocsp.h>
 #include <openssl/pkcs12.h>
 #include <openssl/x509.h>
 #include <openssl/x509_vfy.h>
@@ -53,6 +54,7 @@ using TrustPtr = Owned<X509_STORE, &X509_STORE_free>;
 using ChainContextPtr = Owned<X509_STORE_CTX, &X509_STORE_CTX_free>;
 using CertificatesPtr = Owned<STACK_OF(X509), &FreeCertificates>;
 using CrlsPtr = Owned<STACK_OF(X509_CRL), &FreeCrls>;
+using OcspAnswerPtr = Owned<OCSP_BASICRESP, &OCSP_BASICRESP_free>;
 using OctetsPtr = Owned<unsigned char, &FreeOctets>;
 
 }  // namespace ca

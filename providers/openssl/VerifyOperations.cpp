@@ -6,6 +6,7 @@
 #include "common/Log.h"
 #include "module/ops/RefusedObjects.h"
 #include "providers/openssl/Algorithms.h"
+#include "providers/openssl/MessageEvidence.h"
 #include "providers/openssl/MessageJudge.h"
 #include "providers/openssl/OpenSslProvider.h"
 #include "providers/openssl/Policies.h"
@@ -46,6 +47,8 @@ Payload ReadPayload(const ca::COpenSslLibrary& library, std::span<unsigned char>
                                                         : std::span<const unsigned char>();
         if (ca::CrlPtr crl = list.empty() ? nullptr : library.ReadCrl(list)) {
             sk_X509_CRL_push(payload.companions.crls.get(), crl.release());
+        } else if (bundle.certificates.empty()) {
+            ca::AddOcspAnswer(item.octets, payload.companions);
         }
     }
     if (payload.certificates.empty()) {
