@@ -5,6 +5,7 @@
 #include "common/Http.h"
 #include "common/Log.h"
 #include "providers/openssl/ChainReasons.h"
+#include "providers/openssl/ListDirectory.h"
 #include "providers/openssl/ProviderWords.h"
 #include "records/Payload.h"
 #include "records/fill/CrlInfoFill.h"
@@ -44,6 +45,20 @@ std::vector<std::wstring> PointsOf(X509* certificate) {
         }
     }
     return urls;
+}
+
+// One that is out of date is fetched again, however long it is to be kept.
+bool IsCurrent(const X509_CRL& list) {
+    const ASN1_TIME* const end = X509_CRL_get0_nextUpdate(&list);
+    return end == nullptr || X509_cmp_current_time(end) > 0;
+}
+
+std::shared_ptr<X509_CRL> Own(ca::CrlPtr list) {
+    return list != nullptr ? std::shared_ptr<X509_CRL>(list.release(), &X509_CRL_free) : nullptr;
+}
+
+std::span<const unsigned char> AsOctets(const std::string& octets) {
+    return {reinterpret_cast<const unsigned char*>(octets.data()), octets.size()};
 }
 
 }  // namespace
@@ -98,12 +113,27 @@ void CFetchedLists::Add(const CProviderCall& call, const std::vector<X509*>& cer
 
 std::shared_ptr<X509_CRL> CFetchedLists::Get(const CProviderCall& call, const Source& source) {
     std::shared_ptr<X509_CRL> list = m_kept.Find(source.url, source.cacheTime);
-    if (list != nullptr) {
+    if (list != nullptr && IsCurrent(*list)) {
         return list;
+    }
+    const PkiCrl& crl = call.Pki().crl;
+    const CListDirectory directory(crl.cacheDirectory, static_cast<std::size_t>(crl.maxSize));
+    if (const auto file = directory.Find(source.url, source.cacheTime)) {
+        list = Own(m_library.ReadCrl(AsOctets(file->octets)));
+        if (list != nullptr && IsCurrent(*list)) {
+            m_kept.Keep(source.url, list, file->age);
+            return list;
+        }
     }
     list = Fetch(call, source);
     if (list != nullptr && source.cacheTime != 0) {
         m_kept.Keep(source.url, list);
+        unsigned char* octets = nullptr;
+        const int size = i2d_X509_CRL(list.get(), &octets);
+        const OctetsPtr owner(octets);
+        if (size > 0) {
+            directory.Keep(source.url, {octets, static_cast<std::size_t>(size)});
+        }
     }
     return list;
 }
@@ -120,7 +150,7 @@ std::shared_ptr<X509_CRL> CFetchedLists::Fetch(const CProviderCall& call,
         for (const PayloadItem& item : DecodePayload({body.Get(), length})) {
             const std::span<const unsigned char> list = FindCrl(item.octets);
             if (CrlPtr crl = list.empty() ? nullptr : m_library.ReadCrl(list)) {
-                return {crl.release(), &X509_CRL_free};
+                return Own(std::move(crl));
             }
         }
         LogLine(Say(Words::kNoListThere) + source.url, /*isError=*/true);

@@ -11,8 +11,8 @@
 namespace ca {
 
 /// Revocation lists from servers: those of `crl.sources`, and those of the distribution points that
-/// certificates name. Kept in memory for as long as the configuration says, in turn with the 64
-/// that were fetched last. Nothing is believed of a list here: whoever judges verifies it.
+/// certificates name. Kept in memory, the 64 that were fetched last, and in the files of
+/// `crl.cacheDirectory`, for as long as the configuration says. Nothing is believed of a list here: whoever judges verifies it.
 /// Safe from any thread.
 class CFetchedLists {
   public:

@@ -3,6 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <fstream>
+#include <functional>
+
 using testing::HasSubstr;
 using testing::Not;
 
@@ -204,4 +208,63 @@ TEST_F(SignaturesTest, FetchesListsThatAreMissing) {
     }
     configure(ca_test::ClosedPort().Url(), "required", 3600);
     EXPECT_EQ(Verify(byBob), "16200/16207 ");
+}
+
+TEST_F(SignaturesTest, KeepsListsInADirectory) {
+    const std::string byRevoked = Theirs("revoked", "-nodetach -md sha256");
+    const std::string directory = Scratch("kept/lists");
+    std::string answer = ca_test::Ok(Pki("ca.crl"));
+    const ca_test::HttpTestServer server(
+        [&](ca_test::Connection& connection, const ca_test::Request&) {
+            connection.Write(answer);
+        });
+    const auto configure = [&](const std::string& crl) {  // a new module, whose memory is empty
+        Configure(R"("crl":{"cacheDirectory":")" + directory + '"' + crl +
+                  R"(,"sources":[{"url":")" + ca_test::Narrow(server.Url()) + R"("}]},)");
+    };
+    configure("");
+    EXPECT_EQ(Verify(byRevoked), "16200/16203 ");
+    ASSERT_TRUE(std::filesystem::is_directory(directory));
+    const std::string file = std::filesystem::directory_iterator(directory)->path();
+    const std::string list = TemporaryDir::Read(file);
+    answer = "HTTP/1.1 404 Gone\r\n\r\n";
+    const auto write = [&](const std::string& octets, int mode = 0600) {
+        std::filesystem::remove(file);
+        std::ofstream(file) << octets;
+        std::filesystem::permissions(file, std::filesystem::perms(mode));
+    };
+    struct Case {
+        const char* what;
+        std::function<void()> change;
+        const char* verdicts;
+        const char* crl = "";
+    };
+    const auto age = [&](int seconds) {
+        std::filesystem::last_write_time(
+            file, std::filesystem::file_time_type::clock::now() - std::chrono::seconds(seconds));
+    };
+    const Case cases[] = {
+        {"whole", [] {}, "16200/16203 "},
+        {"old", [&] { age(4000); }, "16200/16200 "},
+        {"future", [&] { age(-4000); }, "16200/16200 "},
+        {"written by others", [&] { write(list, 0622); }, "16200/16200 "},
+        {"damaged", [&] { write(list.substr(0, list.size() / 2)); }, "16200/16200 "},
+        {"no list", [&] { write("no list"); }, "16200/16200 "},
+        {"large", [&] { write(list + std::string(1024, 'x')); }, "16200/16200 ",
+         R"(,"maxSize":1024)"},
+        {"link",
+         [&] {
+             Put("elsewhere", list);
+             std::filesystem::remove(file);
+             std::filesystem::create_symlink(Scratch("elsewhere"), file);
+         },
+         "16200/16200 "},
+        {"whole again", [&] { write(list); }, "16200/16203 "},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        c.change();
+        configure(c.crl);
+        EXPECT_EQ(Verify(byRevoked), c.verdicts);
+    }
 }
