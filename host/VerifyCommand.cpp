@@ -24,9 +24,11 @@ constexpr const char* kExamples = R"(Examples:
   cmhost verify letter.txt.p7s --content letter.txt
   cmhost verify letter.p7m --at 2026-06-30T12:00:00    # UTC
 
-Exits with 0 when every signature is valid and every signer is trusted, else with 1.)";
+Signatures on a signature stand below it: 1.1, 1.2. Exits with 0 when every signature is valid
+and every signer is trusted, else with 1.)";
 
-constexpr unsigned kGood = 16200;  // the code of a signature or certificate that was found good
+constexpr unsigned kMaxLevels = 32;  // of signatures on signatures; records are not deeper
+constexpr unsigned kGood = 16200;    // the code of a signature or certificate that was found good
 
 // Octets as a JSON string.
 std::string Base64Json(const std::string& octets) {
@@ -89,12 +91,12 @@ std::string Indented(const std::string& text, std::size_t indent) {
 }
 
 // Prints one signature; false when it is not valid, or its signer not trusted.
-bool Print(const rapidjson::Value& signature, std::size_t number, bool isRussian) {
+bool Print(const rapidjson::Value& signature, const std::string& number, bool isRussian) {
     const rapidjson::Value* const result = Find(signature, "VerifyResultEx");
     const rapidjson::Value* const certificate = Find(signature, "SignCert");
     const bool isGood = Code(result, "SignatureVerifyResult") == kGood &&
                         Code(result, "CertificateVerifyResult") == kGood;
-    std::string head = (isRussian ? "Подпись " : "Signature ") + std::to_string(number) + ": " +
+    std::string head = (isRussian ? "Подпись " : "Signature ") + number + ": " +
                        (isGood      ? isRussian ? "ДЕЙСТВИТЕЛЬНА" : "VALID"
                         : isRussian ? "НЕ ПОДТВЕРЖДЕНА"
                                     : "NOT VALID");
@@ -103,6 +105,22 @@ bool Print(const rapidjson::Value& signature, std::size_t number, bool isRussian
     host::Put(Indented(Text(result, "SignatureVerifyResultString"), 2));
     host::Put(Indented(Text(result, "CertificateVerifyResultString"), 2));
     return isGood;
+}
+
+// Prints signatures, and below each those on it ("1.2"); false when one of them is not good.
+bool PrintAll(const rapidjson::Value* signatures, const std::string& prefix, unsigned level,
+              bool isRussian) {
+    if (signatures == nullptr || !signatures->IsArray() || level == kMaxLevels) {
+        return true;
+    }
+    bool areGood = true;
+    for (rapidjson::SizeType i = 0; i < signatures->Size(); ++i) {
+        const rapidjson::Value& each = (*signatures)[i];
+        const std::string number = prefix + std::to_string(i + 1);
+        areGood = Print(each, number, isRussian) && areGood;
+        areGood = PrintAll(Find(each, "CoSigners"), number + '.', level + 1, isRussian) && areGood;
+    }
+    return areGood;
 }
 
 int Verify(VerifyOptions& options) {
@@ -126,11 +144,9 @@ int Verify(VerifyOptions& options) {
     rapidjson::Document root;
     root.Parse<rapidjson::kParseIterativeFlag>(answer.GetText().data(), answer.GetText().size());
     const rapidjson::Value* const signatures = Find(root, "signInfo");
-    bool areGood = signatures != nullptr && signatures->IsArray() && !signatures->Empty();
-    for (rapidjson::SizeType i = 0;
-         signatures != nullptr && signatures->IsArray() && i < signatures->Size(); ++i) {
-        areGood = Print((*signatures)[i], i + 1, module.IsRussian()) && areGood;
-    }
+    const bool isThere = signatures != nullptr && signatures->IsArray() && !signatures->Empty();
+    const bool areGood =
+        PrintAll(signatures, /*prefix=*/"", /*level=*/0, module.IsRussian()) && isThere;
     host::Flush();
     if (areGood && !options.extracted.empty()) {
         host::WriteFile(options.extracted, answer.ExtractOctets().value_or(content));

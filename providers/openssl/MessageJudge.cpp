@@ -9,6 +9,8 @@
 #include "common/Lng.h"
 #include "common/sha1.h"
 #include "providers/openssl/Algorithms.h"
+#include "providers/openssl/ChainRecord.h"
+#include "providers/openssl/Countersignature.h"
 #include "providers/openssl/MessageEvidence.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedAttributes.h"
@@ -26,6 +28,12 @@ namespace {
 constexpr int kReadAtOnce = 65536;
 constexpr std::size_t kMaxDigests = 16;           // digest algorithms of a message
 constexpr std::size_t kMaxComparisons = 1000000;  // signers times certificates
+// What reading a certificate of a store costs, in comparisons.
+constexpr std::size_t kCostOfReading = 20;
+// Octets that a signature may have that is signed itself; none of the algorithms makes longer ones.
+constexpr std::size_t kMaxSignedValue = 16384;
+// Octets of issuers that are described beside the signers of a small message.
+constexpr std::size_t kIssuersAlways = 32768;
 // A message without attributes, whose content type is not "data", is not signed as such
 // (RFC 5652, 5.3); attributes may stand there once only.
 constexpr int kOnceOnly = -3;
@@ -48,15 +56,23 @@ T* ReadAttribute(const CMS_SignerInfo* signer, int nid) {
     return read(nullptr, &at, ASN1_STRING_length(value));
 }
 
-// A signer may name the family of its key alone (RFC 3370, 3.2); the digest stands beside it then.
+// What is verified, whatever the signer calls it: OpenSSL goes by the key and by the digest beside.
 std::wstring SignatureOid(const X509_ALGOR* digest, const X509_ALGOR* signature,
                           const EVP_PKEY* key) {
-    int ownDigest = NID_undef;
-    int family = NID_undef;
-    const bool isWhole =
-        OBJ_find_sigid_algs(OBJ_obj2nid(signature->algorithm), &ownDigest, &family) == 1;
-    return isWhole ? ca::Dotted(signature->algorithm)
-                   : ca::SignatureOf(key, OBJ_obj2nid(digest->algorithm), /*isPss=*/false);
+    const bool isPss = OBJ_obj2nid(signature->algorithm) == NID_rsassaPss;
+    return ca::SignatureOf(key, OBJ_obj2nid(digest->algorithm), isPss);
+}
+
+// The algorithm that the signer names is one of the key's.
+bool FitsKey(const X509_ALGOR* signature, const EVP_PKEY* key) {
+    const int named = OBJ_obj2nid(signature->algorithm);
+    if (named == NID_rsassaPss) {
+        return EVP_PKEY_is_a(key, "RSA") == 1 || EVP_PKEY_is_a(key, "RSA-PSS") == 1;
+    }
+    int family = named;  // one may name the family alone (RFC 3370, 3.2)
+    int digest = NID_undef;
+    OBJ_find_sigid_algs(named, &digest, &family);
+    return family == EVP_PKEY_get_id(key);
 }
 
 // The certificate is the one that was meant (RFC 5035, 5.4), where the signature says which.
@@ -96,9 +112,18 @@ bool IsCertificateMeant(const CMS_SignerInfo* signer, X509* certificate,
 void ShowCertificate(const X509* certificate, ca::SignInfo& record) {
     std::vector<unsigned char> der = ca::EncodingOf(certificate);
     if (ca::Sha1Hex(der) != record.signCert.id) {
-        ca::CertInfo shown;
+        ca::CertInfo2 shown;
         ca::FillCertInfo(der, shown);
         record.signCert = std::move(shown);
+    }
+}
+
+// Null for one that OpenSSL cannot read: the stores hold others.
+ca::X509Ptr ReadStored(const ca::COpenSslLibrary& library, const ca::StoredCertificate& stored) {
+    try {
+        return library.ReadCertificate(stored.der);
+    } catch (const ca::Exception&) {
+        return nullptr;
     }
 }
 
@@ -131,7 +156,8 @@ CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, co
       m_call(call),
       m_rules(RulesOf(call, call.Pki().policies.signing)) {
     const CErrorScope scope;
-    if (!Read(what.message) || !Digest(what)) {
+    m_isRead = Read(what.message);
+    if (!m_isRead || !Digest(what)) {
         return;
     }
     FindSigners();
@@ -157,6 +183,8 @@ bool CMessageJudge::Read(std::span<const unsigned char> message) {
         m_fault = Say(Words::kMessageNotRead);
         return false;
     }
+    m_comparisons = kMaxComparisons;
+    m_room = message.size() / 2 + kIssuersAlways;
     m_companions.certificates.reset(CMS_get1_certs(m_message.get()));
     m_companions.crls.reset(CMS_get1_crls(m_message.get()));
     const auto signers =
@@ -221,16 +249,12 @@ void CMessageJudge::FindSigners() {
     if (unknown.empty()) {
         return;
     }
-    std::vector<StoreContentPtr> contents;
-    for (const StoreAddress& store : m_call.Stores()) {
-        contents.push_back(m_stores.Content(m_call, store));
-    }
-    for (const wchar_t* name : {kStoreMy, L"AddressBook", L"CA"}) {
-        std::ranges::move(m_stores.Named(m_call, name), std::back_inserter(contents));
-    }
-    for (const StoreContentPtr& content : contents) {
+    for (const StoreContentPtr& content : m_stores.OfSigners(m_call)) {
         for (const StoredCertificate& stored : content->certificates) {
-            const X509Ptr certificate = m_library.ReadCertificate(stored.der);
+            const X509Ptr certificate = ReadStored(m_library, stored);
+            if (certificate == nullptr) {
+                continue;
+            }
             std::erase_if(unknown, [&](CMS_SignerInfo* each) {
                 const bool isIts = CMS_SignerInfo_cert_cmp(each, certificate.get()) == 0;
                 if (isIts) {
@@ -261,64 +285,162 @@ void CMessageJudge::Judge(std::size_t signer, SignInfo& record) {
         SayNotVerified(Say(Words::kSignerUnknown), record);
         return;
     }
+    FillVerdicts(CheckValue(each, certificate, key), certificate, record);
+}
+
+void CMessageJudge::FillVerdicts(const ValueVerdict& value, X509* certificate, SignInfo& record) {
+    const std::wstring text = SignatureText(value.code);
+    Fill(value.code, value.why.empty() ? text : text + L": " + value.why, record);
+    ShowCertificate(certificate, record);
+    FillChain(VerdictOf(certificate), certificate, record);
+}
+
+const ChainVerdict& CMessageJudge::VerdictOf(X509* certificate) {
     auto known = m_verdicts.find(certificate);
     if (known == m_verdicts.end()) {
         known = m_verdicts
                     .emplace(certificate, m_chain.Judge(m_call, certificate, m_companions, m_rules))
                     .first;
     }
-    const ChainVerdict& verdict = known->second;
-    std::wstring why;
-    const std::uint32_t code = CheckValue(each, certificate, key, verdict.chain, why);
-    const std::wstring text = SignatureText(code);
-    Fill(code, why.empty() ? text : text + L": " + why, record);
-    ShowCertificate(certificate, record);
-    FillChain(verdict, record);
+    return known->second;
 }
 
-std::uint32_t CMessageJudge::CheckValue(CMS_SignerInfo* signer, X509* certificate, EVP_PKEY* key,
-                                        const std::vector<X509Ptr>& chain,
-                                        std::wstring& why) const {
+// Among the certificates of the message, then among those of the stores; null for none, and once
+// too much was looked at.
+X509* CMessageJudge::FindSigner(CMS_SignerInfo* signer) {
+    const auto isIts = [&](X509* certificate) {
+        return CMS_SignerInfo_cert_cmp(signer, certificate) == 0;
+    };
+    const auto mayLook = [this](std::size_t cost) {
+        const bool may = cost <= m_comparisons;
+        m_comparisons -= may ? cost : 0;
+        return may;
+    };
+    for (int i = 0; i < sk_X509_num(m_companions.certificates.get()) && mayLook(1); ++i) {
+        X509* const each = sk_X509_value(m_companions.certificates.get(), i);
+        if (isIts(each)) {
+            return each;
+        }
+    }
+    const auto found = std::ranges::find_if(m_found, isIts, &X509Ptr::get);
+    if (found != m_found.end()) {
+        return found->get();
+    }
+    for (const StoreContentPtr& content : m_stores.OfSigners(m_call)) {
+        for (const StoredCertificate& stored : content->certificates) {
+            X509Ptr certificate = mayLook(kCostOfReading) ? ReadStored(m_library, stored) : nullptr;
+            if (certificate != nullptr && isIts(certificate.get())) {
+                return m_found.emplace_back(std::move(certificate)).get();
+            }
+        }
+    }
+    return nullptr;
+}
+
+void CMessageJudge::JudgeCountersignature(std::span<const unsigned char> value,
+                                          std::span<const unsigned char> signer, SignInfo& record) {
+    const CErrorScope scope;
+    if (!m_isRead) {
+        SayNotVerified(m_fault, record);
+        return;
+    }
+    X509* certificate = nullptr;
+    const ValueVerdict verdict = CheckCountersignature(value, signer, certificate);
+    if (certificate == nullptr) {
+        SayNotVerified(verdict.why, record);
+        return;
+    }
+    FillVerdicts(verdict, certificate, record);
+}
+
+CMessageJudge::ValueVerdict CMessageJudge::CheckCountersignature(
+    std::span<const unsigned char> value, std::span<const unsigned char> signer,
+    X509*& certificate) {
+    try {
+        if (value.size() > kMaxSignedValue) {
+            return {kErrNotVerified, Say(Words::kMessageTooMuch)};
+        }
+        const CCountersignature read(m_library, signer);
+        certificate = FindSigner(read.Signer());
+        EVP_PKEY* const key = certificate != nullptr ? X509_get0_pubkey(certificate) : nullptr;
+        if (key == nullptr) {
+            certificate = nullptr;
+            return {kErrNotVerified, Say(Words::kSignerUnknown)};
+        }
+        if (const std::wstring fault = AlgorithmFault(read.Signer(), key); !fault.empty()) {
+            return {kErrSignatureInvalid, fault};
+        }
+        if (!read.HasDigestOf(value)) {
+            return {kErrSignatureInvalid, Say(Words::kOtherContent)};
+        }
+        return read.IsSignedBy(key, value)
+                   ? CheckMeant(read.Signer(), certificate, VerdictOf(certificate).chain)
+                   : ValueVerdict{kErrSignatureInvalid, {}};
+    } catch (const Exception&) {
+        certificate = nullptr;
+        return {kErrNotVerified, Say(Words::kMessageNotRead)};
+    }
+}
+
+// What the configuration does not allow; "" where it does.
+std::wstring CMessageJudge::AlgorithmFault(const CMS_SignerInfo* signer,
+                                           const EVP_PKEY* key) const {
     X509_ALGOR* digest = nullptr;
     X509_ALGOR* signature = nullptr;
-    CMS_SignerInfo_get0_algs(signer, nullptr, nullptr, &digest, &signature);
+    CMS_SignerInfo_get0_algs(const_cast<CMS_SignerInfo*>(signer), nullptr, nullptr, &digest,
+                             &signature);
+    if (!FitsKey(signature, key)) {
+        return Say(Words::kOtherAlgorithm);
+    }
     const PkiAlgorithms& allowed = m_call.Pki().algorithms;
     if (const std::wstring oid = Dotted(digest->algorithm); !IsDigestAllowed(allowed, oid)) {
-        why = Say(Words::kAlgorithmNotAllowed) + oid;
-        return kErrSignatureInvalid;
+        return Say(Words::kAlgorithmNotAllowed) + oid;
     }
     if (const std::wstring oid = SignatureOid(digest, signature, key);
         !IsSignatureAllowed(allowed, oid)) {
-        why = Say(Words::kAlgorithmNotAllowed) + oid;
-        return kErrSignatureInvalid;
+        return Say(Words::kAlgorithmNotAllowed) + oid;
+    }
+    return {};
+}
+
+CMessageJudge::ValueVerdict CMessageJudge::CheckMeant(const CMS_SignerInfo* signer,
+                                                      X509* certificate,
+                                                      const std::vector<X509Ptr>& chain) const {
+    return IsCertificateMeant(signer, certificate, m_companions.certificates.get(), chain)
+               ? ValueVerdict{kErrChainValid, {}}
+               : ValueVerdict{kErrSignatureInvalid, Say(Words::kOtherCertificate)};
+}
+
+CMessageJudge::ValueVerdict CMessageJudge::CheckValue(CMS_SignerInfo* signer, X509* certificate,
+                                                      EVP_PKEY* key) {
+    if (const std::wstring fault = AlgorithmFault(signer, key); !fault.empty()) {
+        return {kErrSignatureInvalid, fault};
     }
     const bool hasAttributes = CMS_signed_get_attr_count(signer) > 0;
     const ASN1_OBJECT* const type = CMS_get0_eContentType(m_message.get());
     if (hasAttributes ? !IsTypeRight(signer, type) : OBJ_obj2nid(type) != NID_pkcs7_data) {
-        why = Say(Words::kAttributesWrong);
-        return kErrSignatureInvalid;
+        return {kErrSignatureInvalid, Say(Words::kAttributesWrong)};
     }
     const bool isWhole = SignsWholeMessage(key);
     const bool isValueGood =
         isWhole ? VerifyWhole(signer, key, hasAttributes ? EncodedAttributes(signer) : m_octets)
                 : !hasAttributes || CMS_SignerInfo_verify(signer) == 1;
     if (!isValueGood) {
-        return kErrSignatureInvalid;
+        return {kErrSignatureInvalid, {}};
     }
     // Without attributes the value itself is over the content, and verified here.
     const bool isContentSeen = isWhole && !hasAttributes;
     if (!isContentSeen && CMS_SignerInfo_verify_content(signer, m_digests.get()) != 1) {
-        why = Say(Words::kOtherContent);
-        return kErrSignatureInvalid;
+        return {kErrSignatureInvalid, Say(Words::kOtherContent)};
     }
-    if (!IsCertificateMeant(signer, certificate, m_companions.certificates.get(), chain)) {
-        why = Say(Words::kOtherCertificate);
-        return kErrSignatureInvalid;
-    }
-    return kErrChainValid;
+    return CheckMeant(signer, certificate, VerdictOf(certificate).chain);
 }
 
-void CMessageJudge::FillChain(const ChainVerdict& verdict, SignInfo& record) {
+// The issuers are told with the first signature of a certificate.
+void CMessageJudge::FillChain(const ChainVerdict& verdict, X509* certificate, SignInfo& record) {
+    if (m_described.insert(certificate).second) {
+        FillIssuers(verdict.chain, m_room, record.signCert);
+    }
     record.verifyResultEx.certificateVerifyResult = verdict.code;
     record.verifyResultEx.certificateVerifyResultString = verdict.text + L'\n' + verdict.reasons;
     record.signCert.validityNumber = verdict.code;

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,15 +22,30 @@ class CMessageJudge : public ISignatureJudge {
                   const CProviderCall& call, const VerifyArguments& what);
 
     void Judge(std::size_t signer, SignInfo& record) override;
+    void JudgeCountersignature(std::span<const unsigned char> value,
+                               std::span<const unsigned char> signer, SignInfo& record) override;
 
   private:
+    // What was found of a value, and the words for it beside those of its code.
+    struct ValueVerdict {
+        std::uint32_t code;
+        std::wstring why;
+    };
+
     bool Read(std::span<const unsigned char> message);
     bool Digest(const VerifyArguments& what);
     void GiveContent(FileData& extracted) const;
     void FindSigners();
-    std::uint32_t CheckValue(CMS_SignerInfo* signer, X509* certificate, EVP_PKEY* key,
-                             const std::vector<X509Ptr>& chain, std::wstring& why) const;
-    static void FillChain(const ChainVerdict& verdict, SignInfo& record);
+    X509* FindSigner(CMS_SignerInfo* signer);
+    const ChainVerdict& VerdictOf(X509* certificate);
+    ValueVerdict CheckValue(CMS_SignerInfo* signer, X509* certificate, EVP_PKEY* key);
+    ValueVerdict CheckCountersignature(std::span<const unsigned char> value,
+                                       std::span<const unsigned char> signer, X509*& certificate);
+    std::wstring AlgorithmFault(const CMS_SignerInfo* signer, const EVP_PKEY* key) const;
+    ValueVerdict CheckMeant(const CMS_SignerInfo* signer, X509* certificate,
+                            const std::vector<X509Ptr>& chain) const;
+    void FillVerdicts(const ValueVerdict& value, X509* certificate, SignInfo& record);
+    void FillChain(const ChainVerdict& verdict, X509* certificate, SignInfo& record);
 
     const COpenSslLibrary& m_library;
     CStores& m_stores;
@@ -38,10 +54,15 @@ class CMessageJudge : public ISignatureJudge {
     CmsPtr m_message;
     std::span<const unsigned char> m_octets;  // the content; of m_message or the request
     BioPtr m_content;                         // what is read through m_digests
-    BioPtr m_digests;      // the digests of the content; null: nothing can be verified
-    std::wstring m_fault;  // why
+    BioPtr m_digests;       // the digests of the content; null: nothing can be verified
+    std::wstring m_fault;   // why
+    bool m_isRead = false;  // certificates and signers, whatever is with the content
     Companions m_companions;
     std::map<const X509*, ChainVerdict> m_verdicts;  // each certificate is judged once
+    std::set<const X509*> m_described;               // those whose issuers were described
+    std::size_t m_room = 0;                          // octets of issuers that may be described
+    std::vector<X509Ptr> m_found;                    // signers on signatures, of stores
+    std::size_t m_comparisons = 0;                   // that may still be made to find them
     ChainRules m_rules;
 };
 

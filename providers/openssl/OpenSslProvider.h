@@ -46,6 +46,7 @@ class COpenSslProvider : public IProvider {
   private:
     StoredCertificate ChooseSigner(CProviderCall& call, const std::wstring& id);
     Signer LoadSigner(CProviderCall& call, const SignArguments& what);
+    CSignedMessage AddSignature(CProviderCall& call, const SignArguments& what);
     void CheckSigner(CProviderCall& call, const InitString& params, X509* certificate) const;
 
     COpenSslLibrary m_library;

@@ -140,6 +140,10 @@ void COpenSslProvider::CheckSigner(CProviderCall& call, const InitString& params
 
 void COpenSslProvider::Sign(CProviderCall& call, const SignArguments& what, FileData& message) {
     const CErrorScope scope;
+    if (what.addSigner) {
+        AddSignature(call, what).Write(message);
+        return;
+    }
     const std::span<const unsigned char> content = ContentOf(what);
     const Signer signer = LoadSigner(call, what);
     CSignedMessage made(m_library);
@@ -150,26 +154,34 @@ void COpenSslProvider::Sign(CProviderCall& call, const SignArguments& what, File
 void COpenSslProvider::SignHash(CProviderCall& call, const SignArguments& what, FileData& message) {
     const CErrorScope scope;
     const std::span<const unsigned char> digest = ContentOf(what);
-    const Signer signer = LoadSigner(call, what);
-    CSignedMessage made(m_library);
-    made.SignDigest(signer, digest);
+    if (what.addSigner && what.message.empty()) {
+        throw Exception(kErrNoArgumentData, SetZORNAMessage(kMsgNoPayload));
+    }
+    CSignedMessage made =
+        what.addSigner ? CSignedMessage(m_library, what.message) : CSignedMessage(m_library);
+    made.AddDigest(LoadSigner(call, what), digest);
     made.Write(message);
 }
 
 // The message stands in "sendSignData", its content apart from it in the file data; or it is the
 // file data itself.
-void COpenSslProvider::CoSign(CProviderCall& call, const SignArguments& what,
-                              SerializableContainer& answer) {
-    const CErrorScope scope;
-    if (what.signerIndex) {
-        throw Exception(kErrModeNotSupported);  // a signature over another one
-    }
+CSignedMessage COpenSslProvider::AddSignature(CProviderCall& call, const SignArguments& what) {
     const bool isApart = !what.message.empty();
     CSignedMessage made(m_library, isApart ? what.message : ContentOf(what));
     const Signer signer = LoadSigner(call, what);
-    made.AddSignature(signer, isApart ? what.content : std::nullopt);
+    if (what.signerIndex) {
+        made.Countersign(m_library, signer, *what.signerIndex);
+    } else {
+        made.AddSignature(signer, isApart ? what.content : std::nullopt);
+    }
+    return made;
+}
+
+void COpenSslProvider::CoSign(CProviderCall& call, const SignArguments& what,
+                              SerializableContainer& answer) {
+    const CErrorScope scope;
     auto message = std::make_unique<FileData>();
-    made.Write(*message);
+    AddSignature(call, what).Write(*message);
     answer.SetObject(message.release(), /*clear=*/true);  // the container owns it now
     LogEvent(SetZORNAMessage(kMsgSignatureWritten), /*isError=*/false);
 }

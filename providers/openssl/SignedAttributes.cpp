@@ -4,6 +4,8 @@
 #include "common/ErrorCodes.h"
 #include "providers/openssl/OpenSslLibrary.h"
 
+#include <openssl/rsa.h>
+
 #include <algorithm>
 #include <ctime>
 
@@ -47,18 +49,28 @@ void AddContentAttributes(CMS_SignerInfo* signer, const ASN1_OBJECT* contentType
     Require(
         CMS_signed_add1_attr_by_NID(signer, NID_pkcs9_contentType, V_ASN1_OBJECT, contentType, -1),
         kErrExecution);
+    AddDigestAttribute(signer, digest);
+}
+
+void AddDigestAttribute(CMS_SignerInfo* signer, std::span<const unsigned char> digest) {
     Require(CMS_signed_add1_attr_by_NID(signer, NID_pkcs9_messageDigest, V_ASN1_OCTET_STRING,
                                         digest.data(), static_cast<int>(digest.size())),
             kErrExecution);
 }
 
-void SignAttributes(CMS_SignerInfo* signer, EVP_PKEY* key) {
+void SignAttributes(CMS_SignerInfo* signer, EVP_PKEY* key, const EVP_MD* digest, bool isPss) {
     const TimePtr now(Require(ASN1_TIME_set(nullptr, std::time(nullptr)), kErrExecution));
     Require(CMS_signed_add1_attr_by_NID(signer, NID_pkcs9_signingTime, now->type, now.get(), -1),
             kErrExecution);
     const Encoding attributes = EncodedAttributes(signer);
     const DigestContextPtr context(Require(EVP_MD_CTX_new(), kErrExecution));
-    Require(EVP_DigestSignInit(context.get(), nullptr, nullptr, nullptr, key), kErrExecution);
+    EVP_PKEY_CTX* parameters = nullptr;
+    Require(EVP_DigestSignInit(context.get(), &parameters, digest, nullptr, key), kErrExecution);
+    if (isPss) {
+        Require(EVP_PKEY_CTX_set_rsa_padding(parameters, RSA_PKCS1_PSS_PADDING), kErrExecution);
+        Require(EVP_PKEY_CTX_set_rsa_pss_saltlen(parameters, RSA_PSS_SALTLEN_DIGEST),
+                kErrExecution);
+    }
     std::size_t size = 0;
     Require(EVP_DigestSign(context.get(), nullptr, &size, attributes.data(), attributes.size()),
             kErrExecution);
@@ -69,6 +81,9 @@ void SignAttributes(CMS_SignerInfo* signer, EVP_PKEY* key) {
     Require(ASN1_STRING_set(CMS_SignerInfo_get0_signature(signer), signature.data(),
                             static_cast<int>(size)),
             kErrExecution);
+    if (digest != nullptr) {
+        return;  // the algorithm was said when the signer was added
+    }
     X509_ALGOR* algorithm = nullptr;
     CMS_SignerInfo_get0_algs(signer, nullptr, nullptr, nullptr, &algorithm);
     Require(X509_ALGOR_set0(algorithm, OBJ_nid2obj(EVP_PKEY_get_id(key)), V_ASN1_UNDEF, nullptr),

@@ -1,10 +1,15 @@
 #include "providers/openssl/SignedMessage.h"
 
+#include "asn1/Elements.h"
+#include "asn1/views/MessageViews.h"
+#include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/HeapPtr.h"
 #include "providers/openssl/Algorithms.h"
+#include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedAttributes.h"
+#include "records/fill/SignInfoFill.h"
 
 #include <openssl/core_names.h>
 #include <openssl/params.h>
@@ -17,6 +22,10 @@ namespace {
 // The signature is made by Finish() or CMS_final(); capabilities of a mail reader mean nothing here.
 constexpr unsigned kSignerFlags =
     CMS_PARTIAL | CMS_BINARY | CMS_NOSMIMECAP | CMS_NOCERTS | CMS_CADES;
+
+bool IsPss(const ca::Signer& signer) {
+    return signer.isPss || EVP_PKEY_is_a(signer.key.get(), "RSA-PSS") == 1;
+}
 
 // The algorithm with its parameters, which OpenSSL writes by itself only where it has the content.
 void SetAlgorithm(CMS_SignerInfo* signer) {
@@ -69,7 +78,7 @@ CSignedMessage::CSignedMessage(const COpenSslLibrary& library,
 }
 
 CMS_SignerInfo* CSignedMessage::NewSigner(const Signer& signer) {
-    const bool isPss = signer.isPss || EVP_PKEY_is_a(signer.key.get(), "RSA-PSS") == 1;
+    const bool isPss = IsPss(signer);
     CMS_SignerInfo* const added =
         Require(CMS_add1_signer(m_message.get(), signer.certificate.get(), signer.key.get(),
                                 signer.digest.get(), kSignerFlags | (isPss ? CMS_KEY_PARAM : 0U)),
@@ -79,11 +88,14 @@ CMS_SignerInfo* CSignedMessage::NewSigner(const Signer& signer) {
         Require(EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_PSS_PADDING), kErrExecution);
         Require(EVP_PKEY_CTX_set_rsa_pss_saltlen(context, RSA_PSS_SALTLEN_DIGEST), kErrExecution);
     }
+    return added;
+}
+
+void CSignedMessage::AddCompanions(const Signer& signer) {
     for (const X509Ptr& each : signer.companions) {
         // One that is there already is no fault.
         CMS_add1_cert(m_message.get(), each.get());
     }
-    return added;
 }
 
 void CSignedMessage::SignContent(const Signer& signer, std::span<const unsigned char> content,
@@ -105,12 +117,13 @@ void CSignedMessage::SignContent(const Signer& signer, std::span<const unsigned 
     }
     CMS_set_detached(m_message.get(), isAttached ? 0 : 1);
     NewSigner(signer);
+    AddCompanions(signer);
     const BioPtr data = ReadingBio(content);
     const unsigned flags = CMS_BINARY | (isAttached ? 0U : CMS_DETACHED);
     Require(CMS_final(m_message.get(), data.get(), nullptr, flags), kErrExecution);
 }
 
-void CSignedMessage::SignDigest(const Signer& signer, std::span<const unsigned char> digest) {
+void CSignedMessage::AddDigest(const Signer& signer, std::span<const unsigned char> digest) {
     if (digest.size() != static_cast<std::size_t>(EVP_MD_get_size(signer.digest.get()))) {
         throw Exception(kErrParameters);
     }
@@ -130,8 +143,40 @@ void CSignedMessage::AddSignature(const Signer& signer,
     Finish(NewSigner(signer), signer, DigestOf(signer.digest.get(), *content));
 }
 
+// Made as the signer of a message of its own, from where its encoding is taken.
+void CSignedMessage::Countersign(const COpenSslLibrary& library, const Signer& signer,
+                                 std::uint32_t index) {
+    STACK_OF(CMS_SignerInfo)* const signers = CMS_get0_SignerInfos(m_message.get());
+    if (signers == nullptr || index >= static_cast<std::uint32_t>(sk_CMS_SignerInfo_num(signers))) {
+        throw Exception(kErrParameters, Say(Words::kNoSuchSignature) + DecimalText(index));
+    }
+    CMS_SignerInfo* const signedOne = sk_CMS_SignerInfo_value(signers, static_cast<int>(index));
+    const ASN1_OCTET_STRING* const value = CMS_SignerInfo_get0_signature(signedOne);
+    CSignedMessage own(library);
+    CMS_SignerInfo* const added = own.NewSigner(signer);
+    AddDigestAttribute(added, DigestOf(signer.digest.get(),
+                                       {ASN1_STRING_get0_data(value),
+                                        static_cast<std::size_t>(ASN1_STRING_length(value))}));
+    const bool isWhole = SignsWholeMessage(signer.key.get());
+    const bool isPss = IsPss(signer);
+    if (!isWhole && CMS_SignerInfo_get0_pkey_ctx(added) != nullptr) {
+        SetAlgorithm(added);
+    }
+    SignAttributes(added, signer.key.get(), isWhole ? nullptr : signer.digest.get(), isPss);
+    FileData encoded;
+    own.Write(encoded);
+    const CAsn1SignedDataView written(
+        FirstElement(FindSignedData({encoded.data(), encoded.size()})));
+    const CAsn1Element made = FirstElement(written.SignerInfos().content);
+    Require(CMS_unsigned_add1_attr_by_NID(signedOne, NID_pkcs9_countersignature, V_ASN1_SEQUENCE,
+                                          made.raw.data(), static_cast<int>(made.raw.size())),
+            kErrExecution);
+    AddCompanions(signer);
+}
+
 void CSignedMessage::Finish(CMS_SignerInfo* added, const Signer& signer,
                             std::span<const unsigned char> digest) {
+    AddCompanions(signer);
     AddContentAttributes(added, CMS_get0_eContentType(m_message.get()), digest);
     if (SignsWholeMessage(signer.key.get())) {
         SignAttributes(added, signer.key.get());

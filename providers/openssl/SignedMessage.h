@@ -30,16 +30,21 @@ class CSignedMessage {
     /// Signs content, which the message holds afterwards when `isAttached`; for a message without
     /// signers only. Throws what OpenSSL's failure means.
     void SignContent(const Signer& signer, std::span<const unsigned char> content, bool isAttached);
-    /// Signs content by its digest, which the message does not hold.
-    void SignDigest(const Signer& signer, std::span<const unsigned char> digest);
     /// Adds a signature over the same content as the others'.
     /// \param content  where the message does not hold it. Throws 16307 when it is missing.
     void AddSignature(const Signer& signer, std::optional<std::span<const unsigned char>> content);
+
+    /// Adds a signature over content by its digest. Throws 16268 for one of another length.
+    void AddDigest(const Signer& signer, std::span<const unsigned char> digest);
+    /// Signs the value of one of the signatures (RFC 5652, 11.4). Throws 16268 when there is none of
+    /// that index.
+    void Countersign(const COpenSslLibrary& library, const Signer& signer, std::uint32_t index);
 
     void Write(FileData& encoded) const;
 
   private:
     CMS_SignerInfo* NewSigner(const Signer& signer);
+    void AddCompanions(const Signer& signer);
     void Finish(CMS_SignerInfo* added, const Signer& signer, std::span<const unsigned char> digest);
 
     CmsPtr m_message;

@@ -128,6 +128,17 @@ std::vector<StoreContentPtr> CStores::Named(const CProviderCall& call, const wch
             Content(call, StoreAddress(name, /*machine=*/true))};
 }
 
+std::vector<StoreContentPtr> CStores::OfSigners(const CProviderCall& call) {
+    std::vector<StoreContentPtr> contents;
+    for (const StoreAddress& store : call.Stores()) {
+        contents.push_back(Content(call, store));
+    }
+    for (const wchar_t* name : {kStoreMy, L"AddressBook", L"CA"}) {
+        std::ranges::move(Named(call, name), std::back_inserter(contents));
+    }
+    return contents;
+}
+
 std::optional<StoredCertificate> CStores::Find(const CProviderCall& call, const std::wstring& id) {
     std::wstring lowered = id;
     ca::tolower(lowered);

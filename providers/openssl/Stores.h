@@ -30,6 +30,9 @@ class CStores {
     StoreContentPtr At(const std::string& path);
     /// Of the stores of this name, the user's and the machine's.
     std::vector<StoreContentPtr> Named(const CProviderCall& call, const wchar_t* name);
+    /// Where certificates of others' signatures are looked for: the call's stores, then all with
+    /// certificates that are not trusted by themselves.
+    std::vector<StoreContentPtr> OfSigners(const CProviderCall& call);
     /// A certificate of the call's stores, else of all stores. None for an unknown one.
     std::optional<StoredCertificate> Find(const CProviderCall& call, const std::wstring& id);
     /// The same; throws 16118 for no identifier, 16102 for an unknown one.

@@ -6,6 +6,7 @@
 #include "common/Log.h"
 #include "module/ops/RefusedObjects.h"
 #include "providers/openssl/Algorithms.h"
+#include "providers/openssl/ChainRecord.h"
 #include "providers/openssl/MessageEvidence.h"
 #include "providers/openssl/MessageJudge.h"
 #include "providers/openssl/OpenSslProvider.h"
@@ -20,6 +21,7 @@
 #include <openssl/rsa.h>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -58,18 +60,16 @@ Payload ReadPayload(const ca::COpenSslLibrary& library, std::span<unsigned char>
 }
 
 // The record of a certificate with its issuers nested, in the order of the chain.
-std::unique_ptr<ca::CertInfo2> Describe(const std::vector<ca::X509Ptr>& chain) {
-    std::unique_ptr<ca::CertInfo2> outer;
-    for (auto each = chain.rbegin(); each != chain.rend(); ++each) {
-        std::vector<unsigned char> der = ca::EncodingOf(each->get());
-        auto info = std::make_unique<ca::CertInfo2>();
-        ca::FillCertInfo(der, *info);
-        if (outer != nullptr) {
-            info->issuerCert = std::move(outer);
-        }
-        outer = std::move(info);
+std::unique_ptr<ca::CertInfo2> Describe(const ca::ChainVerdict& verdict) {
+    auto info = std::make_unique<ca::CertInfo2>();
+    if (!verdict.chain.empty()) {
+        ca::FillCertInfo(ca::EncodingOf(verdict.chain.front().get()), *info);
+        std::size_t room = std::numeric_limits<std::size_t>::max();  // the answer's alone
+        ca::FillIssuers(verdict.chain, room, *info);
     }
-    return outer;
+    info->validityNumber = verdict.code;
+    info->validity = verdict.text;
+    return info;
 }
 
 }  // namespace
@@ -123,11 +123,7 @@ void COpenSslProvider::CertValidation(CProviderCall& call, const CheckArguments&
     const X509Ptr certificate = m_library.ReadCertificate(payload.certificates.front());
     const ChainVerdict verdict =
         m_chain.Judge(call, certificate.get(), payload.companions, RulesOf(call, PolicyOf(call)));
-    std::unique_ptr<CertInfo2> info = Describe(verdict.chain);
-    if (info != nullptr) {
-        info->validityNumber = verdict.code;
-        info->validity = verdict.text;
-    }
+    std::unique_ptr<CertInfo2> info = Describe(verdict);
     auto result = std::make_unique<VerificationResult>();
     FillNotVerified(*result);  // there is no signature but the certificates' own
     result->certificateVerifyResult = verdict.code;

@@ -26,6 +26,7 @@
 #include <algorithm>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -103,9 +104,11 @@ class CSignerDescriber {
           m_judge(judge) {}
 
     // \param level  0 for the signers of the message.
+    // \param value  what the signers of another level sign.
     // \return how many were not described.
     std::size_t DescribeAll(std::span<const unsigned char> signers, const CAsn1Block& list,
-                            unsigned level, ca::SignInfos& records) {
+                            unsigned level, std::span<const unsigned char> value,
+                            ca::SignInfos& records) {
         Signers at(signers, list);
         while (at.Next()) {
             if (m_count == ca::kMaxSignatures || !CAnswerBudget::HasRoomFor(at.Raw().size())) {
@@ -119,6 +122,8 @@ class CSignerDescriber {
                 Describe(at, level, *record);
                 if (m_judge != nullptr && level == 0) {
                     m_judge->Judge(records.Count(), *record);
+                } else if (m_judge != nullptr) {
+                    m_judge->JudgeCountersignature(value, at.Raw(), *record);
                 }
             }
             records.Add(std::move(record));
@@ -231,31 +236,43 @@ class CSignerDescriber {
     void FillAttributes(const CAsn1SignerInfo& signer, unsigned level, SignInfo& record) {
         ca::CSignatureAttributes attributes(record, m_memo, m_certificates);
         attributes.AddSigned(signer.SignedAttrs());
-        attributes.AddUnsigned(signer.UnsignedAttrs(),
-                               [&](const CAsn1SetOf<CAsn1Any>& countersigners) {
-                                   return DescribeCountersigners(countersigners, level, record);
-                               });
+        const std::vector<unsigned char> value = ValueOf(signer);
+        attributes.AddUnsigned(
+            signer.UnsignedAttrs(), [&](const CAsn1SetOf<CAsn1Any>& countersigners) {
+                return DescribeCountersigners(countersigners, value, level, record);
+            });
         attributes.Finish();
     }
 
     // \return whether the attribute's octets are to be given, too. They are in what holds them.
-    bool DescribeCountersigners(const CAsn1SetOf<CAsn1Any>& list, unsigned level,
+    bool DescribeCountersigners(const CAsn1SetOf<CAsn1Any>& list, ca::Octets value, unsigned level,
                                 SignInfo& record) {
         if (level == ca::kMaxCountersigned) {
             ca::AddError(record.signCert.error, SetZORNAMessage(kMsgCountersignaturesTooDeep));
         } else {
-            DescribeCoSigners(list, level, record);
+            DescribeCoSigners(list, value, level, record);
         }
         return level == 0 || MayRepeat(list.ContentOctets().size() / 3 * 4);
     }
 
+    // The value of a signature, which those on it sign; only who verifies wants it.
+    std::vector<unsigned char> ValueOf(const CAsn1SignerInfo& signer) const {
+        try {
+            return m_judge != nullptr ? OctetStringOf(signer.Signature())
+                                      : std::vector<unsigned char>();
+        } catch (const ca::Exception&) {
+            return {};  // FillSignId() told of it
+        }
+    }
+
     // Their texts stand twice in memory when that of the signature is made.
-    void DescribeCoSigners(const CAsn1SetOf<CAsn1Any>& list, unsigned level, SignInfo& record) {
+    void DescribeCoSigners(const CAsn1SetOf<CAsn1Any>& list, ca::Octets value, unsigned level,
+                           SignInfo& record) {
         std::size_t hidden = 0;
         {
             const CBudgetLoan twice(2);
-            hidden =
-                DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1, record.coSigners);
+            hidden = DescribeAll(list.ContentOctets(), *list.GetBlock(), level + 1, value,
+                                 record.coSigners);
         }
         CAnswerBudget::Take(CostOf(record.coSigners));
         ca::AddMore(record.signCert.error, hidden);
@@ -362,7 +379,7 @@ MessageOutcome DescribeMessage(std::span<const unsigned char> object,
     std::size_t hidden = 0;
     if (const CAsn1SetOf<CAsn1SignerInfo>* signers = message->SignerInfos()) {
         hidden = describer.DescribeAll(signers->ContentOctets(), *signers->GetBlock(), /*level=*/0,
-                                       described);
+                                       /*value=*/{}, described);
     } else {
         described.Add(describer.NewRecord());
     }

@@ -31,8 +31,7 @@ std::span<const unsigned char> FindSignedData(std::span<const unsigned char> obj
 ///                    texts count from its first octet.
 /// \param signatures  gets the signatures, at most kMaxSignatures with all that is nested. Those
 ///                    behind the first one of all are kept as text.
-/// \param judge       is asked for each signature of the message itself, those on it excepted; null:
-///                    none is.
+/// \param judge       is asked for each signature, those on others too; null: none is.
 /// \return whether the message encloses its content, be it empty; none for no signed data.
 std::optional<bool> FillSignInfos(std::span<const unsigned char> object, SignInfos& signatures,
                                   ISignatureJudge* judge = nullptr);

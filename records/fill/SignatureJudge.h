@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 
 namespace ca {
 
@@ -18,6 +19,11 @@ class ISignatureJudge {
     ///                readable SignerInfo counts too.
     /// \param record  described already, its results saying "not verified".
     virtual void Judge(std::size_t signer, SignInfo& record) = 0;
+    /// The same of a signature on a signature (RFC 5652, 11.4), which may be nested.
+    /// \param value   of the signature that is signed: the octets that this one is over.
+    /// \param signer  its SignerInfo as encoded.
+    virtual void JudgeCountersignature(std::span<const unsigned char> value,
+                                       std::span<const unsigned char> signer, SignInfo& record) = 0;
 };
 
 }  // namespace ca

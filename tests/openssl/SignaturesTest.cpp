@@ -107,7 +107,6 @@ TEST_F(SignaturesTest, AddsSignatures) {
               "16200/16200 16200/16200 ");
     EXPECT_EQ(Ask(28, apart, By("bob")).Code(), 16307U);
     EXPECT_EQ(Ask(28, kContent, By("bob")).Code(), 16308U);
-    EXPECT_EQ(Ask(28, first, By("bob") + R"(,"signerIndex":0)").Code(), 16303U);
 }
 
 TEST_F(SignaturesTest, SignsWithoutAMessage) {
