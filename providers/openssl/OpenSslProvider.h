@@ -44,7 +44,8 @@ class COpenSslProvider : public IProvider {
                         SerializableContainer& answer) override;
 
   private:
-    StoredCertificate ChooseSigner(CProviderCall& call, const std::wstring& id);
+    StoredCertificate ChooseSigner(CProviderCall& call, const std::wstring& id,
+                                   const PasswordSource& password);
     Signer LoadSigner(CProviderCall& call, const SignArguments& what);
     CSignedMessage AddSignature(CProviderCall& call, const SignArguments& what);
     void CheckSigner(CProviderCall& call, const InitString& params, X509* certificate) const;

@@ -33,17 +33,18 @@ using BagsPtr = ca::Owned<STACK_OF(PKCS12_SAFEBAG), [](STACK_OF(PKCS12_SAFEBAG) 
 }>;
 
 // PKCS12_parse() decrypts with the host's algorithms, so the safes are opened one by one.
+// \param secret  null: nobody knows the password. Null is given back for what that hides.
 STACK_OF(PKCS12_SAFEBAG) *
-    OpenSafe(const ca::COpenSslLibrary& library, PKCS7* safe, const std::string& secret) {
+    OpenSafe(const ca::COpenSslLibrary& library, PKCS7* safe, const std::string* secret) {
     if (PKCS7_type_is_data(safe)) {
         return ca::Require(PKCS12_unpack_p7data(safe), ca::kErrBadData);
     }
-    if (!PKCS7_type_is_encrypted(safe)) {
-        return nullptr;  // RFC 7292, 4.1: for a recipient's key, not for a password
+    if (!PKCS7_type_is_encrypted(safe) || secret == nullptr) {
+        return nullptr;  // RFC 7292, 4.1: the others are for a recipient's key, not for a password
     }
     const PKCS7_ENC_CONTENT* const content = safe->d.encrypted->enc_data;
     void* const bags = PKCS12_item_decrypt_d2i_ex(
-        content->algorithm, ASN1_ITEM_rptr(PKCS12_SAFEBAGS), secret.c_str(), Length(secret),
+        content->algorithm, ASN1_ITEM_rptr(PKCS12_SAFEBAGS), secret->c_str(), Length(*secret),
         content->enc_data, /*zbuf=*/1, library.Context(), nullptr);
     if (bags == nullptr) {
         ca::ThrowOpenSsl(ca::kErrParameters);
@@ -53,21 +54,55 @@ STACK_OF(PKCS12_SAFEBAG) *
 
 // The first key is the file's; bags inside of bags and other things than keys and certificates are
 // passed over.
-void TakeBag(const ca::COpenSslLibrary& library, PKCS12_SAFEBAG* bag, const std::string& secret,
+void TakeBag(const ca::COpenSslLibrary& library, PKCS12_SAFEBAG* bag, const std::string* secret,
              ca::Pkcs12Content& content) {
     const int kind = PKCS12_SAFEBAG_get_nid(bag);
+    content.hasKey = content.hasKey || kind == NID_keyBag || kind == NID_pkcs8ShroudedKeyBag;
     if (kind == NID_keyBag && content.key == nullptr) {
         content.key = ToKey(library, PKCS12_SAFEBAG_get0_p8inf(bag));
-    } else if (kind == NID_pkcs8ShroudedKeyBag && content.key == nullptr) {
-        const ca::PlainKeyPtr plain(ca::Require(
-            PKCS12_decrypt_skey_ex(bag, secret.c_str(), Length(secret), library.Context(), nullptr),
-            ca::kErrParameters));
+    } else if (kind == NID_pkcs8ShroudedKeyBag && content.key == nullptr && secret != nullptr) {
+        const ca::PlainKeyPtr plain(
+            ca::Require(PKCS12_decrypt_skey_ex(bag, secret->c_str(), Length(*secret),
+                                               library.Context(), nullptr),
+                        ca::kErrParameters));
         content.key = ToKey(library, plain.get());
     } else if (kind == NID_certBag && PKCS12_SAFEBAG_get_bag_nid(bag) == NID_x509Certificate) {
         const ca::X509Ptr certificate(
             ca::Require(PKCS12_SAFEBAG_get1_cert(bag), ca::kErrCertificate));
         content.certificates.push_back(library.ReadCertificate(ca::EncodingOf(certificate.get())));
     }
+}
+
+ca::Pkcs12Ptr ParsePkcs12(const ca::COpenSslLibrary& library,
+                          std::span<const unsigned char> octets) {
+    PKCS12* fresh =
+        ca::Require(PKCS12_init_ex(NID_pkcs7_data, library.Context(), nullptr), ca::kErrExecution);
+    // Not d2i_PKCS12(), which drops the library context of what it reads.
+    ca::Pkcs12Ptr file(d2i_PKCS12_bio(ca::ReadingBio(octets).get(), &fresh));
+    if (file == nullptr) {
+        ca::ThrowOpenSsl(ca::kErrBadData);
+    }
+    return file;
+}
+
+// One without a password is common enough to be tried first: nobody is asked for it.
+bool IsWithoutPassword(PKCS12* file) {
+    return PKCS12_verify_mac(file, "", 0) == 1;
+}
+
+ca::Pkcs12Content TakeSafes(const ca::COpenSslLibrary& library, PKCS12* file,
+                            const std::string* secret) {
+    const SafesPtr safes(ca::Require(PKCS12_unpack_authsafes(file), ca::kErrBadData));
+    ca::Pkcs12Content content;
+    for (int i = 0; i < sk_PKCS7_num(safes.get()); ++i) {
+        PKCS7* const safe = sk_PKCS7_value(safes.get(), i);
+        const BagsPtr bags(OpenSafe(library, safe, secret));
+        content.isClosed = content.isClosed || (bags == nullptr && PKCS7_type_is_encrypted(safe));
+        for (int k = 0; k < sk_PKCS12_SAFEBAG_num(bags.get()); ++k) {
+            TakeBag(library, sk_PKCS12_SAFEBAG_value(bags.get(), k), secret, content);
+        }
+    }
+    return content;
 }
 
 }  // namespace
@@ -138,29 +173,32 @@ std::wstring PublicKeyDigest(const EVP_PKEY* key) {
     return size > 0 ? Sha1Hex({octets, static_cast<std::size_t>(size)}) : std::wstring();
 }
 
+bool IsPkcs12(const PayloadItem& item) {
+    const ObjectKind* const kind = RecogniseObject(SourceOf(item));
+    return kind != nullptr && kind->name == std::string_view("pkcs12");
+}
+
 Pkcs12Content ReadPkcs12(const COpenSslLibrary& library, std::span<const unsigned char> octets,
                          const PasswordSource& password) {
-    PKCS12* fresh =
-        Require(PKCS12_init_ex(NID_pkcs7_data, library.Context(), nullptr), kErrExecution);
-    // Not d2i_PKCS12(), which drops the library context of what it reads.
-    const Pkcs12Ptr file(d2i_PKCS12_bio(ReadingBio(octets).get(), &fresh));
-    if (file == nullptr) {
-        ThrowOpenSsl(kErrBadData);
-    }
-    // One without a password is common enough to be tried first: nobody is asked for it.
-    static constexpr const char* kNoPassword = "";
-    const bool isOpen = PKCS12_verify_mac(file.get(), kNoPassword, 0) == 1;
+    const Pkcs12Ptr file = ParsePkcs12(library, octets);
     const std::string none;
-    const std::string& secret = isOpen ? none : password();
-    const SafesPtr safes(Require(PKCS12_unpack_authsafes(file.get()), kErrBadData));
-    Pkcs12Content content;
-    for (int i = 0; i < sk_PKCS7_num(safes.get()); ++i) {
-        const BagsPtr bags(OpenSafe(library, sk_PKCS7_value(safes.get(), i), secret));
-        for (int k = 0; k < sk_PKCS12_SAFEBAG_num(bags.get()); ++k) {
-            TakeBag(library, sk_PKCS12_SAFEBAG_value(bags.get(), k), secret, content);
-        }
+    if (IsWithoutPassword(file.get())) {
+        return TakeSafes(library, file.get(), &none);
     }
-    return content;
+    const std::string& secret = password();
+    // Where nothing but the key is encrypted, the code alone tells that the rest is as it was.
+    if (PKCS12_mac_present(file.get()) == 1 &&
+        PKCS12_verify_mac(file.get(), secret.c_str(), Length(secret)) != 1) {
+        throw Exception(kErrParameters, Say(Words::kWrongPassword));
+    }
+    return TakeSafes(library, file.get(), &secret);
+}
+
+Pkcs12Content LookIntoPkcs12(const COpenSslLibrary& library,
+                             std::span<const unsigned char> octets) {
+    const Pkcs12Ptr file = ParsePkcs12(library, octets);
+    const std::string none;
+    return TakeSafes(library, file.get(), IsWithoutPassword(file.get()) ? &none : nullptr);
 }
 
 std::vector<unsigned char> EncodingOf(const X509* certificate) {

@@ -35,10 +35,16 @@ std::wstring PublicKeyDigest(const EVP_PKEY* key);
 struct Pkcs12Content {
     KeyPtr key;  ///< null: none
     std::vector<X509Ptr> certificates;
+    bool hasKey = false;    ///< there is one, be it encrypted
+    bool isClosed = false;  ///< there is more in it, which is encrypted
 };
+bool IsPkcs12(const PayloadItem& item);
 /// Throws 16268 when the password does not open it.
 Pkcs12Content ReadPkcs12(const COpenSslLibrary& library, std::span<const unsigned char> octets,
                          const PasswordSource& password);
+/// What it shows to those who have no password: all of one that has none, of others the
+/// certificates that are not encrypted. Throws 16306 for what is not PKCS #12.
+Pkcs12Content LookIntoPkcs12(const COpenSslLibrary& library, std::span<const unsigned char> octets);
 
 /// The encoding of a certificate.
 std::vector<unsigned char> EncodingOf(const X509* certificate);

@@ -56,9 +56,12 @@ void SignOctets(EVP_PKEY* key, const EVP_MD* digest, bool isPss,
 namespace ca {
 
 // The one certificate with a key in the call's stores, where the request names none.
-StoredCertificate COpenSslProvider::ChooseSigner(CProviderCall& call, const std::wstring& id) {
+StoredCertificate COpenSslProvider::ChooseSigner(CProviderCall& call, const std::wstring& id,
+                                                 const PasswordSource& password) {
+    const PasswordSource known =
+        call.IsSilent() && !CPassword::OfParams(call) ? PasswordSource() : password;
     if (!id.empty()) {
-        std::optional<StoredCertificate> found = m_stores.Find(call, id);
+        std::optional<StoredCertificate> found = m_stores.Find(call, id, known);
         if (found && !found->keyFile.empty()) {
             return std::move(*found);
         }
@@ -71,7 +74,8 @@ StoredCertificate COpenSslProvider::ChooseSigner(CProviderCall& call, const std:
     }
     std::optional<StoredCertificate> chosen;
     for (const StoreAddress& store : stores) {
-        const StoreContentPtr content = m_stores.Content(call, store);
+        const StoreContentPtr content =
+            known ? m_stores.Opened(call, store, known) : m_stores.Content(call, store);
         for (const StoredCertificate& each : content->certificates) {
             if (!each.keyFile.empty() && chosen && chosen->id != each.id) {
                 throw Exception(kErrNoArgumentData, Say(Words::kNoSigner));
@@ -88,15 +92,15 @@ StoredCertificate COpenSslProvider::ChooseSigner(CProviderCall& call, const std:
 }
 
 Signer COpenSslProvider::LoadSigner(CProviderCall& call, const SignArguments& what) {
-    const StoredCertificate stored = ChooseSigner(call, what.certId);
+    CPassword password(call);
+    const PasswordSource source = [&]() -> const std::string& { return password.Get(); };
+    const StoredCertificate stored = ChooseSigner(call, what.certId, source);
     const PkiSettings& pki = call.Pki();
     const InitString params = call.Params();
     Signer signer;
     signer.certificate = m_library.ReadCertificate(stored.der);
     CheckSigner(call, params, signer.certificate.get());
-    CPassword password(call);
-    signer.key = CStoreDirectory::LoadKey(m_library, stored,
-                                          [&]() -> const std::string& { return password.Get(); });
+    signer.key = CStoreDirectory::LoadKey(m_library, stored, source);
     if (!IsKeyAllowed(pki.algorithms, signer.key.get())) {
         throw Exception(kErrParameters, Say(Words::kKeyTooShort));
     }

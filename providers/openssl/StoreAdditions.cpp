@@ -54,11 +54,6 @@ class CWrittenFiles {
     std::vector<std::string> m_paths;
 };
 
-bool IsPkcs12(const ca::PayloadItem& item) {
-    const ca::ObjectKind* const kind = ca::RecogniseObject(ca::SourceOf(item));
-    return kind != nullptr && kind->name == std::string_view("pkcs12");
-}
-
 void MakeDirectory(const std::string& path, bool isMachine) {
     namespace fs = std::filesystem;
     std::error_code error;

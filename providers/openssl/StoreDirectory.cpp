@@ -97,6 +97,12 @@ const StoredCertificate* StoreContent::Find(std::wstring_view id) const {
     return found != byId.end() ? &certificates[found->second] : nullptr;
 }
 
+void StoreContent::Add(StoredCertificate certificate) {
+    if (byId.try_emplace(certificate.id, certificates.size()).second) {
+        certificates.push_back(std::move(certificate));
+    }
+}
+
 CStoreDirectory::CStoreDirectory(const COpenSslLibrary& library, std::string path)
     : m_library(library),
       m_path(std::move(path)),
@@ -169,20 +175,10 @@ std::shared_ptr<const CStoreDirectory::File> CStoreDirectory::ReadFile(const std
     CertificateBundle bundle;
     for (const PayloadItem& item : items.Get()) {
         CollectCertificates(item.octets, bundle);
-        const KeyForm form = KeyFormOf(item);
-        if (form == KeyForm::kEncrypted) {
-            file->keys.emplace_back();
-        } else if (const ObjectKind* kind = RecogniseObject(SourceOf(item));
-                   kind != nullptr && kind->reader == ObjectReader::kCrl) {
-            const std::span<const unsigned char> list = FindCrl(item.octets);
-            file->crls.emplace_back(list.begin(), list.end());
-        } else if (form == KeyForm::kPlain) {
-            try {
-                const KeyPtr key = ReadKey(m_library, item.octets, form, {});
-                file->keys.push_back({PublicKeyDigest(key.get())});
-            } catch (const Exception& fault) {
-                LogLine(PathToWString(path) + L": " + fault.message, /*isError=*/true);
-            }
+        try {
+            TakeItem(item, path, *file);
+        } catch (const Exception& fault) {
+            LogLine(PathToWString(path) + L": " + fault.message, /*isError=*/true);
         }
     }
     for (const auto& der : bundle.certificates) {
@@ -191,23 +187,49 @@ std::shared_ptr<const CStoreDirectory::File> CStoreDirectory::ReadFile(const std
     return file;
 }
 
+// What is no certificate.
+void CStoreDirectory::TakeItem(const PayloadItem& item, const std::string& path, File& file) const {
+    const ObjectKind* const kind = RecogniseObject(SourceOf(item));
+    if (const KeyForm form = KeyFormOf(item); form == KeyForm::kEncrypted) {
+        file.keys.emplace_back();
+    } else if (form == KeyForm::kPlain) {
+        const KeyPtr key = ReadKey(m_library, item.octets, form, {});
+        file.keys.push_back({PublicKeyDigest(key.get())});
+    } else if (kind != nullptr && kind->reader == ObjectReader::kCrl) {
+        const std::span<const unsigned char> list = FindCrl(item.octets);
+        file.crls.emplace_back(list.begin(), list.end());
+    } else if (IsPkcs12(item)) {
+        const CErrorScope scope;
+        const Pkcs12Content content = LookIntoPkcs12(m_library, item.octets);
+        for (const X509Ptr& each : content.certificates) {
+            const std::vector<unsigned char> der = EncodingOf(each.get());
+            file.certificates.push_back({Sha1Hex(der), der, {}});
+        }
+        if (content.hasKey) {
+            file.keys.push_back({PublicKeyDigest(content.key.get())});
+        }
+        file.isClosed = file.isClosed || content.isClosed;
+        if (content.isClosed) {
+            LogLine(PathToWString(path) + L": " + Say(Words::kNeedsPassword), /*isError=*/false);
+        }
+    }
+}
+
 StoreContentPtr CStoreDirectory::Join(const Files& files) const {
     const bool hasKeys =
         std::ranges::any_of(files, [](const auto& each) { return !each.second->keys.empty(); });
     auto content = std::make_shared<StoreContent>();
-    std::set<std::wstring_view> known;
     for (const auto& [name, file] : files) {
         content->crls.insert(content->crls.end(), file->crls.begin(), file->crls.end());
+        if (file->isClosed) {
+            content->closed.push_back(name.empty() ? m_path : m_path + '/' + name);
+        }
         for (const StoredCertificate& certificate : file->certificates) {
-            if (known.insert(certificate.id).second) {
-                content->certificates.push_back(certificate);
-                content->certificates.back().keyFile =
-                    hasKeys ? FindKeyFile(files, name, certificate) : std::string();
+            if (content->Find(certificate.id) == nullptr) {
+                content->Add({certificate.id, certificate.der,
+                              hasKeys ? FindKeyFile(files, name, certificate) : std::string()});
             }
         }
-    }
-    for (std::size_t i = 0; i < content->certificates.size(); ++i) {
-        content->byId.emplace(content->certificates[i].id, i);
     }
     return content;
 }
@@ -252,15 +274,44 @@ KeyPtr CStoreDirectory::LoadKey(const COpenSslLibrary& library,
     const X509Ptr parsed = library.ReadCertificate(certificate.der);
     for (const PayloadItem& item : items.Get()) {
         const KeyForm form = KeyFormOf(item);
-        if (form == KeyForm::kNone) {
-            continue;
+        KeyPtr key;
+        if (form != KeyForm::kNone) {
+            key = ReadKey(library, item.octets, form, password);
+        } else if (IsPkcs12(item)) {
+            key = ReadPkcs12(library, item.octets, password).key;
         }
-        KeyPtr key = ReadKey(library, item.octets, form, password);
-        if (EVP_PKEY_eq(key.get(), X509_get0_pubkey(parsed.get())) == 1) {
+        if (key != nullptr && EVP_PKEY_eq(key.get(), X509_get0_pubkey(parsed.get())) == 1) {
             return key;
         }
     }
     throw Exception(kErrStore, Say(Words::kNoKey) + certificate.id);
+}
+
+std::vector<StoredCertificate> CStoreDirectory::Open(const COpenSslLibrary& library,
+                                                     const std::string& path,
+                                                     const PasswordSource& password) {
+    std::vector<StoredCertificate> certificates;
+    std::string text;
+    if (ReadWholeFile(path, kMaxFile, text) != FileStatus::kDone) {
+        return certificates;
+    }
+    const CSecretItems items(text);
+    for (const PayloadItem& item : items.Get()) {
+        try {
+            const Pkcs12Content content =
+                IsPkcs12(item) ? ReadPkcs12(library, item.octets, password) : Pkcs12Content();
+            for (const X509Ptr& each : content.certificates) {
+                const bool isIts =
+                    content.key != nullptr &&
+                    EVP_PKEY_eq(content.key.get(), X509_get0_pubkey(each.get())) == 1;
+                const std::vector<unsigned char> der = EncodingOf(each.get());
+                certificates.push_back({Sha1Hex(der), der, isIts ? path : std::string()});
+            }
+        } catch (const Exception& fault) {
+            LogLine(PathToWString(path) + L": " + fault.message, /*isError=*/true);
+        }
+    }
+    return certificates;
 }
 
 }  // namespace ca

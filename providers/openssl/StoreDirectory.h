@@ -25,16 +25,20 @@ struct StoreContent {
     std::vector<StoredCertificate> certificates;
     std::map<std::wstring_view, std::size_t> byId;  ///< indices of `certificates`
     std::vector<std::vector<unsigned char>> crls;   ///< revocation lists, encodings
+    /// PKCS #12 files that have more in them, for those who know the password.
+    std::vector<std::string> closed;
 
+    void Add(StoredCertificate certificate);  ///< unless it is there
     /// Null for a certificate that is not there.
     const StoredCertificate* Find(std::wstring_view id) const;
 };
 using StoreContentPtr = std::shared_ptr<const StoreContent>;
 
-/// A store: one directory, or one file, of certificates (DER, PEM, PKCS #7) and private keys (PKCS #8, encrypted
-/// or not, or in an older form), and revocation lists. Names of files mean nothing, but that an encrypted key belongs to
-/// the certificates of its own file or of a file with the same name before the last dot; a key that
-/// can be read is compared. Directories inside and names that begin with a dot are passed over.
+/// A store: one directory, or one file, of certificates (DER, PEM, PKCS #7), private keys (PKCS #8,
+/// encrypted or not, or in an older form), both together (PKCS #12), and revocation lists. Names of
+/// files mean nothing, but that an encrypted key belongs to the certificates of its own file or of a
+/// file with the same name before the last dot; a key that can be read is compared. Directories
+/// inside and names that begin with a dot are passed over.
 ///
 /// It is read again when the directory changed (its identity or times), and of its files only those
 /// that did. Safe from any thread.
@@ -52,6 +56,10 @@ class CStoreDirectory {
     /// read the file or it does not have the key, and what ReadKey() throws.
     static KeyPtr LoadKey(const COpenSslLibrary& library, const StoredCertificate& certificate,
                           const PasswordSource& password);
+    /// What a closed file holds; nothing, with a line in the log, when the password is not its.
+    static std::vector<StoredCertificate> Open(const COpenSslLibrary& library,
+                                               const std::string& path,
+                                               const PasswordSource& password);
 
   private:
     struct Stamp {
@@ -70,11 +78,13 @@ class CStoreDirectory {
         std::vector<StoredCertificate> certificates;
         std::vector<FoundKey> keys;
         std::vector<std::vector<unsigned char>> crls;
+        bool isClosed = false;  // see StoreContent::closed
     };
     using Files = std::map<std::string, std::shared_ptr<const File>>;  // by name
 
     static Stamp StampOf(const std::string& path, bool& isFile);
     std::shared_ptr<const File> ReadFile(const std::string& path, const Stamp& stamp) const;
+    void TakeItem(const PayloadItem& item, const std::string& path, File& file) const;
     Files ReadFiles(const Files& former) const;
     StoreContentPtr Join(const Files& files) const;
     std::string FindKeyFile(const Files& files, const std::string& name,

@@ -4,6 +4,7 @@
 #include "common/Exception.h"
 #include "module/ProviderCall.h"
 #include "providers/openssl/OpenSslProvider.h"
+#include "providers/openssl/Password.h"
 #include "records/fill/CertInfoFill.h"
 
 #include <set>
@@ -25,9 +26,13 @@ void COpenSslProvider::EnumCerts(CProviderCall& call, StringArray& ids) {
     if (stores.empty()) {
         stores.emplace_back(kStoreMy, /*machine=*/false);
     }
+    CPassword password(call);
+    const PasswordSource source = [&]() -> const std::string& { return password.Get(); };
+    const bool isOpening = CPassword::OfParams(call).has_value();  // nobody is asked to list
     std::set<std::wstring> known;
     for (const StoreAddress& store : stores) {
-        const StoreContentPtr content = m_stores.Content(call, store);
+        const StoreContentPtr content =
+            isOpening ? m_stores.Opened(call, store, source) : m_stores.Content(call, store);
         for (const StoredCertificate& each : content->certificates) {
             if (known.insert(each.id).second) {
                 ids.items.push_back(each.id);

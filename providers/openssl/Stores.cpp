@@ -4,7 +4,9 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
+#include "common/Log.h"
 #include "common/sha1.h"
+#include "providers/openssl/Password.h"
 #include "providers/openssl/ProviderWords.h"
 #include "records/fill/CertInfoFill.h"
 
@@ -21,6 +23,7 @@ namespace {
 
 constexpr const wchar_t* kOwnStores[] = {ca::kStoreMy, L"Root", L"CA", L"AddressBook"};
 constexpr std::size_t kLongestName = 64;
+constexpr std::size_t kMaxOpened = 16;  // closed files of a store: each is slow to open by design
 
 // Where the user's data are (XDG Base Directory Specification); not what a caller says in a set-uid
 // or set-gid program.
@@ -111,10 +114,7 @@ StoreContentPtr CStores::Content(const CProviderCall& call, const StoreAddress& 
     auto content = std::make_shared<StoreContent>();
     const CertificatesSnapshot held = call.TempCertificates();
     for (const std::vector<unsigned char>& der : *held) {
-        content->certificates.push_back({Sha1Hex(der), der, {}});
-    }
-    for (std::size_t i = 0; i < content->certificates.size(); ++i) {
-        content->byId.emplace(content->certificates[i].id, i);
+        content->Add({Sha1Hex(der), der, {}});
     }
     return content;
 }
@@ -139,7 +139,30 @@ std::vector<StoreContentPtr> CStores::OfSigners(const CProviderCall& call) {
     return contents;
 }
 
-std::optional<StoredCertificate> CStores::Find(const CProviderCall& call, const std::wstring& id) {
+StoreContentPtr CStores::Opened(const CProviderCall& call, const StoreAddress& store,
+                                const PasswordSource& password) {
+    StoreContentPtr known = Content(call, store);
+    if (known->closed.empty()) {
+        return known;
+    }
+    auto content = std::make_shared<StoreContent>();
+    std::ranges::for_each(known->certificates, [&](const auto& each) { content->Add(each); });
+    content->crls = known->crls;
+    for (std::size_t i = 0; i < known->closed.size(); ++i) {
+        if (i == kMaxOpened) {
+            LogLine(Say(Words::kTooManyClosed), /*isError=*/true);
+            break;
+        }
+        for (StoredCertificate& each :
+             CStoreDirectory::Open(m_library, known->closed[i], password)) {
+            content->Add(std::move(each));
+        }
+    }
+    return content;
+}
+
+std::optional<StoredCertificate> CStores::Find(const CProviderCall& call, const std::wstring& id,
+                                               const PasswordSource& password) {
     std::wstring lowered = id;
     ca::tolower(lowered);
     for (const StoreAddress& store : call.Stores()) {
@@ -156,6 +179,27 @@ std::optional<StoredCertificate> CStores::Find(const CProviderCall& call, const 
     }
     for (const StoreContentPtr& content : all) {
         if (const StoredCertificate* found = content->Find(lowered)) {
+            return *found;
+        }
+    }
+    return FindClosed(call, lowered, password);
+}
+
+// The user's keys are in the stores of the call, or in MY.
+std::optional<StoredCertificate> CStores::FindClosed(const CProviderCall& call,
+                                                     const std::wstring& id,
+                                                     const PasswordSource& password) {
+    CPassword own(call);
+    const PasswordSource given = [&]() -> const std::string& { return own.Get(); };
+    if (!password && !CPassword::OfParams(call)) {
+        return std::nullopt;
+    }
+    StoreAddresses stores = call.Stores();
+    stores.emplace_back(kStoreMy, /*machine=*/false);
+    stores.emplace_back(kStoreMy, /*machine=*/true);
+    for (const StoreAddress& store : stores) {
+        const StoreContentPtr content = Opened(call, store, password ? password : given);
+        if (const StoredCertificate* found = content->Find(id)) {
             return *found;
         }
     }

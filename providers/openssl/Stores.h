@@ -26,6 +26,9 @@ class CStores {
 
     /// What a store holds. Throws 16252 for a store that is on no directory of this machine.
     StoreContentPtr Content(const CProviderCall& call, const StoreAddress& store);
+    /// The same with what is in its closed PKCS #12 files, of which 16 are opened.
+    StoreContentPtr Opened(const CProviderCall& call, const StoreAddress& store,
+                           const PasswordSource& password);
     /// What a directory or file holds that is not a store of a client's.
     StoreContentPtr At(const std::string& path);
     /// Of the stores of this name, the user's and the machine's.
@@ -33,8 +36,11 @@ class CStores {
     /// Where certificates of others' signatures are looked for: the call's stores, then all with
     /// certificates that are not trusted by themselves.
     std::vector<StoreContentPtr> OfSigners(const CProviderCall& call);
-    /// A certificate of the call's stores, else of all stores. None for an unknown one.
-    std::optional<StoredCertificate> Find(const CProviderCall& call, const std::wstring& id);
+    /// A certificate of the call's stores, else of all stores; where none has it, and there is a
+    /// password, in their closed files. None for an unknown one.
+    /// \param password  null: that of the call's parameters, if any.
+    std::optional<StoredCertificate> Find(const CProviderCall& call, const std::wstring& id,
+                                          const PasswordSource& password = {});
     /// The same; throws 16118 for no identifier, 16102 for an unknown one.
     StoredCertificate Require(const CProviderCall& call, const std::wstring& id);
 
@@ -48,6 +54,8 @@ class CStores {
   private:
     struct Addition;
 
+    std::optional<StoredCertificate> FindClosed(const CProviderCall& call, const std::wstring& id,
+                                                const PasswordSource& password);
     /// Path of a store's directory.
     static std::string PathOf(const CProviderCall& call, const StoreAddress& store);
     std::shared_ptr<CStoreDirectory> Directory(const std::string& path);

@@ -99,3 +99,40 @@ TEST_F(OpenSslTest, NoticesWhatChangesInAStore) {
     std::filesystem::remove(Store("Own/a.pem"));
     EXPECT_EQ(Ids(Address("Own")), Id("alice.crt") + ' ');
 }
+
+TEST_F(OpenSslTest, UsesKeyStoresThatLieInADirectory) {
+    Put("user/MY/alice.p12", Pki("alice.p12"));
+    std::filesystem::permissions(Store("MY/alice.p12"), std::filesystem::perms(0600));
+    const std::string all = Id("alice.crt") + ' ' + Id("ca.crt") + ' ';
+    const std::string other = R"(,"extInitParams":"KEY_PASSWORD=other")";
+    const auto sign = [this](const std::string& members) {
+        return Call(R"({"mode":14,"fileData":"MTIz")" + members + "}").Code();
+    };
+    LogRecorder::Take();
+    EXPECT_EQ(Ids(""), "") << "all of it is encrypted";
+    EXPECT_EQ(Ids(kPassword), all);
+    EXPECT_EQ(Ids(other), "");
+    const std::string byAlice = R"(,"senderCertId":")" + Id("alice.crt") + '"';
+    EXPECT_EQ(sign(byAlice), 16104U);
+    EXPECT_EQ(sign(byAlice + other), 16104U);
+    EXPECT_EQ(sign(byAlice + kPassword), 0U);
+    EXPECT_EQ(sign(kPassword), 0U) << "the only key that there is";
+    EXPECT_EQ(Ids(""), "") << "nothing of it is kept";
+    std::size_t told = 0;
+    for (const LogLine& line : LogRecorder::Take()) {
+        told += line.text.find(L"alice.p12") != std::wstring::npos ? 1 : 0;
+        EXPECT_THAT(line.text, testing::Not(testing::HasSubstr(L"secret")));
+    }
+    EXPECT_GE(told, 2U) << "that it is closed, and that a password does not open it";
+
+    // Whose certificates are not encrypted.
+    ASSERT_EQ(0, Run("openssl pkcs12 -export -certpbe NONE -passout pass:secret -inkey " +
+                     PkiPath("alice.key") + " -in " + PkiPath("alice.crt") + " -out " +
+                     Store("MY/alice.p12")));
+    EXPECT_EQ(Ids(""), Id("alice.crt") + ' ');
+    EXPECT_EQ(sign(byAlice), 16402U);
+    EXPECT_EQ(sign(byAlice + other), 16268U);
+    EXPECT_EQ(sign(byAlice + kPassword), 0U);
+    std::filesystem::permissions(Store("MY/alice.p12"), std::filesystem::perms(0644));
+    EXPECT_EQ(sign(byAlice + kPassword), 16102U) << "others may read it";
+}
