@@ -132,17 +132,13 @@ inline bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
         return true;
     }
     block.tag = *block.start;
-    CBerHeader header;
-    if (!header.Read({block.start, block.m_available})) {
-        Truncated();
+    // Most blocks are short: they go past the general way.
+    if (block.start[1] < CBerHeader::kIndefinite) {
+        block.content += CBerHeader::kShortest;
+        block.contentLength = block.start[1];
+    } else if (!ReadLongLength(block)) {
         EndAtBuffer(block);
         return true;
-    }
-    block.content += header.Size();
-    if (block.start[1] < CBerHeader::kIndefinite) {
-        block.contentLength = block.start[1];
-    } else {
-        TakeLongLength(block, header);
     }
     if (!block.IsConstructed()) {
         ReadPrimitive(block);
@@ -239,12 +235,19 @@ void CAsn1BlockReader::ReadBelow(CAsn1Block& root) {
     }
 }
 
-// Sets content length and form where the length is not one octet.
-void CAsn1BlockReader::TakeLongLength(CAsn1Block& block, const CBerHeader& header) {
+// Sets content, content length and form where the length is not one octet. False when the header
+// ends after the buffer.
+bool CAsn1BlockReader::ReadLongLength(CAsn1Block& block) {
+    CBerHeader header;
+    if (!header.Read({block.start, block.m_available})) {
+        Truncated();
+        return false;
+    }
+    block.content += header.Size();
     if (header.IsIndefinite()) {
         block.isUnknownLength = true;
         m_lengthsFinal = false;
-        return;
+        return true;
     }
     // Deliberate: more than four octets wrap into 32 bits instead of failing.
     const auto octets = header.LengthOctets();
@@ -254,6 +257,7 @@ void CAsn1BlockReader::TakeLongLength(CAsn1Block& block, const CBerHeader& heade
     }
     block.contentLength = length;
     m_lengthsFinal = m_lengthsFinal && octets.size() == GetBytesCount(length);
+    return true;
 }
 
 void CAsn1BlockReader::ReadIndefinitePrimitive(CAsn1Block& block) {

@@ -57,7 +57,7 @@ class CAsn1BlockReader {
     CAsn1Block* NewChild();
     void ReadBelow(CAsn1Block& root);
     bool ReadHeader(CAsn1Block& block);
-    void TakeLongLength(CAsn1Block& block, const CBerHeader& header);
+    bool ReadLongLength(CAsn1Block& block);
     void ReadPrimitive(CAsn1Block& block);
     void ReadIndefinitePrimitive(CAsn1Block& block);
     void EndAtBuffer(CAsn1Block& block);

@@ -13,19 +13,37 @@ namespace {
 
 constexpr unsigned char kTagNumber = 0x1F;  // bits of the tag number; all set: more octets follow
 
-// Reads a header and judges it; the content is looked at only for its length. Lengths in more
-// octets than they need are taken: BER allows them.
-Asn1Fault ReadHeader(std::span<const unsigned char> octets, CBerHeader& header) {
+// An element's header that was judged, and the length that it announces: 0 in the indefinite form.
+struct Header : CBerHeader {
+    std::size_t contentLength = 0;
+};
+
+// Judges a header; the content is looked at only for its length. Lengths in more octets than they
+// need are taken: BER allows them.
+inline Asn1Fault ReadHeader(std::span<const unsigned char> octets, Header& header) {
     const bool isWhole = header.Read(octets);
     if (octets.size() < CBerHeader::kShortest) {
         return Asn1Fault::kTruncated;
     }
-    if (header.Tag() == 0 || (header.Tag() & kTagNumber) == kTagNumber || header.IsReserved() ||
-        (header.IsIndefinite() && !header.IsConstructed())) {
+    if (header.Tag() == 0 || (header.Tag() & kTagNumber) == kTagNumber) {
         return Asn1Fault::kMalformed;
     }
-    return isWhole && header.Length() <= octets.size() - header.Size() ? Asn1Fault::kNone
-                                                                       : Asn1Fault::kTruncated;
+    // Most elements are short: they go past the general way.
+    if (header.IsShort()) {
+        header.contentLength = octets[1];
+        return header.contentLength <= octets.size() - CBerHeader::kShortest
+                   ? Asn1Fault::kNone
+                   : Asn1Fault::kTruncated;
+    }
+    if (header.IsReserved() || (header.IsIndefinite() && !header.IsConstructed())) {
+        return Asn1Fault::kMalformed;
+    }
+    if (!isWhole) {
+        return Asn1Fault::kTruncated;
+    }
+    const std::uint64_t length = header.Length();
+    header.contentLength = static_cast<std::size_t>(length);
+    return length <= octets.size() - header.Size() ? Asn1Fault::kNone : Asn1Fault::kTruncated;
 }
 
 // Finds the end-of-contents pair that closes the content at the front of `octets`. Elements of
@@ -45,11 +63,11 @@ Asn1Fault FindEndOfContents(std::span<const unsigned char> octets, std::size_t& 
             position += 2;
             continue;
         }
-        CBerHeader header;
+        Header header;
         if (const Asn1Fault fault = ReadHeader(rest, header); fault != Asn1Fault::kNone) {
             return fault;
         }
-        position += header.Size() + static_cast<std::size_t>(header.Length());
+        position += header.Size() + header.contentLength;
         open += header.IsIndefinite() ? 1 : 0;
     }
 }
@@ -66,12 +84,12 @@ ca::Exception MakeFault(std::uint32_t code, std::string_view name, const std::ws
 }  // namespace
 
 Asn1Fault CAsn1Cursor::Next(CAsn1Element& element) noexcept {
-    CBerHeader header;
+    Header header;
     if (const Asn1Fault fault = ReadHeader(m_rest, header); fault != Asn1Fault::kNone) {
         return fault;
     }
     const auto body = m_rest.subspan(header.Size());
-    auto contentLength = static_cast<std::size_t>(header.Length());
+    std::size_t contentLength = header.contentLength;
     if (header.IsIndefinite()) {
         const Asn1Fault fault = FindEndOfContents(body, contentLength);
         if (fault != Asn1Fault::kNone) {

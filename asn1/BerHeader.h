@@ -25,6 +25,8 @@ class CBerHeader {
 
     unsigned char Tag() const { return m_start[0]; }
     bool IsConstructed() const { return (m_start[0] & kConstructed) != 0; }
+    /// The one length octet is the length.
+    bool IsShort() const { return m_start[1] < kIndefinite; }
     bool IsIndefinite() const { return m_start[1] == kIndefinite; }
     /// The first length octet is 0xFF, which no encoding has (X.690, 8.1.3.5 c).
     bool IsReserved() const { return m_start[1] == 0xFF; }

@@ -14,13 +14,14 @@ class COidIndex {
     /// \param keyOf  gives the key of row i: octets or characters.
     template <class KeyOf>
     constexpr COidIndex(std::size_t rows, KeyOf keyOf) {
+        std::ranges::fill(m_slots, kFree);
         for (std::size_t i = 0; i < rows; ++i) {
             std::size_t slot = Hash(keyOf(i)) % kSlots;
             std::size_t probes = 1;
-            for (; m_slots[slot] != 0; ++probes) {
+            for (; m_slots[slot] != kFree; ++probes) {
                 slot = (slot + 1) % kSlots;
             }
-            m_slots[slot] = static_cast<std::uint16_t>(i + 1);
+            m_slots[slot] = static_cast<std::uint16_t>(i);
             m_longestProbe = std::max(m_longestProbe, probes);
         }
     }
@@ -28,9 +29,9 @@ class COidIndex {
     /// The row with this key; kNone when there is none.
     template <class Key, class KeyOf>
     constexpr std::size_t Find(const Key& key, KeyOf keyOf) const {
-        for (std::size_t slot = Hash(key) % kSlots; m_slots[slot] != 0;
+        for (std::size_t slot = Hash(key) % kSlots; m_slots[slot] != kFree;
              slot = (slot + 1) % kSlots) {
-            const std::size_t row = m_slots[slot] - 1U;
+            const std::size_t row = m_slots[slot];
             if (std::ranges::equal(keyOf(row), key)) {
                 return row;
             }
@@ -43,6 +44,7 @@ class COidIndex {
 
   private:
     static constexpr std::size_t kSlots = 4096;
+    static constexpr std::uint16_t kFree = 0xFFFF;
 
     // FNV-1a.
     template <class Units>
@@ -54,7 +56,7 @@ class COidIndex {
         return hash ^ (hash >> 15U);
     }
 
-    std::uint16_t m_slots[kSlots] = {};  // row + 1; 0 is free
+    std::uint16_t m_slots[kSlots] = {};  // rows
     std::size_t m_longestProbe = 0;
 };
 
