@@ -31,6 +31,7 @@ CAsn1Block* FindBlockByPath(std::span<CAsn1Block* const> level, const std::wstri
     std::vector<std::wstring> items;
     ca::Split(path, L"/", items);
     std::vector<int> indices;
+    indices.reserve(items.size());
     for (const std::wstring& item : items) {
         indices.push_back(std::stoi(item));
     }

@@ -297,7 +297,7 @@ void CAsn1BlockReader::EndAtBuffer(CAsn1Block& block) {
 bool CAsn1BlockReader::IsOverrunEnd(const CAsn1Block& block) {
     if (MayLog(Damage::kOverrun)) {
         const auto offset = ca::DecimalText(static_cast<std::int32_t>(block.offset));
-        LogEvent((L"Поврежденные asn.1 данные в смещении " + offset).c_str(), /*flag=*/false);
+        LogEvent((L"Поврежденные asn.1 данные в смещении " + offset).c_str(), /*isError=*/false);
     }
     if (m_continueOnLengthMismatch && MayLog(Damage::kOverrunError)) {
         ca::LogError(Place().c_str(), CA_HERE, ca::kErrAsn1Corrupted, /*throwIt=*/false);

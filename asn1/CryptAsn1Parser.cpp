@@ -46,7 +46,7 @@ void CCryptAsn1Parser::Parse(unsigned char* data, unsigned int size, bool stopAt
             reader.Read(*root.release());  // the roots own it now
         } while (reader.GetPosition() < size && !singleRoot);
         if (reader.GetPosition() < size) {
-            LogEvent(SetZORNAMessage(kMsgAsn1TrailingData), /*flag=*/false);
+            LogEvent(SetZORNAMessage(kMsgAsn1TrailingData), /*isError=*/false);
         }
         // Nothing to recompute when every length was found in its shortest form and kept.
         m_totalLength = reader.AreLengthsFinal() ? reader.GetPosition() : GetTotalLength();

@@ -81,11 +81,10 @@ class OpenWalk {
     void TakeCut(Octets rest) {
         const OpenElement cut = ReadOpen(m_octets, m_end);
         const std::size_t content = cut.ContentAt();
-        if (content >= m_octets.size()) {
-            m_isDone = true;
-        } else if ((rest[0] & kAsn1ConstructedBit) != 0) {
+        if (content < m_octets.size() && (rest[0] & kAsn1ConstructedBit) != 0) {
             Enter();
-        } else if (rest[0] == kAsn1OctetString && m_octets[content] == kAsn1Sequence) {
+        } else if (content < m_octets.size() && rest[0] == kAsn1OctetString &&
+                   m_octets[content] == kAsn1Sequence) {
             m_open.push_back(cut);
             m_end = m_octets.size();
         } else {

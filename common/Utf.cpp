@@ -241,7 +241,7 @@ std::wstring ReadUtf16(std::span<const unsigned char> octets) {
             text += static_cast<wchar_t>(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
             i += 2;
         } else {
-            text += kReplacement;
+            text += wchar_t{kReplacement};
         }
     }
     return text;
