@@ -46,10 +46,6 @@ CAsn1Block* FindBlockByPath(std::span<CAsn1Block* const> level, const std::wstri
     return found;
 }
 
-unsigned int GetBytesCount(unsigned int length) {
-    return length < 128 ? 0 : (static_cast<unsigned>(std::bit_width(length)) + 7) / 8;
-}
-
 unsigned int CAsn1Block::GetTotalLength(bool recompute) {
     if (recompute && m_childCount != 0) {
         struct Level {
@@ -99,14 +95,6 @@ void CAsn1Block::SetRawEncoding(std::span<const unsigned char> encoding) {
     start = encoding.data();
     totalLength = static_cast<std::uint32_t>(encoding.size());
     m_available = totalLength;
-}
-
-std::span<const unsigned char> CAsn1Block::GetRawContent() const {
-    if (start == nullptr) {
-        return {content, contentLength};
-    }
-    const auto header = static_cast<std::uint32_t>(content - start);
-    return {content, std::min(contentLength, m_available - header)};
 }
 
 void CAsn1Block::AppendInnerBlock(CAsn1Block* block) {

@@ -3,6 +3,8 @@
 #include "common/HeapPtr.h"
 #include "common/Json.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -89,7 +91,11 @@ class CAsn1Block {
     void SetRawEncoding(std::span<const unsigned char> encoding);
     /// The content octets as they stand in the buffer, fewer where it ends. Of a block whose
     /// content was replaced: the new content.
-    std::span<const unsigned char> GetRawContent() const;
+    std::span<const unsigned char> GetRawContent() const {
+        const auto header = start != nullptr ? static_cast<std::uint32_t>(content - start) : 0;
+        return {content,
+                start != nullptr ? std::min(contentLength, m_available - header) : contentLength};
+    }
     /// Octets from `start` to the end of the parsed buffer; 0 for a block not parsed.
     std::uint32_t GetAvailable() const { return m_available; }
 
@@ -157,7 +163,9 @@ class CAsn1Block {
 };
 
 /// Octets that a length of 128 or more takes behind the first length octet; 0 for a shorter one.
-unsigned int GetBytesCount(unsigned int length);
+inline unsigned int GetBytesCount(unsigned int length) {
+    return length < 128 ? 0 : (static_cast<unsigned>(std::bit_width(length)) + 7) / 8;
+}
 
 /// `length` where it fits 32 bits. Throws ca::Exception 0x80093103 (logged) for a longer one.
 std::uint32_t CheckedAsn1Length(std::uint64_t length);

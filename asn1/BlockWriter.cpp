@@ -1,5 +1,6 @@
 #include "asn1/BlockWriter.h"
 
+#include "asn1/BerHeader.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 
@@ -39,21 +40,22 @@ void CBlockWriter::Write(const CAsn1Block& root) {
 }
 
 void CBlockWriter::WriteHeader(const CAsn1Block& block) {
-    constexpr std::size_t kLongest = 6;
-    unsigned char header[kLongest] = {block.tag};
     const std::uint32_t length = block.contentLength;
     const unsigned count = block.isUnknownLength ? 0 : GetBytesCount(length);
+    if (Room() < CBerHeader::kShortest + count) {
+        throw ca::Exception(ca::kErrAsn1Corrupted);
+    }
+    *m_next++ = block.tag;
     if (block.isUnknownLength) {
-        header[1] = 0x80;
+        *m_next++ = CBerHeader::kIndefinite;
     } else if (count == 0) {
-        header[1] = static_cast<unsigned char>(length);
+        *m_next++ = static_cast<unsigned char>(length);
     } else {
-        header[1] = static_cast<unsigned char>(0x80U | count);
-        for (unsigned i = 0; i < count; ++i) {
-            header[2 + i] = static_cast<unsigned char>(length >> (8 * (count - 1 - i)));
+        *m_next++ = static_cast<unsigned char>(CBerHeader::kIndefinite | count);
+        for (unsigned i = count; i-- != 0;) {
+            *m_next++ = static_cast<unsigned char>(length >> (8 * i));
         }
     }
-    WriteOctets(header, 2 + count);
 }
 
 void CBlockWriter::WriteContent(const CAsn1Block& block) {
@@ -72,7 +74,7 @@ void CBlockWriter::WriteEnd(const CAsn1Block& block) {
 }
 
 void CBlockWriter::WriteOctets(const unsigned char* octets, std::size_t count) {
-    if (static_cast<std::size_t>(m_end - m_next) < count) {
+    if (Room() < count) {
         throw ca::Exception(ca::kErrAsn1Corrupted);
     }
     if (count != 0) {

@@ -16,6 +16,7 @@ class CBlockWriter {
     unsigned char* Next() const { return m_next; }
 
   private:
+    std::size_t Room() const { return static_cast<std::size_t>(m_end - m_next); }
     void WriteHeader(const CAsn1Block& block);
     void WriteContent(const CAsn1Block& block);
     void WriteEnd(const CAsn1Block& block);
