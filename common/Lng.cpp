@@ -1,5 +1,7 @@
 #include "common/Lng.h"
 
+#include "common/ProcessLanguage.h"
+
 #include <array>
 #include <atomic>
 #include <cwctype>
@@ -71,6 +73,13 @@ ca::CLanguageScope::CLanguageScope(std::uint32_t language) noexcept : m_outer(th
 
 ca::CLanguageScope::~CLanguageScope() {
     threadLanguage = m_outer;
+}
+
+ca::CKeptLanguage::CKeptLanguage() noexcept
+    : m_language(currentLanguage.load(std::memory_order_relaxed)) {}
+
+ca::CKeptLanguage::~CKeptLanguage() {
+    currentLanguage.store(m_language, std::memory_order_relaxed);
 }
 
 const wchar_t* SetZORNAMessage(ZornaMessage id) noexcept {

@@ -285,6 +285,10 @@ bool CCryptoModule::Init(LogCallback log) {
     return true;
 }
 
+bool CCryptoModule::Verifies() const noexcept {
+    return m_provider->Verifies();
+}
+
 void CCryptoModule::CleanUp() {
     m_clients.CleanUp();
 }

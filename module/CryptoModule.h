@@ -96,6 +96,8 @@ class CCryptoModule : public ca::CryptoModule {
     const std::wstring& BaseInitParams() const noexcept { return m_baseInitParams; }
     /// No window may be shown.
     bool IsSilent() const noexcept { return m_silent; }
+    /// See ca::IProvider.
+    bool Verifies() const noexcept;
 
   private:
     using Handler = void (CCryptoModule::*)(ca::CryptPacket& packet);

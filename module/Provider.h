@@ -90,6 +90,8 @@ class IProvider {
     virtual void SignHashRaw(CProviderCall& call, const SignArguments& what, FileData& signature);
     virtual void CreateHash(CProviderCall& call, const SignArguments& what, FileData& hash);
 
+    /// Whether verdicts of this provider are real ones; then viewers show them.
+    virtual bool Verifies() const noexcept { return false; }
     /// What says of each signature of the message how it stands with it, for as long as the views
     /// of `what` are good; null: none is verified. Where the message is no signed one, nobody asks.
     virtual std::unique_ptr<ISignatureJudge> Verify(CProviderCall& call,

@@ -7,6 +7,7 @@
 #include "asn1/views/AttributeViews.h"
 #include "asn1/views/MessageViews.h"
 #include "common/Encode.h"
+#include "common/ErrorCodes.h"
 #include "module/viewer/FileReader.h"
 #include "module/viewer/ItemDescribers.h"
 #include "records/fill/CertInfoFill.h"
@@ -92,7 +93,33 @@ SignInfo RecordOf(const CFileDocument& document, ItemIndex item) {
     if (message != kNoItem) {
         FillSignInfo(document[message].octets, document[item].octets, record);
     }
+    if (const SignInfo* verified = document.VerifiedOf(item)) {
+        record.verifyResult = verified->verifyResult;
+        record.verifyResultEx = verified->verifyResultEx;
+        record.signCert.validity = verified->signCert.validity;
+        record.signCert.validityNumber = verified->signCert.validityNumber;
+    }
     return record;
+}
+
+// What was not verified has no verdict, and the words for that alone.
+void SayVerdict(const SignInfo& record, ItemDescription& out) {
+    const VerificationResult& result = record.verifyResultEx;
+    SayStatus(result.signatureVerifyResultString, result.signatureVerifyResult,
+              /*isInPeriod=*/true, out);
+    if (result.certificateVerifyResult != kErrNotVerified) {
+        out.summary.Row("certificateStatus", ViewerWord::kCertificate,
+                        ShownText(result.certificateVerifyResultString).section('\n', 0, 0));
+    }
+    if (result.signatureVerifyResult == kErrNotVerified || result.signatureVerifyResult == 0) {
+        return;
+    }
+    const bool isIntact = result.signatureVerifyResult == kErrChainValid;
+    const bool isTrusted = result.certificateVerifyResult == kErrChainValid;
+    out.sign = !isIntact ? ItemSign::kBad : isTrusted ? ItemSign::kGood : ItemSign::kWarning;
+    out.verdict = Word(!isIntact   ? ViewerWord::kVerdictInvalid
+                       : isTrusted ? ViewerWord::kVerdictValid
+                                   : ViewerWord::kVerdictUntrusted);
 }
 
 void SayTimeStampRows(const CAsn1EncapsulatedContentInfo& content, ItemDescription& out) {
@@ -230,9 +257,7 @@ void DescribeMessage(const CFileDocument& document, ItemIndex item, ItemDescript
 void DescribeSignature(const CFileDocument& document, ItemIndex item, ItemDescription& out) {
     const SignInfo record = RecordOf(document, item);
     CSummary& summary = out.summary;
-    // A signature has no period of its own.
-    SayStatus(record.verifyResult, record.verifyResultEx.signatureVerifyResult,
-              /*isInPeriod=*/true, out);
+    SayVerdict(record, out);
     SayFaults(record.signCert.error, out);
     SayWhoSigned(record.signCert, out.title, out);
     summary.Row("serial", "Serial", record.signCert.serial);
@@ -246,6 +271,12 @@ void DescribeSignature(const CFileDocument& document, ItemIndex item, ItemDescri
         "content", ViewerWord::kContent,
         Word(record.isAttached ? ViewerWord::kContentEnclosed : ViewerWord::kContentDetached));
     summary.Row("signId", "SignId", record.signId);
+    if (!out.verdict.isEmpty()) {
+        // A line for each certificate of the path, after that of the whole.
+        summary.Row(
+            "checked", ViewerWord::kChecked,
+            ShownText(record.verifyResultEx.certificateVerifyResultString).section('\n', 1));
+    }
     out.fields = CRecordFields(BareJson(record));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "module/viewer/FileItem.h"
+#include "module/viewer/SignatureVerdicts.h"
 #include "module/viewer/SourceFile.h"
 #include "records/scan/SignerCertificates.h"
 
@@ -85,6 +86,10 @@ class CFileDocument {
     ItemIndex MessageOf(ItemIndex item) const;
     /// The certificate of a signature's signer in its message; kNoItem when it is not there.
     ItemIndex SignerOf(ItemIndex signature) const;
+    /// What is found of a signature; see CSignatureVerdicts.
+    const SignInfo* VerifiedOf(ItemIndex signature) const {
+        return m_verdicts.Of(*this, signature);
+    }
     /// The path of a certificate, or of a signature's signer.
     ItemPath PathOf(ItemIndex item) const;
 
@@ -112,6 +117,7 @@ class CFileDocument {
     // Made when they are asked for.
     mutable std::optional<Issuers> m_issuers;
     mutable std::map<ItemIndex, CSignerCertificates> m_signers;  // by message
+    mutable CSignatureVerdicts m_verdicts;
 };
 
 }  // namespace ca

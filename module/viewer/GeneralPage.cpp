@@ -2,7 +2,9 @@
 
 #include "module/viewer/ViewerText.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
+#include <QPalette>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -21,8 +23,24 @@ QStyle::StandardPixmap PixmapOf(ca::ItemSign sign) {
             return QStyle::SP_DialogApplyButton;
         case ca::ItemSign::kInformation:
             return QStyle::SP_MessageBoxInformation;
+        case ca::ItemSign::kBad:
+            return QStyle::SP_MessageBoxCritical;
         default:
             return QStyle::SP_MessageBoxWarning;
+    }
+}
+
+// Letters of a colour that can be read on the window's, be it light or dark: a contrast of 4.5 to 1 or
+// more.
+QColor ColourOf(ca::ItemSign sign, const QPalette& palette) {
+    const bool isDark = palette.color(QPalette::Window).lightness() < 128;
+    switch (sign) {
+        case ca::ItemSign::kGood:
+            return isDark ? QColor(0x7B, 0xD8, 0x8F) : QColor(0x14, 0x6C, 0x2E);
+        case ca::ItemSign::kBad:
+            return isDark ? QColor(0xFF, 0xA1, 0x98) : QColor(0xB3, 0x1D, 0x1D);
+        default:
+            return isDark ? QColor(0xFF, 0xC8, 0x66) : QColor(0x80, 0x4F, 0x00);
     }
 }
 
@@ -39,7 +57,11 @@ QLabel* PlainLabel(const QString& text) {
 namespace ca {
 
 CGeneralPage::CGeneralPage(QWidget* parent)
-    : QWidget(parent), m_icon(new QLabel), m_title(new CTextBox), m_area(new QScrollArea) {
+    : QWidget(parent),
+      m_icon(new QLabel),
+      m_title(new CTextBox),
+      m_verdict(PlainLabel({})),
+      m_area(new QScrollArea) {
     m_title->setObjectName("titleText");
     m_title->setFocusPolicy(Qt::ClickFocus);  // the rows below say the same
     QFont font = m_title->font();
@@ -48,7 +70,14 @@ CGeneralPage::CGeneralPage(QWidget* parent)
     m_title->setFont(font);
     auto* heading = new QHBoxLayout;
     heading->addWidget(m_icon);
-    heading->addWidget(m_title, 1);
+    auto* words = new QVBoxLayout;
+    words->addWidget(m_title);
+    words->addWidget(m_verdict);
+    heading->addLayout(words, 1);
+    m_verdict->setObjectName("verdictText");
+    m_verdict->setWordWrap(true);
+    m_verdict->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_verdict->setFont(font);
     m_area->setWidgetResizable(true);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the rows are broken instead
     m_area->setFrameShape(QFrame::NoFrame);
@@ -62,6 +91,10 @@ CGeneralPage::CGeneralPage(QWidget* parent)
 void CGeneralPage::ShowItem(const ItemDescription& description) {
     m_title->SetText(description.title);
     m_title->setAccessibleName(description.kind);
+    m_verdict->setText(description.verdict);
+    m_verdict->setVisible(!description.verdict.isEmpty());
+    m_sign = description.sign;
+    ColourVerdict();
     m_icon->setVisible(description.sign != ItemSign::kNone);
     const int size = style()->pixelMetric(QStyle::PM_LargeIconSize);
     m_icon->setPixmap(
@@ -77,6 +110,19 @@ void CGeneralPage::ShowItem(const ItemDescription& description) {
     m_rows->setRowStretch(m_rows->rowCount(), 1);
     m_area->setWidget(content);  // the old one goes
     content->setAutoFillBackground(false);
+}
+
+void CGeneralPage::ColourVerdict() {
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, ColourOf(m_sign, colours));
+    m_verdict->setPalette(colours);
+}
+
+void CGeneralPage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        ColourVerdict();
+    }
 }
 
 void CGeneralPage::AddRow(const SummaryRow& row) {

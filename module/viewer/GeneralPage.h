@@ -11,7 +11,7 @@
 namespace ca {
 
 /// What an item is at a glance: its name and a row for each fact, with a sign where one is to
-/// beware.
+/// beware. A verdict stands below the name, in words and in a colour that shows on the window's.
 class CGeneralPage : public QWidget {
     Q_OBJECT
   public:
@@ -19,12 +19,18 @@ class CGeneralPage : public QWidget {
 
     void ShowItem(const ItemDescription& description);
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void AddRow(const SummaryRow& row);
     QWidget* MarkOf(const SummaryRow& row);
+    void ColourVerdict();
 
     QLabel* m_icon;
     CTextBox* m_title;
+    QLabel* m_verdict;
+    ItemSign m_sign = ItemSign::kNone;
     QScrollArea* m_area;
     QGridLayout* m_rows = nullptr;
 };

@@ -16,13 +16,14 @@ namespace ca {
 class CFileReader;
 
 /// The sign beside what is said of an item. What was not checked is neither good nor bad.
-enum class ItemSign : std::uint8_t { kNone, kGood, kInformation, kWarning };
+enum class ItemSign : std::uint8_t { kNone, kGood, kInformation, kWarning, kBad };
 
 /// What is said of an item, in the current language.
 struct ItemDescription {
     QString kind;  ///< what sort of thing it is
     QString title;
     ItemSign sign = ItemSign::kNone;
+    QString verdict;  ///< in a few words, where one was found; goes with the sign
     CSummary summary;
     CRecordFields fields;
 };

@@ -36,6 +36,7 @@ class COpenSslProvider : public IProvider {
     void CreateHash(CProviderCall& call, const SignArguments& what, FileData& hash) override;
 
     // VerifyOperations.cpp
+    bool Verifies() const noexcept override { return true; }
     std::unique_ptr<ISignatureJudge> Verify(CProviderCall& call,
                                             const VerifyArguments& what) override;
     void VerifyRaw(CProviderCall& call, const RawSignature& what,
