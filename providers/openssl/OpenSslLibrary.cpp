@@ -19,6 +19,10 @@
 
 namespace {
 
+constexpr std::size_t kRecentCertificates = 256;
+constexpr std::size_t kMaxRecentCertificate = 8192;  // octets; larger ones are parsed each time
+constexpr std::size_t kRecentKeys = 16;
+
 struct FaultRow {
     int library;
     int reason;
@@ -38,7 +42,11 @@ namespace ca {
 // Deliberate: nothing is initialised by OPENSSL_init_crypto(). Its options are the process's, once
 // for all: to go without a configuration file here would leave the host without its own.
 COpenSslLibrary::COpenSslLibrary()
-    : m_context(OSSL_LIB_CTX_new()), m_default(nullptr), m_legacy(nullptr) {
+    : m_context(OSSL_LIB_CTX_new()),
+      m_default(nullptr),
+      m_legacy(nullptr),
+      m_certificates(kRecentCertificates),
+      m_keys(kRecentKeys) {
     const CErrorScope scope;
     if (m_context == nullptr) {
         throw std::bad_alloc();
@@ -54,6 +62,8 @@ COpenSslLibrary::COpenSslLibrary()
 }
 
 COpenSslLibrary::~COpenSslLibrary() {
+    m_certificates.Clear();  // they use the context
+    m_keys.Clear();
     if (m_legacy != nullptr) {
         OSSL_PROVIDER_unload(m_legacy);  // its own context goes with it, not with ours
     }
@@ -62,12 +72,19 @@ COpenSslLibrary::~COpenSslLibrary() {
 }
 
 X509Ptr COpenSslLibrary::ReadCertificate(std::span<const unsigned char> der) const {
+    const std::string source(der.begin(), der.end());
+    if (X509Ptr known = m_certificates.Find(source)) {
+        return known;
+    }
     X509* fresh = Require(X509_new_ex(m_context, nullptr), kErrExecution);
     const unsigned char* at = der.data();
     // d2i frees what it was given when it fails.
     X509Ptr certificate(d2i_X509(&fresh, &at, static_cast<long>(der.size())));
     if (certificate == nullptr || at != der.data() + der.size()) {
         ThrowOpenSsl(kErrCertificate);
+    }
+    if (source.size() <= kMaxRecentCertificate) {
+        m_certificates.Add(source, certificate.get());
     }
     return certificate;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "providers/openssl/Owners.h"
+#include "providers/openssl/RecentObjects.h"
 
 #include <openssl/provider.h>
 
@@ -24,7 +25,8 @@ class COpenSslLibrary {
 
     OSSL_LIB_CTX* Context() const noexcept { return m_context; }
 
-    /// The certificate of exactly these octets. Throws 16113.
+    /// The certificate of exactly these octets; the same object for the same octets when they came
+    /// lately, so nobody changes it. Throws 16113.
     X509Ptr ReadCertificate(std::span<const unsigned char> der) const;
     /// The revocation list that octets begin with; null for none.
     CrlPtr ReadCrl(std::span<const unsigned char> der) const;
@@ -33,11 +35,15 @@ class COpenSslLibrary {
     static OcspAnswerPtr ReadOcspAnswer(std::span<const unsigned char> der);
     /// The digest of a name ("SHA256") or dotted identifier. Throws 16303 for one that there is not.
     DigestPtr FindDigest(const std::string& name) const;
+    /// Private keys of files that are not encrypted.
+    RecentKeys& Keys() const noexcept { return m_keys; }
 
   private:
     OSSL_LIB_CTX* m_context;
     OSSL_PROVIDER* m_default;
     OSSL_PROVIDER* m_legacy;  // null: not installed
+    mutable RecentCertificates m_certificates;
+    mutable RecentKeys m_keys;
 };
 
 /// Keeps the thread's queue of OpenSSL errors, which is the host's too, as it was before.

@@ -77,6 +77,13 @@ CSignedMessage::CSignedMessage(const COpenSslLibrary& library,
     }
 }
 
+CSignedMessage::~CSignedMessage() {
+    if (m_held != nullptr) {
+        m_held->data = nullptr;
+        m_held->length = 0;
+    }
+}
+
 CMS_SignerInfo* CSignedMessage::NewSigner(const Signer& signer) {
     const bool isPss = IsPss(signer);
     CMS_SignerInfo* const added =
@@ -100,27 +107,18 @@ void CSignedMessage::AddCompanions(const Signer& signer) {
 
 void CSignedMessage::SignContent(const Signer& signer, std::span<const unsigned char> content,
                                  bool isAttached) {
-    if (SignsWholeMessage(signer.key.get())) {
-        if (isAttached) {
-            CMS_set_detached(m_message.get(), 0);
-            ASN1_OCTET_STRING* const held =
-                *Require(CMS_get0_content(m_message.get()), kErrExecution);
-            if (content.size() > std::numeric_limits<int>::max()) {
-                throw Exception(kErrParameters);
-            }
-            Require(ASN1_STRING_set(held, content.data(), static_cast<int>(content.size())),
-                    kErrExecution);
-            held->flags &= ~ASN1_STRING_FLAG_CONT;  // nothing streams into it any more
-        }
-        Finish(NewSigner(signer), signer, DigestOf(signer.digest.get(), content));
-        return;
+    if (content.size() > std::numeric_limits<int>::max()) {
+        throw Exception(kErrParameters);
     }
-    CMS_set_detached(m_message.get(), isAttached ? 0 : 1);
-    NewSigner(signer);
-    AddCompanions(signer);
-    const BioPtr data = ReadingBio(content);
-    const unsigned flags = CMS_BINARY | (isAttached ? 0U : CMS_DETACHED);
-    Require(CMS_final(m_message.get(), data.get(), nullptr, flags), kErrExecution);
+    if (isAttached) {
+        CMS_set_detached(m_message.get(), 0);
+        m_held = *Require(CMS_get0_content(m_message.get()), kErrExecution);
+        // A view, not a copy: the destructor takes it out before OpenSSL would free it.
+        m_held->data = const_cast<unsigned char*>(content.data());
+        m_held->length = static_cast<int>(content.size());
+        m_held->flags &= ~ASN1_STRING_FLAG_CONT;  // nothing streams into it any more
+    }
+    Finish(NewSigner(signer), signer, DigestOf(signer.digest.get(), content));
 }
 
 void CSignedMessage::AddDigest(const Signer& signer, std::span<const unsigned char> digest) {

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace ca {
@@ -26,8 +27,12 @@ class CSignedMessage {
     explicit CSignedMessage(const COpenSslLibrary& library);
     /// One that has some. Throws 16308 for what is not a signed message.
     CSignedMessage(const COpenSslLibrary& library, std::span<const unsigned char> message);
+    CSignedMessage(CSignedMessage&& other) noexcept
+        : m_message(std::move(other.m_message)), m_held(std::exchange(other.m_held, nullptr)) {}
+    CSignedMessage& operator=(CSignedMessage&&) = delete;
+    ~CSignedMessage();
 
-    /// Signs content, which the message holds afterwards when `isAttached`; for a message without
+    /// Signs content, which the message views afterwards when `isAttached`; for a message without
     /// signers only. Throws what OpenSSL's failure means.
     void SignContent(const Signer& signer, std::span<const unsigned char> content, bool isAttached);
     /// Adds a signature over the same content as the others'.
@@ -48,6 +53,7 @@ class CSignedMessage {
     void Finish(CMS_SignerInfo* added, const Signer& signer, std::span<const unsigned char> digest);
 
     CmsPtr m_message;
+    ASN1_OCTET_STRING* m_held = nullptr;  // of m_message: views the content that was signed
 };
 
 /// The digest of octets.

@@ -63,6 +63,17 @@ std::set<std::string> NamesIn(const std::string& path) {
     return names;
 }
 
+// What the key of a certificate is read from: the file as it is now.
+std::string KeySource(const ca::StoredCertificate& certificate, const struct stat& file) {
+    std::string source = certificate.keyFile + '\0' + ca::u16u8(certificate.id);
+    for (const std::int64_t part :
+         {static_cast<std::int64_t>(file.st_dev), static_cast<std::int64_t>(file.st_ino),
+          static_cast<std::int64_t>(file.st_size), Nanoseconds(file.st_ctim)}) {
+        source += ' ' + std::to_string(part);
+    }
+    return source;
+}
+
 std::span<unsigned char> Octets(std::string& text) {
     return {reinterpret_cast<unsigned char*>(text.data()), text.size()};
 }
@@ -262,15 +273,21 @@ KeyPtr CStoreDirectory::LoadKey(const COpenSslLibrary& library,
     }
     const std::wstring shown = PathToWString(certificate.keyFile);
     struct stat info = {};
-    std::string text;
-    if (::stat(certificate.keyFile.c_str(), &info) != 0 ||
-        ReadWholeFile(certificate.keyFile, kMaxFile, text) != FileStatus::kDone) {
+    if (::stat(certificate.keyFile.c_str(), &info) != 0) {
         throw Exception(kErrStore, Say(Words::kKeyNotRead) + shown);
     }
-    const CSecretItems items(text);
     if ((info.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
         throw Exception(kErrStore, Say(Words::kKeyIsOpen) + shown);
     }
+    const std::string source = KeySource(certificate, info);
+    if (KeyPtr known = library.Keys().Find(source)) {
+        return known;
+    }
+    std::string text;
+    if (ReadWholeFile(certificate.keyFile, kMaxFile, text) != FileStatus::kDone) {
+        throw Exception(kErrStore, Say(Words::kKeyNotRead) + shown);
+    }
+    const CSecretItems items(text);
     const X509Ptr parsed = library.ReadCertificate(certificate.der);
     for (const PayloadItem& item : items.Get()) {
         const KeyForm form = KeyFormOf(item);
@@ -281,6 +298,9 @@ KeyPtr CStoreDirectory::LoadKey(const COpenSslLibrary& library,
             key = ReadPkcs12(library, item.octets, password).key;
         }
         if (key != nullptr && EVP_PKEY_eq(key.get(), X509_get0_pubkey(parsed.get())) == 1) {
+            if (form == KeyForm::kPlain) {
+                library.Keys().Add(source, key.get());
+            }
             return key;
         }
     }
