@@ -210,9 +210,8 @@ bool HasAllowedAlgorithms(const std::vector<ca::X509Ptr>& chain, const ca::PkiAl
     return true;
 }
 
-std::vector<ca::X509Ptr> ChainOf(X509_STORE_CTX* context) {
+std::vector<ca::X509Ptr> ChainOf(const STACK_OF(X509) * built) {
     std::vector<ca::X509Ptr> chain;
-    const STACK_OF(X509)* const built = X509_STORE_CTX_get0_chain(context);
     for (int i = 0; i < sk_X509_num(built); ++i) {
         X509* const each = sk_X509_value(built, i);
         X509_up_ref(each);
@@ -329,7 +328,7 @@ ChainVerdict CChain::JudgeWith(const CProviderCall& call, X509* certificate,
     int depth = X509_STORE_CTX_get_error_depth(context.get());
     isStateUnknown = data.isStateUnknown;
     ChainVerdict verdict;
-    verdict.chain = ChainOf(context.get());
+    verdict.chain = ChainOf(X509_STORE_CTX_get0_chain(context.get()));
     if (isHeld) {
         const bool isStateNeeded =
             rules.policy.revocation == RevocationCheck::kRequired && !pki.crl.enabled;
@@ -363,12 +362,19 @@ ChainVerdict CChain::JudgeWith(const CProviderCall& call, X509* certificate,
 
 std::vector<X509Ptr> CChain::Build(const CProviderCall& call, X509* certificate) const {
     const TrustPtrShared trust = m_trust.Get(call);
+    const CertificatesPtr whole(X509_build_chain(certificate, nullptr, trust->store.get(),
+                                                 /*with_self_signed=*/1, m_library.Context(),
+                                                 nullptr));
+    if (whole != nullptr) {
+        return ChainOf(whole.get());
+    }
+    // It ends at no root: only verifying hands out what there is.
     const ChainContextPtr context(
         Require(X509_STORE_CTX_new_ex(m_library.Context(), nullptr), kErrExecution));
     Require(X509_STORE_CTX_init(context.get(), trust->store.get(), certificate, nullptr),
             kErrExecution);
     X509_verify_cert(context.get());  // whatever it says of them
-    return ChainOf(context.get());
+    return ChainOf(X509_STORE_CTX_get0_chain(context.get()));
 }
 
 }  // namespace ca
