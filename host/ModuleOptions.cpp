@@ -60,12 +60,13 @@ void ModuleOptions::AddTo(CLI::App& command) {
     CLI::Option* const path =
         command
             .add_option("--module", module,
-                        "The provider's library (default: the libmod_foo.so.1 that belongs to this "
-                        "program, else the system's)")
+                        "The provider's library (default: the libmod_" + provider +
+                            ".so.1 that belongs to this program, else the system's)")
             ->type_name("PATH");
     command
-        .add_option("--provider", provider,
-                    "The provider by its name: that of libmod_NAME.so.1 (default: foo)")
+        .add_option(
+            "--provider", provider,
+            "The provider by its name: that of libmod_NAME.so.1 (default: " + provider + ")")
         ->type_name("NAME")
         ->check(&CheckProvider, "")
         ->excludes(path);

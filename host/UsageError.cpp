@@ -26,6 +26,9 @@ std::string NoSuchOption(const CLI::App& app, const std::string& word) {
             names.push_back("--" + each);
         }
     }
+    if (std::ranges::find(names, name) != names.end()) {
+        return name + " belongs after " + app.get_name();
+    }
     std::string meant = host::DidYouMean(name, names);
     // A file whose name begins with a hyphen.
     if (meant.empty() && IsFile(word)) {
