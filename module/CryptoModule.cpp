@@ -90,6 +90,17 @@ bool IsRefusal(const ca::Exception& failure) {
                                        failure.errorCode == ca::kErrPrivateKeyAccess);
 }
 
+// The code's text. What the failure says fills the gap that some have.
+std::wstring FailureText(const ca::Exception& failure) {
+    static constexpr std::wstring_view kGap = L"%s";
+    std::wstring text = GetErrorMessage(failure.errorCode, true);
+    const std::size_t gap = failure.message.empty() ? std::wstring::npos : text.find(kGap);
+    if (gap != std::wstring::npos) {
+        text.replace(gap, kGap.size(), failure.message);
+    }
+    return text;
+}
+
 // Writes the answer into a buffer of its own and hands that to the host.
 void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
     ca::JsonBuffer text(&ca::jsonHeap, kAnswerCapacity);
@@ -307,6 +318,9 @@ void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interacti
         packet.response.errorCode = failure.errorCode;
     } catch (const ca::Exception& failure) {
         packet.response.errorCode = failure.errorCode;
+        if (packet.response.errorMessage.empty()) {
+            packet.response.errorMessage = FailureText(failure);
+        }
         if (!IsRefusal(failure)) {
             ca::LogError(failure.message.c_str(), ca::RaisedAt(failure).c_str(), failure.errorCode,
                          /*throwIt=*/false);

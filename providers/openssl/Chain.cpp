@@ -59,6 +59,8 @@ struct CallbackData {
     const ca::OcspFindings& findings;
     bool isStateUnknown = false;               // of revocation, for a certificate of the path
     const X509_CRL* unbelievedList = nullptr;  // the last one that an OCSP answer made needless
+    X509_CRL* latestList = nullptr;            // that was asked about
+    const X509* latestCertificate = nullptr;   // with it
 };
 
 // The anchor: nobody revokes a root.
@@ -71,16 +73,25 @@ bool IsAtRoot(const X509_STORE_CTX* context) {
 
 // A list of after the verdict's time, but not of the future, is the better evidence; only when the
 // certificate had expired by then the list may have dropped it.
-bool IsLaterList(const X509_STORE_CTX* context, std::time_t time) {
-    const X509_CRL* const list = X509_STORE_CTX_get0_current_crl(context);
+bool IsLaterList(const X509_STORE_CTX* context, const X509_CRL* list, std::time_t time) {
     const auto begin = list != nullptr ? ca::SecondsOf(X509_CRL_get0_lastUpdate(list)) : time;
     const auto expiry = ca::SecondsOf(X509_get0_notAfter(X509_STORE_CTX_get_current_cert(context)));
     return begin && expiry && *begin > time && *begin <= std::time(nullptr) && *begin <= *expiry;
 }
 
-// Revoked, but not yet at the verdict's time.
-bool IsRevokedLater(const X509_STORE_CTX* context, std::time_t time) {
+// The list that is looked at. OpenSSL forgets it once it has told that its times are wrong.
+X509_CRL* CurrentList(const X509_STORE_CTX* context, CallbackData& data) {
+    const X509* const certificate = X509_STORE_CTX_get_current_cert(context);
     X509_CRL* const list = X509_STORE_CTX_get0_current_crl(context);
+    if (list != nullptr || data.latestCertificate != certificate) {
+        data.latestList = list;
+        data.latestCertificate = certificate;
+    }
+    return data.latestList;
+}
+
+// Revoked, but not yet at the verdict's time.
+bool IsRevokedLater(const X509_STORE_CTX* context, X509_CRL* list, std::time_t time) {
     X509_REVOKED* entry = nullptr;
     if (list == nullptr ||
         X509_CRL_get0_by_cert(list, &entry, X509_STORE_CTX_get_current_cert(context)) != 1) {
@@ -98,13 +109,13 @@ bool IsStateOpen(int error) {
 
 // Whether an OCSP answer makes up for what is wrong with a list, or with having none. What a list
 // says that could not be verified does not count then either.
-bool IsAnswered(const X509_STORE_CTX* context, int error, CallbackData& data) {
+bool IsAnswered(const X509_STORE_CTX* context, const X509_CRL* list, int error,
+                CallbackData& data) {
     const ca::OcspFinding* const finding =
         ca::FindingOf(data.findings, X509_STORE_CTX_get_current_cert(context));
     if (finding == nullptr || finding->state != ca::OcspState::kGood) {
         return false;
     }
-    const X509_CRL* const list = X509_STORE_CTX_get0_current_crl(context);
     if (error == X509_V_ERR_CERT_REVOKED) {
         return list != nullptr && list == data.unbelievedList;
     }
@@ -119,9 +130,10 @@ bool IsAnswered(const X509_STORE_CTX* context, int error, CallbackData& data) {
 bool IsPassed(const X509_STORE_CTX* context, int error, CallbackData& data) {
     const std::time_t time = data.rules.time.value_or(std::time(nullptr));
     const bool isUnknown = std::ranges::find(kUnknownState, error) != std::end(kUnknownState);
-    if ((isUnknown && IsAtRoot(context)) || IsAnswered(context, error, data) ||
-        (error == X509_V_ERR_CRL_NOT_YET_VALID && IsLaterList(context, time)) ||
-        (error == X509_V_ERR_CERT_REVOKED && IsRevokedLater(context, time))) {
+    X509_CRL* const list = CurrentList(context, data);
+    if ((isUnknown && IsAtRoot(context)) || IsAnswered(context, list, error, data) ||
+        (error == X509_V_ERR_CRL_NOT_YET_VALID && IsLaterList(context, list, time)) ||
+        (error == X509_V_ERR_CERT_REVOKED && IsRevokedLater(context, list, time))) {
         return true;
     }
     data.isStateUnknown = data.isStateUnknown || isUnknown;

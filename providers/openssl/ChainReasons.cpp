@@ -64,12 +64,16 @@ std::wstring RevocationText(const X509* certificate, const ca::ChainEvidence& ev
 namespace ca {
 
 std::wstring TimeText(const ASN1_TIME* time) {
+    const std::optional<std::time_t> seconds = SecondsOf(time);
+    return seconds ? TimeText(*seconds) : L"?";
+}
+
+std::wstring TimeText(std::time_t time) {
     std::tm parts{};
-    if (time == nullptr || ASN1_TIME_to_tm(time, &parts) != 1) {
-        return L"?";
+    char text[32] = "?";
+    if (gmtime_r(&time, &parts) != nullptr) {
+        std::strftime(text, sizeof text, "%d.%m.%Y %H:%M:%S UTC", &parts);
     }
-    char text[32] = "";
-    std::strftime(text, sizeof text, "%d.%m.%Y %H:%M:%S UTC", &parts);
     return u8u16(text);
 }
 

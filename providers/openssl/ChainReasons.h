@@ -14,6 +14,7 @@ std::wstring NameText(const X509_NAME* name);
 
 /// A time as verdicts show it, in UTC; "?" for one that cannot be read.
 std::wstring TimeText(const ASN1_TIME* time);
+std::wstring TimeText(std::time_t time);
 /// Seconds since 1970; none for one that cannot be read.
 std::optional<std::time_t> SecondsOf(const ASN1_TIME* time);
 

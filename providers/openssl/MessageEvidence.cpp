@@ -21,8 +21,7 @@ ca::Octets AttributeValue(const CMS_SignerInfo* signer, int nid) {
     if (value == nullptr || value->type != V_ASN1_SEQUENCE) {
         return {};
     }
-    return {ASN1_STRING_get0_data(value->value.sequence),
-            static_cast<std::size_t>(ASN1_STRING_length(value->value.sequence))};
+    return ca::OctetsOf(value->value.sequence);
 }
 
 template <class Take>
@@ -106,6 +105,19 @@ void CollectEvidence(const COpenSslLibrary& library, CMS_ContentInfo* message,
         TakeRevocation(library, AttributeValue(each, NID_id_smime_aa_ets_revocationValues),
                        companions);
         TakeCertificates(library, AttributeValue(each, NID_id_smime_aa_ets_certValues), companions);
+    }
+}
+
+void AddCompanions(const Companions& others, Companions& companions) {
+    for (int i = 0; i < sk_X509_num(others.certificates.get()); ++i) {
+        X509* const each = sk_X509_value(others.certificates.get(), i);
+        X509_up_ref(each);
+        sk_X509_push(companions.certificates.get(), each);
+    }
+    for (int i = 0; i < sk_X509_CRL_num(others.crls.get()); ++i) {
+        X509_CRL* const each = sk_X509_CRL_value(others.crls.get(), i);
+        X509_CRL_up_ref(each);
+        sk_X509_CRL_push(companions.crls.get(), each);
     }
 }
 

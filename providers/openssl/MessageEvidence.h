@@ -15,4 +15,7 @@ void CollectEvidence(const COpenSslLibrary& library, CMS_ContentInfo* message,
 /// An OCSP answer for the companions. False for what is none.
 bool AddOcspAnswer(std::span<const unsigned char> octets, Companions& companions);
 
+/// Adds the certificates and lists of others, which both keep.
+void AddCompanions(const Companions& others, Companions& companions);
+
 }  // namespace ca

@@ -9,11 +9,13 @@
 #include "common/Lng.h"
 #include "common/sha1.h"
 #include "providers/openssl/Algorithms.h"
+#include "providers/openssl/ChainReasons.h"
 #include "providers/openssl/ChainRecord.h"
 #include "providers/openssl/Countersignature.h"
 #include "providers/openssl/MessageEvidence.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedAttributes.h"
+#include "providers/openssl/TimeStamp.h"
 #include "records/SignInfo.h"
 #include "records/fill/CertInfoFill.h"
 #include "records/fill/SignInfoFill.h"
@@ -34,6 +36,7 @@ constexpr std::size_t kCostOfReading = 20;
 constexpr std::size_t kMaxSignedValue = 16384;
 // Octets of issuers that are described beside the signers of a small message.
 constexpr std::size_t kIssuersAlways = 32768;
+constexpr int kMaxStamps = 64;  // time stamps of a message
 // A message without attributes, whose content type is not "data", is not signed as such
 // (RFC 5652, 5.3); attributes may stand there once only.
 constexpr int kOnceOnly = -3;
@@ -154,7 +157,8 @@ CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, co
       m_stores(stores),
       m_chain(chain),
       m_call(call),
-      m_rules(RulesOf(call, call.Pki().policies.signing)) {
+      m_rules(RulesOf(call, call.Pki().policies.signing)),
+      m_stampsLeft(kMaxStamps) {
     const CErrorScope scope;
     m_isRead = Read(what.message);
     if (!m_isRead || !Digest(what)) {
@@ -163,6 +167,25 @@ CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, co
     FindSigners();
     if (what.extracted != nullptr) {
         GiveContent(*what.extracted);
+    }
+}
+
+// A stamp on a stamp would prove nothing about the signature: none is looked at.
+CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, const CChain& chain,
+                             const CProviderCall& call, std::span<const unsigned char> token,
+                             const Companions& others, const ChainRules& rules)
+    : m_library(library),
+      m_stores(stores),
+      m_chain(chain),
+      m_call(call),
+      m_rules(rules),
+      m_stampsLeft(0) {
+    const CErrorScope scope;
+    m_isRead = Read(token);
+    if (m_isRead && Digest({.message = token, .content = std::nullopt, .extracted = nullptr})) {
+        AddCompanions(others, m_companions);
+        CMS_set1_signers_certs(m_message.get(), others.certificates.get(), 0);
+        FindSigners();
     }
 }
 
@@ -277,32 +300,86 @@ void CMessageJudge::Judge(std::size_t signer, SignInfo& record) {
     if (signers == nullptr || signer >= static_cast<std::size_t>(sk_CMS_SignerInfo_num(signers))) {
         return;
     }
-    CMS_SignerInfo* const each = sk_CMS_SignerInfo_value(signers, static_cast<int>(signer));
-    EVP_PKEY* key = nullptr;
-    X509* certificate = nullptr;
-    CMS_SignerInfo_get0_algs(each, &key, &certificate, nullptr, nullptr);
-    if (certificate == nullptr || key == nullptr) {
-        SayNotVerified(Say(Words::kSignerUnknown), record);
+    const Finding finding = Assess(sk_CMS_SignerInfo_value(signers, static_cast<int>(signer)));
+    if (finding.verdict == nullptr) {
+        SayNotVerified(finding.value.why, record);
         return;
     }
-    FillVerdicts(CheckValue(each, certificate, key), certificate, record);
+    FillVerdicts(finding, record);
 }
 
-void CMessageJudge::FillVerdicts(const ValueVerdict& value, X509* certificate, SignInfo& record) {
+void CMessageJudge::FillVerdicts(const Finding& finding, SignInfo& record) {
+    const ValueVerdict& value = finding.value;
     const std::wstring text = SignatureText(value.code);
     Fill(value.code, value.why.empty() ? text : text + L": " + value.why, record);
-    ShowCertificate(certificate, record);
-    FillChain(VerdictOf(certificate), certificate, record);
+    ShowCertificate(finding.certificate, record);
+    FillChain(finding, record);
 }
 
-const ChainVerdict& CMessageJudge::VerdictOf(X509* certificate) {
-    auto known = m_verdicts.find(certificate);
+const ChainVerdict& CMessageJudge::VerdictOf(X509* certificate, std::optional<std::time_t> time) {
+    const auto question = std::make_pair(static_cast<const X509*>(certificate), time);
+    auto known = m_verdicts.find(question);
     if (known == m_verdicts.end()) {
-        known = m_verdicts
-                    .emplace(certificate, m_chain.Judge(m_call, certificate, m_companions, m_rules))
-                    .first;
+        ChainRules rules = m_rules;
+        rules.time = time;
+        known =
+            m_verdicts.emplace(question, m_chain.Judge(m_call, certificate, m_companions, rules))
+                .first;
     }
     return known->second;
+}
+
+CMessageJudge::Finding CMessageJudge::Assess(CMS_SignerInfo* signer) {
+    EVP_PKEY* key = nullptr;
+    X509* certificate = nullptr;
+    CMS_SignerInfo_get0_algs(signer, &key, &certificate, nullptr, nullptr);
+    if (certificate == nullptr || key == nullptr) {
+        return {.value = {kErrNotVerified, Say(Words::kSignerUnknown)}};
+    }
+    Finding finding{.certificate = certificate};
+    const std::optional<std::time_t> time = ChooseTime(signer, finding.timeLine);
+    finding.verdict = &VerdictOf(certificate, time);
+    finding.value = CheckValue(signer, certificate, key, finding.verdict->chain);
+    return finding;
+}
+
+CMS_SignerInfo* CMessageJudge::OnlySigner() const {
+    STACK_OF(CMS_SignerInfo)* const signers =
+        m_digests != nullptr ? CMS_get0_SignerInfos(m_message.get()) : nullptr;
+    return sk_CMS_SignerInfo_num(signers) == 1 ? sk_CMS_SignerInfo_value(signers, 0) : nullptr;
+}
+
+// The time for which a signature without a stamp is judged.
+std::wstring CMessageJudge::BaseTimeLine() const {
+    return Say(Words::kJudgedAt) + TimeText(m_rules.time.value_or(std::time(nullptr))) +
+           Say(m_rules.time ? Words::kJudgedAsAsked : Words::kJudgedNow);
+}
+
+// A time stamp proves that the signature was there; nothing else does but that it is there now. The
+// earliest one that holds counts.
+std::optional<std::time_t> CMessageJudge::ChooseTime(CMS_SignerInfo* signer, std::wstring& line) {
+    const std::time_t base = m_rules.time.value_or(std::time(nullptr));
+    std::wstring fault;
+    std::optional<std::time_t> best;
+    for (const std::span<const unsigned char> token : TimeStampsOf(signer, m_stampsLeft)) {
+        CMessageJudge judge(m_library, m_stores, m_chain, m_call, token, m_companions,
+                            StampRules(m_call.Pki().policies.timeStamping, m_rules.time));
+        const StampFinding stamp =
+            JudgeTimeStamp(m_library, m_call.Pki().algorithms, judge,
+                           OctetsOf(CMS_SignerInfo_get0_signature(signer)), base);
+        if (!stamp.time || !stamp.isTrusted) {
+            fault = Say(Words::kStampNotCounted) + stamp.words;
+        } else if (!best || *stamp.time < *best) {
+            best = stamp.time;
+            line =
+                Say(Words::kJudgedAt) + TimeText(*best) + Say(Words::kJudgedByStamp) + stamp.words;
+        }
+    }
+    if (best) {
+        return best;
+    }
+    line = BaseTimeLine() + fault;
+    return m_rules.time;
 }
 
 // Among the certificates of the message, then among those of the stores; null for none, and once
@@ -350,7 +427,11 @@ void CMessageJudge::JudgeCountersignature(std::span<const unsigned char> value,
         SayNotVerified(verdict.why, record);
         return;
     }
-    FillVerdicts(verdict, certificate, record);
+    FillVerdicts({.value = verdict,
+                  .certificate = certificate,
+                  .verdict = &VerdictOf(certificate, m_rules.time),
+                  .timeLine = BaseTimeLine()},
+                 record);
 }
 
 CMessageJudge::ValueVerdict CMessageJudge::CheckCountersignature(
@@ -373,9 +454,9 @@ CMessageJudge::ValueVerdict CMessageJudge::CheckCountersignature(
         if (!read.HasDigestOf(value)) {
             return {kErrSignatureInvalid, Say(Words::kOtherContent)};
         }
-        return read.IsSignedBy(key, value)
-                   ? CheckMeant(read.Signer(), certificate, VerdictOf(certificate).chain)
-                   : ValueVerdict{kErrSignatureInvalid, {}};
+        return read.IsSignedBy(key, value) ? CheckMeant(read.Signer(), certificate,
+                                                        VerdictOf(certificate, m_rules.time).chain)
+                                           : ValueVerdict{kErrSignatureInvalid, {}};
     } catch (const Exception&) {
         certificate = nullptr;
         return {kErrNotVerified, Say(Words::kMessageNotRead)};
@@ -412,7 +493,8 @@ CMessageJudge::ValueVerdict CMessageJudge::CheckMeant(const CMS_SignerInfo* sign
 }
 
 CMessageJudge::ValueVerdict CMessageJudge::CheckValue(CMS_SignerInfo* signer, X509* certificate,
-                                                      EVP_PKEY* key) {
+                                                      EVP_PKEY* key,
+                                                      const std::vector<X509Ptr>& chain) {
     if (const std::wstring fault = AlgorithmFault(signer, key); !fault.empty()) {
         return {kErrSignatureInvalid, fault};
     }
@@ -433,16 +515,18 @@ CMessageJudge::ValueVerdict CMessageJudge::CheckValue(CMS_SignerInfo* signer, X5
     if (!isContentSeen && CMS_SignerInfo_verify_content(signer, m_digests.get()) != 1) {
         return {kErrSignatureInvalid, Say(Words::kOtherContent)};
     }
-    return CheckMeant(signer, certificate, VerdictOf(certificate).chain);
+    return CheckMeant(signer, certificate, chain);
 }
 
 // The issuers are told with the first signature of a certificate.
-void CMessageJudge::FillChain(const ChainVerdict& verdict, X509* certificate, SignInfo& record) {
-    if (m_described.insert(certificate).second) {
+void CMessageJudge::FillChain(const Finding& finding, SignInfo& record) {
+    const ChainVerdict& verdict = *finding.verdict;
+    if (m_described.insert(finding.certificate).second) {
         FillIssuers(verdict.chain, m_room, record.signCert);
     }
     record.verifyResultEx.certificateVerifyResult = verdict.code;
-    record.verifyResultEx.certificateVerifyResultString = verdict.text + L'\n' + verdict.reasons;
+    record.verifyResultEx.certificateVerifyResultString =
+        verdict.text + L'\n' + finding.timeLine + L'\n' + verdict.reasons;
     record.signCert.validityNumber = verdict.code;
     record.signCert.validity = verdict.text;
     if (record.verifyResultEx.signatureVerifyResult == kErrChainValid &&

@@ -79,4 +79,9 @@ T Require(T result, std::uint32_t code, const char* file = __builtin_FILE(),
 /// A view of octets as OpenSSL reads them; for fewer than 2^31 octets, else 16268.
 BioPtr ReadingBio(std::span<const unsigned char> octets);
 
+/// A view of what a string of OpenSSL's holds.
+inline std::span<const unsigned char> OctetsOf(const ASN1_STRING* string) {
+    return {ASN1_STRING_get0_data(string), static_cast<std::size_t>(ASN1_STRING_length(string))};
+}
+
 }  // namespace ca

@@ -49,6 +49,7 @@ class COpenSslProvider : public IProvider {
                                    const PasswordSource& password);
     Signer LoadSigner(CProviderCall& call, const SignArguments& what);
     CSignedMessage AddSignature(CProviderCall& call, const SignArguments& what);
+    void Stamp(CProviderCall& call, const Signer& signer, CSignedMessage& message);
     void CheckSigner(CProviderCall& call, const InitString& params, X509* certificate) const;
 
     COpenSslLibrary m_library;

@@ -11,6 +11,7 @@
 #include "providers/openssl/Policies.h"
 #include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/SignedMessage.h"
+#include "providers/openssl/TimeStampClient.h"
 
 #include <openssl/rsa.h>
 
@@ -142,6 +143,15 @@ void COpenSslProvider::CheckSigner(CProviderCall& call, const InitString& params
     }
 }
 
+// A time stamp of the signature that was made, where the parameters ask for one.
+void COpenSslProvider::Stamp(CProviderCall& call, const Signer& signer, CSignedMessage& message) {
+    if (!CTimeStampClient::IsWanted(call)) {
+        return;
+    }
+    const CTimeStampClient client(m_library, m_stores, m_chain);
+    message.AddTimeStamp(client.Ask(call, message.LatestSignature(), signer.digest.get()));
+}
+
 void COpenSslProvider::Sign(CProviderCall& call, const SignArguments& what, FileData& message) {
     const CErrorScope scope;
     if (what.addSigner) {
@@ -152,6 +162,7 @@ void COpenSslProvider::Sign(CProviderCall& call, const SignArguments& what, File
     const Signer signer = LoadSigner(call, what);
     CSignedMessage made(m_library);
     made.SignContent(signer, content, what.isAttached);
+    Stamp(call, signer, made);
     made.Write(message);
 }
 
@@ -163,7 +174,9 @@ void COpenSslProvider::SignHash(CProviderCall& call, const SignArguments& what, 
     }
     CSignedMessage made =
         what.addSigner ? CSignedMessage(m_library, what.message) : CSignedMessage(m_library);
-    made.AddDigest(LoadSigner(call, what), digest);
+    const Signer signer = LoadSigner(call, what);
+    made.AddDigest(signer, digest);
+    Stamp(call, signer, made);
     made.Write(message);
 }
 
@@ -173,10 +186,14 @@ CSignedMessage COpenSslProvider::AddSignature(CProviderCall& call, const SignArg
     const bool isApart = !what.message.empty();
     CSignedMessage made(m_library, isApart ? what.message : ContentOf(what));
     const Signer signer = LoadSigner(call, what);
+    if (what.signerIndex && CTimeStampClient::IsWanted(call)) {
+        throw Exception(kErrModeNotSupported);  // stamps are of signatures on contents
+    }
     if (what.signerIndex) {
         made.Countersign(m_library, signer, *what.signerIndex);
     } else {
         made.AddSignature(signer, isApart ? what.content : std::nullopt);
+        Stamp(call, signer, made);
     }
     return made;
 }

@@ -95,6 +95,7 @@ CMS_SignerInfo* CSignedMessage::NewSigner(const Signer& signer) {
         Require(EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_PSS_PADDING), kErrExecution);
         Require(EVP_PKEY_CTX_set_rsa_pss_saltlen(context, RSA_PSS_SALTLEN_DIGEST), kErrExecution);
     }
+    m_latest = added;
     return added;
 }
 
@@ -184,6 +185,16 @@ void CSignedMessage::Finish(CMS_SignerInfo* added, const Signer& signer,
         }
         Require(CMS_SignerInfo_sign(added), kErrExecution);
     }
+}
+
+std::span<const unsigned char> CSignedMessage::LatestSignature() const {
+    return OctetsOf(CMS_SignerInfo_get0_signature(m_latest));
+}
+
+void CSignedMessage::AddTimeStamp(std::span<const unsigned char> token) {
+    Require(CMS_unsigned_add1_attr_by_NID(m_latest, NID_id_smime_aa_timeStampToken, V_ASN1_SEQUENCE,
+                                          token.data(), static_cast<int>(token.size())),
+            kErrExecution);
 }
 
 void CSignedMessage::Write(FileData& encoded) const {

@@ -44,6 +44,10 @@ class CSignedMessage {
     /// Signs the value of one of the signatures (RFC 5652, 11.4). Throws 16268 when there is none of
     /// that index.
     void Countersign(const COpenSslLibrary& library, const Signer& signer, std::uint32_t index);
+    /// The octets of the signature that was added last.
+    std::span<const unsigned char> LatestSignature() const;
+    /// Adds a time stamp of it (RFC 3161, appendix A; CAdES-T). Throws 16197.
+    void AddTimeStamp(std::span<const unsigned char> token);
 
     void Write(FileData& encoded) const;
 
@@ -54,6 +58,7 @@ class CSignedMessage {
 
     CmsPtr m_message;
     ASN1_OCTET_STRING* m_held = nullptr;  // of m_message: views the content that was signed
+    CMS_SignerInfo* m_latest = nullptr;  // of m_message
 };
 
 /// The digest of octets.

@@ -26,8 +26,9 @@ class OcspTest : public OpenSslTest {
     OcspTest()
         : m_server([this](ca_test::Connection& connection, const ca_test::Request& request) {
               const bool isRoot = request.head.starts_with("POST /root");
+              const Answering answer = m_answer;  // the test may go on before a slow one ends
               connection.Write(ca_test::Ok(isRoot ? AnswerOf("root", "root", request.body)
-                                                  : m_answer(request.body)));
+                                                  : answer(request.body)));
           }) {
         Put("user/Root/root.crt", Pki("root.crt"));
         Put("user/CA/ca.crt", Pki("ca.crt"));
