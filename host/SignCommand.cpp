@@ -52,6 +52,20 @@ std::string OutputOf(const SignOptions& options) {
     return options.file == "-" ? "-" : options.file + (options.isAttached ? ".p7m" : ".p7s");
 }
 
+// "Sign" decodes file data that are Base64 text, bare or armoured. A file that could be taken for
+// such is encoded once more, so that its own octets are signed.
+std::string AsSigned(std::string content) {
+    const auto size = static_cast<unsigned>(content.size());
+    const bool isTaken = content.find("-----BEGIN ") != std::string::npos ||
+                         ca::_IsBase64String(content.c_str(), size);
+    if (!isTaken || content.empty()) {
+        return content;
+    }
+    std::string encoded;
+    ca::Base64Encode(host::AsOctets(content).data(), size, encoded);
+    return encoded;
+}
+
 int Sign(const SignOptions& options) {
     const bool isAdded = !options.message.empty();
     host::CRequestBuilder builder = options.call.Begin(isAdded ? "CoSign" : "Sign");
@@ -62,8 +76,10 @@ int Sign(const SignOptions& options) {
         builder.Set("hashAlg", host::QuoteJson(options.digest));
     }
     builder.Set("isAttached", options.isAttached ? "true" : "false");
-    const std::string content = host::ReadFile(options.file);
-    if (isAdded) {
+    std::string content = host::ReadFile(options.file);
+    if (!isAdded) {
+        content = AsSigned(std::move(content));
+    } else {
         const std::string message = host::ReadFile(options.message);
         builder.Set("sendSignData", Base64Json(message));
     }

@@ -12,6 +12,7 @@ class SigningCommandsTest : public HostProcessTest {
     SigningCommandsTest() {
         m_directory.Write("QetCryptoSvcPKIConfig.json", R"({"trust":{"useSystemRoots":false}})");
         m_directory.Write("letter", "Dear Ann,\n");
+        m_directory.Write("word", "hello");  // Base64, to the module
         m_directory.Write("pin", "secret\n");
         // A host's OpenSSL without any algorithm: the provider's own is another one.
         m_directory.Write("host.cnf",
@@ -49,6 +50,8 @@ TEST_F(SigningCommandsTest, SignVerifyAndSayWhy) {
         {"verify letter.p7s --content letter", 0, "Signature 2: VALID"},
         {"verify letter.p7s --content pin", 1, "the content is not what was signed"},
         {"verify letter.p7s", 1, "the content that was signed is missing"},
+        {"sign word --password-file pin", 0, "signed: word.p7s"},
+        {"verify word.p7s --content word", 0, "Signature 1: VALID"},
         {"verify letter", 1, "16308"},
         {"store list --provider foo", 0, "FooCertId"},
         {"store list --provider ../foo", 2, "small letters"},
