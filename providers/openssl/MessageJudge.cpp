@@ -35,7 +35,8 @@ constexpr std::size_t kCostOfReading = 20;
 constexpr std::size_t kMaxSignedValue = 16384;
 // Octets of issuers that are described beside the signers of a small message.
 constexpr std::size_t kIssuersAlways = 32768;
-constexpr int kMaxStamps = 64;  // time stamps of a message
+constexpr int kMaxStamps = 64;   // time stamps of a message
+constexpr int kMaxSearches = 8;  // for their signers through all stores, in vain
 
 // What is shown must be what was verified: the description may have found another certificate that
 // fits the signer, or none.
@@ -85,7 +86,8 @@ CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, co
       m_chain(chain),
       m_call(call),
       m_rules(RulesOf(call, call.Pki().policies.signing)),
-      m_stampsLeft(kMaxStamps) {
+      m_stampsLeft(kMaxStamps),
+      m_searchesLeft(kMaxSearches) {
     const CErrorScope scope;
     m_isRead = Read(what.message);
     if (!m_isRead || !Digest(what)) {
@@ -106,7 +108,8 @@ CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, co
       m_chain(chain),
       m_call(call),
       m_rules(rules),
-      m_stampsLeft(0) {
+      m_stampsLeft(0),
+      m_searchesLeft(0) {
     const CErrorScope scope;
     m_isRead = Read(token);
     if (m_isRead && Digest({.message = token, .content = std::nullopt, .extracted = nullptr})) {
@@ -212,6 +215,9 @@ void CMessageJudge::FindSigners() {
                 }
                 return isIts;
             });
+            if (unknown.empty()) {
+                return;
+            }
         }
     }
 }
@@ -289,11 +295,16 @@ std::optional<std::time_t> CMessageJudge::ChooseTime(CMS_SignerInfo* signer, std
     std::wstring fault;
     std::optional<std::time_t> best;
     for (const std::span<const unsigned char> token : TimeStampsOf(signer, m_stampsLeft)) {
+        if (m_searchesLeft == 0) {
+            fault = Say(Words::kStampNotCounted) + std::wstring(Say(Words::kMessageTooMuch));
+            break;
+        }
         CMessageJudge judge(m_library, m_stores, m_chain, m_call, token, m_companions,
                             StampRules(m_call.Pki().policies.timeStamping, m_rules.time));
         const StampFinding stamp =
             JudgeTimeStamp(m_library, m_call.Pki().algorithms, judge,
                            OctetsOf(CMS_SignerInfo_get0_signature(signer)), base);
+        m_searchesLeft -= stamp.words == Say(Words::kSignerUnknown) ? 1 : 0;
         if (!stamp.time || !stamp.isTrusted) {
             fault = Say(Words::kStampNotCounted) + stamp.words;
         } else if (!best || *stamp.time < *best) {

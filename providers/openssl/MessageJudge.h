@@ -87,7 +87,8 @@ class CMessageJudge : public ISignatureJudge {
     std::vector<X509Ptr> m_found;       // signers on signatures, of stores
     std::size_t m_comparisons = 0;      // that may still be made to find them
     ChainRules m_rules;
-    int m_stampsLeft;  // time stamps that are looked at
+    int m_stampsLeft;    // time stamps that are looked at
+    int m_searchesLeft;  // for their signers
 };
 
 /// The text of a signature's code: 16200 is that of a whole chain for certificates.

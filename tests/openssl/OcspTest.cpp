@@ -1,8 +1,10 @@
 #include "tests/asn1/DerWriter.h"
 #include "tests/common/HttpTestServer.h"
-#include "tests/openssl/OpenSslFixture.h"
+#include "tests/openssl/SignaturesFixture.h"
 
 #include <gmock/gmock.h>
+#include <openssl/cms.h>
+#include <openssl/ocsp.h>
 
 #include <atomic>
 #include <chrono>
@@ -17,8 +19,63 @@ namespace {
 
 const std::string kDelegate = "responder";
 
+/// The elements in a constructed one.
+std::vector<Octets> Inside(const Octets& element) {
+    std::vector<Octets> parts;
+    const unsigned char* at = element.data();
+    const auto next = [&] {
+        long length = 0;
+        int tag = 0;
+        int form = 0;
+        ASN1_get_object(&at, &length, &tag, &form, element.data() + element.size() - at);
+        return length;
+    };
+    for (next(); at < element.data() + element.size();) {
+        const unsigned char* const begin = at;
+        const long length = next();
+        at += length;
+        parts.emplace_back(begin, at);
+    }
+    return parts;
+}
+
+/// The content of an element.
+Octets WithoutHead(const Octets& element) {
+    Octets content;
+    for (const Octets& part : Inside(element)) {
+        content.insert(content.end(), part.begin(), part.end());
+    }
+    return content;
+}
+
+/// A message with an answer as revocation information of another format (RFC 5940).
+std::string WithInformation(const std::string& message, const std::string& answer) {
+    const std::vector<Octets> outer = Inside(Text(message));
+    std::vector<Octets> parts = Inside(Inside(outer[1])[0]);
+    parts.insert(parts.end() - 1, Tlv(0xA1, Tlv(0xA1, {Oid("1.3.6.1.5.5.7.16.2"), Text(answer)})));
+    Octets content;
+    for (const Octets& part : parts) {
+        content.insert(content.end(), part.begin(), part.end());
+    }
+    const Octets made = Tlv(0x30, {outer[0], Tlv(0xA0, Tlv(0x30, content))});
+    return {made.begin(), made.end()};
+}
+
+/// A message with an answer among its first signer's revocation values (RFC 5126, 6.3.4).
+std::string WithValues(const std::string& message, const std::string& answer) {
+    const BioPtr memory(BIO_new_mem_buf(message.data(), static_cast<int>(message.size())));
+    const std::unique_ptr<CMS_ContentInfo, Freer<CMS_ContentInfo_free>> read(
+        d2i_CMS_bio(memory.get(), nullptr));
+    const Octets octets = Inside(Inside(Inside(Text(answer))[1])[0])[1];
+    const Octets value = Tlv(0x30, Tlv(0xA1, Tlv(0x30, WithoutHead(octets))));
+    CMS_unsigned_add1_attr_by_NID(sk_CMS_SignerInfo_value(CMS_get0_SignerInfos(read.get()), 0),
+                                  NID_id_smime_aa_ets_revocationValues, V_ASN1_SEQUENCE,
+                                  value.data(), static_cast<int>(value.size()));
+    return Der<CMS_ContentInfo>(read.get(), &i2d_CMS_ContentInfo);
+}
+
 /// With responders for both authorities, "openssl ocsp" behind a server of this process.
-class OcspTest : public OpenSslTest {
+class OcspTest : public SignaturesTest {
   protected:
     /// What the responder of the lower authority sends in answer to a question.
     using Answering = std::function<std::string(const std::string& question)>;
@@ -29,10 +86,7 @@ class OcspTest : public OpenSslTest {
               const Answering answer = m_answer;  // the test may go on before a slow one ends
               connection.Write(ca_test::Ok(isRoot ? AnswerOf("root", "root", request.body)
                                                   : answer(request.body)));
-          }) {
-        Put("user/Root/root.crt", Pki("root.crt"));
-        Put("user/CA/ca.crt", Pki("ca.crt"));
-    }
+          }) {}
 
     /// OpenSSL's own answer.
     std::string AnswerOf(const std::string& issuer, const std::string& signer,
@@ -238,4 +292,13 @@ TEST_F(OcspTest, TakesAnswersFromWhatIsJudged) {
     EXPECT_THAT(m_said, HasSubstr(", from the message"));
     EXPECT_EQ(Judge("bob", "", pem(bad)), 16207U) << m_said;
     EXPECT_EQ(Judge("revoked", "", pem(good) + pem(bad)), 16203U) << m_said;
+
+    const std::string message = Theirs("bob", "-nodetach -md sha256");
+    const std::string revoked = Theirs("revoked", "-nodetach -md sha256");
+    EXPECT_EQ(Verify(message), "16200/16207 ");
+    for (const auto with : {&WithInformation, &WithValues}) {
+        EXPECT_EQ(Verify(with(message, good)), "16200/16200 ");
+        EXPECT_EQ(Verify(with(message, bad)), "16200/16207 ");
+        EXPECT_EQ(Verify(with(revoked, bad)), "16200/16203 ");
+    }
 }
