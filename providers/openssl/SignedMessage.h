@@ -28,7 +28,9 @@ class CSignedMessage {
     /// One that has some. Throws 16308 for what is not a signed message.
     CSignedMessage(const COpenSslLibrary& library, std::span<const unsigned char> message);
     CSignedMessage(CSignedMessage&& other) noexcept
-        : m_message(std::move(other.m_message)), m_held(std::exchange(other.m_held, nullptr)) {}
+        : m_message(std::move(other.m_message)),
+          m_held(std::exchange(other.m_held, nullptr)),
+          m_latest(std::exchange(other.m_latest, nullptr)) {}
     CSignedMessage& operator=(CSignedMessage&&) = delete;
     ~CSignedMessage();
 
@@ -58,7 +60,7 @@ class CSignedMessage {
 
     CmsPtr m_message;
     ASN1_OCTET_STRING* m_held = nullptr;  // of m_message: views the content that was signed
-    CMS_SignerInfo* m_latest = nullptr;  // of m_message
+    CMS_SignerInfo* m_latest = nullptr;   // of m_message
 };
 
 /// The digest of octets.
