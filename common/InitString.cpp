@@ -1,6 +1,7 @@
 #include "common/InitString.h"
 
 #include "common/ConfigFileParser.h"
+#include "common/Cleanse.h"
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -239,6 +240,12 @@ void SetPkiItems(InitString& items, const ca::PkiSettings& pki) {
 
 namespace ca {
 
+InitString::~InitString() {
+    for (Item& item : m_items) {
+        CleanseText(item.second);
+    }
+}
+
 void InitString::Append(std::wstring_view text) {
     if (text.size() > kMaxTextLength) {
         throw Exception(kErrParameters, SetZORNAMessage(kMsgInitStringTooLong));
@@ -303,7 +310,12 @@ std::uint64_t InitString::GetUnsigned(std::wstring_view name, std::uint64_t low,
 }
 
 std::wstring InitString::ToString() const {
+    std::size_t size = 0;
+    for (const auto& [name, value] : m_items) {
+        size += name.size() + 2 * value.size() + 4;  // each character may be a quote
+    }
     std::wstring text;
+    text.reserve(size);
     for (const auto& [name, value] : m_items) {
         text.append(name).append(L"=");
         AppendValue(value, text);

@@ -24,6 +24,12 @@ class InitString {
     InitString() = default;
     /// Throws what Append() throws.
     explicit InitString(std::wstring_view text) { Append(text); }
+    InitString(const InitString&) = default;
+    InitString& operator=(const InitString&) = default;
+    InitString(InitString&&) noexcept = default;
+    InitString& operator=(InitString&&) noexcept = default;
+    /// Cleanses the values: there may be passwords among them.
+    ~InitString();
 
     /// Adds the items of a text; they win over those already there.
     /// Throws ca::Exception 16268, with a message that names the item and nothing added, for a text

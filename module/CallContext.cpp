@@ -1,5 +1,6 @@
 #include "module/CallContext.h"
 
+#include "common/Cleanse.h"
 #include "common/DecimalText.h"
 #include "module/CryptoModule.h"
 
@@ -28,6 +29,7 @@ CCallContext::CCallContext(ca::CryptPacket& packet, CCryptoModule* module, bool 
 
 CCallContext::~CCallContext() {
     m_packet.context = nullptr;
+    ca::CleanseText(m_initParams);
 }
 
 const ca::InitString& CCallContext::RequestParams() {
@@ -44,8 +46,10 @@ const std::wstring& CCallContext::InitParams() {
         if ((m_packet.request.present & ca::kPresentCertInclude) != 0) {
             text += L"CERT_INCLUDE=" + ca::DecimalText(m_packet.request.certInclude) + L';';
         }
-        text += RequestParams().ToString();
-        m_initParams = std::move(text);
+        std::wstring own = RequestParams().ToString();
+        m_initParams.reserve(text.size() + own.size());
+        m_initParams.append(text).append(own);
+        ca::CleanseText(own);
     }
     return m_initParams;
 }

@@ -202,10 +202,13 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     // Raw octets lie after the text as it came, whatever the look at the payload makes of it.
     const std::size_t textLength = JsonTextLength(data, length);
     const bool hasPayload = objects.PreParseFileData(const_cast<char*>(data), textLength);
-    const JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
+    JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
     const JsonObject root = text.Root();
 
     ReadFields(root, *this, kRequestFields, [&](Presence rule) { present |= rule.bit; });
+    if (!extInitParams.empty()) {
+        text.HoldsSecrets();  // passwords of keys, as a rule
+    }
     ReadBlobs(root);
     // The first source wins: what is fetched, then raw octets, then the text's own. One payload is
     // never made of two.

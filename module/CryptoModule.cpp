@@ -1,6 +1,7 @@
 #include "module/CryptoModule.h"
 
 #include "common/CancelShield.h"
+#include "common/Cleanse.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/ErrorMessageHelper.h"
@@ -141,12 +142,25 @@ class CTokenLink {
     ca::CryptPacket& m_packet;
 };
 
+// Cleanses the copy of the parameters, which may hold passwords; the host's text is the host's.
+class CCleansedParams {
+  public:
+    explicit CCleansedParams(std::wstring& text) : m_text(text) {}
+    CCleansedParams(const CCleansedParams&) = delete;
+    CCleansedParams& operator=(const CCleansedParams&) = delete;
+    ~CCleansedParams() { ca::CleanseText(m_text); }
+
+  private:
+    std::wstring& m_text;
+};
+
 }  // namespace
 
 namespace ca {
 
 void CryptoModule::ProcessJson(CMPacket& packet) {
     CryptPacket call(packet.interactive ? &m_ownTransfers : &m_serviceTransfers);
+    const CCleansedParams cleansed(call.request.extInitParams);
     try {
         ReadRequest(packet, call.request);
         if (m_config.GetLogMode() == kLogModePayloads) {

@@ -1,5 +1,6 @@
 #include "module/JsonText.h"
 
+#include "common/Cleanse.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
@@ -97,6 +98,12 @@ JsonText::JsonText(const char* text, std::size_t length)
     }
 }
 
+JsonText::~JsonText() {
+    if (m_hasSecrets) {
+        ::explicit_bzero(m_text.Get() != nullptr ? m_text.Get() : m_ownText, m_size);
+    }
+}
+
 char* JsonText::CopyPadded(const char* text, std::size_t length) {
     const std::size_t padded = (length / kVectorBlock + 1) * kVectorBlock;
     unsigned char* copy = m_ownText;
@@ -104,13 +111,17 @@ char* JsonText::CopyPadded(const char* text, std::size_t length) {
         m_text = BytePtr::Make(padded);
         copy = m_text.Get();
     }
+    m_size = padded;
     std::memcpy(copy, text, length);
     std::memset(copy + length, 0, padded - length);
     return reinterpret_cast<char*>(copy);
 }
 
 std::wstring WideText(const JsonValue& value) {
-    return u8u16(std::string(value.GetString(), value.GetStringLength()));
+    std::string text(value.GetString(), value.GetStringLength());
+    std::wstring wide = u8u16(text);
+    CleanseText(text);  // a parameter text may hold passwords
+    return wide;
 }
 
 }  // namespace ca

@@ -38,8 +38,10 @@ class JsonText {
     JsonText(const char* text, std::size_t length);
     JsonText(const JsonText&) = delete;
     JsonText& operator=(const JsonText&) = delete;
-    ~JsonText() = default;
+    ~JsonText();
 
+    /// The copy is overwritten at the end: there are secrets in it.
+    void HoldsSecrets() noexcept { m_hasSecrets = true; }
     /// Lives as long as this object.
     JsonObject Root() const { return JsonObject(m_document); }
 
@@ -53,6 +55,8 @@ class JsonText {
     alignas(16) unsigned char m_ownText[kOwnText];
     alignas(16) unsigned char m_ownPool[kOwnPool];
     BytePtr m_text;
+    std::size_t m_size = 0;  // of the copy
+    bool m_hasSecrets = false;
     CJsonAllocator m_heap;
     JsonPool m_pool;
     JsonDocument m_document;
