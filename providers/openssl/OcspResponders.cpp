@@ -21,8 +21,9 @@ namespace {
 constexpr std::size_t kMaxResponders = 4;       // of one certificate that are asked
 constexpr std::uint32_t kMaxAnswer = 1U << 20;  // octets; whole ones take a few thousand
 constexpr std::int64_t kMaxSeconds = 60;
-constexpr int kNonceSize = 16;  // octets; RFC 8954, 2.1 allows 1 to 32
-constexpr int kNonceOther = 0;  // of OCSP_check_nonce(): both have one, and they differ
+constexpr int kSilentSeconds = 10;  // in which a responder that did not answer is not asked again
+constexpr int kNonceSize = 16;      // octets; RFC 8954, 2.1 allows 1 to 32
+constexpr int kNonceOther = 0;      // of OCSP_check_nonce(): both have one, and they differ
 
 using TextsPtr = ca::Owned<STACK_OF(OPENSSL_STRING), &X509_email_free>;
 
@@ -164,6 +165,9 @@ OcspFinding COcspResponders::Ask(const CProviderCall& call, const COcspJudge& ju
             return finding;
         }
     }
+    if (const auto words = m_silent.Find(source.url, kSilentSeconds)) {
+        return {.state = OcspState::kNone, .words = *words};
+    }
     const bool hasNonce =
         call.Params().GetUnsigned(L"OCSP_NONCE", 0, 1, call.Pki().ocsp.nonce ? 1 : 0) == 1;
     const CRequest request(m_library, question, hasNonce);
@@ -178,9 +182,13 @@ OcspFinding COcspResponders::Ask(const CProviderCall& call, const COcspJudge& ju
                   length);
     } catch (const Exception& e) {
         // Deliberate: the transfer said why in the log; without an answer the state is not known.
-        return Refuse(
-            Say(Words::kOcspNotFetched) + ::GetErrorMessage(e.errorCode, /*prefix=*/false),
-            source.url);
+        const std::wstring words =
+            Say(Words::kOcspNotFetched) + ::GetErrorMessage(e.errorCode, /*prefix=*/false);
+        // What one request may not ask, another one may.
+        if (e.errorCode == kErrConnection) {
+            m_silent.Keep(source.url, std::make_shared<const std::wstring>(words));
+        }
+        return Refuse(words, source.url);
     }
     OcspAnswerPtr answer = COpenSslLibrary::ReadOcspAnswer({body.Get(), length});
     if (answer == nullptr) {

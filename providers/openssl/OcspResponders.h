@@ -31,7 +31,8 @@ class COcspResponders {
     ~COcspResponders() = default;
 
     /// A finding for each certificate but the root. A responder that does not answer, or with what
-    /// is not believed, is told in the log. After a minute no other is asked.
+    /// is not believed, is told in the log; one that did not answer is left alone for ten seconds.
+    /// After a minute no other is asked.
     OcspFindings Look(const CProviderCall& call, const OcspSearch& search);
 
     /// Whether the call has responders asked.
@@ -55,7 +56,8 @@ class COcspResponders {
 
     const COpenSslLibrary& m_library;
     CStores& m_stores;
-    CKeptFetches<OCSP_BASICRESP> m_kept{256};  // by URL and certificate
+    CKeptFetches<OCSP_BASICRESP> m_kept{256};       // by URL and certificate
+    CKeptFetches<const std::wstring> m_silent{64};  // why there was no answer, by URL
 };
 
 }  // namespace ca

@@ -227,6 +227,13 @@ TEST_F(OcspTest, GoesByEachSetting) {
     }
     EXPECT_EQ(Judge("bob", "OCSP_CHECK=0"), 16207U);
 
+    m_answer = slow;
+    Use(kOn, kOfCa + R"(,"timeout":200)");
+    EXPECT_EQ(Judge("bob"), 16207U);
+    const std::size_t asked = m_server.Requests().size();
+    EXPECT_EQ(Judge("bob"), 16207U);
+    EXPECT_EQ(m_server.Requests().size(), asked) << "it did not answer a moment ago";
+
     // What is kept is not asked for again, and a new state is not seen.
     for (const bool isKept : {true, false}) {
         SCOPED_TRACE(isKept);
