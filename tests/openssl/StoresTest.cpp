@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <csignal>
+#include <sys/resource.h>
+
 using testing::HasSubstr;
 
 namespace {
@@ -48,6 +51,25 @@ TEST_F(OpenSslTest, AddsAllOrNothing) {
     EXPECT_FALSE(std::filesystem::exists(blocked + ".cer"));
     EXPECT_EQ(Add(Pki("bob.crt") + Pki("bob.key")).Code(), 0U);
     EXPECT_TRUE(std::filesystem::exists(blocked + ".key"));
+}
+
+// A disk that is full after the key was written and before its certificate is.
+TEST_F(OpenSslTest, KeepsAStoreThatCannotBeWritten) {
+    Put("user/MY/old.crt", Pki("alice.crt"));
+    const std::string both = Pki("bob.crt") + Pki("bob.key");
+    rlimit former{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &former), 0);
+    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{250, former.rlim_max};  // octets: between the two
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const unsigned code = Add(both).Code();
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &former), 0);
+    ::signal(SIGXFSZ, handler);
+    EXPECT_EQ(code, 16102U);
+    EXPECT_EQ(Files(Store("MY")), 1U);
+    EXPECT_EQ(Ids(""), Id("alice.crt") + ' ');
+    EXPECT_EQ(Add(both).Code(), 0U);
+    EXPECT_EQ(Files(Store("MY")), 3U);
 }
 
 TEST_F(OpenSslTest, GuardsKeysAndTrustFromTheService) {
