@@ -1,18 +1,27 @@
 #include "host/StoreCommand.h"
 
+#include "common/ConfigFileParser.h"
+#include "common/Encode.h"
 #include "common/Json.h"
+#include "common/PKIConfigFileParser.h"
+#include "common/StorePaths.h"
 #include "host/CallParameters.h"
 #include "host/FileIo.h"
 #include "host/HostError.h"
 #include "host/JsonEvents.h"
 #include "host/StandardStreams.h"
+#include "host/StoreRemoval.h"
 #include "host/Terminal.h"
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <filesystem>
+#include <iostream>
 #include <memory>
 #include <string>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -29,10 +38,19 @@ constexpr const char* kAddExamples = R"(Examples:
 Where no store is named, certificates with their keys go to MY, of authorities to CA,
 others to AddressBook.)";
 
+constexpr const char* kRemoveExamples = R"(Examples:
+  cmhost store remove 11ae56e7...                     # asks; the whole id, as list shows it
+  cmhost store remove 11ae56e7... --store Root --force
+
+The file of the certificate goes, and that of its key where no other certificate of the store has
+the same key. A file that holds other things too is left as it is.)";
+
 struct StoreOptions {
     host::CallParameters call;
     std::string store;
     std::vector<std::string> files;
+    std::string id;
+    bool isForced = false;
 };
 
 void SetStore(const std::string& store, host::CRequestBuilder& builder) {
@@ -86,6 +104,104 @@ int List(const StoreOptions& options) {
     return host::kExitDone;
 }
 
+// What the module says of each certificate of the store.
+std::vector<rapidjson::Document> Certificates(const StoreOptions& options,
+                                              const host::CLoadedModule& module) {
+    host::CRequestBuilder builder = options.call.Begin("EnumCerts");
+    SetStore(options.store, builder);
+    const rapidjson::Document ids = Parsed(host::AskAsUser(module, builder, nullptr, "EnumCerts"));
+    std::vector<rapidjson::Document> found;
+    if (!ids.IsObject() || !ids.HasMember("certificates") || !ids["certificates"].IsArray()) {
+        return found;
+    }
+    for (const rapidjson::Value& id : ids["certificates"].GetArray()) {
+        host::CRequestBuilder one = options.call.Begin("GetCertInfo2");
+        SetStore(options.store, one);
+        one.Set("senderCertId", host::QuoteJson(id.IsString() ? id.GetString() : ""));
+        rapidjson::Document info = Parsed(host::AskAsUser(module, one, nullptr, "GetCertInfo2"));
+        if (info.IsObject() && info.HasMember("certInfo") && info["certInfo"].IsObject()) {
+            found.push_back(std::move(info));
+        }
+    }
+    return found;
+}
+
+// The directory of the store, by the configuration that the module reads.
+std::string DirectoryOf(const StoreOptions& options) {
+    ca::ConfigFileParser service;
+    ca::PKIConfigFileParser pki;
+    std::wstring fault;
+    service.ReadConfig(fault, /*silent=*/true);
+    pki.ReadConfig(service, fault, /*silent=*/true);
+    const std::string& store = options.store;
+    const std::size_t colon = store.find(':');
+    const std::string location = colon != std::string::npos ? store.substr(0, colon) : "sscu";
+    const std::string name = colon != std::string::npos ? store.substr(colon + 1) : store;
+    if (location != "sscu" && location != "sslm") {
+        throw host::CHostError(host::kExitUsage, "not a store of this machine: " + store);
+    }
+    return ca::StoreDirectoryPath(pki.Settings().stores, location == "sslm",
+                                  ca::u8u16(name.empty() ? "MY" : name));
+}
+
+bool IsConfirmed(const StoreOptions& options, const std::vector<std::string>& files) {
+    if (options.isForced) {
+        return true;
+    }
+    if (::isatty(STDIN_FILENO) != 1) {
+        throw host::CHostError(host::kExitUsage, "nobody to ask: say --force");
+    }
+    for (const std::string& file : files) {
+        host::Note("removes " + file);
+    }
+    host::Note("Remove? [y/N]");
+    std::string line;
+    std::getline(std::cin, line);
+    return line == "y" || line == "Y";
+}
+
+bool RemoveFiles(const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+        std::error_code error;
+        if (!std::filesystem::remove(file, error)) {
+            host::Note("cannot remove " + file + ": " + error.message());
+            return false;
+        }
+        host::Note("removed: " + file);
+    }
+    return true;
+}
+
+// The certificate first: a key that is left over by itself does no harm.
+int Remove(const StoreOptions& options) {
+    const host::CLoadedModule module(options.call.module);
+    std::string key;
+    std::size_t sharing = 0;
+    const std::vector<rapidjson::Document> all = Certificates(options, module);
+    for (const rapidjson::Document& each : all) {
+        key =
+            Text(each["certInfo"], "Id") == options.id ? Text(each["certInfo"], "PublicKey") : key;
+    }
+    for (const rapidjson::Document& each : all) {
+        sharing += Text(each["certInfo"], "PublicKey") == key ? 1 : 0;
+    }
+    const host::StoreRemoval plan = host::PlanRemoval(DirectoryOf(options), options.id);
+    if (key.empty() || (plan.certificates.empty() && plan.mixed.empty())) {
+        host::Note("not in a file of the store: " + options.id);
+        return host::kExitAnsweredBad;
+    }
+    if (!plan.mixed.empty()) {
+        host::Note("holds other things too, so it stays: " + plan.mixed);
+        return host::kExitAnsweredBad;
+    }
+    std::vector<std::string> files = plan.certificates;
+    if (sharing == 1) {
+        files.insert(files.end(), plan.keys.begin(), plan.keys.end());
+    }
+    return IsConfirmed(options, files) && RemoveFiles(files) ? host::kExitDone
+                                                             : host::kExitAnsweredBad;
+}
+
 int Add(const StoreOptions& options) {
     const host::CLoadedModule module(options.call.module);
     host::ExitCode code = host::kExitDone;
@@ -114,6 +230,16 @@ void AddStoreCommand(CLI::App& program, int& exitCode) {
     options->call.AddTo(*list, /*withPassword=*/false);
     list->footer(kListExamples);
     list->callback([options, &exitCode] { exitCode = List(*options); });
+
+    CLI::App* const remove =
+        command->add_subcommand("remove", "Remove a certificate, and the key that is its alone");
+    remove->add_option("id", options->id, "Its id, 40 hex digits")->required()->type_name("ID");
+    remove->add_option("--store", options->store, "Where from; MY when it is left out")
+        ->type_name("STORE");
+    remove->add_flag("--force", options->isForced, "Do not ask");
+    options->call.AddTo(*remove, /*withPassword=*/false);
+    remove->footer(kRemoveExamples);
+    remove->callback([options, &exitCode] { exitCode = Remove(*options); });
 
     CLI::App* const add =
         command->add_subcommand("add", "Add certificates, keys and key stores (PKCS #12)");

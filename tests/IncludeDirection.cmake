@@ -17,7 +17,7 @@ foreach(folder IN LISTS provider_folders)
     list(REMOVE_ITEM not_in_${folder} ${folder})
 endforeach()
 
-set(host_helpers "\"(common/(ConfigFileParser|Encode|ErrorCodes|ErrorMessageHelper|Exception|HeapPtr|Hex|HiddenCharacters|Json|Lng|Log|PKIConfigFileParser|ZonedTime|inifile)|records/(Payload|RecordLabels|objects/[A-Za-z]+|text/(TextLines|VisibleText)))\\.h\"")
+set(host_helpers "\"(common/(ConfigFileParser|Encode|ErrorCodes|ErrorMessageHelper|Exception|HeapPtr|Hex|HiddenCharacters|Json|Lng|Log|PKIConfigFileParser|StorePaths|ZonedTime|inifile|sha1)|records/(Payload|RecordLabels|objects/[A-Za-z]+|text/(TextLines|VisibleText)))\\.h\"")
 
 set(wrong "")
 foreach(folder common asn1 records module host ${provider_folders})

@@ -5,69 +5,21 @@
 #include "common/Exception.h"
 #include "common/Lng.h"
 #include "common/Log.h"
+#include "common/StorePaths.h"
 #include "common/sha1.h"
 #include "providers/openssl/Password.h"
 #include "providers/openssl/ProviderWords.h"
 #include "records/fill/CertInfoFill.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <mutex>
-#include <pwd.h>
-#include <unistd.h>
 #include <utility>
 
 namespace {
 
-constexpr const wchar_t* kOwnStores[] = {ca::kStoreMy, L"Root", L"CA", L"AddressBook"};
-constexpr std::size_t kLongestName = 64;
 constexpr std::size_t kMaxOpened = 16;  // closed files of a store: each is slow to open by design
-
-// Where the user's data are (XDG Base Directory Specification); not what a caller says in a set-uid
-// or set-gid program.
-std::string UserData() {
-    const char* const data = ::secure_getenv("XDG_DATA_HOME");
-    if (data != nullptr && *data == '/') {
-        return data;
-    }
-    if (const char* const home = ::secure_getenv("HOME"); home != nullptr && *home == '/') {
-        return std::string(home) + "/.local/share";
-    }
-    std::vector<char> buffer(16384);
-    struct passwd entry = {};
-    struct passwd* found = nullptr;
-    ::getpwuid_r(::geteuid(), &entry, buffer.data(), buffer.size(), &found);
-    return found != nullptr ? std::string(found->pw_dir) + "/.local/share" : std::string();
-}
-
-std::string RootOf(const ca::PkiStores& settings, int location) {
-    if (location == ca::kLocationLocalMachine) {
-        return settings.machine.empty() ? "/var/lib/ZORNA/stores"
-                                        : ca::PathFromWString(settings.machine);
-    }
-    return settings.user.empty() ? UserData() + "/ZORNA/stores"
-                                 : ca::PathFromWString(settings.user);
-}
-
-// A store's name comes from a client: it may not lead out of the root. Those that every user has are
-// written alike in whatever case they are asked for.
-std::string DirectoryName(const std::wstring& name) {
-    std::wstring lowered = name;
-    ca::tolower(lowered);
-    for (const std::wstring known : kOwnStores) {
-        std::wstring same = known;
-        ca::tolower(same);
-        if (same == lowered) {
-            return ca::u16u8(known);
-        }
-    }
-    const bool isName =
-        !name.empty() && name.size() <= kLongestName && name.front() != L'.' &&
-        std::ranges::all_of(name, [](wchar_t c) { return c >= L' ' && c != L'/' && c != 0x7F; });
-    return isName ? ca::u16u8(name) : std::string();
-}
 
 }  // namespace
 
@@ -82,12 +34,12 @@ std::vector<std::wstring> CStores::OwnNames() {
 std::string CStores::PathOf(const CProviderCall& call, const StoreAddress& store) {
     const bool isHere = store.location == kLocationCurrentUser ||
                         (store.location == kLocationLocalMachine && store.IsLocal());
-    const std::string name = DirectoryName(store.name);
-    const std::string root = RootOf(call.Pki().stores, store.location);
-    if (!isHere || name.empty() || root.empty()) {
+    std::string path =
+        StoreDirectoryPath(call.Pki().stores, store.location == kLocationLocalMachine, store.name);
+    if (!isHere || path.empty()) {
         throw Exception(kErrStoreAddress, Say(Words::kStoreElsewhere));
     }
-    return root + '/' + name;
+    return path;
 }
 
 std::shared_ptr<CStoreDirectory> CStores::Directory(const std::string& path) {

@@ -71,3 +71,43 @@ TEST_F(SigningCommandsTest, SignVerifyAndSayWhy) {
     }
     EXPECT_EQ(TemporaryDir::Read(m_directory.File("content")), "Dear Ann,\n");
 }
+
+TEST_F(SigningCommandsTest, RemoveWhatIsOneCertificatesAlone) {
+    ASSERT_EQ(RunScript("mkdir pki && " MOD_FOO_MAKE_PKI
+                        " pki && cat pki/bob.crt pki/bob.key > bob.pem && "
+                        "openssl x509 -req -in pki/bob.csr -CA pki/ca.crt -CAkey pki/ca.key "
+                        "-set_serial 5 -out renewed.crt")
+                  .exitCode,
+              0);
+    struct Case {
+        const char* script;
+        int exitCode;
+        const char* said;
+    };
+    // "id NAME" is the first certificate of that name in MY, "files" counts what is in there.
+    const Case cases[] = {
+        {"cmhost store add pki/alice.p12 bob.pem --password-file pin; files", 0, "4\n"},
+        {"cmhost store remove $(id alice) < pin", 2, "--force"},
+        {"cmhost store remove $(id alice) --force; files", 0, "2\n"},
+        {"cmhost store remove 00 --force", 1, "not in a file of the store: 00"},
+        {"cmhost store remove $(id bob) --store CA --force", 1, "not in a file"},
+        {"cmhost store add renewed.crt --store MY; cmhost store remove $(id bob) --force; files", 0,
+         "2\n"},
+        {"cmhost store list", 0, "K "},  // the key is the other one's, too
+        {"cat pki/alice.crt pki/ca.crt > data/ZORNA/stores/MY/two.pem; "
+         "cmhost store remove $(id alice) --force",
+         1, "two.pem"},
+        {"files", 0, "3\n"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.script);
+        const HostResult result = RunScript(
+            std::string("export HOME=$PWD XDG_DATA_HOME=$PWD/data MOD_FOO_PKI_CONFIG="
+                        "$PWD/QetCryptoSvcPKIConfig.json; "
+                        "id() { cmhost store list | grep CN=$1 | head -1 | cut -c3-42; }; "
+                        "files() { ls data/ZORNA/stores/MY | wc -l; }; ") +
+            c.script);
+        EXPECT_EQ(result.exitCode, c.exitCode) << result.err;
+        EXPECT_THAT(result.out + result.err, HasSubstr(c.said));
+    }
+}
