@@ -10,7 +10,7 @@ BUILD_PACKAGES=(
 # What the tests need on top.
 TEST_PACKAGES=(
     libgtest-dev libgmock-dev xvfb xauth dpkg-dev file clang-14 libclang-rt-14-dev
-    clang-format-14 clang-tidy-14 gnutls-bin gpgsm
+    clang-format-14 clang-tidy-14 gnutls-bin gpgsm libengine-gost-openssl
 )
 
 # The peers that the benchmarks are linked with.

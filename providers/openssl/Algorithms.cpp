@@ -16,9 +16,24 @@ std::string NameOf(const std::wstring& text) {
     return name;
 }
 
+// Keys of GOST R 34.10-2012 go with the digest of their length alone (RFC 9215, 2); null for others.
+const char* GostDigest(const EVP_PKEY* key) {
+    switch (EVP_PKEY_get_id(key)) {
+        case NID_id_GostR3410_2012_256:
+            return SN_id_GostR3411_2012_256;
+        case NID_id_GostR3410_2012_512:
+            return SN_id_GostR3411_2012_512;
+        default:
+            return nullptr;
+    }
+}
+
 const char* DefaultDigest(const EVP_PKEY* key) {
     if (key != nullptr && ca::SignsWholeMessage(key)) {
         return "SHA512";
+    }
+    if (const char* const gost = key != nullptr ? GostDigest(key) : nullptr) {
+        return gost;
     }
     const bool isCurve = key != nullptr && EVP_PKEY_is_a(key, "EC") == 1;
     const int bits = isCurve ? EVP_PKEY_get_bits(key) : 0;

@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -126,6 +127,9 @@ bool CMessageJudge::Read(std::span<const unsigned char> message) {
         m_fault = Say(Words::kMessageTooMuch);
         return false;
     }
+    m_library.PrepareFor(signedData.Certificates().raw);
+    const bool isPrepared = m_library.PrepareFor(signedData.SignerInfos().raw);
+    m_unreadable = isPrepared ? Words::kMessageNotRead : Words::kGostMissing;
     CMS_ContentInfo* fresh =
         Require(CMS_ContentInfo_new_ex(m_library.Context(), nullptr), kErrExecution);
     const unsigned char* at = message.data();
@@ -167,7 +171,7 @@ bool CMessageJudge::Digest(const VerifyArguments& what) {
     m_content = ReadingBio(m_octets);
     BIO* const chain = CMS_dataInit(m_message.get(), m_content.get());
     if (chain == nullptr) {
-        m_fault = Say(Words::kMessageNotRead);
+        m_fault = Say(m_unreadable);
         return false;
     }
     std::vector<char> passed(kReadAtOnce);
@@ -266,7 +270,10 @@ CMessageJudge::Finding CMessageJudge::Assess(CMS_SignerInfo* signer) {
     EVP_PKEY* key = nullptr;
     X509* certificate = nullptr;
     CMS_SignerInfo_get0_algs(signer, &key, &certificate, nullptr, nullptr);
-    if (certificate == nullptr || key == nullptr) {
+    if (certificate != nullptr && key == nullptr) {
+        return {.value = {kErrNotVerified, WhyNoKey(certificate)}};
+    }
+    if (certificate == nullptr) {
         return {.value = {kErrNotVerified, Say(Words::kSignerUnknown)}};
     }
     Finding finding{.certificate = certificate};
@@ -381,10 +388,13 @@ CMessageJudge::ValueVerdict CMessageJudge::CheckCountersignature(
         }
         const CCountersignature read(m_library, signer);
         certificate = FindSigner(read.Signer());
-        EVP_PKEY* const key = certificate != nullptr ? X509_get0_pubkey(certificate) : nullptr;
-        if (key == nullptr) {
-            certificate = nullptr;
+        if (certificate == nullptr) {
             return {kErrNotVerified, Say(Words::kSignerUnknown)};
+        }
+        EVP_PKEY* const key = X509_get0_pubkey(certificate);
+        if (key == nullptr) {
+            const wchar_t* const why = WhyNoKey(std::exchange(certificate, nullptr));
+            return {kErrNotVerified, why};
         }
         if (const std::wstring fault = AlgorithmFault(read.Signer(), key); !fault.empty()) {
             return {kErrSignatureInvalid, fault};

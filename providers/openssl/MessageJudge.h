@@ -2,6 +2,7 @@
 
 #include "module/Provider.h"
 #include "providers/openssl/Chain.h"
+#include "providers/openssl/ProviderWords.h"
 #include "providers/openssl/Stores.h"
 
 #include <map>
@@ -76,8 +77,9 @@ class CMessageJudge : public ISignatureJudge {
     CmsPtr m_message;
     std::span<const unsigned char> m_octets;  // the content; of m_message or the request
     BioPtr m_content;                         // what is read through m_digests
-    BioPtr m_digests;       // the digests of the content; null: nothing can be verified
-    std::wstring m_fault;   // why
+    BioPtr m_digests;      // the digests of the content; null: nothing can be verified
+    std::wstring m_fault;  // why
+    Words m_unreadable = Words::kMessageNotRead;  // why a content has no digests
     bool m_isRead = false;  // certificates and signers, whatever is with the content
     Companions m_companions;
     // Each certificate is judged once for each time.

@@ -4,6 +4,7 @@
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
+#include "providers/openssl/GostEngine.h"
 
 #include <openssl/cmserr.h>
 #include <openssl/err.h>
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <mutex>
 #include <new>
 
 namespace {
@@ -45,6 +47,7 @@ COpenSslLibrary::COpenSslLibrary()
     : m_context(OSSL_LIB_CTX_new()),
       m_default(nullptr),
       m_legacy(nullptr),
+      m_gost(nullptr),
       m_certificates(kRecentCertificates),
       m_keys(kRecentKeys) {
     const CErrorScope scope;
@@ -67,8 +70,27 @@ COpenSslLibrary::~COpenSslLibrary() {
     if (m_legacy != nullptr) {
         OSSL_PROVIDER_unload(m_legacy);  // its own context goes with it, not with ours
     }
+    if (m_gost != nullptr) {
+        OSSL_PROVIDER_unload(m_gost);
+    }
     OSSL_PROVIDER_unload(m_default);
     OSSL_LIB_CTX_free(m_context);
+}
+
+bool COpenSslLibrary::PrepareFor(std::span<const unsigned char> octets) const {
+    return !CGostEngine::IsNamedIn(octets) || LoadGost();
+}
+
+bool COpenSslLibrary::LoadGost() const {
+    const CErrorScope scope;
+    if (!CGostEngine::Load()) {
+        return false;
+    }
+    const std::lock_guard lock(m_mutex);
+    if (m_gost == nullptr) {
+        m_gost = OSSL_PROVIDER_load(m_context, "gostprov");  // comes with the engine
+    }
+    return m_gost != nullptr;
 }
 
 X509Ptr COpenSslLibrary::ReadCertificate(std::span<const unsigned char> der) const {
@@ -76,6 +98,7 @@ X509Ptr COpenSslLibrary::ReadCertificate(std::span<const unsigned char> der) con
     if (X509Ptr known = m_certificates.Find(source)) {
         return known;
     }
+    PrepareFor(der);
     X509* fresh = Require(X509_new_ex(m_context, nullptr), kErrExecution);
     const unsigned char* at = der.data();
     // d2i frees what it was given when it fails.
@@ -109,6 +132,10 @@ OcspAnswerPtr COpenSslLibrary::ReadOcspAnswer(std::span<const unsigned char> der
 
 DigestPtr COpenSslLibrary::FindDigest(const std::string& name) const {
     DigestPtr digest(EVP_MD_fetch(m_context, name.c_str(), nullptr));
+    if (digest == nullptr) {
+        LoadGost();
+        digest.reset(EVP_MD_fetch(m_context, name.c_str(), nullptr));
+    }
     if (digest == nullptr) {
         throw Exception(kErrModeNotSupported, u8u16("digest " + name));
     }

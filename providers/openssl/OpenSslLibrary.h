@@ -25,6 +25,10 @@ class COpenSslLibrary {
 
     OSSL_LIB_CTX* Context() const noexcept { return m_context; }
 
+    /// Readies GOST where octets of DER name one of its algorithms; false when they do and there is
+    /// none, see CGostEngine.
+    bool PrepareFor(std::span<const unsigned char> octets) const;
+
     /// The certificate of exactly these octets; the same object for the same octets when they came
     /// lately, so nobody changes it. Throws 16113.
     X509Ptr ReadCertificate(std::span<const unsigned char> der) const;
@@ -39,9 +43,13 @@ class COpenSslLibrary {
     RecentKeys& Keys() const noexcept { return m_keys; }
 
   private:
+    bool LoadGost() const;
+
     OSSL_LIB_CTX* m_context;
     OSSL_PROVIDER* m_default;
-    OSSL_PROVIDER* m_legacy;  // null: not installed
+    OSSL_PROVIDER* m_legacy;        // null: not installed
+    mutable CForkMutex m_mutex;     // guards m_gost
+    mutable OSSL_PROVIDER* m_gost;  // digests of GOST; null: not needed yet, or not installed
     mutable RecentCertificates m_certificates;
     mutable RecentKeys m_keys;
 };

@@ -3,6 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/sha1.h"
+#include "providers/openssl/GostEngine.h"
 #include "providers/openssl/ProviderWords.h"
 #include "records/fill/CertInfoFill.h"
 
@@ -14,12 +15,23 @@ constexpr int kKeyIterations = 100000;  // of PBKDF2, for keys that are written 
 
 using CipherPtr = ca::Owned<EVP_CIPHER, &EVP_CIPHER_free>;
 
-ca::KeyPtr ToKey(const ca::COpenSslLibrary& library, const PKCS8_PRIV_KEY_INFO* info) {
-    ca::KeyPtr key(EVP_PKCS82PKEY_ex(info, library.Context(), nullptr));
+// What was read of octets of DER; throws why there is no key.
+ca::KeyPtr RequireKey(ca::KeyPtr key, std::span<const unsigned char> octets) {
+    if (key == nullptr && ca::CGostEngine::IsNamedIn(octets) && !ca::CGostEngine::Load()) {
+        throw ca::Exception(ca::kErrModeNotSupported, ca::Say(ca::Words::kGostMissing));
+    }
     if (key == nullptr) {
         ca::ThrowOpenSsl(ca::kErrBadData);
     }
     return key;
+}
+
+ca::KeyPtr ToKey(const ca::COpenSslLibrary& library, const PKCS8_PRIV_KEY_INFO* info) {
+    const ASN1_OBJECT* algorithm = nullptr;
+    PKCS8_pkey_get0(&algorithm, nullptr, nullptr, nullptr, info);
+    const std::span<const unsigned char> oid(OBJ_get0_data(algorithm), OBJ_length(algorithm));
+    library.PrepareFor(oid);
+    return RequireKey(ca::KeyPtr(EVP_PKCS82PKEY_ex(info, library.Context(), nullptr)), oid);
 }
 
 int Length(const std::string& text) {
@@ -125,11 +137,9 @@ KeyPtr ReadKey(const COpenSslLibrary& library, std::span<const unsigned char> oc
     const unsigned char* at = octets.data();
     const auto size = static_cast<long>(octets.size());
     if (form == KeyForm::kPlain) {
-        KeyPtr key(d2i_AutoPrivateKey_ex(nullptr, &at, size, library.Context(), nullptr));
-        if (key == nullptr) {
-            ThrowOpenSsl(kErrBadData);
-        }
-        return key;
+        library.PrepareFor(octets);
+        return RequireKey(
+            KeyPtr(d2i_AutoPrivateKey_ex(nullptr, &at, size, library.Context(), nullptr)), octets);
     }
     const EncryptedKeyPtr encrypted(d2i_X509_SIG(nullptr, &at, size));
     if (encrypted == nullptr) {

@@ -1,6 +1,8 @@
 #include "providers/openssl/SignerChecks.h"
 
 #include "providers/openssl/Algorithms.h"
+#include "providers/openssl/GostEngine.h"
+#include "providers/openssl/ProviderWords.h"
 
 #include <openssl/ess.h>
 
@@ -79,6 +81,15 @@ bool IsCertificateMeant(const CMS_SignerInfo* signer, X509* certificate,
     std::ranges::for_each(chain, add, &X509Ptr::get);
     return OSSL_ESS_check_signing_certs(first.get(), second.get(), known.get(),
                                         /*require_signing_cert=*/0) > 0;
+}
+
+const wchar_t* WhyNoKey(const X509* certificate) {
+    X509_ALGOR* algorithm = nullptr;
+    X509_PUBKEY_get0_param(nullptr, nullptr, nullptr, &algorithm,
+                           X509_get_X509_PUBKEY(certificate));
+    const bool isGost = CGostEngine::IsNamedIn(
+        {OBJ_get0_data(algorithm->algorithm), OBJ_length(algorithm->algorithm)});
+    return Say(isGost && !CGostEngine::Load() ? Words::kGostMissing : Words::kKeyUnknown);
 }
 
 }  // namespace ca

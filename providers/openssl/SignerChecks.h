@@ -25,4 +25,7 @@ bool FitsKey(const X509_ALGOR* signature, const EVP_PKEY* key);
 bool IsCertificateMeant(const CMS_SignerInfo* signer, X509* certificate,
                         const STACK_OF(X509) * others, const std::vector<X509Ptr>& chain);
 
+/// Why OpenSSL makes nothing of a certificate's public key; static.
+const wchar_t* WhyNoKey(const X509* certificate);
+
 }  // namespace ca
