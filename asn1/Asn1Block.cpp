@@ -20,6 +20,8 @@ std::uint64_t FrameLength(const CAsn1Block& block) {
 }  // namespace
 
 std::uint32_t CheckedAsn1Length(std::uint64_t length) {
+    // Lengths are summed in 64 bits and given out in 32, as the interface has them: here no wrap
+    // passes unseen.
     if (length > kMaxLength) {
         ca::LogError(L"CAsn1Block::GetTotalLength", CA_HERE, ca::kErrAsn1Corrupted,
                      /*throwIt=*/true);
@@ -53,6 +55,7 @@ unsigned int CAsn1Block::GetTotalLength(bool recompute) {
             std::size_t next;
             std::uint64_t length;
         };
+        // Not by recursion: the depth of a tree is a stranger's choice.
         std::vector<Level> open{{this, 0, 0}};
         while (!open.empty()) {
             Level& level = open.back();
@@ -68,6 +71,7 @@ unsigned int CAsn1Block::GetTotalLength(bool recompute) {
                 continue;
             }
             ++level.next;
+            // An object was detached from it: it is not written, so it does not count.
             if (child->excluded) {
                 continue;
             }
@@ -88,6 +92,7 @@ unsigned int CAsn1Block::GetTotalLength(bool recompute) {
 }
 
 std::span<const unsigned char> CAsn1Block::GetRawEncoding() const {
+    // A block that was cut off announces more than the buffer holds.
     return {start, start != nullptr ? std::min(totalLength, m_available) : 0};
 }
 
@@ -98,10 +103,13 @@ void CAsn1Block::SetRawEncoding(std::span<const unsigned char> encoding) {
 }
 
 void CAsn1Block::AppendInnerBlock(CAsn1Block* block) {
+    // A loose block knows its parent, but the parent does not list it: ImportInnerBlock() makes
+    // such.
     const bool listed = block->parent != nullptr && !block->m_loose;
     if (listed && block->parent == this) {
         return;
     }
+    // First what may fail: without memory the block stays where it was.
     ReserveChild();
     if (listed) {
         block->parent->TakeInnerBlock(block).release();  // from one owner to the other

@@ -16,6 +16,8 @@ namespace {
 
 constexpr unsigned kLinesPerDamage = 16;
 constexpr std::uint32_t kNoPair = 0xFFFFFFFF;
+// Octets: the two zeros after a content of indefinite length (X.690, 8.1.5), and the least that a
+// header has.
 constexpr std::uint32_t kEndOfContents = 2;
 constexpr std::uint32_t kShortHeader = 2;
 // Pool octets per octet of input: a block and its place among the children for every four octets
@@ -91,6 +93,8 @@ inline CAsn1Block* CAsn1BlockReader::NewChild() {
 }
 
 inline void CAsn1BlockReader::Open(CAsn1Block& block) {
+    // While a block is open, its count says where its children begin in m_children: the way back up
+    // needs no stack of its own.
     block.m_childrenLength = 0;
     block.m_childCount = static_cast<std::uint32_t>(m_children.size());
     m_open = &block;
@@ -104,6 +108,7 @@ inline void CAsn1BlockReader::ReadPrimitive(CAsn1Block& block) {
         return;
     }
     const std::uint32_t header = HeaderLength(block);
+    // Subtracted, not added: the sum could wrap.
     if (block.contentLength > Remaining() - header) {
         Truncated();
         EndAtBuffer(block);
@@ -156,7 +161,7 @@ inline bool CAsn1BlockReader::ReadHeader(CAsn1Block& block) {
     return false;
 }
 
-// Whether the innermost open block ends behind `child`, its latest.
+// Whether the innermost open block ends after `child`, its latest.
 inline bool CAsn1BlockReader::IsLastChild(const CAsn1Block& child) {
     CAsn1Block& block = *m_open;
     if (block.isUnknownLength) {
@@ -204,6 +209,7 @@ inline const CAsn1Block* CAsn1BlockReader::Close() {
         m_offset += ending;
     } else {
         m_lengthsFinal = m_lengthsFinal && m_position - content == block.contentLength;
+        // Where the buffer ended first, more was announced than there is.
         block.contentLength = std::min(block.contentLength, m_size - content);
         m_position = content + block.contentLength;
     }
@@ -256,6 +262,7 @@ bool CAsn1BlockReader::ReadLongLength(CAsn1Block& block) {
         length += std::uint32_t{octets[i]} << (8 * (octets.size() - 1 - i) % 32);
     }
     block.contentLength = length;
+    // A padded length is written in fewer octets, so that the total has to be summed anew.
     m_lengthsFinal = m_lengthsFinal && octets.size() == GetBytesCount(length);
     return true;
 }
@@ -312,6 +319,7 @@ void CAsn1BlockReader::Unwind() noexcept {
         try {
             Hang(children);
         } catch (const std::bad_alloc&) {
+            // No memory for their list: they are freed rather than lost.
             CAsn1BlockPool::Destroy(children);
             Hang({});
         }

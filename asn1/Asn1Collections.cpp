@@ -14,6 +14,7 @@ CAsn1Collection::CAsn1Collection(CAsn1Block* block, CAsn1Object* parent)
 }
 
 void CAsn1Collection::Decode() {
+    // A list of work instead of recursion: the depth is a stranger's choice.
     std::vector<CAsn1Collection*> open{this};
     while (!open.empty()) {
         CAsn1Collection* collection = open.back();

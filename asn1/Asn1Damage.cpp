@@ -26,6 +26,7 @@ Asn1Fault Judge(Octets octets, CBerHeader& header) {
         header.LengthOctets().size() > kMaxLengthOctets) {
         return Asn1Fault::kMalformed;
     }
+    // Subtracted, not added: an announced length could wrap a sum.
     return isWhole && header.Length() <= octets.size() - header.Size() ? Asn1Fault::kNone
                                                                        : Asn1Fault::kTruncated;
 }
@@ -53,6 +54,8 @@ namespace ca {
 
 std::optional<Asn1Damage> FindAsn1Damage(Octets octets) {
     std::vector<Open> open;
+    // `limit` is the end of the innermost element of definite length; what is of indefinite length
+    // in it ends there at the latest.
     std::size_t limit = octets.size();
     std::size_t at = 0;
     const auto close = [&] {
@@ -60,6 +63,7 @@ std::optional<Asn1Damage> FindAsn1Damage(Octets octets) {
         open.pop_back();
     };
     while (at < octets.size() || !open.empty()) {
+        // Ends are taken off before anything is read: several elements may end at one place.
         if (!open.empty() && open.back().end == at) {
             close();
             continue;

@@ -50,6 +50,7 @@ inline Asn1Fault ReadHeader(std::span<const unsigned char> octets, Header& heade
 // definite length are stepped over; open ones of indefinite length are only counted.
 Asn1Fault FindEndOfContents(std::span<const unsigned char> octets, std::size_t& contentLength) {
     std::size_t position = 0;
+    // Counted, not entered: the cost is one step an element, whatever the depth.
     for (std::size_t open = 1;;) {
         const auto rest = octets.subspan(position);
         if (rest.size() < 2) {
@@ -96,6 +97,7 @@ Asn1Fault CAsn1Cursor::Next(CAsn1Element& element) noexcept {
             return fault;
         }
     }
+    // The end-of-contents pair belongs to the element, not to its content.
     const std::size_t total = header.Size() + contentLength + (header.IsIndefinite() ? 2 : 0);
     element = {header.Tag(), header.IsIndefinite(), m_rest.first(total), body.first(contentLength)};
     m_rest = m_rest.subspan(total);

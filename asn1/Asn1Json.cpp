@@ -123,6 +123,7 @@ std::string TagText(unsigned char tag) {
 
 // How the objects of the blocks of each tag begin.
 ca::CLazy<std::array<std::string, 256>> openings([] {
+    // A tree has millions of blocks and 256 tags.
     std::array<std::string, 256> all;
     for (std::size_t tag = 0; tag < all.size(); ++tag) {
         all[tag] = R"("structure":{"tag":)" + std::to_string(tag) + R"(,"tagString":")" +
@@ -152,6 +153,7 @@ class TreeDump {
         const auto enter = [&](CAsn1Block& block) {
             WriteMembers(block);
             const auto children = block.GetInnerBlocks();
+            // An empty child is closed at once; the braces round the root are the caller's.
             if (children.empty() && !open.empty()) {
                 m_writer.Raw("]}}");
             } else {
@@ -202,6 +204,7 @@ class TreeDump {
     }
 
     const std::string& Description(CAsn1Block& block) {
+        // Each name is converted once a dump, however often its identifier occurs.
         const ca::OidInfo* row = ca::FindOid(block.GetRawContent());
         std::string& text = row != nullptr ? m_names[ca::RowOf(*row)] : m_noName;
         if (text.empty()) {
@@ -222,6 +225,8 @@ class TreeDump {
                 ca::WriteHex(content, m_writer.PlainOfSize(content.size() * 2));
                 return;
             case kAsn1Integer:
+                // Of four octets or fewer a number, of more their hex digits: serial numbers and
+                // key parts.
                 m_scratch.clear();
                 ca::AppendInteger(content, 0, m_scratch);
                 m_writer.Plain(m_scratch);
@@ -301,6 +306,7 @@ ca::BytePtr CAsn1Block::ToJson(std::size_t* length) {
     DumpWriter writer(text);
     writer.Raw("{");
     TreeDump(*this, writer).Write();
+    // A block that was built instead of parsed has no octets of its own.
     if (totalLength != 0 && start != nullptr) {
         writer.Raw(R"(,"data":)");
         if (corrupted) {

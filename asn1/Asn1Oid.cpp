@@ -59,6 +59,7 @@ std::string CAsn1ObjectIdentifier::GetDottedText(std::span<const unsigned char> 
             continue;
         }
         if (first) {
+            // All that does not fit roots 0 and 1 is of root 2 (X.690, 8.19.4).
             const std::uint32_t root = std::min<std::uint32_t>(value / kArcsPerRoot, 2);
             AppendArc(static_cast<std::int32_t>(root), text);
             value -= root * kArcsPerRoot;

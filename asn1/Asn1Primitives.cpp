@@ -7,6 +7,7 @@
 
 void CAsn1Boolean::Decode() {
     const auto content = Content();
+    // Any octet but zero is TRUE in BER (X.690, 8.2.2).
     m_value = !content.empty() && content[0] != 0;
 }
 
@@ -15,6 +16,7 @@ std::wstring CAsn1Boolean::GetFormattedString([[maybe_unused]] unsigned int flag
 }
 
 void CAsn1Boolean::_Encode() {
+    // The only TRUE of DER (X.690, 11.1).
     SetContent({static_cast<unsigned char>(m_value ? 0xFF : 0x00)});
 }
 
@@ -63,6 +65,7 @@ std::span<const unsigned char> CAsn1BitString::ClearUnusedBits(const CAsn1Block&
     if (content.size() < 2) {
         return {};
     }
+    // More than 7 is not allowed (X.690, 8.6.2.2); 8 clears the whole octet.
     const unsigned unused = std::min<unsigned>(content[0], 8);
     // Everything else only views the buffer. It was handed to Parse() as one that may be written.
     auto& last = const_cast<unsigned char&>(content.back());
@@ -124,6 +127,7 @@ void CAsn1ContructedOctetString::Decode() {
     // Overrunning segments can show the same octets many times; the value stays within the buffer.
     const std::size_t limit = root->start != nullptr ? root->GetAvailable() : SIZE_MAX;
     std::vector<Level> open{{root, 0}};
+    // Segments may hold segments (X.690, 8.7.3.2), to any depth.
     while (!open.empty()) {
         const CAsn1Block* segment = open.back().block->GetInnerBlock(open.back().next++);
         if (segment == nullptr) {
@@ -145,6 +149,7 @@ std::wstring CAsn1ContructedOctetString::GetFormattedString(
 
 void CAsn1ContructedOctetString::_Encode() {
     SetContent(m_value);
+    // One primitive segment round all octets. It views those that this object keeps.
     CAsn1Block* block = GetBlock();
     CAsn1Block* segment = block->AddInnerBlock();
     segment->tag = kAsn1OctetString;

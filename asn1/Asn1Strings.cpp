@@ -34,6 +34,7 @@ void CAsn1BaseString::SetValue(std::wstring text) {
 
 void CAsn1TeletexString::Decode() {
     std::string text = ContentText(Content());
+    // 0xC2 is the acute accent of T.61, which stands before its letter.
     std::replace(text.begin(), text.end(), '\xC2', '\'');
     StoreText(ca::u8u16(text));
 }
@@ -49,6 +50,7 @@ void CAsn1UnicodeString::_Encode() {
         content.push_back(static_cast<unsigned char>(unit));
     };
     for (const wchar_t c : GetValue()) {
+        // A character past 16 bits becomes a pair of surrogates, which ReadUtf16() joins again.
         const auto point = static_cast<std::uint32_t>(c);
         if (point < 0x10000) {
             append(point);

@@ -21,6 +21,7 @@ bool HasPlainTimeFormat() {
 bool AreFieldsInRange(std::span<const unsigned, kUtcFields> fields) {
     const auto [year, month, day, hour, minute, second] =
         std::array{fields[0], fields[1], fields[2], fields[3], fields[4], fields[5]};
+    // Two digits count from 2000, as CAsn1Time reads them: its text and this one must agree.
     const std::chrono::year_month_day date(std::chrono::year(2000 + static_cast<int>(year)),
                                            std::chrono::month(month), std::chrono::day(day));
     return date.ok() && hour <= 23 && minute <= 59 && second <= 59;
@@ -32,6 +33,7 @@ namespace ca {
 
 void AppendHex(std::span<const unsigned char> octets, unsigned flags, std::string& out) {
     if ((flags & kHexSkipLeadingZero) != 0 && !octets.empty() && octets[0] == 0) {
+        // The octet that keeps a number with its first bit set positive (X.690, 8.3.3).
         octets = octets.subspan(1);
     }
     AddHex(octets, out, (flags & kHexUpperCase) != 0 ? kUpperHexDigits : kLowerHexDigits,
@@ -53,6 +55,7 @@ bool AppendPlainUtcTime(std::span<const unsigned char> content, std::string& out
     constexpr std::size_t kDigits = kUtcFields * 2;
     const bool zoned =
         content.size() > kDigits && (content[kDigits] == '+' || content[kDigits] == '-');
+    // Whatever CAsn1Time may read differently is left to it.
     if (content.size() < kDigits || zoned || !HasPlainTimeFormat()) {
         return false;
     }

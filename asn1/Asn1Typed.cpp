@@ -81,6 +81,7 @@ void BindRoot(CAsn1Block& block, const CAsn1Element& element, Asn1Blocks blocks)
                              /*noThrow=*/false, /*continueOnLengthMismatch=*/false)
                 .Read(block);
         } catch (const ca::Exception&) {
+            // The members are read from the octets; they need no tree below.
             block.DeleteInnerBlocks();
             block.corrupted = true;
         }
@@ -115,12 +116,15 @@ std::vector<unsigned char> OctetStringOf(const CAsn1Element& element) {
 }
 
 bool CAsn1Bits::operator[](std::size_t bit) const {
+    // Trailing zero bits of named bits are left out in DER (X.690, 11.2.2): a missing bit is not
+    // set.
     return bit / 8 < octets.size() && bit < octets.size() * 8 - unused &&
            (octets[bit / 8] & (0x80U >> (bit % 8))) != 0;
 }
 
 CAsn1Bits BitsOf(const CAsn1Object* object) {
     const auto content = OctetsOf(object);
+    // The first octet counts the unused bits of the last one (X.690, 8.6.2.2, 8.6.2.3).
     if (content.empty() || content[0] > 7 || (content.size() == 1 && content[0] != 0)) {
         return {};
     }

@@ -43,6 +43,7 @@ std::wstring IdentifierText(Octets octets, std::size_t longest) {
     return text;
 }
 
+// The first octet counts the unused bits (X.690, 8.6.2.2); it is said only where there are some.
 std::wstring BitsText(Octets octets, std::size_t longest) {
     if (octets.empty()) {
         return L"";
@@ -58,6 +59,7 @@ std::wstring Quoted(const std::wstring& text) {
 }
 
 std::wstring Utf8Text(Octets octets, std::size_t longest) {
+    // A character takes at most four octets.
     const auto wanted = octets.first(std::min(octets.size(), 4 * longest));
     return Quoted(ca::u8u16(std::string(wanted.begin(), wanted.end())));
 }
@@ -76,6 +78,7 @@ std::wstring TimeText(Octets octets, bool hasCentury, std::size_t longest) {
         !std::all_of(text.begin(), text.end() - 1, [](char c) { return c >= '0' && c <= '9'; })) {
         return Quoted(ca::u8u16(text));
     }
+    // From 50 on the years are those of the last century (RFC 5280, 4.1.2.5.1).
     if (!hasCentury) {
         text.insert(0, text[0] < '5' ? "20" : "19");
     }
@@ -156,6 +159,8 @@ std::span<const unsigned char> FileOctets(const CAsn1Block& block) {
     if (block.start == nullptr) {
         return {};
     }
+    // The tree's own lengths are those of the shortest form and may overrun; the octets tell what
+    // the file has.
     CAsn1Cursor cursor({block.start, block.GetAvailable()});
     CAsn1Element element;
     if (!cursor.AtEnd() && cursor.Next(element) == Asn1Fault::kNone) {

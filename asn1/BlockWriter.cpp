@@ -13,6 +13,7 @@ void CBlockWriter::Write(const CAsn1Block& root) {
         CAsn1Block* const* next;
         CAsn1Block* const* end;
     };
+    // Not by recursion: the depth is a stranger's choice.
     std::vector<Level> open;
     const auto enter = [&](const CAsn1Block& block) {
         WriteHeader(block);
@@ -60,6 +61,7 @@ void CBlockWriter::WriteHeader(const CAsn1Block& block) {
 
 void CBlockWriter::WriteContent(const CAsn1Block& block) {
     const auto octets = block.GetRawContent();
+    // A block that was cut off announces octets that nobody has.
     if (octets.size() != block.contentLength) {
         throw ca::Exception(ca::kErrAsn1Corrupted);
     }

@@ -46,6 +46,7 @@ void CAsn1Object::Encode() {
         CAsn1Object* object;
         std::size_t next;
     };
+    // The innermost first, since what an object writes may contain what its members wrote.
     std::vector<Level> open{{this, 0}};
     while (!open.empty()) {
         Level& level = open.back();
@@ -93,6 +94,7 @@ void CAsn1Object::_DetachInnerObject(CAsn1Object* child, bool withBlock) {
         return;
     }
     child->_SetParenObject(nullptr);
+    // The tree still owns the block; it is only left out when written.
     if (withBlock && child->m_block != nullptr) {
         child->m_block->excluded = true;
     }
@@ -109,6 +111,7 @@ void CAsn1Object::_SetSelfOwnObject() {
     }
     CAsn1Block holder;
     std::unique_ptr<CAsn1Block> copy(holder.ImportInnerBlock(m_block));
+    // A copy is of the definite form; this one must be written as it was read.
     copy->isUnknownLength = m_block->isUnknownLength;
     const auto pairs = PairBlocks(m_block, copy.get());
     std::vector<CAsn1Object*> open{this};

@@ -52,6 +52,7 @@ void CCryptAsn1Parser::Parse(unsigned char* data, unsigned int size, bool stopAt
         m_totalLength = reader.AreLengthsFinal() ? reader.GetPosition() : GetTotalLength();
     } catch (const ca::Exception& e) {
         m_errorCode = e.errorCode;
+        // Damage is an outcome of a parse, which the error code tells; anything else is a failure.
         if (e.errorCode != ca::kErrAsn1UnexpectedEnd && e.errorCode != ca::kErrAsn1Corrupted) {
             throw;
         }
@@ -68,6 +69,7 @@ unsigned int CCryptAsn1Parser::GetTotalLength() {
 }
 
 void CCryptAsn1Parser::Build(unsigned char* out) {
+    // Logged only: what was read before the damage is written all the same.
     if (m_errorCode != ca::kErrNone) {
         ca::LogError(L"CCryptAsn1Parser::Build", CA_HERE, m_errorCode, /*throwIt=*/false);
     }

@@ -7,6 +7,7 @@
 
 namespace {
 
+// Not set in the universal class.
 constexpr unsigned char kClassBits = 0xC0;
 
 // The octets in which something else may be encoded.
@@ -15,6 +16,7 @@ std::span<const unsigned char> OpaqueContent(const CAsn1Block& block) {
     if (block.tag == kAsn1OctetString) {
         return content;
     }
+    // An encoding is whole octets: with unused bits the value is flags or a number.
     const bool isWholeOctets = block.tag == kAsn1BitString && !content.empty() && content[0] == 0;
     return isWholeOctets ? content.subspan(1) : std::span<const unsigned char>();
 }
@@ -54,6 +56,7 @@ CEnclosedBlocks::Blocks CEnclosedBlocks::Of(const CAsn1Block& block) {
     if (block.tag != kAsn1OctetString && block.tag != kAsn1BitString) {
         return {};
     }
+    // What encloses nothing is remembered too, so that each block is judged once.
     const auto [place, isNew] = m_enclosed.try_emplace(&block);
     if (const auto encoding = isNew ? EnclosedEncoding(block) : std::span<const unsigned char>();
         !encoding.empty()) {

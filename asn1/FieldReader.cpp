@@ -13,6 +13,7 @@ void CFieldReader::ReadOwnElement() {
 
 void CFieldReader::End() {
     if (!m_fault && !m_blocked && !m_cursor.AtEnd()) {
+        // What is left over is either unreadable or a member that the type does not have.
         CAsn1Element left;
         const auto at = m_cursor.Rest();
         const Asn1Fault fault = m_cursor.Next(left);
@@ -23,6 +24,7 @@ void CFieldReader::End() {
         }
     }
     if (m_fault) {
+        // Thrown last: members after the fault have been read as well, and describers show them.
         m_owner.m_hasFault = true;
         throw *std::move(m_fault);
     }
@@ -71,6 +73,7 @@ bool CFieldReader::TakeInner(const char* name, CAsn1Element& inner) {
 }
 
 CAsn1Block* CFieldReader::TakenBlock(const char* name) {
+    // A CHOICE has no element of its own: what it holds is the alternative itself.
     return m_isChoice ? m_owner.GetBlock()
                       : ChildBlock(name, m_owner.GetBlock(), m_taken - 1, m_element);
 }
@@ -118,6 +121,7 @@ std::uint32_t CFieldReader::OffsetOf(std::span<const unsigned char> octets) cons
 }
 
 void CFieldReader::NotThere(const char* name) {
+    // A member after a fault need not be missing: nobody looked for it.
     if (m_fault || m_blocked) {
         return;
     }

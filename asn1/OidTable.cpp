@@ -28,7 +28,7 @@ constexpr bool AppendArc(OidOctets& out, std::uint64_t arc) {
     return true;
 }
 
-// Takes the digits of one arc off the text; false when they are no arc of 32 bits in its usual
+// Takes the digits of one arc off the text; false when they are not an arc of 32 bits in its usual
 // form.
 constexpr bool TakeArc(std::wstring_view& text, std::uint64_t& arc) {
     arc = 0;
@@ -52,11 +52,13 @@ constexpr bool TakeDot(std::wstring_view& text) {
     return true;
 }
 
-// The encoding of a dotted text; of size 0 when it is none or longer than any row.
+// The encoding of a dotted text; of size 0 when it is not one or longer than any row.
 constexpr OidOctets EncodeOid(std::wstring_view text) {
     OidOctets out;
     std::uint64_t root = 0;
     std::uint64_t arc = 0;
+    // Under the first two roots arcs go up to 39: the first octets hold root * 40 + arc (X.690,
+    // 8.19.4).
     if (!TakeArc(text, root) || root > 2 || !TakeDot(text) || !TakeArc(text, arc) ||
         (root < 2 && arc > 39) || !AppendArc(out, root * 40 + arc)) {
         return {};
@@ -96,6 +98,7 @@ const OidInfo* RowAt(std::size_t index) noexcept {
     return index != COidIndex::kNone ? &kOidRows[index] : nullptr;
 }
 
+// It also keeps the cost of decimal digits small, which grows with the square of an arc's octets.
 constexpr std::size_t kMaxShown = 256;  // octets of an identifier that is shown
 
 std::wstring HexText(std::span<const unsigned char> octets) {
@@ -108,6 +111,7 @@ std::wstring HexText(std::span<const unsigned char> octets) {
 }
 
 // A number of any size, least significant part first, nine decimal digits a part.
+// Arcs may have any size: those made of a UUID, under 2.25, have 128 bits (X.667).
 class DecimalNumber {
   public:
     void Append7Bits(unsigned bits) {

@@ -70,6 +70,7 @@ bool IsOutlined(const TagRow& row, bool isConstructed) {
 }  // namespace
 
 const char* Asn1TagName(unsigned char tag) noexcept {
+    // What is constructed or of another class has no word in the dump.
     return tag <= kNumberBits ? kUniversal[tag].dump : "";
 }
 

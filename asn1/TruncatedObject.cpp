@@ -9,6 +9,7 @@
 
 namespace {
 
+// Elements in one another; the beginning that is kept ends where they are deeper.
 constexpr std::size_t kMaxOpen = 64;
 
 using Octets = std::span<const unsigned char>;
@@ -16,7 +17,7 @@ using Octets = std::span<const unsigned char>;
 // An element that does not end in the octets.
 struct OpenElement {
     std::size_t lengthAt = 0;      // its first length octet
-    std::size_t lengthOctets = 0;  // behind that one
+    std::size_t lengthOctets = 0;  // after that one
     bool indefinite = false;
 
     std::size_t ContentAt() const { return lengthAt + 1 + lengthOctets; }
@@ -128,6 +129,7 @@ std::optional<CAsn1Beginning> MendTruncated(Octets octets) {
     }
     const Octets kept = octets.first(walk.End());
     CAsn1Beginning mended{{kept.begin(), kept.end()}, kept.size()};
+    // The innermost first: the zeros that it gets count in the lengths round it.
     for (auto open = walk.Open().rbegin(); open != walk.Open().rend(); ++open) {
         if (open->indefinite) {
             mended.octets.insert(mended.octets.end(), 2, 0);

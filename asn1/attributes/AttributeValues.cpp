@@ -18,6 +18,7 @@ void CAsn1SecurityCategory::Decode() {
 
 void CAsn1Clearance::Decode() {
     CFieldReader fields(*this);
+    // RFC 3281, 4.4.6, tagged the members; X.501 and RFC 5755, 4.4.6, do not.
     m_policyId = fields.OptionalImplicit<CAsn1ObjectIdentifier>(0, "policyId");
     if (m_policyId != nullptr) {
         m_classList = fields.OptionalImplicit<CAsn1BitString>(1, "classList");

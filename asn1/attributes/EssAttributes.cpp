@@ -8,6 +8,8 @@ CA_ASN1_DECODE(CAsn1ReceiptRequest)
 
 void CAsn1EssSecurityLabel::Decode() {
     CFieldReader fields(*this);
+    // A SET (RFC 2634, 3.2): DER sorts its members by their tags (X.690, 10.3), other writers keep
+    // the order of the definition.
     m_securityClassification = fields.Optional<CAsn1Integer>("security-classification");
     m_securityPolicyIdentifier =
         fields.Required<CAsn1ObjectIdentifier>("security-policy-identifier");

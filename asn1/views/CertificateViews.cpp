@@ -23,6 +23,7 @@ bool CAsn1TbsCertificateView::HasForm() const {
     constexpr unsigned kSequences = 5;
     CAsn1Cursor members(Element().content);
     CAsn1Element member;
+    // version is DEFAULT v1, so that it may be missing (RFC 5280, 4.1).
     bool isThere = members.Step(member);
     if (isThere && member.tag == ca::ContextConstructed(0)) {
         isThere = members.Step(member);

@@ -45,6 +45,7 @@ bool CAsn1CertificateListView::HasForm() const {
 }
 
 void CAsn1RevokedCertificateView::Read(const CAsn1Element& entry) {
+    // One view reads all entries of a list: nothing may stay of the entry before.
     m_userCertificate = {};
     m_revocationDate = {};
     m_crlEntryExtensions = {};
@@ -59,6 +60,7 @@ ca::Octets CAsn1RevokedCertificateView::CertificateIssuer() const {
     CAsn1Element extension;
     for (CAsn1Cursor extensions(m_crlEntryExtensions.content); extensions.Step(extension);) {
         const CAsn1ExtensionView view(extension);
+        // Met only in lists of other issuers' certificates (RFC 5280, 5.3.3).
         if (!ca::IsOid(view.ExtnId(), "certificateIssuer")) {
             continue;
         }

@@ -4,6 +4,8 @@
 
 ca::Octets CAsn1ExtensionView::ValueOctets() const {
     const CAsn1Element critical = Critical();
+    // critical is left out where it is FALSE: the value stands after whichever is the last before
+    // it.
     const CAsn1Element before = critical.raw.empty() ? Member(0) : critical;
     const ca::Octets content = Element().IsConstructed() ? Element().content : ca::Octets();
     return before.raw.empty()

@@ -21,6 +21,7 @@ CAsn1Element CAsn1SignedDataView::AfterContent(unsigned char tag) const {
 }
 
 CAsn1Element CAsn1SignedDataView::SignerInfos() const {
+    // certificates [0] and crls [1] may each be left out (RFC 5652, 5.1).
     for (std::size_t i = kBeforeChoices;; ++i) {
         const CAsn1Element member = Member(i);
         const bool isChoices =
@@ -40,6 +41,7 @@ ca::Exception CAsn1EnvelopeView::RecipientInfosFault() const {
     CAsn1Cursor cursor(Element().content);
     CAsn1Element member;
     std::size_t offset = 0;
+    // Member by member, to tell which one keeps the wanted one from being found.
     for (std::size_t i = 0; i <= RecipientInfosIndex(); ++i) {
         offset = static_cast<std::size_t>(cursor.Rest().data() - Element().raw.data());
         if (cursor.AtEnd()) {

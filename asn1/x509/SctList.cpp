@@ -4,6 +4,7 @@
 
 namespace {
 
+// Octets of what a stamp holds in a fixed size, in the encoding of TLS (RFC 6962, 3.2).
 constexpr std::size_t kLogIdLength = 32;
 constexpr std::size_t kTimestampLength = 8;
 constexpr std::size_t kVectorLength = 2;  // octets that hold a vector's length
@@ -41,6 +42,7 @@ void ExpectEnd(Octets rest) {
 }  // namespace
 
 CSctList::CSctList(Octets list) {
+    // SignedCertificateTimestampList: a vector of vectors (RFC 6962, 3.3).
     m_rest = TakeVector(list);
     ExpectEnd(list);
 }
@@ -56,12 +58,14 @@ bool CSctList::Next(Octets& stamp) {
 CSignedCertificateTimestamp CSctList::Read(Octets stamp) {
     CSignedCertificateTimestamp read;
     read.version = TakeOctets(stamp, 1)[0];
+    // How another version goes on is not known.
     if (read.version != 0) {
         return read;
     }
     read.logId = TakeOctets(stamp, kLogIdLength);
     read.timestamp = TakeNumber(stamp, kTimestampLength);
     read.extensions = TakeVector(stamp);
+    // The algorithms as TLS 1.2 numbers them (RFC 5246, 7.4.1.4.1).
     read.hashAlgorithm = TakeOctets(stamp, 1)[0];
     read.signatureAlgorithm = TakeOctets(stamp, 1)[0];
     read.signature = TakeVector(stamp);
