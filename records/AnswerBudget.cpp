@@ -9,6 +9,7 @@ namespace {
 constexpr std::size_t kElementPerOctet = 6;
 constexpr std::size_t kElementAlways = 64 << 10;
 
+// `times`: how many copies of what is taken will stand in memory at once (CBudgetLoan).
 struct Account {
     std::size_t left = SIZE_MAX;
     std::size_t times = 1;
@@ -23,6 +24,7 @@ namespace ca {
 CAnswerBudget::CAnswerBudget(std::size_t octets) noexcept
     : CAnswerBudget(Rest{kAlways + kPerOctet * octets}) {}
 
+// An answer has one budget, however deep the functions that open one call each other.
 CAnswerBudget::CAnswerBudget(Rest rest) noexcept : m_isOutermost(!account.isOpen) {
     if (m_isOutermost) {
         account = {rest.left, 1, true};
@@ -40,6 +42,7 @@ std::size_t CAnswerBudget::Left() noexcept {
 }
 
 bool CAnswerBudget::HasRoomFor(std::size_t octets, std::size_t besides) noexcept {
+    // Compared by division: products of sizes that strangers choose could wrap.
     const std::size_t kept = kElementAlways + besides;
     return Left() >= kept && (Left() - kept) / kElementPerOctet >= octets;
 }
@@ -52,10 +55,12 @@ void CAnswerBudget::Take(std::size_t octets) noexcept {
 
 CBudgetLoan::CBudgetLoan(std::size_t times) noexcept
     : m_left(account.left), m_times(account.times) {
+    // Never less than outside: what is copied twice out there is copied twice in here too.
     account.times = std::max(times, account.times);
 }
 
 CBudgetLoan::~CBudgetLoan() {
+    // What was taken meanwhile is given back: a loan is for what is dropped at its end.
     account.left = m_left;
     account.times = m_times;
 }

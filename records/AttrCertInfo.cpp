@@ -7,6 +7,7 @@ namespace {
 
 using ca::JsonField;
 
+// Read and written in this order, the holder before the issuer as in the certificate.
 // clang-format off
 constexpr auto kAttrCertInfoFields = ca::FieldTable(
     JsonField{"Id", &ca::AttrCertInfo::id},

@@ -24,6 +24,7 @@ void Blob::Adopt(BytePtr block, std::uint32_t size) noexcept {
 }
 
 void Blob::Assign(const void* octets, std::uint32_t size) {
+    // First the new memory: without it the old octets stay.
     BytePtr block = BytePtr::Make(size);
     if (size != 0) {
         std::memcpy(block.Get(), octets, size);
@@ -54,6 +55,7 @@ BytePtr Blob::Release() noexcept {
 }
 
 void WriteBase64(JsonWriter& writer, std::span<const unsigned char> octets) {
+    // Encoded where it will stand: a large file has no second copy.
     char* place = writer.PlainString((octets.size() + 2) / 3 * 4);
     while (!octets.empty()) {
         const auto run = octets.first(std::min(octets.size(), kEncodeRun));

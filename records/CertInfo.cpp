@@ -10,6 +10,7 @@ namespace {
 
 using ca::JsonField;
 
+// Read and written in this order. Names and times are one member each, with several keys.
 // clang-format off
 constexpr auto kCertInfoFields = ca::FieldTable(
     JsonField{"Id", &ca::CertInfo::id},
@@ -38,6 +39,7 @@ constexpr auto kCertInfoFields = ca::FieldTable(
     JsonField{"Error", &ca::CertInfo::error},
     JsonField{"Extensions", &ca::CertInfo::extensions});
 
+// The members of the base class first, then its own.
 constexpr auto kCertInfo2Fields = std::tuple_cat(
     kCertInfoFields, std::tuple{JsonField{"IssuerCert", &ca::CertInfo2::issuerCert}});
 
@@ -94,6 +96,7 @@ void CertInfos2::ToJson(JsonWriter& writer) const {
 
 void CertInfos2::SayMore(std::size_t count) {
     if (!items.empty()) {
+        // The list has no place for texts of its own, so that its first record tells them.
         AddMore(items.front()->error, count);
     }
 }

@@ -6,6 +6,7 @@ namespace {
 
 using ca::JsonField;
 
+// The keys of extensions and of attributes are the same, but that only extensions are critical.
 // clang-format off
 constexpr std::tuple kExtensionFields{
     JsonField{"OidFriendlyName", &ca::CertInfoExtension::oidFriendlyName},

@@ -7,6 +7,7 @@ namespace {
 
 using ca::JsonField;
 
+// Entries and lists in the order of RFC 5280, 5.1.
 // clang-format off
 constexpr auto kRevokedCertFields = ca::FieldTable(
     JsonField{"Serial", &ca::RevokedCert::serial},

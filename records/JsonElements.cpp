@@ -17,6 +17,7 @@ constexpr std::size_t kMostThen = 64 << 20;
 // is reserved and not written costs no memory. Where it grows beyond, the system moves its pages.
 std::size_t RoomFor(std::size_t size) {
     const std::size_t left = ca::CAnswerBudget::Left();
+    // Outside of any budget: a margin, as nothing says how much will come.
     if (left == SIZE_MAX) {
         return kMargin;
     }
@@ -33,6 +34,7 @@ CJsonElements::CJsonElements(const CJsonElements& other) : m_count(other.m_count
 }
 
 CJsonElements& CJsonElements::operator=(const CJsonElements& other) {
+    // Copy and swap: a failing copy leaves this one as it was.
     return *this = CJsonElements(other);
 }
 
@@ -59,6 +61,7 @@ std::size_t CJsonElements::Begin() {
 
 void CJsonElements::End(std::size_t before) {
     ++m_count;
+    // What was written is charged as it is, not as it was guessed.
     CAnswerBudget::Take(m_text.GetSize() - before);
 }
 
@@ -83,6 +86,7 @@ void CJsonElements::ToJson(JsonWriter& writer) const {
     if (m_count == 0) {
         return;
     }
+    // A writer that takes texts moves them: the largest answers have no second copy.
     if (writer.TakesTexts()) {
         writer.TakeElements(m_text);
         m_count = 0;

@@ -10,6 +10,7 @@
 
 namespace {
 
+// Of the thread: a request is read by one, and readers call each other without a place to pass it.
 thread_local int nesting = 0;
 
 }  // namespace
@@ -23,6 +24,7 @@ void RequireJson(bool isRight) {
 }
 
 CNestingGuard::CNestingGuard() {
+    // Records hold records: without a bound a stranger's text could exhaust the stack.
     if (nesting == kMaxRecordNesting) {
         throw Exception(kErrJsonParse);
     }
@@ -39,6 +41,7 @@ void WriteJson(JsonWriter& writer, const std::wstring& text) {
 
 void ReadJson(const JsonValue& value, std::wstring& text) {
     RequireJson(value.IsString());
+    // With its length: a NUL is a character of JSON (RFC 8259, 7).
     text = u8u16(std::string(value.GetString(), value.GetStringLength()));
 }
 
@@ -60,6 +63,7 @@ void WriteJson(JsonWriter& writer, const SharedBlob& octets) {
 void ReadJson(const JsonValue& value, SharedBlob& octets) {
     RequireJson(value.IsString());
     Blob fresh;
+    // The decoder takes an empty text for a fault.
     if (value.GetStringLength() != 0) {
         fresh.AssignBase64(value);
     }
@@ -77,6 +81,7 @@ void AddOctets(const std::wstring& text, RecordOctets& octets) {
         octets.text += kGuess * text.size();
         return;
     }
+    // UTF-8 octets of a character; those past 16 bits are rare enough to be counted short.
     for (const wchar_t c : text) {
         octets.text += 1U + (c > 0x7F ? 1U : 0U) + (c > 0x7FF ? 1U : 0U);
     }

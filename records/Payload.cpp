@@ -8,11 +8,13 @@
 
 namespace {
 
+// RFC 7468, 2: the lines round a body.
 constexpr std::string_view kBegin = "-----BEGIN ";
 constexpr std::string_view kEnd = "-----END ";
 constexpr std::string_view kDashes = "-----";
 constexpr std::string_view kBoundary = "--";  // between the parts of a MIME message
 constexpr std::string_view kBlanks = " \t\r\n\f\v";
+// Characters; labels in use have some twenty.
 constexpr std::size_t kMaxLabel = 64;
 
 // One of kBlanks, without a search: it is asked of every character of a payload.
@@ -61,6 +63,7 @@ ca::PayloadItem DecodeBody(std::string_view body, std::string label) {
     if (body.empty()) {
         return item;
     }
+    // Three octets for four characters, the last group maybe not full.
     item.decoded = ca::BytePtr::Make(3 * (body.size() / 4 + 1));
     // The decoder passes over line ends only; blanks and tabs are taken out beforehand.
     std::string packed;
@@ -76,7 +79,7 @@ ca::PayloadItem DecodeBody(std::string_view body, std::string label) {
 }
 
 // Index of the line after the first empty one; the size of the text when there is none.
-std::size_t BehindBlankLine(std::string_view text) {
+std::size_t AfterBlankLine(std::string_view text) {
     for (std::size_t end = text.find('\n'); end != std::string_view::npos;
          end = text.find('\n', end + 1)) {
         for (const std::string_view blankLine : {"\n", "\r\n"}) {
@@ -94,7 +97,7 @@ std::string_view TakeHeaders(std::string_view& body) {
     if (colon == std::string_view::npos) {
         return {};
     }
-    const std::size_t behind = colon + BehindBlankLine(body.substr(colon));
+    const std::size_t behind = colon + AfterBlankLine(body.substr(colon));
     if (behind >= body.size()) {
         return {};
     }
@@ -106,6 +109,7 @@ std::string_view TakeHeaders(std::string_view& body) {
 // The block that begins at the front of `text`; `text` is moved after its body.
 ca::PayloadItem TakePemBlock(std::string_view& text) {
     text.remove_prefix(kBegin.size());
+    // Looked for no further than a label may reach: a file of dashes is read once.
     const std::size_t labelEnd = text.substr(0, kMaxLabel + kDashes.size()).find(kDashes);
     if (labelEnd == std::string_view::npos) {
         return {};
@@ -115,6 +119,8 @@ ca::PayloadItem TakePemBlock(std::string_view& text) {
     const std::size_t bodyEnd = std::min(text.find(kDashes), text.size());
     std::string_view body = text.substr(0, bodyEnd);
     const std::string_view headers = TakeHeaders(body);
+    // The end line's label is not compared: writers get it wrong, and the next block begins at its
+    // own line.
     text.remove_prefix(bodyEnd);
     if (text.starts_with(kEnd)) {
         text.remove_prefix(kEnd.size());
@@ -135,6 +141,7 @@ std::size_t CountOf(std::string_view word, std::string_view text) {
 
 std::vector<ca::PayloadItem> DecodePem(std::string_view text) {
     std::vector<ca::PayloadItem> items;
+    // Counted first, so that the items are not moved: they own what was decoded.
     items.reserve(CountOf(kBegin, text));
     for (std::size_t at = text.find(kBegin); at != std::string_view::npos; at = text.find(kBegin)) {
         text.remove_prefix(at);
@@ -161,7 +168,9 @@ std::string_view TakeMimeBody(std::string_view& text) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(line.size());
         if (FindWord(line, "base64") != std::string_view::npos) {
-            text.remove_prefix(BehindBlankLine(text));
+            text.remove_prefix(AfterBlankLine(text));
+            // The parts of a message end with a boundary, which begins with two dashes (RFC 2046,
+            // 5.1.1).
             const std::string_view body = text.substr(0, text.find(kBoundary));
             text.remove_prefix(body.size());
             return body;
@@ -191,6 +200,7 @@ namespace ca {
 std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data) {
     const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
     std::vector<PayloadItem> items;
+    // A byte-order mark is the editor's, not the object's.
     std::string_view inner = WithoutByteOrderMark(text);
     const std::size_t first = inner.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) {
@@ -213,6 +223,7 @@ std::vector<PayloadItem> DecodePayload(std::span<unsigned char> data) {
 }
 
 std::size_t OctetsHeld(const std::vector<PayloadItem>& items) {
+    // What the heap keeps beside each block, rounded up.
     constexpr std::size_t kHeapBlock = 32;
     std::size_t octets = items.capacity() * sizeof(PayloadItem);
     for (const PayloadItem& item : items) {

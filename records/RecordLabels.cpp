@@ -21,7 +21,8 @@ ca::CLazy<LabelTable> recordLabels([] {
     };
 });
 
-// Members that are something else in the records of an envelope's recipients.
+// Members that are something else in the records of an envelope's recipients, which are those of
+// certificates that are only named.
 ca::CLazy<LabelTable> recipientLabels([] {
     return LabelTable{
 #include "records/RecipientLabels.inc"
@@ -45,6 +46,7 @@ const RecordLabel* FindIn(const LabelTable& labels, std::string_view key) {
     return found == labels.end() ? nullptr : &found->second;
 }
 
+// Two records have named texts, with different keys.
 constexpr ca::NamedTextKeys kNamedTexts[] = {
     {"OidFriendlyName", "OidValue", "FormattedData", "RawData", nullptr},
     {"ExtensionName", "ExtensionOID", "ExtensionInterpretedString", "ExtensionInterpretedData",

@@ -51,6 +51,8 @@ struct PayloadPlace {
 // The place that the size hint and the opening of "fileData" name, when its closing quote and at
 // least one character more lie within the text's bounds. The payload itself is not looked at.
 std::optional<PayloadPlace> FindPayload(std::string_view text) {
+    // Not a JSON reader: hosts announce the size before the payload in this very form, and anything
+    // else is left to the parser.
     const std::size_t name = text.find(kPayloadName);
     if (name == std::string_view::npos ||
         !text.substr(name + kPayloadName.size()).starts_with(kSizeHintRest)) {
@@ -68,6 +70,7 @@ std::optional<PayloadPlace> FindPayload(std::string_view text) {
     }
     const std::size_t start = opening + kPayloadOpening.size();
     const std::size_t left = text.size() - start;
+    // The size is a stranger's: compared by subtraction, so that no sum wraps.
     if (left < 2 || left - 2 < *size || text[start + *size] != '"' ||
         text.substr(0, start).find('\0') != std::string_view::npos) {
         return std::nullopt;
@@ -97,6 +100,7 @@ std::unique_ptr<ca::FileData> DecodePayload(std::string_view payload) {
 // Closes the text over the payload. The text ends with a NUL afterwards; the octets after its old
 // end are not touched.
 void CutOut(char* json, std::size_t length, const PayloadPlace& place) {
+    // Moved in place: the request's buffer is the only copy of the text.
     char* target = json + place.start;
     const char* rest = target + place.size;
     const auto restBound = static_cast<std::size_t>(json + length - rest);
@@ -115,10 +119,13 @@ const char* RecordKey(int type) noexcept {
 }
 
 ISerializable* SerializableContainer::GetObj(int type) {
+    // operator[] makes an empty entry, as GetObj() has always done; IsEmpty() looks past those.
     return m_records[type].get();
 }
 
 void SerializableContainer::SetObject(ISerializable* obj, bool clear) {
+    // The container owns the record from here on, also when the map needs memory and does not get
+    // it.
     std::unique_ptr<ISerializable> owner(obj);
     std::map<int, std::unique_ptr<ISerializable>> fresh;
     std::map<int, std::unique_ptr<ISerializable>>& target = clear ? fresh : m_records;
@@ -141,6 +148,7 @@ void SerializableContainer::WriteTo(JsonWriter& writer, const ContainerForm& for
         if (record == nullptr || key == nullptr) {
             continue;
         }
+        // The data follow the JSON text as they are; only their size stands in it.
         if (type == kTypeFileData && form.rawFileData) {
             writer.Key("fileDataSize");
             writer.Uint(dynamic_cast<const FileData&>(*record).size());
@@ -148,6 +156,7 @@ void SerializableContainer::WriteTo(JsonWriter& writer, const ContainerForm& for
         }
         writer.Key(key);
         record->ToJson(writer);
+        // Whether the signatures hold their content belongs to the list, which is an array in JSON.
         if (type == kTypeSignInfo) {
             writer.Key("isAttached");
             writer.Bool(form.isAttached);
@@ -171,6 +180,7 @@ bool SerializableContainer::PreParseFileData(char* json, std::size_t length) noe
         }
         SetObject(fileData.release(), /*clear=*/true);
     } catch (const std::bad_alloc&) {
+        // Without memory the text stays as it was, and the parser says what is wrong.
         return false;
     }
     CutOut(json, length, *place);

@@ -10,6 +10,7 @@ namespace {
 
 using ca::JsonField;
 
+// Read and written in this order: the verdict first, which hosts look for.
 // clang-format off
 constexpr std::tuple kSignExtensionFields{
     JsonField{"ExtensionName", &ca::SignExtension::extensionName},
@@ -59,6 +60,8 @@ void SignInfos::AddOctets(RecordOctets& octets) const {
 }
 
 void SignInfos::SayMore(std::size_t count) {
+    // The list has no place for texts of its own: the certificate of its first signature tells
+    // them.
     if (!items.empty()) {
         AddMore(items.front()->signCert.error, count);
     }
@@ -100,6 +103,8 @@ void SignInfosArray::FromJson(const JsonValue& value) {
 
 void SignInfosArray::ToJson(JsonWriter& writer) const {
     writer.StartArray();
+    // Empty lists before the first one with signatures are only counted: a request may have
+    // millions of payloads without any.
     for (std::size_t i = 0; i < m_empty; ++i) {
         writer.StartArray();
         writer.EndArray();

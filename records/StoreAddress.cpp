@@ -57,6 +57,7 @@ std::wstring TextOf(const wchar_t* text) {
 
 std::wstring WithLeadingBackslashes(std::wstring host) {
     const std::size_t leading = std::min(host.find_first_not_of(L'\\'), host.size());
+    // A network path begins with two of them, and may have come with one or none.
     host.insert(0, leading < 2 ? 2 - leading : 0, L'\\');
     return host;
 }
@@ -90,6 +91,7 @@ std::wstring localHostName() {
 
 StoreAddress::StoreAddress(const wchar_t* code, const wchar_t* host, const wchar_t* storeName) {
     if (code == nullptr) {
+        // Without a code the address names nothing, and stays invalid.
         return;
     }
     name = TextOf(storeName);
@@ -103,6 +105,7 @@ StoreAddress::StoreAddress(const wchar_t* storeName, bool machine)
     : StoreAddress(machine ? L"sslm" : L"sscu", L"", storeName) {}
 
 void StoreAddress::FromJson(const JsonValue& value) {
+    // Absent keys keep what the address has.
     AddressTexts texts{GetLocation(), address, name};
     ReadMembers(value, texts, kAddressFields);
     location = ParseLoc(texts.location.c_str());
@@ -160,6 +163,7 @@ bool StoreAddress::SetAddress(const wchar_t* host) {
     if (row == nullptr) {
         return false;
     }
+    // A local place has no host, whatever the text says.
     std::wstring text = row->rule != HostRule::kNone ? TextOf(host) : std::wstring();
     const bool isRequired = row->rule == HostRule::kRequired;
     if (isRequired && text.empty()) {
@@ -206,6 +210,7 @@ bool StoreAddress::IsLocal() const {
     if (row->rule == HostRule::kNone) {
         return true;
     }
+    // Compared without case, as host names are (RFC 4343).
     std::wstring host = address;
     tolower(host);
     trim(host, L"\\");
@@ -229,6 +234,7 @@ std::wstring StoreAddress::GetFullAddress() const {
         }
         return address;
     }
+    // A host of this machine is left out: the name alone opens the store.
     const wchar_t* host = GetAddress();
     return host != nullptr ? std::wstring(host) + L'\\' + name : name;
 }

@@ -6,6 +6,7 @@ namespace {
 
 using ca::JsonField;
 
+// The number before its text, of the signature before the certificate.
 // clang-format off
 constexpr std::tuple kResultFields{
     JsonField{"SignatureVerifyResult", &ca::VerificationResult::signatureVerifyResult},

@@ -48,6 +48,8 @@ void FillHolderName(const CAsn1GeneralNames* names, AttrCertInfo& record) {
     record.holderIssuer = TextsOf(names, kMsgHolder, record.error);
 }
 
+// Holder (RFC 5755, 4.2.2): the certificate before the name before the digest, as the most exact
+// comes first.
 void FillHolder(const CAsn1IssuerSerial* base, const CAsn1GeneralNames* entity,
                 const CAsn1ObjectDigestInfo* digest, AttrCertInfo& record) {
     if (base != nullptr) {
@@ -64,6 +66,8 @@ void FillIssuer(const CAsn1GeneralNames* names, AttrCertInfo& record) {
     record.issuer = TextsOf(names, kMsgIssuer, record.error);
 }
 
+// Version 2 (RFC 5755, 4.1). A V2Form should hold a name alone (4.2.3); others are shown by what
+// they have.
 void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo& record,
                          CMeter& meter) {
     if (info.Holder() != nullptr) {
@@ -86,6 +90,7 @@ void FillHolderAndIssuer(const CAsn1AttributeCertificateInfo& info, AttrCertInfo
     }
 }
 
+// Version 1 (X.509 of 1997): the subject is a certificate or a name.
 void FillHolderAndIssuer(const CAsn1AttributeCertificateInfoV1& info, AttrCertInfo& record,
                          CMeter& meter) {
     if (info.Subject() != nullptr) {
@@ -135,6 +140,7 @@ void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertI
 // Both versions; their parts have the same names.
 template <class Certificate>
 void Fill(std::span<const unsigned char> der, AttrCertInfo& record) {
+    // kRead: nobody walks the tree of this certificate.
     CAsn1Root<Certificate> certificate(der, Asn1Blocks::kRead);
     try {
         certificate->Decode();
@@ -145,6 +151,7 @@ void Fill(std::span<const unsigned char> der, AttrCertInfo& record) {
     if (info == nullptr) {
         return;
     }
+    // AttCertVersion: v1(0), v2(1).
     record.version = ca::VersionText(info->Version(), /*highest=*/1, record.error);
     CMeter meter(record);
     FillHolderAndIssuer(*info, record, meter);
@@ -171,6 +178,7 @@ void FillAttrCertInfo(std::span<const unsigned char> der, AttrCertInfo& record) 
         AddError(record.error, UnreadableText(der));
         return;
     }
+    // Of the element alone: what follows it is not the certificate's.
     record.id = Sha1Hex(whole.raw);
     record.rawData = Base64Text(whole.raw);
     if (whole.raw.size() < der.size()) {

@@ -54,6 +54,8 @@ void FillNames(const CAsn1TbsCertificate& tbs, CertInfo& record, CMeter& meter) 
     }
 }
 
+// The texts of both times in their places; without a period nothing is said against the
+// certificate.
 void FillPeriod(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     ca::TimeForms from;
     ca::TimeForms to;
@@ -90,6 +92,8 @@ void NoteVersion(const CAsn1TbsCertificate& tbs, std::wstring& error) {
     }
 }
 
+// Also read here as a number, for hosts that filter by it; the extension's own text is made
+// elsewhere.
 void FillKeyUsage(std::span<const unsigned char> value, CertInfo& record) {
     const Octets content = ca::ContentIf(ca::FirstElement(value), kAsn1BitString);
     constexpr unsigned kMostUnused = 7;
@@ -108,7 +112,7 @@ std::optional<CAsn1Beginning> MendIfCertificate(std::span<const unsigned char> o
     if (!cut || !ca::IsCertificate(certificate, cut->octets.data() + cut->end)) {
         return std::nullopt;
     }
-    // A half of what stands behind the signed part, the signature's algorithm, tells nothing.
+    // A half of what stands after the signed part, the signature's algorithm, tells nothing.
     const CAsn1Element algorithm = CAsn1CertificateView(certificate).SignatureAlgorithm().Element();
     if (algorithm.raw.empty()) {
         return cut;
@@ -121,12 +125,14 @@ std::optional<CAsn1Beginning> MendIfCertificate(std::span<const unsigned char> o
 
 // What begins as a certificate. Throws ca::Exception 16113 for what is none after all.
 void FillFrom(std::span<const unsigned char> der, CertInfo& record) {
+    // kRead: nobody walks the tree of this certificate.
     CAsn1Root<CAsn1Certificate> certificate(der, Asn1Blocks::kRead);
     try {
         certificate->Decode();
     } catch (const ca::Exception& fault) {
         ca::AddError(record.error, fault.message);
     }
+    // The signed part is what makes a certificate: without any of it there is nothing to describe.
     if (certificate->TbsCertificate() == nullptr) {
         throw ca::Exception(ca::kErrCertificate, record.error);
     }
@@ -142,6 +148,7 @@ bool LooksLikeCutCertificate(std::span<const unsigned char> octets) {
 }
 
 void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
+    // Version: v1(0) to v3(2) (RFC 5280, 4.1.2.1).
     version = VersionText(tbs.Version(), /*highest=*/2, error);
     serial = SerialText(OctetsOf(tbs.SerialNumber()));
     CMeter meter(*this);
@@ -150,10 +157,12 @@ void CertInfo::FillFromTbsCert(const CAsn1TbsCertificate& tbs) {
     FillPublicKey(tbs, *this);
     NoteVersion(tbs, error);
     meter.Take();
+    // A BIT STRING; its unused bits are zero as a rule, so that its octets are shown.
     issuerUniqueId = Hex(BitsOf(tbs.IssuerUniqueId()).octets);
     subjectUniqueId = Hex(BitsOf(tbs.SubjectUniqueId()).octets);
     meter.Take();
     if (tbs.Extensions() != nullptr) {
+        // keyUsage is the one extension that has members of its own in the record.
         FillExtensions(*tbs.Extensions(), extensions, error,
                        [this](const OidInfo* type, std::span<const unsigned char> value) {
                            if (type == ca::COid("keyUsage")) {
@@ -177,16 +186,19 @@ void FillCertInfo(std::span<const unsigned char> der, CertInfo& record) {
         FillFrom(der, record);
         return;
     }
+    // Cut off, but with the form of a certificate: described as far as it goes.
     auto cut = MendIfCertificate(der);
     if (!cut) {
         throw Exception(kErrCertificate);
     }
     AddError(record.error, WordText(Word::kCutOff) + DecimalText(der.size()));
     FillFrom(cut->octets, record);
+    // The octets as they came, not as they were mended.
     record.id = Sha1Hex(der);
     record.rawData = Base64Text(der);
 }
 
+// Of a certificate that is only named: the record has nothing else to say.
 void FillFromIdentifier(const CAsn1IssuerAndSerialNumber& identifier, CertInfo& record) {
     FillIssuer(identifier.Issuer(), record);
     record.serial = SerialText(OctetsOf(identifier.SerialNumber()));

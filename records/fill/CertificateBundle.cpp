@@ -23,7 +23,8 @@ using ca::Octets;
 
 constexpr std::size_t kNone = ca::kNoCertificate;
 
-// Finds the certificate that issued another one in a bundle.
+// Finds the certificate that issued another one in a bundle. Indices by name and key: comparing each
+// with each would take the square of a stranger's number.
 class CIssuers {
   public:
     explicit CIssuers(const ca::CertificateBundle& bundle) {
@@ -46,6 +47,7 @@ class CIssuers {
         if (key.empty()) {
             return Find(m_bySubject, names.issuer);
         }
+        // An issuer without a key identifier may still be the one.
         const std::size_t found = Find(m_byKey, Key(names.issuer, key));
         return found != kNone ? found : Find(m_byKey, Key(names.issuer, {}));
     }
@@ -101,16 +103,20 @@ namespace ca {
 void CollectCertificates(std::span<const unsigned char> object, CertificateBundle& bundle) {
     const bool isFirst = bundle.certificates.empty();
     const CAsn1Element certificates = SignedDataIn(FirstElement(object)).Certificates();
+    // Not a message, or one without certificates: certificates one after another, as in a file of a
+    // chain.
     if (certificates.raw.empty()) {
         CollectElements(object, bundle);
         bundle.isMessage = false;
     } else {
         CollectElements(certificates.content, bundle);
+        // Only as the first object: what comes after it would be no part of the message.
         bundle.isMessage = isFirst;
     }
 }
 
 std::vector<std::size_t> FindIssuers(const CertificateBundle& bundle) {
+    // Alone it has no issuer here, and most objects are one certificate.
     if (bundle.certificates.size() == 1) {
         return {kNone};
     }
@@ -130,6 +136,7 @@ std::size_t FindLeaf(const CertificateBundle& bundle) {
             hasIssued[issuer] = true;
         }
     }
+    // The one that issued none of the others, if there is just one path.
     const auto leaf = std::ranges::find(hasIssued, false);
     if (leaf == hasIssued.end()) {
         return kNone;
@@ -148,6 +155,7 @@ void FillWithIssuers(const CertificateBundle& bundle, std::size_t index, CertInf
             FillCertInfo(bundle.certificates[each], *at);
             continue;
         }
+        // Nested certificates share the answer's budget: the path ends where it does, and says so.
         if (!CAnswerBudget::HasRoomFor(bundle.certificates[each].size())) {
             AddMore(record.error, 1);
             return;

@@ -30,6 +30,7 @@ constexpr std::size_t kMaxIssuerText = 512;
 std::wstring IssuerText(std::span<const unsigned char> generalNames, Octets listIssuer) {
     const CAsn1GeneralNamesView names(ca::FirstElement(generalNames));
     ca::CTextLines text;
+    // Empty where the list's own issuer is meant: no entry before has named another one.
     if (!generalNames.empty() && names.Element().tag != kAsn1Sequence) {
         text.Unreadable(generalNames);
         return text.Take();
@@ -42,6 +43,8 @@ std::wstring IssuerText(std::span<const unsigned char> generalNames, Octets list
         if (!directory.IsThere()) {
             ca::SayGeneralName(name, text);
         } else if (!std::ranges::equal(directory.Element().raw, listIssuer)) {
+            // The list's own issuer is not repeated at each entry (RFC 5280, 5.3.3: it is the
+            // default).
             text.Line(ca::ReadableName(directory));
         }
     }
@@ -50,6 +53,7 @@ std::wstring IssuerText(std::span<const unsigned char> generalNames, Octets list
 
 void FillFromExtension(const ca::OidInfo* type, std::span<const unsigned char> value,
                        ca::RevokedCert& record) {
+    // Entries may hold any extension; only those of entries have members in the record.
     if (type == nullptr || type->kind != ca::OidKind::kCrlEntryExtension) {
         return;
     }
@@ -73,6 +77,7 @@ CCrlWalk::CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page)
 CCrlWalk::CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page,
                    const CrlEntry& reached)
     : m_cursor(entries), m_page(page), m_walked(reached.index) {
+    // Goes on where an earlier walk stopped: the issuer it had carries over.
     m_entry.certificateIssuer = reached.certificateIssuer;
 }
 
@@ -81,12 +86,14 @@ bool CCrlWalk::Step(CAsn1Element& element) {
         return false;
     }
     ++m_walked;
+    // Octets that cannot be read as an element have no tag.
     m_isBroken = m_isBroken || element.tag == 0;
     return true;
 }
 
 bool CCrlWalk::IsAskedFor() const {
     if (m_page.serial) {
+        // Without padding: damaged lists have serial numbers in more octets than they need.
         return !m_entry.Serial().raw.empty() &&
                std::ranges::equal(WithoutSignOctets(m_entry.Serial().content), *m_page.serial);
     }
@@ -103,6 +110,8 @@ bool CCrlWalk::Next() {
         m_entry.members.Read(element);
         m_entry.index = m_walked - 1;
         if (m_entry.HasExtensions()) {
+            // An issuer holds for the entries after its own, too, until another one is named (RFC
+            // 5280, 5.3.3).
             const auto issuer = m_entry.members.CertificateIssuer();
             m_entry.certificateIssuer = issuer.empty() ? m_entry.certificateIssuer : issuer;
         }
@@ -125,12 +134,15 @@ std::wstring CrlEntryFault(std::size_t index, const std::wstring& fault) {
     return SetZORNAMessage(kMsgCrlEntry) + (L' ' + ca::DecimalText(index + 1) + L": " + fault);
 }
 
+// What needs no describer: its text has a known size, so that a list of a million plain entries is
+// not described twice.
 bool IsPlainCrlEntry(const CrlEntry& entry) {
     return entry.members.IsWhole() && !entry.HasExtensions() && !entry.Serial().content.empty() &&
            ReadTime(entry.members.RevocationDate()).has_value();
 }
 
 const std::wstring& CCrlDescriber::IssuerOf(const CrlEntry& entry) {
+    // The octets tell whether it is the one of the entry before: texts are made once a change.
     if (m_issuerOctets != entry.certificateIssuer.data()) {
         m_issuerOctets = entry.certificateIssuer.data();
         m_issuer = IssuerText(entry.certificateIssuer, m_listIssuer);
@@ -156,6 +168,7 @@ std::size_t CCrlDescriber::PlainTextOctets(const CrlEntry& entry) {
     if (m_plainOctets == 0) {
         RevokedCert empty;
         empty.certificateIssuer = issuer;
+        // Both dates have one length; the serial number is each entry's own.
         m_plainOctets = TextOctets(empty) + kDates;
     }
     return m_plainOctets + 2 * entry.Serial().content.size();
@@ -170,6 +183,7 @@ void CCrlDescriber::Describe(const CrlEntry& entry, RevokedCert& record, std::ws
         AddError(faults, UnreadableText(entry.raw));
     }
     record.revocationDate = std::move(date);
+    // One record serves all entries: its memory stays, its texts must not.
     record.reason.clear();
     record.invalidityDate.clear();
     record.extensions.items.clear();

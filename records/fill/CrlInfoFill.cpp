@@ -33,6 +33,7 @@ using ca::CrlInfo;
 using ca::CrlPage;
 using ca::Octets;
 
+// The parameter that asks for one entry, in hex digits as a record shows it.
 constexpr std::wstring_view kSerial = L"CRL_SERIAL";
 
 // Throws 16268.
@@ -50,6 +51,7 @@ void FillIssuer(const CAsn1TbsCertList& tbs, CrlInfo& record) {
         return;
     }
     ca::NameForms issuer = ca::DescribeName(*tbs.Issuer());
+    // The record takes the forms; the error, which is not one of them, stays here.
     record.issuer = std::move(issuer);
     ca::AddError(record.error, kMsgIssuer, issuer.error);
     CAnswerBudget::Take(ca::CostOfText(record.issuer.readable.size() + record.issuer.oid.size() +
@@ -64,6 +66,7 @@ void FillFromExtensions(const CAsn1TbsCertList& tbs, CrlInfo& record) {
                        [&](const ca::OidInfo* type, std::span<const unsigned char> value) {
                            const Octets number =
                                ca::ContentIf(ca::FirstElement(value), kAsn1Integer);
+                           // Numbers of up to 20 octets (RFC 5280, 5.2.3), as texts.
                            if (type == ca::COid("cRLNumber")) {
                                record.number = ca::SerialText(number);
                            } else if (type == ca::COid("deltaCRLIndicator")) {
@@ -84,7 +87,8 @@ std::size_t DescribeEntry(const ca::CrlEntry& entry, ca::CCrlDescriber& describe
     return describer.TextOctets(scratch);
 }
 
-// Octets of JSON that the members behind the entries take besides "Error" and "RawData".
+// Octets of JSON that the members after the entries take besides "Error" and "RawData". Room is
+// reserved once for all of it: too little costs a copy of the text, too much nothing.
 constexpr std::size_t kOtherMembers = 64 << 10;
 
 // The entries of a page as they were when the record was filled. Its part of the list's octets
@@ -98,8 +102,12 @@ struct PageEntries : ca::CLazyElements::Source {
     std::size_t room = 0;        // octets that will be written here and after it
 
     void ToJson(ca::JsonWriter& writer) const override {
+        // What was left when the entries were counted: writing must not come to another end than
+        // counting did.
         const CAnswerBudget budget(rest);
         writer.Reserve(room);
+        // Walked a second time: keeping a million records instead would take many times the list's
+        // octets.
         ca::CCrlWalk walk(entries, page);
         ca::CCrlDescriber describer(issuer);
         ca::RevokedCert entry;
@@ -130,12 +138,14 @@ void FillEntries(std::span<const unsigned char> entries, Octets issuer, const Cr
     while (walk.Next()) {
         const ca::CrlEntry& entry = walk.Entry();
         const std::size_t faults = ca::CostOfText(record.error.size());
+        // After the first one without room no other is described: a page has no gaps.
         if (hidden != 0 || !CAnswerBudget::HasRoomFor(entry.raw.size(), faults)) {
             ++hidden;
             continue;
         }
         described = entry.index;
         ++fitting;
+        // Plain entries are measured, the others described once to know what they say.
         if (ca::IsPlainCrlEntry(entry)) {
             CAnswerBudget::Take(describer.PlainTextOctets(entry));
         } else {
@@ -149,6 +159,7 @@ void FillEntries(std::span<const unsigned char> entries, Octets issuer, const Cr
         }
     }
     const std::size_t text = rest.left - CAnswerBudget::Left();
+    // The faults of the entries, which were only asked about so far.
     CAnswerBudget::Take(ca::CostOfText(record.error.size()));
     ca::AddMore(record.error, hidden);
     const std::size_t count = walk.CountAll();
@@ -161,6 +172,7 @@ void FillEntries(std::span<const unsigned char> entries, Octets issuer, const Cr
     written->owner = record.rawData;
     written->entries = entries;
     written->issuer = issuer;
+    // Its own page: as many as there was room for.
     written->page = page;
     written->page.count = fitting;
     written->rest = rest;
@@ -170,11 +182,13 @@ void FillEntries(std::span<const unsigned char> entries, Octets issuer, const Cr
 }
 
 void FillFromTbs(const CAsn1TbsCertList& tbs, const CrlPage& page, CrlInfo& record) {
+    // Version: v1(0), v2(1) (RFC 5280, 5.1.2.1).
     record.version = ca::VersionText(tbs.Version(), /*highest=*/1, record.error);
     FillIssuer(tbs, record);
     record.thisUpdate = ca::TimeOf(tbs.ThisUpdate(), kMsgThisUpdate, record.error);
     record.nextUpdate = ca::TimeOf(tbs.NextUpdate(), kMsgNextUpdate, record.error);
     FillFromExtensions(tbs, record);
+    // A missing version is v1, which has no extensions.
     const bool isV1 = tbs.Version() == nullptr || IntegerOf(tbs.Version(), -1) == 0;
     if (isV1 && tbs.CrlExtensions() != nullptr) {
         ca::AddError(record.error, kMsgFieldExtensions, NotOfVersion());
@@ -193,6 +207,7 @@ namespace ca {
 CrlPage ReadCrlPage(const InitString& parameters) {
     constexpr std::uint64_t kMost = std::numeric_limits<std::uint32_t>::max();
     CrlPage page;
+    // Places and numbers are those of the list, from 0 on.
     page.first = parameters.GetUnsigned(L"CRL_FIRST", 0, kMost, page.first);
     page.count = parameters.GetUnsigned(L"CRL_COUNT", 0, kMost, page.count);
     if (const std::wstring* serial = parameters.Find(kSerial)) {
@@ -205,6 +220,7 @@ std::span<const unsigned char> FindCrl(std::span<const unsigned char> object) {
     if (LooksLikeCrl(object)) {
         return object;
     }
+    // A message may carry lists beside its certificates; the first one that is a list is taken.
     CAsn1Cursor lists(SignedDataIn(FirstElement(object)).Crls().content);
     CAsn1Element list;
     while (lists.Step(list)) {
@@ -221,6 +237,7 @@ void FillCrlInfo(std::span<const unsigned char> der, const CrlPage& page, CrlInf
     }
     const CAsn1Element whole = FirstElement(der);
     const CAnswerBudget budget(der.size());
+    // The record keeps the octets, since its entries are made from them when it is written.
     Blob copy;
     copy.Assign(whole.raw.data(), static_cast<std::uint32_t>(whole.raw.size()));
     record.rawData = SharedBlob(std::move(copy));
@@ -233,6 +250,7 @@ void FillCrlInfo(std::span<const unsigned char> der, const CrlPage& page, CrlInf
     if (whole.raw.size() < der.size()) {
         AddError(record.error, SetZORNAMessage(kMsgAsn1TrailingData));
     }
+    // LooksLikeCrl() has seen a signed part, so that there is one even where decoding failed.
     const CAsn1TbsCertList& tbs = *list->TbsCertList();
     CAnswerBudget::Take(CostOf(record));
     FillSignatureAlgorithm(list->SignatureAlgorithm(), tbs.Signature(), record.signatureAlg,

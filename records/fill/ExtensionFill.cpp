@@ -13,6 +13,7 @@ namespace {
 
 // What is shown of an extension, in its record.
 void Keep(ca::ExtensionForms& forms, ca::CertInfoExtension& record) {
+    // Without a type there is nothing to name; the text then holds all that is there.
     if (!forms.parts.oid.empty()) {
         record.oidFriendlyName = ca::OidName(forms.parts.oid);
         record.oidValue = ca::OidText(forms.parts.oid);
@@ -54,6 +55,7 @@ void FillAttribute(const CAsn1AttributeView& attribute, CertInfoAttributeCollect
                    std::wstring& error) {
     auto record = std::make_unique<CertInfoAttribute>();
     const Octets octets = attribute.Element().raw;
+    // Partly: an attribute whose values cannot be read has a type all the same.
     const CPartlyDecoded<CAsn1Attribute> read(octets);
     const CAsn1Attribute* known = read.Get();
     const Octets type = known != nullptr ? OctetsOf(known->Type()) : Octets();
@@ -66,6 +68,7 @@ void FillAttribute(const CAsn1AttributeView& attribute, CertInfoAttributeCollect
         record->rawData = Base64Text(known->Values()->ContentOctets());
         SayAttributeValues(type, *known->Values(), lines, error);
     } else {
+        // All of it, since nobody knows where its values begin.
         record->rawData = Base64Text(octets);
         SayOddValue(octets, lines);
         lines.Fault(read.Fault());

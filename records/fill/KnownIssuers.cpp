@@ -19,6 +19,7 @@
 
 namespace {
 
+// A directory that was named by mistake, such as a whole disk, must not hold up a request.
 constexpr std::size_t kMaxFiles = 4096;
 constexpr std::size_t kMaxFileSize = 1U << 20;
 constexpr std::size_t kMaxOctets = 16U << 20;  // of all files
@@ -31,9 +32,11 @@ std::vector<std::string> FilesOf(const std::string& path) {
          !fault && entry != end && files.size() < kMaxFiles; entry.increment(fault)) {
         files.push_back(entry->path().string());
     }
+    // A path may name one file as well as a directory of them.
     if (fault == std::errc::not_a_directory) {
         return {path};
     }
+    // In order, so that the same directory gives the same issuers on every machine.
     std::ranges::sort(files);
     return files;
 }
@@ -63,6 +66,7 @@ void KnownIssuers::AddPlace(const std::wstring& path) {
 
 void KnownIssuers::AddFile(const std::string& path) {
     std::string content;
+    // The file that would go past the sum is not read at all.
     const std::size_t limit = std::min(kMaxFileSize, kMaxOctets - m_octets);
     if (ReadWholeFile(path, limit, content) != FileStatus::kDone) {
         return;
@@ -94,6 +98,7 @@ const KnownIssuers::Certificate* KnownIssuers::FindIssuer(
     const auto [first, last] = m_bySubject.equal_range(names.issuer);
     for (auto at = first; at != last; ++at) {
         const Certificate& candidate = *at->second;
+        // A key identifier rules out; that there is none on one side does not.
         const bool isOther = !key.empty() && !candidate.key.empty() && key != candidate.key;
         const bool isSame = found != nullptr && found->der == candidate.der;
         if (isOther || isSame) {
@@ -111,7 +116,7 @@ void KnownIssuers::Extend(CertInfo2& record) const {
     if (m_certificates.empty()) {
         return;
     }
-    std::size_t depth = 0;
+    std::size_t depth = 0;  // of issuers, those that the record has already among them
     CertInfo2* at = &record;
     std::vector<std::wstring> shown{at->id};  // two that certify each other make no endless path
     for (; at->issuerCert; ++depth) {

@@ -32,6 +32,7 @@ namespace {
 using ca::CertInfo2;
 using ca::Octets;
 
+// Messages that have RecipientInfos (RFC 5652, 6.1 and 9.1; RFC 5083; PKCS #7).
 constexpr ca::COid kEnvelopes[] = {"id-envelopedData", "id-ct-authEnvelopedData", "id-ct-authData",
                                    "signedAndEnvelopedData"};
 
@@ -50,6 +51,7 @@ class CCollector {
     // \return null when there are not so many.
     std::unique_ptr<CertInfo2> TakeOne(CAsn1ListCursor<CAsn1RecipientInfo> at, std::size_t wanted) {
         m_wanted = wanted;
+        // How many elements are left out does not matter where one is wanted.
         Walk(
             at, [] { return std::size_t{1}; },
             [this](const CAsn1RecipientInfo& info) { AddInfo(info); });
@@ -71,12 +73,14 @@ class CCollector {
     }
 
   private:
+    // Each record starts with what holds for all recipients of one structure.
     CertInfo2& Start() {
         Finish();
         m_record = std::make_unique<CertInfo2>();
         m_record->publicKeyAlg = m_algorithm;
         m_record->publicKeyParams = m_parameters;
         m_record->error = m_error;
+        // A recipient has no period: the text says that nothing was checked.
         ca::FillValidity({}, {}, m_record->validity, m_record->validityNumber);
         ++m_started;
         return *m_record;
@@ -95,7 +99,7 @@ class CCollector {
         m_record.reset();
     }
 
-    // Whether the record that is wanted is whole: another one was begun behind it.
+    // Whether the record that is wanted is whole: another one was begun after it.
     bool HasWanted() const { return m_only != nullptr; }
 
     // Adds what could be read of each element. A fault stands in the record of its element.
@@ -110,6 +114,7 @@ class CCollector {
     template <class Cursor, class Count, class AddOne>
     void Walk(Cursor& at, Count count, AddOne add) {
         for (std::size_t index = 0; !HasWanted() && at.Next(); ++index) {
+            // Elements that there is no room for are counted, never dropped unsaid.
             if (!ca::CAnswerBudget::HasRoomFor(at.Raw().size())) {
                 m_hidden += count() - index;
                 return;
@@ -121,6 +126,8 @@ class CCollector {
                 }
                 ca::Good(at);
             } catch (const ca::Exception& fault) {
+                // What the structure told before the fault stays; without a record the fault has
+                // one of its own.
                 m_hasFault = true;
                 if (m_started == before) {
                     Start().description.readable = ca::UnreadableText(at.Raw());
@@ -142,13 +149,17 @@ class CCollector {
     }
 
     void AddInfo(const CAsn1RecipientInfo& info) {
+        // Takes back what the structure before this one told.
         SetAlgorithm(nullptr);
         if (const CAsn1KeyTransRecipientInfo* ktri = info.Ktri()) {
             AddTransported(*ktri);
         } else if (const CAsn1KeyAgreeRecipientInfo* kari = info.Kari()) {
+            // One key agreement has many recipients, which share its algorithm (RFC 5652, 6.2.2).
             SetAlgorithm(kari->KeyEncryptionAlgorithm());
             AddAgreed(kari->RecipientEncryptedKeys());
         } else if (const CAsn1KekRecipientInfo* kekri = info.Kekri()) {
+            // A key that both sides had before: it has an identifier, but no owner (RFC 5652,
+            // 6.2.3).
             SetAlgorithm(kekri->KeyEncryptionAlgorithm());
             if (kekri->KekId() != nullptr && kekri->KekId()->KeyIdentifier() != nullptr) {
                 AddKey(*kekri->KekId()->KeyIdentifier());
@@ -163,6 +174,7 @@ class CCollector {
 
     void AddTransported(const CAsn1KeyTransRecipientInfo& info) {
         SetAlgorithm(info.KeyEncryptionAlgorithm());
+        // GOST has the cipher's parameters beside the key, not in the algorithm.
         if (info.KeyEncryptionAlgorithm() != nullptr && info.EncryptedKey() != nullptr) {
             ca::AppendListed(m_parameters, ca::GostTransportText(*info.KeyEncryptionAlgorithm(),
                                                                  *info.EncryptedKey()));
@@ -180,6 +192,7 @@ class CCollector {
             }
             const CAsn1RecipientKeyIdentifier* id = key.Rid()->RKeyId();
             if (id != nullptr && id->SubjectKeyIdentifier() != nullptr) {
+                // KeyAgreeRecipientIdentifier ::= CHOICE (RFC 5652, 6.2.2).
                 AddKey(*id->SubjectKeyIdentifier());
             } else if (key.Rid()->IssuerAndSerialNumber() != nullptr) {
                 AddCertificate(*key.Rid()->IssuerAndSerialNumber());
@@ -187,6 +200,8 @@ class CCollector {
         });
     }
 
+    // PasswordRecipientInfo (RFC 5652, 6.2.4): nobody is named, so that the derivation stands for
+    // the recipient.
     void AddPassword(const CAsn1PasswordRecipientInfo& recipient) {
         const CAsn1AlgorithmIdentifier* derivation = recipient.KeyDerivationAlgorithm();
         CertInfo2& record = Start();
@@ -200,6 +215,7 @@ class CCollector {
         ca::AddError(record.error, params.error);
     }
 
+    // OtherRecipientInfo: a type and a value of it (RFC 5652, 6.2.5).
     void AddOther(const CAsn1OtherRecipientInfo& recipient) {
         const Octets type = OctetsOf(recipient.OriType());
         const ca::OidInfo* const row = ca::FindOid(type);
@@ -214,6 +230,7 @@ class CCollector {
         }
     }
 
+    // KEMRecipientInfo (RFC 9629, 3).
     void AddEncapsulated(std::span<const unsigned char> value) {
         const ca::CDecoded<CAsn1KemRecipientInfo> kem(value);
         m_algorithm = ca::AlgorithmText(*kem->Kem());
@@ -221,6 +238,7 @@ class CCollector {
         Add(kem->Rid());
     }
 
+    // RFC 8696, 3: recipients as in KeyTransRecipientInfo, each with a shared key mixed in.
     void AddTransportedWithPsk(std::span<const unsigned char> value) {
         const ca::CPartlyDecoded<CAsn1KeyTransPskRecipientInfo> psk(value);
         if (psk.Get() != nullptr && psk.Get()->Ktris() != nullptr) {
@@ -230,6 +248,7 @@ class CCollector {
         psk.ThrowFault();
     }
 
+    // RFC 8696, 4.
     void AddAgreedWithPsk(std::span<const unsigned char> value) {
         const ca::CPartlyDecoded<CAsn1KeyAgreePskRecipientInfo> psk(value);
         if (psk.Get() != nullptr) {
@@ -267,12 +286,14 @@ class CCollector {
         const std::vector<unsigned char> key = OctetStringOf(&id);
         record.serial = ca::Hex(key);
         record.description.readable = SetZORNAMessage(kMsgKey) + (L": " + record.serial);
+        // A key of zeros hides the recipient, as an empty name does.
         if (!IsAllZero(key)) {
             Name(record, key);
         }
     }
 
     void Name(CertInfo2& record, Octets identifier) {
+        // Not a certificate's: the digest of what names the recipient, by which hosts look for it.
         record.id = ca::Sha1Hex(identifier);
         m_recipients.ids.AddAsText(record.id);
     }
@@ -306,6 +327,7 @@ Recipients DescribeRecipients(std::span<const unsigned char> envelope) {
     const CAsn1EnvelopeView whole(FirstElement(envelope));
     const CAsn1Element infos = whole.RecipientInfos();
     if (infos.tag != kAsn1Set) {
+        // The fault says which member before the recipients keeps them from being found.
         throw Exception(kErrBadData, whole.RecipientInfosFault().message);
     }
     const CDecoded<CAsn1SetOf<CAsn1RecipientInfo>> list(infos.raw, Asn1Blocks::kRead);
@@ -321,6 +343,7 @@ std::span<const unsigned char> RecipientInfosOf(std::span<const unsigned char> e
 
 std::unique_ptr<CertInfo2> DescribeRecipient(std::span<const unsigned char> info,
                                              std::size_t number) {
+    // Only where it stands in the message matters to the texts of faults.
     CAsn1Block place;
     place.start = info.data();
     return CCollector().TakeOne({info, place}, number);
@@ -330,6 +353,7 @@ std::size_t CountRecipients(std::span<const unsigned char> info) {
     CAsn1Block place;
     place.start = info.data();
     CCollector collector;
+    // No such recipient: all are walked, and none is kept.
     collector.TakeOne({info, place}, std::numeric_limits<std::size_t>::max() - 1);
     return collector.Started();
 }

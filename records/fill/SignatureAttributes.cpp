@@ -21,6 +21,8 @@ namespace {
 using ca::SignatureFacts;
 using Value = std::span<const unsigned char>;
 
+// The first of several: which one a verifier takes nobody knows, and the error says that there are
+// several.
 void TakeTime(Value value, SignatureFacts& facts) {
     if (!facts.signingTime.seconds) {
         facts.signingTime = ca::DescribeTime(ca::FirstElement(value));
@@ -37,6 +39,7 @@ void TakeBinaryTime(Value value, SignatureFacts& facts) {
     }
 }
 
+// A description that is not a text states nothing.
 void TakeDescription(Value value, SignatureFacts& facts) {
     const CAsn1Element text = ca::FirstElement(value);
     facts.description = ca::IsText(text) ? ca::ValueText(text) : std::wstring();
@@ -85,6 +88,7 @@ bool TakeFact(const ca::OidInfo* type, bool isSigned, Value values, SignatureFac
     if (row == std::end(kFacts) || (row->isSignedOnly && !isSigned)) {
         return false;
     }
+    // The attribute's own text has told the fault.
     try {
         row->take(values, facts);
     } catch (const ca::Exception&) {
@@ -100,6 +104,7 @@ namespace ca {
 void CSignatureAttributes::AddSigned(const CAsn1SetOf<CAsn1Attribute>* attributes) {
     if (attributes != nullptr) {
         Add(*attributes, nullptr);
+        // Only signed ones must be alone; several unsigned ones are allowed (RFC 5652, 11).
         NoteRepeated(m_signedTypes, m_record.signCert.error);
     }
 }
@@ -127,6 +132,7 @@ void CSignatureAttributes::Add(const CAsn1SetOf<CAsn1Attribute>& attributes,
     }
 }
 
+// Signers of one message often repeat an attribute, as a policy: its text is made once.
 const SignExtension* CAttributeMemo::Find(std::span<const unsigned char> attribute) const {
     const auto kept = std::ranges::find_if(
         m_kept, [&](const Kept& each) { return std::ranges::equal(each.octets, attribute); });
@@ -135,12 +141,14 @@ const SignExtension* CAttributeMemo::Find(std::span<const unsigned char> attribu
 
 void CAttributeMemo::Keep(std::span<const unsigned char> attribute,
                           const SignExtension& extension) {
+    // Large ones are seldom the same, and their texts would stay in memory until the message ends.
     if (attribute.size() > kMaxOctets || CostOf(extension) > kMaxCost) {
         return;
     }
     if (m_kept.size() < kMaxKept) {
         m_kept.push_back({attribute, extension});
     } else {
+        // The oldest goes: a message repeats its attributes signer by signer.
         m_kept[m_oldest] = {attribute, extension};
         m_oldest = (m_oldest + 1) % kMaxKept;
     }
@@ -152,6 +160,7 @@ void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
     if (visit == nullptr && attribute != nullptr && StandsOnce(*attribute)) {
         m_signedTypes.push_back(OctetsOf(attribute->Type()));
     }
+    // Unsigned ones differ, as time stamps do.
     if (const SignExtension* known = visit == nullptr ? m_memo.Find(at.Raw()) : nullptr) {
         m_record.extensions.emplace_back(std::make_unique<SignExtension>(*known));
         CAnswerBudget::Take(CostOf(*known));
@@ -166,6 +175,7 @@ void CSignatureAttributes::AddOne(CAsn1ListCursor<CAsn1Attribute>& at,
         FillOdd(attribute, at.Raw(), *extension);
     } else {
         const bool isAll = FillValues(*attribute, visit, *extension, meter);
+        // One with a fault is described again, since its fault belongs in each record.
         if (isAll && visit == nullptr && m_record.signCert.error.empty()) {
             m_memo.Keep(at.Raw(), *extension);
         }
@@ -210,6 +220,8 @@ bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
         TakeFact(row, /*isSigned=*/visit == nullptr, values.ContentOctets(), m_facts);
     meter.Take();  // countersignatures are described with what is left
     const bool isCountersignature = visit != nullptr && row == COid("id-countersignature");
+    // Nested countersignatures have their octets in those of the outermost, and repeat them only
+    // while there is room.
     if (!isCountersignature || (*visit)(values)) {
         extension.extensionInterpretedData = Base64Text(values.ContentOctets());
     }
@@ -217,6 +229,7 @@ bool CSignatureAttributes::FillValues(const CAsn1Attribute& attribute,
 }
 
 void CSignatureAttributes::Finish() {
+    // signingTime is what all programs read; binarySigningTime is for those that have no other.
     const bool hasTime = m_facts.signingTime.seconds.has_value();
     m_record.signTime = std::move(hasTime ? m_facts.signingTime : m_facts.binarySigningTime);
     m_record.comment =

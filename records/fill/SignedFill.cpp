@@ -13,6 +13,7 @@
 namespace ca {
 
 std::wstring VersionText(const CAsn1Integer* version, std::int64_t highest, std::wstring& error) {
+    // A missing version is the DEFAULT, v1.
     const std::int64_t number = version != nullptr ? IntegerOf(version, -1) : 0;
     if (number < 0 || number > highest) {
         AddError(error, SetZORNAMessage(kMsgUnknownVersion));
@@ -37,6 +38,7 @@ TimeForms TimeOf(const CAsn1Time* time, Sentence place, std::wstring& error) {
 void FillSignatureAlgorithm(const CAsn1AlgorithmIdentifier* outer,
                             const CAsn1AlgorithmIdentifier* inner, std::wstring& signatureAlg,
                             std::wstring& hashAlg, std::wstring& error) {
+    // Both algorithms must be the same (RFC 5280, 4.1.1.2); the outer one is what verifiers use.
     const CAsn1AlgorithmIdentifier* shown = outer != nullptr ? outer : inner;
     if (shown == nullptr) {
         return;

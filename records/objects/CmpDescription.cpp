@@ -37,6 +37,7 @@ void SayParty(CDescriptionBuilder& builder, FieldId id, const CAsn1GeneralName* 
     }
 }
 
+// PKIHeader (RFC 4210, 5.1.1); nonces and key identifiers say nothing to people.
 void SayHeader(CDescriptionBuilder& builder, const CAsn1PkiHeader& header) {
     ca::SayNumber(builder, FieldId::kVersion, header.Pvno());
     SayParty(builder, FieldId::kSender, header.Sender());
@@ -52,6 +53,7 @@ void SayBody(CDescriptionBuilder& builder, const CAsn1Any* body) {
     if (body == nullptr) {
         return;
     }
+    // The bodies' tags are explicit, so that each is constructed; other tags fall out of the table.
     constexpr unsigned kContextConstructed = 0xA0;
     const unsigned number = body->Tag() - kContextConstructed;
     if (number < std::size(kBodies)) {
@@ -61,6 +63,7 @@ void SayBody(CDescriptionBuilder& builder, const CAsn1Any* body) {
         builder.Object(FieldId::kContent, *ca::FindObjectKind("certificationRequest"),
                        body->ContentOctets(), {});
     } else {
+        // Its size only: bodies are structures of their own, each for another protocol step.
         builder.Text(FieldId::kContentSize, ca::OctetsCountText(body->ContentOctets().size()));
     }
 }

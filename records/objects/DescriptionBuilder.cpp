@@ -24,6 +24,7 @@ CDescriptionBuilder::Level::~Level() {
     const bool isSink = m_builder.m_open == &m_builder.m_sink.fields;
     m_builder.m_open = m_outer;
     m_builder.m_id = m_outerId;
+    // A group without members would say that there is something.
     if (m_form == FieldForm::kGroup && isEmpty && !isSink) {
         m_outer->pop_back();
         --m_builder.m_count;
@@ -31,6 +32,7 @@ CDescriptionBuilder::Level::~Level() {
 }
 
 DescriptionField* CDescriptionBuilder::Add(FieldId id, FieldForm form) {
+    // Beyond the limit fields go where nobody reads them: describers need not ask each time.
     if (m_count == kMaxDescribedFields || !CAnswerBudget::HasRoomFor(0)) {
         ++m_leftOut;
         m_sink = {};
@@ -52,6 +54,7 @@ void CDescriptionBuilder::Text(FieldId id, std::wstring text) {
 }
 
 void CDescriptionBuilder::Absent(FieldId id, Word word) {
+    // Of an object that was cut off nobody knows what came after.
     if (!m_isCut) {
         Text(id, word);
     }
@@ -81,6 +84,7 @@ void CDescriptionBuilder::LeaveOut(std::size_t count) {
 }
 
 void CDescriptionBuilder::Unreadable(FieldId id, std::span<const unsigned char> octets) {
+    // Of a secret only its size: its octets are the secret.
     Text(id, m_isSecret ? SetZORNAMessage(kMsgUnreadable) + OctetsCountText(octets.size())
                         : UnreadableText(octets));
 }
@@ -99,6 +103,7 @@ std::span<const unsigned char> CDescriptionBuilder::Joined(const CAsn1Object* oc
     }
     CAnswerBudget::Take(block.contentLength);
     try {
+        // Kept until the description is made, as the describers view it.
         return m_copies.emplace_back(OctetStringOf(octetString));
     } catch (const Exception& fault) {
         Fault(fault.message);
@@ -107,6 +112,7 @@ std::span<const unsigned char> CDescriptionBuilder::Joined(const CAsn1Object* oc
 }
 
 std::span<const unsigned char> CDescriptionBuilder::Mended(std::span<const unsigned char> octets) {
+    // Whole objects are described where they are, without a copy.
     auto mended = MendTruncated(octets);
     if (!mended) {
         return octets;
@@ -117,6 +123,7 @@ std::span<const unsigned char> CDescriptionBuilder::Mended(std::span<const unsig
     return m_copies.emplace_back(std::move(mended->octets));
 }
 
+// 0 for what stands in a copy, whose place in the object is not known.
 std::uint32_t CDescriptionBuilder::OffsetOf(std::span<const unsigned char> octets) const {
     const bool isInside = !octets.empty() && octets.data() >= m_object.data() &&
                           octets.data() < m_object.data() + m_object.size();

@@ -40,6 +40,7 @@ Octets SayExtension(CDescriptionBuilder& builder, const CAsn1ExtensionView& exte
     std::wstring error;
     const ExtensionParts parts = FillExtension(extension, record, error);
     builder.Fault(error);
+    // The text alone: without an identifier there is no name for a field.
     if (parts.oid.empty()) {
         builder.Element(record.formattedData);
         return {};
@@ -55,6 +56,7 @@ Octets SayExtension(CDescriptionBuilder& builder, const CAsn1ExtensionView& exte
     return parts.oid;
 }
 
+// PKCS #9 and Microsoft have an attribute each for the same extensions (RFC 2985, 5.4.2).
 bool RequestsExtensions(Octets type) {
     const OidInfo* info = FindOid(type);
     return info == COid("extensionRequest") || info == COid("msExtReq");
@@ -63,6 +65,7 @@ bool RequestsExtensions(Octets type) {
 std::wstring AttributeText(CDescriptionBuilder& builder, const CAsn1Attribute& attribute,
                            AttributeValues shown) {
     const Octets type = OctetsOf(attribute.Type());
+    // In key stores unknown attributes may hold what is secret: their size is said.
     if (shown == AttributeValues::kKnown && FindOid(type) == nullptr) {
         return OctetsCountText(attribute.Values()->ContentOctets().size());
     }
@@ -135,6 +138,7 @@ void SayWithParameters(CDescriptionBuilder& builder, FieldId id,
     if (algorithm == nullptr) {
         return;
     }
+    // The name and the parameters apart, unlike AlgorithmText(), whose words hold for signatures.
     std::wstring text = OidName(OctetsOf(algorithm->Algorithm()));
     const ParametersForms parameters = DescribeParameters(*algorithm);
     AppendListed(text, parameters.text);
@@ -191,6 +195,7 @@ void SayExtensionList(CDescriptionBuilder& builder, FieldId id, const CAsn1Exten
     for (std::size_t index = 0; index < kMaxListed && cursor.StepOrRest(extension); ++index) {
         const Octets oid = SayExtension(builder, extension);
         if (!oid.empty() && !seen.insert(AsText(oid)).second && repeats == Repeats::kFault) {
+            // Never more than one of a type (RFC 5280, 4.2); trust lists may repeat theirs.
             builder.Fault(SetZORNAMessage(kMsgExtensionRepeated) + (L": " + OidWithName(oid)));
         }
     }
@@ -201,6 +206,7 @@ void SayExtensionList(CDescriptionBuilder& builder, FieldId id, const CAsn1Exten
 
 void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
                       const CAsn1SetOf<CAsn1Attribute>* attributes, AttributeValues shown) {
+    // Requested extensions are described as such, not as an attribute's value.
     std::vector<std::span<const unsigned char>> requests;
     SayList(builder, id, attributes, [&](const CAsn1Attribute& attribute) {
         if (!RequestsExtensions(OctetsOf(attribute.Type())) || attribute.Values() == nullptr) {
@@ -212,6 +218,7 @@ void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
     if (requests.empty()) {
         return;
     }
+    // The first request counts; that there is a second one is a fault.
     const CReading<CAsn1Extensions> extensions(requests.front(), builder);
     SayExtensionList(builder, FieldId::kRequestedExtensions, extensions.Get());
     if (requests.size() > 1) {
@@ -221,6 +228,8 @@ void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
 
 void SayAttributesIn(CDescriptionBuilder& builder, FieldId id,
                      std::span<const unsigned char> attributes) {
+    // Octets of a SET without its header, as an attribute of its own or with another tag round it:
+    // bound to a block made for them.
     const CAsn1Element element{kAsn1Set, /*indefinite=*/false, attributes, attributes};
     CAsn1Block block;
     BindBlock(block, element, builder.OffsetOf(attributes));
@@ -243,6 +252,7 @@ void SayPublicKey(CDescriptionBuilder& builder, const CAsn1SubjectPublicKeyInfo*
 }
 
 void SaySignedObject(CDescriptionBuilder& builder, FieldId id, Octets octets) {
+    // Told apart by form, as the members round them do not say what they hold.
     const std::span<const unsigned char> whole = octets;
     const char* const name = LooksLikeCertificate(octets)            ? "certificate"
                              : LooksLikeCrl(octets)                  ? "crl"
@@ -264,6 +274,7 @@ void SaySignedObjects(CDescriptionBuilder& builder, FieldId id,
 }
 
 void SayMessage(CDescriptionBuilder& builder, FieldId id, Octets contentInfo) {
+    // Whatever the message is: its kind describes it, or is named at least.
     const ObjectKind* kind = RecogniseObject({{}, {}, contentInfo});
     if (kind != nullptr) {
         builder.Object(id, *kind, contentInfo, kind->Name());

@@ -51,12 +51,14 @@ void SayRsaPublicKey(CDescriptionBuilder& builder, Octets octets) {
     if (key.Get() != nullptr) {
         builder.Text(FieldId::kKeyParameters,
                      ca::RsaSizeText(key.Get()->Modulus(), key.Get()->PublicExponent()));
+        // The whole encoding: a PKCS #1 key has no bits round it.
         builder.Text(FieldId::kPublicKey, ca::Hex(key.Get()->Raw()));
     }
 }
 
 // ---- Private keys ----
 
+// RSAPrivateKey (RFC 8017, A.1.2): what is public of it.
 void SayRsaKey(CDescriptionBuilder& builder, Octets octets) {
     const ca::CReading<CAsn1RsaPrivateKey> key(octets, builder);
     builder.Text(FieldId::kKeyParameters,
@@ -70,6 +72,7 @@ void SayTraditionalRsaKey(CDescriptionBuilder& builder, Octets octets) {
     SayRsaKey(builder, octets);
 }
 
+// The six numbers of the old DSA form; the first three are the group's.
 void SayDsaKey(CDescriptionBuilder& builder, Octets octets) {
     const ca::CReading<CAsn1DsaPrivateKey> key(octets, builder);
     builder.Text(FieldId::kFormat, Word::kTraditionalKey);
@@ -77,6 +80,7 @@ void SayDsaKey(CDescriptionBuilder& builder, Octets octets) {
     SayGroup(builder, Of(key.Get(), &CAsn1DsaPrivateKey::P), Of(key.Get(), &CAsn1DsaPrivateKey::Q));
 }
 
+// ECPrivateKey (RFC 5915, 3).
 void SayEcKey(CDescriptionBuilder& builder, Octets octets) {
     const ca::CReading<CAsn1EcPrivateKey> key(octets, builder);
     builder.Text(FieldId::kFormat, Word::kSec1);
@@ -90,6 +94,7 @@ void SayEcKey(CDescriptionBuilder& builder, Octets octets) {
     builder.Text(FieldId::kPublicKey, ca::Hex(BitsOf(key.Get()->PublicKey()).octets));
 }
 
+// Keys without PKCS #8 round them: a label says what they are, a shape where there is none.
 struct TraditionalKey {
     std::string_view label;
     std::string_view shape;
@@ -115,6 +120,7 @@ std::string_view HeaderOf(std::string_view headers, std::string_view name) {
 
 // "DEK-Info: AES-256-CBC,0123...": the cipher; what follows is the initialisation vector.
 void SayEncryptedPem(const ca::ObjectSource& source, CDescriptionBuilder& builder) {
+    // The label names the algorithm; nothing else of the key can be read.
     builder.Text(FieldId::kFormat, Word::kEncryptedPem);
     const std::string_view label = source.label.substr(0, source.label.find(" PRIVATE KEY"));
     builder.Text(FieldId::kKeyAlgorithm, ca::Visible(ca::u8u16(std::string(label))));
@@ -127,6 +133,7 @@ void SayEncryptedPem(const ca::ObjectSource& source, CDescriptionBuilder& builde
 
 namespace ca {
 
+// SubjectPublicKeyInfo, or the RSAPublicKey of PKCS #1 by itself.
 void DescribePublicKeyObject(const ObjectSource& source, CDescriptionBuilder& builder) {
     const std::span<const unsigned char> octets = builder.Mended(source.octets);
     if (CAsn1RsaPublicKeyView(FirstElement(octets)).Modulus().tag == kAsn1Integer) {
@@ -143,13 +150,16 @@ void SayPrivateKeyInfo(CDescriptionBuilder& builder, const CAsn1PrivateKeyInfo& 
     if (key.PrivateKeyAlgorithm() != nullptr) {
         forms = DescribeKeyAlgorithm(*key.PrivateKeyAlgorithm());
     }
+    // OneAsymmetricKey may hold the public key (RFC 5958, 2).
     forms.key = Hex(BitsOf(key.PublicKey()).octets);
     const std::span<const unsigned char> octets = builder.Joined(key.PrivateKey());
     const CAsn1Element inner = FirstElement(octets);
+    // Parameters of RSA are NULL: the size is in the key.
     if (forms.params.empty() && HasShape(inner, "S(IIIIIIIII")) {
         builder.Text(FieldId::kKeyAlgorithm, std::exchange(forms.algorithm, {}));
         SayRsaKey(builder, octets);
     } else if (forms.key.empty() && HasShape(inner, "S(IX")) {
+        // Without a public key of its own, the curve's key may have one.
         const CReading<CAsn1EcPrivateKey> curveKey(octets, builder);
         forms.key = Hex(BitsOf(Of(curveKey.Get(), &CAsn1EcPrivateKey::PublicKey)).octets);
     }
@@ -164,12 +174,14 @@ void SayEncryptedKey(CDescriptionBuilder& builder, const CAsn1EncryptedPrivateKe
 }
 
 void DescribePrivateKey(const ObjectSource& source, CDescriptionBuilder& builder) {
+    // First: from here on nothing is shown by its octets.
     builder.HideOctets();
     const std::span<const unsigned char> octets = builder.Mended(source.octets);
     const CAsn1Element root = FirstElement(octets);
     for (const TraditionalKey& known : kTraditionalKeys) {
         const bool isPkcs8 =
             CAsn1PrivateKeyInfoView(root).PrivateKeyAlgorithm().Element().tag == kAsn1Sequence;
+        // A label is believed only where the octets are not PKCS #8: programs mix these labels up.
         if (HasShape(root, known.shape) || (!isPkcs8 && source.label == known.label)) {
             known.say(builder, octets);
             return;
@@ -182,6 +194,7 @@ void DescribePrivateKey(const ObjectSource& source, CDescriptionBuilder& builder
 }
 
 void DescribeEncryptedPrivateKey(const ObjectSource& source, CDescriptionBuilder& builder) {
+    // The octets are ciphertext then, not a structure.
     if (source.headers.find("ENCRYPTED") != std::string_view::npos) {
         SayEncryptedPem(source, builder);
         return;
@@ -220,6 +233,7 @@ void DescribeDsaParameters(const ObjectSource& source, CDescriptionBuilder& buil
 }
 
 void DescribeEcParameters(const ObjectSource& source, CDescriptionBuilder& builder) {
+    // ECPKParameters: a name, or the numbers of a curve (RFC 3279, 2.3.5).
     const CReading<CAsn1EcpkParameters> curve(source.octets, builder);
     if (curve.Get() == nullptr) {
         return;

@@ -42,6 +42,7 @@ void SayNumberOf(CDescriptionBuilder& builder, FieldId id, const List* list) {
     builder.Text(id, count != 0 ? ca::DecimalText(count) : ca::WordText(Word::kNone));
 }
 
+// CertificateTrustList: the entries are only counted, as there may be thousands of digests.
 void SayTrustListMembers(CDescriptionBuilder& builder, const CAsn1CertificateTrustList& list) {
     ca::SayList(
         builder, FieldId::kUsage, list.SubjectUsage(),
@@ -52,10 +53,12 @@ void SayTrustListMembers(CDescriptionBuilder& builder, const CAsn1CertificateTru
     ca::SayTime(builder, FieldId::kNextUpdate, list.CtlNextUpdate());
     ca::SayWithParameters(builder, FieldId::kAlgorithm, list.SubjectAlgorithm());
     SayNumberOf(builder, FieldId::kEntries, list.TrustedSubjects());
+    // Trust lists repeat extensions, which certificates may not.
     ca::SayExtensionList(builder, FieldId::kExtensions, list.CtlExtensions(),
                          ca::Repeats::kAllowed);
 }
 
+// A message without signers: a store of certificates as a rule (RFC 5652, 5.1).
 void SaySignedData(CDescriptionBuilder& builder, const CAsn1SignedData& message) {
     ca::SayNumber(builder, FieldId::kVersion, message.Version());
     SayNumberOf(builder, FieldId::kSigners, message.SignerInfos());
@@ -86,6 +89,7 @@ void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedConten
         builder.Absent(FieldId::kContentSize, Word::kNotEnclosed);
         return;
     }
+    // CMS wraps the content into an OCTET STRING, PKCS #7 does not (RFC 5652, 5.2.1).
     const bool isWrapped = (content->EContent()->Tag() & ~kAsn1ConstructedBit) == kAsn1OctetString;
     const Value octets =
         isWrapped ? builder.Joined(content->EContent()) : content->EContent()->Raw();
@@ -101,6 +105,7 @@ void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedConten
     }
 }
 
+// Some programs save the SignedData without its ContentInfo.
 void DescribeEmptySignedData(const ObjectSource& source, CDescriptionBuilder& builder) {
     const Value octets = builder.Mended(source.octets);
     const bool isMessage = CAsn1ContentInfoView(FirstElement(octets)).HasContentType();
@@ -114,6 +119,7 @@ void DescribeEmptySignedData(const ObjectSource& source, CDescriptionBuilder& bu
     }
 }
 
+// RFC 5652, 4: the content, maybe of another kind that is known.
 void DescribeData(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     if (message.Content().empty()) {
@@ -126,6 +132,7 @@ void DescribeData(const ObjectSource& source, CDescriptionBuilder& builder) {
     SayInner(builder, octets);
 }
 
+// RFC 5652, 7.
 void DescribeDigestedData(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     const CReading<CAsn1DigestedData> data(message.Content(), builder);
@@ -136,6 +143,7 @@ void DescribeDigestedData(const ObjectSource& source, CDescriptionBuilder& build
     }
 }
 
+// RFC 5652, 8: the key is a matter of whoever encrypted it.
 void DescribeEncryptedData(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     const CReading<CAsn1EncryptedData> data(message.Content(), builder);
@@ -156,6 +164,7 @@ void DescribeEncryptedData(const ObjectSource& source, CDescriptionBuilder& buil
                      AttributeValues::kAll);
 }
 
+// RFC 3274.
 void DescribeCompressedData(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     const CReading<CAsn1CompressedData> data(message.Content(), builder);
@@ -174,6 +183,7 @@ void DescribeCompressedData(const ObjectSource& source, CDescriptionBuilder& bui
     }
 }
 
+// RFC 4073, 2.
 void DescribeContentCollection(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     const CReading<CAsn1SequenceOf<CAsn1Any>> members(message.Content(), builder);
@@ -181,6 +191,7 @@ void DescribeContentCollection(const ObjectSource& source, CDescriptionBuilder& 
             [&](const CAsn1Any& member) { SayMessage(builder, builder.Id(), member.Raw()); });
 }
 
+// RFC 4073, 3.
 void DescribeContentWithAttributes(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     const CReading<CAsn1ContentWithAttributes> data(message.Content(), builder);
@@ -195,6 +206,7 @@ void DescribeContentWithAttributes(const ObjectSource& source, CDescriptionBuild
     }
 }
 
+// Of a type that nobody describes: what can be said of any.
 void DescribeOtherContent(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     SayOid(builder, FieldId::kContentType, message.Type());

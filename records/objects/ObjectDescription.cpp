@@ -75,7 +75,7 @@ class FieldWriter {
         }
     }
 
-    // The keys are those of extensions in records.
+    // The keys are those of extensions in records; octets only where they may be shown.
     void Named(const DescriptionField& field) {
         m_writer.StartObject();
         WriteMember(m_writer, "OidFriendlyName", field.name);
@@ -93,6 +93,7 @@ class FieldWriter {
     }
 
     void Object(const DescriptionField& field) {
+        // The text that is kept is charged, as it is.
         const std::size_t before = m_writer.Size();
         {
             const ca::CBudgetLoan loan;  // the record is dropped, its text is kept
@@ -102,6 +103,7 @@ class FieldWriter {
     }
 
     void WriteObject(const DescriptionField& field) {
+        // Said in the object's own place, where readers look for it.
         if (!ca::CAnswerBudget::HasRoomFor(field.octets.size())) {
             m_writer.StartObject();
             WriteMember(m_writer, ca::NameOf(FieldId::kError).key, ca::MoreText(1));
@@ -131,12 +133,15 @@ class FieldWriter {
             ca::FillAttrCertInfo(octets, record);
             record.ToJson(m_writer);
         } else if (name == "crl") {
+            // The first page of the list, as for any request without parameters.
             ca::CrlInfo record;
             ca::FillCrlInfo(octets, {}, record);
             record.ToJson(m_writer);
         } else if (name == "signature") {
             Signatures(octets);
         } else if (kind.describe != nullptr && m_nested < ca::kMaxNestedObjects) {
+            // Deeper ones are named: each level is described anew, so that its octets count once
+            // more.
             ca::DescribeObject(kind, {{}, {}, octets}).ToJson(m_writer, m_nested + 1);
         } else {
             ca::WriteJson(m_writer, about);
@@ -167,6 +172,7 @@ std::wstring DescriptionField::Caption() const {
 }
 
 void ObjectDescription::ToJson(JsonWriter& writer, unsigned nested) const {
+    // Its own budget when it is written alone; inside of an answer that of the answer.
     const CAnswerBudget budget(octets);
     writer.StartObject();
     FieldWriter(writer, nested).Members(fields);

@@ -66,9 +66,11 @@ bool Passes(const ObjectKind& kind, const Candidate& object) {
 
 // A label says what a shape that several kinds have is meant to be.
 bool Fits(const ObjectKind& kind, const Candidate& object, bool isLabelled) {
+    // A kind without shapes is known by its test alone.
     if (kind.shapes.empty()) {
         return kind.test != nullptr && Passes(kind, object);
     }
+    // With a label the test is not asked: it tells look-alikes apart, which the label has done.
     return HasAnyShape(object, kind.shapes) && (isLabelled || Passes(kind, object));
 }
 
@@ -81,6 +83,7 @@ const ObjectKind* FindByLabel(std::string_view label) {
 
 const ObjectKind* FindByContent(const Candidate& object) {
     const OidInfo* const type = ContentTypeOf(object.root);
+    // The first row wins: kinds of one content type stand in the order in which they are tested.
     const auto* const found = std::ranges::find_if(kKinds, [&](const ObjectKind& kind) {
         return kind.contentTypes.Has(type) && Passes(kind, object);
     });
@@ -127,8 +130,11 @@ const ObjectKind* RecogniseObject(const ObjectSource& source) {
     object.cutAt = cut ? cut->octets.data() + cut->end : nullptr;
     const ObjectKind* const labelled = FindByLabel(source.label);
     if (object.root.raw.empty()) {
+        // Octets that are not an element: only the label says what they are meant to be.
         return labelled;
     }
+    // Messages are told by their content type, whatever their label says: CMS, PKCS7 and
+    // CERTIFICATE are mixed up.
     if (labelled != nullptr && labelled->contentTypes.IsEmpty() &&
         Fits(*labelled, object, /*isLabelled=*/true)) {
         return labelled;
@@ -141,6 +147,7 @@ const ObjectKind* RecogniseObject(const ObjectSource& source) {
             return &kind;
         }
     }
+    // A label that fits nothing is believed after all: the description tells the faults.
     return labelled != nullptr ? labelled : FindByMembers(source.octets);
 }
 
@@ -149,7 +156,9 @@ ObjectDescription DescribeObject(const ObjectKind& kind, const ObjectSource& sou
         CAnswerBudget::Rest{kDescriptionAlways + kDescriptionPerOctet * source.octets.size()});
     CDescriptionBuilder builder(source.octets);
     ObjectSource object = source;
+    // What follows the object is told at the end, not described.
     const std::span<const unsigned char> element = FirstElement(source.octets).raw;
+    // A list of bare members is more than its first element.
     if (!element.empty() && FindByMembers(source.octets) != &kind) {
         object.octets = element;
     }

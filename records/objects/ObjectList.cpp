@@ -11,7 +11,7 @@ namespace {
 
 using ca::PlacedObject;
 
-// Elements of no known kind behind the first one of an item. Behind so many the rest belongs to the
+// Elements of no known kind after the first one of an item. After so many the rest belongs to the
 // latest object.
 constexpr std::size_t kMaxUnknown = 10000;
 
@@ -21,6 +21,8 @@ class CItemSplit {
     CItemSplit(const ca::PayloadItem& item, std::size_t index, std::size_t most,
                ca::ObjectList& list)
         : m_octets(item.octets), m_index(index), m_most(most), m_list(list) {
+        // The first object begins with its item, even of no known kind: what is wrong with it is
+        // worth telling.
         PlacedObject first{index, 0, ca::SourceOf(item), nullptr};
         first.kind = ca::RecogniseObject(first.source);
         list.objects.push_back(first);
@@ -34,6 +36,7 @@ class CItemSplit {
         }
         while (!cursor.AtEnd() && m_unknown < kMaxUnknown) {
             const std::span<const unsigned char> rest = cursor.Rest();
+            // Counted with the unknown ones between them, as nobody looks at what is left.
             if (m_list.objects.size() == m_most) {
                 m_list.leftOut += ca::CountElements(cursor);
                 EndLast(rest);
@@ -54,6 +57,7 @@ class CItemSplit {
     }
 
     void Take(std::span<const unsigned char> object, std::span<const unsigned char> rest) {
+        // Kinds are a SEQUENCE, or an identifier that names a curve.
         if (object[0] != kAsn1Sequence && object[0] != kAsn1ObjectIdentifier) {
             return;  // no kind begins in another way
         }

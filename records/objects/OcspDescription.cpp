@@ -28,12 +28,14 @@ constexpr Word kStatuses[] = {Word::kOcspSuccessful,  Word::kOcspMalformed, Word
                               Word::kOcspTryLater,    Word::kUnknownStatus, Word::kOcspSigRequired,
                               Word::kOcspUnauthorized};
 
+// v1(0) is the only one there is.
 void SayVersion(CDescriptionBuilder& builder, const CAsn1Integer* version) {
     std::wstring error;
     builder.Text(FieldId::kVersion, ca::VersionText(version, /*highest=*/0, error));
     builder.Fault(error);
 }
 
+// CertID (RFC 6960, 4.1.1): the certificate by its number, its issuer by two digests.
 void SayCertId(CDescriptionBuilder& builder, const CAsn1CertId* id) {
     if (id == nullptr) {
         return;
@@ -43,6 +45,7 @@ void SayCertId(CDescriptionBuilder& builder, const CAsn1CertId* id) {
     ca::SayDigest(builder, FieldId::kIssuerKeyHash, id->HashAlgorithm(), id->IssuerKeyHash());
 }
 
+// CertStatus (RFC 6960, 4.2.1).
 void SayStatus(CDescriptionBuilder& builder, const CAsn1CertStatus* status) {
     if (status == nullptr) {
         return;
@@ -80,6 +83,7 @@ void SayResponder(CDescriptionBuilder& builder, const CAsn1ResponderId* responde
     }
 }
 
+// BasicOCSPResponse (RFC 6960, 4.2.1): who answered, and when, before the answers.
 void SayBasicResponse(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const ca::CReading<CAsn1BasicOcspResponse> basic(octets, builder);
     const CAsn1ResponseData* data = Of(basic.Get(), &CAsn1BasicOcspResponse::TbsResponseData);
@@ -114,6 +118,7 @@ void SayResponseStatus(CDescriptionBuilder& builder, const CAsn1Any* status) {
 
 namespace ca {
 
+// A BasicOCSPResponse by itself is met in stores of signatures.
 void DescribeOcspResponse(const ObjectSource& source, CDescriptionBuilder& builder) {
     const std::span<const unsigned char> octets = builder.Mended(source.octets);
     if (CAsn1OcspResponseView(FirstElement(octets)).IsBasic()) {
@@ -123,6 +128,7 @@ void DescribeOcspResponse(const ObjectSource& source, CDescriptionBuilder& build
     const CReading<CAsn1OcspResponse> response(octets, builder);
     SayResponseStatus(builder, Of(response.Get(), &CAsn1OcspResponse::ResponseStatus));
     const CAsn1ResponseBytes* bytes = Of(response.Get(), &CAsn1OcspResponse::ResponseBytes);
+    // A status other than 0 comes without an answer.
     if (bytes == nullptr) {
         return;
     }
@@ -133,6 +139,7 @@ void DescribeOcspResponse(const ObjectSource& source, CDescriptionBuilder& build
     }
 }
 
+// OCSPRequest (RFC 6960, 4.1.1).
 void DescribeOcspRequest(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CReading<CAsn1OcspRequest> request(source.octets, builder);
     if (const auto* tbs = Of(request.Get(), &CAsn1OcspRequest::TbsRequest)) {
@@ -148,6 +155,7 @@ void DescribeOcspRequest(const ObjectSource& source, CDescriptionBuilder& builde
         });
         SayExtensionList(builder, FieldId::kExtensions, tbs->RequestExtensions());
     }
+    // Requests are seldom signed (RFC 6960, 4.1.2).
     if (const auto* signature = Of(request.Get(), &CAsn1OcspRequest::OptionalSignature)) {
         SayAlgorithm(builder, FieldId::kSignatureAlgorithm, signature->SignatureAlgorithm());
         SaySignedObjects(builder, FieldId::kCertificates, signature->Certs());

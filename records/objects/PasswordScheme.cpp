@@ -25,6 +25,7 @@ std::span<const unsigned char> ParametersOf(const CAsn1AlgorithmIdentifier& algo
     return parameters != nullptr ? parameters->Raw() : std::span<const unsigned char>();
 }
 
+// RFC 8018, A.2; prf is DEFAULT algid-hmacWithSHA1. The salt by its size: its octets say nothing.
 void SayPbkdf2(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const ca::CReading<CAsn1Pbkdf2Params> params(octets, builder);
     if (params.Get() == nullptr) {
@@ -39,6 +40,7 @@ void SayPbkdf2(CDescriptionBuilder& builder, std::span<const unsigned char> octe
     ca::SaySize(builder, FieldId::kSaltSize, Of(params.Get()->Salt(), &CAsn1Pbkdf2Salt::Specified));
 }
 
+// RFC 7914, 7.
 void SayScrypt(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const ca::CReading<CAsn1ScryptParams> params(octets, builder);
     ca::SayNumber(builder, FieldId::kCost, Of(params.Get(), &CAsn1ScryptParams::CostParameter));
@@ -58,6 +60,7 @@ void SayKeyDerivation(CDescriptionBuilder& builder, const CAsn1AlgorithmIdentifi
         return;
     }
     ca::SayAlgorithm(builder, FieldId::kKeyDerivation, function);
+    // Two functions have fields of their own; the others are said in one line.
     (type == ca::COid("PBKDF2") ? SayPbkdf2 : SayScrypt)(builder, ParametersOf(*function));
 }
 
@@ -80,6 +83,7 @@ void SayPasswordScheme(CDescriptionBuilder& builder, FieldId id,
     }
     const OidInfo* const type = TypeOf(*algorithm);
     const std::span<const unsigned char> params = ParametersOf(*algorithm);
+    // PBES2 (RFC 8018, A.4): derivation and cipher apart.
     if (type == COid("PBES2")) {
         SayAlgorithm(builder, id, algorithm);
         const CReading<CAsn1Pbes2Params> scheme(params, builder);
@@ -87,12 +91,15 @@ void SayPasswordScheme(CDescriptionBuilder& builder, FieldId id,
         SayWithParameters(builder, FieldId::kCipher,
                           Of(scheme.Get(), &CAsn1Pbes2Params::EncryptionScheme));
     } else if (type == COid("PBMAC1")) {
+        // PBMAC1 (RFC 8018, A.5), as RFC 9579 has it in key stores.
         SayAlgorithm(builder, id, algorithm);
         const CReading<CAsn1Pbmac1Params> scheme(params, builder);
         SayKeyDerivation(builder, Of(scheme.Get(), &CAsn1Pbmac1Params::KeyDerivationFunc));
         SayAlgorithm(builder, FieldId::kMacAlgorithm,
                      Of(scheme.Get(), &CAsn1Pbmac1Params::MessageAuthScheme));
     } else if (type != nullptr && std::string_view(type->shortName).starts_with("pbeWith")) {
+        // The schemes of PBES1 and of PKCS #12 (RFC 7292, C) are told by their names, as the table
+        // has them all.
         SayAlgorithm(builder, id, algorithm);
         SayPbes1(builder, params);
     } else {

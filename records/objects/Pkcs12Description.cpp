@@ -38,6 +38,7 @@ void SayBags(CDescriptionBuilder& builder, Value safeContents, unsigned depth);
 
 // ---- Bags ----
 
+// keyBag: a key that is not encrypted (RFC 7292, 4.2.1).
 void SayKeyBag(CDescriptionBuilder& builder, Value value, unsigned /*depth*/) {
     const ca::CReading<CAsn1PrivateKeyInfo> key(value, builder);
     if (key.Get() != nullptr) {
@@ -45,6 +46,7 @@ void SayKeyBag(CDescriptionBuilder& builder, Value value, unsigned /*depth*/) {
     }
 }
 
+// pkcs8ShroudedKeyBag (RFC 7292, 4.2.2).
 void SayShroudedKeyBag(CDescriptionBuilder& builder, Value value, unsigned /*depth*/) {
     const ca::CReading<CAsn1EncryptedPrivateKeyInfo> key(value, builder);
     if (key.Get() != nullptr) {
@@ -57,6 +59,7 @@ void SaySignedBag(CDescriptionBuilder& builder, Value value, FieldId id) {
     const ca::CReading<CAsn1TypedBag> bag(value, builder);
     ca::SayOid(builder, FieldId::kType, Of(bag.Get(), &CAsn1TypedBag::Type));
     const CAsn1Any* inner = Of(bag.Get(), &CAsn1TypedBag::Value);
+    // An SDSI certificate is a text, not an object (RFC 7292, 4.2.3).
     if (inner != nullptr && !ca::IsOid(OctetsOf(bag.Get()->Type()), "sdsiCertificate")) {
         ca::SaySignedObject(builder, id, WrappedIn(builder, ValueOf(inner)));
     }
@@ -70,6 +73,7 @@ void SayCrlBag(CDescriptionBuilder& builder, Value value, unsigned /*depth*/) {
     SaySignedBag(builder, value, FieldId::kCrl);
 }
 
+// secretBag: the kind of the secret and its size (RFC 7292, 4.2.5).
 void SaySecretBag(CDescriptionBuilder& builder, Value value, unsigned /*depth*/) {
     const ca::CReading<CAsn1TypedBag> bag(value, builder);
     ca::SayOid(builder, FieldId::kType, Of(bag.Get(), &CAsn1TypedBag::Type));
@@ -94,6 +98,7 @@ constexpr BagRow kBags[] = {
 
 void SayBag(CDescriptionBuilder& builder, const CAsn1SafeBag& bag, unsigned depth) {
     ca::SayOid(builder, FieldId::kBagType, bag.BagId());
+    // Known ones only: friendlyName and localKeyID are public, others may not be.
     ca::SayAttributeList(builder, FieldId::kAttributes, bag.BagAttributes(),
                          ca::AttributeValues::kKnown);
     const ca::OidInfo* const type = ca::FindOid(OctetsOf(bag.BagId()));
@@ -105,6 +110,7 @@ void SayBag(CDescriptionBuilder& builder, const CAsn1SafeBag& bag, unsigned dept
 }
 
 void SayBags(CDescriptionBuilder& builder, Value safeContents, unsigned depth) {
+    // Bags hold bags (RFC 7292, 4.2.6): the depth is a stranger's.
     if (depth > kMaxNested) {
         builder.Fault(ca::WordText(Word::kTooDeep));
         return;
@@ -116,6 +122,7 @@ void SayBags(CDescriptionBuilder& builder, Value safeContents, unsigned depth) {
 
 // ---- Contents ----
 
+// id-data: contents that only the store as a whole protects.
 void SayPlainContent(CDescriptionBuilder& builder, Value value) {
     builder.Text(FieldId::kProtection, Word::kNotEncrypted);
     SayBags(builder, WrappedIn(builder, value), /*depth=*/0);
@@ -130,6 +137,7 @@ void SayEncryptedContent(CDescriptionBuilder& builder, Value value) {
     }
 }
 
+// Encrypted for recipients' keys instead of a password (RFC 7292, 3.1).
 void SayEnvelopedContent(CDescriptionBuilder& builder, Value value) {
     const ca::CReading<CAsn1EnvelopedData> data(value, builder);
     builder.Text(FieldId::kProtection, Word::kKeyEncrypted);
@@ -160,6 +168,7 @@ void SayContent(CDescriptionBuilder& builder, const CAsn1ContentInfo& content) {
 
 // ---- The store ----
 
+// MacData (RFC 7292, 4).
 void SayMac(CDescriptionBuilder& builder, const CAsn1MacData* mac) {
     if (mac == nullptr) {
         return;
@@ -175,7 +184,7 @@ void SayMac(CDescriptionBuilder& builder, const CAsn1MacData* mac) {
     if (mac->Iterations() != nullptr) {
         ca::SayNumber(builder, FieldId::kIterations, mac->Iterations());
     } else {
-        builder.Text(FieldId::kIterations, L"1");
+        builder.Text(FieldId::kIterations, L"1");  // the DEFAULT
     }
     ca::SaySize(builder, FieldId::kSaltSize, mac->MacSalt());
 }
@@ -187,6 +196,8 @@ Value SayIntegrity(CDescriptionBuilder& builder, const CAsn1Pfx& store) {
     if (content == nullptr) {
         return {};
     }
+    // Any other type is taken for id-data, which is the only other one that is allowed (RFC 7292,
+    // 4).
     if (!ca::IsOid(OctetsOf(safe->ContentType()), "id-signedData")) {
         if (store.MacData() != nullptr) {
             builder.Text(FieldId::kIntegrity, Word::kByPassword);
@@ -207,6 +218,7 @@ Value SayIntegrity(CDescriptionBuilder& builder, const CAsn1Pfx& store) {
 namespace ca {
 
 void DescribePkcs12(const ObjectSource& source, CDescriptionBuilder& builder) {
+    // First: from here on nothing is shown by its octets.
     builder.HideOctets();
     const CReading<CAsn1Pfx> store(source.octets, builder);
     if (store.Get() == nullptr) {

@@ -15,6 +15,7 @@ void DescribeCertificationRequest(const ObjectSource& source, CDescriptionBuilde
     if (const auto* info =
             Of(request.Get(), &CAsn1CertificationRequest::CertificationRequestInfo)) {
         std::wstring error;
+        // v1(0) is the only one there is (RFC 2986, 4.1).
         builder.Text(FieldId::kVersion, VersionText(info->Version(), /*highest=*/0, error));
         builder.Fault(error);
         SayName(builder, FieldId::kSubject, info->Subject());

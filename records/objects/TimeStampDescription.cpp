@@ -53,6 +53,7 @@ void SayImprint(CDescriptionBuilder& builder, const CAsn1MessageImprint* imprint
     }
 }
 
+// As the client made it, in hex: it is only ever compared.
 void SayNonce(CDescriptionBuilder& builder, const CAsn1Integer* nonce) {
     builder.Text(FieldId::kNonce, ca::Hex(OctetsOf(nonce)));
 }
@@ -67,9 +68,11 @@ std::wstring FailuresText(const CAsn1BitString* failInfo) {
             ca::AppendListed(text, ca::WordText(row.word));
         }
     }
+    // Bits that have no name show as octets.
     return text.empty() ? ca::Hex(bits.octets) : text;
 }
 
+// PKIStatusInfo (RFC 3161, 2.4.2).
 void SayStatus(CDescriptionBuilder& builder, const CAsn1PkiStatusInfo* info) {
     if (info == nullptr) {
         return;
@@ -93,6 +96,7 @@ void SayStatus(CDescriptionBuilder& builder, const CAsn1PkiStatusInfo* info) {
 
 // The digests of one group, one a line.
 void SayHashGroup(CDescriptionBuilder& builder, const CAsn1SequenceOf<CAsn1OctetString>& group) {
+    // A text, not fields: a hash tree may have thousands of groups.
     ca::CTextLines lines;
     const std::size_t count = group.Count();
     std::size_t index = 0;
@@ -103,6 +107,7 @@ void SayHashGroup(CDescriptionBuilder& builder, const CAsn1SequenceOf<CAsn1Octet
     builder.Element(lines.TakeOr(kMsgEmpty));
 }
 
+// ArchiveTimeStamp (RFC 4998, 4.1).
 void SayArchiveTimeStamp(CDescriptionBuilder& builder, const CAsn1ArchiveTimeStamp& stamp) {
     ca::SayAlgorithm(builder, FieldId::kDigestAlgorithm, stamp.DigestAlgorithm());
     if (stamp.Attributes() != nullptr) {
@@ -124,12 +129,15 @@ void SayEvidenceRecord(CDescriptionBuilder& builder, const CAsn1EvidenceRecord& 
     if (record.CryptoInfos() != nullptr) {
         ca::SayAttributesIn(builder, FieldId::kCryptoInfos, record.CryptoInfos()->ContentOctets());
     }
+    // How contents were encrypted before they were stamped; its types are anybody's.
     if (record.EncryptionInfo() != nullptr) {
         ca::CTextLines lines;
         ca::SayUnknownValue(record.EncryptionInfo()->Raw(), lines);
         builder.Text(FieldId::kEncryption, lines.Take());
         builder.Fault(lines.TakeFaults());
     }
+    // A chain has stamps of one algorithm, each renewed by the next; a new chain begins with a new
+    // algorithm (RFC 4998, 5.1).
     ca::SayGroups(
         builder, FieldId::kChains, record.ArchiveTimeStampSequence(), [&](const auto& chain) {
             ca::SayGroups(builder, FieldId::kTimeStamps, &chain,
@@ -137,6 +145,7 @@ void SayEvidenceRecord(CDescriptionBuilder& builder, const CAsn1EvidenceRecord& 
         });
 }
 
+// MetaData (RFC 5544).
 void SayMetaData(CDescriptionBuilder& builder, const CAsn1MetaData* meta) {
     if (meta == nullptr) {
         return;
@@ -154,6 +163,7 @@ void SayEvidence(CDescriptionBuilder& builder, const CAsn1Evidence* evidence) {
     if (evidence == nullptr) {
         return;
     }
+    // TimeStampTokenEvidence: stamps that renew each other, each with the list that was valid then.
     ca::SayGroups(builder, FieldId::kTimeStamps, evidence->TstEvidence(),
                   [&](const CAsn1TimeStampAndCrl& stamp) {
                       if (stamp.TimeStamp() != nullptr) {
@@ -177,6 +187,7 @@ void SayEvidence(CDescriptionBuilder& builder, const CAsn1Evidence* evidence) {
 
 namespace ca {
 
+// TimeStampReq (RFC 3161, 2.4.1).
 void DescribeTimeStampRequest(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CReading<CAsn1TimeStampReq> request(source.octets, builder);
     if (request.Get() == nullptr) {
@@ -186,6 +197,7 @@ void DescribeTimeStampRequest(const ObjectSource& source, CDescriptionBuilder& b
     SayImprint(builder, request.Get()->MessageImprint());
     SayOid(builder, FieldId::kPolicy, request.Get()->ReqPolicy());
     SayNonce(builder, request.Get()->Nonce());
+    // FALSE is said, too: without the certificate a verifier must have it from elsewhere.
     builder.Flag(FieldId::kCertificateRequested, request.Get()->CertReq());
     SayExtensionList(builder, FieldId::kExtensions, request.Get()->Extensions());
 }
@@ -196,10 +208,12 @@ void DescribeTimeStampResponse(const ObjectSource& source, CDescriptionBuilder& 
     if (const auto* token = Of(response.Get(), &CAsn1TimeStampResp::TimeStampToken)) {
         SayMessage(builder, FieldId::kTimeStamp, token->Raw());
     } else {
+        // Refused: there is no token.
         builder.Absent(FieldId::kTimeStamp, Word::kNone);
     }
 }
 
+// TSTInfo (RFC 3161, 2.4.2), field by field.
 void SayTimeStampInfo(CDescriptionBuilder& builder, std::span<const unsigned char> octets) {
     const CReading<CAsn1TstInfo> stamp(octets, builder);
     if (stamp.Get() == nullptr) {
@@ -234,6 +248,7 @@ void DescribeEvidenceRecord(const ObjectSource& source, CDescriptionBuilder& bui
     }
 }
 
+// TimeStampedData (RFC 5544): the content is here, or at an address.
 void DescribeTimeStampedData(const ObjectSource& source, CDescriptionBuilder& builder) {
     const CMessage message(source.octets, builder);
     const CReading<CAsn1TimeStampedData> data(message.Content(), builder);

@@ -8,6 +8,7 @@
 
 namespace {
 
+// Octets that may be looked at, for each one given: candidates overlap, and each is read whole.
 constexpr std::size_t kWorkPerOctet = 8;
 constexpr std::size_t kWorkAlways = 64 << 10;
 
@@ -46,6 +47,8 @@ namespace ca {
 CCertificateCursor::CCertificateCursor(std::span<const unsigned char> octets)
     : m_cursor(octets), m_work(kWorkPerOctet * octets.size() + kWorkAlways) {}
 
+// What is damaged hides nothing after it: after octets that are not an element the next certificate
+// is looked for.
 bool CCertificateCursor::Next(CAsn1Element& element) {
     if (m_cursor.AtEnd()) {
         return false;
@@ -54,6 +57,7 @@ bool CCertificateCursor::Next(CAsn1Element& element) {
         return true;
     }
     const std::span<const unsigned char> rest = m_cursor.Rest();
+    // Until a place is found where it may go on.
     m_cursor = {};
     std::size_t at = 1;
     for (; at < rest.size() && m_work != 0; ++at) {
@@ -61,12 +65,14 @@ bool CCertificateCursor::Next(CAsn1Element& element) {
         if (size == 0) {
             continue;
         }
+        // The work ends the search, not the octets: a hostile file has a candidate at every place.
         m_work -= std::min(m_work, size);
         if (LooksLikeCertificate(rest.subspan(at))) {
             m_cursor = CAsn1Cursor(rest.subspan(at));
             break;
         }
     }
+    // The first gap is told; the others are its consequences as a rule.
     if (m_unread.empty()) {
         m_unread = m_cursor.AtEnd() ? rest : rest.first(at);
     }

@@ -22,6 +22,7 @@ Octets Sha1OfHolder(const CAsn1ObjectDigestInfoView& info) {
     return isSha1 && digest.tag == kAsn1BitString ? ca::BitOctets(digest) : Octets();
 }
 
+// Holder (RFC 5755, 4.2.2): a certificate, a name or a digest, each optional.
 void AddNames(const CAsn1HolderPartView& part, ca::CertificateNames& names) {
     if (part.IsBaseCertificateId()) {
         const CAsn1IssuerSerialView base = part.BaseCertificateId();
@@ -38,6 +39,7 @@ void AddNames(const CAsn1HolderPartView& part, ca::CertificateNames& names) {
 
 namespace ca {
 
+// Names are compared as octets: issuers copy the encoding (RFC 5280, 4.1.2.4).
 CertificateNames NamesOf(std::span<const unsigned char> certificate) {
     const CAsn1TbsCertificateView tbs = ViewOf(certificate).TbsCertificate();
     return {AsText(tbs.Issuer().Element().raw),

@@ -10,8 +10,10 @@
 
 namespace {
 
+// Elements of an object that was cut off which must match, before the shape says anything.
 constexpr unsigned kLeastOfCut = 6;
 
+// Letters of a shape, beside those that stand for more than one tag.
 constexpr std::pair<char, unsigned char> kTags[] = {
     {'S', kAsn1Sequence},         {'T', kAsn1Set},
     {'I', kAsn1Integer},          {'L', kAsn1Boolean},
@@ -50,8 +52,8 @@ bool IsOfLetter(const CAsn1Element& element, char letter) {
 // One element of a shape.
 struct ShapePart {
     char letter = 0;
-    std::string_view members;
-    char count = 0;  // '?', '*'
+    std::string_view members;  // their shapes, from the brackets after it
+    char count = 0;            // '?', '*'
 };
 
 // Takes the first part of a shape, which has one.
@@ -61,6 +63,7 @@ ShapePart TakePart(std::string_view& shape) {
     shape.remove_prefix(1);
     if (shape.starts_with('(')) {
         std::size_t at = 1;
+        // Up to its own closing bracket: members have brackets, too.
         for (std::size_t open = 1; at < shape.size(); ++at) {
             open += shape[at] == '(' ? 1U : 0U;
             open -= shape[at] == ')' ? 1U : 0U;
@@ -97,6 +100,7 @@ class ShapeMatch {
             if (IsCutAt(cursor)) {  // what may be missing is not known to be
                 return m_matched >= kLeastOfCut;
             }
+            // "$": no member may follow.
             if (shape == "$") {
                 return cursor.AtEnd();
             }
@@ -109,6 +113,8 @@ class ShapeMatch {
 
     bool Part(CAsn1Cursor& cursor, const ShapePart& part) {
         for (;;) {
+            // On a copy: an optional member that does not match leaves its element to the next
+            // part.
             CAsn1Cursor ahead = cursor;
             CAsn1Element element;
             const bool isThere = !ahead.AtEnd() && ahead.Next(element) == Asn1Fault::kNone &&
@@ -123,7 +129,7 @@ class ShapeMatch {
         }
     }
 
-    // A mended object has end-of-contents at most behind the place where it was cut.
+    // A mended object has end-of-contents at most after the place where it was cut.
     bool IsCutAt(const CAsn1Cursor& cursor) const {
         return m_cutAt != nullptr && cursor.AtEnd() && cursor.Rest().data() >= m_cutAt;
     }

@@ -22,6 +22,7 @@ const ca::OidInfo* TypeOf(const CAsn1AlgorithmView& algorithm) {
     return ca::FindOid(algorithm.Algorithm());
 }
 
+// The table of identifiers says what an identifier is for; that often tells structures apart.
 bool IsOfKind(const CAsn1AlgorithmView& algorithm, ca::OidKind kind) {
     const ca::OidInfo* type = TypeOf(algorithm);
     return type != nullptr && type->kind == kind;
@@ -39,6 +40,7 @@ struct SignedParts {
 
 SignedParts PartsOf(const CAsn1Element& object) {
     const CAsn1ContentInfoView message(object);
+    // Some programs save the SignedData without the ContentInfo round it.
     const CAsn1SignedDataView data(message.HasContentType() ? message.Content() : object);
     SignedParts parts;
     parts.isThere = data.HasMembers();
@@ -50,6 +52,7 @@ SignedParts PartsOf(const CAsn1Element& object) {
 
 // ---- Numbers ----
 
+// Bits of the smallest keys that were ever in use; smaller numbers are something else.
 constexpr std::size_t kLeastModulus = 256;
 constexpr std::size_t kLeastSubgroup = 160;
 constexpr std::size_t kMostSubgroup = 512;
@@ -63,6 +66,7 @@ struct Number {
 
 Number NumberOf(const CAsn1Element& integer) {
     Number number;
+    // The number itself, without the octets that keep it positive.
     Octets octets = ca::ContentIf(integer, kAsn1Integer);
     while (!octets.empty() && octets.front() == 0) {
         octets = octets.subspan(1);
@@ -71,6 +75,7 @@ Number NumberOf(const CAsn1Element& integer) {
         number.bits =
             8 * (octets.size() - 1) + static_cast<std::size_t>(std::bit_width(octets.front()));
         number.isOdd = (octets.back() & 1U) != 0;
+        // Zero where it is longer.
         ca::ReadSmallInteger(integer, number.small);
     }
     return number;
@@ -115,6 +120,7 @@ bool IsSignedObject(const CAsn1Element& object) {
 namespace ca {
 
 bool IsCertificate(const CAsn1Element& object, const unsigned char* cutAt) {
+    // A whole one needs no shape: the view knows its members.
     if (cutAt == nullptr || LooksLikeCertificate(object.raw)) {
         return LooksLikeCertificate(object.raw);
     }
@@ -130,6 +136,7 @@ bool IsAttributeCertificate(const CAsn1Element& object, const unsigned char* /*c
 }
 
 bool IsCrl(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
+    // A list alone, or a message that carries lists and nothing else.
     if (ContentTypeOf(object) == nullptr) {
         return LooksLikeCrl(object.raw);
     }
@@ -139,6 +146,7 @@ bool IsCrl(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
 
 bool HasSigners(const CAsn1Element& object, const unsigned char* cutAt) {
     const SignedParts parts = PartsOf(object);
+    // A cut message may have lost its signers: without certificates it is taken for a signed one.
     return parts.hasSigners || !parts.isThere || (cutAt != nullptr && !parts.hasCertificates);
 }
 
@@ -148,18 +156,21 @@ bool HasCertificatesOnly(const CAsn1Element& object, const unsigned char* /*cutA
 
 bool IsContentInfo(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     const OidInfo* type = TypeOf(object);
+    // Contents of unknown types are messages too, but of a type of another kind they are none.
     return type == nullptr || type->kind == OidKind::kContentType;
 }
 
 bool IsTimeStampResponse(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     constexpr std::uint32_t kLastStatus = 5;  // RFC 3161, 2.4.2
     std::uint32_t status = 0;
+    // Bounded by the highest status that is defined: two numbers begin many structures.
     return ReadSmallInteger(CAsn1TimeStampRespView(object).Status(), status) &&
            status <= kLastStatus;
 }
 
 bool IsEncryptedKey(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     const CAsn1AlgorithmView scheme = CAsn1EncryptedKeyView(object).EncryptionAlgorithm();
+    // An unknown scheme with parameters is one of encryption rather than a digest, which has none.
     return IsOfKind(scheme, OidKind::kCipher) ||
            (TypeOf(scheme) == nullptr && scheme.Parameters().tag == kAsn1Sequence);
 }
@@ -169,6 +180,7 @@ bool IsPublicKey(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     if (algorithm.Element().tag == kAsn1Integer) {
         return IsRsaKey(object);
     }
+    // A digest or a cipher with a BIT STRING is not a key.
     return !IsOfKind(algorithm, OidKind::kDigest) && !IsOfKind(algorithm, OidKind::kCipher);
 }
 
@@ -177,6 +189,7 @@ bool IsDsaGroup(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
     const Number prime = NumberOf(group.P());
     const Number order = NumberOf(group.Q());
     const Number generator = NumberOf(group.G());
+    // A generator of the subgroup is about as large as the prime.
     return prime.isOdd && IsSubgroup(order, prime) && generator.bits > order.bits;
 }
 
@@ -201,6 +214,7 @@ bool IsCertificatePair(const CAsn1Element& object, const unsigned char* cutAt) {
 }
 
 bool IsCertificatePath(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
+    // Members that are looked at: looking at all of them would cost as much as describing them.
     constexpr std::size_t kLookedAt = 8;
     CAsn1Element member;
     std::size_t count = 0;
@@ -226,6 +240,7 @@ bool IsAlgorithm(const CAsn1Element& object, const unsigned char* /*cutAt*/) {
 const OidInfo* ContentTypeOf(const CAsn1Element& object) {
     const OidInfo* type = TypeOf(object);
     const CAsn1ContentInfoView view(object);
+    // A content without the tag [0] is of another structure that begins with an identifier.
     const bool isContentInfo = object.tag == kAsn1Sequence && type != nullptr &&
                                type->kind == OidKind::kContentType &&
                                (!view.HasContent() || view.IsContentTagged());

@@ -16,7 +16,7 @@ namespace {
 
 using ca::Octets;
 
-// CertificateChoices: v1AttrCert [1], v2AttrCert [2], both implicit.
+// CertificateChoices (RFC 5652, 10.2.2): v1AttrCert [1], v2AttrCert [2], both implicit.
 constexpr unsigned char kAttributesV1 = ca::ContextConstructed(1);
 constexpr unsigned char kAttributesV2 = ca::ContextConstructed(2);
 
@@ -44,6 +44,7 @@ namespace ca {
 CSignerCertificates::CSignerCertificates(std::span<const unsigned char> choices) {
     CAsn1Element choice;
     CCertificateCursor cursor(choices);
+    // Bounded by memory, since strangers may put millions of tiny ones there.
     const std::size_t most = CAnswerBudget::Left() / 2 / kOctetsOfOne;  // the rest is for signers
     std::size_t count = 0;
     while (count < most && cursor.Next(choice)) {
@@ -52,11 +53,13 @@ CSignerCertificates::CSignerCertificates(std::span<const unsigned char> choices)
         }
         ++count;
     }
+    // The first that is odd, by its place in the message.
     if (!cursor.Unread().empty() && (m_odd.empty() || cursor.Unread().data() < m_odd.data())) {
         m_odd = cursor.Unread();
     }
     CAnswerBudget::Take(count * kOctetsOfOne);
     m_hidden = count == most ? CountElements(cursor.Rest()) : 0;
+    // Only then are the certificates digested: it takes longer than all else here.
     if (!m_attributesByDigest.empty()) {
         LinkByDigest();
     }
@@ -74,6 +77,7 @@ void CSignerCertificates::AddTo(Index<Key>& index, Key key, SignerCertificate& c
 
 bool CSignerCertificates::Add(const CAsn1Element& choice) {
     if (choice.tag == kAttributesV1 || choice.tag == kAttributesV2) {
+        // A copy with its own tag: what describes it expects a SEQUENCE.
         auto& copy = m_copies.emplace_back(choice.raw.begin(), choice.raw.end());
         copy[0] = kAsn1Sequence;
         return AddAttributes(copy);

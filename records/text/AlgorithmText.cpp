@@ -80,6 +80,7 @@ constexpr DigestRow kDigests[] = {
     {"gost3411-2015-512-with-gost34310-2015-512", "gost3411-2015-512"},
 };
 
+// RFC 8017, A.2.3: the digest is in the parameters, so that no row of the table above can tell it.
 constexpr ca::COid kPss = "id-RSASSA-PSS";
 
 std::wstring NameOf(const ca::OidInfo* type, Octets oid) {
@@ -89,6 +90,7 @@ std::wstring NameOf(const ca::OidInfo* type, Octets oid) {
     return oid.empty() ? std::wstring() : ca::OidText(oid);
 }
 
+// Looked up once a signature of a message: a table, built at the first one.
 ca::CLazy<ca::COidMap<const ca::OidInfo*>> digestsByAlgorithm([] {
     ca::COidMap<const ca::OidInfo*> digests;
     for (const DigestRow& row : kDigests) {
@@ -115,6 +117,7 @@ SignatureAlgorithmForms DescribeSignatureAlgorithm(const CAsn1AlgorithmView& alg
         forms.text += params.text.empty() ? L"" : L", " + params.text;
         forms.digest = std::move(params.digest);
         forms.error = std::move(params.error);
+        // Without parameters all of them have their defaults, the digest SHA-1 (RFC 8017, A.2.3).
         if (params.text.empty()) {
             forms.digest = COid("id-sha1")->Name();
         }
@@ -133,6 +136,8 @@ std::wstring AlgorithmText(const CAsn1AlgorithmView& algorithm) {
 std::wstring SignerAlgorithmText(const CAsn1AlgorithmView& signature,
                                  const CAsn1AlgorithmView& digest) {
     const OidInfo* info = FindOid(signature.Algorithm());
+    // Many signers name the algorithm of the key, where the digest stands elsewhere (RFC 5652,
+    // 5.3).
     const bool isKeyAlone = info != nullptr && info->kind == OidKind::kKey;
     if (!isKeyAlone || digest.Algorithm().empty()) {
         return AlgorithmText(signature);

@@ -16,6 +16,8 @@ namespace {
 using ca::CTextLines;
 using Value = std::span<const unsigned char>;
 
+// TargetCert (RFC 5755, 4.3.2): a certificate by its issuer and number, beside it what else is
+// known.
 void SayTargetCert(const CAsn1TargetCert& target, CTextLines& lines) {
     lines.Line(kMsgTargetCertificate, L"");
     const CTextLines::Level level(lines);
@@ -30,6 +32,7 @@ void SayTargetCert(const CAsn1TargetCert& target, CTextLines& lines) {
     }
 }
 
+// Target ::= CHOICE (RFC 5755, 4.3.2). The decoder has seen to it that one of the three is there.
 void SayTarget(const CAsn1Target& target, CTextLines& lines) {
     if (target.TargetName() != nullptr) {
         lines.Line(kMsgTargetName, ca::GeneralNameLine(*target.TargetName(), lines));
@@ -48,6 +51,7 @@ void SayTargetList(Value value, CTextLines& lines) {
 // SEQUENCE OF Targets. Issuers write one list of targets as a rule, some without the outer list.
 void SayTargets(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> lists(value);
+    // Told apart by what stands inside of the outermost SEQUENCE: targets have context tags.
     const CAsn1Element first = ca::FirstElement(lists->ContentOctets());
     if (first.tag != kAsn1Sequence) {
         SayTargetList(value, lines);
@@ -64,6 +68,7 @@ void SayTargets(Value value, CTextLines& lines) {
     });
 }
 
+// Lists of attribute types that an authority may, or may not, give (RFC 5755, 7.4).
 void SayAttributeTypes(Sentence label, const CAsn1SequenceOf<CAsn1ObjectIdentifier>* types,
                        CTextLines& lines) {
     if (types == nullptr) {
@@ -76,6 +81,7 @@ void SayAttributeTypes(Sentence label, const CAsn1SequenceOf<CAsn1ObjectIdentifi
     });
 }
 
+// Without a limit said so: a missing number must not read as zero.
 void SayPathLength(const CAsn1Integer* length, CTextLines& lines) {
     const std::int64_t value = IntegerOf(length, -1);
     lines.Line(kMsgPathLength, length == nullptr ? SetZORNAMessage(kMsgNotLimited)
@@ -83,6 +89,7 @@ void SayPathLength(const CAsn1Integer* length, CTextLines& lines) {
                                                  : ca::Hex(OctetsOf(length)));
 }
 
+// AAControls (RFC 5755, 7.4).
 void SayAuthorityControls(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AaControls> controls(value);
     SayPathLength(controls->PathLenConstraint(), lines);
@@ -97,11 +104,13 @@ void SayAuthorityControls(Value value, CTextLines& lines) {
 void SayBasicAttributeConstraints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1BasicConstraints> constraints(value);
     lines.Line(kMsgAttributeAuthority, SetZORNAMessage(constraints->IsCa() ? kMsgYes : kMsgNo));
+    // Only an authority has a path below it.
     if (constraints->IsCa()) {
         SayPathLength(constraints->PathLenConstraint(), lines);
     }
 }
 
+// Extensions without content are said to be present: SayPresent shows no value.
 constexpr ca::ExtensionRow kRows[] = {
     {"ac-auditIdentity", ca::SayOctetString},
     {"ac-proxying", SayTargets},

@@ -30,6 +30,7 @@ using Value = std::span<const unsigned char>;
 constexpr Sentence kLevels[] = {kMsgLevelUnmarked,     kMsgLevelUnclassified, kMsgLevelRestricted,
                                 kMsgLevelConfidential, kMsgLevelSecret,       kMsgLevelTopSecret};
 
+// IetfAttrSyntax (RFC 5755, 4.4): the groups and the charging identity.
 void SayIetfAttribute(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IetfAttrSyntax> syntax(value);
     if (syntax->PolicyAuthority() != nullptr) {
@@ -47,6 +48,7 @@ void SayIetfAttribute(Value value, CTextLines& lines) {
     });
 }
 
+// SvceAuthInfo (RFC 5755, 4.4.1): how a service knows the holder.
 void SayServiceInfo(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SvceAuthInfo> info(value);
     lines.Line(kMsgService, ca::GeneralNameLine(*info->Service(), lines));
@@ -56,6 +58,7 @@ void SayServiceInfo(Value value, CTextLines& lines) {
     }
 }
 
+// RoleSyntax (RFC 5755, 4.4.5): the authority, then the role it gives.
 // A role that is but a text is what some signers claim.
 void SayRole(Value value, CTextLines& lines) {
     if (const CAsn1Element text = ca::FirstElement(value); ca::IsText(text)) {
@@ -87,6 +90,7 @@ std::wstring LevelsText(const CAsn1BitString* list) {
     return text;
 }
 
+// Clearance (RFC 5755, 4.4.6).
 void SayClearance(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Clearance> clearance(value);
     lines.Line(kMsgSecurityPolicy, ca::OidWithName(OctetsOf(clearance->PolicyId())));
@@ -102,6 +106,7 @@ void SayBirthDate(Value value, CTextLines& lines) {
     if (!time.seconds) {
         throw MakeAsn1WrongTag("DateOfBirth", element.tag, 0);
     }
+    // The text begins with the day; the clock after it would only confuse.
     lines.Line(time.utc.substr(0, kDateLength));
 }
 
@@ -128,6 +133,7 @@ void SayPlatformSpecification(Value value, CTextLines& lines) {
                                                                   : ca::ValueText(platformClass));
 }
 
+// Some writers put the version alone where a SEQUENCE round it belongs.
 void SayCredentialSpecification(Value value, CTextLines& lines) {
     if (CAsn1TcgVersionView(ca::FirstElement(value)).IsVersion()) {
         const ca::CDecoded<CAsn1TcgSpecificationVersion> version(value);
@@ -159,6 +165,7 @@ void SayValues(ca::ExtensionFormatter say, Octets type, const CAsn1SetOf<CAsn1An
         lines.Line(kMsgEmpty);
     }
     ca::SayEach(values, lines, [&](const CAsn1Any& any) {
+        // Each value has its own lines: a fault takes back no more than the value it is in.
         CTextLines said(lines.Signers());
         const std::wstring fault = ca::SayValue(say, any.Raw(), said);
         lines.Block(said.TakeOr(kMsgEmpty));
@@ -181,6 +188,8 @@ ca::CLazy<ca::CFormatterTable> valueFormatters([] {
     return ca::CFormatterTable{kRows, ca::EssAttributeRows(), ca::CadesAttributeRows(),
                                ca::CodeAttributeRows(), ca::RequestAttributeRows()};
 });
+// Claims have the attributes of holders alone: those of signatures hold claims, which could then
+// nest.
 ca::CLazy<ca::CFormatterTable> claimedFormatters([] { return ca::CFormatterTable{kRows}; });
 
 }  // namespace
@@ -198,6 +207,7 @@ void SayClaimedAttribute(const CAsn1Attribute& attribute, CTextLines& lines) {
     lines.Line(OidWithName(type), L"");
     const CTextLines::Level level(lines);
     std::wstring error;
+    // Types without a formatter are directory attributes as a rule (RFC 5126, 5.11.3).
     SayValues(say != nullptr ? say : SayDirectoryValue, type, *attribute.Values(), lines, error);
     lines.Fault(error);
 }
@@ -217,6 +227,7 @@ void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, 
     });
 }
 
+// ObjectDigestInfo (RFC 5755, 4.1): a digest of a key or a certificate instead of a name.
 std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest) {
     std::wstring text;
     if (digest.DigestAlgorithm() != nullptr) {
@@ -226,6 +237,7 @@ std::wstring ObjectDigestText(const CAsn1ObjectDigestInfo& digest) {
 }
 
 std::wstring GeneralNameLine(const CAsn1GeneralNameView& name, CTextLines& faults) {
+    // A directory name goes on the line as it is: its label would only repeat what the line says.
     if (const CAsn1NameView directory = name.DirectoryName();
         directory.Element().tag == kAsn1Sequence) {
         return ReadableName(directory);
@@ -243,6 +255,7 @@ std::wstring GeneralNamesLine(const CAsn1GeneralNamesView& names, CTextLines& fa
     CAsn1Element name;
     std::size_t index = 0;
     for (CAsn1Cursor cursor = names.Names(); !cursor.AtEnd(); ++index) {
+        // The length is a limit beside the count: a thousand names may be a thousand pages.
         if (index == kMaxListed || text.size() > MaxValueText()) {
             const std::wstring more = MoreText(CountElements(cursor));
             faults.Fault(more);

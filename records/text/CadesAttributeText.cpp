@@ -39,6 +39,7 @@ void SayTypedValue(Octets type, const CAsn1Any* value, CTextLines& lines) {
     ca::SayUnknownValue(value->Raw(), lines);
 }
 
+// SigPolicyQualifierInfo: where the policy is, and what its user should read (RFC 5126, 5.8.1).
 void SayPolicyQualifier(const CAsn1SigPolicyQualifierInfo& qualifier, CTextLines& lines) {
     const Octets type = OctetsOf(qualifier.SigPolicyQualifierId());
     const CAsn1Any* value = qualifier.SigQualifier();
@@ -86,10 +87,12 @@ void SayCommitment(Value value, CTextLines& lines) {
     });
 }
 
+// Named as in a certificate's subject, so that readers find the same place by the same word.
 void SayNamed(ca::COid type, const std::wstring& text, CTextLines& lines) {
     lines.Line(type->Name(), text);
 }
 
+// SEQUENCE SIZE (1..6) OF DirectoryString; some writers put it into another SEQUENCE.
 void SayPostalAddress(const CAsn1SequenceOf<CAsn1Any>& address, CTextLines& lines) {
     const CAsn1Element first = ca::FirstElement(address.ContentOctets());
     if (first.tag == kAsn1Sequence) {
@@ -100,6 +103,7 @@ void SayPostalAddress(const CAsn1SequenceOf<CAsn1Any>& address, CTextLines& line
     }
 }
 
+// SignerLocation (RFC 5126, 5.11.2). Its members are explicitly tagged strings.
 void SaySignerLocation(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SignerLocation> location(value);
     if (location->CountryName() != nullptr) {
@@ -123,6 +127,8 @@ void SayClaimed(const CAsn1ClaimedAttributes& attributes, CTextLines& lines) {
     });
 }
 
+// No more than who gave it and what it certifies: the certificate is described where it stands
+// itself.
 void SayAttributeCertificate(const CAsn1Any& any, CTextLines& lines) {
     const ca::CDecoded<CAsn1AttributeCertificate> certificate(any.Raw());
     const CAsn1AttributeCertificateInfo& info = *certificate->AcInfo();
@@ -138,6 +144,7 @@ void SayAttributeCertificate(const CAsn1Any& any, CTextLines& lines) {
     });
 }
 
+// SignerAttribute (RFC 5126, 5.11.3): what the signer claims, or what is certified of him.
 void SaySignerAttributes(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1SignerAttribute>> list(value);
     ca::SayEach(*list, lines, [&](const CAsn1SignerAttribute& attribute) {
@@ -149,6 +156,7 @@ void SaySignerAttributes(Value value, CTextLines& lines) {
     });
 }
 
+// SignerAttributeV2 (ETSI EN 319 122-1, 5.2.6.1).
 void SaySignerAttributesV2(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SignerAttributeV2> attributes(value);
     if (attributes->ClaimedAttributes() != nullptr) {
@@ -165,6 +173,7 @@ void SaySignerAttributesV2(Value value, CTextLines& lines) {
                         }
                     });
     }
+    // Assertions come in a language of their own, as SAML: outlined.
     if (attributes->SignedAssertions() != nullptr) {
         lines.Line(kMsgSignedAssertions, L"");
         const CTextLines::Level level(lines);
@@ -172,6 +181,7 @@ void SaySignerAttributesV2(Value value, CTextLines& lines) {
     }
 }
 
+// CompleteCertificateRefs (RFC 5126, 6.2.1); those of attribute certificates are the same (6.2.3).
 void SayCertificateRefs(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1OtherCertId>> references(value);
     ca::SayCount(kMsgCertificates, references->Count(), lines);
@@ -185,6 +195,7 @@ void SayCertificateRefs(Value value, CTextLines& lines) {
     });
 }
 
+// One of the three lists of a hash index: how many, then each digest.
 void SayHashes(Sentence label, const CAsn1Element& hashes, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1OctetString>> list(hashes.raw);
     ca::SayCount(label, list->Count(), lines);
@@ -193,6 +204,7 @@ void SayHashes(Sentence label, const CAsn1Element& hashes, CTextLines& lines) {
                 [&](const CAsn1OctetString& hash) { lines.Line(ca::OctetsText(&hash)); });
 }
 
+// ATSHashIndex in its versions (ETSI EN 319 122-1, 5.5.2): the first leaves the algorithm out.
 void SayHashIndex(Value value, CTextLines& lines) {
     const CAsn1HashIndexView index(ca::FirstElement(value));
     if (index.HasAlgorithm()) {
@@ -203,6 +215,7 @@ void SayHashIndex(Value value, CTextLines& lines) {
     SayHashes(kMsgUnsignedAttributes, index.UnsignedAttrsHashIndex(), lines);
 }
 
+// EvidenceRecord (RFC 4998, 3.1).
 // Each time stamp of each chain: what it stamps, and with which digest its tree was made.
 void SayEvidenceRecord(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1EvidenceRecord> record(value);
@@ -218,12 +231,14 @@ void SayEvidenceRecord(Value value, CTextLines& lines) {
     });
 }
 
+// A text such as "text/xml", of the content that is signed.
 void SayMimeType(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1UTF8String> type(value);
     lines.Line(ca::ValueText(*type));
 }
 
 constexpr ca::ExtensionRow kRows[] = {
+    // Time stamps are signed messages, whatever they stamp.
     {"id-aa-timeStampToken", ca::SaySignedMessage},
     {"id-aa-ets-contentTimestamp", ca::SaySignedMessage},
     {"id-aa-ets-escTimeStamp", ca::SaySignedMessage},

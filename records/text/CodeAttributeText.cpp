@@ -14,6 +14,7 @@ namespace {
 using ca::CTextLines;
 using Value = std::span<const unsigned char>;
 
+// SpcSpStatementType: a list of purposes, such as individual or commercial code signing.
 void SayStatements(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1ObjectIdentifier>> types(value);
     ca::SayEach(*types, lines, [&](const CAsn1ObjectIdentifier& type) {
@@ -21,6 +22,7 @@ void SayStatements(Value value, CTextLines& lines) {
     });
 }
 
+// SpcLink ::= CHOICE: an address, a serialized object, or the name of a file.
 void SayLink(const CAsn1SpcLinkView& link, CTextLines& lines) {
     if (const CAsn1Element url = link.Url(); !url.raw.empty()) {
         lines.Line(kMsgAddress, ca::ValueText(url));
@@ -29,10 +31,12 @@ void SayLink(const CAsn1SpcLinkView& link, CTextLines& lines) {
     } else {
         lines.Line(kMsgAddress, L"");
         const CTextLines::Level level(lines);
+        // The serialized object: nobody but its class knows what it means.
         ca::SayUnknownValue(link.Element().raw, lines);
     }
 }
 
+// SpcSpOpusInfo: the program's name and where to read more, each optional and told by its tag.
 void SayPublisher(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> members(value);
     ca::SayEach(*members, lines, [&](const CAsn1Any& any) {

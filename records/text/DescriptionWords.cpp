@@ -25,6 +25,7 @@ const wchar_t* WordText(Word word) noexcept {
 }
 
 std::wstring OctetsCountText(std::size_t count) {
+    // Russian counts 2 to 4, and numbers that end in them, in another case; 12 to 14 not.
     const auto isFew = [](std::size_t last) { return last >= 2 && last <= 4; };
     const bool isTeen = count % 100 >= 11 && count % 100 <= 14;
     Word unit = count == 1 ? Word::kOctet : Word::kOctets;

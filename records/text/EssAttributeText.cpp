@@ -27,6 +27,7 @@ using Value = std::span<const unsigned char>;
 
 // BinaryTime ::= INTEGER (0..MAX)     -- seconds since 1970     RFC 6019, 2
 void SayBinaryTime(Value value, CTextLines& lines) {
+    // The first second that four digits of a year cannot say.
     constexpr std::int64_t kYear10000 = 253402300800;
     const ca::CDecoded<CAsn1Integer> seconds(value);
     const std::int64_t number = IntegerOf(&*seconds, -1);
@@ -36,6 +37,7 @@ void SayBinaryTime(Value value, CTextLines& lines) {
     lines.Line(ca::TimeLine(ca::DescribeTime(number)));
 }
 
+// A signature of a signature (RFC 5652, 11.4). Its certificate, if any, is among the message's.
 void SayCountersignature(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SignerInfo> signer(value, Asn1Blocks::kRead);
     ca::SaySigner(*signer, /*own=*/nullptr, lines);
@@ -61,12 +63,14 @@ void SaySigningCertificates(Value value, CTextLines& lines, Digest digest) {
     }
 }
 
+// RFC 2634, 5.4: the digest can only be SHA-1.
 void SaySigningCertificate(Value value, CTextLines& lines) {
     SaySigningCertificates<CAsn1SigningCertificate>(value, lines, [](const CAsn1EssCertId& id) {
         return ca::DigestText("id-sha1", id.CertHash());
     });
 }
 
+// RFC 5035, 3: the digest is SHA-256 where none is named.
 void SaySigningCertificateV2(Value value, CTextLines& lines) {
     SaySigningCertificates<CAsn1SigningCertificateV2>(value, lines, [](const CAsn1EssCertIdV2& id) {
         return id.HashAlgorithm() != nullptr ? ca::DigestText(*id.HashAlgorithm(), id.CertHash())
@@ -74,12 +78,14 @@ void SaySigningCertificateV2(Value value, CTextLines& lines) {
     });
 }
 
+// RFC 5126, 5.7.3.3.
 void SayOtherSigningCertificate(Value value, CTextLines& lines) {
     SaySigningCertificates<CAsn1OtherSigningCertificate>(
         value, lines,
         [](const CAsn1OtherCertId& id) { return ca::OtherHashText(*id.OtherCertHash()); });
 }
 
+// RFC 2634, 2.9.
 void SayContentHints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ContentHints> hints(value);
     if (hints->ContentDescription() != nullptr) {
@@ -88,6 +94,7 @@ void SayContentHints(Value value, CTextLines& lines) {
     lines.Line(kMsgContent, ca::OidWithName(OctetsOf(hints->ContentType())));
 }
 
+// RFC 2634, 2.11: the message that this one answers.
 void SayContentReference(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ContentReference> reference(value);
     lines.Line(kMsgContent, ca::OidWithName(OctetsOf(reference->ContentType())));
@@ -95,6 +102,7 @@ void SayContentReference(Value value, CTextLines& lines) {
     lines.Line(kMsgSignatureValue, ca::OctetsText(reference->OriginatorSignatureValue()));
 }
 
+// A line for each list: the lists are those of different recipients.
 void SayNameLists(Sentence label, const CAsn1SequenceOf<CAsn1GeneralNames>& lists,
                   CTextLines& lines) {
     ca::SayEach(lists, lines, [&](const CAsn1GeneralNames& names) {
@@ -102,12 +110,14 @@ void SayNameLists(Sentence label, const CAsn1SequenceOf<CAsn1GeneralNames>& list
     });
 }
 
+// ReceiptRequest (RFC 2634, 2.7).
 void SayReceiptRequest(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ReceiptRequest> request(value);
     lines.Line(kMsgIdentity, ca::OctetsText(request->SignedContentIdentifier()));
     if (request->ReceiptList() != nullptr) {
         SayNameLists(kMsgReceiptsFrom, *request->ReceiptList(), lines);
     } else {
+        // allReceipts (0), firstTierRecipients (1).
         const std::int64_t kind = IntegerOf(request->AllOrFirstTier(), -1);
         lines.Line(kMsgReceiptsFrom, kind == 0   ? SetZORNAMessage(kMsgAllRecipients)
                                      : kind == 1 ? SetZORNAMessage(kMsgFirstTier)
@@ -116,6 +126,7 @@ void SayReceiptRequest(Value value, CTextLines& lines) {
     SayNameLists(kMsgReceiptsTo, *request->ReceiptsTo(), lines);
 }
 
+// ESSSecurityLabel (RFC 2634, 3.2).
 void SaySecurityLabel(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1EssSecurityLabel> label(value);
     lines.Line(kMsgSecurityPolicy, ca::OidWithName(OctetsOf(label->SecurityPolicyIdentifier())));
@@ -131,6 +142,7 @@ void SaySecurityLabel(Value value, CTextLines& lines) {
     ca::SaySecurityCategories(label->SecurityCategories(), lines);
 }
 
+// MLExpansionHistory: a list of the lists that the message went through (RFC 2634, 4.4).
 // MLReceiptPolicy ::= CHOICE { none [0] NULL, insteadOf [1] SEQUENCE OF GeneralNames,
 //     inAdditionTo [2] SEQUENCE OF GeneralNames }     RFC 2634, 4.4
 void SayMailListHistory(Value value, CTextLines& lines) {
@@ -151,6 +163,7 @@ void SayMailListHistory(Value value, CTextLines& lines) {
     });
 }
 
+// SMIMECapability (RFC 8551, 2.5.2).
 // Parameters are those of the algorithm or a key size as a rule; other ones are outlined.
 void SayCapability(const CAsn1SmimeCapability& capability, CTextLines& lines) {
     const std::wstring name = ca::OidWithName(OctetsOf(capability.CapabilityId()));
@@ -159,6 +172,7 @@ void SayCapability(const CAsn1SmimeCapability& capability, CTextLines& lines) {
         lines.Line(name);
         return;
     }
+    // A key size in bits, as RC2 has it.
     std::uint32_t size = 0;
     if (ca::ReadSmallInteger(ca::FirstElement(parameters->Raw()), size)) {
         lines.Line(name + L", " + ca::DecimalText(size));
@@ -180,6 +194,7 @@ void SayCapabilities(Value value, CTextLines& lines) {
                 [&](const CAsn1SmimeCapability& capability) { SayCapability(capability, lines); });
 }
 
+// SMIMEEncryptionKeyPreference (RFC 8551, 2.5.3): one of three ways to name a certificate.
 void SayKeyPreference(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SmimeEncryptionKeyPreference> preference(value);
     if (const CAsn1IssuerAndSerialNumber* id = preference->IssuerAndSerialNumber()) {
@@ -192,6 +207,7 @@ void SayKeyPreference(Value value, CTextLines& lines) {
     }
 }
 
+// CMSAlgorithmProtection (RFC 6211, 2): one of the last two is there, never both.
 void SayAlgorithmProtection(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CmsAlgorithmProtection> protection(value);
     const std::pair<Sentence, const CAsn1AlgorithmIdentifier*> algorithms[] = {

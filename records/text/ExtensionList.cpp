@@ -19,6 +19,8 @@ void DescribeExtensions(std::span<const unsigned char> content, std::wstring& er
         const CAsn1Cursor before = cursor;
         CAsn1Element extension;
         cursor.StepOrRest(extension);
+        // Asked before it is described: the text of one extension may be as large as a whole
+        // answer.
         if (!CAnswerBudget::HasRoomFor(extension.raw.size())) {
             cursor = before;
             break;
@@ -27,9 +29,11 @@ void DescribeExtensions(std::span<const unsigned char> content, std::wstring& er
         ExtensionForms forms = DescribeExtension(extension, error);
         CAnswerBudget::Take(take(forms) + CostOfText(error.size() - errorsBefore));
         const ExtensionParts& parts = forms.parts;
+        // Without a type nobody could ask for it, nor tell whether it is there twice.
         if (parts.oid.empty()) {
             continue;
         }
+        // Never more than one of a type (RFC 5280, 4.2). Each of them is described all the same.
         if (!seen.insert(AsText(parts.oid)).second) {
             AddError(error,
                      SetZORNAMessage(kMsgExtensionRepeated) + (L": " + OidWithName(parts.oid)));
@@ -38,6 +42,7 @@ void DescribeExtensions(std::span<const unsigned char> content, std::wstring& er
             visit(FindOid(parts.oid), parts.value);
         }
     }
+    // A list that was cut short says by how much.
     AddMore(error, CountElements(cursor));
 }
 

@@ -15,6 +15,8 @@ namespace {
 
 using ca::Octets;
 
+// One table for certificates, lists and their entries: an extension means the same wherever it
+// stands.
 ca::CLazy<ca::CFormatterTable> extensionFormatters([] {
     return ca::CFormatterTable{ca::StandardExtensionRows(),  ca::AttributeExtensionRows(),
                                ca::QualifiedExtensionRows(), ca::ProfessionExtensionRows(),
@@ -47,6 +49,8 @@ ExtensionFormatter CFormatterTable::Find(Octets oid) const {
 ValueForms DescribeExtension(Octets oid, std::span<const unsigned char> value) {
     const ExtensionFormatter say = extensionFormatters.Get().Find(oid);
     CTextLines lines;
+    // A value that cannot be read is shown none the less, and what is wrong with it goes into the
+    // error.
     const std::wstring fault = SayValue(say, value, lines);
     ValueForms forms;
     forms.text = say != nullptr ? lines.TakeOr(kMsgEmpty) : lines.Take();
@@ -61,6 +65,7 @@ std::wstring SayValue(ExtensionFormatter say, std::span<const unsigned char> val
         SayUnknownValue(value, lines);
         return {};
     }
+    // What was said before the fault is taken back: half a value would pass for a whole one.
     const CTextLines::Mark before = lines.Here();
     try {
         say(value, lines);
@@ -76,6 +81,7 @@ ExtensionForms DescribeExtension(const CAsn1ExtensionView& extension, std::wstri
     ExtensionForms forms;
     ExtensionParts& parts = forms.parts;
     parts.oid = extension.ExtnId();
+    // Without a type it is not an extension, so that all of it is shown.
     if (parts.oid.empty()) {
         forms.shown = extension.Element().raw;
         forms.text = OddValueText(forms.shown);
@@ -86,11 +92,14 @@ ExtensionForms DescribeExtension(const CAsn1ExtensionView& extension, std::wstri
     try {
         const CAsn1Element value = extension.RequireValue();
         parts.value = value.content;
+        // A string in segments has its octets nowhere in one piece: they are joined, and kept with
+        // the parts.
         if (value.IsConstructed()) {
             parts.joined = OctetStringOf(value);
             parts.value = parts.joined;
         }
     } catch (const Exception& fault) {
+        // Its octets as far as they go, so that nothing of a certificate stays unseen.
         forms.shown = extension.ValueOctets();
         forms.text = OddValueText(forms.shown);
         AddValueError(error, parts.oid, fault.message);
@@ -104,6 +113,7 @@ ExtensionForms DescribeExtension(const CAsn1ExtensionView& extension, std::wstri
 }
 
 void AddError(std::wstring& errors, std::wstring_view fault) {
+    // Marks errors that were cut; it also tells the next call that there is nothing to add.
     constexpr std::wstring_view kMore = L"\n\u2026";
     if (fault.empty() || errors.ends_with(kMore)) {
         return;
@@ -141,6 +151,7 @@ void AddValueError(std::wstring& errors, Octets type, std::wstring_view fault) {
 }
 
 void NoteRepeated(std::vector<Octets>& types, std::wstring& errors) {
+    // Sorted in place: no memory an element, and n log n steps whatever a stranger chooses.
     std::ranges::sort(types, {}, AsText);
     for (auto at = types.begin(); at != types.end();) {
         const Octets type = *at;

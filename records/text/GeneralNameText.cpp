@@ -17,6 +17,7 @@ namespace {
 
 using ca::Octets;
 
+// Octets of an address; with a mask after them twice as many (RFC 5280, 4.2.1.10).
 constexpr std::size_t kIpV4 = 4;
 constexpr std::size_t kIpV6 = 16;
 
@@ -50,6 +51,7 @@ ZeroRun LongestZeroRun(Octets octets) {
     return best;
 }
 
+// Without leading zeros (RFC 5952, 4.1), in small letters (4.3).
 void AppendGroup(std::wstring& text, unsigned value) {
     int shift = 12;
     while (shift > 0 && (value >> shift) == 0) {
@@ -60,6 +62,7 @@ void AppendGroup(std::wstring& text, unsigned value) {
     }
 }
 
+// The form of RFC 5952.
 std::wstring IpV6Text(Octets octets) {
     const ZeroRun zeros = LongestZeroRun(octets);
     std::wstring text;
@@ -69,6 +72,7 @@ std::wstring IpV6Text(Octets octets) {
             group += zeros.length - 1;
             continue;
         }
+        // After "::" there is a colon already.
         if (!text.empty() && text.back() != L':') {
             text += L':';
         }
@@ -77,7 +81,7 @@ std::wstring IpV6Text(Octets octets) {
     return text;
 }
 
-// Length of the prefix that a mask stands for; -1 for ones behind a zero.
+// Length of the prefix that a mask stands for; -1 for ones after a zero.
 int PrefixLength(Octets mask) {
     int length = 0;
     bool hasEnded = false;
@@ -92,6 +96,7 @@ int PrefixLength(Octets mask) {
     return length;
 }
 
+// OtherName: a text is the common case, as a user's principal name; other values are outlined.
 void SayOtherName(const CAsn1OtherNameView& name, ca::CTextLines& lines) {
     const Octets type = name.TypeId();
     const CAsn1Element value = name.Value();
@@ -115,6 +120,7 @@ void SayOtherName(const CAsn1OtherNameView& name, ca::CTextLines& lines) {
 
 // X.400 and EDI names: a caption, then what could be read of the name; the digits of one that could
 // not be read whole.
+// They are rare (RFC 5280, 4.2.1.6).
 void SayStructured(Sentence caption, const CAsn1Element& name, ca::CTextLines& lines) {
     lines.Line(caption, L"");
     const ca::CTextLines::Level level(lines);
@@ -180,6 +186,7 @@ std::wstring IpRangeText(Octets addressAndMask) {
     const Octets mask = addressAndMask.last(addressAndMask.size() / 2);
     const int prefix = PrefixLength(mask);
     return IpAddressText(address) + L'/' +
+           // A mask that is not a prefix is written out: rounding it would change what it allows.
            (prefix >= 0 ? ca::DecimalText(prefix) : IpAddressText(mask));
 }
 
@@ -219,6 +226,7 @@ void SayGeneralName(const CAsn1GeneralNameView& name, CTextLines& lines) {
         case Asn1GeneralNameForm::kUri:
             lines.Line(L"URI", AsciiText(element));
             return;
+        // In name constraints the same form holds a range (RFC 5280, 4.2.1.10).
         case Asn1GeneralNameForm::kIpAddress: {
             const std::wstring address = IpAddressText(element.content);
             const std::wstring range = address.empty() ? IpRangeText(element.content) : address;
@@ -241,6 +249,7 @@ void SayGeneralNames(const CAsn1GeneralNamesView& names, CTextLines& lines) {
     const std::size_t count = CountElements(cursor);
     CAsn1Element name;
     for (std::size_t i = 0; lines.Shows(i, count); ++i) {
+        // A name that has no end hides those after it: the rest is shown by its octets.
         if (!cursor.Step(name)) {
             lines.Unreadable(cursor.Rest());
             return;

@@ -25,6 +25,7 @@ void SayReference(const CAsn1SequenceOf<CAsn1IA5String>& addresses,
     });
 }
 
+// LogotypeDetails (RFC 9399, 4.1): the media type, where the file is and what it must hash to.
 void SayMedia(Sentence kind, const CAsn1SequenceOf<CAsn1LogotypeMedia>* media, CTextLines& lines) {
     if (media == nullptr) {
         return;
@@ -37,6 +38,7 @@ void SayMedia(Sentence kind, const CAsn1SequenceOf<CAsn1LogotypeMedia>* media, C
     });
 }
 
+// LogotypeInfo ::= CHOICE: the files themselves, or a file that lists them.
 void SayLogotypeInfo(const CAsn1LogotypeInfo& info, CTextLines& lines) {
     if (const CAsn1LogotypeReference* indirect = info.Indirect()) {
         SayReference(*indirect->RefStructURI(), *indirect->RefStructHash(), lines);
@@ -54,6 +56,7 @@ void SayLogotype(Sentence kind, const CAsn1LogotypeInfo* info, CTextLines& lines
     }
 }
 
+// LogotypeExtn (RFC 9399, 4.1).
 void SayLogotypes(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1LogotypeExtn> logotypes(value);
     if (logotypes->CommunityLogos() != nullptr) {
@@ -72,6 +75,7 @@ void SayLogotypes(Value value, CTextLines& lines) {
     }
 }
 
+// A predefined type: picture (0), handwritten-signature (1) (RFC 3739, 3.2.5).
 std::wstring BiometricType(const CAsn1Any& type) {
     const CAsn1Element element = ca::FirstElement(type.Raw());
     if (element.tag == kAsn1ObjectIdentifier) {
@@ -86,6 +90,7 @@ std::wstring BiometricType(const CAsn1Any& type) {
                          : ca::DecimalText(number);
 }
 
+// BiometricSyntax (RFC 3739, 3.2.5): the digest of the data, which stand elsewhere.
 void SayBiometrics(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1BiometricData>> list(value);
     ca::SayEach(*list, lines, [&](const CAsn1BiometricData& data) {

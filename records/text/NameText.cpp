@@ -48,7 +48,9 @@ struct Attribute {
 // A form as it is made; what is beyond its most characters is cut, with a mark.
 class CForm {
   public:
-    explicit CForm(std::size_t most) : m_most(most) { m_text.reserve(kUsualText); }
+    explicit CForm(std::size_t most) : m_most(most) {
+        m_text.reserve(kUsualText);  // most names grow once
+    }
 
     void operator+=(wchar_t c) { *this += std::wstring_view(&c, 1); }
     void operator+=(std::wstring_view text) {
@@ -86,6 +88,7 @@ void AppendEscaped(CForm& out, std::wstring_view text, IsSpecial isSpecial, Esca
     out += text.substr(from);
 }
 
+// Types without a name show their numbers, which tells them apart as well.
 void AppendShortName(CForm& out, const Attribute& attribute) {
     if (attribute.info == nullptr) {
         out += attribute.ownDotted;
@@ -96,6 +99,7 @@ void AppendShortName(CForm& out, const Attribute& attribute) {
     }
 }
 
+// A comma, a plus sign or a quote would read as the end of a value; quotes inside stand twice.
 void AppendQuoted(CForm& out, const std::wstring& value) {
     const auto isSpecial = [](wchar_t c) { return c == L',' || c == L'+' || c == L'"'; };
     const bool needsQuotes =
@@ -112,7 +116,7 @@ void AppendQuoted(CForm& out, const std::wstring& value) {
 
 // A line end has its own escape in the tag list. Every other hidden character, and the first of
 // what would read as octets, is shown as \uXXXX, whose backslash is not one of the value's: those
-// stand twice. So a reader takes "n" behind a backslash as a line end, "u" and "U" with their
+// stand twice. So a reader takes "n" after a backslash as a line end, "u" and "U" with their
 // digits as a character, anything else as it stands.
 void AppendTagText(CForm& out, const Attribute& attribute) {
     if (!ca::IsText(attribute.value)) {
@@ -174,6 +178,7 @@ void AppendX500Text(CForm& out, std::wstring_view text) {
             AppendEscapedOctets(out, c);
             return;
         }
+        // A space needs its backslash at the ends only, "#" at the beginning (RFC 4514, 2.4).
         const bool isInner = i != 0 && i + 1 != text.size();
         if (!(c == L' ' && isInner) && !(c == L'#' && i != 0)) {
             out += L'\\';
@@ -187,6 +192,8 @@ void AppendX500(CForm& out, const Attribute& attribute) {
         kX500Keywords, [&](const X500Row& each) { return each.type == attribute.info; });
     const bool isKnown = row != std::end(kX500Keywords);
     out += isKnown ? row->keyword : attribute.Dotted();
+    // A type by its number, or a value that is not a text, goes as "#" and the octets of its BER
+    // (RFC 4514, 2.4).
     if (!isKnown || !ca::IsText(attribute.value)) {
         out += L"=#";
         out.AppendHex(attribute.value.raw);
@@ -247,6 +254,7 @@ Attribute ReadAttribute(Octets type, const CAsn1Element& value, bool startsRdn) 
     return attribute;
 }
 
+// RelativeDistinguishedName ::= SET OF AttributeTypeAndValue (RFC 5280, 4.1.2.4).
 void CollectRdn(const CAsn1RdnView& rdn, Collected& found) {
     bool startsRdn = true;
     CAsn1Element pair;
@@ -259,6 +267,7 @@ void CollectRdn(const CAsn1RdnView& rdn, Collected& found) {
             found.isWhole = false;
             continue;
         }
+        // Counted on: the name says how many it does not show.
         if (found.IsFull()) {
             ++found.hidden;
             continue;
@@ -276,6 +285,7 @@ Collected CollectAttributes(const CAsn1NameView& name) {
     CAsn1Cursor rdns = found.isWhole ? name.Rdns() : CAsn1Cursor();
     CAsn1Element rdn;
     while (rdns.Step(rdn)) {
+        // An empty SET is not an RDN (SIZE (1..MAX)).
         if (rdn.tag != kAsn1Set || rdn.content.empty()) {
             found.isWhole = false;
         } else {
@@ -286,6 +296,7 @@ Collected CollectAttributes(const CAsn1NameView& name) {
     return found;
 }
 
+// The attributes of one RDN belong together, which the joint shows.
 void AppendJoint(CForm& out, const Attribute& attribute) {
     if (!out.IsEmpty()) {
         out += attribute.startsRdn ? L", " : L" + ";
@@ -316,6 +327,7 @@ void AppendTag(CForm& out, const Attribute& attribute) {
 std::wstring ReadableText(const Collected& found) {
     CForm text(SIZE_MAX);
     for (const Attribute& attribute : found.attributes) {
+        // A line of a text is no place for a whole page; the forms of a record have room for more.
         if (text.Size() > ca::MaxValueText()) {
             return text.Take() + L"\u2026";
         }
@@ -324,6 +336,7 @@ std::wstring ReadableText(const Collected& found) {
     return found.hidden != 0 ? text.Take() + L", " + ca::MoreText(found.hidden) : text.Take();
 }
 
+// RFC 4514, 2.1 and 2.2.
 // Whole RDNs from the last to the first, their attributes in encoded order.
 void AppendAllX500(CForm& out, const Collected& found) {
     const std::vector<Attribute>& attributes = found.attributes;
@@ -353,6 +366,7 @@ NameForms DescribeName(const CAsn1NameView& name) {
     const std::wstring more = found.hidden != 0 ? L", " + MoreText(found.hidden) : std::wstring();
     bool isCut = false;
     // The forms share what an answer may still have.
+    // Each character is four octets in memory and up to four in the answer.
     constexpr std::size_t kOctetsPerCharacter = 8;
     std::size_t left = CAnswerBudget::Left() / kOctetsPerCharacter;
     const auto make = [&](auto append) {
@@ -369,6 +383,7 @@ NameForms DescribeName(const CAsn1NameView& name) {
             }
         });
     };
+    // The readable form first: where the budget ends, the later ones are cut.
     forms.readable = inOrder(AppendReadable) + more;
     forms.oid = inOrder(AppendOid) + more;
     forms.x500 = make([&](CForm& out) { AppendAllX500(out, found); });

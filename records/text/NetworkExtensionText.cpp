@@ -39,6 +39,7 @@ std::wstring NameOf(const wchar_t* const (&names)[Count], unsigned char number) 
 
 // "01.02.2024 07:00:00.123 UTC"
 std::wstring StampTime(std::uint64_t milliseconds) {
+    // The first millisecond that four digits of a year cannot say.
     constexpr std::uint64_t kYear10000 = 253402300800ULL * 1000;
     if (milliseconds >= kYear10000) {
         return ca::DecimalText(milliseconds);
@@ -48,8 +49,10 @@ std::wstring StampTime(std::uint64_t milliseconds) {
     return time.utc + L'.' + fraction.substr(1) + L" UTC";
 }
 
+// A stamp of another version is named only: nobody knows what follows.
 void SayStamp(const CSignedCertificateTimestamp& stamp, CTextLines& lines) {
     lines.Line(kMsgStamp, L"v" + ca::DecimalText(stamp.version + 1));
+    // v1 is the number 0 (RFC 6962, 3.2).
     if (stamp.version != 0) {
         return;
     }
@@ -60,17 +63,20 @@ void SayStamp(const CSignedCertificateTimestamp& stamp, CTextLines& lines) {
                                        NameOf(kSignatures, stamp.signatureAlgorithm));
 }
 
+// SignedCertificateTimestampList in an OCTET STRING (RFC 6962, 3.3).
 void SayStamps(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1OctetString> octets(value);
     const std::vector<unsigned char> joined = OctetStringOf(&*octets);
     CSctList list(joined);
     Octets stamp;
     std::size_t count = 0;
+    // Counted on a copy, so that the end of the list can say how many it leaves out.
     for (CSctList counted = list; counted.Next(stamp);) {
         ++count;
     }
     for (std::size_t index = 0; lines.Shows(index, count) && list.Next(stamp); ++index) {
         try {
+            // One that cannot be read has its length all the same: the others are said.
             SayStamp(CSctList::Read(stamp), lines);
         } catch (const ca::Exception&) {
             lines.Unreadable(SetZORNAMessage(kMsgStamp), stamp);
@@ -87,10 +93,13 @@ void SayTlsFeatures(Value value, CTextLines& lines) {
         const std::wstring number = ca::NumberText(&feature);
         const std::int64_t type = IntegerOf(&feature, -1);
         const wchar_t* name = type == 5 ? L"status_request (" : L"status_request_v2 (";
+        // status_request (RFC 6066, 8) and status_request_v2 (RFC 6961) are what issuers use it
+        // for.
         lines.Line(type == 5 || type == 17 ? name + number + L')' : number);
     });
 }
 
+// CA/B Forum EV Guidelines, appendix F.
 void SayOnionService(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1TorServiceDescriptorHash>> services(value);
     ca::SayEach(*services, lines, [&](const CAsn1TorServiceDescriptorHash& service) {
@@ -101,6 +110,7 @@ void SayOnionService(Value value, CTextLines& lines) {
     });
 }
 
+// ProxyCertInfo (RFC 3820, 3.8).
 void SayProxy(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ProxyCertInfo> proxy(value);
     const CAsn1Integer* length = proxy->PCPathLenConstraint();
@@ -118,6 +128,7 @@ void SayProxy(Value value, CTextLines& lines) {
 
 // ---- Addresses and autonomous systems (RFC 3779) ----
 
+// Octets of an address; the families are numbered 1 and 2 (RFC 3779, 2.2.3.3).
 constexpr std::size_t kIpv4Octets = 4;
 constexpr std::size_t kIpv6Octets = 16;
 
@@ -142,6 +153,8 @@ std::wstring AddressText(const std::vector<unsigned char>& address) {
     return ca::IpAddressText(address);
 }
 
+// IPAddressOrRange (RFC 3779, 2.2.3): a prefix is bits, a range its first and its last address,
+// each without the bits that follow from that.
 void SayAddresses(const CAsn1Any& element, std::size_t length, CTextLines& lines) {
     const Value octets = element.Raw();
     if (element.Tag() == kAsn1BitString) {
@@ -159,6 +172,8 @@ void SayAddresses(const CAsn1Any& element, std::size_t length, CTextLines& lines
 void SayAddressBlocks(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1IpAddressFamily>> families(value);
     ca::SayEach(*families, lines, [&](const CAsn1IpAddressFamily& family) {
+        // addressFamily: two octets of the family, and one of what it is used for where that is
+        // limited.
         const Octets type = OctetsOf(family.AddressFamily());
         const bool isV4 = type.size() >= 2 && type[0] == 0 && type[1] == 1;
         const bool isV6 = type.size() >= 2 && type[0] == 0 && type[1] == 2;
@@ -169,6 +184,7 @@ void SayAddressBlocks(Value value, CTextLines& lines) {
         if (type.size() > 2) {
             name += L", SAFI " + ca::DecimalText(type[2]);
         }
+        // inherit: the addresses are those of the issuer.
         if (family.IpAddressChoice()->Tag() == kAsn1Null) {
             lines.Line(name, SetZORNAMessage(kMsgInherited));
             return;
@@ -182,6 +198,7 @@ void SayAddressBlocks(Value value, CTextLines& lines) {
     });
 }
 
+// ASIdOrRange (RFC 3779, 3.2.3).
 void SayAsNumber(const CAsn1Any& element, CTextLines& lines) {
     if (element.Tag() == kAsn1Integer) {
         lines.Line(ca::NumberText(&element));
@@ -191,6 +208,7 @@ void SayAsNumber(const CAsn1Any& element, CTextLines& lines) {
     lines.Line(ca::NumberText(range->Min()) + L'-' + ca::NumberText(range->Max()));
 }
 
+// ASIdentifierChoice: inherited, or a list.
 void SayAsNumbers(const wchar_t* label, const CAsn1Any* choice, CTextLines& lines) {
     if (choice == nullptr) {
         return;
@@ -205,6 +223,7 @@ void SayAsNumbers(const wchar_t* label, const CAsn1Any* choice, CTextLines& line
     ca::SayEach(*list, lines, [&](const CAsn1Any& element) { SayAsNumber(element, lines); });
 }
 
+// Autonomous systems, and the identifiers of routing domains (RDI).
 void SayAutonomousSystems(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AsIdentifiers> systems(value);
     SayAsNumbers(L"AS", systems->Asnum(), lines);
@@ -213,6 +232,7 @@ void SayAutonomousSystems(Value value, CTextLines& lines) {
 
 // ---- Telephone numbers (RFC 8226) ----
 
+// TNEntry (RFC 8226, 9): a provider's code, a block of numbers, or one of them.
 void SayTelephoneNumbers(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1TnEntry>> entries(value);
     ca::SayEach(*entries, lines, [&](const CAsn1TnEntry& entry) {

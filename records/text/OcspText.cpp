@@ -26,6 +26,7 @@ using ca::CTextLines;
 using Value = std::span<const unsigned char>;
 
 // "Revoked, 01.02.2024 10:00:00 (utc 01.02.2024 07:00:00), Key compromise"
+// CertStatus ::= CHOICE (RFC 6960, 4.2.1).
 std::wstring StatusText(const CAsn1CertStatus& status) {
     const CAsn1RevokedInfo* revoked = status.Revoked();
     if (revoked == nullptr) {
@@ -47,6 +48,7 @@ void SayOptional(const CAsn1Extensions* extensions, CTextLines& lines) {
     }
 }
 
+// SingleResponse: the number first, since it tells which certificate is meant.
 void SaySingleResponse(const CAsn1SingleResponse& response, CTextLines& lines) {
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(response.CertId()->SerialNumber())));
     const CTextLines::Level level(lines);
@@ -58,6 +60,7 @@ void SaySingleResponse(const CAsn1SingleResponse& response, CTextLines& lines) {
     SayOptional(response.SingleExtensions(), lines);
 }
 
+// ResponseData: the responder and its time stand in one line above the answers.
 void SayResponseData(const CAsn1ResponseData& data, CTextLines& lines) {
     lines.Line(ca::ResponderText(*data.ResponderId()) + L", " + ca::TimeLine(*data.ProducedAt()));
     const CTextLines::Level level(lines);
@@ -71,6 +74,8 @@ void SayResponseStatus(const CAsn1OcspResponse& response, CTextLines& lines) {
     std::uint32_t status = 0;
     const CAsn1Element element = ca::FirstElement(response.ResponseStatus()->Raw());
     if (ca::ReadSmallInteger(element, status)) {
+        // Any number but 0 stands for an answer that was not given; its text is for another
+        // describer.
         lines.Line(kMsgOcspStatus, ca::DecimalText(status));
     } else {
         lines.Unreadable(SetZORNAMessage(kMsgOcspStatus), element.raw);
@@ -83,6 +88,7 @@ void SayNonce(Value value, CTextLines& lines) {
     lines.Line(ca::Hex(nonce.tag == kAsn1OctetString ? ca::Octets(nonce.content) : value));
 }
 
+// CrlID (RFC 6960, 4.4.2): every member optional.
 void SayCrlReference(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CrlId> crl(value);
     if (crl->CrlUrl() != nullptr) {
@@ -96,6 +102,7 @@ void SayCrlReference(Value value, CTextLines& lines) {
     }
 }
 
+// ServiceLocator (RFC 6960, 4.4.6).
 void SayServiceLocator(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ServiceLocator> locator(value);
     lines.Line(kMsgIssuer, ca::ReadableName(*locator->Issuer()));
@@ -105,13 +112,15 @@ void SayServiceLocator(Value value, CTextLines& lines) {
     });
 }
 
-// The algorithm of the signature, behind it that of the key and its curve.
+// The algorithm of the signature, after it that of the key and its curve.
+// PreferredSignatureAlgorithms (RFC 6960, 4.4.7).
 void SayPreferredAlgorithms(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1PreferredSignatureAlgorithm>> list(value);
     ca::SayEach(*list, lines, [&](const CAsn1PreferredSignatureAlgorithm& preferred) {
         std::wstring text = ca::AlgorithmText(*preferred.SigIdentifier());
         if (const CAsn1AlgorithmIdentifier* key = preferred.PubKeyAlgIdentifier()) {
             ca::AppendListed(text, ca::AlgorithmText(*key));
+            // Of the key's parameters only a named curve is said.
             if (key->Parameters() != nullptr && key->Parameters()->Tag() == kAsn1ObjectIdentifier) {
                 ca::AppendListed(text, ca::OidName(OctetsOf(key->Parameters())));
             }
@@ -141,12 +150,14 @@ std::wstring ResponderText(const CAsn1ResponderId& responder) {
 }
 
 void SayOcspResponse(Value value, CTextLines& lines) {
+    // Stores of signatures keep either the response or the BasicOCSPResponse inside of it.
     if (!CAsn1OcspResponseView(FirstElement(value)).IsResponse()) {
         const CDecoded<CAsn1BasicOcspResponse> basic(value, Asn1Blocks::kRead);
         SayResponseData(*basic->TbsResponseData(), lines);
         return;
     }
     const CDecoded<CAsn1OcspResponse> response(value, Asn1Blocks::kRead);
+    // responseBytes hold the BasicOCSPResponse as an OCTET STRING (RFC 6960, 4.2.1).
     if (const CAsn1ResponseBytes* bytes = response->ResponseBytes()) {
         std::vector<unsigned char> octets = OctetStringOf(bytes->Response());
         const CDecoded<CAsn1BasicOcspResponse> basic(octets, Asn1Blocks::kRead);

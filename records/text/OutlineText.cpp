@@ -38,6 +38,7 @@ std::wstring PrimitiveText(const CAsn1Element& element) {
         case kAsn1Enumerated:
             return IntegerText(element.content);
         case kAsn1Boolean:
+            // A BOOLEAN of no octets never comes here: it is said by its tag alone.
             return element.content[0] != 0 ? L"TRUE" : L"FALSE";
         case kAsn1BitString:
             return ca::Hex(ca::BitOctets(element));
@@ -52,7 +53,7 @@ class COutline {
   public:
     void Say(const CAsn1Element& element) {
         SayOne(element, 0);
-        // What is left to say of each open element, outermost first.
+        // What is left to say of each open element, outermost first; kMaxOutlineDepth bounds it.
         std::vector<CAsn1Cursor> open;
         if (element.IsConstructed()) {
             open.emplace_back(element.content);
@@ -89,6 +90,7 @@ class COutline {
 
   private:
     void SayOne(const CAsn1Element& element, std::size_t level) {
+        // Said by number at the end: the lines of an outline are bounded, its elements are not.
         if (m_said == ca::kMaxListed) {
             m_lines.LeaveOut(1);
             return;
@@ -107,7 +109,7 @@ class COutline {
     bool m_isCut = false;
 };
 
-// Says elements one behind the other; false, and says nothing, for octets that are none.
+// Says elements one after the other; false, and says nothing, for octets that are none.
 bool SayElements(Octets octets, ca::CTextLines& lines) {
     if (octets.empty() || !ca::IsWellFormed(octets)) {
         return false;
@@ -142,6 +144,7 @@ std::wstring UnreadableText(Octets octets) {
 }
 
 void SayUnknownValue(Octets octets, CTextLines& lines) {
+    // Not elements, so that digits are all that can be said.
     if (!SayElements(octets, lines)) {
         lines.Block(Hex(octets));
     }
@@ -156,6 +159,7 @@ void SayOddValue(Octets octets, CTextLines& lines) {
     const std::wstring caption = SetZORNAMessage(kMsgUnreadable);
     const std::wstring text = outline.Take();
     lines.Fault(outline.TakeFaults());
+    // One line goes beside the caption, more go below it.
     if (text.find(L'\n') == std::wstring::npos) {
         lines.Line(caption + text);
         return;

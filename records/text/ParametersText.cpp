@@ -39,7 +39,8 @@ struct Saying {
 
 Saying Describe(const CAsn1AlgorithmView& algorithm, unsigned depth);
 
-// Says what could be read; what is no T is shown as a whole.
+// Says parameters that could be read whole; others are shown by their octets. RSASSA-PSS has
+// defaults for all members: read in part, it would show these as if they had been given.
 template <class T, class SayOne>
 void Read(Value params, Saying& saying, SayOne say) {
     const ca::CPartlyDecoded<T> read(params);
@@ -80,6 +81,7 @@ std::wstring DigestName(const CAsn1AlgorithmIdentifier* digest) {
     return digest != nullptr ? ca::OidName(OctetsOf(digest->Algorithm())) : Sha1Name();
 }
 
+// MaskGenAlgorithm (RFC 8017, A.2.1).
 // The mask is one of MGF1 with SHA-1 when none is given; MGF1 has a digest as its parameters.
 void SayMask(const CAsn1AlgorithmIdentifier* mask, Saying& saying) {
     if (mask == nullptr) {
@@ -95,8 +97,9 @@ void SayMask(const CAsn1AlgorithmIdentifier* mask, Saying& saying) {
     }
 }
 
+// RSASSA-PSS-params (RFC 8017, A.2.3).
 void SayPss(Value value, Saying& saying) {
-    constexpr std::int64_t kSaltOctets = 20;
+    constexpr std::int64_t kSaltOctets = 20;  // saltLength's DEFAULT
     Read<CAsn1RsassaPssParams>(value, saying, [&](const CAsn1RsassaPssParams& params) {
         saying.forms.digest = DigestName(params.HashAlgorithm());
         saying.Add(saying.forms.digest);
@@ -105,6 +108,7 @@ void SayPss(Value value, Saying& saying) {
     });
 }
 
+// RSAES-OAEP-params (RFC 8017, A.2.1). The label is not said: it is empty as a rule.
 void SayOaep(Value value, Saying& saying) {
     Read<CAsn1RsaesOaepParams>(value, saying, [&](const CAsn1RsaesOaepParams& params) {
         saying.forms.digest = DigestName(params.HashFunc());
@@ -115,12 +119,14 @@ void SayOaep(Value value, Saying& saying) {
 
 // ---- Passwords ----
 
+// PBEParameter (RFC 8018, A.3). The salt says nothing to people.
 void SayPbe(Value value, Saying& saying) {
     Read<CAsn1PbeParameter>(value, saying, [&](const CAsn1PbeParameter& params) {
         SayNumber(params.IterationCount(), saying);
     });
 }
 
+// PBKDF2-params (RFC 8018, A.2); prf is DEFAULT algid-hmacWithSHA1.
 void SayPbkdf2(Value value, Saying& saying) {
     Read<CAsn1Pbkdf2Params>(value, saying, [&](const CAsn1Pbkdf2Params& params) {
         saying.Add(params.Prf() != nullptr ? ca::OidName(OctetsOf(params.Prf()->Algorithm()))
@@ -129,6 +135,7 @@ void SayPbkdf2(Value value, Saying& saying) {
     });
 }
 
+// scrypt-params (RFC 7914, 7): N, r and p.
 void SayScrypt(Value value, Saying& saying) {
     Read<CAsn1ScryptParams>(value, saying, [&](const CAsn1ScryptParams& params) {
         SayNumber(params.CostParameter(), saying);
@@ -137,6 +144,7 @@ void SayScrypt(Value value, Saying& saying) {
     });
 }
 
+// PBES2-params (RFC 8018, A.4): how the key is made, then what it encrypts with.
 void SayPbes2(Value value, Saying& saying) {
     Read<CAsn1Pbes2Params>(value, saying, [&](const CAsn1Pbes2Params& params) {
         SayAlgorithm(*params.KeyDerivationFunc(), saying);
@@ -144,6 +152,7 @@ void SayPbes2(Value value, Saying& saying) {
     });
 }
 
+// PBMAC1-params (RFC 8018, A.5).
 void SayPbmac1(Value value, Saying& saying) {
     Read<CAsn1Pbmac1Params>(value, saying, [&](const CAsn1Pbmac1Params& params) {
         SayAlgorithm(*params.KeyDerivationFunc(), saying);
@@ -159,7 +168,9 @@ void SayWrap(Value value, Saying& saying) {
         value, saying, [&](const CAsn1AlgorithmIdentifier& wrap) { SayAlgorithm(wrap, saying); });
 }
 
+// RC2-CBC-Parameter (RFC 8018, B.2.3). The version stands for the effective bits of the key.
 void SayRc2(Value value, Saying& saying) {
+    // Without a version (RFC 2268, 6).
     constexpr std::int64_t kNoVersionBits = 32;
     constexpr std::pair<std::int64_t, std::int64_t> kVersions[] = {{160, 40}, {120, 64}, {58, 128}};
     Read<CAsn1Rc2CbcParameter>(value, saying, [&](const CAsn1Rc2CbcParameter& params) {
@@ -180,6 +191,8 @@ void SayGostKey(Value value, Saying& saying) {
         SayWrap(value, saying);
         return;
     }
+    // GostR3410-PublicKeyParameters (RFC 4491, 2.3; RFC 9215, 4): the curve, the digest, the
+    // cipher.
     Read<CAsn1GostPublicKeyParameters>(value, saying, [&](const auto& params) {
         for (const auto* set :
              {params.PublicKeyParamSet(), params.DigestParamSet(), params.EncryptionParamSet()}) {
@@ -188,6 +201,7 @@ void SayGostKey(Value value, Saying& saying) {
     });
 }
 
+// Gost28147-89-Parameters (RFC 4357): beside the initialization vector a set of S-boxes.
 void SayGostCipher(Value value, Saying& saying) {
     Read<CAsn1Gost28147Parameters>(value, saying, [&](const auto& params) {
         saying.Add(ca::OidName(OctetsOf(params.EncryptionParamSet())));
@@ -262,6 +276,7 @@ Saying Describe(const CAsn1AlgorithmView& algorithm, unsigned depth) {
     Saying saying;
     saying.depth = depth;
     const CAsn1Element params = algorithm.Parameters();
+    // NULL stands for none, which most algorithms of RSA have (RFC 3279, 2.2.1).
     if (params.raw.empty() || params.tag == kAsn1Null) {
         return saying;
     }
@@ -282,6 +297,7 @@ ParametersForms DescribeParameters(const CAsn1AlgorithmView& algorithm) {
 ParametersForms DescribeInnerAlgorithm(const CAsn1AlgorithmView& algorithm) {
     ParametersForms forms = DescribeParameters(algorithm);
     const CAsn1Element params = algorithm.Parameters();
+    // An algorithm in the parameters of one that nobody describes, as a key agreement has it.
     if (forms.text.empty() && params.tag == kAsn1Sequence) {
         forms.text = AlgorithmText(params);
     }
@@ -289,6 +305,7 @@ ParametersForms DescribeInnerAlgorithm(const CAsn1AlgorithmView& algorithm) {
 }
 
 std::wstring GostTransportText(const CAsn1AlgorithmView& algorithm, const CAsn1OctetString& key) {
+    // GostR3410-KeyTransport (RFC 4490, 4.2.1): the set of S-boxes stands beside the wrapped key.
     if (FindFormatter(algorithm) != SayGostKey) {
         return {};
     }

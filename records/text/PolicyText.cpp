@@ -19,6 +19,7 @@ std::wstring ElementText(const CAsn1Any* any) {
     return ca::ValueText(ca::FirstElement(any->Raw()));
 }
 
+// PolicyQualifierInfo (RFC 5280, 4.2.1.4): an address of the practice statement, or a notice.
 void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
     const ca::OidInfo* const type = ca::FindOid(OctetsOf(info.PolicyQualifierId()));
     if (type == ca::COid("id-qt-cps")) {
@@ -27,6 +28,7 @@ void SayQualifier(const CAsn1PolicyQualifierInfo& info, CTextLines& lines) {
         ca::SayNotice(*info.Qualifier(), lines);
     } else {
         lines.Line(ca::OidWithName(OctetsOf(info.PolicyQualifierId())), L"");
+        // Qualifiers of others: anything may stand there.
         const CTextLines::Level level(lines);
         ca::SayOutline(ca::FirstElement(info.Qualifier()->Raw()), lines);
     }
@@ -38,9 +40,11 @@ namespace ca {
 
 std::wstring NumberText(const CAsn1Object* number) {
     const std::int64_t value = IntegerOf(number, -1);
+    // Negative, or past 64 bits: its octets.
     return value >= 0 ? ca::DecimalText(value) : Hex(OctetsOf(number));
 }
 
+// UserNotice (RFC 5280, 4.2.1.4): the text first, then where it is printed.
 void SayNotice(const CAsn1Any& qualifier, CTextLines& lines) {
     CAsn1Root<CAsn1UserNotice> notice(qualifier.Raw());
     notice->Decode();

@@ -19,6 +19,7 @@ namespace {
 using ca::CTextLines;
 using Value = std::span<const unsigned char>;
 
+// NamingAuthority: a text, an address and an identifier, each optional.
 void SayNamingAuthority(const CAsn1NamingAuthority* authority, CTextLines& lines) {
     if (authority == nullptr) {
         return;
@@ -31,6 +32,7 @@ void SayNamingAuthority(const CAsn1NamingAuthority* authority, CTextLines& lines
     lines.Line(kMsgNamingAuthority, text);
 }
 
+// ProfessionInfo: the words, below them the identifiers, the authority and the register.
 void SayProfession(const CAsn1ProfessionInfo& profession, CTextLines& lines) {
     ca::SayEach(*profession.ProfessionItems(), lines, [&](const CAsn1DirectoryString& item) {
         lines.Line(kMsgProfession, ca::MemberText(&item));
@@ -56,6 +58,7 @@ void SayAdmissionAuthority(const CAsn1Object* authority, CTextLines& lines) {
     }
 }
 
+// AdmissionSyntax: each of its lists may have an authority of its own.
 void SayAdmission(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AdmissionSyntax> admission(value);
     SayAdmissionAuthority(admission->AdmissionAuthority(), lines);
@@ -68,6 +71,7 @@ void SayAdmission(Value value, CTextLines& lines) {
     });
 }
 
+// SigningFor ::= CHOICE: a person by name, or by reference to a certificate.
 void SaySigningFor(const CAsn1Element& principal, CTextLines& lines) {
     if (principal.tag != kAsn1Sequence) {
         lines.Line(kMsgSigningFor, ca::GeneralNameLine(principal, lines));
@@ -80,6 +84,7 @@ void SaySigningFor(const CAsn1Element& principal, CTextLines& lines) {
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(certificate->Serial())));
 }
 
+// ProcurationSyntax: for whom the holder may sign.
 void SayProcuration(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ProcurationSyntax> procuration(value);
     if (procuration->Country() != nullptr) {
@@ -97,6 +102,7 @@ void SayMonetaryLimit(Value value, CTextLines& lines) {
     lines.Line(ca::MoneyText(*limit));
 }
 
+// ValidityModel: an identifier for the shell or the chain model.
 void SayValidityModel(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1ValidityModel> model(value);
     lines.Line(ca::OidWithName(OctetsOf(model->ValidityModelId())));

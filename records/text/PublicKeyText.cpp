@@ -22,7 +22,7 @@ using ca::Octets;
 using ca::PublicKeyForms;
 using Value = std::span<const unsigned char>;
 
-// Bits of a magnitude behind its leading zeros.
+// Bits of a magnitude after its leading zeros.
 std::size_t BitSize(Octets magnitude) {
     const auto first = std::ranges::find_if(magnitude, [](unsigned char o) { return o != 0; });
     const auto octets = static_cast<std::size_t>(magnitude.end() - first);
@@ -69,19 +69,23 @@ void ReadParameters(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms, 
 
 // ---- RSA ----
 
+// RSAPublicKey (RFC 8017, A.1.1).
 void ReadRsaKey(Value bits, PublicKeyForms& forms) {
     const ca::CPartlyDecoded<CAsn1RsaPublicKey> key(bits);
     const Octets modulus = OctetsOf(key.Get() != nullptr ? key.Get()->Modulus() : nullptr);
     const CAsn1Integer* exponent = key.Get() != nullptr ? key.Get()->PublicExponent() : nullptr;
     const bool hasBoth = !modulus.empty() && !OctetsOf(exponent).empty();
+    // A fault of the parameters was there first, and stays.
     if ((!hasBoth || !key.IsWhole()) && forms.error.empty()) {
         forms.error = UnreadableKey(key.Fault());
     }
+    // A key that is damaged after its two numbers still tells its size.
     if (hasBoth) {
         forms.params = ca::RsaSizeText(key.Get()->Modulus(), exponent);
     }
 }
 
+// Its parameters are NULL (RFC 3279, 2.3.1).
 void DescribeRsaKey(const CAsn1AlgorithmView& /*algorithm*/, PublicKeyForms& forms) {
     forms.hashAlgs = DigestsFrom(Sha2::k256);
 }
@@ -114,6 +118,7 @@ Sha2 BestDigest(const ca::OidInfo& curve) {
     return Sha2::k256;
 }
 
+// FieldID (RFC 3279, 2.3.5).
 // The size of a field: that of its prime, or the degree of one of characteristic two.
 std::size_t FieldBits(const CAsn1FieldId& field) {
     if (field.Parameters() == nullptr) {
@@ -123,6 +128,7 @@ std::size_t FieldBits(const CAsn1FieldId& field) {
     if (field.Parameters()->Tag() != kAsn1Sequence) {
         return BitSize(OctetsOf(field.Parameters()));
     }
+    // The degree is a number as a stranger likes it: one below zero, or past 64 bits, is no size.
     const ca::CPartlyDecoded<CAsn1CharacteristicTwo> binary(params);
     return static_cast<std::size_t>(std::max<std::int64_t>(0, IntegerOf(binary.Get()->M(), 0)));
 }
@@ -133,6 +139,7 @@ void NameSm2(PublicKeyForms& forms) {
     forms.hashAlgs = ca::COid("sm3")->Name();
 }
 
+// ECPKParameters: a name as a rule (RFC 5480, 2.1.1); written-out curves keep the usual digests.
 void DescribeEcKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     forms.hashAlgs = DigestsFrom(Sha2::k256);
     ReadParameters<CAsn1EcpkParameters>(algorithm, forms, [&](const CAsn1EcpkParameters& curve) {
@@ -148,18 +155,21 @@ void DescribeEcKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
 
 // ---- DSA, Diffie-Hellman ----
 
+// Dss-Parms (RFC 3279, 2.3.2).
 void DescribeDsaKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DssParms>(algorithm, forms, [&](const CAsn1DssParms& group) {
         forms.params = ca::SizeText(group.P());
     });
 }
 
+// DomainParameters of X9.42 (RFC 3279, 2.3.3).
 void DescribeDhKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DomainParameters>(
         algorithm, forms,
         [&](const CAsn1DomainParameters& group) { forms.params = ca::SizeText(group.P()); });
 }
 
+// DHParameter of PKCS #3.
 void DescribeOldDhKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1DhParameter>(algorithm, forms, [&](const CAsn1DhParameter& group) {
         forms.params = ca::SizeText(group.Prime());
@@ -168,6 +178,7 @@ void DescribeOldDhKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms
 
 // ---- GOST ----
 
+// The sets of curve, digest and cipher, those that are there (RFC 4491, 2.3; RFC 9215, 4).
 void DescribeGostKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     ReadParameters<CAsn1GostPublicKeyParameters>(algorithm, forms, [&](const auto& sets) {
         ca::CTextLines lines;
@@ -224,6 +235,7 @@ const KeyRow* FindRow(const ca::OidInfo* type) {
 
 namespace ca {
 
+// Bits of the modulus, without the octet that keeps it positive.
 std::wstring SizeText(const CAsn1Integer* modulus) {
     return modulus != nullptr ? BitsText(BitSize(OctetsOf(modulus))) : std::wstring();
 }
@@ -245,6 +257,8 @@ std::wstring CurveText(const CAsn1EcpkParameters& curve) {
     const CAsn1EcParameters* given = curve.EcParameters();
     if (given == nullptr || given->FieldId() == nullptr ||
         given->FieldId()->Parameters() == nullptr) {
+        // The name of a curve that is written out is not given: comparing all its numbers would be
+        // needed for it.
         return {};
     }
     return SetZORNAMessage(kMsgExplicitParameters) +
@@ -256,6 +270,7 @@ PublicKeyForms DescribeKeyAlgorithm(const CAsn1AlgorithmView& algorithm) {
     forms.algorithm = AlgorithmText(algorithm);
     const OidInfo* type = FindOid(algorithm.Algorithm());
     const OidInfo* digest = type != nullptr ? DigestOf(*type) : nullptr;
+    // Some types fix the digest by themselves, as those of GOST; the rows may say otherwise.
     if (digest != nullptr) {
         forms.hashAlgs = digest->Name();
     }
@@ -277,6 +292,7 @@ PublicKeyForms DescribePublicKey(const CAsn1PublicKeyInfoView& publicKeyInfo) {
     }
     const Octets bits = BitOctets(bitString);
     PublicKeyForms forms = DescribeKeyAlgorithm(algorithm);
+    // The octets of the bits, until a row knows what is inside of them.
     forms.key = Hex(bits);
     const KeyRow* row = FindRow(FindOid(oid));
     if (row != nullptr && row->read != nullptr) {

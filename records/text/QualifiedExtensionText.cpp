@@ -24,16 +24,19 @@ using ca::CTextLines;
 using ca::Octets;
 using Value = std::span<const unsigned char>;
 
+// QcEuLimitValue (EN 319 412-5, 4.3.2).
 void SayMoney(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1MonetaryValue> money(value);
     lines.Line(ca::MoneyText(*money));
 }
 
+// QcEuRetentionPeriod: years (EN 319 412-5, 4.3.3).
 void SayCount(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Integer> count(value);
     lines.Line(ca::NumberText(&*count));
 }
 
+// EN 319 412-5, 4.3.4: the language, and where the statement is in it.
 // PdsLocations ::= SEQUENCE OF PdsLocation
 void SayPdsLocations(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1PdsLocation>> locations(value);
@@ -52,6 +55,7 @@ void SayCountries(Value value, CTextLines& lines) {
     lines.Line(text);
 }
 
+// PSD2QcType (TS 119 495, 5.1): what a payment service may do, and by whose leave.
 void SayPaymentRoles(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Psd2QcType> type(value);
     ca::SayEach(*type->RolesOfPSP(), lines, [&](const CAsn1RoleOfPsp& role) {
@@ -62,6 +66,7 @@ void SayPaymentRoles(Value value, CTextLines& lines) {
                ca::MemberText(type->NCAName()) + L" (" + ca::MemberText(type->NCAId()) + L')');
 }
 
+// SemanticsInformation (RFC 3739, 3.2.6.1).
 void SaySemantics(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SemanticsInformation> semantics(value);
     if (semantics->SemanticsIdentifier() != nullptr) {
@@ -79,6 +84,7 @@ constexpr ca::ExtensionRow kStatements[] = {
     {"pkixQCSyntax-v1", SaySemantics}, {"pkixQCSyntax-v2", SaySemantics},
 };
 
+// A table of its own: statements are not extensions, and their types must not match there.
 ca::CLazy<ca::CFormatterTable> statementFormatters([] { return ca::CFormatterTable{kStatements}; });
 
 // What a statement states. What cannot be read does not hide the others.
@@ -93,7 +99,7 @@ std::wstring StatementText(Octets type, Value info, CTextLines& lines) {
     return text;
 }
 
-// The statement's name; behind it what it states where that is one line, below it otherwise.
+// The statement's name; beside it what it states where that is one line, below it otherwise.
 void SayStatement(const CAsn1QcStatement& statement, CTextLines& lines) {
     const Octets type = OctetsOf(statement.StatementId());
     const std::wstring name = ca::FindOid(type) != nullptr ? ca::OidName(type) : ca::OidText(type);
@@ -127,6 +133,7 @@ void SayDirectoryAttributes(Value value, CTextLines& lines) {
 
 // ---- Russian qualified certificates (FSB order 795 of 2011) ----
 
+// IssuerSignTool: the tools of the holder and of the authority, then the papers that attest them.
 void SayIssuerSignTool(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IssuerSignTool> tool(value);
     lines.Line(kMsgSignTool, ca::MemberText(tool->SignTool()));
@@ -148,6 +155,8 @@ void SayIdentificationKind(Value value, CTextLines& lines) {
 
 // ---- Organizations ----
 
+// CABFOrganizationIdentifier (CA/B Forum EV Guidelines, 9.8.2), in the form of the subject's
+// attribute: "VATDE-123".
 void SayOrganizationIdentifier(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CabfOrganizationIdentifier> id(value);
     // Nothing stands between these two, so that they are one text.

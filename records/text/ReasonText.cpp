@@ -11,6 +11,8 @@ struct ReasonRow {
     Sentence text;
 };
 
+// The order is that of the codes. 7 is not used; removeFromCRL and unspecified have no flag (RFC
+// 5280, 4.2.1.13 and 5.3.1).
 constexpr ReasonRow kReasons[] = {
     {0, -1, kMsgReasonUnspecified}, {1, 1, kMsgReasonKeyCompromise},
     {2, 2, kMsgReasonCaCompromise}, {3, 3, kMsgReasonAffiliation},

@@ -10,6 +10,7 @@ namespace {
 using ca::CTextLines;
 using Value = std::span<const unsigned char>;
 
+// EnrollmentNameValuePair (MS-WCCE).
 void SayNameAndValue(Value value, CTextLines& lines) {
     const CAsn1EnrollmentNameValueView pair(ca::FirstElement(value));
     if (pair.Element().tag != kAsn1Sequence || !ca::IsText(pair.Name())) {
@@ -27,6 +28,7 @@ void SayProvider(Value value, CTextLines& lines) {
     lines.Line(ca::ValueText(provider.CspName()));
 }
 
+// Machine, user and program that asked, in this order.
 void SayClient(Value value, CTextLines& lines) {
     const CAsn1RequestClientInfoView client(ca::FirstElement(value));
     std::wstring text;

@@ -16,6 +16,7 @@ namespace {
 using ca::CTextLines;
 using Value = std::span<const unsigned char>;
 
+// CrlValidatedID (RFC 5126, 6.2.2): the digest, and who made the list when.
 void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
     std::wstring line = ca::OtherHashText(*reference.CrlHash());
     if (const CAsn1CrlIdentifier* id = reference.CrlIdentifier()) {
@@ -28,6 +29,7 @@ void SayCrlReference(const CAsn1CrlValidatedId& reference, CTextLines& lines) {
     lines.Line(line);
 }
 
+// OcspResponsesID (RFC 5126, 6.2.2). The digest may be missing, so that it goes in front.
 void SayOcspReference(const CAsn1OcspResponsesId& reference, CTextLines& lines) {
     const CAsn1OcspIdentifier& id = *reference.OcspIdentifier();
     std::wstring line =
@@ -57,6 +59,7 @@ void SayOther(const CAsn1Any* other, CTextLines& lines) {
     }
 }
 
+// Only what tells the certificates apart: a store of values may hold whole chains.
 void SayCertificate(const CAsn1Certificate& certificate, CTextLines& lines) {
     const CAsn1TbsCertificate& tbs = *certificate.TbsCertificate();
     lines.Line(ca::ReadableName(*tbs.Subject()));
@@ -65,6 +68,7 @@ void SayCertificate(const CAsn1Certificate& certificate, CTextLines& lines) {
     lines.Line(kMsgSerial, ca::SerialText(OctetsOf(tbs.SerialNumber())));
 }
 
+// kRead: no tree of blocks for a list that may have a million entries.
 void SayCrl(const CAsn1Any& any, CTextLines& lines) {
     const ca::CDecoded<CAsn1CertificateList> list(any.Raw(), Asn1Blocks::kRead);
     const CAsn1TbsCertList& tbs = *list->TbsCertList();
@@ -83,6 +87,7 @@ std::wstring OtherHashText(const CAsn1OtherHash& hash) {
     if (const CAsn1OtherHashAlgAndValue* other = hash.OtherHash()) {
         return DigestText(*other->HashAlgorithm(), other->HashValue());
     }
+    // OtherHash ::= CHOICE: a bare OCTET STRING is a digest by SHA-1 (RFC 5126, 5.7.3.3).
     return DigestText("id-sha1", hash.Sha1Hash());
 }
 
@@ -103,6 +108,7 @@ void SayCertificateValues(Value value, CTextLines& lines) {
     SayList(kMsgCertificates, &*certificates, lines, SayCertificate);
 }
 
+// RevocationValues (RFC 5126, 6.3.4).
 void SayRevocationValues(Value value, CTextLines& lines) {
     const CDecoded<CAsn1RevocationValues> values(value, Asn1Blocks::kRead);
     SayList(kMsgCrls, values->CrlVals(), lines, SayCrl);

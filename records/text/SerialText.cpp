@@ -14,6 +14,7 @@ int DigitValue(wchar_t c) {
     if (c >= L'0' && c <= L'9') {
         return c - L'0';
     }
+    // Small and capital letters differ in this bit.
     const wchar_t lower = static_cast<wchar_t>(c | 0x20);
     return lower >= L'a' && lower <= L'f' ? lower - L'a' + 10 : -1;
 }
@@ -40,6 +41,7 @@ std::optional<std::vector<unsigned char>> ReadSerialText(std::wstring_view text)
     text.remove_prefix(isNegative ? 1 : 0);
     std::vector<unsigned char> digits;
     for (const wchar_t c : text) {
+        // As people copy them from other programs.
         if (c == L' ' || c == L':') {
             continue;
         }
@@ -49,6 +51,7 @@ std::optional<std::vector<unsigned char>> ReadSerialText(std::wstring_view text)
         }
         digits.push_back(static_cast<unsigned char>(value));
     }
+    // A digit without a partner is the low one of the first octet.
     if (digits.size() % 2 != 0) {
         digits.insert(digits.begin(), 0);
     }
@@ -59,6 +62,7 @@ std::optional<std::vector<unsigned char>> ReadSerialText(std::wstring_view text)
     if (isNegative) {
         NegateInteger(number);
     }
+    // Compared with octets of certificates, where DER has no padding (X.690, 8.3.2).
     const Octets content = WithoutSignOctets(number);
     return std::vector<unsigned char>(content.begin(), content.end());
 }

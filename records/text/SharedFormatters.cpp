@@ -12,6 +12,7 @@ namespace ca {
 
 namespace {
 
+// A time whose tag is implicit.
 void SayTimeMember(Sentence label, const CAsn1Object* time, CTextLines& lines) {
     if (time == nullptr) {
         return;
@@ -86,12 +87,14 @@ void SayNames(std::span<const unsigned char> value, CTextLines& lines) {
     SayGeneralNames(ElementOf(*names), lines);
 }
 
+// RFC 3280, 4.2.1.4; given up by RFC 5280, still met.
 void SayPrivateKeyUsagePeriod(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1PrivateKeyUsagePeriod> period(value);
     SayTimeMember(kMsgNotBefore, period->NotBefore(), lines);
     SayTimeMember(kMsgNotAfter, period->NotAfter(), lines);
 }
 
+// What a value of NULL or a secret says: that it is there.
 void SayPresent(std::span<const unsigned char> /*value*/, CTextLines& lines) {
     lines.Line(kMsgPresent);
 }

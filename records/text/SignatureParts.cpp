@@ -22,6 +22,7 @@ namespace {
 using ca::CTextLines;
 using ca::Octets;
 
+// TSTInfo (RFC 3161, 2.4.2), the time first, since it is what people look for.
 void SayTstInfo(std::span<const unsigned char> octets, CTextLines& lines) {
     const ca::CDecoded<CAsn1TstInfo> stamp(octets);
     const CAsn1MessageImprint& imprint = *stamp->MessageImprint();
@@ -83,6 +84,7 @@ void SaySignerId(const CAsn1SignerIdentifier& id, CTextLines& lines) {
 // \param joined  holds its octets when they came in an OCTET STRING.
 std::span<const unsigned char> Unwrapped(std::span<const unsigned char> value,
                                          std::vector<unsigned char>& joined) {
+    // A bound on copies: a string in segments is joined anew at each step.
     constexpr int kMostWraps = 4;
     for (int i = 0; i < kMostWraps; ++i) {
         const CAsn1Element element = ca::FirstElement(value);
@@ -108,6 +110,7 @@ std::wstring OctetsText(const CAsn1OctetString* octets) {
     return Hex(OctetStringOf(octets));
 }
 
+// Accuracy (RFC 3161, 2.4.2): parts out of their ranges count as none.
 std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
     constexpr std::uint64_t kMicros = 1000000;
     const auto part = [](const CAsn1Integer* number, std::int64_t highest) {
@@ -117,6 +120,7 @@ std::wstring AccuracyText(const CAsn1Accuracy& accuracy) {
     const std::uint64_t fraction =
         1000 * part(accuracy.Millis(), 999) + part(accuracy.Micros(), 999);
     std::wstring text = DecimalText(part(accuracy.Seconds(), INT64_MAX));
+    // The sum begins with 1, so that the zeros of the fraction stay.
     if (fraction != 0) {
         std::wstring digits = DecimalText(kMicros + fraction);
         digits.resize(digits.find_last_not_of(L'0') + 1);
@@ -154,6 +158,7 @@ std::wstring SignerIdText(const CAsn1SignerIdentifier& id) {
     return SetZORNAMessage(kMsgKey) + (L": " + OctetsText(id.SubjectKeyIdentifier()));
 }
 
+// The certificate may come with this signature or with the message round it.
 void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLines& lines) {
     const CAsn1SignerIdentifier& id = *signer.Sid();
     const SignerCertificate* certificate = own != nullptr ? own->Find(id) : nullptr;
@@ -170,6 +175,7 @@ void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLin
     }
 }
 
+// A time stamp is a signed message whose content is a TSTInfo (RFC 3161, 2.4.2).
 bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
     if (content.EContent() == nullptr ||
         !IsOid(OctetsOf(content.EContentType()), "id-ct-TSTInfo")) {
@@ -200,6 +206,7 @@ void SaySignedMessage(std::span<const unsigned char> value, CTextLines& lines) {
     if (!SayTimeStamp(content, lines)) {
         lines.Line(kMsgContent, OidWithName(OctetsOf(content.EContentType())));
     }
+    // Those of the message itself come before those round it.
     const CAsn1SetOf<CAsn1Any>* certificates = signedData->Certificates();
     CSignerCertificates own(certificates != nullptr ? certificates->ContentOctets()
                                                     : std::span<const unsigned char>());

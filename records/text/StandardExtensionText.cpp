@@ -26,21 +26,25 @@ using ca::CTextLines;
 using ca::Octets;
 using Value = std::span<const unsigned char>;
 
+// RFC 5280, 4.2.1.9.
 void SayBasicConstraints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1BasicConstraints> constraints(value);
     lines.Line(kMsgCa, SetZORNAMessage(constraints->IsCa() ? kMsgYes : kMsgNo));
     const CAsn1Integer* length = constraints->PathLenConstraint();
+    // A length without a CA means nothing, but is shown: it is in the certificate.
     if (length != nullptr || constraints->IsCa()) {
         lines.Line(kMsgPathLength,
                    length != nullptr ? ca::NumberText(length) : SetZORNAMessage(kMsgNotLimited));
     }
 }
 
+// RFC 5280, 4.2.1.3.
 void SayUsage(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1BitString> bits(value);
     ca::SayKeyUsage(BitsOf(&*bits), lines);
 }
 
+// RFC 5280, 4.2.1.1: each member optional.
 void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AuthorityKeyIdentifier> id(value);
     if (id->KeyIdentifier() != nullptr) {
@@ -58,6 +62,7 @@ void SayAuthorityKeyIdentifier(Value value, CTextLines& lines) {
 
 // DistributionPointName ::= CHOICE { fullName [0] GeneralNames,
 //                                    nameRelativeToCRLIssuer [1] RelativeDistinguishedName }
+// Relative to the issuer's name: one RDN, not a whole name.
 void SayPointName(const CAsn1Any* name, CTextLines& lines) {
     if (name == nullptr) {
         return;
@@ -69,6 +74,7 @@ void SayPointName(const CAsn1Any* name, CTextLines& lines) {
     }
 }
 
+// RFC 5280, 4.2.1.13; freshestCRL is the same (4.2.1.15).
 void SayDistributionPoints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1DistributionPoint>> points(value);
     ca::SayEach(*points, lines, [&](const CAsn1DistributionPoint& point) {
@@ -84,6 +90,7 @@ void SayDistributionPoints(Value value, CTextLines& lines) {
     });
 }
 
+// RFC 5280, 5.2.5. The flags are FALSE where they are left out: only those that are set are said.
 void SayIssuingDistributionPoint(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1IssuingDistributionPoint> point(value);
     SayPointName(point->Name(), lines);
@@ -103,6 +110,8 @@ void SayIssuingDistributionPoint(Value value, CTextLines& lines) {
     }
 }
 
+// The counterpart for attribute certificates. Its flags have a default of TRUE, so that each is
+// said.
 void SayAttributeIssuingPoint(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AaIssuingDistributionPoint> point(value);
     SayPointName(point->Name(), lines);
@@ -122,11 +131,13 @@ void SayAttributeIssuingPoint(Value value, CTextLines& lines) {
     }
 }
 
+// RFC 5280, 4.2.2.1 and 4.2.2.2: a service and where it is.
 void SayInformationAccess(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1AccessDescription>> list(value);
     ca::SayEach(*list, lines, [&](const CAsn1AccessDescription& access) {
         const std::wstring method = ca::OidName(OctetsOf(access.AccessMethod()));
         CAsn1Element location = ca::FirstElement(access.AccessLocation()->Raw());
+        // [6], an address: it goes on the line, as readers look for it.
         if (location.tag == ca::ContextTag(6)) {
             location.tag = kAsn1Ia5String;
             lines.Line(method, ca::ValueText(location));
@@ -144,6 +155,7 @@ void SayPolicies(Value value, CTextLines& lines) {
                 [&](const CAsn1PolicyInformation& policy) { ca::SayPolicy(policy, lines); });
 }
 
+// RFC 5280, 4.2.1.5: the issuer's policy, then the one of the subject that it allows instead.
 void SayPolicyMappings(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1PolicyMapping>> list(value);
     ca::SayEach(*list, lines, [&](const CAsn1PolicyMapping& mapping) {
@@ -152,6 +164,7 @@ void SayPolicyMappings(Value value, CTextLines& lines) {
     });
 }
 
+// RFC 5280, 4.2.1.11: the number of certificates after which each begins.
 void SayPolicyConstraints(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1PolicyConstraints> constraints(value);
     if (constraints->RequireExplicitPolicy() != nullptr) {
@@ -167,6 +180,8 @@ void SayInhibitAnyPolicy(Value value, CTextLines& lines) {
     lines.Line(kMsgInhibitAnyPolicy, ca::NumberText(&*certificates));
 }
 
+// minimum and maximum are not used with any form of name (RFC 5280, 4.2.1.10): the base is all that
+// is said.
 void SaySubtrees(Sentence label, const CAsn1SequenceOf<CAsn1GeneralSubtree>* subtrees,
                  CTextLines& lines) {
     if (subtrees == nullptr) {
@@ -185,11 +200,13 @@ void SayNameConstraints(Value value, CTextLines& lines) {
     SaySubtrees(kMsgExcluded, constraints->ExcludedSubtrees(), lines);
 }
 
+// CRLNumber (RFC 5280, 5.2.3), up to 20 octets.
 void SayNumber(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Integer> number(value);
     lines.Line(ca::Hex(OctetsOf(&*number)));
 }
 
+// RFC 5280, 5.3.1.
 void SayReason(Value value, CTextLines& lines) {
     const CAsn1Element element = ca::FirstElement(value);
     std::uint32_t reason = 0;
@@ -212,6 +229,7 @@ constexpr KeyUsageName kKeyUsageNames[] = {
     {0x02, kMsgUsageCrlSigning},       {0x01, kMsgUsageEncipherOnly},
     {0x8000, kMsgUsageDecipherOnly}};
 
+// Extensions of certificates, lists and their entries side by side: their identifiers differ.
 constexpr ca::ExtensionRow kRows[] = {
     {"basicConstraints", SayBasicConstraints},
     {"keyUsage", SayUsage},
@@ -264,6 +282,8 @@ std::wstring KeyUsageText(std::uint32_t bits) {
     return names;
 }
 
+// The record's number has the first octet of the bit string in its low octet, the ninth bit as
+// 0x8000.
 std::uint32_t KeyUsageOf(const CAsn1Bits& bits) {
     constexpr std::size_t kUsages = 16;
     std::uint32_t usage = 0;
@@ -275,6 +295,7 @@ std::uint32_t KeyUsageOf(const CAsn1Bits& bits) {
 
 void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines) {
     const std::wstring words = KeyUsageText(KeyUsageOf(bits));
+    // The digits tell bits that have no name.
     lines.Line(words + (words.empty() ? L"(" : L" (") + Hex(bits.octets) + L")");
 }
 

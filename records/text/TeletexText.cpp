@@ -37,6 +37,7 @@ bool IsCapital(unsigned char c) {
     return c >= 'A' && c <= 'Z';
 }
 
+// In T.61 an accent stands before the letter that it belongs to.
 bool IsAccent(unsigned char c) {
     return c >= kFirstAccent && c < kFirstAccent + std::size(kAccents);
 }
@@ -45,6 +46,7 @@ bool IsAccent(unsigned char c) {
 using Composed = std::array<std::array<char16_t, kLetters>, std::size(kAccents)>;
 
 Composed MakeComposed() {
+    // Composed by Qt once: no table of some hundred letters has to be kept right by hand.
     Composed table{};
     for (std::size_t accent = 0; accent < table.size(); ++accent) {
         for (char letter = 'A'; letter <= 'z'; ++letter) {
@@ -102,6 +104,7 @@ namespace ca {
 
 std::wstring ReadTeletex(Octets octets) {
     std::wstring text = ReadT61(octets);
+    // Latin-1 is what most writers of this type put there.
     if (text.empty()) {
         text.assign(octets.begin(), octets.end());
     }

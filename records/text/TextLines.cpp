@@ -20,6 +20,7 @@ constexpr std::size_t kFirstRoom = 120;
 }  // namespace
 
 bool CTextLines::Start() {
+    // Past the limit lines are counted, not kept: hostile values have millions.
     m_isOpen = m_text.size() < MaxValueText();
     if (!m_isOpen) {
         ++m_hidden;
@@ -55,6 +56,7 @@ void CTextLines::Line(std::wstring_view label, std::wstring_view value) {
 
 void CTextLines::Block(std::wstring_view lines) {
     while (!lines.empty()) {
+        // Line by line, so that each gets this level's indentation.
         const std::size_t end = std::min(lines.find(L'\n'), lines.size());
         Line(lines.substr(0, end));
         lines.remove_prefix(std::min(end + 1, lines.size()));
@@ -74,6 +76,7 @@ bool CTextLines::Shows(std::size_t index, std::size_t count) {
     if (index < std::min(count, kMaxListed)) {
         return true;
     }
+    // Said even where the text is full: nothing is left out unsaid.
     if (index < count) {
         m_isOpen = true;
         SayMore(count - index);
@@ -107,6 +110,7 @@ void CTextLines::GoBack(const Mark& mark) {
 }
 
 void CTextLines::Fault(std::wstring_view fault) {
+    // Faults have a limit of their own, beside that of the text.
     if (!fault.empty() && m_faults.size() < MaxValueText()) {
         m_faults += m_faults.empty() ? L"" : L"; ";
         m_faults += fault;
@@ -139,6 +143,7 @@ std::wstring CTextLines::TakeFaults() {
 
 std::wstring CTextLines::Take() {
     if (m_hidden != 0) {
+        // The count stands at the outermost level, since it counts lines of all of them.
         m_level = 0;
         SayMore(std::exchange(m_hidden, 0));
     }

@@ -66,6 +66,7 @@ bool TakeDate(CDigits& digits, bool isShortYear, Fields& fields) {
     if (!year || !month || !day) {
         return false;
     }
+    // RFC 5280, 4.1.2.5.1.
     const int century = !isShortYear ? 0 : *year >= 50 ? 1900 : 2000;
     fields.date = {Calendar::year(century + *year), Calendar::month(static_cast<unsigned>(*month)),
                    Calendar::day(static_cast<unsigned>(*day))};
@@ -117,6 +118,7 @@ std::optional<int> TakeZone(CDigits& digits) {
     if (digits.Skip('Z') || digits.AtEnd()) {
         return 0;
     }
+    // BER allows an offset (X.680, 46 and 47); DER and RFC 5280, 4.1.2.5, have "Z" alone.
     const bool isAhead = digits.Skip('+');
     if (!isAhead && !digits.Skip('-')) {
         return std::nullopt;
@@ -139,6 +141,7 @@ bool IsPossible(const Fields& fields) {
     return fields.date.ok() && fields.hour <= 23 && fields.minute <= 59 && fields.second <= 60;
 }
 
+// By hand: printf would take the locale's lock.
 void AppendNumber(std::wstring& out, std::int64_t value, int digits) {
     std::int64_t scale = 1;
     while (--digits > 0) {
@@ -207,6 +210,8 @@ std::int64_t CLocalOffsets::At(std::int64_t seconds) {
     if (known.day != day) {
         const std::int64_t begin = day * kSecondsOfDay;
         const std::int64_t offset = LocalOffset(begin);
+        // Most days have one offset, and a list of a million entries has few days: the time zone's
+        // lock is taken for a day, not for an entry.
         known = {day, offset, offset == LocalOffset(begin + kSecondsOfDay)};
     }
     return known.isConstant ? known.offset : LocalOffset(seconds);
@@ -214,11 +219,14 @@ std::int64_t CLocalOffsets::At(std::int64_t seconds) {
 
 TimeForms DescribeTime(std::int64_t seconds, CLocalOffsets* offsets) {
     TimeForms forms;
+    // Past four digits of a year there is no text, and no promise of what the C library does.
     if (seconds < kFirst || seconds > kNoEnd) {
         return forms;
     }
     forms.seconds = seconds;
     forms.utc = Format(seconds);
+    // 99991231235959Z means that there is no end (RFC 5280, 4.1.2.5): no zone may move it to
+    // another year.
     const std::int64_t offset = seconds == kNoEnd    ? 0
                                 : offsets != nullptr ? offsets->At(seconds)
                                                      : LocalOffset(seconds);

@@ -28,6 +28,7 @@ std::span<const unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInf
     if (content.EContent() == nullptr) {
         return {};
     }
+    // PKCS #7 has the content itself there, CMS an OCTET STRING round it (RFC 5652, 5.2.1).
     const CAsn1Element element = ElementOf(*content.EContent());
     if (element.tag == kAsn1OctetString) {
         return element.content;
@@ -39,6 +40,7 @@ std::span<const unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInf
     return joined;
 }
 
+// A certificate trust list: what it is for and how many it has; the entries are digests.
 bool SayTrustList(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines) {
     std::vector<unsigned char> joined;
     if (!IsOid(OctetsOf(content.EContentType()), "msCTL") || content.EContent() == nullptr) {

@@ -33,6 +33,7 @@ void SayTemplateName(Value value, CTextLines& lines) {
     lines.Line(kMsgTemplate, name.Take());
 }
 
+// CertificateTemplate (MS-WCCE 2.2.2.7.7.2): "1.3.6.1.4.1.311.21.8.1, 100.3".
 void SayTemplate(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CertificateTemplate> read(value);
     lines.Line(kMsgTemplate, ca::OidText(OctetsOf(read->TemplateID())));
@@ -92,6 +93,7 @@ void SayNetscapeType(Value value, CTextLines& lines) {
 
 // ---- Entrust, Adobe ----
 
+// entrustVersInfo: the version's text, and flags by their bit.
 void SayEntrustVersion(Value value, CTextLines& lines) {
     constexpr const wchar_t* kFlags[] = {L"keyUpdateAllowed", L"newExtensions",
                                          L"pKIXCertificate",  L"enterpriseCategory",
@@ -110,6 +112,7 @@ void SayEntrustVersion(Value value, CTextLines& lines) {
     }
 }
 
+// adobeTimestamp: the service that a program should ask, and whether it wants to know who asks.
 void SayTimestampService(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1AdobeTimestamp> service(value);
     lines.Line(kMsgFieldVersion, ca::NumberText(service->Version()));
@@ -125,6 +128,7 @@ void SayArchiveRevocationInfo(Value value, CTextLines& lines) {
 
 // ---- Obsolete ----
 
+// The issuer is a Name here, in some certificates GeneralNames.
 void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1OldAuthorityKeyId> id(value);
     if (id->KeyIdentifier() != nullptr) {
@@ -141,6 +145,7 @@ void SayOldAuthorityKeyId(Value value, CTextLines& lines) {
     }
 }
 
+// keyUsageRestriction of the draft of X.509 (1996).
 void SayKeyUsageRestriction(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1KeyUsageRestriction> restriction(value);
     if (restriction->CertPolicySet() != nullptr) {
@@ -165,6 +170,7 @@ void SayKeyAttributes(Value value, CTextLines& lines) {
     }
 }
 
+// subjectType ::= BIT STRING { endEntity(0), ca(1) }.
 void SayOldBasicConstraints(Value value, CTextLines& lines) {
     constexpr std::size_t kCaBit = 1;
     const ca::CDecoded<CAsn1OldBasicConstraints> constraints(value);
@@ -180,6 +186,7 @@ void SayOldBasicConstraints(Value value, CTextLines& lines) {
     }
 }
 
+// As Windows keeps texts.
 // The text of units of 16 bits, the least significant octet first, without their final zero.
 std::wstring LittleEndianText(ca::Octets octets) {
     std::vector<unsigned char> swapped(octets.begin(), octets.end());

@@ -21,12 +21,15 @@ std::wstring FromUtf8(Octets octets) {
     return ca::u8u16(std::string(octets.begin(), octets.end()));
 }
 
+// Strings of one octet a character hold UTF-8 as often as Latin-1 or T.61. What is UTF-8 by chance
+// is hardly ever a text.
 std::wstring FromOctets(Octets octets) {
     std::wstring text = FromUtf8(octets);
     return text.find(kReplacement) == std::wstring::npos ? text : ca::ReadTeletex(octets);
 }
 
 wchar_t CodePoint(std::uint32_t value) {
+    // Halves of surrogate pairs stand for nothing alone.
     const bool isValid = value < 0xD800 || (value > 0xDFFF && value <= 0x10FFFF);
     return isValid ? static_cast<wchar_t>(value) : kReplacement;
 }
@@ -100,6 +103,7 @@ void AppendSafely(std::wstring& out, std::wstring_view text, IsOdd isOdd) {
 namespace ca {
 
 std::size_t MaxValueText() noexcept {
+    // A character is four octets in memory, and takes part in several forms of a value.
     constexpr std::size_t kOctetsPerCharacter = 4 * sizeof(wchar_t);
     return std::min(kMaxValueText, CAnswerBudget::Left() / kOctetsPerCharacter);
 }
@@ -138,6 +142,7 @@ std::wstring EscapeText(wchar_t c) {
     return out;
 }
 
+// A text may end with the mark of its own: only one that reached the limit was cut.
 bool IsCut(std::wstring_view text) noexcept {
     return text.size() > MaxValueText() && text.ends_with(kCut);
 }
@@ -180,6 +185,7 @@ std::wstring ValueText(const CAsn1Element& element) {
     if (IsText(element)) {
         return ValueText(TextOf(element));
     }
+    // "#" and the octets of the whole element, as RFC 4514, 2.4, has values that are not texts.
     std::wstring out = L"#";
     AppendHex(out, element.raw);
     return out;
@@ -191,6 +197,7 @@ std::wstring ValueText(const CAsn1Object& value) {
 
 std::wstring ValueText(std::wstring_view text) {
     std::wstring out;
+    // A text that begins as octets do must not read as some: its "#" is escaped.
     if (ReadsAsOctets(text)) {
         AppendEscape(out, text[0]);
         text.remove_prefix(1);

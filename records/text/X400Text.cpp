@@ -71,6 +71,7 @@ void SayMember(const wchar_t* label, const CAsn1Object* member, CTextLines& line
     }
 }
 
+// PersonalName (RFC 5280, A.1), with the labels that X.400 gives its parts.
 void SayPerson(const CAsn1PersonalName* person, CTextLines& lines) {
     if (person != nullptr) {
         SayMember(L"S", person->Surname(), lines);
@@ -80,6 +81,7 @@ void SayPerson(const CAsn1PersonalName* person, CTextLines& lines) {
     }
 }
 
+// BuiltInStandardAttributes (RFC 5280, A.1).
 void SayStandard(const CAsn1BuiltInStandardAttributes& standard, CTextLines& lines) {
     if (standard.CountryName() != nullptr) {
         SayMember(L"C", standard.CountryName()->Value(), lines);
@@ -102,6 +104,7 @@ void SayStandard(const CAsn1BuiltInStandardAttributes& standard, CTextLines& lin
     SayMember(L"N-ID", standard.NumericUserIdentifier(), lines);
 }
 
+// One that cannot be read is passed over: the address is said to be broken as a whole.
 // Each element of a list that could be read.
 template <class List, class Say>
 void SayReadable(const List* list, CTextLines& lines, Say say) {
@@ -133,6 +136,7 @@ void SayExtension(const CAsn1ExtensionAttribute& attribute, CTextLines& lines) {
 namespace ca {
 
 void SayOrAddress(const CAsn1OrAddress& address, CTextLines& lines) {
+    // The order is that of the definition, which is also the one that addresses are written in.
     if (address.StandardAttributes() != nullptr) {
         SayStandard(*address.StandardAttributes(), lines);
     }
