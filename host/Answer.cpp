@@ -10,6 +10,7 @@
 
 namespace {
 
+// Events instead of a document: an answer may be gigabytes, of which three members are wanted.
 // Picks the members of the root that the program needs.
 class AnswerMembers : public host::CJsonEvents {
   public:
@@ -44,6 +45,7 @@ class AnswerMembers : public host::CJsonEvents {
     std::optional<std::string> fileData;
 
   private:
+    // 32 bits, as the interface counts; anything else is a fault of the answer.
     static std::optional<std::uint32_t> ReadNumber(std::string_view text) {
         std::uint32_t number = 0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -75,6 +77,7 @@ CAnswer::CAnswer(char* response, std::size_t size)
     }
     // Raw file data stand after the NUL that ends the text.
     const std::size_t length = ::strnlen(response, size);
+    // The NUL may be missing: then all of it is text.
     m_text = {response, length};
     if (length < size) {
         m_raw = {m_buffer.Get() + length + 1, size - length - 1};
@@ -100,6 +103,7 @@ void CAnswer::Inspect() {
 }
 
 std::optional<std::string> CAnswer::ExtractOctets() const {
+    // Raw octets need no member: they are the result by themselves.
     if (!m_raw.empty()) {
         return std::string(reinterpret_cast<const char*>(m_raw.data()), m_raw.size());
     }
@@ -109,6 +113,7 @@ std::optional<std::string> CAnswer::ExtractOctets() const {
         // An announced size of 0 is a result without octets; no announcement is no result.
         return members.fileDataSize ? std::optional<std::string>("") : std::nullopt;
     }
+    // The result may stand as text as well, where the module was asked for JSON alone.
     const std::string encoded = std::move(*members.fileData);
     std::string octets((encoded.size() + 3) / 4 * 3, '\0');
     const Base64Run run = base64_decode_run(encoded.data(), encoded.size(),

@@ -11,6 +11,7 @@ namespace {
 constexpr unsigned kIndent = 2;
 // Deeper levels are not indented further: a level a line would cost the square of the depth.
 constexpr std::size_t kIndentedLevels = 32;
+// Characters and octets that tell what an answer is, and keep a terminal readable.
 constexpr std::size_t kShownOfBadAnswer = 2000;
 constexpr std::size_t kShownOctets = 16;
 
@@ -83,6 +84,7 @@ std::string PrettyJson(std::string_view json, std::size_t longest) {
     ca::JsonBuffer buffer;
     PrettyWriter writer(buffer);
     PrettyForwarder forwarder(writer, longest);
+    // The events cannot fail: the caller has seen that it is JSON.
     static_cast<void>(ReadJsonEvents(json, forwarder));
     return EscapeHidden({buffer.GetString(), buffer.GetSize()}) + "\n";
 }
@@ -93,10 +95,12 @@ std::string PrettyAnswer(const CAnswer& answer, const std::string& members) {
 }
 
 std::string LineAnswer(const CAnswer& answer) {
+    // What a program cannot parse goes into a line that it can.
     if (!answer.GetFault().empty()) {
         return "{\"hostError\":" + QuoteJson(answer.GetFault()) +
                ",\"answer\":" + QuoteJson(answer.GetText().substr(0, kShownOfBadAnswer)) + "}";
     }
+    // Written anew: a line has no line ends of its own, whatever the module put between tokens.
     ca::JsonBuffer buffer;
     ca::JsonWriter writer(buffer);
     CJsonForwarder forwarder(writer);
@@ -105,6 +109,7 @@ std::string LineAnswer(const CAnswer& answer) {
 }
 
 std::string WithMembers(const std::string& members, std::string_view object) {
+    // The members go in front, as hosts read what is known first.
     std::string text = "{" + members + ",";
     return text.append(object.substr(object.find('{') + 1));
 }

@@ -66,6 +66,7 @@ struct Asn1Options {
     bool log = false;
 };
 
+// Words of the tool for the usual faults; others by the module's texts.
 std::string FaultText(std::uint32_t code) {
     switch (code) {
         case ca::kErrAsn1UnexpectedEnd:
@@ -137,6 +138,7 @@ class Asn1Run {
                 place.members +=
                     ",\"item\":" + number + ",\"label\":" + host::QuoteJson(items[i].label);
             }
+            // A fault of one item does not keep the others from being listed.
             try {
                 // A title tells apart what one file, or several, hold; one item of one file needs
                 // none.
@@ -220,6 +222,7 @@ class Asn1Run {
     }
 
     void Rebuild(CAsn1Block& node) {
+        // The room as the tree needs it; what was written may be less after damage.
         const std::size_t start = m_rebuilt.size();
         m_rebuilt.resize(start + node.GetTotalLength(/*recompute=*/true));
         unsigned position = 0;

@@ -22,6 +22,7 @@ constexpr std::size_t kIndentedLevels = 20;
 // Strings in strings whose content is listed; each one takes memory while it is open.
 constexpr std::size_t kMaxEnclosed = 64;
 
+// The place and the lengths stand in columns, whose widths suit files of up to 99 MB.
 std::string PlaceText(const CAsn1Block& block, const unsigned char* base) {
     const auto offset = block.start != nullptr ? block.start - base : std::ptrdiff_t{0};
     const std::optional<std::uint32_t> length = ca::AnnouncedLength(block);
@@ -71,6 +72,7 @@ class CListing {
         while (!m_open.empty()) {
             Level& level = m_open.back();
             if (level.left.empty()) {
+                // Parsers of enclosed encodings go with the level that they opened.
                 m_enclosures -= level.parser != nullptr ? 1 : 0;
                 m_open.pop_back();
                 continue;

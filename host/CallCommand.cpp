@@ -84,6 +84,8 @@ void AddOptions(CLI::App& command, CallOptions& options) {
 
 host::CRequest BuildRequest(const CallOptions& options) {
     const std::optional<std::uint32_t> mode = host::ModeByName(options.mode);
+    // A number that the list does not have is sent all the same: the module may be newer than this
+    // program.
     if (!mode) {
         throw CHostError(host::kExitUsage,
                          host::NoSuchMode(options.mode) + " (`cmhost modes` lists them)");
@@ -99,6 +101,7 @@ host::CRequest BuildRequest(const CallOptions& options) {
         }
     }
     // After --json: what stands on the command line wins over the file.
+    // Its place in the text does not matter: members are set by name.
     builder.Set("mode", std::to_string(*mode));
     if (options.client) {
         builder.Set("clientId", host::QuoteJson(*options.client));
@@ -122,8 +125,10 @@ host::CRequest BuildRequest(const CallOptions& options) {
 }
 
 void PrintAnswer(const CallOptions& options, const host::CAnswer& answer) {
+    // The octets may go to the standard output, where the JSON would damage them.
     FILE* const stream = options.output == "-" ? stderr : stdout;
     const bool terminal = ::isatty(::fileno(stream)) == 1;
+    // A file or a pipe gets all of every string, as a program may read it.
     const std::string text = host::PrettyAnswer(answer, terminal ? kLongestOnTerminal : 0);
     host::Put(text, stream);
     host::Flush(stream);
@@ -133,6 +138,7 @@ void PrintAnswer(const CallOptions& options, const host::CAnswer& answer) {
 }
 
 void StoreOctets(const CallOptions& options, const host::CAnswer& answer) {
+    // Raw octets would be lost unseen.
     if (options.output.empty()) {
         if (!answer.GetRaw().empty()) {
             host::Note("behind the answer " + host::SummariseOctets(answer.GetRaw()) +

@@ -12,9 +12,11 @@
 
 namespace {
 
+// Octets; a longer file is refused, as it does not hold a password.
 constexpr std::size_t kLongestPassword = 4096;
 
 // A value of an init string, whatever is in it.
+// Quotes are doubled, as the module's parser of such strings reads them.
 std::string Quoted(const std::string& value) {
     std::string text = "\"";
     for (const char c : value) {
@@ -30,6 +32,7 @@ std::string ReadPassword(const std::string& path) {
 }
 
 std::string ErrorText(const host::CAnswer& answer) {
+    // Iteratively: the depth is the module's choice.
     rapidjson::Document root;
     root.Parse<rapidjson::kParseIterativeFlag>(answer.GetText().data(), answer.GetText().size());
     std::string code = std::to_string(answer.GetErrorCode().value_or(0));
@@ -65,6 +68,7 @@ void CallParameters::Add(const std::string& name, const std::string& value) {
     params.push_back(name + '=' + Quoted(value));
 }
 
+// The password comes from a file: command lines stand in histories and in lists of processes.
 CRequestBuilder CallParameters::Begin(std::string_view mode) const {
     CRequestBuilder builder;
     builder.Set("mode", std::to_string(ModeByName(mode).value_or(0)));
@@ -83,6 +87,7 @@ CRequestBuilder CallParameters::Begin(std::string_view mode) const {
 
 CAnswer AskAsUser(const CLoadedModule& module, const CRequestBuilder& builder,
                   const std::string* payload, std::string_view name) {
+    // These commands are the user's own wish, so that the gate is open.
     CRequest request{.octets = builder.Build(payload, PayloadForm::kBinary),
                      .interactive = true,
                      .name = std::string(name)};
@@ -99,6 +104,7 @@ std::string StoreJson(const std::string& store) {
     if (store.empty()) {
         return {};
     }
+    // "sslm:Root": a location and a name; a name alone is a store of the user.
     const std::size_t colon = store.find(':');
     const bool hasLocation = colon != std::string::npos;
     return R"({"location":)" + QuoteJson(hasLocation ? store.substr(0, colon) : "sscu") +

@@ -75,6 +75,7 @@ Configuration FindConfiguration(const std::string& given) {
 }
 
 bool IsRussian(const std::string& option, const Configuration& configuration) {
+    // The option, the configuration, the locale: what was said last and closest wins.
     if (!option.empty()) {
         return IsRu(option);
     }
@@ -83,6 +84,7 @@ bool IsRussian(const std::string& option, const Configuration& configuration) {
 }
 
 bool MakesRussian(const Configuration& configuration) {
+    // Without the key the module speaks Russian.
     return !configuration.language || IsRu(*configuration.language);
 }
 

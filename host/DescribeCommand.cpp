@@ -23,8 +23,10 @@ namespace {
 
 // Descriptions held while an earlier one is still awaited.
 constexpr std::size_t kWindow = 64;
+// More would only wait for each other.
 constexpr unsigned kMaxThreads = 256;
 constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is no terminal
+// Lines of the closing count; archives of strangers fail in thousands of ways.
 constexpr std::size_t kShownReasons = 50;
 
 constexpr const char* kExamples =
@@ -86,6 +88,7 @@ std::string ListParams(const DescribeOptions& options) {
         add("CRL_FIRST", std::to_string(*options.first));
     }
     if (options.count || options.all || !options.serial.empty()) {
+        // A number has no page: all entries of it are wanted.
         add("CRL_COUNT",
             std::to_string(options.count.value_or(std::numeric_limits<std::uint32_t>::max())));
     }
@@ -119,6 +122,7 @@ void AddListOptions(CLI::App& command, DescribeOptions& options) {
         ->excludes(count);
 }
 
+// The most frequent first, since it tells what an archive is made of.
 void ReportFaults(const host::CDescriber::FaultCounts& faults, std::size_t files) {
     std::vector<std::pair<std::size_t, std::string>> rows;
     std::size_t bad = 0;
@@ -164,6 +168,7 @@ int Describe(const DescribeOptions& options) {
     if (files.size() != 1) {
         ReportFaults(faults, files.size());
     }
+    // The worst outcome decides.
     return isUnreadable     ? host::kExitUsage
            : faults.empty() ? host::kExitDone
                             : host::kExitAnsweredBad;

@@ -25,6 +25,7 @@ struct MemberRow {
     std::string_view kind;
 };
 
+// The member says the kind; an envelope has the one of certificates, and is told by the operation.
 constexpr MemberRow kMembers[] = {
     {"attrCertInfo", "attributeCertificate"},
     {"certInfo", "certificate"},
@@ -38,6 +39,7 @@ constexpr std::string_view kEnvelope = "envelope";
 // Finds which record an answer holds, and the text of its error.
 class AnswerLook : public host::CJsonEvents {
   public:
+    // Only the root's keys: records inside have members of the same names.
     bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
         if (GetDepth() == 1) {
             m_key.assign(text, length);
@@ -183,6 +185,7 @@ CDescriber::Outcome CDescriber::Judge(ca::ObjectReader asked, CAnswer answer) {
     outcome.errorCode = answer.GetErrorCode();
     if (!answer.IsGood()) {
         outcome.fault = answer.GetFault().empty() ? look.message : answer.GetFault();
+        // A provider need not say why.
         if (outcome.fault.empty()) {
             outcome.fault = "the module gives no reason";
         }
@@ -222,6 +225,7 @@ CDescriber::Outcome CDescriber::DescribePart(const FileObjects& file, const File
                                              const std::string& content,
                                              const std::string& path) const {
     Outcome outcome;
+    // Kinds that no operation describes are described here, without a request.
     if (part.kind != nullptr && part.kind->reader == ca::ObjectReader::kDescription) {
         outcome.kind = part.kind;
         outcome.description = DescriptionJson(*part.kind, PartSource(file, part));
@@ -248,6 +252,7 @@ std::vector<CDescriber::Outcome> CDescriber::Ask(const ListedFile& file) const {
             outcomes.push_back(DescribePart(objects, part, content, file.path));
         }
         if (objects.leftOut != 0) {
+            // Said as an outcome of its own, so that a program sees it, too.
             outcomes.emplace_back().fault = ca::u16u8(ca::MoreText(objects.leftOut));
         }
     } catch (const CHostError& error) {
@@ -260,6 +265,7 @@ std::vector<CDescriber::Outcome> CDescriber::Ask(const ListedFile& file) const {
 
 // What a line of JSON begins with.
 std::string CDescriber::MembersOf(const std::string& path, Place place) {
+    // A number only where there are several: most files have one object.
     return FileMembers(path) +
            (place.count > 1 ? ",\"object\":" + std::to_string(place.number) : "");
 }
@@ -274,6 +280,7 @@ std::string CDescriber::WriteLine(const std::string& path, const Outcome& outcom
                (outcome.errorCode ? ",\"errorCode\":" + std::to_string(*outcome.errorCode) : "") +
                "}\n";
     }
+    // Descriptions are made here, of strangers' texts as answers are.
     return outcome.answer ? line + ",\"answer\":" + LineAnswer(*outcome.answer) + "}\n"
                           : line + ",\"description\":" + EscapeHidden(outcome.description) + "}\n";
 }

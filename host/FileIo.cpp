@@ -20,6 +20,7 @@ namespace {
 
 using host::CHostError;
 
+// Octets; a pipe hands over about as many at once.
 constexpr std::size_t kChunk = std::size_t{1} << 16U;
 // The system moves less than 2 GiB at a time.
 constexpr std::size_t kLargestMove = std::size_t{1} << 30U;
@@ -34,6 +35,7 @@ std::string SizeText(std::size_t octets) {
 }
 
 [[noreturn]] void RefuseSize(const host::CInputFile& file, std::size_t limit) {
+    // Without a size nothing could be refused before it was read.
     if (file.GetSize() == 0 && limit == file.GetBound()) {
         throw CHostError(host::kExitUsage, file.GetName() + " goes on beyond " + SizeText(limit) +
                                                "; more is taken of a regular file alone");
@@ -93,6 +95,7 @@ CInputFile::~CInputFile() {
 
 std::size_t CInputFile::Read(char* octets, std::size_t room) {
     ssize_t count = 0;
+    // A signal that is not meant to end the program interrupts a read.
     do {
         count = ::read(m_descriptor, octets, std::min(room, kLargestMove));
     } while (count < 0 && errno == EINTR);

@@ -49,6 +49,7 @@ bool IsWholeCertificate(const ca::PlacedObject& object) {
 }
 
 // Letters of a text are elements too, one after the other; but hardly one that ends with it.
+// Control characters occur at the front of any encoding, and in no text.
 bool IsAsn1(std::span<const unsigned char> octets) {
     constexpr std::size_t kLookedAt = 16;
     const std::span<const unsigned char> element = ca::FirstElement(octets).raw;
@@ -94,6 +95,7 @@ FileObjects ReadObjects(std::string& content) {
     for (std::size_t i = 0; i < file.list.objects.size(); ++i) {
         const ca::PlacedObject& object = file.list.objects[i];
         const bool isCertificate = IsWholeCertificate(object);
+        // All certificates of a file are one part, since their issuers are among them.
         if (isCertificate && certificates != kNone) {
             file.parts[certificates].objects.push_back(i);
         } else if (file.parts.size() == kMaxFileParts) {
@@ -105,6 +107,7 @@ FileObjects ReadObjects(std::string& content) {
     }
     // A file of one part is asked for as it is.
     file.leftOut += file.parts.size() > 1 ? file.list.leftOut : 0;
+    // Nothing was found: the module says why, octet for octet.
     if (file.parts.empty()) {
         file.parts.push_back({nullptr, {}, OrderFor(nullptr)});
     }
@@ -122,6 +125,7 @@ std::string PartOctets(const FileObjects& file, const FilePart& part) {
         if (part.objects.size() == 1) {
             octets.assign(object.begin(), object.end());
         } else {
+            // Several certificates go as PEM, which is how the module takes a bundle.
             std::string encoded;
             ca::Base64Encode(object.data(), static_cast<unsigned>(object.size()), encoded);
             octets.append("-----BEGIN CERTIFICATE-----\n").append(encoded);

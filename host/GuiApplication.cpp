@@ -33,6 +33,7 @@ bool IsSet(const char* variable) {
 
 [[noreturn]] void EndWithoutDisplay(const std::string& lastWords) {
     const std::string& text = StartFault().empty() ? lastWords : StartFault();
+    // Qt names all plugins that it has on the lines after.
     std::string reason = text.substr(0, text.find('\n'));
     if (!IsSet("QT_QPA_PLATFORM") && !IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY")) {
         reason = "neither DISPLAY nor WAYLAND_DISPLAY is set";
@@ -67,6 +68,7 @@ extern "C" void OnClosingSignal(int /*signal*/) {
 namespace host {
 
 CGuiApplication::CGuiApplication(bool russian) {
+    // Before the application is made, as Qt wants these two.
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QtMessageHandler old = qInstallMessageHandler(&OnStartMessage);
@@ -81,11 +83,13 @@ CGuiApplication::CGuiApplication(bool russian) {
 void CGuiApplication::Translate() {
     auto* const translator = new QTranslator(m_application.get());
     if (translator->load("qtbase_ru", QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
+        // Without the file Qt's own buttons stay English, which is no reason to fail.
         QCoreApplication::installTranslator(translator);
     }
 }
 
 void CGuiApplication::CloseWindowsOnSignals() {
+    // The handler must not wait, and no child shall keep the pipe open.
     if (::pipe2(signalPipe, O_CLOEXEC | O_NONBLOCK) != 0) {
         throw CHostError(kExitUsage,
                          std::string("cannot wait for signals: ") + std::strerror(errno));

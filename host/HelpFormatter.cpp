@@ -5,6 +5,7 @@
 
 namespace {
 
+// As manual pages are folded; the terminal's width would make help differ from run to run.
 constexpr std::size_t kColumns = 80;
 
 // ASCII text in lines of at most `width` columns.
@@ -26,6 +27,7 @@ std::string Fold(const std::string& text, std::size_t width) {
 namespace host {
 
 std::string CHelpFormatter::make_option_opts(const CLI::Option* option) const {
+    // The library would print the type of a flag, too.
     if (option->get_type_size() == 0) {
         return "";  // a flag
     }

@@ -25,12 +25,14 @@ namespace host {
 std::string QuoteJson(std::string_view text) {
     ca::JsonBuffer buffer;
     ca::JsonWriter writer(buffer);
+    // Through the wide form, so that octets that are not UTF-8 do not break the line of JSON.
     writer.String(ca::u16u8(ca::u8u16(std::string(text))));
     return EscapeHidden({buffer.GetString(), buffer.GetSize()});
 }
 
 std::string FileMembers(const std::string& path) {
     std::string members = "\"file\":" + QuoteJson(path);
+    // A name that is not UTF-8 cannot stand in JSON: its octets go beside it.
     if (ca::u16u8(ca::u8u16(path)) != path) {
         std::string octets;
         ca::Base64Encode(reinterpret_cast<const unsigned char*>(path.data()),

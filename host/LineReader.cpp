@@ -22,6 +22,7 @@ bool CLineReader::Next(std::string& line) {
         isThere = true;
         part = part.substr(0, end);
         m_begin += part.size() + (isEnded ? 1 : 0);
+        // A line may be a whole file: bounded as one, and refused before it is kept.
         if (part.size() > m_file.GetBound() - line.size()) {
             throw CHostError(kExitUsage, GetPlace() + " does not end within " +
                                              std::to_string(m_file.GetBound() >> 20U) + " MiB");

@@ -11,6 +11,7 @@
 
 namespace {
 
+// Module threads log at any time, also while the program ends.
 std::atomic<bool> shown{false};
 
 constexpr const char* kRed = "\033[31m";
@@ -25,9 +26,12 @@ void ShowLog(bool show) {
 }
 
 bool PrintLogLine(const wchar_t* line, bool isError) noexcept {
+    // The module hands over what a provider made: null is possible, and a line is a stranger's
+    // text.
     if (line == nullptr) {
         return false;
     }
+    // True: the line was taken, and the module need not keep it.
     if (!shown) {
         return true;
     }

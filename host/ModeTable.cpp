@@ -10,6 +10,7 @@
 
 namespace {
 
+// The module's own list (module/Modes.h), so that both cannot differ.
 constexpr host::ModeRow kModes[] = {
 #define CMHOST_MODE(number, name, gated, english, russian) \
     {number, name, (gated) != 0, english, russian},
@@ -26,6 +27,7 @@ std::span<const ModeRow> AllModes() {
 }
 
 std::optional<std::uint32_t> ModeByName(std::string_view nameOrNumber) {
+    // A number, even one that no row has; then a name in whatever case.
     std::uint32_t number = 0;
     const char* const last = nameOrNumber.data() + nameOrNumber.size();
     const auto [end, error] = std::from_chars(nameOrNumber.data(), last, number);

@@ -34,6 +34,7 @@ struct ModesOptions {
 // A text in a column of so many characters.
 std::string Cell(std::string_view text, std::size_t columns) {
     std::string cell(text);
+    // By columns of the terminal: Cyrillic letters are two octets each.
     const std::size_t width = host::DisplayWidth(ca::u8u16(cell));
     return cell.append(columns > width ? columns - width : 0, ' ') + " ";
 }

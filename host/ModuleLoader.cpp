@@ -22,6 +22,7 @@ namespace fs = std::filesystem;
 std::vector<std::string> Candidates(const std::string& provider) {
     const std::string soName = "libmod_" + provider + ".so.1";
     std::error_code error;
+    // Not argv[0], which is whatever the caller said.
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
     std::vector<std::string> paths;
     for (const char* relative : {".", "../lib", CMHOST_LIBRARY_DIR, "../module"}) {
@@ -44,6 +45,7 @@ template <class Function>
 void Resolve(const host::CModuleLibrary& library, const char* name, Function& function) {
     function = reinterpret_cast<Function>(library.Find(name));
     if (function == nullptr) {
+        // A library of something else, or of a version without the function.
         throw host::CHostError(host::kExitNoModule,
                                library.GetPath() + " is no module: it has no function " + name);
     }
@@ -102,6 +104,7 @@ CAnswer CModule::Ask(CRequest& request) const {
     }
     CMPacket packet{};
     packet.request = request.octets.data();
+    // The packet counts in 32 bits.
     packet.requestLength = static_cast<std::uint32_t>(request.octets.size());
     packet.interactive = request.interactive;
     const CModuleTask task(request.name);

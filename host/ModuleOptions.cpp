@@ -12,6 +12,7 @@
 
 namespace {
 
+// Seconds; a time limit of nothing would end every request.
 constexpr double kShortestTimeout = 0.001;
 constexpr double kLongestTimeout = 1'000'000;
 constexpr std::size_t kMostColumns = 100'000;
@@ -30,6 +31,7 @@ void BeginLog(const host::ModuleOptions& options, const host::CConfigOverride& c
 
 // A part of a file's name; "" or the fault.
 std::string CheckProvider(const std::string& name) {
+    // Part of a path: no slash, no dot.
     const bool isName = !name.empty() && std::ranges::all_of(name, [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
     });

@@ -17,6 +17,7 @@ void COrderedOutput::Put(std::size_t number, OutputPiece piece) {
     try {
         WriteReady();
     } catch (...) {
+        // Others wait for a piece that will never be written now.
         m_abandoned = true;
         m_advanced.notify_all();
         throw;
@@ -33,6 +34,7 @@ void COrderedOutput::WriteReady() {
     const std::size_t before = m_next;
     for (auto first = m_held.begin(); first != m_held.end() && first->first == m_next;
          first = m_held.erase(first), ++m_next) {
+        // A note stands after the text it is about, though it goes to another stream.
         host::Put(first->second.text, m_stream);
         if (!first->second.note.empty()) {
             Flush(m_stream);

@@ -29,6 +29,7 @@ CProgressBar::CProgressBar(bool enabled, const char* unit)
       m_nextTime(Clock::now() + kFirst) {}
 
 CProgressBar::~CProgressBar() {
+    // Also when nothing is visible: it is then the empty text.
     std::fputs(Erase(), stderr);
     isVisible = false;
 }

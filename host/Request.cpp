@@ -40,6 +40,7 @@ class MemberCollector : public host::CJsonForwarder<ca::JsonWriter> {
         return true;
     }
     bool StartObject() {
+        // The root's own braces are not part of any value.
         if (GetDepth() == 0) {
             isObject = true;
             return Enter();
@@ -63,6 +64,7 @@ class MemberCollector : public host::CJsonForwarder<ca::JsonWriter> {
         if (isObject && GetDepth() == 1) {
             members.back().second.assign(m_buffer.GetString(), m_buffer.GetSize());
             m_buffer.Clear();
+            // The writer counts what is open: it starts afresh with each value.
             m_valueWriter.Reset(m_buffer);
         }
         return true;
@@ -88,6 +90,7 @@ void AppendBase64(const std::string& octets, std::string& text) {
 // After the string that begins at `at`; the text's size for one without an end.
 std::size_t EndOfString(std::string_view text, std::size_t at) {
     for (std::size_t end = at + 1; (end = text.find('"', end)) != std::string_view::npos; ++end) {
+        // A quote is escaped by an odd number of backslashes before it.
         const std::size_t before = text.find_last_not_of('\\', end - 1);
         if ((end - before) % 2 == 1) {
             return end + 1;
@@ -103,6 +106,7 @@ namespace host {
 std::optional<std::uint32_t> GuessMode(std::string_view request) {
     constexpr std::string_view kKey = "\"mode\"";
     constexpr std::string_view kSpace = " \t\r\n:";
+    // Octets may follow the text after a NUL.
     request = request.substr(0, request.find('\0'));
     std::size_t depth = 0;
     for (std::size_t at = 0; at < request.size();) {
@@ -114,6 +118,7 @@ std::optional<std::uint32_t> GuessMode(std::string_view request) {
         }
         const std::size_t end = EndOfString(request, at);
         const std::size_t value = request.find_first_not_of(kSpace, end);
+        // The root's own member, not one of a record inside.
         if (depth == 1 && request.substr(at, end - at) == kKey && value != end &&
             value != std::string_view::npos) {
             std::uint32_t mode = 0;
@@ -140,6 +145,7 @@ std::string CRequestBuilder::Load(std::string_view json) {
     return reason;
 }
 
+// Replaced in its place, or added at the end: a key stands once.
 void CRequestBuilder::Set(const std::string& key, std::string json) {
     for (auto& [name, value] : m_members) {
         if (name == key) {
@@ -184,6 +190,8 @@ std::string CRequestBuilder::FindPrefixed(std::string_view prefix) const {
 void CRequestBuilder::AppendMembers(bool hasPayload, std::string& text) const {
     bool afterOthers = hasPayload;
     for (const auto& [name, value] : m_members) {
+        // The payload's own members are written with it; those of the file are others' words about
+        // another payload.
         if (hasPayload && IsPayloadKey(name)) {
             continue;
         }

@@ -12,6 +12,7 @@
 namespace {
 
 // Answers held while an earlier one is still awaited.
+// Bounded, since one slow request would otherwise let all others pile up.
 constexpr std::size_t kWindow = 1024;
 constexpr unsigned kMaxThreads = 256;
 

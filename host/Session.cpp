@@ -20,6 +20,7 @@ CSession::CSession(const CModule& module, CLineReader& lines, COrderedOutput& ou
       m_interactive(interactive) {}
 
 ExitCode CSession::Play(unsigned threads) {
+    // The caller works as one of the threads, so that one thread needs no other.
     std::vector<std::jthread> others;
     for (unsigned i = 1; i < threads; ++i) {
         others.emplace_back([this] { Work(); });
@@ -38,7 +39,7 @@ bool CSession::NextLine(Line& line) {
         if (m_failure || !m_lines.Next(line.text)) {
             return false;
         }
-    } while (line.text.empty());
+    } while (line.text.empty());  // they separate requests, for people
     line.place = m_lines.GetPlace();
     // Counted under the lock that reads: answers are put out in the order of the lines.
     line.number = m_count++;
@@ -56,6 +57,7 @@ OutputPiece CSession::AnswerLine(Line& line) {
         if (!answer.IsGood()) {
             m_allGood = false;
         }
+        // Written here, where the answer's order does not matter.
         if (!session.output.empty()) {
             if (const std::optional<std::string> octets = answer.ExtractOctets()) {
                 WriteFile(session.output, *octets);
@@ -79,6 +81,7 @@ void CSession::Work() noexcept {
         }
     } catch (...) {
         const std::lock_guard lock(m_mutex);
+        // The first failure is told; the others are mostly its consequences.
         m_failure = m_failure ? m_failure : std::current_exception();
         m_output.Abandon();
     }

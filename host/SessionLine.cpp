@@ -46,6 +46,7 @@ bool TakeInteractive(CRequestBuilder& builder, bool otherwise) {
     if (!json) {
         return otherwise;
     }
+    // JSON as it was written anew by Load(): no blanks to think of.
     if (*json != "true" && *json != "false") {
         Fail("@interactive takes true or false");
     }

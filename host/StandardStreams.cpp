@@ -24,12 +24,15 @@ namespace {
 namespace host {
 
 void PrepareStandardStreams() {
+    // A file that is opened later would take the number of a closed stream, and get the program's
+    // output.
     for (const int number : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(number, F_GETFD) < 0 && errno == EBADF) {
             // The wrong way round: using it fails as using a closed one does.
             ::open("/dev/null", number == STDIN_FILENO ? O_WRONLY : O_RDONLY);
         }
     }
+    // Writing then fails with an error that is told, instead of ending the program unsaid.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
 }
@@ -50,6 +53,7 @@ void Flush(std::FILE* stream) {
 void Note(const std::string& text) {
     const std::string line =
         std::string(CProgressBar::Erase()) + "cmhost: " + Harmless(text) + "\n";
+    // Its failing is not told: nobody reads that stream.
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -17,6 +17,7 @@ bool SameLetter(char a, char b) {
            std::tolower(static_cast<unsigned char>(b));
 }
 
+// The optimal string alignment distance, three rows of its table at a time.
 // Characters to insert, drop, replace or swap with their neighbour to make one word of the other.
 std::size_t Distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> beforeLast(b.size() + 1);
@@ -51,6 +52,7 @@ bool IsBeginning(std::string_view word, std::string_view candidate) {
 namespace host {
 
 std::string DidYouMean(std::string_view word, const std::vector<std::string>& candidates) {
+    // Typing errors are words; longer ones are something else.
     if (word.size() > kLongestWord) {
         return "";
     }

@@ -38,6 +38,7 @@ bool IsIn(const Range (&ranges)[Count], wchar_t c) {
 
 std::size_t WidthOf(wchar_t c) {
     // Nearly every character of a text: neither table begins below it.
+    // Two look-ups a character are only worth it past them.
     if (c < 0x0300) {
         return 1;
     }
@@ -99,6 +100,7 @@ std::size_t TerminalWidth(int descriptor, std::size_t fallback) {
 }
 
 std::wstring Harmless(std::wstring_view text) {
+    // A dot for each: the width stays what it was.
     std::wstring visible(text);
     for (wchar_t& c : visible) {
         if (ca::IsHiddenCharacter(c)) {
@@ -113,6 +115,7 @@ std::string Harmless(const std::string& utf8) {
 }
 
 std::string EscapeHidden(std::string json) {
+    // Copied from the first hidden character on: most texts have none and stay as they are.
     std::string escaped;
     std::size_t copied = 0;
     for (std::size_t at = 0; at < json.size();) {
@@ -143,6 +146,7 @@ std::size_t DisplayWidth(std::wstring_view text) {
 std::wstring CutToWidth(std::wstring_view text, std::size_t columns) {
     std::size_t width = 0;
     std::size_t kept = 0;  // characters that leave room for the mark of the cut
+    // The mark of the cut has to fit, too.
     for (std::size_t i = 0; i < text.size(); ++i) {
         width += WidthOf(text[i]);
         if (width > columns) {

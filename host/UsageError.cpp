@@ -20,6 +20,7 @@ bool IsFile(const std::string& word) {
 
 std::string NoSuchOption(const CLI::App& app, const std::string& word) {
     const std::string name = word.substr(0, word.find('='));
+    // With the value an option is not in the list.
     std::vector<std::string> names;
     for (const CLI::Option* const option : app.get_options()) {
         for (const std::string& each : option->get_lnames()) {
@@ -57,6 +58,7 @@ std::string NoSuchCommand(const CLI::App& program, const std::string& word) {
 // that.
 std::string Sentence(const CLI::App& program, const CLI::App& command,
                      const CLI::ParseError& error) {
+    // The library names the first fault it meets, which is often that something is missing.
     const std::vector<std::string> words = program.remaining(/*recurse=*/true);
     const auto option = std::ranges::find_if(words, IsOption);
     if (&command == &program) {
