@@ -33,6 +33,7 @@ CCallContext::~CCallContext() {
 }
 
 const ca::InitString& CCallContext::RequestParams() {
+    // Read once, at the first question.
     if (m_hasParams) {
         m_requestParams.Append(m_packet.request.extInitParams);
         m_hasParams = false;
@@ -42,6 +43,7 @@ const ca::InitString& CCallContext::RequestParams() {
 
 const std::wstring& CCallContext::InitParams() {
     if (m_initParams.empty()) {
+        // The configuration first, then what the request says on top of it.
         std::wstring text = m_module->BaseInitParams();
         if ((m_packet.request.present & ca::kPresentCertInclude) != 0) {
             text += L"CERT_INCLUDE=" + ca::DecimalText(m_packet.request.certInclude) + L';';

@@ -11,6 +11,7 @@ namespace {
 
 // Octets that a block takes on the heap of the C library.
 constexpr std::size_t HeapSize(std::size_t octets) {
+    // A pointer's size in front of the block, all in units of 16: that is how glibc has it.
     return (octets + sizeof(void*) + 15) / 16 * 16;
 }
 
@@ -27,6 +28,7 @@ std::size_t StateMemory(const ca::StoreAddresses& stores) {
     }
     std::size_t memory =
         HeapSize(sizeof(stores) + kShared) + HeapSize(stores.capacity() * sizeof(ca::StoreAddress));
+    // Capacities, not sizes: what a text has reserved is taken, too.
     for (const ca::StoreAddress& store : stores) {
         memory += TextMemory(store.address.capacity()) + TextMemory(store.name.capacity());
     }
@@ -92,11 +94,13 @@ CClientContextArray::CUse CClientContextArray::Use(std::wstring_view id) {
 
 std::shared_ptr<CClientContext> CClientContextArray::Acquire(std::wstring_view id) {
     const std::uint32_t now = m_clock();
+    // Swept on the way of a request, so that no thread of its own is needed.
     if (now - m_lastSweep.load(std::memory_order_relaxed) > kSweepIntervalMs) {
         RemoveOld();
         m_lastSweep.store(now, std::memory_order_relaxed);
     }
     const ClientKey key(id);
+    // Declared before the lock, so that what is dropped is destroyed after it is free.
     Dropped dropped;
     const std::lock_guard lock(m_mutex);
     std::shared_ptr<CClientContext> context = FindOrCreate(key);  // in use from here on
@@ -136,6 +140,7 @@ CertificatesSnapshot CClientContextArray::TempCertificates(std::wstring_view id)
     const ClientKey key(id);
     const std::lock_guard lock(m_mutex);
     const auto* found = m_table.Find(key);
+    // A client without a context is one without certificates: asking makes none.
     return found != nullptr ? (*found)->certificates : noCertificates;
 }
 
@@ -156,6 +161,7 @@ bool CClientContextArray::Replace(std::wstring_view id, Snapshot CClientContext:
     const std::lock_guard lock(m_mutex);
     std::size_t memory = MemoryOf(id) + StateMemory(*snapshot);
     if (const auto* found = m_table.Find(key)) {
+        // What the client would keep afterwards: the old value of this member goes.
         memory += StateMemory(**found) - StateMemory(*((**found).*member));
     }
     if (memory > m_maxMemory) {
@@ -163,6 +169,7 @@ bool CClientContextArray::Replace(std::wstring_view id, Snapshot CClientContext:
     }
     CClientContext& context = *FindOrCreate(key);
     (context.*member).swap(snapshot);
+    // As a difference: unsigned arithmetic brings it back where the client keeps less.
     m_memory += memory - context.m_memory;
     context.m_memory = memory;
     DropForMemory(dropped);
@@ -190,6 +197,8 @@ const std::shared_ptr<CClientContext>& CClientContextArray::FindOrCreate(const C
 }
 
 void CClientContextArray::Append(CClientContext& context) noexcept {
+    // A clock that was put back breaks the order, and sweeps go through the whole list until it is
+    // right again.
     m_isInOrder =
         m_isInOrder && (m_last == nullptr || IsNotBefore(context.lastUse, m_last->lastUse));
     context.m_previous = m_last;
@@ -243,6 +252,7 @@ void CClientContextArray::DropOld(Dropped& dropped) {
     m_isInOrder = isInOrder;
 }
 
+// The longest idle first: the list has them in front.
 void CClientContextArray::DropForMemory(Dropped& dropped) noexcept {
     for (CClientContext* next = m_first; m_memory > m_maxMemory && next != nullptr;) {
         CClientContext& context = *std::exchange(next, next->m_next);
@@ -283,6 +293,7 @@ void CClientContextArray::Remove(CStdStr<wchar_t> id) {
 }
 
 void CClientContextArray::CleanUp() {
+    // Destroyed after the lock is free.
     CClientTable dropped;
     const std::lock_guard lock(m_mutex);
     std::swap(m_table, dropped);

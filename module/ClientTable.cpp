@@ -7,11 +7,13 @@
 
 namespace {
 
+// Slots of a table; a power of two, since an index is cut off a hash.
 constexpr std::size_t kFirstSlots = 16;
 
 }  // namespace
 
 // The slot of that context, or the free one that ends the search. There must be slots.
+// Open addressing with linear probing: entries lie side by side, and none has a block of its own.
 std::size_t CClientTable::SlotOf(const ClientKey& key) const noexcept {
     std::size_t index = Home(key.hash);
     while (m_slots[index].context &&
@@ -38,6 +40,7 @@ const CClientTable::Pointer* CClientTable::Find(const ClientKey& key) const noex
 }
 
 void CClientTable::Add(const ClientKey& key, Pointer context) {
+    // At most three quarters full: probes stay short.
     if ((m_count + 1) * 4 > m_slots.size() * 3) {
         Grow();
     }
@@ -65,7 +68,8 @@ CClientTable::Pointer CClientTable::Take(const ClientKey& key) noexcept {
         return nullptr;
     }
     --m_count;
-    // Those after it that were turned away from the hole, or from before it, move up.
+    // Those after it that were turned away from the hole, or from before it, move up: marks of what
+    // was taken would fill a table of clients that come and go.
     for (std::size_t next = After(hole); m_slots[next].context; next = After(next)) {
         const std::size_t home = Home(m_slots[next].hash);
         if (Home(next - home) >= Home(next - hole)) {

@@ -26,6 +26,7 @@ struct Mode {
     std::string_view english;
     std::string_view russian;
 };
+// The order of the table is ascending, which the header promises.
 constexpr Mode kModes[] = {
 #define CA_MODE(number, name, gate, english, russian) {number, #name, gate, english, russian},
 #define CA_MODE_EMPTY(number, gate, english, russian) {number, "", gate, english, russian},
@@ -52,6 +53,7 @@ struct Narrow {
 template <Narrow text>
 constexpr std::string_view kNarrow{text.text.data(), text.text.size() - 1};
 
+// The tables that the module itself is made of, so that both cannot differ.
 constexpr Code kCodes[] = {
 #define CA_FIXED_ERROR(name, code, meaning) {#name, code, meaning},
 #include "common/FixedErrorTable.inc"
@@ -97,6 +99,8 @@ std::string UpperSnake(std::string_view name) {
     std::string out;
     for (std::size_t i = 0; i < name.size(); ++i) {
         const bool startsWord =
+            // A word begins at a capital after a small letter, and at the last of several capitals
+            // before one.
             i != 0 && IsUpper(name[i]) &&
             (!IsUpper(name[i - 1]) || (i + 1 < name.size() && IsLower(name[i + 1])));
         out += startsWord ? "_" : "";
@@ -111,6 +115,7 @@ std::string Comment(std::string_view text) {
     for (const char c : text) {
         const bool endsComment = c == '/' && !out.empty() && out.back() == '*';
         if (c == '\n' || c == '\r' || endsComment) {
+            // A line break or the end of a comment inside of a text becomes a blank.
             out += out.ends_with(' ') ? "" : " ";
         } else {
             out += c;
@@ -128,6 +133,7 @@ void WriteModes(std::ostream& out) {
     out << "\n/* ---- Values of \"mode\" in a request. Gated ones use a private key or show a "
            "window: "
            "they need an\n * interactive request, or the configuration's permission. */\n\n";
+    // "" is the name of modes without one, each of which has its number.
     std::set<std::string_view> seen = {""};
     for (const Mode& mode : kModes) {
         // Another number of a name has it in its own.
@@ -154,6 +160,7 @@ void WriteCodes(std::ostream& out) {
            "From\n"
            " * 16400 to 16402 a module has a reading of its own beside the service's. */\n\n";
     std::vector<Code> codes(std::begin(kCodes), std::end(kCodes));
+    // Stable: constants of one number stay in the order of the tables.
     std::ranges::stable_sort(codes, {}, &Code::code);
     for (const Code& each : codes) {
         std::string_view constant = each.constant;
@@ -168,6 +175,7 @@ void WriteCodes(std::ostream& out) {
 void WriteKeys(std::ostream& out) {
     out << "\n/* ---- Keys of requests and answers. */\n\n";
     std::set<std::string_view> seen;
+    // A key of a request may be one of an answer, too.
     for (const Key& each : kKeys) {
         if (seen.insert(each.key).second) {
             std::string comment(each.type);

@@ -79,6 +79,7 @@ Blob DecodedBlob(const JsonValue& value) {
 }
 
 // The values of rows. A value of another JSON type ends as the interface has it: JsonTypeFault().
+// Numbers of requests are unsigned; past 2^31 they are negative here.
 void ReadValue(const JsonValue& value, std::int32_t& member) {
     member = static_cast<std::int32_t>(value.GetUint());
 }
@@ -200,6 +201,8 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
         throw Exception(kErrJsonParse);
     }
     // Raw octets lie after the text as it came, whatever the look at the payload makes of it.
+    // It decodes the payload from where it lies and cuts it out, which a parser's copy would not
+    // allow.
     const std::size_t textLength = JsonTextLength(data, length);
     const bool hasPayload = objects.PreParseFileData(const_cast<char*>(data), textLength);
     JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
@@ -227,6 +230,7 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
 }
 
 void CryptRequest::ReadBlobs(const JsonObject& root) {
+    // "hashAlg" wins over "params", of which it is the readable form.
     if (const JsonValue* algorithm = root.Find(kKeyHashAlg)) {
         params = WideOctets(WideText(*algorithm));
     } else if (const JsonValue* encoded = root.Find(kKeyParams)) {
@@ -257,6 +261,7 @@ void CryptResponse::ToJson(JsonBuffer& text) const {
     WriteTo(writer);
 }
 
+// The records give their texts away: an answer of a gigabyte has no second copy.
 void CryptResponse::TakeJson(JsonBuffer& text) {
     JsonWriter writer(text, &jsonHeap);
     writer.TakeTexts();
@@ -285,6 +290,7 @@ void CryptResponse::FromJson(const char* data, unsigned length) {
     const JsonText text(data, textLength);
     const JsonObject root = text.Root();
     ReadFields(root, *this, kAnswerFields, [](Written /*rule*/) {});
+    // By type number, until one has no key: the keys of answers are those of the container.
     for (int type = kTypeFileData; RecordKey(type) != nullptr; ++type) {
         ReadRecord(root, static_cast<RecordType>(type), objects);
     }
@@ -299,6 +305,7 @@ const FileData* CryptResponse::RawFileData() {
     return attachBinary ? FindFileData(objects) : nullptr;
 }
 
+// Without a result there is nothing to send, which is no failure.
 void CryptPacket::UploadFileData(std::uint32_t timeoutMs) {
     const FileData* result = FindFileData(response.objects);
     if (result == nullptr) {

@@ -108,6 +108,7 @@ void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
     response.TakeJson(text);
     const ca::FileData* raw = response.RawFileData();
     if (raw == nullptr) {
+        // Raw file data is needed once more, after the text.
         response.objects.SetObject(nullptr, /*clear=*/true);  // their memory serves the answer
     }
     const std::size_t textSize = text.GetSize();
@@ -118,6 +119,7 @@ void SetAnswer(CMPacket& packet, ca::CryptResponse& response) {
         throw std::length_error("answer beyond the interface's 32 bits");
     }
 
+    // One octet at least: the NUL that ends the text for hosts that read it as one.
     text.Reserve(1 + rawSize);
     text.Put('\0');
     if (rawSize != 0) {
@@ -166,16 +168,19 @@ void CryptoModule::ProcessJson(CMPacket& packet) {
         if (m_config.GetLogMode() == kLogModePayloads) {
             LogPayload(call);
         }
+        // Kept aside, since an operation may take the address over.
         const std::wstring uploadUrl = call.request.uploadUrl;
         call.response.isAttached = call.request.isAttached;
         ProcessClientRequest(call, packet.interactive);
         call.response.attachBinary = call.request.attachBinary;
+        // Sent at the end of a stream, not with each of its pieces.
         if (call.response.errorCode == kErrNone && !uploadUrl.empty() &&
             call.request.streamFinalChunk) {
             call.request.uploadUrl = uploadUrl;  // an operation may have used it up
             call.UploadFileData(kUploadTimeoutMs);
         }
     } catch (const ReportedException& failure) {
+        // What LogError() has thrown stands in the log already.
         ReportFailure(failure.errorCode, call.response);
     } catch (const Exception& failure) {
         if (!failure.message.empty()) {
@@ -207,6 +212,7 @@ void CryptoModule::AnswerFailure(CMPacket& packet, const char* why) {
 }
 
 void CryptoModule::LogPayload(CryptPacket& packet) const {
+    // The payload after decoding: what an operation will see.
     const FileData* payload = FindFileData(packet.request.objects);
     if (payload == nullptr) {
         return;
@@ -232,9 +238,11 @@ void CryptoModule::SetTransfers(bool isPkiConfigRead) {
     const PkiNetwork& network = m_pkiConfig.Settings().network;
     HttpSettings settings = HttpSettings::FromConfig(m_config);
     settings.maxBodySize = static_cast<std::uint32_t>(network.maxFetchSize);
+    // A request of a user may go anywhere; one of a service where the configuration allows.
     m_ownTransfers = {settings, settings};
     m_serviceTransfers = m_ownTransfers;
     const auto rules = [&](const std::vector<std::wstring>& patterns) {
+        // After a broken PKI file nowhere: rules that nobody could read must not allow everything.
         return std::make_shared<const HostRules>(isPkiConfigRead ? HostRules(patterns)
                                                                  : HostRules());
     };
@@ -251,6 +259,7 @@ void CryptoModule::WarnOfConfig(bool wasRead, const std::wstring& errorText) {
     if (!wasRead) {
         warning += SetZORNAMessage(kMsgUsingDefaults);
     }
+    // Without a window the warning waits for the log, which is not there yet.
     if (!MessageBoxWarning(warning, SetZORNAMessage(kMsgConfigReadCaption))) {
         m_warnings.push_back(std::move(warning));
     }
@@ -258,6 +267,7 @@ void CryptoModule::WarnOfConfig(bool wasRead, const std::wstring& errorText) {
 
 std::vector<std::wstring> CryptoModule::TakeWarnings() {
     std::vector<std::wstring> taken = std::exchange(m_warnings, {});
+    // A window has lines, a log entry is one line.
     for (std::wstring& warning : taken) {
         std::vector<std::wstring> lines;
         Split(warning, L"\r\n", lines);
@@ -278,12 +288,14 @@ CCryptoModule::CCryptoModule(bool silent)
       m_provider(ca::CreateProvider()) {}
 
 CCryptoModule::~CCryptoModule() {
+    // First: no line must reach the host's callback while its module goes away.
     m_logClaim.Release();
     CleanUp();
 }
 
 bool CCryptoModule::Init(LogCallback log) {
     if (!m_silent && ca::HasWidgetApplication()) {
+        // Before anything can ask for a window.
         ca::WatchApplication();
     }
     if (!ReadConfig()) {
@@ -298,11 +310,13 @@ bool CCryptoModule::Init(LogCallback log) {
             m_issuers.AddPlace(place);
         }
     }
+    // Held before it is used: two modules of a process share one callback.
     m_logClaim.Hold(log);
     std::vector<std::wstring> customTexts = m_config.GetCustomErrorHandlers();
     if (!LogInit(log, customTexts)) {
         return false;
     }
+    // Now that there is a log.
     for (std::wstring& warning : TakeWarnings()) {
         ca::LogLine(std::move(warning), true);
     }
@@ -321,6 +335,7 @@ void CCryptoModule::CleanUp() {
 void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interactive) {
     // Deliberate: the setting is read once a request, whatever the request is.
     const bool mayUseKeys = m_config.GetAllowServicePrivateKeyAccess() || interactive;
+    // It makes the client known, refreshes it, and lets no sweep take it while the request runs.
     CCallContext context(packet, this, mayUseKeys);
     ca::LogLine(L"clientId =  " + packet.request.clientId, false);
 
@@ -340,17 +355,20 @@ void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interacti
                          /*throwIt=*/false);
         }
     }
+    // Who cancelled the request takes the answer as it is.
     if (token.IsCancelled()) {
         return;
     }
     if (packet.response.errorMessage.empty()) {
         packet.response.errorMessage = GetErrorMessage(packet.response.errorCode, true);
     }
+    // A test call leaves no trace of an operation in the log.
     if (!packet.request.test) {
         LogEvent(L"<", false);
     }
 }
 
+// The gate comes before the parameters: what may not run is not looked at.
 void CCryptoModule::RunMode(ca::CryptPacket& packet) {
     const CModeRow* row = FindMode(packet.request.mode);
     if (row == nullptr) {

@@ -10,6 +10,7 @@
 namespace ca {
 namespace {
 
+// Octets of one block of the document's memory, and of the parser's stack to begin with.
 constexpr std::size_t kPoolChunk = 65536;
 constexpr std::size_t kParseStack = 1024;
 constexpr unsigned kParseFlags = kJsonParseFlags | rapidjson::kParseInsituFlag;
@@ -57,12 +58,14 @@ class CBoundedDepth {
 
 }  // namespace
 
+// A packet may carry raw octets after its text, which ends at the first NUL.
 std::size_t JsonTextLength(const char* data, std::size_t length) noexcept {
     const void* end = std::memchr(data, '\0', length);
     return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - data) : length;
 }
 
 JsonObject::JsonObject(const JsonValue& object) : m_object(object) {
+    // A bit for each length, modulo the word: a set that answers "not there" with one operation.
     for (const auto& member : object.GetObject()) {
         m_lengths |= LengthBit(member.name.GetStringLength());
     }
@@ -88,6 +91,7 @@ JsonText::JsonText(const char* text, std::size_t length)
       m_document(&m_pool, kParseStack, &m_heap) {
     rapidjson::InsituStringStream stream(CopyPadded(text, length));
     const auto parse = [&](JsonDocument& values) {
+        // Iterative and in place: depth costs memory of the heap, never stack.
         CBoundedDepth bounded(values);
         JsonReader reader(&m_heap, kParseStack);
         return !reader.Parse<kParseFlags>(stream, bounded).IsError();
@@ -106,6 +110,7 @@ JsonText::~JsonText() {
 
 char* JsonText::CopyPadded(const char* text, std::size_t length) {
     const std::size_t padded = (length / kVectorBlock + 1) * kVectorBlock;
+    // Most requests fit into the object itself: no memory is asked for.
     unsigned char* copy = m_ownText;
     if (padded > sizeof(m_ownText)) {
         m_text = BytePtr::Make(padded);

@@ -13,6 +13,7 @@ const CCryptoModule::CModeRow CCryptoModule::kModes[] = {
 };
 
 const CCryptoModule::CModeRow* CCryptoModule::FindMode(int mode) noexcept {
+    // The rows stand by ascending number, which a test holds them to.
     const CModeRow* row = std::ranges::lower_bound(kModes, mode, {}, &CModeRow::mode);
     return row != std::end(kModes) && row->mode == mode ? row : nullptr;
 }

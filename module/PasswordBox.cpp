@@ -19,6 +19,7 @@ namespace {
 constexpr std::chrono::milliseconds kWait(120000);
 
 // What the window gives to the caller, who may have gone by then.
+// Shared with the window: a caller that gave up leaves no reference into its own stack.
 struct Given {
     ca::CForkMutex mutex;
     std::optional<std::string> password;

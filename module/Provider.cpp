@@ -5,6 +5,7 @@
 
 namespace {
 
+// An operation that a provider does not have is answered like an unknown mode.
 [[noreturn]] void Refuse() {
     throw ca::Exception(ca::kErrModeNotSupported);
 }

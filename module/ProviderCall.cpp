@@ -8,6 +8,8 @@
 namespace ca {
 
 StoreAddresses CProviderCall::Stores() const {
+    // The request's list, its single address, its older key, then what the client has set: the
+    // first that is there counts.
     SerializableContainer& objects = m_packet.Request();
     if (const auto* list =
             dynamic_cast<const StoreAddresses*>(objects.GetObj(kTypeStoreAddresses))) {
@@ -46,6 +48,7 @@ const PkiSettings& CProviderCall::Pki() const {
 }
 
 HttpSettings CProviderCall::FetchSettings() const {
+    // Null where nobody set them, as in tests.
     const TransferSettings* const transfers = m_packet.Transfers();
     return transfers != nullptr ? transfers->fetch : HttpSettings();
 }

@@ -39,6 +39,7 @@ bool HasCertificates(std::size_t /*item*/, std::span<const unsigned char> elemen
 void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index,
                const ca::KnownIssuers& issuers, const std::wstring& others) {
     auto info = std::make_unique<ca::CertInfo2>();
+    // The issuers that came with it first; known ones go on from there.
     ca::FillWithIssuers(bundle, index, *info);
     ca::AddError(info->error, others);
     issuers.Extend(*info);
@@ -54,6 +55,7 @@ void AnswerAll(ca::CryptPacket& packet, const ca::CertificateBundle& bundle,
             break;
         }
         auto info = std::make_unique<ca::CertInfo2>();
+        // Dropped with the scope: the record alone is charged, by Add().
         {
             const ca::CBudgetLoan loan;
             ca::FillCertInfo(certificate, *info);
@@ -79,6 +81,7 @@ void AnswerAttributes(ca::CryptPacket& packet, const std::vector<ca::PayloadItem
 
 namespace ca {
 
+// orCut: describing goes as far as the octets do, storing does not.
 CertificateBundle RequireCertificates(const std::vector<PayloadItem>& items, bool orCut) {
     CertificateBundle bundle;
     for (const PayloadItem& item : items) {
@@ -94,10 +97,13 @@ CertificateBundle RequireCertificates(const std::vector<PayloadItem>& items, boo
     if (bundle.certificates.empty()) {
         throw Exception(kErrCertificate, SayRefused(items, &CertificateFault));
     }
+    // The bundle's own list of views is memory of the request.
     CAnswerBudget::Take(bundle.certificates.capacity() * sizeof(bundle.certificates.front()));
     return bundle;
 }
 
+// Each is read as it would be described; the first that is none ends the operation before anything
+// is stored.
 void CheckCertificates(const std::vector<PayloadItem>& items) {
     for (const auto& certificate : RequireCertificates(items).certificates) {
         const CBudgetLoan loan;
@@ -132,10 +138,12 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
                ca::IsInside(element, bundle.certificates.front());  // which may be cut off
     };
     const bool isOne = bundle.certificates.size() == 1;
+    // The usual case has nothing else to tell, and is not scanned again.
     const bool isAlone = isOne && items.size() == 1 &&
                          items.front().octets.size() == bundle.certificates.front().size();
     const std::wstring others =
         isAlone ? std::wstring() : ca::SayOthers(items, isDescribed, /*inMessages=*/true);
+    // Of a message the certificate that issued none of the others is the one that is meant.
     const std::size_t leaf = isOne ? 0 : bundle.isMessage ? ca::FindLeaf(bundle) : kNoLeaf;
     if (leaf != kNoLeaf) {
         AnswerOne(packet, bundle, leaf, m_issuers, others);

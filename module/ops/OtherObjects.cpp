@@ -24,6 +24,7 @@ class COtherObjects {
             SayItem(i);
         }
         if (m_count > ca::kMaxOthersSaid) {
+            // Beyond the limit they are counted only.
             m_text.append(1, L'\n').append(ca::MoreText(m_count - ca::kMaxOthersSaid));
         }
         return std::move(m_text);
@@ -49,6 +50,7 @@ class COtherObjects {
 
     void SayMessage(std::size_t item, const CAsn1SignedDataView& message) {
         CAsn1Element element;
+        // Certificates of a message that are described are those that look like one.
         ca::CCertificateCursor choices(message.Certificates().content);
         while (choices.Next(element)) {
             if (!ca::LooksLikeCertificate(element.raw)) {
@@ -85,6 +87,7 @@ class COtherObjects {
     }
 
     template <class Text>
+    // The text is made only if it is said: telling a kind costs a look at the octets.
     void Add(std::size_t item, std::size_t offset, Text text) {
         if (++m_count > ca::kMaxOthersSaid) {
             return;

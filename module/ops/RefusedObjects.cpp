@@ -39,6 +39,7 @@ std::wstring CrlFault(std::span<const unsigned char> object) {
 
 std::wstring SignedMessageFault(std::span<const unsigned char> object) {
     if (const auto signedData = FindSignedData(object); !signedData.empty()) {
+        // A message that reads well was refused for having no signers.
         const std::wstring fault = FaultIn<CAsn1SignedData>(signedData);
         return fault.empty() ? SetZORNAMessage(kMsgNoSigners) : fault;
     }
@@ -56,6 +57,7 @@ std::wstring ContentFault(std::span<const unsigned char> object) {
 
 std::wstring SayRefused(const std::vector<PayloadItem>& items, ObjectFault fault) {
     std::wstring text;
+    // Three are enough to see what is wrong with a payload; a log is not a listing.
     for (std::size_t i = 0; i < items.size() && i < kMaxRefusedSaid; ++i) {
         const PayloadItem& item = items[i];
         const std::wstring words =

@@ -21,6 +21,7 @@ std::vector<PayloadItem> RequestPayload(CryptPacket& packet) {
         throw Exception(kErrNoArgumentData,
                         SetZORNAMessage(kMsgNoObject) + ca::DecimalText(payload->size()));
     }
+    // What decoding has made stays until the answer is written.
     CAnswerBudget::Take(OctetsHeld(items));
     return items;
 }
@@ -30,6 +31,7 @@ std::optional<std::span<const unsigned char>> PayloadOctets(CryptPacket& packet)
     return payload != nullptr ? std::optional(payload->Octets()) : std::nullopt;
 }
 
+// All that a request brings: an answer's size is measured by it.
 std::size_t OctetsToDescribe(CryptPacket& packet) {
     const FileData* payload = FindFileData(packet.Request());
     std::size_t octets = packet.request.sendSignData.size();

@@ -41,6 +41,7 @@ bool Describe(const std::vector<ca::PayloadItem>& items, ca::SignInfos& signatur
             std::fill(isMessage.begin() + static_cast<std::ptrdiff_t>(i), isMessage.end(), true);
             break;
         }
+        // A verdict is asked for messages alone; other objects have nothing to judge.
         const bool isJudged = judges && !ca::FindSignedData(items[i].octets).empty();
         const auto judge = isJudged ? judges(items[i].octets) : nullptr;
         const std::optional<bool> encloses =
@@ -63,6 +64,7 @@ std::vector<ca::PayloadItem> Decode(ca::Blob& blob) {
 // The signature that stands apart from the file data, or the file data. Throws 16118 for neither.
 std::vector<ca::PayloadItem> SignaturePayload(ca::CryptPacket& packet) {
     std::vector<ca::PayloadItem> items = Decode(packet.request.sendSignData);
+    // "sendSignData" holds a signature whose content is the file data.
     return items.empty() ? ca::RequestPayload(packet) : std::move(items);
 }
 
@@ -152,6 +154,7 @@ void CCryptoModule::GetSignInfo2(ca::CryptPacket& packet) {
     if (messages.empty()) {
         add([&] { return SignaturePayload(packet); });
     }
+    // Not one of the messages was signed.
     if (lists->items.empty()) {
         throw ca::Exception(ca::kErrNoSignedData,
                             ca::SayRefused(RefusedItems(packet), &ca::SignedMessageFault));

@@ -22,6 +22,7 @@
 namespace {
 
 // Takes the addresses that a request brings; the first of the three places that has any counts.
+// The list, the single address, then the older key: as CProviderCall::Stores() has them.
 ca::StoreAddresses RequestedStores(ca::CryptPacket& packet) {
     ca::SerializableContainer& objects = packet.Request();
     if (auto* list = dynamic_cast<ca::StoreAddresses*>(objects.GetObj(ca::kTypeStoreAddresses))) {
@@ -53,6 +54,7 @@ class CStoreNames {
         if (name == nullptr) {
             return;
         }
+        // Store names compare without case in every place that has them.
         std::wstring lowered = name;
         ca::tolower(lowered);
         if (m_seen.insert(std::move(lowered)).second) {
@@ -62,6 +64,7 @@ class CStoreNames {
 
   private:
     ca::StringArray& m_names;
+    // Hashed under a random key, since a stranger may choose the names.
     std::unordered_set<std::wstring, ca::SeededHash> m_seen;
 };
 
@@ -71,6 +74,7 @@ class CStoreNames {
 void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
     ca::StoreAddresses stores = RequestedStores(packet);
     LogEvent(SetZORNAMessage(kMsgCurStoreReceived), /*isError=*/false);
+    // All are looked at before any is taken over.
     for (std::size_t i = 0; i < stores.size(); ++i) {
         if (!IsUsable(stores[i])) {
             throw ca::Exception(ca::kErrStoreAddress, SetZORNAMessage(kMsgStoreNowhere) +
@@ -79,6 +83,7 @@ void CCryptoModule::SetCurStore(ca::CryptPacket& packet) {
         }
     }
     if (!m_clients.ReplaceStores(packet.request.clientId, std::move(stores))) {
+        // More memory than one client may have.
         const wchar_t* const reason = SetZORNAMessage(kMsgClientMemory);
         packet.response.errorMessage =
             GetErrorMessage(ca::kErrParameters, /*prefix=*/true) + L' ' + reason;
