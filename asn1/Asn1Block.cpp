@@ -78,7 +78,7 @@ unsigned int CAsn1Block::GetTotalLength(bool recompute) {
             if (child->m_childCount != 0) {
                 open.push_back({child, 0, 0});
             } else {
-                level.length += child->GetTotalLength(false);
+                level.length += child->GetTotalLength(/*recompute=*/false);
             }
         }
         return totalLength;

@@ -60,7 +60,7 @@ class CAsn1Block {
     unsigned GetApplicationSpecificIndex() const { return tag & 0x9FU; }
 
     /// Parses one block with its subtree at data[*pos]; replaces what this block held.
-    /// \param pos     position in `data`; advanced behind the block.
+    /// \param pos     position in `data`; advanced past the block.
     /// \param absoluteOffset  advanced alike, except over the header of an empty constructed block.
     ///                Deliberate: what follows such a block reports an offset 2 too low.
     /// \param size    octets of `data`, which outlives the tree.

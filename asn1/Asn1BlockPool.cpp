@@ -233,7 +233,7 @@ CAsn1Block* CAsn1Block::AddInnerBlock() {
 
 CAsn1Block* CAsn1Block::ImportInnerBlock(const CAsn1Block* source) {
     CAsn1BlockPool pool((source->m_childCount + 1) * sizeof(CAsn1Block));
-    // Deliberate: offset and length form stay behind; a copy is written in the definite form.
+    // Deliberate: offset and length form are not copied; a copy is written in the definite form.
     const auto copyOne = [&pool](const CAsn1Block& from, CAsn1Block* to) {
         CAsn1Block* copy = pool.NewBlock();
         copy->parent = to;

@@ -12,7 +12,7 @@
 // what holds it. Here nothing is built, copied or changed; the block parser with its rules of its
 // own stands beside this.
 
-/// Further identifier octets and their bits (ITU-T X.680 8.4, X.690 8.1.2).
+/// Further identifier octets and their bits (ITU-T X.680, 8.4, X.690, 8.1.2).
 enum Asn1TagOctet : unsigned char {
     kAsn1Enumerated = 0x0A,
     kAsn1UniversalString = 0x1C,
@@ -34,7 +34,7 @@ struct CAsn1Element {
 /// What keeps octets from being an element.
 enum class Asn1Fault : unsigned char {
     kNone,
-    kTruncated,  ///< It would end behind the octets.
+    kTruncated,  ///< It would end past the octets.
     kMalformed,  ///< No tag or length this engine knows: a high tag number, a reserved length, an
                  ///< indefinite length on a primitive element, end-of-contents out of place.
 };
@@ -52,19 +52,19 @@ class CAsn1Cursor {
     /// Identifier octet of the next element. Not at the end.
     unsigned char PeekTag() const { return m_rest[0]; }
 
-    /// Reads the next element and steps behind it; at a fault `element` is left alone and the
+    /// Reads the next element and steps past it; at a fault `element` is left alone and the
     /// cursor stays. Not at the end.
     Asn1Fault Next(CAsn1Element& element) noexcept;
 
     // For lists, whose elements are all of one type.
 
-    /// Next() of one more element; false at the end and in front of what is no element, which
+    /// Next() of one more element; false at the end and in front of what is not an element, which
     /// Rest() has then.
     bool Step(CAsn1Element& element) noexcept {
         return !AtEnd() && Next(element) == Asn1Fault::kNone;
     }
-    /// The same, with all that is no element as the last one: of tag 0, which no element has, and
-    /// without content. False at the end only.
+    /// The same, with all that is not an element as the last one: of tag 0, which no element has,
+    /// and without content. False at the end only.
     bool StepOrRest(CAsn1Element& element) noexcept {
         if (AtEnd()) {
             return false;
@@ -89,5 +89,5 @@ class CAsn1Cursor {
 ca::Exception MakeAsn1Fault(Asn1Fault fault, std::string_view name, std::size_t offset);
 /// kErrAsn1Corrupted: there is no element where `name` is required.
 ca::Exception MakeAsn1Missing(std::string_view name, std::size_t offset);
-/// kErrAsn1BadTag: another element stands where `name` is to be, or behind the last member.
+/// kErrAsn1BadTag: another element stands where `name` is to be, or after the last member.
 ca::Exception MakeAsn1WrongTag(std::string_view name, unsigned char tag, std::size_t offset);

@@ -21,14 +21,14 @@
 template <class T>
 class CAsn1ListCursor {
   public:
-    /// \param elements  one behind the other; they outlive the cursor.
+    /// \param elements  one after the other; they outlive the cursor.
     /// \param list  the block they are the content of; outlives the cursor. Its children, where
     ///        it has them, are used.
     CAsn1ListCursor(std::span<const unsigned char> elements, const CAsn1Block& list)
         : m_cursor(elements), m_list(&list) {}
 
-    /// Steps to the next element and decodes it; false at the end. Octets that are no element are
-    /// the last step: without an item, with a fault, and all of them in Raw().
+    /// Steps to the next element and decodes it; false at the end. Octets that are not an element
+    /// are the last step: without an item, with a fault, and all of them in Raw().
     bool Next() {
         m_item.reset();
         m_block.reset();
@@ -54,7 +54,8 @@ class CAsn1ListCursor {
         return true;
     }
 
-    /// The element, decoded as far as it could be; null when it is no T. Valid until the next step.
+    /// The element, decoded as far as it could be; null when it is not a T. Valid until the next
+    /// step.
     T* Item() { return m_item ? &*m_item : nullptr; }
     /// The element as received.
     std::span<const unsigned char> Raw() const { return m_raw; }

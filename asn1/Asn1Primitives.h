@@ -113,7 +113,7 @@ class CAsn1OctetString : public CAsn1Primitive<kAsn1OctetString> {
 };
 
 /// An OCTET STRING in segments; the value is their concatenation, at any depth, and never longer
-/// than the buffer behind the block. Written back as one segment.
+/// than the buffer that the block views. Written back as one segment.
 class CAsn1ContructedOctetString : public CAsn1Primitive<kAsn1ConstructedOctetString> {
   public:
     using CAsn1Primitive::CAsn1Primitive;

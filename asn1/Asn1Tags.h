@@ -1,6 +1,6 @@
 #pragma once
 
-/// Identifier octets of the universal types that have a class (ITU-T X.680 8.4).
+/// Identifier octets of the universal types that have a class (ITU-T X.680, 8.4).
 enum Asn1Tag : unsigned char {
     kAsn1Boolean = 0x01,
     kAsn1Integer = 0x02,

@@ -58,7 +58,7 @@ struct Asn1TypeOf {
         }
     }
     static constexpr bool AcceptsAs(unsigned char implicitTag, unsigned char tag) {
-        static_assert(!kIsChoice, "the tag of a CHOICE is always explicit (X.680 31.2.7)");
+        static_assert(!kIsChoice, "the tag of a CHOICE is always explicit (X.680, 31.2.7)");
         return tag == (implicitTag | (T::kTag & kAsn1ConstructedBit));
     }
 };
@@ -139,7 +139,7 @@ template <class T>
 class CAsn1Root {
   public:
     /// Binds the element at the front of `octets`, which outlive this; Decode() is the caller's.
-    /// Throws as ReadElement(), and kErrAsn1BadTag for an element that is no T.
+    /// Throws as ReadElement(), and kErrAsn1BadTag for an element that is not a T.
     explicit CAsn1Root(std::span<const unsigned char> octets,
                        Asn1Blocks blocks = Asn1Blocks::kAll) {
         const CAsn1Element element = ReadElement(octets, Asn1TypeOf<T>::kName);
@@ -159,7 +159,7 @@ class CAsn1Root {
     T* operator->() { return &m_object; }
     const T& operator*() const { return m_object; }
     const T* operator->() const { return &m_object; }
-    /// The octets behind the element.
+    /// The octets after the element.
     std::span<const unsigned char> Rest() const { return m_rest; }
 
   private:
@@ -174,13 +174,13 @@ class CAsn1Root {
 /// Content octets; empty for null. (An INTEGER: two's complement, most significant first.)
 std::span<const unsigned char> OctetsOf(const CAsn1Object* object);
 
-/// The octets of an OCTET STRING, its segments joined when it is constructed (X.690 8.7.3; in
+/// The octets of an OCTET STRING, its segments joined when it is constructed (X.690, 8.7.3; in
 /// segments at any depth). Throws ca::Exception kErrAsn1Corrupted for segments that cannot be read.
 std::vector<unsigned char> OctetStringOf(const CAsn1Object* object);
 /// The same of an element of that type, with or without the constructed bit.
 std::vector<unsigned char> OctetStringOf(const CAsn1Element& element);
 
-/// A BIT STRING as it stands; bits behind the last one are as received, not cleared.
+/// A BIT STRING as it stands; bits after the last one are as received, not cleared.
 struct CAsn1Bits {
     std::span<const unsigned char> octets;
     unsigned unused = 0;  ///< Bits without a meaning at the end of the last octet, 0 to 7.

@@ -9,7 +9,7 @@
 /// takes, how many length octets, and whether the content has to be there.
 class CBerHeader {
   public:
-    /// False when `octets` end inside of the header. With two octets or more its tag, form and size
+    /// False when `octets` end inside the header. With two octets or more its tag, form and size
     /// are known all the same, its length is not.
     bool Read(std::span<const unsigned char> octets) noexcept {
         m_start = octets.data();

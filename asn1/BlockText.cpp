@@ -68,7 +68,7 @@ std::wstring BmpText(Octets octets, std::size_t longest) {
     return Quoted(ca::ReadUtf16(octets.first(std::min(octets.size(), 2 * longest))));
 }
 
-// UTCTime YYMMDDhhmmssZ, GeneralizedTime YYYYMMDDhhmmssZ (RFC 5280 4.1.2.5); others stay as they
+// UTCTime YYMMDDhhmmssZ, GeneralizedTime YYYYMMDDhhmmssZ (RFC 5280, 4.1.2.5); others stay as they
 // are.
 std::wstring TimeText(Octets octets, bool hasCentury, std::size_t longest) {
     std::string text(octets.begin(), octets.begin() + static_cast<std::ptrdiff_t>(

@@ -22,7 +22,7 @@ inline constexpr std::array<Charset, 0x1F> kCharsets = [] {
     return sets;
 }();
 
-/// kNone for what is no character string.
+/// kNone for what is not a character string.
 inline Charset CharsetOf(const CAsn1Element& element) noexcept {
     return element.tag < kCharsets.size() ? kCharsets[element.tag] : Charset::kNone;
 }

@@ -10,7 +10,7 @@ namespace ca {
 
 /// The octets of an OCTET STRING, or of a BIT STRING of whole octets, where they are themselves
 /// nothing but well-formed elements of universal types: extension values, keys, signatures. Empty
-/// for everything else. Cost is linear in the content, but for strings inside of it.
+/// for everything else. Cost is linear in the content, but for strings inside it.
 std::span<const unsigned char> EnclosedEncoding(const CAsn1Block& block);
 
 /// What strings enclose, parsed when it is asked for and kept. One thread.

@@ -73,7 +73,7 @@ class CFieldReader {
 
     /// Judges what was read: throws the first fault, ca::Exception with a text that names the
     /// member and the offset. kErrAsn1Corrupted: a member is missing, or the octets are no
-    /// elements; kErrAsn1BadTag: an element that is no such member stands there, or is left over;
+    /// elements; kErrAsn1BadTag: an element that is not that member stands there, or is left over;
     /// kErrAsn1UnexpectedEnd: an element ends after its container.
     void End();
 
@@ -155,7 +155,7 @@ class CFieldReader {
     CAsn1Element m_element;   // the current one
     std::size_t m_taken = 0;  // elements taken so far
     bool m_isChoice = false;
-    bool m_blocked = false;  // what follows is no element
+    bool m_blocked = false;  // what follows is not an element
     std::optional<ca::Exception> m_fault;
 };
 

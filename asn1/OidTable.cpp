@@ -204,7 +204,7 @@ std::wstring OidText(std::span<const unsigned char> encoded) {
             continue;
         }
         if (text.empty()) {
-            // X.690 8.19.4: the first two arcs share a number, root * 40 + second arc.
+            // X.690, 8.19.4: the first two arcs share a number, root * 40 + second arc.
             const std::uint32_t root = arc.IsBelow(40) ? 0 : arc.IsBelow(80) ? 1 : 2;
             arc.Subtract(root * 40);
             text = ca::DecimalText(root);

@@ -16,22 +16,22 @@ namespace ca {
 enum class OidKind : std::uint8_t {
     kNameAttribute,      ///< Attribute type of distinguished names (X.520, RFC 4519).
     kAttribute,          ///< Attribute of requests, directories, key stores, devices.
-    kAcAttribute,        ///< Attribute of attribute certificates (RFC 5755 4.4).
-    kCmsAttribute,       ///< Signed or unsigned attribute of a message (RFC 5652 11).
-    kExtension,          ///< Certificate extension (RFC 5280 4.2).
-    kAcExtension,        ///< Attribute certificate extension (RFC 5755 4.3).
-    kCrlExtension,       ///< CRL extension (RFC 5280 5.2).
-    kCrlEntryExtension,  ///< CRL entry extension (RFC 5280 5.3).
-    kOcspExtension,      ///< OCSP request or response extension (RFC 6960 4.4).
-    kKeyPurpose,         ///< Extended key usage (RFC 5280 4.2.1.12).
+    kAcAttribute,        ///< Attribute of attribute certificates (RFC 5755, 4.4).
+    kCmsAttribute,       ///< Signed or unsigned attribute of a message (RFC 5652, 11).
+    kExtension,          ///< Certificate extension (RFC 5280, 4.2).
+    kAcExtension,        ///< Attribute certificate extension (RFC 5755, 4.3).
+    kCrlExtension,       ///< CRL extension (RFC 5280, 5.2).
+    kCrlEntryExtension,  ///< CRL entry extension (RFC 5280, 5.3).
+    kOcspExtension,      ///< OCSP request or response extension (RFC 6960, 4.4).
+    kKeyPurpose,         ///< Extended key usage (RFC 5280, 4.2.1.12).
     kPolicy,             ///< Certificate policy.
     kPolicyQualifier,    ///< Policy qualifier.
-    kStatement,          ///< Qualified certificate statement (RFC 3739 3.2.6).
+    kStatement,          ///< Qualified certificate statement (RFC 3739, 3.2.6).
     kAccessMethod,       ///< Access method of an information access extension.
-    kOtherName,          ///< Type of an otherName (RFC 5280 4.2.1.6).
-    kRecipient,          ///< Kind of another recipient of a message (RFC 5652 6.2.5).
+    kOtherName,          ///< Type of an otherName (RFC 5280, 4.2.1.6).
+    kRecipient,          ///< Kind of another recipient of a message (RFC 5652, 6.2.5).
     kContentType,        ///< Content type of a message, bag or response.
-    kCommitment,         ///< Commitment of a signer (RFC 5126 5.11.1).
+    kCommitment,         ///< Commitment of a signer (RFC 5126, 5.11.1).
     kSignature,          ///< Signature algorithm, with or without its digest.
     kDigest,             ///< Digest algorithm.
     kKey,                ///< Public key algorithm.
@@ -94,8 +94,8 @@ const OidInfo* FindOidByShortName(std::string_view shortName) noexcept;
 std::wstring OidName(std::span<const unsigned char> encoded);
 
 /// The dotted text of any content octets, for display: base 128 throughout, arcs of any size exact.
-/// Octets that are no whole identifier (none at all, or the last arc unfinished) and those longer
-/// than 256 give "#" and their hexadecimal digits, cut after 256 octets with "...".
+/// Octets that are not a whole identifier (none at all, or the last arc unfinished) and those
+/// longer than 256 give "#" and their hexadecimal digits, cut after 256 octets with "...".
 /// (CAsn1ObjectIdentifier keeps its own rule: it sums the first arc and wraps at 32 bits.)
 /// Throws only std::bad_alloc.
 std::wstring OidText(std::span<const unsigned char> encoded);

@@ -10,7 +10,7 @@
 /// The beginning of a cut object.
 struct CAsn1Beginning {
     std::vector<unsigned char> octets;
-    std::size_t end = 0;  ///< behind what was kept; ends of indefinite lengths may follow
+    std::size_t end = 0;  ///< after what was kept; ends of indefinite lengths may follow
 };
 
 /// Makes what is there of a cut object one that can be read: a copy in which the elements that are

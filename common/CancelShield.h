@@ -24,8 +24,8 @@ class CCancelShield {
 };
 
 /// For every `catch (...)` that does not throw on: returns when what was caught is a C++ exception,
-/// and throws on what is none. A thread that is cancelled or calls pthread_exit() unwinds that way,
-/// and the process is aborted when that stops. No such handler may run inside of another one: the
+/// and throws on what is not that. A thread that is cancelled or calls pthread_exit() unwinds that
+/// way, and the process is aborted when that stops. No such handler may run inside another one: the
 /// run-time library cannot stack what is not a C++ exception.
 inline void LetThreadEnd() {
     if (abi::__cxa_current_exception_type() == nullptr) {

@@ -91,7 +91,7 @@ class ConfigFileParser : public ISerializable {
     }
 #include "common/SettingTable.inc"
 
-    /// True when an entry of "Dll extensions" is no absolute path of an existing shared object.
+    /// True when an entry of "Dll extensions" is not an absolute path of an existing shared object.
     bool AnyExtensionPathIsWrong() const;
     /// Removes those entries and returns them, in order.
     std::vector<std::wstring> FixExtensionPaths();

@@ -87,7 +87,7 @@ class CurlEasy {
     void AddHeader(const char* line);
 
     /// Runs the transfer; a CurlCode. A SIGPIPE that it causes does not reach the process. A thread
-    /// that is cancelled meanwhile unwinds while it waits for the network, not inside of the
+    /// that is cancelled meanwhile unwinds while it waits for the network, not inside the
     /// library.
     int Perform();
 

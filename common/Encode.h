@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-// Base64 (RFC 4648 4). Lengths are octets or characters; 32 bits, as the interface carries them.
+// Base64 (RFC 4648, 4). Lengths are octets or characters; 32 bits, as the interface carries them.
 
 /// The standard alphabet, 64 characters.
 extern const std::string base64_chars;
@@ -75,8 +75,8 @@ std::wstring u8u16(const std::string& text);
 void u16u8(const wchar_t* text, std::string& out);
 std::string u16u8(const std::wstring& text);
 
-/// The text of big-endian UTF-16 octets. A surrogate without its other half becomes U+FFFD; an octet
-/// that is left over at the end gives nothing.
+/// The text of big-endian UTF-16 octets. A surrogate without its other half becomes U+FFFD; an
+/// octet that is left over at the end gives nothing.
 std::wstring ReadUtf16(std::span<const unsigned char> octets);
 
 /// File-system paths are UTF-8 on the narrow side.

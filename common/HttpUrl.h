@@ -28,7 +28,7 @@ HttpUrl ParseHttpUrl(const std::wstring& url);
 HttpUrl FollowRedirect(const HttpUrl& from, const std::wstring& location);
 
 /// The ASCII form of a host name or address; an IPv6 address comes in brackets.
-/// Throws ca::Exception 16268 when it is none.
+/// Throws ca::Exception 16268 when it is not one.
 std::string ParseHost(const std::wstring& host);
 
 }  // namespace ca

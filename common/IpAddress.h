@@ -24,7 +24,7 @@ class IpAddress {
     static std::optional<IpAddress> FromSocket(const sockaddr& address);
 
     /// The address itself, and an IPv4 address in it that packets may end up at: after the
-    /// prefixes of translators (RFC 6052, 2.1) and of 6to4 (RFC 3056 2).
+    /// prefixes of translators (RFC 6052, 2.1) and of 6to4 (RFC 3056, 2).
     std::vector<IpAddress> Forms() const;
     /// Whether the address is one of this network. Networks of one kind hold none of the other.
     bool Contains(const IpAddress& address) const;

@@ -31,7 +31,7 @@ void SetJsonPosition(const JsonPosition& position) noexcept;
 /// Names the member that is read next in the record under that key; static text.
 void SetJsonMember(const char* key) noexcept;
 
-/// What this thread reads of a request: `"storeAddress", "name"`, only the key outside of a record,
+/// What this thread reads of a request: `"storeAddress", "name"`, only the key outside a record,
 /// nothing after ClearJsonPosition().
 std::wstring JsonPlace();
 void ClearJsonPosition() noexcept;
@@ -88,8 +88,8 @@ using JsonDocument = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, CJs
 using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
 using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, CJsonAllocator>;
 
-/// Whether a text may be a JSON object, as far as its first character tells; blanks and a byte-order
-/// mark may stand before it.
+/// Whether a text may be a JSON object, as far as its first character tells; blanks and a
+/// byte-order mark may stand before it.
 constexpr bool BeginsJsonObject(std::string_view text) noexcept {
     text = WithoutByteOrderMark(text);
     const std::size_t first = text.find_first_not_of(" \t\r\n");
@@ -149,7 +149,7 @@ class JsonWriter
         char* place = os_->Push(length + 2);
         place[0] = '"';
         place[length + 1] = '"';
-        EndValue(true);
+        EndValue(/*ret=*/true);
         return place + 1;
     }
 
@@ -159,14 +159,14 @@ class JsonWriter
         os_->Reserve(text.size() + kPlainStringExtra);
         Prefix(rapidjson::kObjectType);
         std::memcpy(os_->Push(text.size()), text.data(), text.size());
-        EndValue(true);
+        EndValue(/*ret=*/true);
     }
 
     /// The same, the text being empty then; its memory may become that of what is written.
     void TakeElements(JsonBuffer& text) {
         Prefix(rapidjson::kObjectType);
         JoinTexts(*os_, text, kPlainStringExtra);
-        EndValue(true);
+        EndValue(/*ret=*/true);
     }
 
     /// Makes room for octets that will be written, so that the buffer grows only once.

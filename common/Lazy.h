@@ -8,7 +8,7 @@
 
 namespace ca {
 
-/// A value that is made when it is first asked for, by whatever thread. It stands outside of
+/// A value that is made when it is first asked for, by whatever thread. It stands outside
 /// functions, where a local static value would stay half made in a child whose parent was making it
 /// as it forked: the child would wait for it for ever.
 template <class T>

@@ -15,7 +15,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Threads that are inside of a callback, or about to look for one. A call is counted before it
+// Threads that are inside a callback, or about to look for one. A call is counted before it
 // reads the callback, so whoever has replaced it sees every call of the old one. Calls are counted
 // in one of two phases: while one phase drains, new calls are counted in the other, and the wait
 // ends however busy the log is. Counters are spread, so that threads do not share cache lines.
@@ -39,7 +39,7 @@ struct OwnCalls {
 };
 constinit thread_local OwnCalls ownCalls{nullptr, {}};
 
-// The other threads are not there any more, whatever they were inside of.
+// The other threads are not there any more, whatever they were inside.
 void ForgetOtherThreads() noexcept {
     for (Counter& counter : counters) {
         for (std::size_t i = 0; i < counter.calls.size(); ++i) {

@@ -20,9 +20,9 @@ class CLogClaim {
     /// Makes `callback` the process's, in place of what this claim held; null keeps the log silent.
     void Hold(LogCallback callback) noexcept;
 
-    /// Ends the claim. Afterwards no thread is inside of the callback and none enters it, unless
+    /// Ends the claim. Afterwards no thread is inside the callback and none enters it, unless
     /// another claim holds the same one. Two calls are not waited for: one that this very thread
-    /// is inside of, and one that has not returned after kPatience (it may wait for this thread).
+    /// is inside, and one that has not returned after kPatience (it may wait for this thread).
     void Release() noexcept;
 
     static constexpr std::chrono::milliseconds kPatience{5000};

@@ -43,8 +43,8 @@ class PKIConfigFileParser : public ISerializable {
     /// "QetCryptoSvcPKIConfig.json" in the directory of that service configuration.
     static std::wstring GetConfigPath(const std::wstring& serviceConfigPath);
 
-    /// The file that the environment variable MOD_FOO_PKI_CONFIG names; ignored in secure execution,
-    /// see IsSecureExecution().
+    /// The file that the environment variable MOD_FOO_PKI_CONFIG names; ignored in secure
+    /// execution, see IsSecureExecution().
     static std::optional<std::wstring> GivenPath();
 
     /// Where the file of a service configuration is looked for, when none is given: beside it, or
@@ -61,7 +61,7 @@ class PKIConfigFileParser : public ISerializable {
     /// points and validity periods.
     static PkiSettings ServiceDefaults(const ConfigFileParser& service);
 
-    /// Reads the file. A file that is missing is no fault: the PKI configuration is optional. A
+    /// Reads the file. A file that is missing is not a fault: the PKI configuration is optional. A
     /// wrong value gets its default, a wrong entry of a list is left out, the rest is honoured;
     /// but with anything wrong under "network" its lists of hosts are empty: they allow nothing.
     /// \param errorText  what was wrong, with the keys, for a person to read; empty when nothing.

@@ -96,7 +96,7 @@ void CAnswer::Inspect() {
         m_fault = "the answer carries no \"errorCode\"";
     } else if (!m_raw.empty() && members.fileDataSize != m_raw.size()) {
         m_fault = "the answer has " + std::to_string(m_raw.size()) +
-                  " octets behind its text that \"fileDataSize\" does not announce";
+                  " octets after its text that \"fileDataSize\" does not announce";
     } else if (m_raw.empty() && members.fileDataSize.value_or(0) != 0) {
         m_fault = "the answer lacks the octets that \"fileDataSize\" announces";
     }

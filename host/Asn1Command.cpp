@@ -33,7 +33,7 @@ namespace {
 
 using host::CHostError;
 
-constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is no terminal
+constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is not a terminal
 // Less than this leaves no room for a value after place, lengths and tag.
 constexpr std::size_t kLeastWidth = 40;
 // Octets of JSON that are escaped and written at a time.

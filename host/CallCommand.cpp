@@ -61,7 +61,7 @@ void AddOptions(CLI::App& command, CallOptions& options) {
         "--base64", options.base64, "Send the file as announced Base64 text (default)");
     command
         .add_flag("--binary", options.binary,
-                  "Send the file as raw octets behind the request instead")
+                  "Send the file as raw octets after the request instead")
         ->excludes(base64);
     command
         .add_option("--set", options.pairs,
@@ -97,7 +97,7 @@ host::CRequest BuildRequest(const CallOptions& options) {
     if (!options.json.empty()) {
         if (const std::string reason = builder.Load(host::ReadFile(options.json));
             !reason.empty()) {
-            throw CHostError(host::kExitUsage, options.json + " is no request: " + reason);
+            throw CHostError(host::kExitUsage, options.json + " is not a request: " + reason);
         }
     }
     // After --json: what stands on the command line wins over the file.
@@ -141,7 +141,7 @@ void StoreOctets(const CallOptions& options, const host::CAnswer& answer) {
     // Raw octets would be lost unseen.
     if (options.output.empty()) {
         if (!answer.GetRaw().empty()) {
-            host::Note("behind the answer " + host::SummariseOctets(answer.GetRaw()) +
+            host::Note("after the answer " + host::SummariseOctets(answer.GetRaw()) +
                        " (-o FILE keeps them)");
         }
         return;

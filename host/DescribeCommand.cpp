@@ -25,7 +25,7 @@ namespace {
 constexpr std::size_t kWindow = 64;
 // More would only wait for each other.
 constexpr unsigned kMaxThreads = 256;
-constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is no terminal
+constexpr std::size_t kWidthOfFiles = 120;  // columns when the output is not a terminal
 // Lines of the closing count; archives of strangers fail in thousands of ways.
 constexpr std::size_t kShownReasons = 50;
 

@@ -89,7 +89,7 @@ void CGuiApplication::Translate() {
 }
 
 void CGuiApplication::CloseWindowsOnSignals() {
-    // The handler must not wait, and no child shall keep the pipe open.
+    // The handler must not wait, and no child may keep the pipe open.
     if (::pipe2(signalPipe, O_CLOEXEC | O_NONBLOCK) != 0) {
         throw CHostError(kExitUsage,
                          std::string("cannot wait for signals: ") + std::strerror(errno));

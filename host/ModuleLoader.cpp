@@ -47,7 +47,7 @@ void Resolve(const host::CModuleLibrary& library, const char* name, Function& fu
     if (function == nullptr) {
         // A library of something else, or of a version without the function.
         throw host::CHostError(host::kExitNoModule,
-                               library.GetPath() + " is no module: it has no function " + name);
+                               library.GetPath() + " is not a module: it has no function " + name);
     }
 }
 

@@ -30,7 +30,7 @@ std::optional<std::uint32_t> GuessMode(std::string_view request);
 class CRequestBuilder {
   public:
     /// Replaces the members by those of a JSON object.
-    /// \return "" or why the text is none; the members are empty then.
+    /// \return "" or why the text is not one; the members are empty then.
     std::string Load(std::string_view json);
 
     /// Sets a member, in the place of one of that name.

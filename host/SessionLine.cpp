@@ -69,8 +69,8 @@ void Assemble(CRequestBuilder& builder, host::SessionRequest& session,
     session.output = TakeText(builder, "@output").value_or("");
     const host::PayloadForm form = TakeForm(builder);
     const std::optional<std::string> file = TakeText(builder, "@file");
-    // Only now: what is left with an @ is no directive. A typing error must not go to the module,
-    // which would ignore it as an unknown key.
+    // Only now: what is left with an @ is not a directive. A typing error must not go to the
+    // module, which would ignore it as an unknown key.
     if (const std::string unknown = builder.FindPrefixed("@"); !unknown.empty()) {
         Fail("unknown directive " + unknown +
              host::DidYouMean(unknown, {"@mode", "@file", "@form", "@output", "@interactive"}));

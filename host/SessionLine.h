@@ -16,7 +16,7 @@ struct SessionRequest {
 /// Where a line comes from.
 struct LineSource {
     std::string_view place;        ///< what the user knows it by, visible; names the request
-    bool isStandardInput = false;  ///< which then is no file for a payload
+    bool isStandardInput = false;  ///< which then is not a payload's file
     bool interactive = false;      ///< what holds for a line that does not say
 };
 

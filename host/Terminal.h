@@ -19,7 +19,7 @@ std::string Harmless(const std::string& utf8);
 
 /// The same JSON, with each such character of its strings as \uXXXX. Whoever sees the text next may
 /// see it on a terminal, so this is done to all JSON, wherever it goes.
-/// \param json  a valid JSON text, UTF-8; outside of its strings there are none of them.
+/// \param json  a valid JSON text, UTF-8; outside its strings there are none of them.
 std::string EscapeHidden(std::string json);
 
 /// Columns the text takes: wide East Asian characters count two, combining marks none.

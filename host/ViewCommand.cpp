@@ -141,7 +141,7 @@ class Viewer {
         return Call("setCertificate", octets) || Call("setStructure", octets);
     }
 
-    // Such a one titles itself anew with every certificate and language.
+    // Such a window titles itself anew with every certificate and language.
     void SetFileName(const QString& name) {
         if (name.isEmpty()) {
             return;

@@ -33,7 +33,7 @@ constexpr const char* kFooter = R"(Exit codes:
   5  the module crashed, ended the process or exceeded --timeout
 
 `cmhost COMMAND --help` shows the options of a command with examples. A file whose
-name begins with - is written as ./-name, or stands behind --.)";
+name begins with - is written as ./-name, or stands after --.)";
 
 int Report(const char* text, int exitCode) {
     host::Note(text);

@@ -115,7 +115,7 @@ std::string Comment(std::string_view text) {
     for (const char c : text) {
         const bool endsComment = c == '/' && !out.empty() && out.back() == '*';
         if (c == '\n' || c == '\r' || endsComment) {
-            // A line break or the end of a comment inside of a text becomes a blank.
+            // A line break or the end of a comment inside a text becomes a blank.
             out += out.ends_with(' ') ? "" : " ";
         } else {
             out += c;

@@ -305,7 +305,7 @@ const FileData* CryptResponse::RawFileData() {
     return attachBinary ? FindFileData(objects) : nullptr;
 }
 
-// Without a result there is nothing to send, which is no failure.
+// Without a result there is nothing to send, which is not a failure.
 void CryptPacket::UploadFileData(std::uint32_t timeoutMs) {
     const FileData* result = FindFileData(response.objects);
     if (result == nullptr) {

@@ -46,7 +46,7 @@ void LogFailure(std::uint32_t code, const wchar_t* text) {
 void ReportFailure(std::uint32_t code, ca::CryptResponse& response) {
     LogFailure(code, L"");
     response.errorCode = code;
-    response.errorMessage = GetErrorMessage(code, true);
+    response.errorMessage = GetErrorMessage(code, /*prefix=*/true);
 }
 
 // The line about a payload. It takes 5.3 times the payload's octets, so it is made in its place,
@@ -184,7 +184,7 @@ void CryptoModule::ProcessJson(CMPacket& packet) {
         ReportFailure(failure.errorCode, call.response);
     } catch (const Exception& failure) {
         if (!failure.message.empty()) {
-            LogLine(RaisedAt(failure) + L": " + failure.message, true);
+            LogLine(RaisedAt(failure) + L": " + failure.message, /*isError=*/true);
         }
         ReportFailure(failure.errorCode, call.response);
     }
@@ -204,7 +204,7 @@ void CryptoModule::AnswerFailure(CMPacket& packet, const char* why) {
     try {
         CryptResponse response;
         response.errorCode = kErrExecution;
-        response.errorMessage = ::GetErrorMessage(kErrExecution, true);
+        response.errorMessage = ::GetErrorMessage(kErrExecution, /*prefix=*/true);
         SetAnswer(packet, response);
     } catch (const std::bad_alloc&) {
         // Deliberate: no memory for the text; null says so.
@@ -217,7 +217,7 @@ void CryptoModule::LogPayload(CryptPacket& packet) const {
     if (payload == nullptr) {
         return;
     }
-    LogEvent(PayloadLine(payload->Octets()).c_str(), false);
+    LogEvent(PayloadLine(payload->Octets()).c_str(), /*isError=*/false);
 }
 
 bool CryptoModule::ReadConfig() {
@@ -318,9 +318,9 @@ bool CCryptoModule::Init(LogCallback log) {
     }
     // Now that there is a log.
     for (std::wstring& warning : TakeWarnings()) {
-        ca::LogLine(std::move(warning), true);
+        ca::LogLine(std::move(warning), /*isError=*/true);
     }
-    LogEvent(SetZORNAMessage(kMsgModuleInitialized), false);
+    LogEvent(SetZORNAMessage(kMsgModuleInitialized), /*isError=*/false);
     return true;
 }
 
@@ -337,7 +337,7 @@ void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interacti
     const bool mayUseKeys = m_config.GetAllowServicePrivateKeyAccess() || interactive;
     // It makes the client known, refreshes it, and lets no sweep take it while the request runs.
     CCallContext context(packet, this, mayUseKeys);
-    ca::LogLine(L"clientId =  " + packet.request.clientId, false);
+    ca::LogLine(L"clientId =  " + packet.request.clientId, /*isError=*/false);
 
     CancellationToken token;
     const CTokenLink link(packet, token);
@@ -360,11 +360,11 @@ void CCryptoModule::ProcessClientRequest(ca::CryptPacket& packet, bool interacti
         return;
     }
     if (packet.response.errorMessage.empty()) {
-        packet.response.errorMessage = GetErrorMessage(packet.response.errorCode, true);
+        packet.response.errorMessage = GetErrorMessage(packet.response.errorCode, /*prefix=*/true);
     }
     // A test call leaves no trace of an operation in the log.
     if (!packet.request.test) {
-        LogEvent(L"<", false);
+        LogEvent(L"<", /*isError=*/false);
     }
 }
 
@@ -379,7 +379,7 @@ void CCryptoModule::RunMode(ca::CryptPacket& packet) {
     }
     if (row->handler != nullptr && !packet.request.test) {
         packet.context->RequestParams();  // what breaks their grammar runs nothing
-        LogEvent(row->logText, false);
+        LogEvent(row->logText, /*isError=*/false);
         (this->*row->handler)(packet);
     }
 }

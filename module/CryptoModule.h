@@ -32,9 +32,9 @@ class CryptoModule {
     /// exceptions leave, the packet's answer being untouched then.
     void ProcessJson(CMPacket& packet);
 
-    /// Answers 16197 to a request that ended in an exception outside of these layers; without
+    /// Answers 16197 to a request that ended in an exception outside these layers; without
     /// memory even for that, null and size 0. Throws nothing but the unwinding of a cancelled
-    /// thread. Not to be called inside of a handler.
+    /// thread. Not to be called inside a handler.
     /// \param why  what the exception said, UTF-8; for the log.
     static void AnswerFailure(CMPacket& packet, const char* why);
 
@@ -123,8 +123,9 @@ class CCryptoModule : public ca::CryptoModule {
     void RunMode(ca::CryptPacket& packet);
 
     // The handlers, by subject in ops/. Each reads the packet's request, asks the provider where an
-    // operation is the provider's, puts the results into the response's container, and fails by throwing ca::Exception, whose text says what the code does
-    // not. The dispatch logs code, text and source position, unless ca::LogError() threw it.
+    // operation is the provider's, puts the results into the response's container, and fails by
+    // throwing ca::Exception, whose text says what the code does not. The dispatch logs code, text
+    // and source position, unless ca::LogError() threw it.
     void Encrypt(ca::CryptPacket& packet);
     void Sign(ca::CryptPacket& packet);
     void Verify(ca::CryptPacket& packet);

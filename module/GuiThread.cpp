@@ -62,7 +62,7 @@ class CGuiCall {
         if (!Advance(Stage::kQueued, Stage::kRunning)) {
             return;
         }
-        const ca::CCancelShield shield;  // Qt does not clean up behind half a window
+        const ca::CCancelShield shield;  // Qt does not clean up after half a window
         const CFinish finish(*this);
         try {
             m_code = m_task();
@@ -190,8 +190,8 @@ std::uint32_t RunInGuiThread(GuiTask task, milliseconds wait) {
     const auto call = std::make_shared<CGuiCall>(std::move(task));
     if (CanShowWidgets()) {
         call->Run();
-        // Between the question above and this the application may have ended: Post() asks again under
-        // the lock.
+        // Between the question above and this the application may have ended: Post() asks again
+        // under the lock.
     } else if (!Post(call)) {
         return kErrServiceMode;
     }

@@ -93,7 +93,8 @@ class IProvider {
     /// Whether verdicts of this provider are real ones; then viewers show them.
     virtual bool Verifies() const noexcept { return false; }
     /// What says of each signature of the message how it stands with it, for as long as the views
-    /// of `what` are good; null: none is verified. Where the message is no signed one, nobody asks.
+    /// of `what` are good; null: none is verified. Where the message is not a signed one, nobody
+    /// asks.
     virtual std::unique_ptr<ISignatureJudge> Verify(CProviderCall& call,
                                                     const VerifyArguments& what);
     virtual void VerifyRaw(CProviderCall& call, const RawSignature& what,

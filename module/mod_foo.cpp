@@ -1,5 +1,5 @@
 // The entry points only: null checks, one call, nothing thrown past them but the unwinding of a
-// thread that is cancelled or ends inside of the host's callback: who stops that stops the process.
+// thread that is cancelled or ends inside the host's callback: who stops that stops the process.
 
 #include "module/mod_foo.h"
 
@@ -40,7 +40,7 @@ void CM_ProcessClientRequest(void* module, CMPacket* packet) {
     } catch (...) {
         ca::LetThreadEnd();
     }
-    // Outside of the handlers: the report may end the thread, too.
+    // Outside the handlers: the report may end the thread, too.
     ca::CryptoModule::AnswerFailure(*packet, why);
 }
 

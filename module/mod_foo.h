@@ -8,9 +8,9 @@
  * CM_Init(), hands it requests with CM_ProcessClientRequest() from any number of threads, and frees
  * it with CM_Free(). Nothing is ever thrown through these functions.
  *
- * A thread may be cancelled (pthread_cancel), or end inside of the log callback, while it creates a
+ * A thread may be cancelled (pthread_cancel), or end inside the log callback, while it creates a
  * module or runs a request: it unwinds, what the call holds is released, and no answer is made. In
- * CM_Free(), in the GUI thread's work and inside of network transfers' steps a cancellation waits.
+ * CM_Free(), in the GUI thread's work and inside network transfers' steps a cancellation waits.
  *
  * A child of fork() goes on with the modules of its parent, wherever the parent's other threads
  * were. Requests that show a window are refused there (16131), unless the thread of the application
@@ -39,7 +39,7 @@ extern "C" {
  *
  * Request framing: UTF-8 JSON text, an object. The text ends at the first NUL inside
  * `requestLength`, or at `requestLength` when there is none. With the key "fileDataSize": N the N
- * octets behind that NUL are the request's file data.
+ * octets after that NUL are the request's file data.
  *
  * Answer framing: UTF-8 JSON text and one NUL. Without raw data `responseSize` is the length of the
  * text, the NUL not counted. When the request came with "fileDataSize" and the answer holds file
@@ -112,7 +112,7 @@ MOD_FOO_EXPORT void CM_ProcessClientRequest(void* module, CMPacket* packet);
  * Releases the module; null is ignored. No request of it may be running.
  *
  * Afterwards its callback is not called any more, by windows left open neither, so that the host
- * may unload the callback's code: calls that other threads are inside of are waited for, five
+ * may unload the callback's code: calls that other threads are inside are waited for, five
  * seconds at most. A callback that another module was created with as well stays in use for that
  * one.
  */
@@ -125,7 +125,7 @@ class CCertInfoDlg;
 
 /// A new viewer of certificates and of the files that hold them, to be shown by the caller; it
 /// deletes itself when closed. It stays on top of other windows and takes the keyboard focus. Null
-/// without a running Qt GUI application, and outside of its GUI thread.
+/// without a running Qt GUI application, and outside its GUI thread.
 /// The symbol is decorated: "_Z17createCertInfoDlgv" (Itanium C++ ABI).
 ///
 /// The viewer is a QDialog, and the address is that of its QObject:

@@ -9,7 +9,7 @@ namespace ca {
 /// a million of them. So each list of an answer goes on while there is room for its next element
 /// and counts the others; and the text of one value is cut to what is left (MaxValueText()).
 ///
-/// The outermost one of a thread counts. Those inside of it, which functions make that may also be
+/// The outermost one of a thread counts. Those inside it, which functions make that may also be
 /// called by themselves, draw on it. It is far more than what real objects become: a certificate
 /// takes some 25 times its octets, but alone; in a list, where it is kept as text, 4 to 6 times.
 class CAnswerBudget {
@@ -30,8 +30,8 @@ class CAnswerBudget {
 
     /// Octets that this thread may take; without a budget as many as there are.
     static std::size_t Left() noexcept;
-    /// Whether a list goes on with an element of so many octets: what such a one usually becomes
-    /// must fit, so that its texts are not cut.
+    /// Whether a list goes on with an element of so many octets: what such an element usually
+    /// becomes must fit, so that its texts are not cut.
     /// \param besides  octets of memory that will be taken later.
     static bool HasRoomFor(std::size_t octets, std::size_t besides = 0) noexcept;
     /// Takes octets, or what is left.

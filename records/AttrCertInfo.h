@@ -10,7 +10,7 @@
 
 namespace ca {
 
-/// Describes one attribute certificate (RFC 5755 4). Text forms as in CertInfo.
+/// Describes one attribute certificate (RFC 5755, 4). Text forms as in CertInfo.
 class AttrCertInfo : public ISerializable {
   public:
     /// A missing key gives its default. Throws ca::Exception 16300 for a wrong type.

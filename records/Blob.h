@@ -43,7 +43,7 @@ class Blob {
     void AssignZeros(std::uint32_t size);
 
     /// Holds the octets of a JSON string of Base64; what was held is freed first.
-    /// Throws ca::Exception 16300 when the value is no string (what was held then stays), 16118
+    /// Throws ca::Exception 16300 when the value is not a string (what was held then stays), 16118
     /// when nothing decodes, 16197 when out of memory.
     void AssignBase64(const JsonValue& value);
 

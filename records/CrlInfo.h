@@ -39,7 +39,7 @@ class RevokedCertCollection : public CRecordSequence<OwnedPtr<RevokedCert>, CLaz
     void AddOctets(RecordOctets&) const {}
 };
 
-/// Describes one certificate revocation list (RFC 5280 5). Text forms as in CertInfo.
+/// Describes one certificate revocation list (RFC 5280, 5). Text forms as in CertInfo.
 class CrlInfo : public ISerializable {
   public:
     /// A missing key gives its default. Throws ca::Exception 16300 for a wrong type.

@@ -17,7 +17,7 @@ constexpr std::size_t kMostThen = 64 << 20;
 // is reserved and not written costs no memory. Where it grows beyond, the system moves its pages.
 std::size_t RoomFor(std::size_t size) {
     const std::size_t left = ca::CAnswerBudget::Left();
-    // Outside of any budget: a margin, as nothing says how much will come.
+    // Outside any budget: a margin, as nothing says how much will come.
     if (left == SIZE_MAX) {
         return kMargin;
     }

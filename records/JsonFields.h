@@ -111,8 +111,8 @@ void WriteJson(JsonWriter& writer, const std::vector<Element>& elements) {
     writer.EndArray();
 }
 
-/// Appends one new element for each of the array; nothing changes when the value is no array, and
-/// when an element throws.
+/// Appends one new element for each of the array; nothing changes when the value is not an array,
+/// and when an element throws.
 template <class Element>
 void AppendJson(const JsonValue& value, std::vector<Element>& elements) {
     if (!value.IsArray()) {
@@ -131,7 +131,7 @@ void AppendJson(const JsonValue& value, std::vector<Element>& elements) {
                     std::make_move_iterator(fresh.end()));
 }
 
-/// Replaces the elements by those of the array; nothing changes when the value is no array.
+/// Replaces the elements by those of the array; nothing changes when the value is not an array.
 template <class Element>
 void ReadJson(const JsonValue& value, std::vector<Element>& elements) {
     if (value.IsArray()) {

@@ -97,12 +97,12 @@ std::string_view TakeHeaders(std::string_view& body) {
     if (colon == std::string_view::npos) {
         return {};
     }
-    const std::size_t behind = colon + AfterBlankLine(body.substr(colon));
-    if (behind >= body.size()) {
+    const std::size_t after = colon + AfterBlankLine(body.substr(colon));
+    if (after >= body.size()) {
         return {};
     }
-    const std::string_view headers = body.substr(0, behind);
-    body.remove_prefix(behind);
+    const std::string_view headers = body.substr(0, after);
+    body.remove_prefix(after);
     return headers;
 }
 

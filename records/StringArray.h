@@ -17,7 +17,7 @@ class StringArray : public ISerializable, public CRecordSequence<std::wstring> {
     explicit StringArray(int type) : m_type(type) {}
 
     /// Appends the elements; a value that is not an array changes nothing.
-    /// Throws ca::Exception 16300 when an element is no string; nothing is appended then.
+    /// Throws ca::Exception 16300 when an element is not a string; nothing is appended then.
     void FromJson(const JsonValue& value) override;
     void ToJson(JsonWriter& writer) const override;
     int GetType() const override { return m_type; }

@@ -74,7 +74,7 @@ class CAsn1EnvelopeView : public CAsn1ViewOf<CAsn1EnvelopedData> {
 
     /// What stands in the place of the recipients: a SET where all is well.
     CAsn1Element RecipientInfos() const { return Member(RecipientInfosIndex()); }
-    /// Why that is no SET, with the offset from the envelope.
+    /// Why that is not a SET, with the offset from the envelope.
     ca::Exception RecipientInfosFault() const;
 
   private:

@@ -63,7 +63,7 @@ class CAsn1GeneralNameView : public CAsn1ViewOf<CAsn1GeneralName> {
   public:
     using CAsn1ViewOf::CAsn1ViewOf;
 
-    /// None of the enumerators for an element that is no general name.
+    /// None of the enumerators for an element that is not a general name.
     Asn1GeneralNameForm Form() const { return static_cast<Asn1GeneralNameForm>(Element().tag); }
     /// The Name inside; nothing in other forms.
     CAsn1NameView DirectoryName() const {

@@ -4,7 +4,7 @@
 #include "asn1/Asn1Members.h"
 #include "asn1/Asn1Strings.h"
 
-// The originator/recipient address of X.400, as RFC 5280 A.1 has it.
+// The originator/recipient address of X.400, as RFC 5280, A.1 has it.
 
 // CHOICE { numeric NumericString, printable PrintableString }, as most members of addresses.
 class CAsn1NumericOrPrintable : public CAsn1TypedObject {

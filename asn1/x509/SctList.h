@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-// Lists of certificate transparency stamps. They are TLS structures (RFC 8446 3), not ASN.1:
+// Lists of certificate transparency stamps. They are TLS structures (RFC 8446, 3), not ASN.1:
 // lengths of a fixed number of octets in front of what they measure, the most significant octet
 // first.
 
@@ -36,8 +36,8 @@ class CSctList {
     /// The next stamp's octets; false at the end. Throws kErrAsn1Corrupted for one that is cut off.
     bool Next(std::span<const unsigned char>& stamp);
 
-    /// Reads one. Throws kErrAsn1Corrupted for octets that are not a stamp of version 1, for another
-    /// version all but the version is left empty.
+    /// Reads one. Throws kErrAsn1Corrupted for octets that are not a stamp of version 1, for
+    /// another version all but the version is left empty.
     static CSignedCertificateTimestamp Read(std::span<const unsigned char> stamp);
 
   private:

@@ -74,7 +74,7 @@ void AnswerAttributes(ca::CryptPacket& packet, const std::vector<ca::PayloadItem
                      return ca::IsInside(first, element);
                  }));
     packet.Response().SetObject(info.release(), /*clear=*/true);
-    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), /*isError=*/false);
 }
 
 }  // namespace
@@ -102,8 +102,8 @@ CertificateBundle RequireCertificates(const std::vector<PayloadItem>& items, boo
     return bundle;
 }
 
-// Each is read as it would be described; the first that is none ends the operation before anything
-// is stored.
+// Each is read as it would be described; the first that is not one ends the operation before
+// anything is stored.
 void CheckCertificates(const std::vector<PayloadItem>& items) {
     for (const auto& certificate : RequireCertificates(items).certificates) {
         const CBudgetLoan loan;
@@ -123,7 +123,7 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
         ca::CProviderCall call(packet, *this);
         packet.Response().SetObject(
             m_provider->FindCert(call, packet.request.senderCertId).release(), /*clear=*/true);
-        LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+        LogEvent(SetZORNAMessage(kMsgCertInfoReturned), /*isError=*/false);
         return;
     }
     const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
@@ -150,7 +150,7 @@ void CCryptoModule::GetCertInfo(ca::CryptPacket& packet) {
     } else {
         AnswerAll(packet, bundle, others);
     }
-    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), false);
+    LogEvent(SetZORNAMessage(kMsgCertInfoReturned), /*isError=*/false);
 }
 
 // Hands the objects of the file data to the provider.

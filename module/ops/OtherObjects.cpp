@@ -68,7 +68,7 @@ class COtherObjects {
     void AddInside(std::size_t item, std::span<const unsigned char> object) {
         const auto offset = static_cast<std::size_t>(object.data() - m_items[item].octets.data());
         Add(item, offset, [&] {
-            // AttributeCertificateV1 [1], AttributeCertificateV2 [2] (RFC 5652 10.2.2)
+            // AttributeCertificateV1 [1], AttributeCertificateV2 [2] (RFC 5652, 10.2.2)
             const bool isAttributes =
                 object[0] == ca::ContextConstructed(1) || object[0] == ca::ContextConstructed(2);
             return isAttributes ? ca::FindObjectKind("attributeCertificate")->Name()

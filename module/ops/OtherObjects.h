@@ -22,7 +22,7 @@ inline bool IsInside(std::span<const unsigned char> part, std::span<const unsign
 
 /// Says what a payload holds beside what an operation describes, for "Error", a line each:
 /// `Not described: object 2 "X509 CRL": certificate revocation list`, damaged PEM blocks and octets
-/// behind an object too; "" when all is described. Cost is linear.
+/// after an object too; "" when all is described. Cost is linear.
 /// \param items  as DecodePayload() found them.
 /// \param inMessages  what stands among the certificates of a signed message, and its lists, too.
 std::wstring SayOthers(const std::vector<PayloadItem>& items, const IsDescribed& isDescribed,

@@ -50,7 +50,7 @@ void CCryptoModule::GetCRL(ca::CryptPacket& packet) {
                      return item == found.item && ca::IsInside(found.octets, element);
                  }));
     packet.Response().SetObject(info.release(), /*clear=*/true);  // the container owns it now
-    LogEvent(SetZORNAMessage(kMsgCrlInfoReturned), false);
+    LogEvent(SetZORNAMessage(kMsgCrlInfoReturned), /*isError=*/false);
 }
 
 void CCryptoModule::TranslateCRL2(ca::CryptPacket& packet) {

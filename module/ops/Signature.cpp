@@ -18,7 +18,7 @@
 
 namespace {
 
-// RFC 7468 8, 9: the armour in which a message that is signed again may come.
+// RFC 7468, 8, 9: the armour in which a message that is signed again may come.
 ca::CLazy<std::vector<ca::Base64Wrapper>> messageWrappers([] {
     return std::vector<ca::Base64Wrapper>{
         {"-----BEGIN CMS-----", "-----END CMS-----"},

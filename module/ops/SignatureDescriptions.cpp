@@ -83,8 +83,8 @@ std::vector<ca::PayloadItem> RefusedItems(ca::CryptPacket& packet) {
     return items;
 }
 
-// The list of signatures; sets whether the content is enclosed. A message that nobody signed must not
-// read as a signed one: 16308, as for no message.
+// The list of signatures; sets whether the content is enclosed. A message that nobody signed must
+// not read as a signed one: 16308, as for no message.
 std::unique_ptr<ca::SignInfos> DescribeAll(ca::CryptPacket& packet, const Judges& judges = {}) {
     const std::vector<ca::PayloadItem> items = SignaturePayload(packet);
     auto signatures = std::make_unique<ca::SignInfos>();
@@ -103,7 +103,7 @@ void CCryptoModule::GetSignInfo(ca::CryptPacket& packet) {
     const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     auto signatures = DescribeAll(packet);
     packet.Response().SetObject(signatures.release(), /*clear=*/true);  // the container owns it now
-    LogEvent(SetZORNAMessage(kMsgSignInfoReturned), false);
+    LogEvent(SetZORNAMessage(kMsgSignInfoReturned), /*isError=*/false);
 }
 
 // The same list, for hosts that ask for the flag beside it.
@@ -111,8 +111,8 @@ void CCryptoModule::GetSignType(ca::CryptPacket& packet) {
     GetSignInfo(packet);
 }
 
-// Describes the signatures with the provider's verdicts. The file data beside "sendSignData" is what
-// a signature that stands apart signs.
+// Describes the signatures with the provider's verdicts. The file data beside "sendSignData" is
+// what a signature that stands apart signs.
 void CCryptoModule::Verify(ca::CryptPacket& packet) {
     const ca::CAnswerBudget budget(ca::OctetsToDescribe(packet));
     const auto content =
@@ -122,7 +122,7 @@ void CCryptoModule::Verify(ca::CryptPacket& packet) {
     auto signatures = DescribeAll(packet, [&](std::span<const unsigned char> message) {
         return m_provider->Verify(call, {message, content, extracted.get()});
     });
-    LogEvent(signatures->items.front()->verifyResult.c_str(), false);
+    LogEvent(signatures->items.front()->verifyResult.c_str(), /*isError=*/false);
     packet.Response().SetObject(signatures.release(), /*clear=*/true);  // the container owns it now
     if (extracted != nullptr && extracted->data() != nullptr) {
         packet.Response().SetObject(extracted.release(), /*clear=*/false);
@@ -160,5 +160,5 @@ void CCryptoModule::GetSignInfo2(ca::CryptPacket& packet) {
                             ca::SayRefused(RefusedItems(packet), &ca::SignedMessageFault));
     }
     packet.Response().SetObject(lists.release(), /*clear=*/true);  // the container owns it now
-    LogEvent(SetZORNAMessage(kMsgSignInfoReturned), false);
+    LogEvent(SetZORNAMessage(kMsgSignInfoReturned), /*isError=*/false);
 }

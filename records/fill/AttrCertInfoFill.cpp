@@ -116,7 +116,7 @@ void FillPeriod(const CAsn1AttCertValidityPeriod* period, AttrCertInfo& record) 
 void FillAttributes(const CAsn1SequenceOf<CAsn1Attribute>* attributes, AttrCertInfo& record) {
     CAsn1Cursor cursor(attributes != nullptr ? attributes->ContentOctets()
                                              : std::span<const unsigned char>());
-    std::vector<Octets> types;  // each stands once (RFC 5755 4.2.7)
+    std::vector<Octets> types;  // each stands once (RFC 5755, 4.2.7)
     while (!cursor.AtEnd() && record.attributes.items.size() < ca::kMaxListed) {
         const CAsn1Cursor before = cursor;
         CAsn1Element attribute;

@@ -80,7 +80,7 @@ void FillPublicKey(const CAsn1TbsCertificate& tbs, CertInfo& record) {
     ca::AddError(record.error, key.error);
 }
 
-// Version 1 ends with the key, version 2 with the unique identifiers (RFC 5280 4.1.2.1).
+// Version 1 ends with the key, version 2 with the unique identifiers (RFC 5280, 4.1.2.1).
 void NoteVersion(const CAsn1TbsCertificate& tbs, std::wstring& error) {
     const std::int64_t version = tbs.Version() != nullptr ? IntegerOf(tbs.Version(), -1) : 0;
     const bool hasIds = tbs.IssuerUniqueId() != nullptr || tbs.SubjectUniqueId() != nullptr;
@@ -123,7 +123,7 @@ std::optional<CAsn1Beginning> MendIfCertificate(std::span<const unsigned char> o
     return isWhole ? std::move(cut) : MendTruncated(octets.first(offset));
 }
 
-// What begins as a certificate. Throws ca::Exception 16113 for what is none after all.
+// What begins as a certificate. Throws ca::Exception 16113 for what is not one after all.
 void FillFrom(std::span<const unsigned char> der, CertInfo& record) {
     // kRead: nobody walks the tree of this certificate.
     CAsn1Root<CAsn1Certificate> certificate(der, Asn1Blocks::kRead);

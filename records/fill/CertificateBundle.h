@@ -17,8 +17,8 @@ struct CertificateBundle {
     bool isMessage = false;
 };
 
-/// Collects the certificates of one object: certificates one behind the other, or those that a
-/// SignedData carries (RFC 5652 5.1). Other elements are passed over.
+/// Collects the certificates of one object: certificates one after the other, or those that a
+/// SignedData carries (RFC 5652, 5.1). Other elements are passed over.
 void CollectCertificates(std::span<const unsigned char> object, CertificateBundle& bundle);
 
 /// Stands for no index of a bundle.
@@ -28,8 +28,8 @@ inline constexpr std::size_t kNoCertificate = static_cast<std::size_t>(-1);
 /// is none and for what issued itself. Issuers are found by name and, where stated, key identifier.
 std::vector<std::size_t> FindIssuers(const CertificateBundle& bundle);
 
-/// Index of the one certificate of the bundle that issued no other and whose path of issuers, as far
-/// as it is nested, covers all of them; kNoCertificate when there is no such one.
+/// Index of the one certificate of the bundle that issued no other and whose path of issuers, as
+/// far as it is nested, covers all of them; kNoCertificate when there is none.
 std::size_t FindLeaf(const CertificateBundle& bundle);
 
 /// Records of issuers that may be nested in one description.

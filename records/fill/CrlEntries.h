@@ -11,13 +11,13 @@
 
 namespace ca {
 
-/// One entry of a revocation list as it stands (RFC 5280 5.1.2.6), nothing decoded.
+/// One entry of a revocation list as it stands (RFC 5280, 5.1.2.6), nothing decoded.
 struct CrlEntry {
     std::span<const unsigned char> raw;
     CAsn1RevokedCertificateView members;
     std::size_t index = 0;  ///< place in the list
     /// GeneralNames of the certificate's issuer: from this entry or from the last one before it
-    /// that has them (RFC 5280 5.3.3). Empty for the issuer of the list.
+    /// that has them (RFC 5280, 5.3.3). Empty for the issuer of the list.
     std::span<const unsigned char> certificateIssuer;
 
     const CAsn1Element& Serial() const { return members.UserCertificate(); }
@@ -33,14 +33,14 @@ class CCrlWalk {
     /// Goes on where another walk stood: \param entries  from `reached` on, an entry of it.
     CCrlWalk(std::span<const unsigned char> entries, const CrlPage& page, const CrlEntry& reached);
 
-    /// Steps to the next entry of the page; false when there is no more. Octets that are no element
-    /// are the last entry, which is not whole then.
+    /// Steps to the next entry of the page; false when there is no more. Octets that are not an
+    /// element are the last entry, which is not whole then.
     bool Next();
     const CrlEntry& Entry() const { return m_entry; }
 
     /// Entries of the whole list. The walk is over then.
     std::size_t CountAll();
-    /// True when the walk met octets that are no element.
+    /// True when the walk met octets that are not an element.
     bool IsBroken() const { return m_isBroken; }
 
   private:

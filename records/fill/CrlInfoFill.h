@@ -25,7 +25,7 @@ struct CrlPage {
 /// The page that a call's parameters ask for: CRL_FIRST, CRL_COUNT (decimal), CRL_SERIAL
 /// (hexadecimal digits as SerialText() shows them, with "-" in front of a negative number; blanks
 /// and colons between them allowed).
-/// Throws ca::Exception 16268, with a message that names the item, for a value that is no such
+/// Throws ca::Exception 16268, with a message that names the item, for a value that is not such a
 /// number.
 CrlPage ReadCrlPage(const InitString& parameters);
 
@@ -33,13 +33,13 @@ CrlPage ReadCrlPage(const InitString& parameters);
 /// empty when there is none.
 std::span<const unsigned char> FindCrl(std::span<const unsigned char> object);
 
-/// Describes a certificate revocation list (RFC 5280 5).
+/// Describes a certificate revocation list (RFC 5280, 5).
 ///
 /// The record holds a copy of the octets, from which the entries are described when it is written;
 /// what is not described costs no memory. What cannot be read leaves its fields empty, or as
-/// "Unreadable value: " and digits, and is named in `record.error`; everything else is filled, as far
-/// as there is room for it (CAnswerBudget). Cost is linear in the octets.
-/// \param der     the list as received; kept as it is. Octets behind it are named as a fault.
+/// "Unreadable value: " and digits, and is named in `record.error`; everything else is filled, as
+/// far as there is room for it (CAnswerBudget). Cost is linear in the octets.
+/// \param der     the list as received; kept as it is. Octets after it are named as a fault.
 /// \param record  a fresh one.
 /// Throws ca::Exception 16306 for octets that do not look like a list.
 void FillCrlInfo(std::span<const unsigned char> der, const CrlPage& page, CrlInfo& record);

@@ -22,8 +22,8 @@ void FillExtensions(const CAsn1Extensions& list, CertInfoExtensionCollection& re
 void FillExtensions(std::span<const unsigned char> content, CertInfoExtensionCollection& records,
                     std::wstring& error, const ExtensionVisitor& visit = {});
 
-/// Appends the record of one attribute of an attribute certificate (RFC 5755, 4.4); what is wrong is
-/// added to `error`. The raw data is the encoding of its values, one behind the other.
+/// Appends the record of one attribute of an attribute certificate (RFC 5755, 4.4); what is wrong
+/// is added to `error`. The raw data is the encoding of its values, one after the other.
 void FillAttribute(const CAsn1AttributeView& attribute, CertInfoAttributeCollection& records,
                    std::wstring& error);
 

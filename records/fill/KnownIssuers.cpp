@@ -24,7 +24,7 @@ constexpr std::size_t kMaxFiles = 4096;
 constexpr std::size_t kMaxFileSize = 1U << 20;
 constexpr std::size_t kMaxOctets = 16U << 20;  // of all files
 
-// The names of a directory's files in order; the path itself when it is none.
+// The names of a directory's files in order; the path itself when it is not one.
 std::vector<std::string> FilesOf(const std::string& path) {
     std::error_code fault;
     std::vector<std::string> files;
@@ -138,7 +138,7 @@ void KnownIssuers::Extend(CertInfo2& record) const {
         try {
             FillCertInfo(der, *description);
         } catch (const Exception&) {
-            return;  // a damaged file is no fault of the request
+            return;  // a damaged file is not the request's fault
         }
         shown.push_back(description->id);
         at->issuerCert = std::move(description);

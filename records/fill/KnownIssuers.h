@@ -27,7 +27,7 @@ class KnownIssuers {
 
     std::size_t Count() const noexcept { return m_certificates.size(); }
 
-    /// Nests the records of further issuers behind the last one of `record`, as far as they are
+    /// Nests the records of further issuers after the last one of `record`, as far as they are
     /// known and to a bounded depth. An issuer is found by name, and by key identifier where both
     /// certificates have one; where that leaves several, none is taken.
     void Extend(CertInfo2& record) const;

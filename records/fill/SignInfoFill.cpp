@@ -356,7 +356,7 @@ std::span<const unsigned char> FindSignedData(std::span<const unsigned char> obj
 
 namespace {
 
-// An element in a list that is not of the list's kind, or octets that are no element.
+// An element in a list that is not of the list's kind, or octets that are not an element.
 std::wstring OddElementFault(std::string_view list, Octets odd, std::size_t offset) {
     CAsn1Element element;
     const Asn1Fault fault = CAsn1Cursor(odd).Next(element);

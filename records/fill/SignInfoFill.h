@@ -14,8 +14,8 @@ inline constexpr std::size_t kMaxSignatures = 10000;
 /// Countersignatures nested in one another that are described.
 inline constexpr unsigned kMaxCountersigned = 16;
 
-/// The SignedData (RFC 5652 5.1, RFC 2315 9.1) in one object: a ContentInfo's, that of the token in
-/// a time-stamp response which grants one (RFC 3161 2.4.2), or the object itself. A view; empty
+/// The SignedData (RFC 5652, 5.1, RFC 2315, 9.1) in one object: a ContentInfo's, that of the token
+/// in a time-stamp response which grants one (RFC 3161, 2.4.2), or the object itself. A view; empty
 /// when there is none.
 std::span<const unsigned char> FindSignedData(std::span<const unsigned char> object);
 
@@ -30,14 +30,14 @@ std::span<const unsigned char> FindSignedData(std::span<const unsigned char> obj
 /// \param object      what may hold a message, see FindSignedData(); kept as it is. Offsets in
 ///                    texts count from its first octet.
 /// \param signatures  gets the signatures, at most kMaxSignatures with all that is nested. Those
-///                    behind the first one of all are kept as text.
+///                    after the first one of all are kept as text.
 /// \param judge       is asked for each signature, those on others too; null: none is.
 /// \return whether the message encloses its content, be it empty; none for no signed data.
 std::optional<bool> FillSignInfos(std::span<const unsigned char> object, SignInfos& signatures,
                                   ISignatureJudge* judge = nullptr);
 
 /// Describes one signature of a message, as FillSignInfos() does among the others.
-/// \param signer  its SignerInfo as encoded, inside of `object`; that of a countersignature too.
+/// \param signer  its SignerInfo as encoded, inside `object`; that of a countersignature too.
 /// \param record  a fresh one.
 /// \return false for no signed data.
 bool FillSignInfo(std::span<const unsigned char> object, std::span<const unsigned char> signer,

@@ -60,8 +60,8 @@ void TakeAddress(Value value, SignatureFacts& facts) {
     }
 }
 
-// A signed attribute stands once (RFC 5652 11, RFC 5035 3): of two signing times nobody knows which
-// one a verifier goes by. Only time stamps of the content may be several.
+// A signed attribute stands once (RFC 5652, 11, RFC 5035, 3): of two signing times nobody knows
+// which one a verifier goes by. Only time stamps of the content may be several.
 bool StandsOnce(const CAsn1Attribute& attribute) {
     return attribute.Type() != nullptr &&
            !ca::IsOid(OctetsOf(attribute.Type()), "id-aa-ets-contentTimestamp");
@@ -69,15 +69,15 @@ bool StandsOnce(const CAsn1Attribute& attribute) {
 
 struct FactRow {
     ca::COid type;
-    bool isSignedOnly;  // what anybody may add later is no fact
+    bool isSignedOnly;  // what anybody may add later is not a fact
     void (*take)(Value value, SignatureFacts& facts);
 };
 constexpr FactRow kFacts[] = {
-    {"id-signingTime", true, TakeTime},
-    {"id-aa-binarySigningTime", true, TakeBinaryTime},
-    {"signingDescription", false, TakeDescription},
-    {"id-aa-contentHint", false, TakeContentHint},
-    {"spcSpOpusInfo", false, TakeAddress},
+    {"id-signingTime", /*isSignedOnly=*/true, TakeTime},
+    {"id-aa-binarySigningTime", /*isSignedOnly=*/true, TakeBinaryTime},
+    {"signingDescription", /*isSignedOnly=*/false, TakeDescription},
+    {"id-aa-contentHint", /*isSignedOnly=*/false, TakeContentHint},
+    {"spcSpOpusInfo", /*isSignedOnly=*/false, TakeAddress},
 };
 
 // A value of another type states nothing; the attribute's own text says that it is unreadable.

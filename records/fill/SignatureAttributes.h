@@ -17,10 +17,10 @@ namespace ca {
 
 /// Facts about a signature that its attributes state, wherever they stand in the record.
 struct SignatureFacts {
-    TimeForms signingTime;        ///< the first signingTime (RFC 5652 11.3)
+    TimeForms signingTime;        ///< the first signingTime (RFC 5652, 11.3)
     TimeForms binarySigningTime;  ///< the same in seconds (RFC 6019)
-    std::wstring description;     ///< signingDescription (RFC 2985 5.4.3)
-    std::wstring contentHint;     ///< contentDescription of content hints (RFC 2634 2.9)
+    std::wstring description;     ///< signingDescription (RFC 2985, 5.4.3)
+    std::wstring contentHint;     ///< contentDescription of content hints (RFC 2634, 2.9)
     std::wstring address;         ///< of what a program's publisher says of it
 };
 

@@ -14,7 +14,7 @@ void FillValidity(const TimeForms& from, const TimeForms& to, std::wstring& text
     // An end that could not be read is no reason to call a certificate expired.
     const bool isOutside =
         (from.seconds && now < *from.seconds) || (to.seconds && now > *to.seconds);
-    // Inside of the period nothing is known: only a verification could tell.
+    // Inside the period nothing is known: only a verification could tell.
     number = isOutside ? kErrCertTimeInvalid : kErrNotVerified;
     text = isOutside ? ::GetErrorMessage(kErrCertTimeInvalid, /*prefix=*/false)
                      : SetZORNAMessage(kMsgCertNotVerified);

@@ -9,7 +9,7 @@
 namespace ca {
 
 /// "Validity" and "ValidityNumber" of a certificate with this period. Only what was checked is
-/// said: outside of its period 16123 and its text, otherwise 16199 and "Certificate was not
+/// said: outside its period 16123 and its text, otherwise 16199 and "Certificate was not
 /// verified"; a period that cannot be read was not checked either.
 void FillValidity(const TimeForms& from, const TimeForms& to, std::wstring& text,
                   std::uint32_t& number);

@@ -19,7 +19,7 @@ using ca::Word;
 
 constexpr unsigned kPkcs10Request = 4;
 
-// PKIBody, by the number of its tag (RFC 4210 5.1.2).
+// PKIBody, by the number of its tag (RFC 4210, 5.1.2).
 constexpr Word kBodies[] = {
     Word::kCmpIr,      Word::kCmpIp,      Word::kCmpCr,   Word::kCmpCp,     Word::kCmpP10cr,
     Word::kCmpPopdecc, Word::kCmpPopdecr, Word::kCmpKur,  Word::kCmpKup,    Word::kCmpKrr,

@@ -67,7 +67,7 @@ class CDescriptionBuilder {
     void LeaveOut(std::size_t count);
     /// From now on parts that cannot be read are told by their size: they may be secret.
     void HideOctets() { m_isSecret = true; }
-    /// A part that is no such thing, as octets.
+    /// A part that is not what it should be, as octets.
     void Unreadable(FieldId id, std::span<const unsigned char> octets);
     /// What is wrong, a line each.
     void Fault(std::wstring_view fault);
@@ -76,7 +76,7 @@ class CDescriptionBuilder {
     std::span<const unsigned char> Joined(const CAsn1Object* octetString);
     /// The octets as they are, or made readable when they end too early; that is a fault then.
     std::span<const unsigned char> Mended(std::span<const unsigned char> octets);
-    /// Whether the object ends too early: what is not there may have been behind the end.
+    /// Whether the object ends too early: what is not there may have been after the end.
     bool IsCut() const { return m_isCut; }
     /// That there is none of what may be there; nothing for an object that is cut.
     void Absent(FieldId id, Word word);

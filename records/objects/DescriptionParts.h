@@ -48,11 +48,11 @@ enum class AttributeValues : std::uint8_t {
     kAll,
     kKnown,  ///< beside secrets: of types that the table does not know only the size
 };
-/// Each attribute with its text. Those that request extensions are a list of these, behind it.
+/// Each attribute with its text. Those that request extensions are a list of these, after it.
 void SayAttributeList(CDescriptionBuilder& builder, FieldId id,
                       const CAsn1SetOf<CAsn1Attribute>* attributes, AttributeValues shown);
 
-/// The same for attributes one behind the other, whatever holds them.
+/// The same for attributes one after the other, whatever holds them.
 void SayAttributesIn(CDescriptionBuilder& builder, FieldId id,
                      std::span<const unsigned char> attributes);
 

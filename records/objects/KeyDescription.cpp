@@ -108,7 +108,7 @@ constexpr TraditionalKey kTraditionalKeys[] = {
 
 // ---- Encrypted PEM ----
 
-// The value of a header; "" when there is none (RFC 1421 4.6).
+// The value of a header; "" when there is none (RFC 1421, 4.6).
 std::string_view HeaderOf(std::string_view headers, std::string_view name) {
     const std::size_t at = headers.find(name);
     if (at == std::string_view::npos) {

@@ -10,7 +10,7 @@
 
 namespace ca {
 
-/// What a ContentInfo holds (RFC 5652 3).
+/// What a ContentInfo holds (RFC 5652, 3).
 class CMessage {
   public:
     CMessage(std::span<const unsigned char> contentInfo, CDescriptionBuilder& builder)
@@ -34,7 +34,7 @@ class CMessage {
 /// of their own.
 void SayEncapsulated(CDescriptionBuilder& builder, const CAsn1EncapsulatedContentInfo* content);
 
-/// What a time stamp states (RFC 3161 2.4.2).
+/// What a time stamp states (RFC 3161, 2.4.2).
 void SayTimeStampInfo(CDescriptionBuilder& builder, std::span<const unsigned char> octets);
 
 /// What a trust list is about; its entries are counted.

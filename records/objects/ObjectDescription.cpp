@@ -172,7 +172,7 @@ std::wstring DescriptionField::Caption() const {
 }
 
 void ObjectDescription::ToJson(JsonWriter& writer, unsigned nested) const {
-    // Its own budget when it is written alone; inside of an answer that of the answer.
+    // Its own budget when it is written alone; inside an answer that of the answer.
     const CAnswerBudget budget(octets);
     writer.StartObject();
     FieldWriter(writer, nested).Members(fields);

@@ -91,14 +91,14 @@ const ObjectKind* FindByContent(const Candidate& object) {
 }
 
 // A trust list without its own identifier and length: what the signature of a PKCS #7 message is
-// made over (RFC 2315 9.3), and what programs save as the content of one.
+// made over (RFC 2315, 9.3), and what programs save as the content of one.
 const ObjectKind* FindByMembers(std::span<const unsigned char> octets) {
     const ObjectKind* const list = FindObjectKind("trustList");
     const CAsn1Element whole{kAsn1Sequence, /*indefinite=*/false, octets, octets};
     return HasShape(whole, list->shapes) ? list : nullptr;
 }
 
-// RFC 1421 4.6.1.1: what is in such a block is nobody's to read.
+// RFC 1421, 4.6.1.1: what is in such a block is nobody's to read.
 bool IsEncryptedPem(const ObjectSource& source) {
     return source.label.ends_with("PRIVATE KEY") &&
            source.headers.find("ENCRYPTED") != std::string_view::npos;

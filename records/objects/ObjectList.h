@@ -27,7 +27,7 @@ struct ObjectList {
 };
 
 /// Finds the objects in the items of a payload: each item is one, and so is every further element
-/// in it of a known kind, be it cut off; other octets belong to the object in front of them.
+/// in it of a known kind, even one cut off; other octets belong to the object in front of them.
 /// \param most  objects that are told apart.
 /// The result views the items. Cost is linear.
 ObjectList ListObjects(const std::vector<PayloadItem>& items, std::size_t most);

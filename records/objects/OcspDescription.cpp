@@ -23,7 +23,7 @@ using ca::FieldId;
 using ca::Of;
 using ca::Word;
 
-// OCSPResponseStatus, by its number (RFC 6960 4.2.1). 4 is not used.
+// OCSPResponseStatus, by its number (RFC 6960, 4.2.1). 4 is not used.
 constexpr Word kStatuses[] = {Word::kOcspSuccessful,  Word::kOcspMalformed, Word::kOcspInternal,
                               Word::kOcspTryLater,    Word::kUnknownStatus, Word::kOcspSigRequired,
                               Word::kOcspUnauthorized};

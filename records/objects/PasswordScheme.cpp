@@ -7,7 +7,7 @@
 
 #include <string_view>
 
-// Encryption with a password (RFC 8018, RFC 7292 B, RFC 7914).
+// Encryption with a password (RFC 8018, RFC 7292, B, RFC 7914).
 
 namespace {
 

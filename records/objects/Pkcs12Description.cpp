@@ -176,7 +176,7 @@ void SayMac(CDescriptionBuilder& builder, const CAsn1MacData* mac) {
     const CDescriptionBuilder::Level level(builder, FieldId::kMac, FieldForm::kGroup);
     ca::SayPasswordScheme(builder, FieldId::kAlgorithm,
                           Of(mac->Mac(), &CAsn1DigestInfo::DigestAlgorithm));
-    // With PBMAC1 the iterations are those of its own parameters (RFC 9579 5).
+    // With PBMAC1 the iterations are those of its own parameters (RFC 9579, 5).
     const CAsn1AlgorithmIdentifier* scheme = Of(mac->Mac(), &CAsn1DigestInfo::DigestAlgorithm);
     if (ca::IsOid(OctetsOf(Of(scheme, &CAsn1AlgorithmIdentifier::Algorithm)), "PBMAC1")) {
         return;

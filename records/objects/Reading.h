@@ -44,8 +44,8 @@ R Of(const T* object, R (T::*member)() const) {
     return object != nullptr ? (object->*member)() : R();
 }
 
-/// Describes the elements of a list, as many as are shown. What is no element of its type is shown
-/// as octets. Null says nothing.
+/// Describes the elements of a list, as many as are shown. What is not an element of its type is
+/// shown as octets. Null says nothing.
 template <class T, unsigned char Tag, class Each>
 void SayList(CDescriptionBuilder& builder, FieldId id, const CAsn1ListOf<T, Tag>* list, Each each) {
     if (list == nullptr) {

@@ -29,7 +29,7 @@ using ca::FieldId;
 using ca::Of;
 using ca::Word;
 
-// PKIStatus, by its number (RFC 3161 2.4.2).
+// PKIStatus, by its number (RFC 3161, 2.4.2).
 constexpr Word kStatuses[] = {Word::kGranted,           Word::kGrantedWithMods,
                               Word::kRejection,         Word::kWaiting,
                               Word::kRevocationWarning, Word::kRevocationNotification};
@@ -38,7 +38,7 @@ struct FailureRow {
     std::size_t bit;
     Word word;
 };
-// PKIFailureInfo (RFC 3161 2.4.2).
+// PKIFailureInfo (RFC 3161, 2.4.2).
 constexpr FailureRow kFailures[] = {
     {0, Word::kBadAlgorithm},         {2, Word::kBadRequest},
     {5, Word::kBadDataFormat},        {14, Word::kTimeNotAvailable},

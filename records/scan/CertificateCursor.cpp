@@ -30,7 +30,7 @@ Extent SequenceAt(std::span<const unsigned char> octets, std::size_t at) {
     return length <= octets.size() - content ? Extent{content, content + length} : Extent{};
 }
 
-// How long what may be a certificate is; 0 for what is none, as a glance at it tells.
+// How long what may be a certificate is; 0 for what is not one, as a glance at it tells.
 std::size_t SizeOfCandidate(std::span<const unsigned char> octets, std::size_t at) {
     const Extent whole = SequenceAt(octets, at);
     const Extent tbs = whole.content < whole.end ? SequenceAt(octets, whole.content) : Extent{};

@@ -7,8 +7,8 @@
 
 namespace ca {
 
-/// Walks certificates that stand one behind the other, among whatever else. An element that cannot
-/// be read (CAsn1Cursor) does not hide those behind it: the walk goes on where the next certificate
+/// Walks certificates that stand one after the other, among whatever else. An element that cannot
+/// be read (CAsn1Cursor) does not hide those after it: the walk goes on where the next certificate
 /// begins. Cost is linear: what is looked at more than once is bounded by a multiple of the octets.
 class CCertificateCursor {
   public:

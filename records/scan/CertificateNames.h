@@ -23,7 +23,7 @@ std::span<const unsigned char> SubjectKeyIdentifier(std::span<const unsigned cha
 std::span<const unsigned char> IssuerKeyIdentifier(std::span<const unsigned char> certificate);
 
 /// What names the certificate of the holder (RFC 5755, 4.2.2): issuer and serial number, the
-/// subject, or a digest; of names that are no directory's nothing. Views the octets.
+/// subject, or a digest; of names other than a directory's nothing. Views the octets.
 CertificateNames HolderNames(std::span<const unsigned char> attributeCertificate);
 
 }  // namespace ca

@@ -30,7 +30,7 @@ bool IsOfKind(const CAsn1AlgorithmView& algorithm, ca::OidKind kind) {
 
 // ---- Signed messages ----
 
-// The members of SignedData that tell messages apart (RFC 5652 5.1).
+// The members of SignedData that tell messages apart (RFC 5652, 5.1).
 struct SignedParts {
     bool isThere = false;
     bool hasCertificates = false;

@@ -31,7 +31,7 @@ bool IsCertificatePair(const CAsn1Element& object, const unsigned char* cutAt);
 bool IsCertificatePath(const CAsn1Element& object, const unsigned char* cutAt);
 bool IsAlgorithm(const CAsn1Element& object, const unsigned char* cutAt);
 
-/// The type of a ContentInfo (RFC 5652 3); null for anything else and for one of no row.
+/// The type of a ContentInfo (RFC 5652, 3); null for anything else and for one of no row.
 const OidInfo* ContentTypeOf(const CAsn1Element& object);
 
 }  // namespace ca

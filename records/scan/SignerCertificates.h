@@ -32,15 +32,15 @@ struct SignerCertificate {
 /// and not hash tables: what they are searched by is chosen by strangers. One thread at a time.
 class CSignerCertificates {
   public:
-    /// \param choices  content of CertificateSet (RFC 5652 10.2.3), which outlives this. What is no
-    ///                 certificate is passed over, and so is what there is no room for
+    /// \param choices  content of CertificateSet (RFC 5652, 10.2.3), which outlives this. What is
+    ///                 not a certificate is passed over, and so is what there is no room for
     ///                 (CAnswerBudget).
     explicit CSignerCertificates(std::span<const unsigned char> choices);
 
     /// Elements that there was no room for.
     std::size_t Hidden() const { return m_hidden; }
-    /// The first element, or octets that are none, that is no certificate of either kind: a view;
-    /// empty when there is none.
+    /// The first element, or octets that are not one, that is not a certificate of either kind: a
+    /// view; empty when there is none.
     std::span<const unsigned char> Odd() const { return m_odd; }
 
     /// The certificate of issuer and serial number, or with that subject key identifier; null when

@@ -11,8 +11,8 @@ namespace ca {
 
 struct OidInfo;
 
-/// The readable name of an AlgorithmIdentifier (RFC 5280 4.1.1.2); the dotted text of an unknown
-/// one. RSA-PSS with its parameters: "RSA-PSS, SHA-256, MGF1 SHA-256, 32" (RFC 4055 3.1).
+/// The readable name of an AlgorithmIdentifier (RFC 5280, 4.1.1.2); the dotted text of an unknown
+/// one. RSA-PSS with its parameters: "RSA-PSS, SHA-256, MGF1 SHA-256, 32" (RFC 4055, 3.1).
 std::wstring AlgorithmText(const CAsn1AlgorithmView& algorithm);
 
 /// A signature algorithm in words.
@@ -34,7 +34,7 @@ std::wstring SignerAlgorithmText(const CAsn1AlgorithmView& signature,
 /// A SubjectPublicKeyInfo in words.
 struct PublicKeyForms {
     std::wstring algorithm;
-    std::wstring key;       ///< hexadecimal; for GOST the octets inside (RFC 9215 4)
+    std::wstring key;       ///< hexadecimal; for GOST the octets inside (RFC 9215, 4)
     std::wstring params;    ///< size and exponent, size, curve, or sets, one a line
     std::wstring hashAlgs;  ///< digests that go with the key, best first, ", " between them
     std::wstring error;     ///< what could not be read; empty when all could

@@ -9,7 +9,8 @@
 #include "records/text/SerialText.h"
 #include "records/text/SharedFormatters.h"
 
-// The extensions of attribute certificates (RFC 5755 4.3, 7; X.509 15.3) and of their authorities.
+// The extensions of attribute certificates (RFC 5755, 4.3, 7; X.509, 15.3) and of their
+// authorities.
 
 namespace {
 
@@ -51,7 +52,7 @@ void SayTargetList(Value value, CTextLines& lines) {
 // SEQUENCE OF Targets. Issuers write one list of targets as a rule, some without the outer list.
 void SayTargets(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1SequenceOf<CAsn1Any>> lists(value);
-    // Told apart by what stands inside of the outermost SEQUENCE: targets have context tags.
+    // Told apart by what stands inside the outermost SEQUENCE: targets have context tags.
     const CAsn1Element first = ca::FirstElement(lists->ContentOctets());
     if (first.tag != kAsn1Sequence) {
         SayTargetList(value, lines);

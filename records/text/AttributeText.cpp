@@ -98,7 +98,7 @@ void SayClearance(Value value, CTextLines& lines) {
     ca::SaySecurityCategories(clearance->SecurityCategories(), lines);
 }
 
-// A day, said by its noon in Greenwich (RFC 3739 3.2.2): no time zone may move it.
+// A day, said by its noon in Greenwich (RFC 3739, 3.2.2): no time zone may move it.
 void SayBirthDate(Value value, CTextLines& lines) {
     constexpr std::size_t kDateLength = 10;  // dd.mm.yyyy
     const CAsn1Element element = ca::FirstElement(value);

@@ -24,16 +24,16 @@ std::span<const ExtensionRow> RequestAttributeRows();  ///< requests, key stores
 
 /// Says each value of an attribute, of signatures and of attribute certificates: an outline or
 /// hexadecimal digits for a type without a formatter; a value that is not of its type is outlined
-/// as unreadable, and added to `error`. Values that are no elements are faults of `lines`.
+/// as unreadable, and added to `error`. Values that are not elements are faults of `lines`.
 void SayAttributeValues(Octets type, const CAsn1SetOf<CAsn1Any>& values, CTextLines& lines,
                         std::wstring& error);
 
-/// Says an attribute that a signer claims (RFC 5126 5.11.3), one of attribute certificates or of
+/// Says an attribute that a signer claims (RFC 5126, 5.11.3), one of attribute certificates or of
 /// directories: its name, below it its values. Attributes of signatures are outlined, so that no
 /// input nests without end.
 void SayClaimedAttribute(const CAsn1Attribute& attribute, CTextLines& lines);
 
-/// "secret" for 4 (RFC 2634 3.2, RFC 5755 4.4.6); the digits of a number without a name.
+/// "secret" for 4 (RFC 2634, 3.2, RFC 5755, 4.4.6); the digits of a number without a name.
 std::wstring ClearanceLevelText(std::uint64_t level);
 /// Each category, its value outlined; null says nothing.
 void SaySecurityCategories(const CAsn1SetOf<CAsn1SecurityCategory>* categories, CTextLines& lines);

@@ -13,7 +13,7 @@
 namespace ca {
 
 /// A typed object over octets, already decoded; primitive ones are bound only.
-/// Throws ca::Exception for octets that are no T.
+/// Throws ca::Exception for octets that are not a T.
 template <class T>
 class CDecoded {
   public:
@@ -69,7 +69,7 @@ const T* Good(CAsn1ListCursor<T>& at) {
 
 /// Says the elements of a list, as many as a text shows. One that is not whole, or that cannot be
 /// said, is outlined in its place with its fault, so that it does not cost the others; where a text
-/// has too many such ones (CTextLines::TakesOdd()) the fault is thrown.
+/// has too many of them (CTextLines::TakesOdd()) the fault is thrown.
 template <class T, unsigned char Tag, class Say>
 void SayEach(const CAsn1ListOf<T, Tag>& list, CTextLines& lines, Say say) {
     const std::size_t count = list.Count();

@@ -18,7 +18,7 @@
 #include "records/text/TimeText.h"
 
 // The attributes of RFC 5652 (11), the enhanced security services (RFC 2634, RFC 5035), S/MIME
-// (RFC 8551 2.5) and SCEP (RFC 8894 3.2).
+// (RFC 8551, 2.5) and SCEP (RFC 8894, 3.2).
 
 namespace {
 

@@ -15,7 +15,7 @@ namespace ca {
 
 /// Says the value of one type of extension, a line an element.
 /// \param value  the encoding inside extnValue.
-/// Throws ca::Exception for a value that is no such type.
+/// Throws ca::Exception for a value that is not of that type.
 using ExtensionFormatter = void (*)(std::span<const unsigned char> value, CTextLines& lines);
 
 /// Which formatter an extension has.
@@ -46,13 +46,13 @@ std::span<const ExtensionRow> MediaExtensionRows();       ///< logotypes, biomet
 std::span<const ExtensionRow> VendorExtensionRows();      ///< makers' own, obsolete ones
 
 /// Key usage bits as records carry them: the first octet in bits 7 to 0, the second in 15 to 8
-/// (RFC 5280, 4.2.1.3). Bits behind the last one are no usage.
+/// (RFC 5280, 4.2.1.3). Bits after the last one are not usages.
 std::uint32_t KeyUsageOf(const CAsn1Bits& bits);
 
 /// The names of key usage bits as KeyUsageOf() gives them, ", " between them.
 std::wstring KeyUsageText(std::uint32_t bits);
 
-/// Says a key usage in words, behind them its octets (RFC 5280, 4.2.1.3).
+/// Says a key usage in words, after them its octets (RFC 5280, 4.2.1.3).
 void SayKeyUsage(const CAsn1Bits& bits, CTextLines& lines);
 
 /// A value in words.
@@ -61,7 +61,7 @@ struct ValueForms {
     std::wstring error;  ///< the object identifier and what was wrong; empty when nothing was
 };
 
-/// The text of an extension's value; an outline, or digits for what is no element, for a type
+/// The text of an extension's value; an outline, or digits for what is not an element, for a type
 /// without a formatter and, "Unreadable value: " in front, for a value that is not of its type.
 /// Cost is linear in the value.
 ValueForms DescribeExtension(std::span<const unsigned char> oid,
@@ -89,7 +89,8 @@ struct ExtensionForms {
 
 /// Describes one extension; what is wrong is appended to `error`. The identifier is there whatever
 /// stands after it.
-/// \param extension  of octets that are no element those alone are said (CAsn1Cursor::StepOrRest()).
+/// \param extension  of octets that are not an element those alone are said
+/// (CAsn1Cursor::StepOrRest()).
 ExtensionForms DescribeExtension(const CAsn1ExtensionView& extension, std::wstring& error);
 
 /// Adds a fault to a record's "Error", one a line. What is past MaxValueText() characters is an

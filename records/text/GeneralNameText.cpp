@@ -32,7 +32,7 @@ std::wstring IpV4Text(Octets octets) {
     return text;
 }
 
-// The longest run of two or more zero groups, the first of equals (RFC 5952 4.2).
+// The longest run of two or more zero groups, the first of equals (RFC 5952, 4.2).
 struct ZeroRun {
     std::size_t begin = 8;
     std::size_t length = 1;
@@ -149,7 +149,7 @@ void SayStructured(Sentence caption, const CAsn1Element& name, ca::CTextLines& l
 
 void SayDirectoryName(const CAsn1Element& directory, const CAsn1Element& name,
                       ca::CTextLines& lines) {
-    // The tag of a CHOICE is explicit (X.680 31.2.7); some writers leave the SEQUENCE out.
+    // The tag of a CHOICE is explicit (X.680, 31.2.7); some writers leave the SEQUENCE out.
     if (directory.tag == kAsn1Sequence || directory.tag == kAsn1Set) {
         lines.Line(kMsgDirectoryName,
                    ca::ReadableName(directory.tag == kAsn1Sequence ? directory : name));
@@ -160,7 +160,7 @@ void SayDirectoryName(const CAsn1Element& directory, const CAsn1Element& name,
     lines.Unreadable(name.content);
 }
 
-// The IA5String forms; what is no UTF-8 shows as U+FFFD.
+// The IA5String forms; what is not UTF-8 shows as U+FFFD.
 std::wstring AsciiText(const CAsn1Element& name) {
     CAsn1Element text = name;
     text.tag = kAsn1Ia5String;

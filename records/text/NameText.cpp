@@ -15,7 +15,7 @@ namespace {
 
 using ca::Octets;
 
-// Types that RFC 4514 3 names, and the identity attributes of the Russian certificate profile,
+// Types that RFC 4514, 3 names, and the identity attributes of the Russian certificate profile,
 // which readers must find by name in every form.
 struct X500Row {
     ca::COid type;
@@ -153,7 +153,7 @@ void AppendEscapedOctets(CForm& out, wchar_t c) {
     }
 }
 
-// RFC 4514 2.4: backslash before the special characters, hexadecimal pairs of the UTF-8 octets for
+// RFC 4514, 2.4: backslash before the special characters, hexadecimal pairs of the UTF-8 octets for
 // what would not show.
 void AppendX500Text(CForm& out, std::wstring_view text) {
     const auto isSpecial = [](wchar_t c) {
@@ -207,7 +207,7 @@ struct Collected {
     std::vector<Attribute> attributes;  // in encoded order
     std::size_t characters = 0;         // of what they show
     std::size_t hidden = 0;             // how many more there are
-    bool isWhole = true;                // nothing in the name is no attribute
+    bool isWhole = true;                // all in the name are attributes
 
     // As many as a list shows, and no more than one over what a value may have of characters.
     bool IsFull() const {

@@ -7,7 +7,7 @@
 namespace ca {
 
 /// The four forms of a distinguished name, as records carry it. An empty name is four empty texts
-/// (RFC 5280 4.1.2.6).
+/// (RFC 5280, 4.1.2.6).
 struct NameTexts {
     /// Encoded order, short type names: `C=RU, O="Ромашка, ООО", CN=Иванов Иван`. " + " joins the
     /// attributes of one RDN; a value with a comma, plus, quote or outer blank stands in quotes,
@@ -26,7 +26,8 @@ struct NameForms : NameTexts {
     std::wstring error;
 };
 
-/// Describes a Name or RDNSequence (RFC 5280 4.1.2.4). What is no attribute is left out and noted.
+/// Describes a Name or RDNSequence (RFC 5280, 4.1.2.4). What is not an attribute is left out and
+/// noted.
 NameForms DescribeName(const CAsn1NameView& name);
 
 /// The readable form alone.

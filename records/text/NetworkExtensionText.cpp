@@ -27,7 +27,7 @@ using Value = std::span<const unsigned char>;
 
 // ---- Certificate transparency (RFC 6962) ----
 
-// Names of RFC 5246 7.4.1.4.1, by number.
+// Names of RFC 5246, 7.4.1.4.1, by number.
 constexpr const wchar_t* kHashes[] = {L"none",    L"MD5",     L"SHA-1",  L"SHA-224",
                                       L"SHA-256", L"SHA-384", L"SHA-512"};
 constexpr const wchar_t* kSignatures[] = {L"anonymous", L"RSA", L"DSA", L"ECDSA"};
@@ -160,13 +160,13 @@ void SayAddresses(const CAsn1Any& element, std::size_t length, CTextLines& lines
     if (element.Tag() == kAsn1BitString) {
         const ca::CDecoded<CAsn1BitString> prefix(octets);
         const CAsn1Bits bits = BitsOf(&*prefix);
-        lines.Line(AddressText(Address(*prefix, length, false)) + L'/' +
+        lines.Line(AddressText(Address(*prefix, length, /*ones=*/false)) + L'/' +
                    ca::DecimalText(8 * bits.octets.size() - bits.unused));
         return;
     }
     const ca::CDecoded<CAsn1IpAddressRange> range(octets);
-    lines.Line(AddressText(Address(*range->Min(), length, false)) + L'-' +
-               AddressText(Address(*range->Max(), length, true)));
+    lines.Line(AddressText(Address(*range->Min(), length, /*ones=*/false)) + L'-' +
+               AddressText(Address(*range->Max(), length, /*ones=*/true)));
 }
 
 void SayAddressBlocks(Value value, CTextLines& lines) {

@@ -69,7 +69,7 @@ void SayResponseData(const CAsn1ResponseData& data, CTextLines& lines) {
     SayOptional(data.ResponseExtensions(), lines);
 }
 
-// A response without one says in a number why (RFC 6960 4.2.1).
+// A response without one says in a number why (RFC 6960, 4.2.1).
 void SayResponseStatus(const CAsn1OcspResponse& response, CTextLines& lines) {
     std::uint32_t status = 0;
     const CAsn1Element element = ca::FirstElement(response.ResponseStatus()->Raw());
@@ -83,7 +83,7 @@ void SayResponseStatus(const CAsn1OcspResponse& response, CTextLines& lines) {
 }
 
 void SayNonce(Value value, CTextLines& lines) {
-    // Older senders leave out the OCTET STRING inside (RFC 9654 1).
+    // Older senders leave out the OCTET STRING inside (RFC 9654, 1).
     const CAsn1Element nonce = ca::FirstElement(value);
     lines.Line(ca::Hex(nonce.tag == kAsn1OctetString ? ca::Octets(nonce.content) : value));
 }
@@ -150,7 +150,7 @@ std::wstring ResponderText(const CAsn1ResponderId& responder) {
 }
 
 void SayOcspResponse(Value value, CTextLines& lines) {
-    // Stores of signatures keep either the response or the BasicOCSPResponse inside of it.
+    // Stores of signatures keep either the response or the BasicOCSPResponse inside it.
     if (!CAsn1OcspResponseView(FirstElement(value)).IsResponse()) {
         const CDecoded<CAsn1BasicOcspResponse> basic(value, Asn1Blocks::kRead);
         SayResponseData(*basic->TbsResponseData(), lines);

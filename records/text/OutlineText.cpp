@@ -109,7 +109,7 @@ class COutline {
     bool m_isCut = false;
 };
 
-// Says elements one after the other; false, and says nothing, for octets that are none.
+// Says elements one after the other; false, and says nothing, for octets that are not.
 bool SayElements(Octets octets, ca::CTextLines& lines) {
     if (octets.empty() || !ca::IsWellFormed(octets)) {
         return false;

@@ -162,7 +162,7 @@ void SayPbmac1(Value value, Saying& saying) {
 
 // ---- Ciphers and key wraps ----
 
-// The parameters are the algorithm that a key is wrapped with (RFC 5753 7.1.4, RFC 3211 2.3).
+// The parameters are the algorithm that a key is wrapped with (RFC 5753, 7.1.4, RFC 3211, 2.3).
 void SayWrap(Value value, Saying& saying) {
     Read<CAsn1AlgorithmIdentifier>(
         value, saying, [&](const CAsn1AlgorithmIdentifier& wrap) { SayAlgorithm(wrap, saying); });

@@ -15,9 +15,9 @@ struct ParametersForms {
     std::wstring error;   ///< what could not be read, shown as "Unreadable value: " in `text`
 };
 
-/// Says the parameters of an AlgorithmIdentifier (RFC 5280 4.1.1.2):
-///   RSA-PSS (RFC 4055 3.1)      "SHA-256, MGF1 SHA-256, 32", the last the salt's octets
-///   RSA-OAEP (RFC 4055 4.1)     "SHA-256, MGF1 SHA-256"
+/// Says the parameters of an AlgorithmIdentifier (RFC 5280, 4.1.1.2):
+///   RSA-PSS (RFC 4055, 3.1)      "SHA-256, MGF1 SHA-256, 32", the last the salt's octets
+///   RSA-OAEP (RFC 4055, 4.1)     "SHA-256, MGF1 SHA-256"
 ///   PBKDF2, scrypt              "HMAC with SHA-256, 10000", iterations; the costs of scrypt
 ///   PBES2, PBMAC1               how the key comes from the password; what it is used with
 ///   key agreement, PWRI-KEK     the key wrap or cipher, with its own parameters
@@ -28,8 +28,8 @@ ParametersForms DescribeParameters(const CAsn1AlgorithmView& algorithm);
 /// The same, and for algorithms that are not known the algorithm which their parameters begin with.
 ParametersForms DescribeInnerAlgorithm(const CAsn1AlgorithmView& algorithm);
 
-/// The parameter set that `key` was encrypted with for a GOST key (RFC 4490 4.2.1); "" for other
-/// algorithms, and for octets that are no such key.
+/// The parameter set that `key` was encrypted with for a GOST key (RFC 4490, 4.2.1); "" for other
+/// algorithms, and for octets that are not such a key.
 std::wstring GostTransportText(const CAsn1AlgorithmView& algorithm, const CAsn1OctetString& key);
 
 }  // namespace ca

@@ -50,7 +50,7 @@ std::wstring DigestsFrom(Sha2 first) {
     return text;
 }
 
-// Reads parameters that are there. What is no T is shown and named as a fault.
+// Reads parameters that are there. What is not a T is shown and named as a fault.
 template <class T, class SayOne>
 void ReadParameters(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms, SayOne say) {
     const CAsn1Element params = algorithm.Parameters();
@@ -90,7 +90,7 @@ void DescribeRsaKey(const CAsn1AlgorithmView& /*algorithm*/, PublicKeyForms& for
     forms.hashAlgs = DigestsFrom(Sha2::k256);
 }
 
-// A key with parameters is for these alone (RFC 4055 1.2).
+// A key with parameters is for these alone (RFC 4055, 1.2).
 void DescribePssKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) {
     const ca::ParametersForms pss = ca::DescribeParameters(algorithm);
     forms.error = pss.error;
@@ -99,7 +99,7 @@ void DescribePssKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms) 
 
 // ---- Elliptic curves ----
 
-// The digest as strong as the curve, then the longer ones (RFC 5480 4).
+// The digest as strong as the curve, then the longer ones (RFC 5480, 4).
 Sha2 BestDigest(const ca::OidInfo& curve) {
     struct CurveRow {
         ca::COid curve;
@@ -128,7 +128,7 @@ std::size_t FieldBits(const CAsn1FieldId& field) {
     if (field.Parameters()->Tag() != kAsn1Sequence) {
         return BitSize(OctetsOf(field.Parameters()));
     }
-    // The degree is a number as a stranger likes it: one below zero, or past 64 bits, is no size.
+    // The degree is whatever a stranger wrote: below zero, or past 64 bits, it is not a size.
     const ca::CPartlyDecoded<CAsn1CharacteristicTwo> binary(params);
     return static_cast<std::size_t>(std::max<std::int64_t>(0, IntegerOf(binary.Get()->M(), 0)));
 }
@@ -192,7 +192,7 @@ void DescribeGostKey(const CAsn1AlgorithmView& algorithm, PublicKeyForms& forms)
     });
 }
 
-// The key is an OCTET STRING inside the bits (RFC 4491 2.3, RFC 9215 4).
+// The key is an OCTET STRING inside the bits (RFC 4491, 2.3, RFC 9215, 4).
 void ReadGostKey(Value bits, PublicKeyForms& forms) {
     const CAsn1Element key = ca::FirstElement(bits);
     if (key.tag == kAsn1OctetString && key.raw.size() == bits.size()) {
@@ -292,7 +292,7 @@ PublicKeyForms DescribePublicKey(const CAsn1PublicKeyInfoView& publicKeyInfo) {
     }
     const Octets bits = BitOctets(bitString);
     PublicKeyForms forms = DescribeKeyAlgorithm(algorithm);
-    // The octets of the bits, until a row knows what is inside of them.
+    // The octets of the bits, until a row knows what is inside them.
     forms.key = Hex(bits);
     const KeyRow* row = FindRow(FindOid(oid));
     if (row != nullptr && row->read != nullptr) {

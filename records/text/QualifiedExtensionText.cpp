@@ -15,8 +15,8 @@
 
 #include <iterator>
 
-// Statements of qualified certificates (RFC 3739 3.2.6, ETSI EN 319 412-5), and who and what stands
-// behind a certificate in national profiles.
+// Statements of qualified certificates (RFC 3739, 3.2.6, ETSI EN 319 412-5), and who and what
+// stands behind a certificate in national profiles.
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "records/text/Decoded.h"
 #include "records/text/SharedFormatters.h"
 
-// Attributes of certification requests (RFC 2985 5.4) and of what key stores hold (RFC 2985 5.5).
+// Attributes of certification requests (RFC 2985, 5.4) and of what key stores hold (RFC 2985, 5.5).
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 class CAsn1OtherHash;
 
-// What an advanced signature keeps for its later check (RFC 5126 6.2, 6.3): certificates and
+// What an advanced signature keeps for its later check (RFC 5126, 6.2, 6.3): certificates and
 // revocation data, or references to them. Each text begins with a count.
 
 namespace ca {

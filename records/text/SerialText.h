@@ -16,7 +16,7 @@ namespace ca {
 std::wstring SerialText(std::span<const unsigned char> octets);
 
 /// The number of such a text as the content of an INTEGER with no octet too many. Blanks and colons
-/// may stand between the digits, zeros in front. None for a text that is no such number, or that
+/// may stand between the digits, zeros in front. None for a text that is not such a number, or that
 /// has more digits than any serial number.
 std::optional<std::vector<unsigned char>> ReadSerialText(std::wstring_view text);
 

@@ -7,7 +7,7 @@
 #include <string>
 
 // Formatters that several extensions and attributes share, and parts of such texts. A formatter
-// throws ca::Exception for a value that is no such type.
+// throws ca::Exception for a value that is not of that type.
 
 namespace ca {
 
@@ -17,7 +17,7 @@ std::wstring MemberText(const CAsn1Object* member);
 /// The characters of a UTF-8 text inside an OCTET STRING.
 std::wstring HiddenText(const CAsn1Object* octets);
 
-/// "more" behind ", " where a list has begun; nothing for an empty one.
+/// "more" after ", " where a list has begun; nothing for an empty one.
 void AppendListed(std::wstring& text, std::wstring_view more);
 
 void SayText(std::span<const unsigned char> value, CTextLines& lines);  ///< any string type

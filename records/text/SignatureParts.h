@@ -23,7 +23,7 @@ namespace ca {
 /// The octets of an OCTET STRING, its segments joined, in hexadecimal digits.
 std::wstring OctetsText(const CAsn1OctetString* octets);
 
-/// "1.5 s" (RFC 3161 2.4.2). Parts that do not fit a number count as nothing.
+/// "1.5 s" (RFC 3161, 2.4.2). Parts that do not fit a number count as nothing.
 std::wstring AccuracyText(const CAsn1Accuracy& accuracy);
 
 /// "SHA-256: hex"
@@ -47,17 +47,18 @@ std::wstring SignerIdText(const CAsn1SignerIdentifier& id);
 /// \param own  the certificates that came with the signature; null for none.
 void SaySigner(const CAsn1SignerInfo& signer, CSignerCertificates* own, CTextLines& lines);
 
-/// Says what a time-stamp token stamps (RFC 3161 2.4.2) when this is its content; false for other
+/// Says what a time-stamp token stamps (RFC 3161, 2.4.2) when this is its content; false for other
 /// content, which says nothing. Throws ca::Exception for one that cannot be read.
 bool SayTimeStamp(const CAsn1EncapsulatedContentInfo& content, CTextLines& lines);
 
-/// The token of a TimeStampResp (RFC 3161 2.4.2) that grants one; without octets for anything else.
+/// The token of a TimeStampResp (RFC 3161, 2.4.2) that grants one; without octets for anything
+/// else.
 CAsn1ContentInfoView GrantedToken(const CAsn1TimeStampRespView& response);
 
-/// Says a signed message that is an attribute's value: a time-stamp token (RFC 3161 2.4.2) with
+/// Says a signed message that is an attribute's value: a time-stamp token (RFC 3161, 2.4.2) with
 /// what it stamps, or what any other message holds; its signers and the count of certificates. It
 /// may be wrapped: in the response it came in, in an OCTET STRING, in an explicit tag.
-/// Throws ca::Exception for what is no signed message.
+/// Throws ca::Exception for what is not a signed message.
 void SaySignedMessage(std::span<const unsigned char> contentInfo, CTextLines& lines);
 
 }  // namespace ca

@@ -62,7 +62,7 @@ Composed MakeComposed() {
 
 ca::CLazy<Composed> composedLetters(&MakeComposed);
 
-// The letter with the accent that the octet in front of it is; 0 when there is no such one.
+// The letter with the accent that the octet in front of it is; 0 when there is none.
 wchar_t Compose(unsigned char accent, unsigned char letter) {
     const bool isLetter = IsSmall(letter) || IsCapital(letter);
     return isLetter ? composedLetters.Get()[accent - kFirstAccent][letter - 'A'] : wchar_t{0};
@@ -72,12 +72,12 @@ wchar_t Compose(unsigned char accent, unsigned char letter) {
 // "M\u00C8u", or before "Ub". There is a letter after it.
 bool IsNoCapital(Octets octets, std::size_t i) {
     const unsigned char before = i > 0 ? octets[i - 1] : '\0';
-    const unsigned char behind = i + 2 < octets.size() ? octets[i + 2] : '\0';
+    const unsigned char after = i + 2 < octets.size() ? octets[i + 2] : '\0';
     return IsSmall(before) || (IsCapital(before) && IsSmall(octets[i + 1])) ||
-           (IsCapital(octets[i + 1]) && IsSmall(behind));
+           (IsCapital(octets[i + 1]) && IsSmall(after));
 }
 
-// The text as T.61; empty when it is none, or might as well be Latin-1.
+// The text as T.61; empty when it is not that, or might as well be Latin-1.
 std::wstring ReadT61(Octets octets) {
     std::wstring text;
     bool isPlain = false;

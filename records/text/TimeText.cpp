@@ -91,7 +91,7 @@ std::optional<int> TakeFraction(CDigits& digits, int seconds) {
 }
 
 // hh[mm[ss]][.f...]; minutes may be missing in a GeneralizedTime, seconds in both, and a fraction
-// is one of the last unit given (X.680 46, 47).
+// is one of the last unit given (X.680, 46, 47).
 bool TakeClock(CDigits& digits, Fields& fields) {
     const auto hour = digits.Take(2);
     if (!hour) {
@@ -136,7 +136,7 @@ std::int64_t DayOf(std::int64_t seconds) {
     return Calendar::floor<Calendar::days>(Calendar::seconds(seconds)).count();
 }
 
-// A leap second may be written (X.680 46.2).
+// A leap second may be written (X.680, 46.2).
 bool IsPossible(const Fields& fields) {
     return fields.date.ok() && fields.hour <= 23 && fields.minute <= 59 && fields.second <= 60;
 }

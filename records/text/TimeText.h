@@ -19,7 +19,7 @@ struct TimeTexts {
 
 /// A moment as it is described.
 struct TimeForms : TimeTexts {
-    /// Seconds since 1970-01-01 UTC; none when the element is no possible time.
+    /// Seconds since 1970-01-01 UTC; none when the element is not a possible time.
     std::optional<std::int64_t> seconds;
 };
 
@@ -42,12 +42,12 @@ class CLocalOffsets {
     std::vector<Day> m_days;
 };
 
-/// Reads a UTCTime or GeneralizedTime element. Years of two digits follow RFC 5280 4.1.2.5.1 (50 to
-/// 99 are 19YY); fractions are dropped, offsets applied, a time without a zone is taken as UTC.
+/// Reads a UTCTime or GeneralizedTime element. Years of two digits follow RFC 5280, 4.1.2.5.1 (50
+/// to 99 are 19YY); fractions are dropped, offsets applied, a time without a zone is taken as UTC.
 std::optional<std::int64_t> ReadTime(const CAsn1Element& element);
 std::optional<std::int64_t> ReadTime(const CAsn1Object& time);
 
-/// ReadTime() with its texts. 99991231235959Z, which says that there is no end (RFC 5280 4.1.2.5),
+/// ReadTime() with its texts. 99991231235959Z, which says that there is no end (RFC 5280, 4.1.2.5),
 /// reads the same in both.
 TimeForms DescribeTime(const CAsn1Element& element, CLocalOffsets* offsets = nullptr);
 TimeForms DescribeTime(const CAsn1Object& time);

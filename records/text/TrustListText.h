@@ -9,8 +9,8 @@ class CAsn1EncapsulatedContentInfo;
 
 namespace ca {
 
-/// The encoding of a message's content, whether an OCTET STRING wraps it (RFC 5652 5.2) or not
-/// (RFC 2315 9.1); empty when the content is not enclosed. \param joined  gets the octets of a
+/// The encoding of a message's content, whether an OCTET STRING wraps it (RFC 5652, 5.2) or not
+/// (RFC 2315, 9.1); empty when the content is not enclosed. \param joined  gets the octets of a
 /// string in segments, which are viewed then.
 /// Throws ca::Exception for segments that cannot be read.
 std::span<const unsigned char> ContentEncoding(const CAsn1EncapsulatedContentInfo& content,

@@ -33,7 +33,7 @@ void SayTemplateName(Value value, CTextLines& lines) {
     lines.Line(kMsgTemplate, name.Take());
 }
 
-// CertificateTemplate (MS-WCCE 2.2.2.7.7.2): "1.3.6.1.4.1.311.21.8.1, 100.3".
+// CertificateTemplate (MS-WCCE, 2.2.2.7.7.2): "1.3.6.1.4.1.311.21.8.1, 100.3".
 void SayTemplate(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1CertificateTemplate> read(value);
     lines.Line(kMsgTemplate, ca::OidText(OctetsOf(read->TemplateID())));
@@ -46,7 +46,7 @@ void SayTemplate(Value value, CTextLines& lines) {
 }
 
 // CAVersion ::= INTEGER: the index of the certificate, from bit 16 on that of the key
-// (MS-WCCE 2.2.2.7.7.1).
+// (MS-WCCE, 2.2.2.7.7.1).
 void SayCaVersion(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1Integer> version(value);
     const std::int64_t number = IntegerOf(&*version, -1);
@@ -58,7 +58,7 @@ void SayCaVersion(Value value, CTextLines& lines) {
 }
 
 // GeneralNames whose one otherName holds the identifier's text in an OCTET STRING
-// (MS-WCCE 2.2.2.7.7.4).
+// (MS-WCCE, 2.2.2.7.7.4).
 void SaySecurityId(Value value, CTextLines& lines) {
     const ca::CDecoded<CAsn1GeneralNames> names(value);
     ca::SayEach(*names, lines, [&](const CAsn1GeneralName& name) {

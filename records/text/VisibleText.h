@@ -52,7 +52,7 @@ std::wstring Hex(std::span<const unsigned char> octets);
 /// other types.
 ///
 /// A UTF8String's malformed octets are U+FFFD. The types that have ASCII only, and TeletexString,
-/// hold UTF-8 as often as not; octets that are none are read as Latin-1, which is what issuers put
+/// hold UTF-8 as often as not; octets that are not are read as Latin-1, which is what issuers put
 /// there, or as T.61 where only that gives a word (ReadTeletex()).
 std::wstring TextOf(const CAsn1Element& element);
 std::wstring TextOf(const CAsn1Object& text);

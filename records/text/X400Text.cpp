@@ -15,7 +15,7 @@ using ca::Octets;
 // Levels of an extension attribute's value; the deepest that is defined has three.
 constexpr std::size_t kMaxDepth = 8;
 
-// Labels of the extension attributes (RFC 5280 A.1), by their number from 1 on.
+// Labels of the extension attributes (RFC 5280, A.1), by their number from 1 on.
 constexpr const wchar_t* kExtensionLabels[] = {
     L"CN",          L"CN",        L"O",        L"PN",         L"OU",           L"DDA",
     L"PD-SYSTEM",   L"PD-C",      L"PD-CODE",  L"PD-OFFICE",  L"PD-OFFICE NO", L"PD-EXT ADDRESS",

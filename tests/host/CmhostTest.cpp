@@ -90,7 +90,7 @@ TEST_F(CmhostTest, AnswersEachCommandLine) {
         {"member without value", {"call", "14", "--set", "comment"}, 2, {}, {"KEY=VALUE"}},
         {"missing file", {"call", "14", "--file", "none"}, 2, {}, {"none: No such file"}},
         {"folder as file", {"call", "14", "--file", "."}, 2, {}, {"Is a directory"}},
-        {"broken JSON", {"call", "38", "--json", "broken.json"}, 2, {}, {"is no request"}},
+        {"broken JSON", {"call", "38", "--json", "broken.json"}, 2, {}, {"is not a request"}},
         {"JSON list", {"call", "38", "--json", "list.json"}, 2, {}, {"not a JSON object"}},
         {"unknown language", {"call", "38", "--language", "de"}, 2, {}, {"--language"}},
         {"missing session", {"run", "none"}, 2, {}, {"none"}},

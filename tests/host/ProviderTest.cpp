@@ -36,7 +36,7 @@ TEST_F(ProviderTest, ImproperAnswersAreTold) {
         {"not JSON", "2", "not valid JSON"},
         {"no code", "3", "no \"errorCode\""},
         {"size of another buffer", "4", "announces 1073741824 octets in a buffer of"},
-        {"octets not there", "5", "3 octets behind its text"},
+        {"octets not there", "5", "3 octets after its text"},
         {"code beyond 32 bits", "8", "no \"errorCode\""},
     };
     for (const auto& c : cases) {

@@ -1,4 +1,4 @@
-// Files and streams that give too little, too much or nothing, and names that are no text.
+// Files and streams that give too little, too much or nothing, and names that are not texts.
 
 #include "tests/common/SampleObjects.h"
 #include "tests/host/HostProcess.h"

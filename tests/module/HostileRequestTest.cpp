@@ -1,4 +1,4 @@
-// Requests as an attacker sends them. Every answer is well formed, nothing outside of the request
+// Requests as an attacker sends them. Every answer is well formed, nothing outside the request
 // is touched, and the module goes on working.
 
 #include "tests/common/GuardedBuffer.h"

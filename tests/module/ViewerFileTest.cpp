@@ -137,7 +137,7 @@ TEST_F(ViewerFileTest, SaysWhatAFileIsAndListsAllOfIt) {
     }
 }
 
-// Every other kind of object is described in the words of the records, and what is inside of it is
+// Every other kind of object is described in the words of the records, and what is inside it is
 // listed below it.
 TEST_F(ViewerFileTest, ListsWhatOtherObjectsHold) {
     const std::map<std::string, const char*> lists = {

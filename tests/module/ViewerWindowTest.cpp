@@ -1,4 +1,5 @@
-// The viewer's window itself: the structure beside its octets, what a screen reader hears, its size.
+// The viewer's window itself: the structure beside its octets, what a screen reader hears, its
+// size.
 
 #include "common/Lng.h"
 #include "module/viewer/CertInfoDlg.h"
@@ -73,10 +74,10 @@ TEST_F(ViewerWindowTest, FindsAndHandsOutElementsOfTheStructure) {
     QTest::keyClicks(Find<QLineEdit>("structureFind"), "KEY USAGE");
     EXPECT_TRUE(found().startsWith("2.5.29.15 "));
     QTest::keyClicks(Find<QLineEdit>("structureFind"), "\b\b");
-    Find<QLineEdit>("structureFind")->setText("5 unused bits");  // inside of an OCTET STRING
+    Find<QLineEdit>("structureFind")->setText("5 unused bits");  // inside an OCTET STRING
     const QList<QAction*> actions = Find<QToolButton>("elementButton")->menu()->actions();
     const char* const copies[] = {"06 (1 unused bits)", "03020106", "AwIBBg=="};
-    Find<QLineEdit>("structureFind")->setText("06 (1");  // inside of an OCTET STRING
+    Find<QLineEdit>("structureFind")->setText("06 (1");  // inside an OCTET STRING
     for (int i = 0; i < 3; ++i) {
         actions[i]->trigger();
         EXPECT_EQ(QGuiApplication::clipboard()->text(), copies[i]);

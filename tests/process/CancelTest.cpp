@@ -1,4 +1,4 @@
-// Threads that the host cancels, or that end inside of its log callback, while they run a request.
+// Threads that the host cancels, or that end inside its log callback, while they run a request.
 
 #include "tests/module/ModuleLibrary.h"
 #include "tests/process/ModeRequests.h"

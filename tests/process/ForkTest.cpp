@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr unsigned kServiceMode = 16131;
 
-// Threads log, and are inside of the callback for a while.
+// Threads log, and are inside the callback for a while.
 bool Log(const wchar_t*, bool) {
     if (::gettid() % 4 == 0) {
         std::this_thread::sleep_for(std::chrono::microseconds(100));
