@@ -108,7 +108,7 @@ class DumpWriter {
 };
 
 // "30(CONSTRUCTED)", "02 INTEGER(PRIMITIVE)", "80 (PRIMITIVE, CONTEXT)"
-std::string TagText(unsigned char tag) {
+std::string DumpTagText(unsigned char tag) {
     const bool constructed = (tag & 0x20U) != 0;
     std::string text;
     ca::AddHex({&tag, 1}, text, ca::kUpperHexDigits);
@@ -127,7 +127,7 @@ ca::CLazy<std::array<std::string, 256>> openings([] {
     std::array<std::string, 256> all;
     for (std::size_t tag = 0; tag < all.size(); ++tag) {
         all[tag] = R"("structure":{"tag":)" + std::to_string(tag) + R"(,"tagString":")" +
-                   TagText(static_cast<unsigned char>(tag)) + '"';
+                   DumpTagText(static_cast<unsigned char>(tag)) + '"';
     }
     return all;
 });

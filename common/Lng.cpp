@@ -32,11 +32,7 @@ constexpr Collections BuildCollections() {
     return all;
 }
 
-struct SentenceRow {
-    const wchar_t* english;
-    const wchar_t* russian;
-};
-constexpr SentenceRow kSentences[] = {
+constexpr ca::BothLanguages kSentences[] = {
 #define CA_SENTENCE(name, english, russian) {english, russian},
 #include "common/SentenceTable.inc"
 #undef CA_SENTENCE
@@ -91,6 +87,5 @@ const wchar_t* SetZORNAMessage(ZornaMessage id) noexcept {
 }
 
 const wchar_t* SetZORNAMessage(Sentence text) noexcept {
-    const SentenceRow& row = kSentences[static_cast<std::size_t>(text)];
-    return IsRussian() ? row.russian : row.english;
+    return kSentences[static_cast<std::size_t>(text)].Text();
 }

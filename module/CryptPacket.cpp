@@ -98,7 +98,7 @@ void ReadValue(const JsonValue& value, Blob& member) {
 
 // Reads the fields that the object has, and tells `note` the rule of each.
 template <class Object, class Table, class Note>
-void ReadFields(const JsonObject& root, Object& object, const Table& table, Note note) {
+void ReadFields(const CJsonObject& root, Object& object, const Table& table, Note note) {
     VisitRows(table, [&](const auto& row) {
         if (const JsonValue* value = root.Find(row.key)) {
             ReadValue(*value, row.In(object));
@@ -182,7 +182,7 @@ std::unique_ptr<FileData> FetchPayload(const std::wstring& url, HttpSettings set
 
 // Reads the record that stands under its key, if it does. A list that is not an array is left out,
 // so that it does not pass for an empty one.
-void ReadRecord(const JsonObject& root, RecordType type, SerializableContainer& objects) {
+void ReadRecord(const CJsonObject& root, RecordType type, SerializableContainer& objects) {
     const JsonValue* value = root.Find(RecordKey(type));
     if (value == nullptr || (IsListRecord(type) && !value->IsArray())) {
         return;
@@ -205,8 +205,8 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     // allow.
     const std::size_t textLength = JsonTextLength(data, length);
     const bool hasPayload = objects.PreParseFileData(const_cast<char*>(data), textLength);
-    JsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
-    const JsonObject root = text.Root();
+    CJsonText text(data, hasPayload ? JsonTextLength(data, textLength) : textLength);
+    const CJsonObject root = text.Root();
 
     ReadFields(root, *this, kRequestFields, [&](Presence rule) { present |= rule.bit; });
     if (!extInitParams.empty()) {
@@ -229,7 +229,7 @@ void CryptRequest::FromJson(const char* data, unsigned length) {
     ReadRecords(root);
 }
 
-void CryptRequest::ReadBlobs(const JsonObject& root) {
+void CryptRequest::ReadBlobs(const CJsonObject& root) {
     // "hashAlg" wins over "params", of which it is the readable form.
     if (const JsonValue* algorithm = root.Find(kKeyHashAlg)) {
         params = WideOctets(WideText(*algorithm));
@@ -246,7 +246,7 @@ void CryptRequest::ReadBlobs(const JsonObject& root) {
     }
 }
 
-void CryptRequest::ReadRecords(const JsonObject& root) {
+void CryptRequest::ReadRecords(const CJsonObject& root) {
     for (const RecordType type : kRequestRecords) {
         ReadRecord(root, type, objects);
     }
@@ -287,8 +287,8 @@ void CryptResponse::FromJson(const char* data, unsigned length) {
         throw Exception(kErrJsonParse);
     }
     const std::size_t textLength = JsonTextLength(data, length);
-    const JsonText text(data, textLength);
-    const JsonObject root = text.Root();
+    const CJsonText text(data, textLength);
+    const CJsonObject root = text.Root();
     ReadFields(root, *this, kAnswerFields, [](Written /*rule*/) {});
     // By type number, until one has no key: the keys of answers are those of the container.
     for (int type = kTypeFileData; RecordKey(type) != nullptr; ++type) {

@@ -17,7 +17,7 @@ class CCallContext;
 
 namespace ca {
 
-class JsonObject;
+class CJsonObject;
 struct TransferSettings;
 
 /// Bits of CryptRequest::present: which of the keys whose absence differs from 0 were there.
@@ -75,8 +75,8 @@ class CryptRequest {
     SerializableContainer objects;  ///< file data and the other records of the request
 
   private:
-    void ReadBlobs(const JsonObject& root);
-    void ReadRecords(const JsonObject& root);
+    void ReadBlobs(const CJsonObject& root);
+    void ReadRecords(const CJsonObject& root);
 
     const TransferSettings* m_transfers;
 };

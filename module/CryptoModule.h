@@ -162,6 +162,6 @@ class CCryptoModule : public ca::CryptoModule {
     CStreamArray m_streams;
     std::wstring m_baseInitParams;
     ca::CLogClaim m_logClaim;
-    ca::KnownIssuers m_issuers;  // of the PKI configuration's locations
+    ca::CKnownIssuers m_issuers;  // of the PKI configuration's locations
     std::unique_ptr<ca::IProvider> m_provider;
 };

@@ -64,14 +64,14 @@ std::size_t JsonTextLength(const char* data, std::size_t length) noexcept {
     return end != nullptr ? static_cast<std::size_t>(static_cast<const char*>(end) - data) : length;
 }
 
-JsonObject::JsonObject(const JsonValue& object) : m_object(object) {
+CJsonObject::CJsonObject(const JsonValue& object) : m_object(object) {
     // A bit for each length, modulo the word: a set that answers "not there" with one operation.
     for (const auto& member : object.GetObject()) {
         m_lengths |= LengthBit(member.name.GetStringLength());
     }
 }
 
-const JsonValue* JsonObject::Find(std::string_view key) const {
+const JsonValue* CJsonObject::Find(std::string_view key) const {
     // Most keys of the table are absent from a request; their length alone tells most of those.
     if ((m_lengths & LengthBit(key.size())) == 0) {
         return nullptr;
@@ -86,7 +86,7 @@ const JsonValue* JsonObject::Find(std::string_view key) const {
     return &member->value;
 }
 
-JsonText::JsonText(const char* text, std::size_t length)
+CJsonText::CJsonText(const char* text, std::size_t length)
     : m_pool(m_ownPool, sizeof(m_ownPool), kPoolChunk, &m_heap),
       m_document(&m_pool, kParseStack, &m_heap) {
     rapidjson::InsituStringStream stream(CopyPadded(text, length));
@@ -102,13 +102,13 @@ JsonText::JsonText(const char* text, std::size_t length)
     }
 }
 
-JsonText::~JsonText() {
+CJsonText::~CJsonText() {
     if (m_hasSecrets) {
         ::explicit_bzero(m_text.Get() != nullptr ? m_text.Get() : m_ownText, m_size);
     }
 }
 
-char* JsonText::CopyPadded(const char* text, std::size_t length) {
+char* CJsonText::CopyPadded(const char* text, std::size_t length) {
     const std::size_t padded = (length / kVectorBlock + 1) * kVectorBlock;
     // Most requests fit into the object itself: no memory is asked for.
     unsigned char* copy = m_ownText;

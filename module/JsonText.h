@@ -14,9 +14,9 @@ namespace ca {
 std::size_t JsonTextLength(const char* data, std::size_t length) noexcept;
 
 /// A JSON object whose keys are asked for one by one, most of them in vain.
-class JsonObject {
+class CJsonObject {
   public:
-    explicit JsonObject(const JsonValue& object);
+    explicit CJsonObject(const JsonValue& object);
 
     /// The value of a key, the first one of that name; null when the key is absent. Names the key
     /// for the report of a wrong type, so `key` is static text.
@@ -32,18 +32,18 @@ class JsonObject {
 };
 
 /// A JSON text copied once and parsed in place; owns copy and values.
-class JsonText {
+class CJsonText {
   public:
     /// Throws ca::Exception 16300 for a text that is not a JSON object, std::bad_alloc.
-    JsonText(const char* text, std::size_t length);
-    JsonText(const JsonText&) = delete;
-    JsonText& operator=(const JsonText&) = delete;
-    ~JsonText();
+    CJsonText(const char* text, std::size_t length);
+    CJsonText(const CJsonText&) = delete;
+    CJsonText& operator=(const CJsonText&) = delete;
+    ~CJsonText();
 
     /// The copy is overwritten at the end: there are secrets in it.
     void HoldsSecrets() noexcept { m_hasSecrets = true; }
     /// Lives as long as this object.
-    JsonObject Root() const { return JsonObject(m_document); }
+    CJsonObject Root() const { return CJsonObject(m_document); }
 
   private:
     // What a small request needs, without a block of the heap.

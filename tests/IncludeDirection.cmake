@@ -1,6 +1,6 @@
 # Includes run common <- asn1 <- records <- module <- providers, and no provider knows another. The
 # host tool knows the module by its C header only; beside that it uses the ASN.1 engine for its
-# listing, and the helpers named here. Inside of asn1/ no two files need each other; its folders,
+# listing, and the helpers named here. Inside asn1/ no two files need each other; its folders,
 # and those of records/, stand in one order.
 # Fails with the list of the lines that run the wrong way. SOURCE_DIR: the project's root.
 
@@ -49,59 +49,55 @@ foreach(folder common asn1 records module host ${provider_folders})
         endif()
     endforeach()
 endforeach()
-# The folders of types: each includes those before it only, and the engine none of them.
-set(asn1_folders engine x400 x509 algorithms crl ocsp cms attributes keys requests tsp pkcs12 cmp views)
+# Holds the folders below `root` to the order of `places`, in which each includes only what is in its
+# own and in those before it; `top` stands for files of no folder. Lines that match `free` are let
+# through.
+function(check_order root top free)
+    file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/${root}
+        ${SOURCE_DIR}/${root}/*.h ${SOURCE_DIR}/${root}/*.cpp)
+    foreach(file IN LISTS files)
+        get_filename_component(folder ${file} DIRECTORY)
+        if(folder STREQUAL "")
+            set(folder ${top})
+        endif()
+        list(FIND ARGN ${folder} place)
+        if(place EQUAL -1)
+            string(APPEND wrong "\n${root}/${file}: ${root}/${folder} has no place in the order")
+        endif()
+        file(STRINGS ${SOURCE_DIR}/${root}/${file} includes REGEX "^#include \"${root}/")
+        list(FILTER includes EXCLUDE REGEX "${free}")
+        foreach(line IN LISTS includes)
+            string(REGEX REPLACE "^#include \"${root}/(.*)\".*" "\\1" needed "${line}")
+            get_filename_component(below ${needed} DIRECTORY)
+            if(below STREQUAL "")
+                set(below ${top})
+            endif()
+            list(FIND ARGN ${below} below_place)
+            if(below_place GREATER place)
+                string(APPEND wrong "\n${root}/${file}: ${line}")
+            endif()
+        endforeach()
+    endforeach()
+    set(wrong "${wrong}" PARENT_SCOPE)
+endfunction()
+
+# The folders of types; the engine, which has none, knows none of them.
+check_order(asn1 engine "^$" engine x400 x509 algorithms crl ocsp cms attributes keys requests tsp
+    pkcs12 cmp views)
+# The floors of records: what finds things in octets and what says them know no record; what fills
+# records knows both. What an answer may hold is for all to know.
+check_order(records record "records/AnswerBudget\\.h" scan text record fill objects)
+
+# What each file of asn1/ needs beside its own pair.
 file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/asn1 ${SOURCE_DIR}/asn1/*.h ${SOURCE_DIR}/asn1/*.cpp)
 foreach(file IN LISTS files)
-    get_filename_component(folder ${file} DIRECTORY)
-    if(folder STREQUAL "")
-        set(folder engine)
-    endif()
-    list(FIND asn1_folders ${folder} place)
-    if(place EQUAL -1)
-        string(APPEND wrong "\nasn1/${file}: asn1/${folder} has no place in the order of folders")
-    endif()
     string(REGEX REPLACE "\\.[^.]*$" "" unit ${file})
     list(APPEND units ${unit})
     file(STRINGS ${SOURCE_DIR}/asn1/${file} includes REGEX "^#include \"asn1/")
     foreach(line IN LISTS includes)
         string(REGEX REPLACE "^#include \"asn1/(.*)\\.h\".*" "\\1" needed "${line}")
-        get_filename_component(below ${needed} DIRECTORY)
-        list(FIND asn1_folders "${below}" below_place)
-        if(below_place GREATER place)
-            string(APPEND wrong "\nasn1/${file}: ${line}")
-        endif()
         if(NOT needed STREQUAL unit)
             list(APPEND needs_${unit} ${needed})
-        endif()
-    endforeach()
-endforeach()
-
-# The floors of records: what finds things in octets and what says them know no record; what fills
-# records knows both. What an answer may hold is for all to know.
-set(records_floors scan text record fill objects)
-file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/records
-    ${SOURCE_DIR}/records/*.h ${SOURCE_DIR}/records/*.cpp)
-foreach(file IN LISTS files)
-    get_filename_component(folder ${file} DIRECTORY)
-    if(folder STREQUAL "")
-        set(folder record)
-    endif()
-    list(FIND records_floors ${folder} place)
-    if(place EQUAL -1)
-        string(APPEND wrong "\nrecords/${file}: records/${folder} has no place among the floors")
-    endif()
-    file(STRINGS ${SOURCE_DIR}/records/${file} includes REGEX "^#include \"records/")
-    list(FILTER includes EXCLUDE REGEX "records/AnswerBudget\\.h")
-    foreach(line IN LISTS includes)
-        string(REGEX REPLACE "^#include \"records/(.*)\".*" "\\1" needed "${line}")
-        get_filename_component(below ${needed} DIRECTORY)
-        if(below STREQUAL "")
-            set(below record)
-        endif()
-        list(FIND records_floors ${below} below_place)
-        if(below_place GREATER place)
-            string(APPEND wrong "\nrecords/${file}: ${line}")
         endif()
     endforeach()
 endforeach()

@@ -37,7 +37,7 @@ bool HasCertificates(std::size_t /*item*/, std::span<const unsigned char> elemen
 }
 
 void AnswerOne(ca::CryptPacket& packet, const ca::CertificateBundle& bundle, std::size_t index,
-               const ca::KnownIssuers& issuers, const std::wstring& others) {
+               const ca::CKnownIssuers& issuers, const std::wstring& others) {
     auto info = std::make_unique<ca::CertInfo2>();
     // The issuers that came with it first; known ones go on from there.
     ca::FillWithIssuers(bundle, index, *info);

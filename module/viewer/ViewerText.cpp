@@ -1,5 +1,6 @@
 #include "module/viewer/ViewerText.h"
 
+#include "common/BothLanguages.h"
 #include "records/text/TextLines.h"
 #include "records/text/VisibleText.h"
 
@@ -10,11 +11,7 @@ namespace {
 
 constexpr wchar_t kCut = 0x2026;  // horizontal ellipsis
 
-struct WordRow {
-    const wchar_t* english;
-    const wchar_t* russian;
-};
-constexpr WordRow kWords[] = {
+constexpr ca::BothLanguages kWords[] = {
 #define VIEWER_TEXT(name, english, russian) {english, russian},
 #include "module/viewer/ViewerTable.inc"
 #undef VIEWER_TEXT
@@ -79,8 +76,7 @@ QString MessageText(Sentence id) {
 }
 
 QString Word(ViewerWord word) {
-    const WordRow& row = kWords[static_cast<std::size_t>(word)];
-    return QString::fromWCharArray(IsRussian() ? row.russian : row.english);
+    return QString::fromWCharArray(kWords[static_cast<std::size_t>(word)].Text());
 }
 
 QString Counted(std::size_t count, ViewerWord noun) {

@@ -1,17 +1,12 @@
 #include "providers/openssl/ProviderWords.h"
 
-#include "common/Lng.h"
+#include "common/BothLanguages.h"
 
 #include <cstddef>
 
 namespace {
 
-struct Row {
-    const wchar_t* english;
-    const wchar_t* russian;
-};
-
-constexpr Row kRows[] = {
+constexpr ca::BothLanguages kRows[] = {
 #define CA_WORDS(name, english, russian) {english, russian},
 #include "providers/openssl/ProviderWords.inc"
 #undef CA_WORDS
@@ -22,8 +17,7 @@ constexpr Row kRows[] = {
 namespace ca {
 
 const wchar_t* Say(Words words) noexcept {
-    const Row& row = kRows[static_cast<std::size_t>(words)];
-    return IsRussian() ? row.russian : row.english;
+    return kRows[static_cast<std::size_t>(words)].Text();
 }
 
 }  // namespace ca

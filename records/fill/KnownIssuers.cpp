@@ -54,7 +54,7 @@ std::vector<unsigned char> EncodingOf(const ca::CertInfo& record) {
 
 namespace ca {
 
-void KnownIssuers::AddPlace(const std::wstring& path) {
+void CKnownIssuers::AddPlace(const std::wstring& path) {
     for (const std::string& file : FilesOf(PathFromWString(path))) {
         if (m_files == kMaxFiles || m_octets >= kMaxOctets) {
             return;
@@ -64,7 +64,7 @@ void KnownIssuers::AddPlace(const std::wstring& path) {
     }
 }
 
-void KnownIssuers::AddFile(const std::string& path) {
+void CKnownIssuers::AddFile(const std::string& path) {
     std::string content;
     // The file that would go past the sum is not read at all.
     const std::size_t limit = std::min(kMaxFileSize, kMaxOctets - m_octets);
@@ -87,7 +87,7 @@ void KnownIssuers::AddFile(const std::string& path) {
     }
 }
 
-const KnownIssuers::Certificate* KnownIssuers::FindIssuer(
+const CKnownIssuers::Certificate* CKnownIssuers::FindIssuer(
     std::span<const unsigned char> certificate) const {
     const CertificateNames names = NamesOf(certificate);
     const std::string_view key = AsText(IssuerKeyIdentifier(certificate));
@@ -112,7 +112,7 @@ const KnownIssuers::Certificate* KnownIssuers::FindIssuer(
     return found;
 }
 
-void KnownIssuers::Extend(CertInfo2& record) const {
+void CKnownIssuers::Extend(CertInfo2& record) const {
     if (m_certificates.empty()) {
         return;
     }

@@ -14,11 +14,11 @@ namespace ca {
 
 /// Certificates of issuers that lie on this machine. They help to describe a path; nothing is
 /// verified by them. Filled once, then only read: Extend() is safe from any thread.
-class KnownIssuers {
+class CKnownIssuers {
   public:
-    KnownIssuers() = default;
-    KnownIssuers(const KnownIssuers&) = delete;
-    KnownIssuers& operator=(const KnownIssuers&) = delete;
+    CKnownIssuers() = default;
+    CKnownIssuers(const CKnownIssuers&) = delete;
+    CKnownIssuers& operator=(const CKnownIssuers&) = delete;
 
     /// Adds the certificates of a file, or of the files of a directory (not of those below it) by
     /// their names: DER, PEM, Base64 or a PKCS #7 message. What cannot be read and what holds no

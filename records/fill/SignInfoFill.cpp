@@ -133,7 +133,7 @@ class CSignerDescriber {
 
     // Certificates of the message that there was no room for.
     std::size_t HiddenCertificates() const { return m_certificates.Hidden(); }
-    // What is among them and is none; octets of the message.
+    // What is among them and is not one; octets of the message.
     std::span<const unsigned char> OddCertificate() const { return m_certificates.Odd(); }
 
     // Describes one signer alone. \param list  what it is counted in, where offsets begin.

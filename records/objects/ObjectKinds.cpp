@@ -19,7 +19,7 @@ namespace ca {
 
 namespace {
 
-using Content = ContentTypes;
+using Content = CContentTypes;
 
 constexpr ObjectKind kKinds[] = {
 #define CA_KIND(name, english, russian, labels, contentTypes, shapes, test, reader, describe) \

@@ -42,10 +42,10 @@ enum class ObjectReader : std::uint8_t {
 using ObjectTest = bool (*)(const CAsn1Element& object, const unsigned char* cutAt);
 
 /// The types of content that make a ContentInfo an object of a kind.
-class ContentTypes {
+class CContentTypes {
   public:
     template <class... Names>
-    explicit consteval ContentTypes(const Names&... shortNames) : m_types{COid(shortNames)...} {}
+    explicit consteval CContentTypes(const Names&... shortNames) : m_types{COid(shortNames)...} {}
 
     /// False for null.
     bool Has(const OidInfo* type) const {
@@ -62,10 +62,10 @@ struct ObjectKind {
     const char* name;  ///< for programs: "ocspResponse"
     const wchar_t* english;
     const wchar_t* russian;
-    std::string_view labels;    ///< PEM labels (RFC 7468), "|" between
-    ContentTypes contentTypes;  ///< of a ContentInfo
-    std::string_view shapes;    ///< as HasShape() has them, "|" between
-    ObjectTest test;            ///< null: the shape is enough
+    std::string_view labels;     ///< PEM labels (RFC 7468), "|" between
+    CContentTypes contentTypes;  ///< of a ContentInfo
+    std::string_view shapes;     ///< as HasShape() has them, "|" between
+    ObjectTest test;             ///< null: the shape is enough
     ObjectReader reader;
     void (*describe)(const ObjectSource& source, CDescriptionBuilder& builder);
 

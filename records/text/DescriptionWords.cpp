@@ -1,15 +1,12 @@
 #include "records/text/DescriptionWords.h"
 
+#include "common/BothLanguages.h"
 #include "common/DecimalText.h"
 #include "common/Lng.h"
 
 namespace {
 
-struct WordRow {
-    const wchar_t* english;
-    const wchar_t* russian;
-};
-constexpr WordRow kWords[] = {
+constexpr ca::BothLanguages kWords[] = {
 #define CA_WORD(name, english, russian) {english, russian},
 #include "records/text/DescriptionWords.inc"
 #undef CA_WORD
@@ -20,8 +17,7 @@ constexpr WordRow kWords[] = {
 namespace ca {
 
 const wchar_t* WordText(Word word) noexcept {
-    const WordRow& row = kWords[static_cast<std::size_t>(word)];
-    return IsRussian() ? row.russian : row.english;
+    return kWords[static_cast<std::size_t>(word)].Text();
 }
 
 std::wstring OctetsCountText(std::size_t count) {

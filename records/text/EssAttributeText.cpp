@@ -223,9 +223,9 @@ void SayAlgorithmProtection(Value value, CTextLines& lines) {
 }
 
 constexpr ca::ExtensionRow kRows[] = {
-    {"id-contentType", ca::SayOid},
+    {"id-contentType", ca::SayOidValue},
     {"id-messageDigest", ca::SayOctetString},
-    {"id-signingTime", ca::SayTime},
+    {"id-signingTime", ca::SayTimeValue},
     {"id-countersignature", SayCountersignature},
     {"signingDescription", ca::SayText},
     {"smimeCapabilities", SayCapabilities},
@@ -235,7 +235,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"id-aa-contentHint", SayContentHints},
     {"id-aa-contentIdentifier", ca::SayOctetString},
     {"id-aa-msgSigDigest", ca::SayOctetString},
-    {"id-aa-signatureType", ca::SayOid},
+    {"id-aa-signatureType", ca::SayOidValue},
     {"id-aa-contentReference", SayContentReference},
     {"id-aa-encrypKeyPref", SayKeyPreference},
     {"id-aa-signingCertificate", SaySigningCertificate},

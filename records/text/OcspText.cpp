@@ -133,7 +133,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"ocspNonce", SayNonce},
     {"ocspCRL", SayCrlReference},
     {"ocspResponse", ca::SayOidList},
-    {"ocspArchiveCutoff", ca::SayTime},
+    {"ocspArchiveCutoff", ca::SayTimeValue},
     {"ocspServiceLocator", SayServiceLocator},
     {"ocspPrefSigAlgs", SayPreferredAlgorithms},
     {"ocspExtendedRevoke", ca::SayPresent},

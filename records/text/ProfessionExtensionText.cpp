@@ -118,7 +118,7 @@ constexpr ca::ExtensionRow kRows[] = {
     {"monetaryLimit", SayMonetaryLimit},
     {"restriction", ca::SayText},
     {"additionalInformation", ca::SayText},
-    {"dateOfCertGen", ca::SayTime},
+    {"dateOfCertGen", ca::SayTimeValue},
     {"validityModel", SayValidityModel},
 };
 

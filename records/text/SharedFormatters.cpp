@@ -62,7 +62,7 @@ void SayOctetString(std::span<const unsigned char> value, CTextLines& lines) {
     lines.Line(OctetsText(&*octets));
 }
 
-void SayTime(std::span<const unsigned char> value, CTextLines& lines) {
+void SayTimeValue(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1Time> time(value);
     const TimeForms forms = DescribeTime(*time);
     if (!forms.seconds) {
@@ -71,7 +71,7 @@ void SayTime(std::span<const unsigned char> value, CTextLines& lines) {
     lines.Line(TimeLine(forms));
 }
 
-void SayOid(std::span<const unsigned char> value, CTextLines& lines) {
+void SayOidValue(std::span<const unsigned char> value, CTextLines& lines) {
     const CDecoded<CAsn1ObjectIdentifier> oid(value);
     lines.Line(OidWithName(OctetsOf(&*oid)));
 }

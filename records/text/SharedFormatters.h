@@ -22,11 +22,11 @@ void AppendListed(std::wstring& text, std::wstring_view more);
 
 void SayText(std::span<const unsigned char> value, CTextLines& lines);  ///< any string type
 void SayOctetString(std::span<const unsigned char> value,
-                    CTextLines& lines);                                    ///< hexadecimal digits
-void SayTime(std::span<const unsigned char> value, CTextLines& lines);     ///< UTC or generalised
-void SayOid(std::span<const unsigned char> value, CTextLines& lines);      ///< "Name (OID)"
-void SayOidList(std::span<const unsigned char> value, CTextLines& lines);  ///< SEQUENCE OF them
-void SayNames(std::span<const unsigned char> value, CTextLines& lines);    ///< GeneralNames
+                    CTextLines& lines);                                      ///< hexadecimal digits
+void SayTimeValue(std::span<const unsigned char> value, CTextLines& lines);  ///< UTC or generalised
+void SayOidValue(std::span<const unsigned char> value, CTextLines& lines);   ///< "Name (OID)"
+void SayOidList(std::span<const unsigned char> value, CTextLines& lines);    ///< SEQUENCE OF them
+void SayNames(std::span<const unsigned char> value, CTextLines& lines);      ///< GeneralNames
 void SayPrivateKeyUsagePeriod(std::span<const unsigned char> value, CTextLines& lines);
 void SayPresent(std::span<const unsigned char> value, CTextLines& lines);  ///< of any value
 

@@ -260,11 +260,11 @@ constexpr ca::ExtensionRow kRows[] = {
     {"msCRLVirtualBase", SayNumber},
     {"cRLStreamIdentifier", SayNumber},
     {"cRLReason", SayReason},
-    {"invalidityDate", ca::SayTime},
-    {"expiredCertsOnCRL", ca::SayTime},
-    {"baseUpdateTime", ca::SayTime},
-    {"msCRLNextPublish", ca::SayTime},
-    {"holdInstructionCode", ca::SayOid},
+    {"invalidityDate", ca::SayTimeValue},
+    {"expiredCertsOnCRL", ca::SayTimeValue},
+    {"baseUpdateTime", ca::SayTimeValue},
+    {"msCRLNextPublish", ca::SayTimeValue},
+    {"holdInstructionCode", ca::SayOidValue},
 };
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"
 #include "common/Lng.h"
-#include "tests/common/JsonText.h"
+#include "tests/common/RecordJson.h"
 #include "tests/common/TemporaryDir.h"
 
 #include <gtest/gtest.h>

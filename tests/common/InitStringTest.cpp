@@ -5,7 +5,7 @@
 #include "common/InitString.h"
 #include "common/PKIConfigFileParser.h"
 #include "tests/common/EnglishTest.h"
-#include "tests/common/JsonText.h"
+#include "tests/common/RecordJson.h"
 #include "tests/common/TemporaryDir.h"
 
 #include <gtest/gtest.h>

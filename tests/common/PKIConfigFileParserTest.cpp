@@ -4,7 +4,7 @@
 #include "common/Exception.h"
 #include "common/PKIConfigFileParser.h"
 #include "tests/common/EnglishTest.h"
-#include "tests/common/JsonText.h"
+#include "tests/common/RecordJson.h"
 #include "tests/common/TemporaryDir.h"
 
 #include <gtest/gtest.h>
