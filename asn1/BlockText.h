@@ -22,7 +22,7 @@ std::wstring BlockText(const CAsn1Block& block, std::size_t longest);
 std::size_t HeaderLength(const CAsn1Block& block);
 
 /// Content octets as the file announces them (a parsed block's own length is that of the shortest
-/// encoding); nothing for the indefinite form. Wider than 4 octets they wrap, as the parser reads.
+/// encoding); nothing for the indefinite form. Of more than 4 length octets the last 4 count.
 std::optional<std::uint32_t> AnnouncedLength(const CAsn1Block& block);
 
 /// The octets of a block as they stand in the file.

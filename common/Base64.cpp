@@ -77,6 +77,7 @@ void PutOctets(unsigned char* out, std::uint32_t group, std::size_t count) {
 }
 
 char* PutPair(char* out, std::uint32_t bits) {
+    // Copied as two characters: the table has them side by side.
     std::memcpy(out, kPairs[bits].data(), 2);
     return out + 2;
 }
@@ -100,6 +101,7 @@ void EncodeTo(const unsigned char* in, std::size_t length, char* out) {
         std::uint32_t{in[0]} << 16 | (rest == 2 ? std::uint32_t{in[1]} << 8 : 0);
     out = PutPair(out, group >> 12);
     PutPair(out, group & 0xFFF);
+    // RFC 4648, 4: "=" fills up the last group.
     std::fill_n(out + rest - 1, 3 - rest, '=');
 }
 
@@ -143,6 +145,7 @@ namespace ca::base64 {
 // Whole groups of four, as long as no other character stands between them.
 void Cursor::TakeUnbroken() {
     while (Left() >= 4) {
+        // One test for four characters: the bit for "not in the alphabet" survives the or.
         const std::uint32_t group =
             Sextet(0, m_in[0]) | Sextet(1, m_in[1]) | Sextet(2, m_in[2]) | Sextet(3, m_in[3]);
         if ((group & kNotInAlphabet) != 0) {
@@ -162,9 +165,11 @@ bool Cursor::TakeGroup() {
             group |= value;
             ++collected;
         } else if (!IsLineBreak(*m_in)) {
+            // Line breaks may stand anywhere (RFC 2045, 6.8); any other character ends the text.
             break;
         }
     }
+    // A single sextet is less than an octet.
     const std::size_t octets = collected > 1 ? static_cast<std::size_t>(collected - 1) : 0;
     PutOctets(m_out, group, octets);
     m_out += octets;
@@ -248,6 +253,7 @@ bool DecodeBase64IfNeeded(const unsigned char* data, unsigned length,
         }
         break;
     }
+    // Not in an armour: plain Base64, or not Base64 at all, which is no fault here.
     if (IsBase64Text(whole.data(), whole.size())) {
         DecodeText(whole.data(), whole.size(), out, outLength);
     }

@@ -8,6 +8,7 @@
 
 namespace {
 
+// A configuration has some kilobytes; more is a file named by mistake.
 constexpr std::size_t kMaxFileSize = 4U << 20;
 
 }  // namespace
@@ -15,6 +16,7 @@ constexpr std::size_t kMaxFileSize = 4U << 20;
 namespace ca {
 
 bool IsSecureExecution() noexcept {
+    // Set by the kernel for set-user-ID programs, whose environment is a stranger's.
     return ::getauxval(AT_SECURE) != 0;
 }
 
@@ -31,6 +33,7 @@ std::wstring DescribeReadFailure(FileStatus status, const std::wstring& paths) {
     return SetZORNAMessage(message) + paths;
 }
 
+// Replaced as a whole: a crash in between leaves the old file.
 bool WriteConfigText(const std::wstring& path, const std::string& content,
                      std::wstring& errorText) {
     const FileStatus status = ReplaceFile(PathFromWString(path), content);

@@ -52,6 +52,7 @@ bool IsListItem(const std::wstring& text) {
     if (text.empty() || !FitsInLine(text) || text.front() == L' ' || text.front() == L'\t') {
         return false;
     }
+    // A line that begins with "#" is a comment unless it has a key (see the engine).
     if (text.front() == L'#') {
         return text.find(L'=') != std::wstring::npos;
     }
@@ -69,6 +70,7 @@ constexpr std::tuple kSettings{
 };
 
 std::wstring WideKey(std::string_view key) {
+    // Keys are ASCII.
     return {key.begin(), key.end()};
 }
 
@@ -105,12 +107,14 @@ class IniReader {
     }
 
   private:
+    // A value out of its range leaves the default: nothing is clamped.
     static void Take(const NumberRange& range, const std::wstring& text, int& setting) {
         const std::optional<int> value = ParseInteger(text);
         if (value && *value >= range.low && *value <= range.high) {
             setting = *value;
         }
     }
+    // Any number but 0 is true, as the interface reads flags.
     static void Take(AnyValue /*rule*/, const std::wstring& text, bool& setting) {
         const std::optional<int> value = ParseInteger(text);
         if (value && *value >= 0) {
@@ -136,6 +140,7 @@ class IniWriter {
     std::wstring Write() {
         VisitRows(kSettings, [&](const auto& row) { Put(WideKey(row.key), row.In(m_settings)); });
         std::wostringstream out;
+        // The lists come after the keys, since a section of lines has none.
         out << kHeaderLine << m_file;
         return out.str() + m_lists;
     }
@@ -173,6 +178,8 @@ std::wstring ToText(const JsonValue& value) {
 
 void Take(const NumberRange& range, const JsonValue& value, int& setting) {
     Expect(value.IsNumber());
+    // A number with a fraction, or one out of range, is ignored like in a file; only a wrong type
+    // is a fault.
     if (value.IsInt() && value.GetInt() >= range.low && value.GetInt() <= range.high) {
         setting = value.GetInt();
     }
@@ -224,12 +231,14 @@ void Write(JsonWriter& writer, const TextList& value) {
 
 // The home directory of the user whose rights the process has.
 std::wstring HomeDirectory() {
+    // secure_getenv: a set-user-ID program must not read a stranger's files.
     const char* const variable = ::secure_getenv("HOME");
     if (variable != nullptr && *variable != '\0') {
         return ca::PathToWString(variable);
     }
     std::vector<char> buffer(16384);
     struct passwd entry = {};
+    // By the effective user: the rights are what counts.
     struct passwd* found = nullptr;
     ::getpwuid_r(::geteuid(), &entry, buffer.data(), buffer.size(), &found);
     return found != nullptr && found->pw_dir != nullptr ? ca::PathToWString(found->pw_dir) : L"";

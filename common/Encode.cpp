@@ -58,6 +58,7 @@ bool iequals(const std::wstring& a, const std::wstring& b) {
 
 template <class Text>
 void SplitT(const Text& text, const Text& delimiters, std::vector<Text>& out) {
+    // Runs of delimiters leave no empty items.
     out.clear();
     std::size_t start = 0;
     while ((start = text.find_first_not_of(delimiters, start)) != Text::npos) {
@@ -77,6 +78,7 @@ void SplitA(const std::string& text, const std::string& delimiters, std::vector<
 }
 
 unsigned char ReverseByte(unsigned char octet) {
+    // Halves, quarters, single bits: each step swaps neighbours of half the size.
     unsigned bits = octet;
     bits = (bits & 0xF0) >> 4 | (bits & 0x0F) << 4;
     bits = (bits & 0xCC) >> 2 | (bits & 0x33) << 2;
@@ -92,7 +94,9 @@ std::string UuidGenerate() {
 
 std::string wstr_to_str(const std::wstring& text) {
     std::string result(text.size(), '\0');
+    // The C library's conversion takes a lock of its own, which a fork must find free.
     const ca::CWideTextLock lock;
+    // Text that the locale cannot convert ends there: the rest stays NUL.
     std::wcstombs(result.data(), text.c_str(), result.size());
     return result;
 }

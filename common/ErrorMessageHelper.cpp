@@ -76,6 +76,7 @@ std::wstring Prefixed(const wchar_t* prefix, bool wanted, const wchar_t* text) {
 }
 
 std::wstring FixedText(const FixedRow& row, bool prefix) {
+    // One code has words that stand for the text as well.
     const bool textWanted = row.message >= 0 && !(prefix && row.prefixInsteadOfText);
     return Prefixed(row.prefix, prefix,
                     textWanted ? SetZORNAMessage(static_cast<ZornaMessage>(row.message)) : L"");
@@ -97,6 +98,8 @@ std::wstring ErrorMessageHelper::GetErrorMessageNoCustom(std::uint32_t code, boo
 
 std::wstring ErrorMessageHelper::GetErrorMessageCustom(
     std::uint32_t code, [[maybe_unused]] const std::vector<std::wstring>& custom, bool prefix) {
+    // The order is that of the interface: fixed rows, errors, then states of a chain; an unknown
+    // code has no text.
     for (const FixedRow& row : kFixedRows) {
         if (row.code == code) {
             return FixedText(row, prefix);
@@ -118,6 +121,7 @@ ErrorMessageHelper& GlobalErrorMessageHelper() {
 }  // namespace ca
 
 std::wstring GetErrorMessage(std::uint32_t code, bool prefix) {
+    // The module's own codes always have their prefix, whether it is wanted or not.
     if (const TextRow* row = FindRow(kModuleRows, code)) {
         return std::wstring(kErrorPrefix) += TextOf(*row);
     }

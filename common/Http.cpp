@@ -38,6 +38,7 @@ HttpUrl Follow(const HttpTransfer& transfer, const HttpUrl& from, const std::str
 // logged as message 905.
 void RunTransfer(const std::wstring& url, const PostBody* body, const HttpSettings& settings,
                  std::uint32_t timeoutMs, HttpBody& answer) try {
+    // One end for the whole transfer, redirects included.
     const HttpTransfer::Clock::time_point end =
         HttpTransfer::Clock::now() +
         std::chrono::milliseconds(HttpSettings::BoundedTimeout(timeoutMs));

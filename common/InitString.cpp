@@ -21,6 +21,7 @@ namespace {
 using ca::ConfigFileParser;
 using ca::InitString;
 
+// Characters; a request's parameters are some hundred.
 constexpr std::size_t kMaxTextLength = 65536;
 constexpr std::size_t kMaxNameLength = 64;
 constexpr const wchar_t* kBlanks = L" \t\r\n";
@@ -30,6 +31,7 @@ constexpr const wchar_t* kBlanks = L" \t\r\n";
                         SetZORNAMessage(kMsgInitStringItem) + std::wstring(which));
 }
 
+// ASCII only: names have no other letters, and the locale must not matter.
 constexpr wchar_t Upper(wchar_t c) {
     return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
 }
@@ -53,6 +55,7 @@ bool IsName(std::wstring_view name) {
            });
 }
 
+// Values that no log may show, by the end of their names.
 bool IsSecret(std::wstring_view name) {
     for (const std::wstring_view ending : {L"PASSWORD", L"PIN"}) {
         if (name.size() >= ending.size() &&
@@ -90,6 +93,8 @@ class Scanner {
         std::wstring value =
             Take(L'"') ? QuotedRest(name) : std::wstring(TrimRight(TakeUntil(L"\";")));
         SkipBlanks();
+        // Anything between a closing quote and the next semicolon is a fault, not a part of the
+        // value.
         if (!m_rest.empty() && !Take(L';')) {
             RefuseItem(name);
         }
@@ -128,6 +133,7 @@ class Scanner {
     std::size_t m_number = 0;
 };
 
+// Quotes where the text would not read back as it is.
 bool NeedsQuotes(const std::wstring& value) {
     return value.find_first_of(L"\";") != std::wstring::npos ||
            (!value.empty() && (std::wcschr(kBlanks, value.front()) != nullptr ||
@@ -270,6 +276,7 @@ void InitString::AddUnsigned(std::wstring_view name, std::uint64_t value) {
     Add(name, ca::DecimalText(value));
 }
 
+// In its place, as the order of items is part of the text.
 void InitString::Set(std::wstring_view name, std::wstring_view value) {
     const auto found = FindItem(m_items, name);
     if (found != m_items.rend()) {
@@ -298,6 +305,7 @@ std::uint64_t InitString::GetUnsigned(std::wstring_view name, std::uint64_t low,
     std::uint64_t value = 0;
     for (const wchar_t c : *text) {
         const auto digit = static_cast<std::uint64_t>(c - L'0');
+        // Compared before multiplying: no number wraps.
         if (c < L'0' || c > L'9' || value > (UINT64_MAX - digit) / 10) {
             RefuseItem(name);
         }
@@ -344,6 +352,7 @@ std::wstring BuildBaseInitString(const ConfigFileParser& config, const PKIConfig
                        item.value);
         }
     }
+    // The PKI file wins over the service configuration, key by key, where there is one.
     if (!pki.SourcePath().empty()) {
         SetPkiItems(items, pki.Settings());
     }

@@ -12,6 +12,8 @@ namespace {
 
 constexpr unsigned kV4Bits = 32;
 constexpr unsigned kMappedBits = 96;
+// Prefixes after which an IPv4 address stands: of translators (RFC 6052, 2.1) and of 6to4 (RFC
+// 3056, 2).
 constexpr const char* kTranslated[] = {"64:ff9b::/96", "2002::/16"};
 
 std::optional<unsigned> ParseNumber(const std::string& text) {
@@ -40,6 +42,7 @@ std::optional<IpAddress> IpAddress::ParsePlain(const std::string& text) {
 
 std::optional<IpAddress> IpAddress::Parse(const std::string& text) {
     const std::size_t slash = text.find('/');
+    // An address without a prefix length is a network of one.
     std::optional<IpAddress> address = ParsePlain(text.substr(0, slash));
     if (address && slash != std::string::npos) {
         const std::optional<unsigned> bits = ParseNumber(text.substr(slash + 1));
@@ -49,6 +52,7 @@ std::optional<IpAddress> IpAddress::Parse(const std::string& text) {
         address->m_bits = *bits;
     }
     if (address) {
+        // In one form, so that a rule for an IPv4 network meets both spellings of its addresses.
         address->Unmap();
     }
     return address;
@@ -56,9 +60,11 @@ std::optional<IpAddress> IpAddress::Parse(const std::string& text) {
 
 std::optional<IpAddress> IpAddress::ParseAnySpelling(const std::string& text) {
     in_addr v4{};
+    // As the C library's resolver reads it: octal, hexadecimal and short forms reach the same host.
     if (::inet_aton(text.c_str(), &v4) != 0) {
         return IpAddress(/*isV4=*/true, &v4);
     }
+    // A zone names an interface of this machine, not another address.
     std::optional<IpAddress> address = ParsePlain(text.substr(0, text.find('%')));
     if (address) {
         address->Unmap();
@@ -79,6 +85,7 @@ std::optional<IpAddress> IpAddress::FromSocket(const sockaddr& address) {
 }
 
 std::vector<IpAddress> IpAddress::Forms() const {
+    // A rule that forbids a network must forbid every way to reach it.
     std::vector<IpAddress> forms = {*this};
     for (const char* text : kTranslated) {
         const IpAddress prefix = *Parse(text);
@@ -114,6 +121,7 @@ IpAddress IpAddress::Embedded(unsigned bits) const {
 void IpAddress::Unmap() {
     if (!IsV4()) {
         IpAddress prefix = *ParsePlain("::ffff:0:0");
+        // ::ffff:0:0/96 (RFC 4291, 2.5.5.2).
         prefix.m_bits = kMappedBits;
         if (IsBehind(prefix)) {
             *this = Embedded(prefix.m_bits);

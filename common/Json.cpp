@@ -12,6 +12,7 @@ namespace {
 
 constexpr ca::JsonPosition kNowhere{"", 0, ""};
 
+// Of the thread, since rapidjson's checks call back without a context.
 constinit thread_local ca::JsonPosition currentPosition = kNowhere;
 constinit thread_local const char* currentMember = "";
 
@@ -58,6 +59,7 @@ void JsonTypeFault(const char* condition) {
         text.append(part, part + std::char_traits<char>::length(part));
     }
     const std::wstring location = GetLineString(currentPosition.file, currentPosition.line, "");
+    // The log line is all that is left of the request, so that it names the key.
     LogError(text.c_str(), location.c_str(), kErrJsonParse, /*throwIt=*/false);
     std::abort();
 #endif

@@ -30,7 +30,9 @@ using ca::TextRule;
 using namespace ca::pki;  // the rules of the table
 using TextList = std::vector<std::wstring>;
 
+// Entries of one list: bounded as everything in a file that others may write.
 constexpr std::size_t kMaxListItems = 256;
+// Places in one warning.
 constexpr std::size_t kMaxReportedFaults = 16;
 
 // By the values of RevocationCheck.
@@ -118,6 +120,7 @@ class Faults {
         if (m_strict) {
             throw ca::Exception(code, SetZORNAMessage(message) + place.Describe());
         }
+        // A wrong value under this key must not open what it was to close.
         m_isGuardWrong = m_isGuardWrong || place.IsUnder(kGuard);
         if (++m_count <= kMaxReportedFaults) {
             m_places.append(m_places.empty() ? L"" : L", ").append(place.Describe());
@@ -157,6 +160,7 @@ class Reader {
     void Field(const char* key, Enumeration& out, const ChoiceOf<N>& choice) {
         if (const JsonValue* const value = Find(key, &JsonValue::IsString)) {
             const auto found = std::ranges::find(choice.names, ToString(*value));
+            // Names are exact: letter case counts.
             if (found == std::end(choice.names)) {
                 m_faults.WrongValue(At(key));
                 return;
@@ -178,6 +182,7 @@ class Reader {
             return Expect(value.IsString(), place) && Take(value, place, rule, item);
         });
     }
+    // As deep as the structures are nested, which the table fixes.
     template <class Object>
     void Field(const char* key, Object& out, AnyValue /*rule*/) {
         if (const JsonValue* const value = Find(key, &JsonValue::IsObject)) {
@@ -243,6 +248,7 @@ class Reader {
             m_faults.WrongValue(listPlace);
             return;
         }
+        // A list is replaced as a whole; wrong entries are left out of it.
         std::vector<Item> items;
         for (rapidjson::SizeType i = 0; i < list->Size(); ++i) {
             Item item;
@@ -370,6 +376,8 @@ bool PKIConfigFileParser::ReadConfig(const ConfigFileParser& service, std::wstri
         return Load(*given, /*mustExist=*/true, errorText, silent);
     }
     for (const std::wstring& path : SearchPaths(service.SourcePath())) {
+        // The first that is there counts, even when it cannot be read: falling back would hide the
+        // fault.
         const bool wasRead = Load(path, /*mustExist=*/false, errorText, silent);
         if (!wasRead || !m_sourcePath.empty()) {
             return wasRead;
@@ -411,6 +419,7 @@ bool PKIConfigFileParser::Load(const std::wstring& path, bool mustExist, std::ws
     Faults faults(/*strict=*/false);
     Reader reader(document, nullptr, faults);
     VisitFields(reader, m_settings);
+    // Without rules nothing is allowed, which is the safe side of a broken rule.
     if (faults.IsGuardWrong()) {
         m_settings.network.fetch.clear();
         m_settings.network.upload.clear();
@@ -435,6 +444,7 @@ void PKIConfigFileParser::FromJson(const JsonValue& value) {
     if (!value.IsObject()) {
         faults.WrongType({nullptr, "PKIConfig", Place::kNoIndex});
     }
+    // A fresh one: what a request leaves out is at its default, not at the file's value.
     PkiSettings settings;
     Reader reader(value, nullptr, faults);
     VisitFields(reader, settings);

@@ -25,6 +25,7 @@ constexpr const wchar_t* kKeyUsageNames[] = {
 }  // namespace
 
 bool IsSettingText(const std::wstring& text) {
+    // No control characters: the text goes into lines of a log and of a flat list.
     return text.size() <= kMaxTextLength &&
            std::ranges::none_of(text, [](wchar_t c) { return c < L' ' || c == 0x7F; });
 }
@@ -67,6 +68,7 @@ bool IsOid(const std::wstring& text) {
         }
     }
     // Split() passes over empty items, so a text with a dot too many is longer than its arcs.
+    // 128 characters: longer identifiers are in no use.
     return arcs.size() >= 2 && length == text.size() + 1 && text.size() <= 128 &&
            arcs[0].size() == 1 && arcs[0][0] <= L'2' &&
            (arcs[0] == L"2" || arcs[1].size() == 1 || (arcs[1].size() == 2 && arcs[1] < L"40"));

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t kWord = sizeof(std::uint64_t);
 
+// SipHash: words are mixed into four, which begin with the key and constants that keep them apart.
 class SipState {
   public:
     explicit SipState(const HashKey& key)
@@ -21,6 +22,7 @@ class SipState {
         m_v[0] ^= word;
     }
     std::uint64_t Finish(int rounds) {
+        // 0xFF: no number of words gives the same state as the end does.
         m_v[2] ^= 0xFF;
         Mix(rounds);
         return m_v[0] ^ m_v[1] ^ m_v[2] ^ m_v[3];
@@ -60,6 +62,7 @@ std::uint64_t SipHash(std::span<const std::byte> octets, const HashKey& key) {
     if (!octets.empty()) {
         std::memcpy(&word, octets.data(), octets.size());
     }
+    // The last word has the octets that are left, and the length in its highest octet.
     state.Add(word | length << 56, kRounds);
     return state.Finish(kLastRounds);
 }
@@ -87,6 +90,7 @@ std::uint64_t SipHash24(std::span<const std::byte> octets, const HashKey& key) n
 }
 
 std::size_t SeededHash::operator()(std::wstring_view text) const noexcept {
+    // One round a word and three at the end: enough for tables, whose hashes nobody sees.
     return SipHash13(std::as_bytes(std::span(text)), kProcessKey);
 }
 

@@ -48,6 +48,7 @@ bool IsSectionHeader(const std::basic_string<Char>& line) {
     return line.front() == Char('[') && line[last] == Char(']');
 }
 
+// Octets, converted as a whole: a character may be cut by any border of a buffer.
 std::optional<std::string> ReadText(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     if (!in.is_open()) {
@@ -137,6 +138,7 @@ bool NamedSet<Item, Char>::Rename(String oldName, String newName) {
     if (item == nullptr || (holder != nullptr && holder != item)) {
         return false;
     }
+    // Taken out while its name changes: the set is ordered by it.
     auto node = m_items.extract(item);
     item->m_name = std::move(newName);
     m_items.insert(std::move(node));
@@ -157,6 +159,7 @@ void FileT<Char>::Load(std::basic_istream<Char>& in, bool merge) {
     Section* current = nullptr;
     String line;
     while (std::getline(in, line)) {
+        // Blanks before a line are indentation; those after it belong to a value.
         EraseLeft(line, Ascii<Char>(" \t"));
         EraseRight(line, Ascii<Char>("\n\r"));
         if (!line.empty()) {
@@ -221,6 +224,7 @@ bool FileT<Char>::RenameKey(String section, String oldName, String newName) {
     return found != nullptr && found->RenameKey(std::move(oldName), std::move(newName));
 }
 
+// The two forms that the interface has.
 template class NamedSet<KeyT<wchar_t>, wchar_t>;
 template class NamedSet<KeyT<char>, char>;
 template class NamedSet<SectionT<wchar_t>, wchar_t>;

@@ -7,6 +7,7 @@
 
 namespace {
 
+// Octets of a block and of the length at its end (FIPS 180-4, 5.1.1).
 constexpr std::size_t kBlockOctets = 64;
 constexpr std::size_t kLengthOctets = 8;
 
@@ -15,6 +16,7 @@ std::uint32_t Octet(Char c) {
     return static_cast<std::uint32_t>(c) & 0xFF;
 }
 
+// The functions of FIPS 180-4, 4.1.1; Choose and Majority in forms with one operation less.
 std::uint32_t Choose(std::uint32_t x, std::uint32_t y, std::uint32_t z) {
     return (x & (y ^ z)) ^ z;
 }
@@ -46,6 +48,7 @@ inline std::uint32_t SHA1::blk(Block& block, std::size_t i) {
 }
 
 inline void SHA1::R0(Block& block, State& state, std::size_t i) {
+    // The constants are those of FIPS 180-4, 4.2.1.
     Turn(state, Choose(state[1], state[2], state[3]) + 0x5A827999 + block[i]);
 }
 
@@ -95,6 +98,7 @@ void SHA1::Transform(Block block) {
 }
 
 void SHA1::Reset() {
+    // The initial value (FIPS 180-4, 5.3.1).
     m_digest = {0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0};
     m_octets = 0;
     m_buffer.clear();
@@ -104,6 +108,7 @@ template <class Char>
 void SHA1::Feed(const Char* octets, std::size_t count) {
     m_octets += count;
     while (count != 0) {
+        // Whole blocks straight from the caller's octets; only ends are copied.
         if (m_buffer.empty() && count >= kBlockOctets) {
             Transform(buffer_to_block(octets));
             octets += kBlockOctets;
@@ -139,6 +144,8 @@ void SHA1::Update(std::wistream& stream) {
 
 std::wstring SHA1::Final() {
     const std::uint64_t bits = m_octets * 8;
+    // One bit, zeros up to the last eight octets of a block, then the length in bits (FIPS 180-4,
+    // 5.1.1).
     std::wstring padding(1, L'\x80');
     const std::size_t filled = (m_buffer.size() + padding.size() + kLengthOctets) % kBlockOctets;
     padding.append((kBlockOctets - filled) % kBlockOctets, L'\0');
@@ -154,6 +161,7 @@ std::wstring SHA1::Final() {
             text += static_cast<wchar_t>(ca::HexDigit(word >> shift));
         }
     }
+    // Ready for the next text.
     Reset();
     return text;
 }

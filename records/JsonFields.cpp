@@ -63,7 +63,6 @@ void WriteJson(JsonWriter& writer, const SharedBlob& octets) {
 void ReadJson(const JsonValue& value, SharedBlob& octets) {
     RequireJson(value.IsString());
     Blob fresh;
-    // The decoder takes an empty text for a fault.
     if (value.GetStringLength() != 0) {
         fresh.AssignBase64(value);
     }

@@ -68,7 +68,8 @@ TEST_F(JsonDumpTest, ShowsDamage) {
 
     Bytes data = Hex("30 05 02 01 07 04 03");
     CCryptAsn1Parser parser;
-    parser.Parse(data.data(), 7, true, false, false);
+    parser.Parse(data.data(), 7, /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
+                 /*singleRoot=*/false);
     parser.GetTotalLength();
     const ca::BytePtr text = parser.GetAsn1Structure();
     EXPECT_NE(std::string(reinterpret_cast<const char*>(text.Get()))
@@ -104,7 +105,8 @@ TEST_F(JsonDumpTest, ShowsWhatTheTypedObjectsShow) {
             }
             CCryptAsn1Parser parser;
             Bytes copy = data;
-            parser.Parse(copy.data(), static_cast<unsigned>(copy.size()), true, false, false);
+            parser.Parse(copy.data(), static_cast<unsigned>(copy.size()), /*stopAtTruncation=*/true,
+                         /*continueOnLengthMismatch=*/false, /*singleRoot=*/false);
             const std::unique_ptr<CAsn1Object> object(
                 CreatePrimitiveObject(parser.GetRoot(0), nullptr));
             std::string expected;
@@ -127,7 +129,8 @@ TEST_F(JsonDumpTest, ShowsWhatTheTypedObjectsShow) {
 TEST_F(JsonDumpTest, NestsInTheCallersWriter) {
     Bytes data = Hex("31 02 05 00");
     CCryptAsn1Parser parser;
-    parser.Parse(data.data(), 4, true, false, false);
+    parser.Parse(data.data(), 4, /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
+                 /*singleRoot=*/false);
     ca::JsonBuffer buffer;
     ca::JsonWriter writer(buffer);
     writer.StartObject();
@@ -145,7 +148,8 @@ TEST_F(JsonDumpTest, ShowsAnEditedTreeWhole) {
     Bytes data = Hex("30 03 04 01 AA");
     Bytes replaced(100, 0xBB);
     CCryptAsn1Parser parser;
-    parser.Parse(data.data(), 5, true, false, false);
+    parser.Parse(data.data(), 5, /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
+                 /*singleRoot=*/false);
     CAsn1Block& root = *parser.GetRoot(0);
     CAsn1Block* const edited = root.AddInnerBlock();
     edited->tag = 0x04;
@@ -154,7 +158,7 @@ TEST_F(JsonDumpTest, ShowsAnEditedTreeWhole) {
     for (int i = 0; i < 3; ++i) {
         root.AppendInnerBlock(root.ImportInnerBlock(root.GetInnerBlock(0)));
     }
-    root.GetTotalLength(true);
+    root.GetTotalLength(/*recompute=*/true);
     const ca::BytePtr text = parser.GetAsn1Structure();
     const std::string dumped(reinterpret_cast<const char*>(text.Get()));
     std::size_t copies = 0;

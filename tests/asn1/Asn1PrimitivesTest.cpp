@@ -14,7 +14,9 @@ class PrimitivesTest : public Asn1Test {
     // The typed object of the first root; keeps data and tree.
     CAsn1Object& Read(std::string_view hex) {
         m_data = Hex(hex);
-        m_parser.Parse(m_data.data(), static_cast<unsigned>(m_data.size()), true, false, false);
+        m_parser.Parse(m_data.data(), static_cast<unsigned>(m_data.size()),
+                       /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
+                       /*singleRoot=*/false);
         m_object.reset(CreatePrimitiveObject(m_parser.GetRoot(0), nullptr));
         m_object->Decode();
         return *m_object;
@@ -129,8 +131,9 @@ TEST_F(PrimitivesTest, WritesValuesThatReadBackTheSame) {
         sequence._AttachInnerObject(member, /*withBlock=*/true);
         EXPECT_EQ(member->GetParent(), &sequence);
     }
-    EXPECT_EQ(sequence.GetRawData(false), Hex("30 1D 02 01 05 01 01 FF 03 02 04 F0 0C 02 D0 96 1E "
-                                              "06 00 41 D8 3D DE 00 24 03 04 01 AA 05 00"));
+    EXPECT_EQ(sequence.GetRawData(/*rebuild=*/false),
+              Hex("30 1D 02 01 05 01 01 FF 03 02 04 F0 0C 02 D0 96 1E "
+                  "06 00 41 D8 3D DE 00 24 03 04 01 AA 05 00"));
     sequence._DetachInnerObject(&flag, /*withBlock=*/true);
     sequence._DetachInnerObject(&segments, /*withBlock=*/true);
     sequence._AttachInnerObject(&flag, /*withBlock=*/true);

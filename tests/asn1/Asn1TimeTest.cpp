@@ -114,7 +114,7 @@ TEST_F(TimeTest, WritesTimesWithTheirOffset) {
     const auto written = [&fields](CAsn1Time& time) {
         time.SetTime(fields);
         time.Encode();
-        const Bytes raw = time.GetRawData(false);
+        const Bytes raw = time.GetRawData(/*rebuild=*/false);
         return std::string(raw.begin() + 2, raw.end());
     };
     CAsn1UTCTime utc;

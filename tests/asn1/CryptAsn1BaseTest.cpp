@@ -12,7 +12,9 @@ class ObjectTest : public Asn1Test {
   protected:
     CAsn1Block* Parse(Bytes data) {
         m_data = std::move(data);
-        m_parser.Parse(m_data.data(), static_cast<unsigned>(m_data.size()), true, false, false);
+        m_parser.Parse(m_data.data(), static_cast<unsigned>(m_data.size()),
+                       /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
+                       /*singleRoot=*/false);
         return m_parser.GetRoot(0);
     }
 
@@ -43,7 +45,7 @@ TEST_F(ObjectTest, MakesMembersOfWholeSequences) {
     EXPECT_NE(dynamic_cast<CAsn1Unknown*>(sequence.GetInnerObject(1)), nullptr);
     EXPECT_EQ(sequence.GetInnerObject(2)->GetFormattedString(0), L"AB");
     EXPECT_EQ(sequence.GetInnerObject(3), nullptr);
-    EXPECT_EQ(set->GetRawData(false), Hex("31 03 02 01 05"));
+    EXPECT_EQ(set->GetRawData(/*rebuild=*/false), Hex("31 03 02 01 05"));
     sequence.Decode();
     EXPECT_EQ(sequence.GetInnerObjectCount(), 3U);
 }
@@ -79,8 +81,9 @@ TEST_F(ObjectTest, GetsABlockOfItsOwn) {
     CAsn1Block* inner = sequence->GetInnerObject(0)->GetBlock();
     EXPECT_EQ(inner->parent, sequence->GetBlock());
     EXPECT_NE(sequence->GetBlock(), m_parser.GetRoot(0));
-    m_parser.Parse(m_data.data(), 0, true, false, false);
-    EXPECT_EQ(sequence->GetRawData(true), Hex("30 04 30 02 05 00"));
+    m_parser.Parse(m_data.data(), 0, /*stopAtTruncation=*/true, /*continueOnLengthMismatch=*/false,
+                   /*singleRoot=*/false);
+    EXPECT_EQ(sequence->GetRawData(/*rebuild=*/true), Hex("30 04 30 02 05 00"));
 }
 
 TEST_F(ObjectTest, StandsWithoutABlock) {
@@ -90,7 +93,7 @@ TEST_F(ObjectTest, StandsWithoutABlock) {
     number.Encode();
     number._SetSelfOwnObject();
     EXPECT_EQ(number.GetAsn1DataLength(), 0U);
-    EXPECT_TRUE(number.GetRawData(false).empty());
+    EXPECT_TRUE(number.GetRawData(/*rebuild=*/false).empty());
 }
 
 TEST_F(ObjectTest, KeepsRawOctetsInsideTheBuffer) {
@@ -101,14 +104,15 @@ TEST_F(ObjectTest, KeepsRawOctetsInsideTheBuffer) {
     CAsn1Block* root = parser.GetRoot(0);
     ASSERT_EQ(root->totalLength, 11U);
     root->AppendInnerBlock(root->ImportInnerBlock(root->GetInnerBlock(0)));
-    ASSERT_EQ(root->GetTotalLength(true), 20U);
+    ASSERT_EQ(root->GetTotalLength(/*recompute=*/true), 20U);
     CAsn1Sequence sequence(root);
-    EXPECT_EQ(sequence.GetRawData(false), Bytes(data.Data(), data.Data() + data.Size()));
+    EXPECT_EQ(sequence.GetRawData(/*rebuild=*/false),
+              Bytes(data.Data(), data.Data() + data.Size()));
     CAsn1OctetString octets(root);
     octets.Decode();
     EXPECT_EQ(octets.GetValue().size(), 9U);
     root->DeleteInnerBlocks();
-    EXPECT_EQ(sequence.GetRawData(true).size(), 11U);
+    EXPECT_EQ(sequence.GetRawData(/*rebuild=*/true).size(), 11U);
 }
 
 TEST_F(ObjectTest, DecodesDeepTreesWithoutRecursion) {

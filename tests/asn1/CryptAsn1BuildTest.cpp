@@ -63,7 +63,7 @@ TEST_F(BlockBuildTest, EditsATreeAndWritesIt) {
     CAsn1Block* moved = source.GetRoot(0)->GetInnerBlock(1);
     root->AppendInnerBlock(moved);
     EXPECT_EQ(source.GetRoot(0)->GetInnerBlockCount(), 1U);
-    source.Parse(other.data(), 0, kStop, false, false);
+    source.Parse(other.data(), 0, kStop, /*continueOnLengthMismatch=*/false, /*singleRoot=*/false);
     root->TakeInnerBlock(copy).reset();
     EXPECT_EQ(root->TakeInnerBlock(nullptr), nullptr);
     EXPECT_EQ(Build(parser), Hex("30 08 04 01 AA 05 00 0C 01 41"));

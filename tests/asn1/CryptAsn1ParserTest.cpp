@@ -53,7 +53,8 @@ TEST_F(BlockParserTest, CutsTheRuledTrees) {
         SCOPED_TRACE(c.name);
         const GuardedBuffer data(Hex(c.data));
         CCryptAsn1Parser parser;
-        parser.Parse(data.Data(), data.Size(), kStop, false, false);
+        parser.Parse(data.Data(), data.Size(), kStop, /*continueOnLengthMismatch=*/false,
+                     /*singleRoot=*/false);
         EXPECT_EQ(parser.GetLastErrorCode(), c.error);
         EXPECT_EQ(Draw(parser), c.tree);
     }
@@ -76,7 +77,8 @@ TEST_F(BlockParserTest, ReadsOnBehindATruncationInsideTheBuffer) {
         const std::size_t before = Lines().size();
         const GuardedBuffer data(Hex(c.data));
         CCryptAsn1Parser parser;
-        parser.Parse(data.Data(), data.Size(), kRead, false, false);
+        parser.Parse(data.Data(), data.Size(), kRead, /*continueOnLengthMismatch=*/false,
+                     /*singleRoot=*/false);
         EXPECT_EQ(parser.GetLastErrorCode(), c.error);
         EXPECT_EQ(Draw(parser), c.tree);
         EXPECT_GT(Lines().size(), before);
@@ -175,7 +177,8 @@ TEST_F(BlockParserTest, KeepsWhatStandsBeforeEveryTruncation) {
         const GuardedBuffer data(std::span<const unsigned char>(whole).first(size));
         for (const bool stop : {kStop, kRead}) {
             CCryptAsn1Parser parser;
-            parser.Parse(data.Data(), data.Size(), stop, false, false);
+            parser.Parse(data.Data(), data.Size(), stop, /*continueOnLengthMismatch=*/false,
+                         /*singleRoot=*/false);
             ASSERT_GE(parser.GetRootCount(), 1U);
             ASSERT_TRUE(stop || parser.GetLastErrorCode() == 0);
             const CAsn1Block* last = parser.GetRoot(parser.GetRootCount() - 1);
@@ -224,7 +227,7 @@ TEST_F(BlockParserTest, TakesATotalAbove32BitsAsCorrupted) {
     for (int i = 0; i < 2; ++i) {
         root.AddInnerBlock()->contentLength = 0x80000000;
     }
-    EXPECT_THROW(root.GetTotalLength(true), ca::Exception);
+    EXPECT_THROW(root.GetTotalLength(/*recompute=*/true), ca::Exception);
     EXPECT_EQ(LinesWith(L": CAsn1Block::GetTotalLength"), 1U);
 }
 
@@ -281,7 +284,7 @@ TEST_F(BlockParserTest, LogsEachKindOfDamageAFewTimesOnly) {
 void OnSmallStack(const std::function<void()>& task) {
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, 256 * 1024);
+    pthread_attr_setstacksize(&attributes, std::size_t{256} << 10U);
     pthread_t thread;
     auto run = [](void* argument) -> void* {
         (*static_cast<const std::function<void()>*>(argument))();
@@ -311,7 +314,7 @@ TEST_F(BlockParserTest, NeedsNoStackForDepth) {
             EXPECT_EQ(parser.GetTotalLength(), octets);
             CAsn1Block holder;
             const std::unique_ptr<CAsn1Block> copy(holder.ImportInnerBlock(parser.GetRoot(0)));
-            EXPECT_GT(copy->GetTotalLength(true), 2 * kDepth);
+            EXPECT_GT(copy->GetTotalLength(/*recompute=*/true), 2 * kDepth);
             EXPECT_TRUE(parser.GetAsn1Structure());
             if (data == &closed) {
                 EXPECT_TRUE(Build(parser) == closed);

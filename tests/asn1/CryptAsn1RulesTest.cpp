@@ -149,7 +149,8 @@ TEST_F(BlockRulesTest, AgreesWithALiteralReadingOfTheRules) {
         }
         const GuardedBuffer guarded(data);
         CCryptAsn1Parser parser;
-        parser.Parse(guarded.Data(), guarded.Size(), kStop, false, false);
+        parser.Parse(guarded.Data(), guarded.Size(), kStop, /*continueOnLengthMismatch=*/false,
+                     /*singleRoot=*/false);
         std::uint32_t error = 0;
         const std::string tree = LiteralParser(std::max<std::size_t>(data.size(), 1))
                                      .Roots(guarded.Data(), guarded.Size(), error);

@@ -130,7 +130,7 @@ TEST_F(ConfigFileParserTest, RefusesFilesWithoutAnEnd) {
     EXPECT_FALSE(ParseSettings("LogMode=3\n" + std::string((4U << 20) + 1, '#')));
     EXPECT_TRUE(m_error.starts_with(L"Configuration file is too large: "));
     EXPECT_EQ(m_config.GetLogMode(), 0);
-    EXPECT_FALSE(m_config.ParseConfigFile(L"/dev/zero", m_error, false));
+    EXPECT_FALSE(m_config.ParseConfigFile(L"/dev/zero", m_error, /*silent=*/false));
     EXPECT_EQ(m_error, L"Configuration file cannot be read: /dev/zero");
     EXPECT_EQ(m_config.SourcePath(), L"");
 }
@@ -154,12 +154,12 @@ TEST_F(ConfigFileParserTest, ReadsTheFileOfTheEnvironmentInstead) {
     const std::string path = m_directory.Write("own.ini", "[Service settings]\nLogMode=2\n");
     {
         const ScopedVariable given("MOD_FOO_CONFIG", path.c_str());
-        EXPECT_TRUE(m_config.ReadConfig(m_error, false));
+        EXPECT_TRUE(m_config.ReadConfig(m_error, /*silent=*/false));
         EXPECT_EQ(m_config.GetLogMode(), 2);
         EXPECT_TRUE(IsRussian());  // the default language
     }
     const ScopedVariable given("MOD_FOO_CONFIG", m_directory.File("none.ini").c_str());
-    EXPECT_FALSE(m_config.ReadConfig(m_error, true));
+    EXPECT_FALSE(m_config.ReadConfig(m_error, /*silent=*/true));
     EXPECT_EQ(m_config.GetLogMode(), 0);
     EXPECT_EQ(m_error,
               L"Файл настроек не найден: " + ca::PathToWString(m_directory.File("none.ini")));
@@ -167,7 +167,7 @@ TEST_F(ConfigFileParserTest, ReadsTheFileOfTheEnvironmentInstead) {
 
 TEST_F(ConfigFileParserTest, DoesNotPassOverAnUnreadableFile) {
     std::filesystem::create_directories(m_directory.File(".config/" + kName));
-    EXPECT_FALSE(m_config.ReadConfig(m_error, false));
+    EXPECT_FALSE(m_config.ReadConfig(m_error, /*silent=*/false));
     EXPECT_TRUE(m_error.starts_with(L"Файл настроек не читается: ")) << ca::u16u8(m_error);
 }
 
@@ -186,7 +186,7 @@ TEST_F(ConfigFileParserTest, WritesWhatItReadsBack) {
         text.ends_with("\nUseOnlyCustomCDPs=0\n[Dll extensions]\n/b.so\n[Custom CDP list]\n"
                        "http://a/?x=1\n#c=d\n[x]y\n[Custom error handlers]\n"));
     ca::ConfigFileParser read;
-    EXPECT_TRUE(read.ParseConfigFile(path, m_error, false));
+    EXPECT_TRUE(read.ParseConfigFile(path, m_error, /*silent=*/false));
     EXPECT_EQ(m_error, L"");
     EXPECT_EQ(ToJsonText(read), ToJsonText(m_config));
 }

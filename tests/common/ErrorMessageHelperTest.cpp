@@ -46,12 +46,15 @@ TEST_F(ErrorMessageHelperTest, PrefixesEachCodeByItsRule) {
         SCOPED_TRACE(c.code);
         for (const auto& [language, text] : {std::pair{L"en", c.english}, {L"ru", c.russian}}) {
             SetZORNALng(language);
-            EXPECT_EQ(c.prefix + std::wstring(text), helper.GetErrorMessage(c.code, true));
-            EXPECT_EQ(text, helper.GetErrorMessageNoCustom(c.code, false));
-            EXPECT_EQ(text, ca::ErrorMessageHelper::GetErrorMessageCustom(c.code, {}, false));
+            EXPECT_EQ(c.prefix + std::wstring(text),
+                      helper.GetErrorMessage(c.code, /*prefix=*/true));
+            EXPECT_EQ(text, helper.GetErrorMessageNoCustom(c.code, /*prefix=*/false));
+            EXPECT_EQ(text,
+                      ca::ErrorMessageHelper::GetErrorMessageCustom(c.code, {}, /*prefix=*/false));
         }
     }
-    EXPECT_EQ(L"DONE Invalid", helper.GetErrorMessage(16109, true)) << "without its own text";
+    EXPECT_EQ(L"DONE Invalid", helper.GetErrorMessage(16109, /*prefix=*/true))
+        << "without its own text";
 }
 
 TEST_F(ErrorMessageHelperTest, PutsTheModuleTableFirst) {

@@ -352,7 +352,7 @@ TEST_F(HttpTest, UploadsTheBodyAgainAfterARedirect) {
 }
 
 TEST_F(HttpTest, ReportsAFailedUploadWithItsReason) {
-    const std::wstring text = ::GetErrorMessage(ca::kErrUpload, false);
+    const std::wstring text = ::GetErrorMessage(ca::kErrUpload, /*prefix=*/false);
     const HttpTestServer refusing(Canned("HTTP/1.1 507 Full\r\n\r\n"));
     EXPECT_EQ(text + L"HTTP 507", Send(refusing.Url(), "x"));
 

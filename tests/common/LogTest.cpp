@@ -43,14 +43,14 @@ class LogTest : public testing::Test {
 
 TEST_F(LogTest, DropsLinesWithoutACallback) {
     LogInit(nullptr, m_noTexts);
-    EXPECT_FALSE(LogEvent(L"lost", true));
-    EXPECT_FALSE(ca::LogEventFmt(L"%d", true, 1));
+    EXPECT_FALSE(LogEvent(L"lost", /*isError=*/true));
+    EXPECT_FALSE(ca::LogEventFmt(L"%d", /*isError=*/true, 1));
 }
 
 TEST_F(LogTest, PassesLineMarkAndAnswerThrough) {
-    EXPECT_TRUE(LogEvent(L"one", false));
+    EXPECT_TRUE(LogEvent(L"one", /*isError=*/false));
     answer = false;
-    EXPECT_FALSE(ca::LogEventFmt(L"%ls %d", true, L"two", 2));
+    EXPECT_FALSE(ca::LogEventFmt(L"%ls %d", /*isError=*/true, L"two", 2));
     EXPECT_EQ((Lines{{L"one", false}, {L"two 2", true}}), lines);
 }
 
@@ -93,7 +93,7 @@ TEST_F(LogTest, TextsFromOutsideCannotBreakALine) {
     };
     for (const auto& [text, printable] : cases) {
         lines.clear();
-        EXPECT_TRUE(ca::LogLine(text, false));
+        EXPECT_TRUE(ca::LogLine(text, /*isError=*/false));
         ca::LogError(text.c_str(), L"here:1", ca::kErrRecipientsHidden, /*throwIt=*/false);
         EXPECT_EQ(printable, lines.at(0).first);
         // The table's own line break stays.
@@ -124,9 +124,9 @@ TEST_F(LogTest, FormatsLongCyrillicLinesInTheCLocale) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     std::setlocale(LC_ALL, "C");
     const std::wstring text(9000, L'Я');
-    EXPECT_TRUE(ca::LogEventFmt(L"Имя: %ls.", false, text.c_str()));
+    EXPECT_TRUE(ca::LogEventFmt(L"Имя: %ls.", /*isError=*/false, text.c_str()));
     // No letter, and one that the locale cannot read: an empty line, but a line.
-    EXPECT_TRUE(ca::LogEventFmt(L"%s", false, "\xFF"));
+    EXPECT_TRUE(ca::LogEventFmt(L"%s", /*isError=*/false, "\xFF"));
     std::setlocale(LC_ALL, before.c_str());
     EXPECT_EQ((Lines{{L"Имя: " + text + L".", false}, {L"", false}}), lines);
 }
@@ -138,7 +138,7 @@ TEST_F(LogTest, FormatsALineBeyondEveryGuess) {
     GTEST_SKIP() << "the C library keeps memory of the measuring stream";
 #endif
     const std::wstring text((std::size_t{1} << 24) + 1, L'\u0416');
-    EXPECT_TRUE(ca::LogEventFmt(L"<%ls>", false, text.c_str()));
+    EXPECT_TRUE(ca::LogEventFmt(L"<%ls>", /*isError=*/false, text.c_str()));
     ASSERT_EQ(1U, lines.size());
     EXPECT_EQ(L"<" + text + L">", lines[0].first);
 }

@@ -90,7 +90,7 @@ TEST_F(PKIConfigFileParserTest, GivesDefaultsAndOneWarningForBrokenFiles) {
                                L":" + c.offset);
         EXPECT_EQ(ToJsonText(m_config), m_defaults);
     }
-    EXPECT_FALSE(m_config.ParseConfigFile(L"/dev/zero", m_error, false));
+    EXPECT_FALSE(m_config.ParseConfigFile(L"/dev/zero", m_error, /*silent=*/false));
     EXPECT_EQ(m_error, L"Configuration file cannot be read: /dev/zero");
     EXPECT_FALSE(Parse(std::string((4U << 20) + 1, ' ')));
     EXPECT_TRUE(m_error.starts_with(L"Configuration file is too large: "));
@@ -138,7 +138,7 @@ TEST_F(PKIConfigFileParserTest, SurvivesDeepAndEndlessValues) {
 }
 
 TEST_F(PKIConfigFileParserTest, NeedsNoFile) {
-    EXPECT_TRUE(m_config.ParseConfigFile(L"/none/pki.json", m_error, false));
+    EXPECT_TRUE(m_config.ParseConfigFile(L"/none/pki.json", m_error, /*silent=*/false));
     EXPECT_EQ(m_error, L"");
     EXPECT_EQ(ToJsonText(m_config), m_defaults);
 }
@@ -199,7 +199,7 @@ TEST_F(PKIConfigFileParserTest, ReadsBackWhatItWrites) {
     ASSERT_TRUE(m_config.WriteConfigFile(ca::PathToWString(path), m_error));
     EXPECT_TRUE(TemporaryDir::Read(path).starts_with("{\n    \"trust\": {\n"));
     ca::PKIConfigFileParser read;
-    EXPECT_TRUE(read.ParseConfigFile(ca::PathToWString(path), m_error, false));
+    EXPECT_TRUE(read.ParseConfigFile(ca::PathToWString(path), m_error, /*silent=*/false));
     EXPECT_EQ(m_error, L"");
     EXPECT_EQ(ToJsonText(read), ToJsonText(m_config));
     EXPECT_NE(ToJsonText(read), m_defaults);
@@ -223,12 +223,12 @@ TEST_F(PKIConfigFileParserTest, StandsBesideTheServiceConfiguration) {
     const ScopedVariable noService("MOD_FOO_CONFIG", nullptr);
     ca::ConfigFileParser service;
     const auto found = [&] {
-        EXPECT_TRUE(m_config.ReadConfig(service, m_error, false));
+        EXPECT_TRUE(m_config.ReadConfig(service, m_error, /*silent=*/false));
         EXPECT_EQ(m_error, L"");
         return Settings().trust.maxPathLength;
     };
     EXPECT_EQ(found(), 2) << "no service configuration";
-    service.ParseConfigFile(ca::PathToWString(serviceFile), m_error, true);
+    service.ParseConfigFile(ca::PathToWString(serviceFile), m_error, /*silent=*/true);
     EXPECT_EQ(found(), 1);
     EXPECT_EQ(m_config.SourcePath(), ca::PathToWString(m_directory.File("read/" + name)));
     {
@@ -239,7 +239,7 @@ TEST_F(PKIConfigFileParserTest, StandsBesideTheServiceConfiguration) {
     EXPECT_EQ(found(), 10) << "not the one of another configuration";
     EXPECT_EQ(m_config.SourcePath(), L"");
     const ScopedVariable missing("MOD_FOO_PKI_CONFIG", m_directory.File("none").c_str());
-    EXPECT_FALSE(m_config.ReadConfig(service, m_error, false));
+    EXPECT_FALSE(m_config.ReadConfig(service, m_error, /*silent=*/false));
     EXPECT_TRUE(m_error.starts_with(L"No configuration file: ")) << ca::u16u8(m_error);
 }
 

@@ -49,18 +49,18 @@ TEST(SerializableContainerTest, OwnsOneRecordOfEachType) {
         EXPECT_TRUE(container.IsEmpty());
         auto first = std::make_unique<CountedRecord>(7, living);
         const ca::ISerializable* stored = first.get();
-        container.SetObject(first.release(), false);
+        container.SetObject(first.release(), /*clear=*/false);
         EXPECT_EQ(stored, container.GetObj(7));
         EXPECT_FALSE(container.IsEmpty());
 
-        container.SetObject(std::make_unique<CountedRecord>(7, living).release(), false);
+        container.SetObject(std::make_unique<CountedRecord>(7, living).release(), /*clear=*/false);
         EXPECT_EQ(1, living);
-        container.SetObject(std::make_unique<CountedRecord>(8, living).release(), false);
-        container.SetObject(std::make_unique<CountedRecord>(-1, living).release(), false);
+        container.SetObject(std::make_unique<CountedRecord>(8, living).release(), /*clear=*/false);
+        container.SetObject(std::make_unique<CountedRecord>(-1, living).release(), /*clear=*/false);
         EXPECT_EQ(3, living);
-        container.SetObject(nullptr, false);
+        container.SetObject(nullptr, /*clear=*/false);
         EXPECT_EQ(3, living);
-        container.SetObject(std::make_unique<CountedRecord>(2, living).release(), true);
+        container.SetObject(std::make_unique<CountedRecord>(2, living).release(), /*clear=*/true);
         EXPECT_EQ(1, living);
         EXPECT_EQ(nullptr, container.GetObj(7));
         EXPECT_NE(nullptr, container.GetObj(2));
@@ -72,13 +72,14 @@ TEST(SerializableContainerTest, WritesRecordsByTypeUnderTheirKeys) {
     int living = 0;
     ca::SerializableContainer container;
     for (const int type : {19, 18, 17, 10, 9, 5, 3, 1, -1}) {
-        container.SetObject(std::make_unique<CountedRecord>(type, living).release(), false);
+        container.SetObject(std::make_unique<CountedRecord>(type, living).release(),
+                            /*clear=*/false);
     }
     container.GetObj(ca::kTypeConfig);  // an empty entry is not written
-    container.SetObject(std::make_unique<ca::SignInfos>().release(), false);
+    container.SetObject(std::make_unique<ca::SignInfos>().release(), /*clear=*/false);
     auto data = std::make_unique<ca::FileData>();
     data->Assign("abc", 3);
-    container.SetObject(data.release(), false);
+    container.SetObject(data.release(), /*clear=*/false);
     EXPECT_EQ(R"({"fileData":"YWJj","stores":1,"crl":3,"signInfo":[],"isAttached":true,)"
               R"("signInfoArray":5,"storeAddresses":9,"crlInfo":10,"attrCertInfo":17})",
               Written(container, {.isAttached = true, .rawFileData = false}));
@@ -101,7 +102,7 @@ TEST(SerializableContainerTest, KeepsNestedTypesOutOfTheKeyTable) {
 class PreParseTest : public testing::Test {
   protected:
     bool PreParse(const std::string& request) {
-        m_container.SetObject(std::make_unique<ca::StoreAddress>().release(), true);
+        m_container.SetObject(std::make_unique<ca::StoreAddress>().release(), /*clear=*/true);
         m_buffer = std::make_unique<char[]>(request.size());
         m_length = request.size();
         std::memcpy(m_buffer.get(), request.data(), m_length);
