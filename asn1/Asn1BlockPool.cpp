@@ -18,8 +18,10 @@ namespace {
 #define CA_SEES_FREED_MEMORY 1
 #endif
 
+// Octets in front of a slab's pieces: its counter and its size.
 constexpr std::size_t kSlabHead = 8;
 constexpr std::size_t kFirstChildren = 4;  // room for children added one by one, doubled as needed
+// Octets; a slab grows from the first to the second, so that small trees stay small.
 constexpr std::size_t kMinSlab = 1024;
 constexpr std::size_t kMaxSlab = 512 * 1024 - 64;  // with the heap's own head: whole pages
 // What an open slab counts in advance; replaced by the true number when it is closed.
@@ -89,6 +91,8 @@ class CAsn1BlockPool::Returner {
     Returner& operator=(const Returner&) = delete;
     ~Returner() { Flush(); }
 
+    // Pieces of one slab mostly come one after the other: its counter is changed once for all of
+    // them.
     void Return(void* piece, std::size_t distance) noexcept {
         auto* slab = reinterpret_cast<Slab*>(static_cast<unsigned char*>(piece) - distance * kUnit);
         if (slab != m_slab) {
@@ -119,6 +123,7 @@ class CAsn1BlockPool::Returner {
         }
     }
 
+    // The last piece frees the slab, whichever thread gives it back.
     static void Drop(Slab* slab, std::uint32_t count) noexcept {
         if (slab->pieces.fetch_sub(count, std::memory_order_acq_rel) == count) {
             const bool kept = slab->units == kMaxSlab / kUnit && s_store.Keep(slab);
@@ -199,6 +204,7 @@ void CAsn1BlockPool::OpenSlab(std::size_t atLeast) {
     if (memory == nullptr) {
         memory = ::operator new(size);
     }
+    // Only now, with the new memory there: a failure leaves the pool as it was.
     CloseSlab();
     m_slab = new (memory) Slab{kOpen, static_cast<std::uint32_t>(size / kUnit)};
     m_next = static_cast<unsigned char*>(memory) + kSlabHead;
@@ -282,6 +288,7 @@ void CAsn1Block::ReserveChild() {
     if (m_children != nullptr && m_childCount < m_children->capacity) {
         return;
     }
+    // Owns the new list until it takes the old one's place.
     CAsn1Block grown;
     CAsn1BlockPool::ReserveOnHeap(grown, std::max(kFirstChildren, std::size_t{m_childCount} * 2));
     const auto children = GetInnerBlocks();

@@ -68,6 +68,7 @@ std::optional<Asn1Damage> FindAsn1Damage(Octets octets) {
             close();
             continue;
         }
+        // No element may pass the end of what holds it.
         const Octets rest = octets.subspan(at, limit - at);
         const bool endsByZeros = !open.empty() && open.back().end == kUntilZeros;
         if (endsByZeros && rest.size() >= 2 && rest[0] == 0 && rest[1] == 0) {

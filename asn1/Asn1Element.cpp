@@ -76,6 +76,7 @@ Asn1Fault FindEndOfContents(std::span<const unsigned char> octets, std::size_t& 
 // "Validity.notBefore: <what>, offset 12"
 ca::Exception MakeFault(std::uint32_t code, std::string_view name, const std::wstring& what,
                         std::size_t offset) {
+    // Names of types and members are ASCII.
     std::wstring text(name.begin(), name.end());
     text.append(L": ").append(what);
     text.append(SetZORNAMessage(kMsgAsn1Offset)).append(ca::DecimalText(offset));

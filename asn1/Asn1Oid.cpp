@@ -16,6 +16,7 @@ void AppendArc(std::int32_t arc, std::string& out) {
     out.append(digits, std::to_chars(digits, digits + sizeof digits, arc).ptr);
 }
 
+// Wider than 32 bits on the way, so that an arc of 32 bits does not overflow a signed number.
 std::uint32_t ReadArc(const std::wstring& text) {
     return static_cast<std::uint32_t>(std::stoll(text));
 }
@@ -30,6 +31,7 @@ void EncodeFirst(std::uint32_t value, std::vector<unsigned char>& content) {
     content.push_back(static_cast<unsigned char>(value));
 }
 
+// Base 128, most significant first, without leading zeros (X.690, 8.19.2).
 void EncodeArc(std::uint32_t value, std::vector<unsigned char>& content) {
     for (unsigned shift = 28; shift != 0; shift -= 7) {
         if (value >> shift != 0) {
@@ -75,6 +77,7 @@ void CAsn1ObjectIdentifier::_Encode() {
     std::vector<std::wstring> arcs;
     ca::Split(m_text, L".", arcs);
     std::vector<unsigned char> content;
+    // A text of fewer than two arcs has no encoding, which stays empty.
     if (arcs.size() >= 2) {
         EncodeFirst(ReadArc(arcs[0]) * kArcsPerRoot + ReadArc(arcs[1]), content);
     }

@@ -84,6 +84,7 @@ std::wstring CAsn1BitString::GetFormattedString([[maybe_unused]] unsigned int fl
     return CAsn1Integer::GetHexString(0, m_value.data(), static_cast<unsigned>(m_value.size()));
 }
 
+// The count of unused bits stands in front (X.690, 8.6.2.1).
 void CAsn1BitString::_Encode() {
     std::vector<unsigned char> content{m_unusedBits};
     content.insert(content.end(), m_value.begin(), m_value.end());
@@ -106,6 +107,7 @@ std::wstring CAsn1OctetString::GetFormattedString([[maybe_unused]] unsigned int 
 }
 
 void CAsn1OctetString::_Encode() {
+    // The content octets are the string's (X.690, 8.7.2).
     SetContent(m_value);
 }
 

@@ -46,6 +46,7 @@ void AppendInteger(std::span<const unsigned char> octets, unsigned flags, std::s
         AppendHex(octets, flags, out);
         return;
     }
+    // The most that 32 bits have.
     char digits[10];
     const auto end = std::to_chars(digits, digits + sizeof digits, *value).ptr;
     out.append(digits, end);
@@ -74,6 +75,7 @@ bool AppendPlainUtcTime(std::span<const unsigned char> content, std::string& out
     const auto field = [&content](std::size_t i) {
         return std::string_view(reinterpret_cast<const char*>(content.data()) + 2 * i, 2);
     };
+    // Day, month and year in the order of all times that answers show.
     out.append(field(2)).append(".").append(field(1)).append(".20").append(field(0));
     out.append(" ").append(field(3)).append(":").append(field(4)).append(":").append(field(5));
     return true;

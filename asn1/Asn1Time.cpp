@@ -42,6 +42,7 @@ void CAsn1Time::Decode() {
 }
 
 std::wstring CAsn1Time::GetFormattedString([[maybe_unused]] unsigned int flags) const {
+    // %X is the locale's time of day: long in some, but never that long.
     wchar_t text[128];
     const std::size_t length = std::wcsftime(text, std::size(text), L"%d.%m.%Y %X", &m_time);
     return {text, length};
@@ -73,6 +74,8 @@ void CAsn1Time::_DecodeTime(CAsn1Block* block, int& zoneMinutes, std::tm& time) 
     read.tm_min = Field(text, month + 6, 2);
     read.tm_sec = Field(text, month + 8, 2);
     zoneMinutes = ReadZone(text, month + 10);
+    // An offset tells how far the clock is ahead of UTC; the C library carries minutes past the
+    // hour.
     read.tm_min -= zoneMinutes;
     // mktime() reads the time zone of the process, which another thread may be setting.
     const ca::CTimeZoneLock lock;
@@ -86,6 +89,7 @@ void CAsn1Time::_DecodeTime(CAsn1Block* block, int& zoneMinutes, std::tm& time) 
 }
 
 void CAsn1Time::_EncodeTime() {
+    // More than all fields take, whatever numbers a caller has set.
     char text[96];
     const int year = m_time.tm_year + 1900;
     int length = std::snprintf(text, sizeof text, IsGeneralized() ? "%04d" : "%02d",

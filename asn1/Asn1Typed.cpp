@@ -16,6 +16,7 @@ constexpr std::size_t kMaxSegmentDepth = 16;
 }
 
 void AppendSegments(std::span<const unsigned char> content, std::vector<unsigned char>& out) {
+    // On the stack: cursors are two words each, and there are few.
     CAsn1Cursor open[kMaxSegmentDepth] = {CAsn1Cursor(content)};
     for (std::size_t depth = 1; depth != 0;) {
         CAsn1Cursor& cursor = open[depth - 1];
@@ -110,6 +111,7 @@ std::vector<unsigned char> OctetStringOf(const CAsn1Element& element) {
         return {element.content.begin(), element.content.end()};
     }
     std::vector<unsigned char> out;
+    // More than is needed by the segments' headers alone.
     out.reserve(element.content.size());
     AppendSegments(element.content, out);
     return out;

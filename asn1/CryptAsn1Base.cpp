@@ -113,6 +113,7 @@ void CAsn1Object::_SetSelfOwnObject() {
     std::unique_ptr<CAsn1Block> copy(holder.ImportInnerBlock(m_block));
     // A copy is of the definite form; this one must be written as it was read.
     copy->isUnknownLength = m_block->isUnknownLength;
+    // The members' objects point into the old tree: each goes to its block in the copy.
     const auto pairs = PairBlocks(m_block, copy.get());
     std::vector<CAsn1Object*> open{this};
     while (!open.empty()) {
@@ -142,6 +143,7 @@ std::vector<unsigned char> CAsn1Object::GetRawData(bool rebuild) const {
     if (m_block == nullptr) {
         return {};
     }
+    // As parsed, octet for octet, unless the tree is to be written anew.
     if (!rebuild && m_block->start != nullptr) {
         const auto raw = m_block->GetRawEncoding();
         return {raw.begin(), raw.end()};

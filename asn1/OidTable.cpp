@@ -14,6 +14,7 @@ namespace {
 
 // Appends one arc, base 128; false when there is no room.
 constexpr bool AppendArc(OidOctets& out, std::uint64_t arc) {
+    // Seven bits a group, as few as hold the arc.
     unsigned groups = 1;
     for (std::uint64_t rest = arc >> 7U; rest != 0; rest >>= 7U) {
         ++groups;
@@ -39,6 +40,7 @@ constexpr bool TakeArc(std::wstring_view& text, std::uint64_t& arc) {
             return false;
         }
     }
+    // One text for one identifier: 1.02 is not another spelling of 1.2.
     const bool padded = used > 1 && text[0] == L'0';
     text.remove_prefix(used);
     return used != 0 && !padded;
@@ -92,6 +94,7 @@ constexpr auto kEncodingOf = [](std::size_t i) {
     return std::span<const unsigned char>(kEncodings[i].octets, kEncodings[i].size);
 };
 constexpr COidIndex kByEncoding(kOidCount, kEncodingOf);
+// Long chains would make look-ups slow; a new row that makes one shows at once.
 static_assert(kByEncoding.IsEven() && kOidsByShortName.IsEven());
 
 const OidInfo* RowAt(std::size_t index) noexcept {

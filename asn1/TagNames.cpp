@@ -78,6 +78,7 @@ namespace ca {
 
 std::string TagText(std::uint8_t tag) {
     static constexpr const char* kClasses[] = {"", "APPLICATION ", "", "PRIVATE "};
+    // Tag numbers are those of one octet: 31 stands for all that go on in further ones.
     const unsigned number = tag & kNumberBits;
     if (ClassOf(tag) == 0) {
         return kUniversal[number].listing;

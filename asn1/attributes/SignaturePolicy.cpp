@@ -26,6 +26,7 @@ CA_ASN1_DECODE(CAsn1SigPolicyQualifierInfo)
 void CAsn1SignaturePolicyId::Decode() {
     CFieldReader fields(*this);
     m_sigPolicyId = fields.Required<CAsn1ObjectIdentifier>("sigPolicyId");
+    // SignaturePolicyId (RFC 5126, 5.8.1).
     m_sigPolicyHash = HasHash(ContentOctets())
                           ? fields.Optional<CAsn1OtherHashAlgAndValue>("sigPolicyHash")
                           : nullptr;
