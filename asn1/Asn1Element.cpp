@@ -20,11 +20,12 @@ struct Header : CBerHeader {
 
 // Judges a header; the content is looked at only for its length. Lengths in more octets than they
 // need are taken: BER allows them.
-inline Asn1Fault ReadHeader(std::span<const unsigned char> octets, Header& header) {
+inline Asn1Fault JudgeHeader(std::span<const unsigned char> octets, Header& header) {
     const bool isWhole = header.Read(octets);
     if (octets.size() < CBerHeader::kShortest) {
         return Asn1Fault::kTruncated;
     }
+    // Tag 0 only ends contents, and tag numbers past 30 occur in no structure that is read here.
     if (header.Tag() == 0 || (header.Tag() & kTagNumber) == kTagNumber) {
         return Asn1Fault::kMalformed;
     }
@@ -35,6 +36,8 @@ inline Asn1Fault ReadHeader(std::span<const unsigned char> octets, Header& heade
                    ? Asn1Fault::kNone
                    : Asn1Fault::kTruncated;
     }
+    // No length begins with 0xFF (X.690, 8.1.3.5); the indefinite form is for what is constructed
+    // (8.1.3.2).
     if (header.IsReserved() || (header.IsIndefinite() && !header.IsConstructed())) {
         return Asn1Fault::kMalformed;
     }
@@ -65,7 +68,7 @@ Asn1Fault FindEndOfContents(std::span<const unsigned char> octets, std::size_t& 
             continue;
         }
         Header header;
-        if (const Asn1Fault fault = ReadHeader(rest, header); fault != Asn1Fault::kNone) {
+        if (const Asn1Fault fault = JudgeHeader(rest, header); fault != Asn1Fault::kNone) {
             return fault;
         }
         position += header.Size() + header.contentLength;
@@ -87,7 +90,7 @@ ca::Exception MakeFault(std::uint32_t code, std::string_view name, const std::ws
 
 Asn1Fault CAsn1Cursor::Next(CAsn1Element& element) noexcept {
     Header header;
-    if (const Asn1Fault fault = ReadHeader(m_rest, header); fault != Asn1Fault::kNone) {
+    if (const Asn1Fault fault = JudgeHeader(m_rest, header); fault != Asn1Fault::kNone) {
         return fault;
     }
     const auto body = m_rest.subspan(header.Size());

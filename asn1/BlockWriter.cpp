@@ -43,6 +43,7 @@ void CBlockWriter::Write(const CAsn1Block& root) {
 void CBlockWriter::WriteHeader(const CAsn1Block& block) {
     const std::uint32_t length = block.contentLength;
     const unsigned count = block.isUnknownLength ? 0 : GetBytesCount(length);
+    // The room was measured before; a tree that changed since must not write past it.
     if (Room() < CBerHeader::kShortest + count) {
         throw ca::Exception(ca::kErrAsn1Corrupted);
     }

@@ -86,6 +86,8 @@ class OpenWalk {
             Enter();
         } else if (content < m_octets.size() && rest[0] == kAsn1OctetString &&
                    m_octets[content] == kAsn1Sequence) {
+            // A cut string that holds an encoding is kept as far as it goes; other cut values are
+            // left out, since half of them would mislead.
             m_open.push_back(cut);
             m_end = m_octets.size();
         } else {

@@ -1,5 +1,7 @@
 #include "common/Lng.h"
 
+#include "common/BothLanguages.h"
+
 #include "common/ProcessLanguage.h"
 
 #include <array>
