@@ -1,7 +1,6 @@
 #include "common/Lng.h"
 
 #include "common/BothLanguages.h"
-
 #include "common/ProcessLanguage.h"
 
 #include <array>
