@@ -4,21 +4,16 @@
 #include "asn1/views/MessageViews.h"
 #include "common/Encode.h"
 #include "common/ErrorCodes.h"
-#include "common/ErrorMessageHelper.h"
 #include "common/Exception.h"
-#include "common/Lng.h"
-#include "common/sha1.h"
 #include "providers/openssl/Algorithms.h"
 #include "providers/openssl/ChainReasons.h"
 #include "providers/openssl/ChainRecord.h"
 #include "providers/openssl/Countersignature.h"
 #include "providers/openssl/MessageEvidence.h"
-#include "providers/openssl/ProviderWords.h"
+#include "providers/openssl/SignatureRecord.h"
 #include "providers/openssl/SignedAttributes.h"
 #include "providers/openssl/SignerChecks.h"
 #include "providers/openssl/TimeStamp.h"
-#include "records/SignInfo.h"
-#include "records/fill/CertInfoFill.h"
 #include "records/fill/SignInfoFill.h"
 
 #include <algorithm>
@@ -39,17 +34,6 @@ constexpr std::size_t kIssuersAlways = 32768;
 constexpr int kMaxStamps = 64;   // time stamps of a message
 constexpr int kMaxSearches = 8;  // for their signers through all stores, in vain
 
-// What is shown must be what was verified: the description may have found another certificate that
-// fits the signer, or none.
-void ShowCertificate(const X509* certificate, ca::SignInfo& record) {
-    std::vector<unsigned char> der = ca::EncodingOf(certificate);
-    if (ca::Sha1Hex(der) != record.signCert.id) {
-        ca::CertInfo2 shown;
-        ca::FillCertInfo(der, shown);
-        record.signCert = std::move(shown);
-    }
-}
-
 // Null for one that OpenSSL cannot read: the stores hold others.
 ca::X509Ptr ReadStored(const ca::COpenSslLibrary& library, const ca::StoredCertificate& stored) {
     try {
@@ -59,26 +43,9 @@ ca::X509Ptr ReadStored(const ca::COpenSslLibrary& library, const ca::StoredCerti
     }
 }
 
-void Fill(std::uint32_t code, std::wstring text, ca::SignInfo& record) {
-    record.verifyResultEx.signatureVerifyResult = code;
-    record.verifyResultEx.signatureVerifyResultString = text;
-    record.verifyResult = std::move(text);
-}
-
-// Adds the reason to "not verified".
-void SayNotVerified(const std::wstring& why, ca::SignInfo& record) {
-    Fill(record.verifyResultEx.signatureVerifyResult,
-         record.verifyResultEx.signatureVerifyResultString + L": " + why, record);
-}
-
 }  // namespace
 
 namespace ca {
-
-std::wstring SignatureText(std::uint32_t code) {
-    return code == kErrChainValid ? SetZORNAMessage(kMsgSignatureValid)
-                                  : ::GetErrorMessage(code, /*prefix=*/false);
-}
 
 CMessageJudge::CMessageJudge(const COpenSslLibrary& library, CStores& stores, const CChain& chain,
                              const CProviderCall& call, const VerifyArguments& what)
@@ -248,7 +215,7 @@ void CMessageJudge::Judge(std::size_t signer, SignInfo& record) {
 void CMessageJudge::FillVerdicts(const Finding& finding, SignInfo& record) {
     const ValueVerdict& value = finding.value;
     const std::wstring text = SignatureText(value.code);
-    Fill(value.code, value.why.empty() ? text : text + L": " + value.why, record);
+    FillSignature(value.code, value.why.empty() ? text : text + L": " + value.why, record);
     ShowCertificate(finding.certificate, record);
     FillChain(finding, record);
 }

@@ -93,7 +93,4 @@ class CMessageJudge : public ISignatureJudge {
     int m_searchesLeft;  // for their signers
 };
 
-/// The text of a signature's code: 16200 is that of a whole chain for certificates.
-std::wstring SignatureText(std::uint32_t code);
-
 }  // namespace ca

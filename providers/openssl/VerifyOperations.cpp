@@ -12,6 +12,7 @@
 #include "providers/openssl/OpenSslProvider.h"
 #include "providers/openssl/Policies.h"
 #include "providers/openssl/ProviderWords.h"
+#include "providers/openssl/SignatureRecord.h"
 #include "records/AnswerBudget.h"
 #include "records/fill/CertInfoFill.h"
 #include "records/fill/CertificateBundle.h"

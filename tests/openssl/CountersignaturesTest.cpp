@@ -1,6 +1,3 @@
-#include "asn1/Elements.h"
-#include "asn1/views/MessageViews.h"
-#include "records/fill/SignInfoFill.h"
 #include "tests/openssl/SignaturesFixture.h"
 
 #include <openssl/cms.h>
@@ -35,12 +32,27 @@ class CountersignaturesTest : public SignaturesTest {
         EXPECT_EQ(answer.Code(), 0U) << answer.text;
         return answer.Code() == 0 ? Tree(answer.json["signInfo"]) : "";
     }
-    /// The first SignerInfo of a message.
+    /// The first SignerInfo of a message: the last member of its SignedData begins with it.
     static std::string SignerOf(const std::string& message) {
-        const ca::Octets octets(reinterpret_cast<const unsigned char*>(message.data()),
-                                message.size());
-        const CAsn1SignedDataView view(ca::FirstElement(ca::FindSignedData(octets)));
-        return std::string(ca::AsText(ca::FirstElement(view.SignerInfos().content).raw));
+        const auto* at = reinterpret_cast<const unsigned char*>(message.data());
+        const unsigned char* const end = at + message.size();
+        const auto enter = [&] {
+            long length = 0;
+            int tag = 0;
+            int kind = 0;
+            ASN1_get_object(&at, &length, &tag, &kind, end - at);
+            return length;
+        };
+        enter();        // ContentInfo
+        at += enter();  // its type
+        enter();        // [0]
+        enter();        // SignedData
+        for (long length = enter(); at + length != end; length = enter()) {
+            at += length;
+        }
+        const unsigned char* const signer = at;
+        at += enter();
+        return {reinterpret_cast<const char*>(signer), static_cast<std::size_t>(at - signer)};
     }
     /// A message whose only signer is the one on the first signature of `message`.
     static std::string Inner(const std::string& message) {
