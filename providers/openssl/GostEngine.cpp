@@ -9,6 +9,7 @@
 #include <openssl/engine.h>
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -58,7 +59,8 @@ namespace ca {
 
 bool CGostEngine::IsNamedIn(std::span<const unsigned char> octets) noexcept {
     constexpr unsigned char kArc[] = {0x2A, 0x85, 0x03};
-    return !std::ranges::search(octets, kArc).empty();
+    return std::search(octets.begin(), octets.end(), std::begin(kArc), std::end(kArc)) !=
+           octets.end();
 }
 
 bool CGostEngine::Load() {
