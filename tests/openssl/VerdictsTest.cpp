@@ -10,6 +10,12 @@
 #include <cstdlib>
 #include <filesystem>
 
+// What the platform plugin keeps until the process ends is not the module's.
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libqoffscreen.so\nleak:libQt5Gui.so\nleak:libQt5Core.so\n";
+}
+
 namespace {
 
 constexpr const char* kSign =
