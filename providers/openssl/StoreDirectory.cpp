@@ -27,6 +27,9 @@ namespace {
 constexpr std::size_t kMaxFile = std::size_t{64} << 20U;    // octets of one file of a store
 constexpr std::size_t kMaxStore = std::size_t{256} << 20U;  // octets of a store's files together
 constexpr std::size_t kMaxFiles = 100000;
+// So many files are looked at in each call; more of them once in kLookEvery.
+constexpr std::size_t kFewFiles = 64;
+constexpr std::int64_t kLookEvery = 1'000'000'000;  // nanoseconds
 // A change within this time of another one may leave the directory's time as it is.
 constexpr std::int64_t kSettledAfter = 100'000'000;  // nanoseconds
 
@@ -133,12 +136,22 @@ StoreContentPtr CStoreDirectory::Content() {
     bool isFile = false;
     const Stamp stamp = StampOf(m_path, isFile);
     Files former;
+    StoreContentPtr known;
     {
         const std::lock_guard lock(m_mutex);
         if (stamp == m_stamp && m_isSettled) {
-            return m_content;
+            known = m_content;
+        }
+        if (known != nullptr && m_files.size() > kFewFiles && Now() - m_looked < kLookEvery) {
+            return known;
         }
         former = m_files;
+    }
+    // A file that is written in place leaves its directory as it was.
+    if (known != nullptr && AreUnchanged(former)) {
+        const std::lock_guard lock(m_mutex);
+        m_looked = Now();
+        return known;
     }
     const bool isSettled = Now() - stamp.changed > kSettledAfter;
     Files files = ReadFiles(former);
@@ -151,13 +164,24 @@ StoreContentPtr CStoreDirectory::Content() {
     return content;
 }
 
+std::string CStoreDirectory::PathOf(const std::string& name) const {
+    return name.empty() ? m_path : m_path + '/' + name;
+}
+
+bool CStoreDirectory::AreUnchanged(const Files& files) const {
+    return std::ranges::all_of(files, [this](const auto& each) {
+        bool isFile = false;
+        return StampOf(PathOf(each.first), isFile) == each.second->stamp;
+    });
+}
+
 CStoreDirectory::Files CStoreDirectory::ReadFiles(const Files& former) const {
     Files files;
     std::size_t octets = 0;
     bool isFile = false;
     StampOf(m_path, isFile);
     for (const std::string& name : isFile ? std::set<std::string>{""} : NamesIn(m_path)) {
-        const std::string path = name.empty() ? m_path : m_path + '/' + name;
+        const std::string path = PathOf(name);
         const Stamp stamp = StampOf(path, isFile);
         if (!isFile || stamp.size > static_cast<std::int64_t>(kMaxFile)) {
             continue;
@@ -233,7 +257,7 @@ StoreContentPtr CStoreDirectory::Join(const Files& files) const {
     for (const auto& [name, file] : files) {
         content->crls.insert(content->crls.end(), file->crls.begin(), file->crls.end());
         if (file->isClosed) {
-            content->closed.push_back(name.empty() ? m_path : m_path + '/' + name);
+            content->closed.push_back(PathOf(name));
         }
         for (const StoredCertificate& certificate : file->certificates) {
             if (content->Find(certificate.id) == nullptr) {
@@ -258,7 +282,7 @@ std::string CStoreDirectory::FindKeyFile(const Files& files, const std::string& 
         for (const FoundKey& key : file->keys) {
             const bool isEncrypted = key.publicDigest.empty();
             if (isEncrypted ? Stem(each) == Stem(name) : key.publicDigest == digest) {
-                return each.empty() ? m_path : m_path + '/' + each;
+                return PathOf(each);
             }
         }
     }

@@ -40,8 +40,9 @@ using StoreContentPtr = std::shared_ptr<const StoreContent>;
 /// file with the same name before the last dot; a key that can be read is compared. Directories
 /// inside and names that begin with a dot are passed over.
 ///
-/// It is read again when the directory changed (its identity or times), and of its files only those
-/// that did. Safe from any thread.
+/// It is read again when the directory or one of its files changed (identity, times, size), and of
+/// its files only those that did; in a store of many files, one written in place may be noticed a
+/// second later. Safe from any thread.
 class CStoreDirectory {
   public:
     CStoreDirectory(const COpenSslLibrary& library, std::string path);
@@ -83,6 +84,8 @@ class CStoreDirectory {
     using Files = std::map<std::string, std::shared_ptr<const File>>;  // by name
 
     static Stamp StampOf(const std::string& path, bool& isFile);
+    std::string PathOf(const std::string& name) const;
+    bool AreUnchanged(const Files& files) const;
     std::shared_ptr<const File> ReadFile(const std::string& path, const Stamp& stamp) const;
     void TakeItem(const PayloadItem& item, const std::string& path, File& file) const;
     Files ReadFiles(const Files& former) const;
@@ -94,7 +97,8 @@ class CStoreDirectory {
     std::string m_path;
     CForkMutex m_mutex;  // guards what follows; not held while files are read
     Stamp m_stamp;
-    bool m_isSettled = false;  // the directory was at rest when it was read
+    std::int64_t m_looked = 0;  // when the files were found unchanged; nanoseconds
+    bool m_isSettled = false;   // the directory was at rest when it was read
     Files m_files;
     StoreContentPtr m_content;
 };
