@@ -1,7 +1,7 @@
 #include "common/InitString.h"
 
-#include "common/ConfigFileParser.h"
 #include "common/Cleanse.h"
+#include "common/ConfigFileParser.h"
 #include "common/DecimalText.h"
 #include "common/ErrorCodes.h"
 #include "common/Exception.h"

@@ -71,7 +71,7 @@ struct SignInfo {
     std::wstring signAlg;
     std::wstring hashAlg;
     bool isAttached = false;  ///< the signature encloses the content
-    CertInfo2 signCert;  ///< its issuers too, where who verified knows them
+    CertInfo2 signCert;       ///< its issuers too, where who verified knows them
     AttrCertInfo attrCert;
     SignInfos coSigners;
     std::vector<OwnedPtr<SignExtension>> extensions;
