@@ -131,7 +131,7 @@ inline char* DetachText(JsonBuffer& text) {
         ~Keeper() {}  // NOLINT(modernize-use-equals-default): leaves the stack alone
         Stack stack;
     } keeper(std::move(text.stack_));
-    return keeper.stack.template Bottom<char>();
+    return keeper.stack.template Bottom<char>();  // NOLINT(clang-analyzer-unix.Malloc): as above
 }
 
 /// rapidjson's writer, which also takes long texts without a copy of its own.

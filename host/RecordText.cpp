@@ -238,8 +238,10 @@ class RecordWriter {
             } else if (element.IsObject() && asRows) {
                 Row(element, indent + kIndent);
             } else if (element.IsObject()) {
-                const std::string count = std::to_string(number) + "/";
-                Nested(name + " " + count + std::to_string(objects), element, indent);
+                std::string title = name;
+                title.append(" ").append(std::to_string(number));
+                title.append("/").append(std::to_string(objects));
+                Nested(title, element, indent);
             }
         }
     }

@@ -35,13 +35,15 @@ std::size_t StateMemory(const ca::StoreAddresses& stores) {
     return memory;
 }
 
-std::size_t StateMemory(const std::vector<std::vector<unsigned char>>& certificates) {
+using Encoding = std::vector<unsigned char>;
+
+std::size_t StateMemory(const std::vector<Encoding>& certificates) {
     if (certificates.empty()) {
         return 0;  // likewise
     }
-    std::size_t memory = HeapSize(sizeof(certificates) + kShared) +
-                         HeapSize(certificates.capacity() * sizeof(certificates.front()));
-    for (const std::vector<unsigned char>& certificate : certificates) {
+    std::size_t memory = HeapSize(sizeof(std::vector<Encoding>) + kShared) +
+                         HeapSize(certificates.capacity() * sizeof(Encoding));
+    for (const Encoding& certificate : certificates) {
         memory += HeapSize(certificate.capacity());
     }
     return memory;

@@ -98,7 +98,7 @@ CertificateBundle RequireCertificates(const std::vector<PayloadItem>& items, boo
         throw Exception(kErrCertificate, SayRefused(items, &CertificateFault));
     }
     // The bundle's own list of views is memory of the request.
-    CAnswerBudget::Take(bundle.certificates.capacity() * sizeof(bundle.certificates.front()));
+    CAnswerBudget::Take(bundle.certificates.capacity() * sizeof(std::span<const unsigned char>));
     return bundle;
 }
 

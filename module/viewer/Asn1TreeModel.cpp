@@ -203,6 +203,7 @@ QVariant CAsn1TreeModel::headerData(int section, Qt::Orientation orientation, in
 
 // Of a note: the block above it. Null for no index, which stands for what is above the roots.
 const CAsn1Block* CAsn1TreeModel::BlockOf(const QModelIndex& index) const {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): an index holds nothing but a number
     return index.isValid() ? reinterpret_cast<const CAsn1Block*>(index.internalId() & ~kNoteBit)
                            : nullptr;
 }
