@@ -173,7 +173,8 @@ OcspFinding COcspResponders::Ask(const CProviderCall& call, const COcspJudge& ju
     const CRequest request(m_library, question, hasNonce);
     HttpSettings settings = call.FetchSettings();
     const auto left = static_cast<std::uint32_t>(std::max<std::int64_t>(end - SteadySeconds(), 1));
-    settings.totalTimeoutMs = std::min(static_cast<std::uint32_t>(source.timeout), left * 1000);
+    const auto timeout = static_cast<std::uint32_t>(source.timeout);
+    settings.totalTimeoutMs = std::min(HttpSettings::BoundedTimeout(timeout), left * 1000);
     settings.maxBodySize = kMaxAnswer;
     BytePtr body;
     unsigned length = 0;

@@ -151,7 +151,7 @@ std::vector<unsigned char> CTimeStampClient::AskOne(const CProviderCall& call,
     HttpSettings settings = call.FetchSettings();
     constexpr std::uint32_t kLongest = kMaxSeconds * 1000;
     const auto timeout = static_cast<std::uint32_t>(server.timeout);
-    settings.totalTimeoutMs = timeout == 0 ? kLongest : std::min(timeout, kLongest);
+    settings.totalTimeoutMs = std::min(HttpSettings::BoundedTimeout(timeout), kLongest);
     settings.maxBodySize = kMaxAnswer;
     BytePtr body;
     unsigned length = 0;
